@@ -1,0 +1,334 @@
+#include "model/defaults.h"
+
+#include <memory>
+
+namespace ostrand {
+
+std::unique_ptr<ProjectStore> NewStore() {
+  return std::make_unique<ProjectStore>();
+}
+
+ProjectStore& TheStore() {
+  static ProjectStore store;
+  return store;
+}
+
+namespace ORVUS_COMMON {
+namespace {
+
+constexpr std::string_view kNoTime = "---- --- -- --:--:--";
+
+// A record back to zeros and empty texts, in place: no copy of a large one on the stack.
+template <class Record>
+void clear(Record& record) {
+  std::destroy_at(&record);
+  std::construct_at(&record);
+}
+
+template <class Block>
+void clearAliases(Block& block) {
+  for (RepAlias& alias : block.Alias) alias.AliasExcept = "0";
+}
+
+// What a block's kind gives to a block not yet used.
+struct BlockDefaults {
+  std::string_view resolution;
+  std::string_view units;
+  float mult;
+  float offset;
+};
+
+template <class Block>
+void setMeasBlock(Block& block, const BlockDefaults& defaults) {
+  clear(block);
+  block.DataResolution = defaults.resolution;
+  block.Units = defaults.units;
+  block.DefaultMult = defaults.mult;
+  block.DefaultOffset = defaults.offset;
+  clearAliases(block);
+}
+
+struct AnalogDefaults {
+  BlockDefaults block;
+  std::string_view measType;
+  std::string_view range;
+  i16 rangeNo;
+  flag openSensor;
+  i16 startChan;
+};
+
+constexpr AnalogDefaults kTemp = {{"FP2", "Deg_F", 1.8F, 32}, "Diff", "50 mV", 30, kTrue, 1};
+constexpr AnalogDefaults kVolt = {{"FP2", "mVolts", 1, 0}, "Diff", "50 mV", 50, kTrue, 1};
+constexpr AnalogDefaults kBridge = {{"IEEE4", "mVoltPVolt", 1, 0}, "Diff", "200 mV", 50, kFalse, 1};
+constexpr AnalogDefaults kTK40M = {{"FP2", "Deg_F", 1.8F, 32}, "", "50 mV", 30, kTrue, 0};
+constexpr BlockDefaults kPulse = {"IEEE4", "Hz", 1, 0};
+constexpr BlockDefaults kCanItem = {"IEEE4", "", 1, 0};
+
+void setAnalogBlock(AnalogBlock& block, const AnalogDefaults& defaults) {
+  block.MeasType = defaults.measType;
+  block.Range = defaults.range;
+  block.RangeNo = defaults.rangeNo;
+  block.OpenSensDetect = defaults.openSensor;
+  block.IntegrationRange = 2;
+  block.Integration = 250;
+  block.ReverseMes = kTrue;
+  block.SettleTime = 200;
+  block.StartChan = defaults.startChan;
+}
+
+// Lowers the count of a group to `first`; true when no block is left.
+template <class Group>
+bool lowerCount(Group& group, int first) {
+  if (group.BlockCount > first) group.BlockCount = static_cast<i16>(first);
+  return group.BlockCount == 0;
+}
+
+template <class Group>
+void releaseAnalog(Group& group, const AnalogDefaults& defaults, int first) {
+  for (int b = first + 1; b <= Group::kLast; ++b) {
+    setMeasBlock(group[b], defaults.block);
+    setAnalogBlock(group[b], defaults);
+  }
+}
+
+void setReference(ReferenceOutput& reference) {
+  clear(reference);
+  reference.DataResolution = "FP2";
+}
+
+void clearSelection(OutputSet& output, int table) {
+  output.OutputSelect[table].Fill(0);
+}
+
+template <class Items>
+void clearSelections(Items& items, int table) {
+  for (auto& item : items) clearSelection(item.Output, table);
+}
+
+void clearTableSelections(ProjectStore& store, int table) {
+  clearSelection(store.PowerOut.Output, table);
+  clearSelection(store.TK40MRef.Output, table);
+  clearSelection(store.TcRef.Output, table);
+  clearSelections(store.TempBlock.Blocks, table);
+  clearSelections(store.VoltBlock.Blocks, table);
+  clearSelections(store.BridgeBlock.Blocks, table);
+  clearSelections(store.TK40MBlock.Blocks, table);
+  for (PulseBlockGroup& group : store.PulseBlock) clearSelections(group.Blocks, table);
+  clearSelections(store.Ports.Slot, table);
+  clearSelections(store.Can.Item, table);
+  clearSelections(store.CalcFields.Field, table);
+}
+
+}  // namespace
+
+void ClearStore(ProjectStore& store) {
+  clear(store);
+}
+
+void SetLoggerConstants(ProjectStore& store) {
+  store.Logger = {40, 4, 2, 2, 8};
+}
+
+void SetConfigurationDefaults(ProjectStore& store) {
+  store.Gen = {std::string(kFormatVersion), std::string(kModuleVersion), "", "Name", "Number"};
+  clear(store.Config);
+  Configuration& config = store.Config;
+  config.AutoChan = kTrue;
+  config.PowerOffMins = kTrue;
+  config.DefaultBattVolt = kTrue;
+  config.BattTripVolts = 11.5F;
+  config.LowBattRetry = kTrue;
+  config.BattRetryMins = kTrue;
+  config.StatusFlag = 1;
+  config.StatTrueFalse = 1;
+  config.TimeOffYearShow = kTrue;
+  config.TimeOffMonthShow = kTrue;
+  config.TimeOffDayShow = kTrue;
+  config.TimeOffHourShow = kTrue;
+  config.TimeOffMinShow = kTrue;
+  config.TimeOffSecShow = kTrue;
+  config.PowerOffString = kNoTime;
+  config.PowerOnString = kNoTime;
+  config.EnableOnTime = kTrue;
+}
+
+void SetScanDefaults(ProjectStore& store) {
+  clear(store.Scan);
+  store.Scan.ExecutionTime = 10;
+  store.Scan.ExecTimeUnits = 1;
+  store.Scan.ScanMode = kTrue;
+  store.Scan.BufferScans = 10;
+}
+
+void SetTableDefaults(ProjectStore& store, int table, bool clearSelections) {
+  OutputTable& output = store.Tables[table];
+  clear(output);
+  output.TableName = "Table";
+  output.TableName += static_cast<char>('0' + table);
+  output.OutInt = 10;
+  output.OutIntUnits = 1;
+  output.Buffer = 1000;
+  output.TableLocation = 1;
+  output.PreTriggerScans = 10;
+  output.AftTriggerScans = 10;
+  for (TriggerCondition& condition : output.Trigger[0]) condition.StartCompare = 1;
+  for (TriggerCondition& condition : output.Trigger[1]) condition.StartCompare = 2;
+  if (clearSelections) clearTableSelections(store, table);
+}
+
+void SetTempDefaults(ProjectStore& store, int first) {
+  releaseAnalog(store.TempBlock, kTemp, first);
+  if (lowerCount(store.TempBlock, first)) store.TempBlock.SEChannelCount = 0;
+}
+
+void SetVoltDefaults(ProjectStore& store, int first) {
+  releaseAnalog(store.VoltBlock, kVolt, first);
+  if (lowerCount(store.VoltBlock, first)) store.VoltBlock.SEChannelCount = 0;
+}
+
+void SetBridgeDefaults(ProjectStore& store, int first) {
+  BridgeBlockGroup& group = store.BridgeBlock;
+  releaseAnalog(group, kBridge, first);
+  for (int b = first + 1; b <= kBlocks; ++b) {
+    group[b].Type = "BrFull";
+    group[b].ExciteReps = 1;
+    group[b].Excite = 5000;
+    group[b].GageFactor = 2;
+    group[b].GageCode = 1;
+  }
+  if (lowerCount(group, first)) group.SEChannelCount = 0;
+}
+
+void SetTK40MDefaults(ProjectStore& store, int first) {
+  releaseAnalog(store.TK40MBlock, kTK40M, first);
+  lowerCount(store.TK40MBlock, first);
+}
+
+void SetPulseDefaults(ProjectStore& store, int slot, int first) {
+  PulseBlockGroup& group = store.PulseBlock[slot];
+  for (int b = first + 1; b <= kPulseBlocks; ++b) {
+    setMeasBlock(group[b], kPulse);
+    group[b].Meas = "HiLev";
+    group[b].Opt = 1;
+  }
+  lowerCount(group, first);
+}
+
+void SetPortDefaults(ProjectStore& store, int slot) {
+  PortSlot& ports = store.Ports.Slot[slot];
+  clear(ports);
+  ports.DataResolution = "IEEE4";
+  ports.ByteMode = 1;
+  for (int p = 1; p <= kPorts; ++p) {
+    Port& port = ports.Ports[p];
+    port.Polarity = p < kPorts ? kTrue : kFalse;
+    port.State[0].Compare = 1;
+    port.State[1].Compare = 2;
+    for (PortState& state : port.State) state.Expression = "False";
+  }
+  ports.BinaryMask[0] = "11111111";
+  ports.BinaryMask[1] = "00000000";
+  ports.BinaryMask[2] = "00000000";
+}
+
+void SetExciteDefaults(ProjectStore& store, int slot) {
+  for (ExciteChannel& channel : store.ExciteOut.Slot[slot]) clear(channel);
+}
+
+void SetFlagDefaults(ProjectStore& store, int first) {
+  for (int f = first + 1; f <= kFlags; ++f) {
+    FlagControl& control = store.Flags[f];
+    clear(control);
+    control.FlagOn = kTrue;
+    control.State[1].FlagCompare = 1;
+    control.State[2].FlagCompare = 2;
+    for (FlagState& state : control.State) state.FlagExpression = "False";
+  }
+}
+
+void SetCanModuleDefaults(ProjectStore& store, int module) {
+  CanModuleData& data = store.Can.Module[module];
+  clear(data);
+  data.CanQuanta = 1;  // timing of baud code 0, 1 Mbit/s
+  data.CanSeg1 = 5;
+  data.CanSeg2 = 2;
+  data.CanDataIDType = 1;
+}
+
+void SetCanItemDefaults(ProjectStore& store, int first) {
+  for (int i = first + 1; i <= kCanItems; ++i) {
+    CanItemData& item = store.Can.Item[i];
+    setMeasBlock(item, kCanItem);
+    item.Reps = 1;
+    item.Enabled = 1;
+    item.StartBit = 1;
+    item.NumBits = 1;
+    item.DataId = "0";
+    item.TxDataId = "0";
+    item.TxDataFrame = "&H0000000000000000";
+    item.RxDataMatch = "&HXXXXXXXXXXXXXXXX";
+    item.RxDataMask = "0";
+    item.RxTimeout = 1000;
+  }
+  if (store.Can.CanCount > first) store.Can.CanCount = static_cast<i16>(first);
+}
+
+void SetCalcFieldDefaults(ProjectStore& store, int first) {
+  CalcFieldGroup& group = store.CalcFields;
+  for (int f = first + 1; f <= kCalcFields; ++f) {
+    clear(group.Field[f]);
+    group.Field[f].DataResolution = "FP2";
+    group.Field[f].CalcField[4] = "0";
+  }
+  if (group.CalcFieldCount > first) group.CalcFieldCount = static_cast<i16>(first);
+}
+
+void SetCalculatorDefaults(ProjectStore& store) {
+  SpeedCalcRecord& speed = store.SpeedCalc;
+  speed.MKSSpd = 0;
+  speed.RevSpeed = "50";
+  speed.WheelSize = "30";
+  speed.PulsesSec = "500";
+  speed.SizeOption = 2;
+  speed.LengthOption = 3;
+  speed.UseMins = 1;
+  speed.GearRatio.Fill("1");
+  store.MultOffCalc = {"100", "0", "50", "100", "0", ""};
+  store.PotCalc = store.MultOffCalc;
+  store.MVPerVoltCalc = {"50", "500", "", "100"};
+  store.RsCalc = {"1000", ""};
+  store.RpmCalc = {"100", "100"};
+  store.MoreSpeedCalc = {1, 2, 1, 2, 0, "50", "100"};
+  store.FlowCalc = {1, 100, 1, 100, "100"};
+}
+
+void SetAllDefaults(ProjectStore& store) {
+  SetConfigurationDefaults(store);
+  SetScanDefaults(store);
+  store.Tables.HDU7 = 0;
+  for (int t = 1; t <= kTables; ++t) SetTableDefaults(store, t, false);
+  setReference(store.PowerOut);
+  SetTempDefaults(store, 0);
+  SetVoltDefaults(store, 0);
+  SetBridgeDefaults(store, 0);
+  SetTK40MDefaults(store, 0);
+  setReference(store.TK40MRef);
+  setReference(store.TcRef);
+  for (int slot = 0; slot <= 1; ++slot) {
+    SetPulseDefaults(store, slot, 0);
+    SetPortDefaults(store, slot);
+    SetExciteDefaults(store, slot);
+  }
+  store.Ports.CodeType = "HEX";
+  store.ExciteOut.ExcitePublic = kFalse;
+  SetFlagDefaults(store, 0);
+  for (int module = 1; module <= kCanModules; ++module) SetCanModuleDefaults(store, module);
+  SetCanItemDefaults(store, 0);
+  store.Can.CanPickDataFormat = 0;
+  store.Can.CanAutoSaveLists = 0;
+  SetCalcFieldDefaults(store, 0);
+  SetCalculatorDefaults(store);
+}
+
+}  // namespace ORVUS_COMMON
+}  // namespace ostrand

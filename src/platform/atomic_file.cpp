@@ -1,0 +1,49 @@
+#include "platform/atomic_file.h"
+
+#include "platform/paths.h"
+
+namespace ostrand::platform {
+
+AtomicFile::AtomicFile(FileSystem& files, std::string_view path)
+    : files_(files), path_(files.Find(path)) {
+  const SplitPath parts = Split(path_);
+  hidden_ = parts.folder + "." + parts.title + ".writing";
+}
+
+AtomicFile::~AtomicFile() {
+  file_.reset();
+  // Nobody is left to hear of a failure here, and the target is untouched either way.
+  if (created_) static_cast<void>(static_cast<bool>(files_.Delete(hidden_)));
+}
+
+Result<> AtomicFile::Write(std::string_view bytes) {
+  if (!file_) {
+    // A remainder of a process that died is of no use to anybody.
+    if (files_.Exists(hidden_)) {
+      if (auto removed = files_.Delete(hidden_); !removed) return removed;
+    }
+    auto created = files_.Create(hidden_);
+    if (!created) return Error{created.ErrorText()};
+    file_ = std::move(created.Value());
+    created_ = true;
+  }
+  return file_->Write(bytes);
+}
+
+Result<> AtomicFile::Commit() {
+  if (auto synced = file_->Sync(); !synced) return synced;
+  auto closed = file_->Close();
+  file_.reset();
+  if (!closed) return closed;
+  if (auto renamed = files_.Rename(hidden_, path_); !renamed) return renamed;
+  created_ = false;
+  return files_.SyncFolder(path_);
+}
+
+Result<> WriteWhole(FileSystem& files, std::string_view path, std::string_view bytes) {
+  AtomicFile file(files, path);
+  if (auto written = file.Write(bytes); !written) return written;
+  return file.Commit();
+}
+
+}  // namespace ostrand::platform

@@ -1,0 +1,52 @@
+// What the system asks of the disk. Tests make the n-th call fail through this seam.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "text/result.h"
+
+namespace ostrand::platform {
+
+// A file being written. Destroyed without Close, it is closed without a report.
+class OutputFile {
+ public:
+  virtual ~OutputFile() = default;
+  // Writes all bytes or reports why it could not.
+  virtual Result<> Write(std::string_view bytes) = 0;
+  // Brings what was written to the disk itself.
+  virtual Result<> Sync() = 0;
+  virtual Result<> Close() = 0;
+};
+
+// Paths are bytes. An implementation turns `\` into its own separator, and finds a name first
+// exactly and then without regard to upper and lower case. Error texts name the path.
+class FileSystem {
+ public:
+  virtual ~FileSystem() = default;
+
+  // Whether a regular file of that name can be found.
+  virtual bool Exists(std::string_view path) = 0;
+  // The name of that file as it stands on the disk; the path itself when there is none.
+  virtual std::string Find(std::string_view path) = 0;
+  // Folder the process stands in, with its trailing separator.
+  virtual std::string WorkingFolder() = 0;
+
+  virtual Result<std::string> Read(std::string_view path) = 0;
+  // Creates a new file; an error when the name is taken.
+  virtual Result<std::unique_ptr<OutputFile>> Create(std::string_view path) = 0;
+  // Replaces `to` when it exists.
+  virtual Result<> Rename(std::string_view from, std::string_view to) = 0;
+  virtual Result<> Delete(std::string_view path) = 0;
+  // Takes the read-only mark off a file.
+  virtual Result<> ClearReadOnly(std::string_view path) = 0;
+  // Brings a rename in the folder of `path` to the disk itself.
+  virtual Result<> SyncFolder(std::string_view path) = 0;
+};
+
+// Writes `bytes` as the whole content of `path`: into a hidden neighbour first, every step
+// checked, synced, renamed over the target. After an error the target is as it was.
+Result<> WriteWhole(FileSystem& files, std::string_view path, std::string_view bytes);
+
+}  // namespace ostrand::platform

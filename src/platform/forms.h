@@ -1,0 +1,47 @@
+// How the user is asked and told. A host implements it with windows, a terminal or a script.
+#pragma once
+
+#include <optional>
+#include <string>
+
+namespace ostrand::platform {
+
+enum class Icon { kNone, kInformation, kExclamation, kQuestion, kStop };
+enum class Buttons { kOk, kOkCancel, kYesNo, kYesNoCancel };
+enum class Answer { kOk, kCancel, kYes, kNo };
+enum class Pointer { kNormal, kBusy };
+
+// A message box. Lines of `text` are parted by CR LF.
+struct MessageBox {
+  std::string title;
+  std::string text;
+  Icon icon = Icon::kNone;
+  Buttons buttons = Buttons::kOk;
+  Answer preselected = Answer::kOk;  // kOk stands for the first button, whatever it is
+};
+
+// An open or save dialog for one file.
+struct FileDialog {
+  std::string title;
+  std::string filter;
+  std::string defaultExtension;
+  std::string initialFolder;
+  std::string fileName;
+  int helpContext = 0;
+};
+
+class Forms {
+ public:
+  virtual ~Forms() = default;
+
+  virtual Answer ShowBox(const MessageBox& box) = 0;
+  // The full name chosen; nothing when the user cancelled.
+  virtual std::optional<std::string> AskOpen(const FileDialog& dialog) = 0;
+  virtual std::optional<std::string> AskSave(const FileDialog& dialog) = 0;
+  // Sets the text of the panel "Help" of the status line and repaints it.
+  virtual void SetHelpLine(const std::string& text) = 0;
+  virtual void SetPointer(Pointer shape) = 0;
+  virtual void Beep() = 0;
+};
+
+}  // namespace ostrand::platform

@@ -1,0 +1,29 @@
+// The common report of a runtime failure.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "platform/forms.h"
+#include "text/fault.h"
+
+namespace ostrand {
+
+// Shows the box "TROUBLE" for a fault that happened in `routine` ("SAVEDLD.Constants"), with a
+// beep and the normal pointer.
+void ReportFault(platform::Forms& forms, std::string_view routine, const Fault& fault);
+
+// Runs `body`; a Fault in it is reported under `routine` and the caller goes on. True when the
+// body ran to its end. The one place that catches a Fault.
+template <class Body>
+bool Guarded(platform::Forms& forms, std::string_view routine, Body&& body) {
+  try {
+    body();
+    return true;
+  } catch (const Fault& fault) {
+    ReportFault(forms, routine, fault);
+    return false;
+  }
+}
+
+}  // namespace ostrand

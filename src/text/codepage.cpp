@@ -1,0 +1,80 @@
+#include "text/codepage.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+
+namespace ostrand {
+namespace {
+
+constexpr char32_t kNoCharacter = 0xFFFD;
+
+// The characters of the bytes 0x80 to 0x9F; all others have their own number.
+constexpr std::array<char32_t, 32> kHighControls = {
+    0x20AC,       kNoCharacter, 0x201A, 0x0192, 0x201E, 0x2026,       0x2020, 0x2021,
+    0x02C6,       0x2030,       0x0160, 0x2039, 0x0152, kNoCharacter, 0x017D, kNoCharacter,
+    kNoCharacter, 0x2018,       0x2019, 0x201C, 0x201D, 0x2022,       0x2013, 0x2014,
+    0x02DC,       0x2122,       0x0161, 0x203A, 0x0153, kNoCharacter, 0x017E, 0x0178};
+
+void appendUtf8(std::string& to, char32_t c) {
+  const auto put = [&](char32_t byte) { to += static_cast<char>(byte); };
+  if (c < 0x80) {
+    put(c);
+  } else if (c < 0x800) {
+    put(0xC0 | (c >> 6));
+    put(0x80 | (c & 0x3F));
+  } else {
+    put(0xE0 | (c >> 12));
+    put(0x80 | ((c >> 6) & 0x3F));
+    put(0x80 | (c & 0x3F));
+  }
+}
+
+// Takes one character off the text; a broken sequence gives U+FFFD for its first byte.
+char32_t takeUtf8(std::string_view& text) {
+  const auto byteAt = [&](std::size_t at) { return static_cast<unsigned char>(text[at]); };
+  const unsigned char first = byteAt(0);
+  std::size_t length = first < 0x80 ? 1U : first >= 0xF0 ? 4U : first >= 0xE0 ? 3U : 2U;
+  char32_t c = length == 1 ? first : first & (0x7FU >> length);
+  bool whole = (first < 0x80 || first >= 0xC0) && length <= text.size();
+  for (std::size_t at = 1; whole && at < length; ++at) {
+    whole = (byteAt(at) & 0xC0) == 0x80;
+    c = (c << 6) | (byteAt(at) & 0x3FU);
+  }
+  if (!whole) {
+    length = 1;
+    c = kNoCharacter;
+  }
+  text.remove_prefix(length);
+  return c;
+}
+
+}  // namespace
+
+std::string Utf8FromWindows1252(std::string_view bytes) {
+  std::string result;
+  result.reserve(bytes.size());
+  for (const char c : bytes) {
+    const auto byte = static_cast<unsigned char>(c);
+    appendUtf8(result, byte >= 0x80 && byte < 0xA0 ? kHighControls[byte - 0x80U] : byte);
+  }
+  return result;
+}
+
+std::string Windows1252FromUtf8(std::string_view utf8) {
+  std::string result;
+  while (!utf8.empty()) {
+    const char32_t c = takeUtf8(utf8);
+    const auto high = std::find(kHighControls.begin(), kHighControls.end(), c);
+    if (c < 0x80 || (c >= 0xA0 && c < 0x100)) {
+      result += static_cast<char>(c);
+    } else if (c != kNoCharacter && high != kHighControls.end()) {
+      result += static_cast<char>(0x80 + (high - kHighControls.begin()));
+    } else {
+      result += '?';
+    }
+  }
+  return result;
+}
+
+}  // namespace ostrand

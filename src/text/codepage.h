@@ -1,0 +1,15 @@
+// Between the code pages of the files and UTF-8, for terminals and desktops.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace ostrand {
+
+// A text of Windows-1252 in UTF-8. The five bytes without a character become U+FFFD.
+std::string Utf8FromWindows1252(std::string_view bytes);
+
+// A text of UTF-8 in Windows-1252. What the code page doesn't hold becomes "?".
+std::string Windows1252FromUtf8(std::string_view utf8);
+
+}  // namespace ostrand

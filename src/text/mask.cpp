@@ -1,0 +1,161 @@
+#include "text/mask.h"
+
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <string>
+
+#include "text/number.h"
+
+namespace ostrand {
+namespace {
+
+struct Mask {
+  int wholeZeros = 0;    // places before the point that are always shown
+  int places = 0;        // places behind the point
+  int forcedPlaces = 0;  // of these, how many are always shown
+  bool point = false;    // the mask has a point
+  bool thousands = false;
+  bool exponent = false;
+  bool plusSign = false;  // of the exponent
+  int exponentZeros = 0;
+};
+
+Mask readMask(std::string_view text) {
+  Mask mask;
+  for (std::size_t at = 0; at < text.size(); ++at) {
+    const char c = text[at];
+    if (c == 'e' || c == 'E') {
+      mask.exponent = true;
+      continue;
+    }
+    if (mask.exponent) {
+      if (c == '+') mask.plusSign = true;
+      if (c == '0') ++mask.exponentZeros;
+      continue;
+    }
+    if (c == ',') mask.thousands = true;
+    if (c == '.') mask.point = true;
+    if (c != '0' && c != '#') continue;
+    if (!mask.point) {
+      if (c == '0' || mask.wholeZeros > 0) ++mask.wholeZeros;
+    } else {
+      ++mask.places;
+      if (c == '0') mask.forcedPlaces = mask.places;
+    }
+  }
+  return mask;
+}
+
+// A number as decimal digits: 0.d1d2d3... times ten to the power `point`.
+struct Decimal {
+  std::string digits;
+  int point = 0;
+};
+
+Decimal decimalOf(double size) {
+  std::array<char, 48> raw{};
+  const auto end =
+      std::to_chars(raw.data(), raw.data() + raw.size(), size, std::chars_format::scientific).ptr;
+  const std::string_view text(raw.data(), static_cast<std::size_t>(end - raw.data()));
+  const std::size_t mark = text.find('e');
+  Decimal result;
+  for (const char c : text.substr(0, mark)) {
+    if (c != '.') result.digits += c;
+  }
+  const std::size_t first = mark + (text[mark + 1] == '+' ? 2 : 1);
+  std::from_chars(text.data() + first, end, result.point);
+  ++result.point;
+  if (size == 0) result = {"", 0};
+  return result;
+}
+
+// Keeps `places` digits behind the point, rounding half away from zero.
+void roundTo(Decimal& number, int places) {
+  const int keep = number.point + places;
+  if (keep < 0) {
+    number = {"", 0};
+    return;
+  }
+  if (keep >= static_cast<int>(number.digits.size())) return;
+  const bool up = number.digits[static_cast<std::size_t>(keep)] >= '5';
+  number.digits.resize(static_cast<std::size_t>(keep));
+  if (!up) return;
+  int at = keep - 1;
+  for (; at >= 0; --at) {
+    char& digit = number.digits[static_cast<std::size_t>(at)];
+    if (digit != '9') {
+      ++digit;
+      return;
+    }
+    digit = '0';
+  }
+  number.digits.insert(number.digits.begin(), '1');
+  ++number.point;
+}
+
+// Digit at a place: 0 is the first behind the point, -1 the last before it.
+char digitAt(const Decimal& number, int place) {
+  const int at = number.point + place;
+  if (at < 0 || at >= static_cast<int>(number.digits.size())) return '0';
+  return number.digits[static_cast<std::size_t>(at)];
+}
+
+std::string layOut(const Decimal& number, const Mask& mask) {
+  std::string whole;
+  for (int place = -number.point; place < 0; ++place) whole += digitAt(number, place);
+  whole.erase(0, whole.find_first_not_of('0'));  // npos clears a text of zeros
+  while (static_cast<int>(whole.size()) < mask.wholeZeros) whole.insert(whole.begin(), '0');
+  if (mask.thousands) {
+    for (int at = static_cast<int>(whole.size()) - 3; at > 0; at -= 3) {
+      whole.insert(static_cast<std::size_t>(at), 1, ',');
+    }
+  }
+  std::string fraction;
+  for (int place = 0; place < mask.places; ++place) fraction += digitAt(number, place);
+  while (static_cast<int>(fraction.size()) > mask.forcedPlaces && fraction.back() == '0') {
+    fraction.pop_back();
+  }
+  return mask.point ? whole + "." + fraction : whole;
+}
+
+bool isZero(const Decimal& number) {
+  return number.digits.find_first_not_of('0') == std::string::npos;
+}
+
+}  // namespace
+
+std::string FormatNumber(double value, std::string_view maskText) {
+  if (!std::isfinite(value)) return NumberText(value);
+  const Mask mask = readMask(maskText);
+  Decimal number = decimalOf(std::fabs(value));
+  std::string result;
+  if (mask.exponent) {
+    int exponent = 0;
+    if (!isZero(number)) {
+      const int wholePlaces = mask.wholeZeros > 0 ? mask.wholeZeros : 1;
+      exponent = number.point - wholePlaces;
+      number.point = wholePlaces;
+      roundTo(number, mask.places);
+      if (number.point > wholePlaces) {
+        --number.point;
+        ++exponent;
+      }
+    }
+    result = layOut(number, mask) + "e";
+    if (exponent < 0) {
+      result += '-';
+    } else if (mask.plusSign) {
+      result += '+';
+    }
+    std::string digits = NumberText(std::abs(exponent));
+    while (static_cast<int>(digits.size()) < mask.exponentZeros) digits.insert(digits.begin(), '0');
+    result += digits;
+  } else {
+    roundTo(number, mask.places);
+    result = layOut(number, mask);
+  }
+  return value < 0 && !isZero(number) ? "-" + result : result;
+}
+
+}  // namespace ostrand

@@ -1,0 +1,16 @@
+// Numbers by a mask, as the files and screens show them.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace ostrand {
+
+// The value by a mask such as "0.00", "###0", "#,##0", "#0.0###0" or "0.####0e-##": "0" is a
+// place that is always shown, "#" one that is shown when needed, a comma asks for thousands
+// separators, "e-" or "e+" for an exponent ("e+" writes its plus sign). Places before a "0" of the
+// fraction are always shown. Rounding is half away from zero on the decimal digits that the value
+// reads as.
+std::string FormatNumber(double value, std::string_view mask);
+
+}  // namespace ostrand

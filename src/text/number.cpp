@@ -1,0 +1,312 @@
+#include "text/number.h"
+
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <cstring>
+#include <limits>
+
+namespace ostrand {
+namespace {
+
+bool isDigit(char c) {
+  return c >= '0' && c <= '9';
+}
+bool isBlank(char c) {
+  return c == ' ' || c == '\t';
+}
+
+int digitValue(char c) {
+  if (isDigit(c)) return c - '0';
+  if (c >= 'A' && c <= 'F') return c - 'A' + 10;
+  if (c >= 'a' && c <= 'f') return c - 'a' + 10;
+  return 99;
+}
+
+// Digits and decimal exponent of the shortest scientific text "d.ddde+xx".
+struct Scientific {
+  bool negative = false;
+  std::array<char, 24> digits{};
+  int count = 0;
+  int exponent = 0;
+};
+
+template <class Real>
+Scientific shortestDigits(Real value) {
+  std::array<char, 48> raw{};
+  const auto end =
+      std::to_chars(raw.data(), raw.data() + raw.size(), value, std::chars_format::scientific).ptr;
+  Scientific result;
+  const char* at = raw.data();
+  if (*at == '-') {
+    result.negative = true;
+    ++at;
+  }
+  for (; *at != 'e'; ++at) {
+    if (*at != '.') result.digits[static_cast<std::size_t>(result.count++)] = *at;
+  }
+  ++at;
+  const bool below = *at++ == '-';
+  std::from_chars(at, end, result.exponent);
+  if (below) result.exponent = -result.exponent;
+  return result;
+}
+
+char* put(char* to, const char* from, int count) {
+  std::memcpy(to, from, static_cast<std::size_t>(count));
+  return to + count;
+}
+
+char* putZeros(char* to, int count) {
+  for (; count > 0; --count) *to++ = '0';
+  return to;
+}
+
+template <class Real>
+int writeReal(char* to, Real value, int plainBelow) {
+  if (std::isnan(value)) return static_cast<int>(put(to, "NaN", 3) - to);
+  if (std::isinf(value)) {
+    return static_cast<int>((value < 0 ? put(to, "-INF", 4) : put(to, "INF", 3)) - to);
+  }
+  if (value == 0) {
+    *to = '0';
+    return 1;
+  }
+  const Scientific number = shortestDigits(value);
+  const char* digits = number.digits.data();
+  char* at = to;
+  if (number.negative) *at++ = '-';
+  if (number.exponent < -4 || number.exponent >= plainBelow) {
+    *at++ = digits[0];
+    if (number.count > 1) {
+      *at++ = '.';
+      at = put(at, digits + 1, number.count - 1);
+    }
+    *at++ = 'E';
+    *at++ = number.exponent < 0 ? '-' : '+';
+    const int size = std::abs(number.exponent);
+    if (size < 10) *at++ = '0';
+    at = std::to_chars(at, at + 4, size).ptr;
+  } else if (number.exponent < 0) {
+    at = put(at, "0.", 2);
+    at = putZeros(at, -number.exponent - 1);
+    at = put(at, digits, number.count);
+  } else {
+    const int whole = number.exponent + 1;
+    at = put(at, digits, whole < number.count ? whole : number.count);
+    at = putZeros(at, whole - number.count);
+    if (whole < number.count) {
+      *at++ = '.';
+      at = put(at, digits + whole, number.count - whole);
+    }
+  }
+  return static_cast<int>(at - to);
+}
+
+template <class Real>
+struct Scan {
+  Real value = 0;
+  std::size_t length = 0;  // characters taken, 0 for no number
+};
+
+// "&H1F", "&O17".
+template <class Real>
+Scan<Real> scanBased(std::string_view text) {
+  if (text.size() < 3 || text[0] != '&') return {};
+  const char kind = static_cast<char>(text[1] & ~0x20);
+  if (kind != 'H' && kind != 'O') return {};
+  const int base = kind == 'H' ? 16 : 8;
+  Scan<Real> result;
+  std::size_t at = 2;
+  for (; at < text.size() && digitValue(text[at]) < base; ++at) {
+    result.value = result.value * static_cast<Real>(base) + static_cast<Real>(digitValue(text[at]));
+  }
+  if (at > 2) result.length = at;
+  return result;
+}
+
+// The extent of a decimal number at the head of a text, and where its exponent letter stands.
+struct DecimalExtent {
+  std::size_t length = 0;
+  std::size_t exponent = std::string_view::npos;
+};
+
+DecimalExtent measureDecimal(std::string_view text) {
+  const auto signAt = [&](std::size_t at) {
+    return at < text.size() && (text[at] == '+' || text[at] == '-');
+  };
+  const auto digitsFrom = [&](std::size_t at) {
+    std::size_t end = at;
+    while (end < text.size() && isDigit(text[end])) ++end;
+    return end - at;
+  };
+  std::size_t at = signAt(0) ? 1 : 0;
+  std::size_t digits = digitsFrom(at);
+  at += digits;
+  if (at < text.size() && text[at] == '.') {
+    const std::size_t fraction = digitsFrom(at + 1);
+    digits += fraction;
+    at += 1 + fraction;
+  }
+  if (digits == 0) return {};
+  if (at < text.size() && std::string_view("EeDd").find(text[at]) != std::string_view::npos) {
+    const std::size_t tail = at + 1 + (signAt(at + 1) ? 1U : 0U);
+    if (const std::size_t count = digitsFrom(tail); count > 0) return {tail + count, at};
+  }
+  return {at, std::string_view::npos};
+}
+
+// What stands for a number that a Real can't hold: 0 for a tiny one, infinity for a huge one.
+template <class Real>
+Real valueOutOfRange(std::string_view plain) {
+  const std::size_t mark = plain.find('e');
+  const std::size_t point = plain.find('.');
+  const std::size_t first = plain.find_first_not_of("-0.");
+  const bool tiny = mark != std::string_view::npos
+                        ? plain[mark + 1] == '-'
+                        : point != std::string_view::npos && first > point;
+  const Real size = tiny ? Real{0} : std::numeric_limits<Real>::infinity();
+  return plain[0] == '-' ? -size : size;
+}
+
+template <class Real>
+Scan<Real> scanDecimal(std::string_view text) {
+  const DecimalExtent extent = measureDecimal(text);
+  if (extent.length == 0) return {};
+  // The same number as from_chars wants it: no plus sign, a small e.
+  std::string plain(text.substr(text[0] == '+' ? 1 : 0, extent.length - (text[0] == '+' ? 1 : 0)));
+  if (extent.exponent != std::string_view::npos) {
+    plain[extent.exponent - (text[0] == '+' ? 1 : 0)] = 'e';
+  }
+  Scan<Real> result;
+  result.length = extent.length;
+  const auto read = std::from_chars(plain.data(), plain.data() + plain.size(), result.value);
+  if (read.ec == std::errc::result_out_of_range) result.value = valueOutOfRange<Real>(plain);
+  return result;
+}
+
+template <class Real>
+Scan<Real> scanNumber(std::string_view text) {
+  const Scan<Real> based = scanBased<Real>(text);
+  return based.length > 0 ? based : scanDecimal<Real>(text);
+}
+
+template <class Real>
+std::optional<Real> wholeTextAs(std::string_view text) {
+  while (!text.empty() && isBlank(text.front())) text.remove_prefix(1);
+  while (!text.empty() && isBlank(text.back())) text.remove_suffix(1);
+  const Scan<Real> scan = scanNumber<Real>(text);
+  if (scan.length == 0 || scan.length != text.size() || !std::isfinite(scan.value)) {
+    return std::nullopt;
+  }
+  return scan.value;
+}
+
+template <class Whole>
+std::optional<Whole> roundTo(double value) {
+  const double rounded = RoundHalfEven(value);
+  if (!(rounded >= static_cast<double>(std::numeric_limits<Whole>::min()) &&
+        rounded <= static_cast<double>(std::numeric_limits<Whole>::max()))) {
+    return std::nullopt;
+  }
+  return static_cast<Whole>(rounded);
+}
+
+template <class Number>
+std::string textOf(Number value) {
+  std::array<char, kNumberTextRoom> room{};
+  return {room.data(), static_cast<std::size_t>(WriteNumber(room.data(), value))};
+}
+
+template <class Number>
+std::string strTextOf(Number value) {
+  std::string result = textOf(value);
+  if (result[0] != '-') result.insert(result.begin(), ' ');
+  return result;
+}
+
+}  // namespace
+
+int WriteNumber(char* to, std::int64_t value) {
+  return static_cast<int>(std::to_chars(to, to + kNumberTextRoom, value).ptr - to);
+}
+int WriteNumber(char* to, float value) {
+  return writeReal(to, value, 7);
+}
+int WriteNumber(char* to, double value) {
+  return writeReal(to, value, 15);
+}
+
+std::string NumberText(std::int64_t value) {
+  return textOf(value);
+}
+std::string NumberText(float value) {
+  return textOf(value);
+}
+std::string NumberText(double value) {
+  return textOf(value);
+}
+
+std::string StrText(std::int64_t value) {
+  return strTextOf(value);
+}
+std::string StrText(float value) {
+  return strTextOf(value);
+}
+
+std::string HexText(std::uint64_t value) {
+  std::array<char, kNumberTextRoom> room{};
+  const auto end = std::to_chars(room.data(), room.data() + room.size(), value, 16).ptr;
+  std::string result(room.data(), end);
+  for (char& c : result) {
+    if (c >= 'a') c = static_cast<char>(c - 'a' + 'A');
+  }
+  return result;
+}
+
+double Val(std::string_view text) {
+  while (!text.empty() && isBlank(text.front())) text.remove_prefix(1);
+  return scanNumber<double>(text).value;
+}
+
+std::optional<double> ToDouble(std::string_view text) {
+  return wholeTextAs<double>(text);
+}
+std::optional<float> ToSingle(std::string_view text) {
+  return wholeTextAs<float>(text);
+}
+
+std::optional<std::int16_t> ToInt16(std::string_view text) {
+  const auto value = ToDouble(text);
+  return value ? RoundToInt16(*value) : std::nullopt;
+}
+
+std::optional<std::int32_t> ToInt32(std::string_view text) {
+  const auto value = ToDouble(text);
+  return value ? RoundToInt32(*value) : std::nullopt;
+}
+
+double RoundHalfEven(double value) {
+  const double below = std::floor(value);
+  const double rest = value - below;
+  if (rest > 0.5) return below + 1;
+  if (rest < 0.5) return below;
+  return std::fmod(below, 2) == 0 ? below : below + 1;
+}
+
+std::optional<std::int16_t> RoundToInt16(double value) {
+  return roundTo<std::int16_t>(value);
+}
+std::optional<std::int32_t> RoundToInt32(double value) {
+  return roundTo<std::int32_t>(value);
+}
+
+double DecimalValue(float value) {
+  std::array<char, kNumberTextRoom> room{};
+  const int length = WriteNumber(room.data(), value);
+  double result = 0;
+  std::from_chars(room.data(), room.data() + length, result);
+  return result;
+}
+
+}  // namespace ostrand

@@ -1,0 +1,38 @@
+// Small text helpers over bytes of Windows-1252.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace ostrand {
+
+// Upper case of a text; accented letters of the code page included.
+std::string Upper(std::string_view text);
+
+// Whether two texts are the same but for upper and lower case.
+bool SameText(std::string_view left, std::string_view right);
+
+// The text without blanks at its ends.
+std::string_view Trim(std::string_view text);
+
+// The parts between the separators; one part for a text without any.
+std::vector<std::string_view> Split(std::string_view text, char separator);
+
+// Whether `text` holds `part` in exactly this case.
+inline bool Holds(std::string_view text, std::string_view part) {
+  return text.find(part) != std::string_view::npos;
+}
+
+// What stands before the first `mark`, or the whole text when there is none.
+inline std::string_view Before(std::string_view text, std::string_view mark) {
+  return text.substr(0, text.find(mark));
+}
+
+// What stands after the first `mark`, or the empty text when there is none.
+inline std::string_view After(std::string_view text, std::string_view mark) {
+  const std::size_t at = text.find(mark);
+  return at == std::string_view::npos ? std::string_view{} : text.substr(at + mark.size());
+}
+
+}  // namespace ostrand
