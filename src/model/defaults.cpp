@@ -4,9 +4,7 @@
 
 namespace ostrand {
 
-std::unique_ptr<ProjectStore> NewStore() {
-  return std::make_unique<ProjectStore>();
-}
+std::unique_ptr<ProjectStore> NewStore() { return std::make_unique<ProjectStore>(); }
 
 ProjectStore& TheStore() {
   static ProjectStore store;
@@ -96,9 +94,7 @@ void setReference(ReferenceOutput& reference) {
   reference.DataResolution = "FP2";
 }
 
-void clearSelection(OutputSet& output, int table) {
-  output.OutputSelect[table].Fill(0);
-}
+void clearSelection(OutputSet& output, int table) { output.OutputSelect[table].Fill(0); }
 
 template <class Items>
 void clearSelections(Items& items, int table) {
@@ -121,13 +117,9 @@ void clearTableSelections(ProjectStore& store, int table) {
 
 }  // namespace
 
-void ClearStore(ProjectStore& store) {
-  clear(store);
-}
+void ClearStore(ProjectStore& store) { clear(store); }
 
-void SetLoggerConstants(ProjectStore& store) {
-  store.Logger = {40, 4, 2, 2, 8};
-}
+void SetLoggerConstants(ProjectStore& store) { store.Logger = {40, 4, 2, 2, 8}; }
 
 void SetConfigurationDefaults(ProjectStore& store) {
   store.Gen = {std::string(kFormatVersion), std::string(kModuleVersion), "", "Name", "Number"};

@@ -45,6 +45,15 @@ enum OutputCode : int {
   kLevelCrossing
 };
 
+// Entries of `MonitorPower`, as the project file counts them.
+enum MonitorEntry : int {
+  kMonitorBattery = 1,
+  kMonitorPowerControl,
+  kMonitorBatterySaver,
+  kMonitorPanel,
+  kMonitorStatus
+};
+
 // Histogram, rainflow and level crossing settings of one output in one table.
 struct HistoSet {
   Row<i16, 1, 8> Reserved;    // kept at 0, not saved
@@ -190,10 +199,8 @@ struct Configuration {
   i16 CanBusQty = 0;  // CAN interface modules
   flag AutoChan = kFalse;
   float SizeCard = 0;
-  // 1 battery output, 2 power control, 3 battery saver, 4 panel temperature, 5 status monitor.
-  // The generator's texts count the same entries from 0.
-  Row<flag, 1, 5> MonitorPower;
-  Row<i16, 1, 2> TcConfigOpts;  // 1 is the output of the multiplexer reference temperature
+  Row<flag, 1, 5> MonitorPower;  // [MonitorEntry]
+  Row<i16, 1, 2> TcConfigOpts;   // 1 is the output of the multiplexer reference temperature
   flag RemainOff = kFalse;
   flag RemainPOOff = kFalse;
   std::string PowerOffMeasVar;

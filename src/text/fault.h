@@ -13,14 +13,8 @@ struct Fault {
 };
 
 // The failures that the system's own rules raise.
-inline Fault SubscriptOutOfRange() {
-  return {9, "Subscript out of range"};
-}
-inline Fault InvalidProcedureCall() {
-  return {5, "Invalid procedure call or argument"};
-}
-inline Fault DivisionByZero() {
-  return {11, "Division by zero"};
-}
+inline Fault SubscriptOutOfRange() { return {9, "Subscript out of range"}; }
+inline Fault InvalidProcedureCall() { return {5, "Invalid procedure call or argument"}; }
+inline Fault DivisionByZero() { return {11, "Division by zero"}; }
 
 }  // namespace ostrand

@@ -1,5 +1,6 @@
 #include "text/number.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -9,12 +10,8 @@
 namespace ostrand {
 namespace {
 
-bool isDigit(char c) {
-  return c >= '0' && c <= '9';
-}
-bool isBlank(char c) {
-  return c == ' ' || c == '\t';
-}
+bool isDigit(char c) { return c >= '0' && c <= '9'; }
+bool isBlank(char c) { return c == ' ' || c == '\t'; }
 
 int digitValue(char c) {
   if (isDigit(c)) return c - '0';
@@ -103,6 +100,9 @@ int writeReal(char* to, Real value, int plainBelow) {
   return static_cast<int>(at - to);
 }
 
+// An exponent that no number of digits makes good.
+constexpr std::int64_t kBeyondAnyText = std::int64_t{1} << 60;
+
 template <class Real>
 struct Scan {
   Real value = 0;
@@ -157,15 +157,21 @@ DecimalExtent measureDecimal(std::string_view text) {
 }
 
 // What stands for a number that a Real can't hold: 0 for a tiny one, infinity for a huge one.
+// Digits and exponent decide together: many digits may outweigh a negative exponent.
 template <class Real>
 Real valueOutOfRange(std::string_view plain) {
-  const std::size_t mark = plain.find('e');
-  const std::size_t point = plain.find('.');
-  const std::size_t first = plain.find_first_not_of("-0.");
-  const bool tiny = mark != std::string_view::npos
-                        ? plain[mark + 1] == '-'
-                        : point != std::string_view::npos && first > point;
-  const Real size = tiny ? Real{0} : std::numeric_limits<Real>::infinity();
+  const std::size_t mark = std::min(plain.find('e'), plain.size());
+  const std::string_view digits = plain.substr(0, mark);
+  const auto point = static_cast<std::int64_t>(std::min(digits.find('.'), digits.size()));
+  const auto first = static_cast<std::int64_t>(digits.find_first_of("123456789"));
+  std::int64_t exponent = 0;
+  if (mark < plain.size()) {
+    const char* at = plain.data() + mark + (plain[mark + 1] == '+' ? 2 : 1);
+    const auto read = std::from_chars(at, plain.data() + plain.size(), exponent);
+    if (read.ec != std::errc()) exponent = *at == '-' ? -kBeyondAnyText : kBeyondAnyText;
+  }
+  exponent = std::clamp(exponent, -kBeyondAnyText, kBeyondAnyText);
+  const Real size = point - first + exponent < 0 ? Real{0} : std::numeric_limits<Real>::infinity();
   return plain[0] == '-' ? -size : size;
 }
 
@@ -230,29 +236,15 @@ std::string strTextOf(Number value) {
 int WriteNumber(char* to, std::int64_t value) {
   return static_cast<int>(std::to_chars(to, to + kNumberTextRoom, value).ptr - to);
 }
-int WriteNumber(char* to, float value) {
-  return writeReal(to, value, 7);
-}
-int WriteNumber(char* to, double value) {
-  return writeReal(to, value, 15);
-}
+int WriteNumber(char* to, float value) { return writeReal(to, value, 7); }
+int WriteNumber(char* to, double value) { return writeReal(to, value, 15); }
 
-std::string NumberText(std::int64_t value) {
-  return textOf(value);
-}
-std::string NumberText(float value) {
-  return textOf(value);
-}
-std::string NumberText(double value) {
-  return textOf(value);
-}
+std::string NumberText(std::int64_t value) { return textOf(value); }
+std::string NumberText(float value) { return textOf(value); }
+std::string NumberText(double value) { return textOf(value); }
 
-std::string StrText(std::int64_t value) {
-  return strTextOf(value);
-}
-std::string StrText(float value) {
-  return strTextOf(value);
-}
+std::string StrText(std::int64_t value) { return strTextOf(value); }
+std::string StrText(float value) { return strTextOf(value); }
 
 std::string HexText(std::uint64_t value) {
   std::array<char, kNumberTextRoom> room{};
@@ -269,12 +261,8 @@ double Val(std::string_view text) {
   return scanNumber<double>(text).value;
 }
 
-std::optional<double> ToDouble(std::string_view text) {
-  return wholeTextAs<double>(text);
-}
-std::optional<float> ToSingle(std::string_view text) {
-  return wholeTextAs<float>(text);
-}
+std::optional<double> ToDouble(std::string_view text) { return wholeTextAs<double>(text); }
+std::optional<float> ToSingle(std::string_view text) { return wholeTextAs<float>(text); }
 
 std::optional<std::int16_t> ToInt16(std::string_view text) {
   const auto value = ToDouble(text);
@@ -294,12 +282,8 @@ double RoundHalfEven(double value) {
   return std::fmod(below, 2) == 0 ? below : below + 1;
 }
 
-std::optional<std::int16_t> RoundToInt16(double value) {
-  return roundTo<std::int16_t>(value);
-}
-std::optional<std::int32_t> RoundToInt32(double value) {
-  return roundTo<std::int32_t>(value);
-}
+std::optional<std::int16_t> RoundToInt16(double value) { return roundTo<std::int16_t>(value); }
+std::optional<std::int32_t> RoundToInt32(double value) { return roundTo<std::int32_t>(value); }
 
 double DecimalValue(float value) {
   std::array<char, kNumberTextRoom> room{};

@@ -23,17 +23,13 @@ int WriteNumber(char* to, double value);
 std::string NumberText(std::int64_t value);
 std::string NumberText(float value);
 std::string NumberText(double value);
-inline std::string NumberText(int value) {
-  return NumberText(static_cast<std::int64_t>(value));
-}
+inline std::string NumberText(int value) { return NumberText(static_cast<std::int64_t>(value)); }
 
 // The general text with a blank in front of a number that is not negative, as the project file
 // keeps numbers.
 std::string StrText(std::int64_t value);
 std::string StrText(float value);
-inline std::string StrText(int value) {
-  return StrText(static_cast<std::int64_t>(value));
-}
+inline std::string StrText(int value) { return StrText(static_cast<std::int64_t>(value)); }
 
 // Upper case hexadecimal digits without leading zeros.
 std::string HexText(std::uint64_t value);

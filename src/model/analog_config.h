@@ -1,0 +1,128 @@
+// The analog and the bridge part of a data object, with the limits of the logger's inputs.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "model/enums.h"
+#include "model/store.h"
+
+namespace ostrand {
+
+// What the user has set for new measurements.
+struct MeasurementOptions {
+  OrvusOutputDataTypes DefaultDataType = ORVUS_OUTDATA_FP2;
+  OrvusMeasIntegrationCodes DefaultIntegrationCode = ORVUS_MEAS_INTEG_USECS;
+  OrvusAnalogInputTypes DefaultInputType = ORVUS_INPUT_DIFF;
+};
+
+// The bridge part of a measurement.
+struct cBridgeConfig {
+  std::string BrType = "BrFull";  // instruction
+  i16 ExciteReps = 1;             // sensors on one excitation channel
+  float Excit = 5000;             // millivolts
+  i16 Style = 0;                  // 0 to 7; from 5 on strain
+  i16 CheckCAO = 0;               // excited by a continuous analog output
+  i16 RevEx = 0;
+  i16 RevOut = 0;
+  float GageFactor = 2;
+  i16 GageCode = 1;
+
+  [[nodiscard]] cBridgeConfig Clone() const { return *this; }
+};
+
+// The analog part of a measurement. Values outside of the logger's limits are limited or ignored,
+// never reported. Times are microseconds.
+class cAnalogConfig {
+ public:
+  explicit cAnalogConfig(const MeasurementOptions& options = {});
+
+  OrvusAnalogInputTypes InputType;
+  OrvusTCTypes TCType = ORVUS_TCTYPE_NONE;
+  std::string InputRange;  // as shown: "50 mV"
+  bool OpenSens = false;
+  bool RevMeas = true;
+  i16 ZeroFlag = 0;
+  i16 SiteCal = 0;
+  std::optional<cBridgeConfig> Bridge;  // of bridge blocks only
+
+  // Told to the owner after a change; empty when nobody listens.
+  std::function<void(OrvusTemperatureScales)> TempScaleChange;
+  std::function<void(OrvusAnalogTypes)> MeasureTypeChange;
+
+  // An independent object with all values, but no listener: its owner binds its own.
+  [[nodiscard]] std::unique_ptr<cAnalogConfig> Clone() const;
+
+  // Gives the object the defaults of a kind of data on a logger (kLoggerType...).
+  void SetMode(i32 loggerType, OrvusDataObjTypes dataObjType);
+
+  // One click up or down. The integration time steps past the rounding of its setter, and its new
+  // value is the result.
+  i32 IntegIncDec(bool increase);
+  void SettleIncDec(bool increase);
+
+  // "Diff", "SE", "??". Anything but "SE" sets differential.
+  [[nodiscard]] std::string_view InputTypeString() const;
+  void InputTypeString(std::string_view text);
+
+  // A number outside of the codes sets microseconds.
+  [[nodiscard]] OrvusMeasIntegrationCodes IntegCode() const { return integCode_; }
+  void IntegCode(i32 code);
+
+  // Rounded to what the device can do; forced by the codes of 50 and 60 Hz.
+  [[nodiscard]] i32 IntegTime() const { return integTime_; }
+  void IntegTime(i32 micros);
+
+  // A change takes the default range of the kind with it, and is told. Thermocouples have no
+  // zeroing and always a scale; volts have none.
+  [[nodiscard]] OrvusAnalogTypes MeasureType() const { return measureType_; }
+  void MeasureType(OrvusAnalogTypes type);
+
+  // Whether the input range allows the test for an open sensor.
+  [[nodiscard]] bool OpenSensIsValid() const;
+
+  // Code of the range in the program, ten times that with the test for an open sensor; -1 when
+  // the device or the range is unknown.
+  [[nodiscard]] i32 RangeCode() const;
+
+  // Place of the range in the list of ranges, from 0; -1 as above. A place outside is ignored.
+  [[nodiscard]] i32 RangeIndex() const;
+  void RangeIndex(i32 index);
+
+  // A multiple of 10, at most 50000, at least what range and integration need.
+  [[nodiscard]] i32 SettleTime() const { return settleTime_; }
+  void SettleTime(i32 micros);
+
+  // Told when it changes on a thermocouple.
+  [[nodiscard]] OrvusTemperatureScales TempScale() const { return tempScale_; }
+  void TempScale(OrvusTemperatureScales scale);
+
+  // "Deg_C", "Deg_F", "Kelvin", "Rankine"; "" and any other text stand for no scale.
+  [[nodiscard]] std::string_view TempScaleUnits() const;
+  void TempScaleUnits(std::string_view units);
+
+  // Bit of the kind in the lists of variables.
+  [[nodiscard]] i32 VarType() const { return VariableKindBit(dataObjType_); }
+
+ private:
+  cAnalogConfig(const cAnalogConfig&) = default;
+  cAnalogConfig& operator=(const cAnalogConfig&) = delete;
+
+  void setDefaultRange();
+  [[nodiscard]] i32 leastSettleTime() const;
+
+  OrvusDataObjTypes dataObjType_ = ORVUS_DOBJ_SYS_BATT;
+  i32 loggerType_ = kLoggerTypeLarge;
+  OrvusTemperatureScales tempScale_ = ORVUS_TEMPSCALE_NONE;
+  i32 device_ = ORVUS_MEASDEV_NONE;
+  OrvusAnalogTypes measureType_ = ORVUS_MEASURE_VOLT;
+  OrvusMeasIntegrationCodes integCode_ = ORVUS_MEAS_INTEG_USECS;
+  i32 integTime_ = 0;
+  i32 settleTime_ = 0;
+};
+
+}  // namespace ostrand
