@@ -1,0 +1,37 @@
+// The project file: writing and reading of `.VKG` (module ORVUS_GENFILE).
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "model/store.h"
+#include "platform/clock.h"
+#include "platform/filesystem.h"
+#include "text/result.h"
+
+namespace ostrand::ORVUS_GENFILE {
+
+// The whole file as bytes, `now` as its PCTime. Repairs the store as saving does: in a table in
+// use a WriteIf of -1 becomes 1, and a negative TrigTabStop takes the value of TrigTable.
+std::string ProjectFileText(ProjectStore& store, const platform::Moment& now);
+
+// Writes `base`.VKG, where `base` is the path without extension. The old file waits under
+// `base`._KG until the new one stands whole. After an error, whose text names the path, the old
+// content is back under its name, or still under `base`._KG when even that could not be done.
+Result<> SaveProjectFile(ProjectStore& store, platform::FileSystem& files, platform::Clock& clock,
+                         std::string_view base);
+
+// Reads a project file into the store, on top of what it holds; a name without "." means ".VKG".
+// False when there is no such file; an error, naming the path, when it can't be read.
+Result<bool> LoadProjectFile(ProjectStore& store, platform::FileSystem& files,
+                             std::string_view name);
+
+// Reads the bytes of a project file, of this or an older format, and brings old forms up to date.
+// What is not understood is passed over, and a key that the bytes leave out keeps its value.
+void ReadProjectText(ProjectStore& store, std::string_view bytes);
+
+// Finds anew which repetitions differ from their block in units (1), multiplier (2) or offset (4),
+// in all blocks of the five kinds. A repetition with no difference gets an empty text.
+void RecountAliasExcept(ProjectStore& store);
+
+}  // namespace ostrand::ORVUS_GENFILE

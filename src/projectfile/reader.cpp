@@ -1,0 +1,618 @@
+// The reader of the project file.
+//
+// A key means the first of all keys of its section, every index tried up to its limit, whose text
+// it equals. Trying them would cost far too much, so a key is taken apart instead: its name is
+// looked up in the tables, and its indices are held against the limits in force. Those are the
+// counts read so far, since a count stands in front of what it counts.
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <type_traits>
+#include <utility>
+
+#include "projectfile/genfile.h"
+#include "projectfile/key.h"
+#include "projectfile/tables.h"
+#include "projectfile/upgrade.h"
+#include "text/number.h"
+#include "text/strings.h"
+
+namespace ostrand::ORVUS_GENFILE {
+namespace {
+
+// Values
+
+std::optional<i32> readTime(std::string_view text) {
+  const double factor = text.ends_with("mSecs") ? 1000 : 1;
+  return RoundToInt32(Val(text) * factor);
+}
+
+template <class Number>
+std::optional<Number> readNumber(Form form, std::string_view text) {
+  if constexpr (std::is_same_v<Number, i16>) {
+    return form == Form::kLead ? RoundToInt16(Val(text)) : ToInt16(text);
+  } else if constexpr (std::is_same_v<Number, i32>) {
+    if (form == Form::kTime) return readTime(text);
+    return form == Form::kLead ? RoundToInt32(Val(text)) : ToInt32(text);
+  } else if constexpr (std::is_same_v<Number, float>) {
+    return ToSingle(text);
+  } else {
+    return ToDouble(text);
+  }
+}
+
+std::optional<flag> readTruth(std::string_view text) {
+  if (SameText(Trim(text), "True")) return kTrue;
+  if (SameText(Trim(text), "False")) return kFalse;
+  const auto number = ToDouble(text);
+  if (!number) return std::nullopt;
+  return *number == 0 ? kFalse : kTrue;
+}
+
+// A value that can't be read leaves the member as it is.
+template <class Number>
+void takeValue(Number& member, Form form, i16 limit, std::string_view text) {
+  std::optional<Number> number;
+  if (form == Form::kTruth) {
+    if (const auto truth = readTruth(text)) number = static_cast<Number>(*truth);
+  } else {
+    number = readNumber<Number>(form, text);
+  }
+  if (!number) return;
+  member = limit > 0 && *number > static_cast<Number>(limit) ? static_cast<Number>(limit) : *number;
+}
+
+void takeValue(std::string& member, Form form, i16, std::string_view text) {
+  if (form == Form::kWrittenOnly) return;
+  if (form == Form::kResolution) {
+    if (const auto code = ToDouble(text)) text = *code == 0 ? "FP2" : "IEEE4";
+  }
+  member.assign(text);
+}
+
+// Parts of a section. Each has a table of keys and tells which record the brackets of a key mean:
+// none when they have another shape or an index lies outside.
+
+struct Part {
+  static constexpr std::string_view kPrefix{};
+};
+
+bool between(int low, int value, int high) { return low <= value && value <= high; }
+
+bool inUse(const ProjectStore& store, int table) {
+  return between(1, table, kTables) && store.Tables[table].TableOn != 0;
+}
+
+template <const auto& Keys, auto Member>
+struct Single : Part {
+  static constexpr const auto& kKeys = Keys;
+  static auto* Find(ProjectStore& store, const Key& key) {
+    return key.Has(0) ? &(store.*Member) : nullptr;
+  }
+};
+
+// The elements of a row: MonitorPower(3).
+template <const auto& Keys, auto Group, auto Member>
+struct Elements : Part {
+  static constexpr const auto& kKeys = Keys;
+  static auto* Find(ProjectStore& store, const Key& key) {
+    auto& row = store.*Group.*Member;
+    return key.Has(1) && row.Holds(key.index[0]) ? &row[key.index[0]] : nullptr;
+  }
+};
+
+struct StatusRows : Part {
+  static constexpr const auto& kKeys = kStatusKeys;
+  static std::string* Find(ProjectStore& store, const Key& key) {
+    Configuration& config = store.Config;
+    const bool inside = key.Has(2) &&
+                        between(1, key.index[0], CountOf(config.StatusMonCount, config.Status)) &&
+                        between(1, key.index[1], 4);
+    return inside ? &config.Status[key.index[0]][key.index[1]] : nullptr;
+  }
+};
+
+struct TableSwitches : Part {
+  static constexpr const auto& kKeys = kTableOnKeys;
+  static OutputTable* Find(ProjectStore& store, const Key& key) {
+    const bool inside = key.Has(1) && between(1, key.index[0], kTables);
+    return inside ? &store.Tables[key.index[0]] : nullptr;
+  }
+};
+
+template <const auto& Keys, Brackets Kind = Brackets::kCommas>
+struct TableMembers : Part {
+  static constexpr const auto& kKeys = Keys;
+  static OutputTable* Find(ProjectStore& store, const Key& key) {
+    const bool inside = key.Has(1, Kind) && inUse(store, key.index[0]);
+    return inside ? &store.Tables[key.index[0]] : nullptr;
+  }
+};
+
+// All ten conditions can be read, whatever the count of them says.
+template <int State>
+struct TriggerRows : Part {
+  static constexpr const auto& kKeys = kTriggerKeys;
+  static constexpr std::string_view kPrefix = kTriggerPrefix[State];
+  static TriggerCondition* Find(ProjectStore& store, const Key& key) {
+    if (!key.Has(1)) return nullptr;
+    const int number = key.index[0];
+    const int table = number < 10 ? number : number < 100 ? number / 10 : number / 100;
+    const int condition = number < 10 ? 1 : number - table * (number < 100 ? 10 : 100);
+    const bool inside = inUse(store, table) && between(1, condition, kConditions) &&
+                        TriggerNumber(table, condition) == number;
+    return inside ? &store.Tables[table].Trigger[State][condition] : nullptr;
+  }
+};
+
+struct WriteRows : Part {
+  static constexpr const auto& kKeys = kWriteKeys;
+  static WriteCondition* Find(ProjectStore& store, const Key& key) {
+    const bool single = key.Has(1);
+    if (!single && !key.Has(2, Brackets::kSpaced)) return nullptr;
+    const int condition = single ? 1 : key.index[1];
+    const bool inside = inUse(store, key.index[0]) && between(1, condition, kConditions);
+    return inside ? &store.Tables[key.index[0]].Write[condition] : nullptr;
+  }
+};
+
+template <auto Member, int Codes>
+struct ReferenceSelections : Part {
+  static constexpr const auto& kKeys = kSelectionKeys;
+  static i16* Find(ProjectStore& store, const Key& key) {
+    const bool inside = key.Has(2) && inUse(store, key.index[0]) && between(1, key.index[1], Codes);
+    return inside ? &(store.*Member).Output.OutputSelect[key.index[0]][key.index[1] - 1] : nullptr;
+  }
+};
+
+template <const auto& Keys, auto Member>
+struct ReferenceHisto : Part {
+  static constexpr const auto& kKeys = Keys;
+  static HistoSet* Find(ProjectStore& store, const Key& key) {
+    const bool inside = key.Has(1) && inUse(store, key.index[0]);
+    return inside ? &(store.*Member).Output.Histo[key.index[0]] : nullptr;
+  }
+};
+
+template <class Family, const auto& Keys = Family::kGroupKeys>
+struct GroupMembers : Part {
+  static constexpr const auto& kKeys = Keys;
+  static auto* Find(ProjectStore& store, const Key& key) {
+    return key.Has(0) ? &Family::Group(store) : nullptr;
+  }
+};
+
+template <class Family>
+bool holdsItem(ProjectStore& store, int item) {
+  return between(1, item, Family::Count(store));
+}
+
+template <class Family, const auto& Keys = Family::kItemKeys>
+struct ItemMembers : Part {
+  static constexpr const auto& kKeys = Keys;
+  static auto* Find(ProjectStore& store, const Key& key) {
+    const bool inside = key.Has(1) && holdsItem<Family>(store, key.index[0]);
+    return inside ? &Family::Item(store, key.index[0]) : nullptr;
+  }
+};
+
+// The output settings of item index[1] in table index[0].
+template <class Family>
+OutputSet* findOutput(ProjectStore& store, const Key& key) {
+  const bool inside = inUse(store, key.index[0]) && holdsItem<Family>(store, key.index[1]);
+  return inside ? &Family::Item(store, key.index[1]).Output : nullptr;
+}
+
+template <class Family>
+HistoSet* findHisto(ProjectStore& store, const Key& key) {
+  OutputSet* output = findOutput<Family>(store, key);
+  return output != nullptr ? &output->Histo[key.index[0]] : nullptr;
+}
+
+template <class Family, const auto& Keys>
+struct HistoMembers : Part {
+  static constexpr const auto& kKeys = Keys;
+  static HistoSet* Find(ProjectStore& store, const Key& key) {
+    return key.Has(2) ? findHisto<Family>(store, key) : nullptr;
+  }
+};
+
+template <class Family, const auto& Keys>
+struct LevelMembers : HistoMembers<Family, Keys> {
+  static constexpr std::string_view kPrefix = Family::kLevelPrefix;
+};
+
+template <class Family, const auto& Keys, auto Values, auto Count>
+struct LevelValues : Part {
+  static constexpr const auto& kKeys = Keys;
+  static constexpr std::string_view kPrefix = Family::kLevelPrefix;
+  static float* Find(ProjectStore& store, const Key& key) {
+    HistoSet* histo = key.Has(3) ? findHisto<Family>(store, key) : nullptr;
+    if (histo == nullptr) return nullptr;
+    const int count = std::min<int>(histo->*Count, kLevels);
+    return key.index[2] < count ? &(histo->*Values)[key.index[2]] : nullptr;
+  }
+};
+
+template <class Family>
+struct Selections : Part {
+  static constexpr const auto& kKeys = kSelectionKeys;
+  static i16* Find(ProjectStore& store, const Key& key) {
+    OutputSet* output = key.Has(3) ? findOutput<Family>(store, key) : nullptr;
+    if (output == nullptr || !between(1, key.index[2], kOutputCodes)) return nullptr;
+    return &output->OutputSelect[key.index[0]][key.index[2] - 1];
+  }
+};
+
+template <class Family, const auto& Keys>
+struct Aliases : Part {
+  static constexpr const auto& kKeys = Keys;
+  static RepAlias* Find(ProjectStore& store, const Key& key) {
+    if (!key.Has(2) || !holdsItem<Family>(store, key.index[0])) return nullptr;
+    auto& item = Family::Item(store, key.index[0]);
+    const bool inside = between(1, key.index[1], CountOf(item.Reps, item.Alias));
+    return inside ? &item.Alias[key.index[1]] : nullptr;
+  }
+};
+
+// Old keys of multiplexer blocks that hold for one kind of them only.
+template <const auto& Keys, i32 Volts>
+struct OldTK40MMembers : ItemMembers<TK40MFamily, Keys> {
+  static TK40MBlockData* Find(ProjectStore& store, const Key& key) {
+    TK40MBlockData* block = ItemMembers<TK40MFamily, Keys>::Find(store, key);
+    return block != nullptr && block->TK40Volts == Volts ? block : nullptr;
+  }
+};
+
+// Ports: slot 0, as its literal 0 says.
+
+PortSlot& firstSlot(ProjectStore& store) { return store.Ports.Slot[0]; }
+
+struct PortSlotMembers : Part {
+  static constexpr const auto& kKeys = kPortSlotKeys;
+  static PortSlot* Find(ProjectStore& store, const Key& key) {
+    return key.Has(1) && key.index[0] == 0 ? &firstSlot(store) : nullptr;
+  }
+};
+
+template <const auto& Keys, int Last>
+struct PortMembers : Part {
+  static constexpr const auto& kKeys = Keys;
+  static Port* Find(ProjectStore& store, const Key& key) {
+    const bool inside = key.Has(2) && key.index[0] == 0 && between(1, key.index[1], Last);
+    return inside ? &firstSlot(store).Ports[key.index[1]] : nullptr;
+  }
+};
+
+struct PortStates : Part {
+  static constexpr const auto& kKeys = kPortStateKeys;
+  static PortState* Find(ProjectStore& store, const Key& key) {
+    const bool inside = key.Has(3) && between(0, key.index[0], 1) && key.index[1] == 0 &&
+                        between(1, key.index[2], kPorts);
+    return inside ? &firstSlot(store).Ports[key.index[2]].State[key.index[0]] : nullptr;
+  }
+};
+
+struct BinaryMasks : Part {
+  static constexpr const auto& kKeys = kBinaryMaskKeys;
+  static std::string* Find(ProjectStore& store, const Key& key) {
+    const bool inside =
+        key.Has(3) && between(0, key.index[0], 2) && key.index[1] == 0 && key.index[2] == 1;
+    return inside ? &firstSlot(store).BinaryMask[key.index[0]] : nullptr;
+  }
+};
+
+bool isPortTable(const ProjectStore& store, const Key& key) {
+  return key.index[0] == 0 && inUse(store, key.index[1]) && key.index[2] == 1;
+}
+
+struct PortHistograms : Part {
+  static constexpr const auto& kKeys = kHistogramKeys;
+  static HistoSet* Find(ProjectStore& store, const Key& key) {
+    const bool inside = key.Has(3) && isPortTable(store, key);
+    return inside ? &firstSlot(store).Output.Histo[key.index[1]] : nullptr;
+  }
+};
+
+struct PortSelections : Part {
+  static constexpr const auto& kKeys = kSelectionKeys;
+  static i16* Find(ProjectStore& store, const Key& key) {
+    const bool inside =
+        key.Has(4) && isPortTable(store, key) && between(1, key.index[3], kOutputCodes);
+    if (!inside) return nullptr;
+    return &firstSlot(store).Output.OutputSelect[key.index[1]][key.index[3] - 1];
+  }
+};
+
+struct FlagMembers : Part {
+  static constexpr const auto& kKeys = kFlagKeys;
+  static FlagControl* Find(ProjectStore& store, const Key& key) {
+    const bool inside = key.Has(1) && store.Flags.Holds(key.index[0]);
+    return inside ? &store.Flags[key.index[0]] : nullptr;
+  }
+};
+
+template <int State>
+struct FlagStates : Part {
+  static constexpr const auto& kKeys = kFlagStateKeys;
+  static constexpr std::string_view kPrefix = kFlagStatePrefix[State - 1];
+  static FlagState* Find(ProjectStore& store, const Key& key) {
+    FlagControl* control = FlagMembers::Find(store, key);
+    return control != nullptr ? &control->State[State] : nullptr;
+  }
+};
+
+struct ExciteChannels : Part {
+  static constexpr const auto& kKeys = kExciteChannelKeys;
+  static ExciteChannel* Find(ProjectStore& store, const Key& key) {
+    const bool inside = key.Has(1) && between(1, key.index[0], 2);
+    return inside ? &store.ExciteOut.Slot[0][key.index[0]] : nullptr;
+  }
+};
+
+template <const auto& Keys>
+struct CanModuleMembers : Part {
+  static constexpr const auto& kKeys = Keys;
+  static CanModuleData* Find(ProjectStore& store, const Key& key) {
+    return key.Has(0) ? &store.Can.Module[kSavedCanModule] : nullptr;
+  }
+};
+
+struct CalcColumns : Part {
+  static constexpr const auto& kKeys = kCalcColumnKeys;
+  static std::string* Find(ProjectStore& store, const Key& key) {
+    const bool inside =
+        key.Has(2) && holdsItem<CalcFamily>(store, key.index[0]) && between(1, key.index[1], 4);
+    return inside ? &store.CalcFields.Field[key.index[0]].CalcField[key.index[1]] : nullptr;
+  }
+};
+
+// The keys of one section behind a small hash table that is made at compile time.
+template <class... Parts>
+class Keys {
+ public:
+  // Stores the value under the key; a key that is none of the section's changes nothing.
+  static void Take(ProjectStore& store, const Key& key, std::string_view value) {
+    for (std::size_t at = placeOf(key.name); kPlaces[at] != 0; at = (at + 1) % kPlaceCount) {
+      const Entry& entry = kEntries[kPlaces[at] - 1U];
+      if (isNamed(entry, key.name) && takeBy(entry, store, key, value)) return;
+    }
+  }
+
+ private:
+  struct Entry {
+    std::string_view prefix;
+    std::string_view key;
+    std::uint8_t part = 0;
+    std::uint8_t field = 0;
+
+    [[nodiscard]] constexpr std::size_t Size() const { return prefix.size() + key.size(); }
+    [[nodiscard]] constexpr char At(std::size_t at) const {
+      return at < prefix.size() ? prefix[at] : key[at - prefix.size()];
+    }
+  };
+
+  static constexpr std::size_t kCount = (std::size(Parts::kKeys) + ...);
+  static constexpr std::size_t kPlaceCount = 512;
+  static_assert(kCount < 128, "a place is one byte, and most places are to stay free");
+
+  static constexpr std::size_t mix(std::size_t size, char first, char middle, char last) {
+    return (size * 67 + static_cast<unsigned char>(first) * 31U +
+            static_cast<unsigned char>(middle) * 13U + static_cast<unsigned char>(last) * 5U) %
+           kPlaceCount;
+  }
+  static std::size_t placeOf(std::string_view name) {
+    if (name.empty()) return 0;
+    return mix(name.size(), name.front(), name[name.size() / 2], name.back());
+  }
+  static bool isNamed(const Entry& entry, std::string_view name) {
+    return name.size() == entry.Size() && name.ends_with(entry.key) &&
+           name.starts_with(entry.prefix);
+  }
+
+  template <class P>
+  static bool takeField(std::size_t field, ProjectStore& store, const Key& key,
+                        std::string_view value) {
+    auto* record = P::Find(store, key);
+    if (record == nullptr) return false;
+    const auto& entry = P::kKeys[field];
+    Visit(entry, *record, [&](auto& member) { takeValue(member, entry.form, entry.limit, value); });
+    return true;
+  }
+  static bool takeBy(const Entry& entry, ProjectStore& store, const Key& key,
+                     std::string_view value) {
+    using Taker = bool (*)(std::size_t, ProjectStore&, const Key&, std::string_view);
+    static constexpr Taker kTakers[] = {takeField<Parts>...};
+    return kTakers[entry.part](entry.field, store, key, value);
+  }
+
+  template <class P>
+  static constexpr void list(std::array<Entry, kCount>& entries, std::size_t& count,
+                             std::uint8_t part) {
+    std::uint8_t field = 0;
+    for (const auto& key : P::kKeys) entries[count++] = {P::kPrefix, key.key, part, field++};
+  }
+  static constexpr std::array<Entry, kCount> listAll() {
+    std::array<Entry, kCount> entries{};
+    std::size_t count = 0;
+    std::uint8_t part = 0;
+    (list<Parts>(entries, count, part++), ...);
+    return entries;
+  }
+  static constexpr std::array<std::uint8_t, kPlaceCount> placeAll() {
+    std::array<std::uint8_t, kPlaceCount> places{};
+    std::uint8_t number = 0;
+    for (const Entry& entry : listAll()) {
+      const std::size_t size = entry.Size();
+      std::size_t at = mix(size, entry.At(0), entry.At(size / 2), entry.At(size - 1));
+      while (places[at] != 0) at = (at + 1) % kPlaceCount;
+      places[at] = ++number;
+    }
+    return places;
+  }
+
+  static constexpr std::array<Entry, kCount> kEntries = listAll();
+  static constexpr std::array<std::uint8_t, kPlaceCount> kPlaces = placeAll();
+};
+
+// What every measured item adds to the keys of its kind.
+template <class Family, class... More>
+using OutputKeys =
+    Keys<More..., HistoMembers<Family, kHistogramKeys>, HistoMembers<Family, kRainHistoKeys>,
+         LevelMembers<Family, kLevelKeys>,
+         LevelValues<Family, kLevelOneKeys, &HistoSet::LevelVarOne, &HistoSet::LevNumLevels>,
+         LevelMembers<Family, kLevNumTestsKeys>,
+         LevelValues<Family, kLevelTwoKeys, &HistoSet::LevelVarTwo, &HistoSet::LevNumTests>,
+         LevelMembers<Family, kNumDimsKeys>, Selections<Family>>;
+
+template <class Family, class... More>
+using FamilyKeys =
+    OutputKeys<Family, GroupMembers<Family>, ItemMembers<Family>, Aliases<Family, kAliasKeys>,
+               Aliases<Family, Family::kOffsetKeys>, Aliases<Family, kAliasExceptKeys>, More...>;
+
+using P = ProjectStore;
+
+void takeKey(ProjectStore& store, Section section, const Key& key, std::string_view value) {
+  switch (section) {
+    case Section::kGenVersion:
+      return Keys<Single<kGenVersionKeys, &P::Gen>>::Take(store, key, value);
+    case Section::kConfiguration:
+      return Keys<Single<kOperatorKeys, &P::Gen>, Single<kQuantityKeys, &P::Config>,
+                  Elements<kMonitorPowerKeys, &P::Config, &Configuration::MonitorPower>,
+                  Elements<kTcConfigOptsKeys, &P::Config, &Configuration::TcConfigOpts>,
+                  Single<kConfigurationKeys, &P::Config>, StatusRows>::Take(store, key, value);
+    case Section::kScanSetup:
+      return Keys<Single<kScanKeys, &P::Scan>>::Take(store, key, value);
+    case Section::kTableSetup:
+      return Keys<Single<kDisplayKeys, &P::Tables>, TableSwitches, TableMembers<kTableKeys>,
+                  TriggerRows<0>, TableMembers<kTrigTabStopKeys>, TriggerRows<1>,
+                  TableMembers<kEventStartKeys, Brackets::kStart>,
+                  TableMembers<kEventStopKeys, Brackets::kStop>, TableMembers<kEventKeys>,
+                  TableMembers<kTableControlKeys>, WriteRows,
+                  TableMembers<kWriteGroupKeys>>::Take(store, key, value);
+    case Section::kPowerOut:
+      return Keys<Single<kReferenceKeys, &P::PowerOut>,
+                  ReferenceSelections<&P::PowerOut, kPowerOutCodes>,
+                  ReferenceHisto<kHistogramKeys, &P::PowerOut>,
+                  ReferenceHisto<kRainHistoKeys, &P::PowerOut>>::Take(store, key, value);
+    case Section::kTK40MRef:
+      return Keys<Single<kReferenceKeys, &P::TK40MRef>,
+                  ReferenceSelections<&P::TK40MRef, kReferenceCodes>,
+                  ReferenceHisto<kHistogramKeys, &P::TK40MRef>,
+                  ReferenceHisto<kRainCodeKeys, &P::TK40MRef>>::Take(store, key, value);
+    case Section::kTK40MBlocks:
+      return FamilyKeys<TK40MFamily, ItemMembers<TK40MFamily, kTK40MOldKeys>,
+                        OldTK40MMembers<kTK40MOldTempKeys, 0>,
+                        OldTK40MMembers<kTK40MOldVoltKeys, 1>>::Take(store, key, value);
+    case Section::kTcRef:
+      return Keys<Single<kReferenceKeys, &P::TcRef>,
+                  ReferenceSelections<&P::TcRef, kReferenceCodes>>::Take(store, key, value);
+    case Section::kTempBlocks:
+      return FamilyKeys<TempFamily>::Take(store, key, value);
+    case Section::kVoltBlocks:
+      return FamilyKeys<VoltFamily>::Take(store, key, value);
+    case Section::kBridgeBlocks:
+      return FamilyKeys<BridgeFamily, HistoMembers<BridgeFamily, kBridgeOldKeys>>::Take(store, key,
+                                                                                        value);
+    case Section::kPulseBlocks:
+      return FamilyKeys<PulseFamily<0>, GroupMembers<PulseFamily<0>, kPulseOldKeys>>::Take(
+          store, key, value);
+    case Section::kPortSetup:
+      return Keys<Single<kCodeTypeKeys, &P::Ports>, PortSlotMembers, PortMembers<kPortKeys, kPorts>,
+                  PortMembers<kPolarityKeys, kPorts - 1>, PortStates, BinaryMasks, PortHistograms,
+                  PortSelections>::Take(store, key, value);
+    case Section::kFlagControl:
+      return Keys<FlagMembers, FlagStates<1>, FlagStates<2>>::Take(store, key, value);
+    case Section::kExciteControl:
+      return Keys<Single<kExciteKeys, &P::ExciteOut>, ExciteChannels>::Take(store, key, value);
+    case Section::kCanItems:
+      return FamilyKeys<CanFamily, CanModuleMembers<kCanModuleKeys>,
+                        CanModuleMembers<kCanEnabledKeys>>::Take(store, key, value);
+    case Section::kSpeedCalc:
+      return Keys<
+          Single<kSpeedCalcKeys, &P::SpeedCalc>,
+          Elements<kGearRatioKeys, &P::SpeedCalc, &SpeedCalcRecord::GearRatio>>::Take(store, key,
+                                                                                      value);
+    case Section::kMultOffCalc:
+      return Keys<Single<kLineCalcKeys, &P::MultOffCalc>>::Take(store, key, value);
+    case Section::kMVPerVoltCalc:
+      return Keys<Single<kMVPerVoltCalcKeys, &P::MVPerVoltCalc>>::Take(store, key, value);
+    case Section::kPotCalc:
+      return Keys<Single<kLineCalcKeys, &P::PotCalc>>::Take(store, key, value);
+    case Section::kRsCalc:
+      return Keys<Single<kRsCalcKeys, &P::RsCalc>>::Take(store, key, value);
+    case Section::kRpmCalc:
+      return Keys<Single<kRpmCalcKeys, &P::RpmCalc>>::Take(store, key, value);
+    case Section::kMoreSpeedCalc:
+      return Keys<Single<kMoreSpeedCalcKeys, &P::MoreSpeedCalc>>::Take(store, key, value);
+    case Section::kFlowCalc:
+      return Keys<Single<kFlowCalcKeys, &P::FlowCalc>>::Take(store, key, value);
+    case Section::kCalcFields:
+      return OutputKeys<CalcFamily, GroupMembers<CalcFamily>, ItemMembers<CalcFamily>,
+                        CalcColumns>::Take(store, key, value);
+  }
+}
+
+// Lines
+
+// Whether a line is the header, or the header spelled without its blanks.
+bool isHeader(std::string_view line, std::string_view header) {
+  if (line == header) return true;
+  for (const char c : header) {
+    if (c == ' ') continue;
+    if (line.empty() || line.front() != c) return false;
+    line.remove_prefix(1);
+  }
+  return line.empty();
+}
+
+std::optional<Section> findSection(std::string_view line) {
+  for (const SectionName& row : kSections) {
+    if (isHeader(line, row.header)) return row.section;
+  }
+  return std::nullopt;
+}
+
+// The next line without its end, CR LF or LF; the last one may have none.
+std::string_view takeLine(std::string_view& rest) {
+  const std::size_t end = rest.find('\n');
+  std::string_view line = rest.substr(0, end);
+  if (end == std::string_view::npos) {
+    rest = {};
+    return line;
+  }
+  rest.remove_prefix(end + 1);
+  if (line.ends_with('\r')) line.remove_suffix(1);
+  return line;
+}
+
+// Reads the lines; true when the section of the panel reference was met.
+bool readLines(ProjectStore& store, std::string_view rest) {
+  bool sawTcRef = false;
+  bool firstLine = true;
+  std::optional<Section> section;
+  while (!rest.empty()) {
+    const std::string_view line = takeLine(rest);
+    if (std::exchange(firstLine, false) && Holds(line, ".")) store.Gen.Version.assign(line);
+    if (line.find('[') != std::string_view::npos) {
+      section = findSection(line);
+      if (section == Section::kTcRef) sawTcRef = true;
+      continue;
+    }
+    const std::size_t equals = line.find('=');
+    if (equals == std::string_view::npos) continue;
+    if (!section) break;
+    takeKey(store, *section, ParseKey(line.substr(0, equals)), line.substr(equals + 1));
+  }
+  return sawTcRef;
+}
+
+}  // namespace
+
+void ReadProjectText(ProjectStore& store, std::string_view bytes) {
+  const bool sawTcRef = readLines(store, bytes);
+  UpgradeConditions(store);
+  if (!sawTcRef) RecountAliasExcept(store);
+}
+
+}  // namespace ostrand::ORVUS_GENFILE
