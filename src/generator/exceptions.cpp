@@ -1,0 +1,57 @@
+// Multipliers and offsets that single repetitions have of their own.
+#include <algorithm>
+#include <array>
+
+#include "generator/bridge_style.h"
+#include "generator/savedld.h"
+#include "model/names.h"
+
+namespace ostrand {
+namespace {
+
+constexpr std::array<Family, 6> kOrder = {Family::kTemp,  Family::kVolt, Family::kBridge,
+                                          Family::kPulse, Family::kCan,  Family::kTK40M};
+
+}  // namespace
+
+void SAVEDLD::Exceptions() {
+  const bool any = std::any_of(kOrder.begin(), kOrder.end(), [this](Family family) {
+    const auto views = blocksOf(family);
+    return std::any_of(views.begin(), views.end(),
+                       [](const BlockView& view) { return view.except->Any(); });
+  });
+  if (!any) return;
+  PutTitle("   ", " exception multipliers and offsets ", '\'');
+  for (const Family family : kOrder) {
+    if (family == Family::kTK40M && store_.Config.TK40MQty <= 0) continue;
+    for (const BlockView& view : blocksOf(family)) {
+      if (view.except->Any()) blockExceptions(view);
+    }
+  }
+  Put({"   ", Fill{'\'', 64}});
+}
+
+// All multipliers of a block come before its offsets. Strain has gauge factors in the place of
+// offsets, and no multipliers.
+void SAVEDLD::blockExceptions(const BlockView& view) {
+  const bool strain = view.Kind() == Family::kBridge && IsStrain(store_.BridgeBlock[view.n]);
+  const auto assign = [&](std::string_view array, int r, std::string_view value,
+                          std::string_view what) {
+    Put({"   ", array, "(", r, ") = ", value},
+        {"'Exception ", what, " for ", view.names.source, "(", r, ") alias \"",
+         view.Alias(r).AliasName, "\""});
+  };
+  for (int r = 1; r <= view.data->Reps; ++r) {
+    const RepAlias& alias = view.Alias(r);
+    if (strain || !HasOwnMult(ExceptCode(alias))) continue;
+    assign(view.names.mult, r, alias.AliasMult, "multiplier");
+  }
+  const std::string array = strain ? GaugeName(view.n) : view.names.offset;
+  for (int r = 1; r <= view.data->Reps; ++r) {
+    const RepAlias& alias = view.Alias(r);
+    if (!HasOwnOffset(ExceptCode(alias))) continue;
+    assign(array, r, alias.AliasOffset, strain ? "gauge factor" : "offset");
+  }
+}
+
+}  // namespace ostrand

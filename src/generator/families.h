@@ -1,0 +1,82 @@
+// The measurement families of the program, their naming stems and their blocks in one view.
+#pragma once
+
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "model/enums.h"
+#include "model/store.h"
+
+namespace ostrand {
+
+enum class Family { kTemp, kVolt, kBridge, kPulse, kTK40M, kCan };
+
+// What sets a family apart in the program's texts.
+struct FamilyTexts {
+  Family family;
+  OrvusDataObjTypes kind;           // gives the naming stem
+  std::string_view constantsTitle;  // section of its constants
+  std::string_view blockTitle;      // head of a block's constants, before the block number
+  std::string_view bodyTitle;       // head of its statements in the scan
+  std::string_view outputTitle;     // head of its outputs in a data table
+};
+
+const FamilyTexts& TextsOf(Family family);
+
+// Whether any repetition of a block has its own multiplier or offset.
+struct ExceptFlags {
+  bool ExceptMult = false;
+  bool ExceptOffset = false;
+  [[nodiscard]] bool Any() const { return ExceptMult || ExceptOffset; }
+};
+
+// Exception flags of every block of every family.
+struct AllExceptFlags {
+  Row<ExceptFlags, 1, kBlocks> Temp, Volt, Bridge, TK40M;
+  Row<Row<ExceptFlags, 1, kPulseBlocks>, 0, 1> Pulse;
+  Row<ExceptFlags, 1, kCanItems> Can;
+};
+
+// The program's names for one block.
+struct BlockNames {
+  std::string source;       // TBlk1, or the CAN item's name
+  std::string mult;         // MTBlk1, array of multipliers
+  std::string offset;       // OTBlk1, array of offsets
+  std::string reps;         // TREP1, or {Name}NumVals
+  std::string multConst;    // TMULT1, or {Name}Mult
+  std::string offsetConst;  // TOSET1, or {Name}OSet
+};
+
+// One block of any family.
+struct BlockView {
+  const FamilyTexts* texts = nullptr;
+  int n = 0;  // number in the program, from 1
+  MeasBlock* data = nullptr;
+  std::span<RepAlias> aliases;
+  ExceptFlags* except = nullptr;
+  BlockNames names;
+
+  [[nodiscard]] Family Kind() const { return texts->family; }
+  // Repetition `r` from 1; Fault 9 past the rows that the block has.
+  [[nodiscard]] RepAlias& Alias(int r) const;
+};
+
+inline bool HasReps(const BlockView& view) { return view.data->Reps > 0; }
+
+// The blocks of a family in the order of the store, 1 to the family's count; pulse blocks of slot
+// 0, then of slot 1, both numbered from 1; CAN items 1 to CanCount.
+std::vector<BlockView> BlocksOf(ProjectStore& store, AllExceptFlags& flags, Family family);
+
+// AliasExcept as a number: 1 units, 2 multiplier, 4 offset, added up; 0 for any other text.
+int ExceptCode(const RepAlias& alias);
+inline bool HasOwnMult(int exceptCode) { return (exceptCode & 2) != 0; }
+inline bool HasOwnOffset(int exceptCode) { return (exceptCode & 4) != 0; }
+
+// Whether the item is written to the table with that instruction.
+inline bool IsSelected(const OutputSet& output, int table, int code) {
+  return output.OutputSelect[table][code] != 0;
+}
+
+}  // namespace ostrand

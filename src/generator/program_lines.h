@@ -1,0 +1,84 @@
+// The line buffer of a generator run, and the pieces that its lines are made of.
+#pragma once
+
+#include <cstdint>
+#include <initializer_list>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace ostrand {
+
+// So many copies of one character.
+struct Fill {
+  char character;
+  int count;
+};
+
+// A piece of a line: a text, a number in its general text, a single character or a fill. Lives no
+// longer than the call that it is made for.
+class Piece {
+ public:
+  Piece(const char* text) : Piece(std::string_view(text)) {}
+  Piece(std::string_view text) : kind_(Kind::kText), text_(text) {}
+  Piece(const std::string& text) : Piece(std::string_view(text)) {}
+  Piece(char character) : Piece(Fill{character, 1}) {}
+  Piece(Fill fill) : kind_(Kind::kFill), fill_(fill) {}
+  Piece(int number) : kind_(Kind::kWhole), whole_(number) {}
+  Piece(float number) : kind_(Kind::kSingle), single_(number) {}
+  Piece(double number) : kind_(Kind::kDouble), double_(number) {}
+
+  // Appends the piece to a text. A fill of a negative count raises Fault 5.
+  void AppendTo(std::string& text) const;
+
+ private:
+  enum class Kind { kText, kFill, kWhole, kSingle, kDouble };
+  Kind kind_;
+  union {
+    std::string_view text_;
+    Fill fill_;
+    std::int64_t whole_;
+    float single_;
+    double double_;
+  };
+};
+
+using Pieces = std::initializer_list<Piece>;
+
+// The pieces as one text.
+std::string Joined(Pieces pieces);
+
+// What stands between a statement and its comment.
+enum class Pad {
+  kStrict,    // blanks up to column 65; a longer statement is a failure
+  kGuarded,   // the same, but one blank from a length of 65 on
+  kOver,      // the same, but one blank from a length of 66 on
+  kTouching,  // the same, but nothing from a length of 65 on
+};
+
+// Comments start in the column behind this one.
+inline constexpr int kCommentColumn = 65;
+
+// `ProgramLines` and `LineCount`: up to 3000 lines, counted from 1. A line that can't be stored
+// leaves the buffer as it was: Fault 9 for the 3001st, Fault 5 for a statement too long for the
+// comment column.
+class ProgramLines {
+ public:
+  static constexpr int kRoom = 3000;
+
+  void Clear();
+  void Add(Pieces line);
+  void Add(Pieces statement, Pieces comment, Pad pad);
+
+  [[nodiscard]] int LineCount() const { return static_cast<int>(ends_.size()); }
+  // The line at a position from 1 to LineCount. Fault 9 outside.
+  [[nodiscard]] std::string_view operator[](int position) const;
+
+ private:
+  void store(std::size_t start);
+
+  std::string bytes_;                // all lines, one behind the other
+  std::vector<std::uint32_t> ends_;  // where each of them ends
+};
+
+}  // namespace ostrand

@@ -1,0 +1,52 @@
+// Statements of the pulse and frequency blocks.
+#include <algorithm>
+#include <array>
+
+#include "generator/savedld.h"
+#include "text/strings.h"
+
+namespace ostrand {
+namespace {
+
+constexpr std::array<std::string_view, 3> kPulseKinds = {"HILEV", "LOLEV", "SWTCH"};
+
+bool isKnown(const PulseBlockData& block) {
+  return std::any_of(kPulseKinds.begin(), kPulseKinds.end(),
+                     [&](std::string_view kind) { return SameText(block.Meas, kind); });
+}
+
+bool anyReps(const PulseBlockGroup& group) {
+  for (int k = 1; k <= group.BlockCount; ++k) {
+    if (group[k].Reps > 0) return true;
+  }
+  return false;
+}
+
+}  // namespace
+
+// A block takes one channel, whatever its repetitions; the channels go on from group to group,
+// while the block numbers begin anew.
+void SAVEDLD::Pulses() {
+  int channel = 0;
+  for (int slot = 0; slot <= 1; ++slot) {
+    const PulseBlockGroup& group = store_.PulseBlock[slot];
+    if (group.BlockCount < 1) continue;
+    if (anyReps(group)) PutTitle("      ", TextsOf(Family::kPulse).bodyTitle);
+
+    Row<std::string, 1, kPulseBlocks> statements;
+    for (int n = 1; n <= group.BlockCount; ++n) {
+      const PulseBlockData& block = group[n];
+      if (block.Reps <= 0 || !isKnown(block)) continue;
+      const bool own = block.CalOnSite != 0 || needs_.Except.Pulse[slot][n].Any();
+      const std::string scaling = own ? Joined({",MPBlk", n, "(),OPBlk", n, "())"})
+                                      : Joined({",PMULT", n, ",POSET", n, ")"});
+      statements[n] = Joined(
+          {"PulseCount(PBlk", n, "(),PREP", n, ",", ++channel, ",PCONF", n, ",POPT", n, scaling});
+    }
+    for (const std::string& statement : statements) {
+      if (!statement.empty()) Put({"      ", statement});
+    }
+  }
+}
+
+}  // namespace ostrand

@@ -1,0 +1,69 @@
+// Voltage statements.
+#include <string>
+
+#include "generator/channels.h"
+#include "generator/savedld.h"
+
+namespace ostrand {
+namespace {
+
+struct Neighbours {
+  bool first;                 // of the array
+  std::string_view previous;  // type of the block before it in the array
+  std::string_view measured;  // type of the last block written, of any kind
+};
+
+// The channel of a block. A first block follows the last block written, so a project with voltage
+// blocks alone begins at channel 1 in a new session whatever its start channel says.
+int channelOf(const VoltBlockData& block, const Neighbours& near, bool automatic, int channel,
+              int& cursor) {
+  if (IsDifferential(block.MeasType)) {
+    const bool behindSingleEnded = IsSingleEnded(near.measured);
+    const std::string_view other = near.first ? near.measured : near.previous;
+    if (!behindSingleEnded && !IsDifferential(other)) return channel;
+    const int next = NextDifferential(cursor, behindSingleEnded);
+    return automatic ? next : block.StartChan;
+  }
+  if (!IsSingleEnded(block.MeasType)) return channel;
+  const std::string_view before = near.first ? near.measured : near.previous;
+  if (!IsSingleEnded(before) && !IsDifferential(before)) return channel;
+  return automatic ? NextSingleEnded(cursor, IsDifferential(before)) : block.StartChan;
+}
+
+}  // namespace
+
+void SAVEDLD::Voltage() {
+  if (store_.VoltBlock.BlockCount < 1) return;
+  VZeroText_.Fill("");
+  PutBodyTitle(Family::kVolt);
+  const bool automatic = store_.Config.AutoChan != 0;
+  std::string_view previous;
+  std::string reverse;
+  for (const BlockView& view : blocksOf(Family::kVolt)) {
+    const VoltBlockData& block = store_.VoltBlock[view.n];
+    if (HasReps(view)) {
+      BlockChan_ = channelOf(block, {view.n == 1, previous, PrevMeasType_}, automatic, BlockChan_,
+                             ChanCursor_);
+      if (IsSingleEnded(block.MeasType) || IsDifferential(block.MeasType)) {
+        reverse = block.ReverseMes != 0 ? ",True" : ",False";
+      }
+      const int n = view.n;
+      const std::string head =
+          Joined({"      Volt", block.MeasType, "(VBlk", n, "(),VREP", n, ",VRNG", n, ",",
+                  BlockChan_, reverse, ",VSETL", n, ",VINT", n});
+      if (block.CalOnSite != 0 || view.except->Any()) {
+        Put({head, ",MVBlk", n, "(),OVBlk", n, "())"});
+      } else if (block.ZeroFlag < 1) {
+        Put({head, ",VMULT", n, ",VOSET", n, ")"});
+      } else {
+        Put({head, ",VMULT", n, ",OVBlk", n, "())"});
+      }
+      if (block.ZeroFlag != 0) VZeroText_[n] = lines_[lines_.LineCount()];
+      ChanCursor_ += TerminalsOf(block.MeasType, block.Reps);
+      PrevMeasType_ = block.MeasType;
+    }
+    previous = block.MeasType;
+  }
+}
+
+}  // namespace ostrand
