@@ -1,0 +1,57 @@
+// A user who answers by a script. A box or dialog that the script does not foresee fails the test,
+// and so does one that it foresees and that never comes.
+#pragma once
+
+#include <deque>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/forms.h"
+
+namespace ostrand::testing {
+
+class ScriptedForms : public platform::Forms {
+ public:
+  ~ScriptedForms() override;
+
+  // The next box has this title and text and gets this answer.
+  void ExpectBox(std::string title, std::string text,
+                 platform::Answer answer = platform::Answer::kOk);
+  // The next box has this title and a text that holds `part`.
+  void ExpectBoxWith(std::string title, std::string part,
+                     platform::Answer answer = platform::Answer::kOk);
+  // The next open or save dialog is answered so; nothing stands for Cancel.
+  void ExpectOpen(std::optional<std::string> answer);
+  void ExpectSave(std::optional<std::string> answer);
+
+  platform::Answer ShowBox(const platform::MessageBox& box) override;
+  std::optional<std::string> AskOpen(const platform::FileDialog& dialog) override;
+  std::optional<std::string> AskSave(const platform::FileDialog& dialog) override;
+  void SetHelpLine(const std::string& text) override { helpLines.push_back(text); }
+  void SetPointer(platform::Pointer shape) override { pointer = shape; }
+  void Beep() override { ++beeps; }
+
+  platform::FileDialog dialog;  // the last one asked
+  std::vector<std::string> helpLines;
+  platform::Pointer pointer = platform::Pointer::kNormal;
+  int beeps = 0;
+
+ private:
+  struct Box {
+    std::string title;
+    std::string text;
+    bool whole;  // or a part of the text only
+    platform::Answer answer;
+  };
+  struct Dialog {
+    bool save;
+    std::optional<std::string> answer;
+  };
+  std::optional<std::string> ask(const platform::FileDialog& asked, bool save);
+
+  std::deque<Box> boxes_;
+  std::deque<Dialog> dialogs_;
+};
+
+}  // namespace ostrand::testing
