@@ -38,7 +38,8 @@ class GoldenProject : public ::testing::TestWithParam<const char*> {
     ORVUS_COMMON::ClearStore(store());
     ORVUS_COMMON::SetAllDefaults(store());
     ORVUS_COMMON::SetLoggerConstants(store());
-    project_ = testing::ReadDisk(std::string(OSTRAND_SOURCE_DIR "/examples/") + GetParam() + ".VKG");
+    project_ =
+        testing::ReadDisk(std::string(OSTRAND_SOURCE_DIR "/examples/") + GetParam() + ".VKG");
     ORVUS_GENFILE::ReadProjectText(store(), project_);
   }
 
@@ -63,15 +64,14 @@ TEST_P(GoldenProject, GivesTheExactProgram) {
 }
 
 TEST_P(GoldenProject, IsSavedAsItWasRead) {
-  const std::string saved =
-      ORVUS_GENFILE::ProjectFileText(store(), testing::FixedClock().Now());
+  const std::string saved = ORVUS_GENFILE::ProjectFileText(store(), testing::FixedClock().Now());
   EXPECT_TRUE(saved == project_) << firstDifference(saved, project_);
 }
 
 INSTANTIATE_TEST_SUITE_P(Examples, GoldenProject,
                          ::testing::Values("engine-test-cell", "building-climate",
-                                         "bridge-monitoring", "weather-mast", "vehicle-test",
-                                         "thermal-survey"),
+                                           "bridge-monitoring", "weather-mast", "vehicle-test",
+                                           "thermal-survey"),
                          [](const auto& example) {
                            std::string name = example.param;
                            std::erase(name, '-');

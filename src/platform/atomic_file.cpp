@@ -16,7 +16,19 @@ AtomicFile::~AtomicFile() {
   if (created_) static_cast<void>(static_cast<bool>(files_.Delete(hidden_)));
 }
 
-Result<> AtomicFile::Write(std::string_view bytes) {
+Result<> AtomicFile::Write(std::string_view bytes) { return ofTarget(write(bytes)); }
+
+Result<> AtomicFile::Commit() { return ofTarget(commit()); }
+
+Result<> AtomicFile::ofTarget(Result<> result) const {
+  if (result) return result;
+  std::string text = result.ErrorText();
+  const std::size_t at = text.find(hidden_);
+  if (at != std::string::npos) text.replace(at, hidden_.size(), path_);
+  return Error{std::move(text)};
+}
+
+Result<> AtomicFile::write(std::string_view bytes) {
   if (!file_) {
     // A remainder of a process that died is of no use to anybody.
     if (files_.Exists(hidden_)) {
@@ -30,7 +42,7 @@ Result<> AtomicFile::Write(std::string_view bytes) {
   return file_->Write(bytes);
 }
 
-Result<> AtomicFile::Commit() {
+Result<> AtomicFile::commit() {
   if (auto synced = file_->Sync(); !synced) return synced;
   auto closed = file_->Close();
   file_.reset();

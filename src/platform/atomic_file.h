@@ -10,7 +10,7 @@
 namespace ostrand::platform {
 
 // Writes to a hidden neighbour of `path`; Commit checks every step, syncs and renames it over the
-// target. What was not committed is removed by the destructor.
+// target. What was not committed is removed by the destructor. Errors name the target.
 class AtomicFile {
  public:
   AtomicFile(FileSystem& files, std::string_view path);
@@ -22,6 +22,11 @@ class AtomicFile {
   Result<> Commit();
 
  private:
+  Result<> write(std::string_view bytes);
+  Result<> commit();
+  // An error of the neighbour, told of the file that the user knows.
+  [[nodiscard]] Result<> ofTarget(Result<> result) const;
+
   FileSystem& files_;
   std::string path_;
   std::string hidden_;

@@ -28,6 +28,8 @@ class FileSystem {
 
   // Whether a regular file of that name can be found.
   virtual bool Exists(std::string_view path) = 0;
+  // Whether anything at all stands under that name, a folder or a device included.
+  virtual bool Taken(std::string_view path) { return Exists(path); }
   // The name of that file as it stands on the disk; the path itself when there is none.
   virtual std::string Find(std::string_view path) = 0;
   // Folder the process stands in, with its trailing separator.

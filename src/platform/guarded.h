@@ -3,11 +3,15 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "platform/forms.h"
 #include "text/fault.h"
 
 namespace ostrand {
+
+// A failure of the disk; `text` is that of the Error and names the path.
+inline Fault FileAccess(std::string text) { return {75, std::move(text)}; }
 
 // Shows the box "TROUBLE" for a fault that happened in `routine` ("SAVEDLD.Constants"), with a
 // beep and the normal pointer.

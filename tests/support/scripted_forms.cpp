@@ -30,6 +30,10 @@ void ScriptedForms::ExpectSave(std::optional<std::string> answer) {
 }
 
 Answer ScriptedForms::ShowBox(const platform::MessageBox& box) {
+  if (boxes_.empty() && collecting_) {
+    shown.push_back(box);
+    return Answer::kOk;
+  }
   if (boxes_.empty()) {
     ADD_FAILURE() << "Unexpected box " << box.title << ": " << box.text;
     return box.buttons == platform::Buttons::kYesNo ? Answer::kNo : Answer::kCancel;

@@ -21,6 +21,9 @@ class ScriptedForms : public platform::Forms {
   // The next box has this title and a text that holds `part`.
   void ExpectBoxWith(std::string title, std::string part,
                      platform::Answer answer = platform::Answer::kOk);
+  // Boxes that the script does not foresee are kept in `shown` from now on and answered with OK;
+  // for tests that look at them afterwards.
+  void CollectBoxes() { collecting_ = true; }
   // The next open or save dialog is answered so; nothing stands for Cancel.
   void ExpectOpen(std::optional<std::string> answer);
   void ExpectSave(std::optional<std::string> answer);
@@ -32,7 +35,8 @@ class ScriptedForms : public platform::Forms {
   void SetPointer(platform::Pointer shape) override { pointer = shape; }
   void Beep() override { ++beeps; }
 
-  platform::FileDialog dialog;  // the last one asked
+  platform::FileDialog dialog;              // the last one asked
+  std::vector<platform::MessageBox> shown;  // boxes collected
   std::vector<std::string> helpLines;
   platform::Pointer pointer = platform::Pointer::kNormal;
   int beeps = 0;
@@ -50,6 +54,7 @@ class ScriptedForms : public platform::Forms {
   };
   std::optional<std::string> ask(const platform::FileDialog& asked, bool save);
 
+  bool collecting_ = false;
   std::deque<Box> boxes_;
   std::deque<Dialog> dialogs_;
 };

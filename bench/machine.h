@@ -1,0 +1,50 @@
+// Surroundings for measuring: a fixed clock, no disk, a user who is never asked.
+#pragma once
+
+#include <cstdio>
+#include <cstdlib>
+
+#include "platform/clock.h"
+#include "platform/filesystem.h"
+#include "platform/forms.h"
+
+namespace ostrand::bench {
+
+class FixedClock : public platform::Clock {
+ public:
+  platform::Moment Now() override { return {2003, 3, 10, 14, 5, 0}; }
+};
+
+class NoFiles : public platform::FileSystem {
+ public:
+  bool Exists(std::string_view) override { return false; }
+  std::string Find(std::string_view path) override { return std::string(path); }
+  std::string WorkingFolder() override { return "/"; }
+  Result<std::string> Read(std::string_view) override { return none(); }
+  Result<std::unique_ptr<platform::OutputFile>> Create(std::string_view) override {
+    return none();
+  }
+  Result<> Rename(std::string_view, std::string_view) override { return none(); }
+  Result<> Delete(std::string_view) override { return none(); }
+  Result<> ClearReadOnly(std::string_view) override { return none(); }
+  Result<> SyncFolder(std::string_view) override { return none(); }
+
+ private:
+  static Error none() { return {"no disk here"}; }
+};
+
+// A box in a measured run is a fault of the measurement.
+class SilentForms : public platform::Forms {
+ public:
+  platform::Answer ShowBox(const platform::MessageBox& box) override {
+    std::fprintf(stderr, "unexpected box: %s\n%s\n", box.title.c_str(), box.text.c_str());
+    std::abort();
+  }
+  std::optional<std::string> AskOpen(const platform::FileDialog&) override { return {}; }
+  std::optional<std::string> AskSave(const platform::FileDialog&) override { return {}; }
+  void SetHelpLine(const std::string&) override {}
+  void SetPointer(platform::Pointer) override {}
+  void Beep() override {}
+};
+
+}  // namespace ostrand::bench

@@ -1,0 +1,15 @@
+// Projects for measuring: as large as the limits of the system allow.
+#pragma once
+
+#include "model/store.h"
+
+namespace ostrand::bench {
+
+// Seven blocks of 100 repetitions of every kind, pulses, 128 CAN items of 64 values, all aliases
+// set, all tables on with every output.
+void MakeLargestProject(ProjectStore& store);
+
+// A project whose program fills the line buffer nearly to its end, without a failure.
+void MakeLongestProgram(ProjectStore& store);
+
+}  // namespace ostrand::bench

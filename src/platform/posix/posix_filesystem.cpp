@@ -1,0 +1,232 @@
+#include "platform/posix/posix_filesystem.h"
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <climits>
+#include <cstring>
+#include <utility>
+
+#include "platform/paths.h"
+
+namespace ostrand::platform {
+namespace {
+
+Error failure(const std::string& path, int number) {
+  return Error{path + ": " + std::strerror(number)};
+}
+
+// Closes a descriptor at the end of its scope.
+class Descriptor {
+ public:
+  explicit Descriptor(int number) : number_(number) {}
+  ~Descriptor() { static_cast<void>(Close()); }
+  Descriptor(const Descriptor&) = delete;
+  Descriptor& operator=(const Descriptor&) = delete;
+
+  [[nodiscard]] bool IsOpen() const { return number_ >= 0; }
+  [[nodiscard]] int Number() const { return number_; }
+  // The error number, 0 for none. An interrupted close has closed all the same.
+  int Close() {
+    if (number_ < 0) return 0;
+    const int result = ::close(std::exchange(number_, -1));
+    return result == 0 || errno == EINTR ? 0 : errno;
+  }
+
+ private:
+  int number_;
+};
+
+bool stands(const std::string& path) {
+  struct stat info {};
+  return ::lstat(path.c_str(), &info) == 0;
+}
+
+char lower(char letter) {
+  return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
+}
+
+bool sameName(std::string_view left, std::string_view right) {
+  return std::equal(left.begin(), left.end(), right.begin(), right.end(),
+                    [](char a, char b) { return lower(a) == lower(b); });
+}
+
+// The entry of `folder` that is `name` but for its case; empty when there is none.
+std::string entryLike(const std::string& folder, std::string_view name) {
+  DIR* entries = ::opendir(folder.empty() ? "." : folder.c_str());
+  if (entries == nullptr) return {};
+  std::string best;
+  while (const dirent* entry = ::readdir(entries)) {
+    const std::string_view found = entry->d_name;
+    if (sameName(found, name) && (best.empty() || found < best)) best = found;
+  }
+  ::closedir(entries);
+  return best;
+}
+
+// The path as it stands on the disk; from the first part that cannot be found on, as given.
+std::string onDisk(std::string_view path) {
+  std::string given(path);
+  std::replace(given.begin(), given.end(), '\\', '/');
+  if (stands(given)) return given;
+  std::string result;
+  std::size_t at = 0;
+  while (at < given.size()) {
+    const std::size_t end = std::min(given.find('/', at), given.size());
+    const std::string part = given.substr(at, end - at);
+    if (part.empty() || stands(result + part)) {
+      result += part;
+    } else {
+      const std::string found = entryLike(result, part);
+      if (found.empty()) return result + given.substr(at);
+      result += found;
+    }
+    if (end < given.size()) result += '/';
+    at = end + 1;
+  }
+  return result;
+}
+
+// A file name has no end of text inside; a C call would stop there and touch another file.
+bool isName(std::string_view path) { return path.find('\0') == std::string_view::npos; }
+
+class PosixFile : public OutputFile {
+ public:
+  PosixFile(std::string path, int descriptor, Syncing syncing)
+      : path_(std::move(path)), descriptor_(descriptor), syncing_(syncing) {}
+
+  Result<> Write(std::string_view bytes) override {
+    while (!bytes.empty()) {
+      const ssize_t written = ::write(descriptor_.Number(), bytes.data(), bytes.size());
+      if (written < 0 && errno == EINTR) continue;
+      if (written < 0) return failure(path_, errno);
+      bytes.remove_prefix(static_cast<std::size_t>(written));
+    }
+    return Done{};
+  }
+
+  Result<> Sync() override {
+    if (syncing_ == Syncing::kOn && ::fsync(descriptor_.Number()) != 0) {
+      return failure(path_, errno);
+    }
+    return Done{};
+  }
+
+  Result<> Close() override {
+    if (const int number = descriptor_.Close(); number != 0) return failure(path_, number);
+    return Done{};
+  }
+
+ private:
+  std::string path_;
+  Descriptor descriptor_;
+  Syncing syncing_;
+};
+
+}  // namespace
+
+bool PosixFileSystem::Exists(std::string_view path) {
+  struct stat info {};
+  return isName(path) && ::stat(onDisk(path).c_str(), &info) == 0 && S_ISREG(info.st_mode);
+}
+
+bool PosixFileSystem::Taken(std::string_view path) { return isName(path) && stands(onDisk(path)); }
+
+bool PosixFileSystem::IsFolder(std::string_view path) {
+  struct stat info {};
+  return isName(path) && ::stat(onDisk(path).c_str(), &info) == 0 && S_ISDIR(info.st_mode);
+}
+
+std::string PosixFileSystem::Find(std::string_view path) {
+  std::string found = onDisk(path);
+  return stands(found) ? found : std::string(path);
+}
+
+std::string PosixFileSystem::WorkingFolder() {
+  std::array<char, PATH_MAX> folder{};
+  if (::getcwd(folder.data(), folder.size()) == nullptr) return "./";
+  std::string result = folder.data();
+  if (result.back() != '/') result += '/';
+  return result;
+}
+
+Result<std::string> PosixFileSystem::Read(std::string_view path) {
+  if (!isName(path)) return failure(std::string(path), EINVAL);
+  const std::string name = onDisk(path);
+  // Looked at before it is opened: opening alone can stir a device.
+  struct stat info {};
+  if (::stat(name.c_str(), &info) != 0) return failure(name, errno);
+  if (S_ISDIR(info.st_mode)) return failure(name, EISDIR);
+  if (!S_ISREG(info.st_mode)) return Error{name + ": Not a regular file"};
+  if (info.st_size > static_cast<off_t>(kMostBytes)) return failure(name, EFBIG);
+  const Descriptor file(::open(name.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK));
+  if (!file.IsOpen()) return failure(name, errno);
+
+  // One byte more than the size, so that the end is met without another round.
+  std::string bytes(static_cast<std::size_t>(info.st_size) + 1, '\0');
+  std::size_t length = 0;
+  for (;;) {
+    const ssize_t got = ::read(file.Number(), bytes.data() + length, bytes.size() - length);
+    if (got < 0 && errno == EINTR) continue;
+    if (got < 0) return failure(name, errno);
+    if (got == 0) break;
+    length += static_cast<std::size_t>(got);
+    if (length > kMostBytes) return failure(name, EFBIG);
+    if (length == bytes.size()) bytes.resize(2 * length);
+  }
+  bytes.resize(length);
+  return bytes;
+}
+
+Result<std::unique_ptr<OutputFile>> PosixFileSystem::Create(std::string_view path) {
+  if (!isName(path)) return failure(std::string(path), EINVAL);
+  const std::string name = onDisk(path);
+  const int descriptor = ::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+  if (descriptor < 0) return failure(name, errno);
+  return std::unique_ptr<OutputFile>(std::make_unique<PosixFile>(name, descriptor, syncing_));
+}
+
+Result<> PosixFileSystem::Rename(std::string_view from, std::string_view to) {
+  if (!isName(from) || !isName(to)) return failure(std::string(to), EINVAL);
+  const std::string name = onDisk(to);
+  if (::rename(onDisk(from).c_str(), name.c_str()) != 0) return failure(name, errno);
+  return Done{};
+}
+
+Result<> PosixFileSystem::Delete(std::string_view path) {
+  if (!isName(path)) return failure(std::string(path), EINVAL);
+  const std::string name = onDisk(path);
+  if (::unlink(name.c_str()) != 0) return failure(name, errno);
+  return Done{};
+}
+
+Result<> PosixFileSystem::ClearReadOnly(std::string_view path) {
+  if (!isName(path)) return failure(std::string(path), EINVAL);
+  const std::string name = onDisk(path);
+  struct stat info {};
+  if (::stat(name.c_str(), &info) != 0) return failure(name, errno);
+  const mode_t mode = info.st_mode & 07777;
+  if ((mode & S_IWUSR) == 0 && ::chmod(name.c_str(), mode | S_IWUSR) != 0) {
+    return failure(name, errno);
+  }
+  return Done{};
+}
+
+Result<> PosixFileSystem::SyncFolder(std::string_view path) {
+  if (syncing_ == Syncing::kOff) return Done{};
+  std::string folder = Split(onDisk(path)).folder;
+  if (folder.empty()) folder = "./";
+  const Descriptor descriptor(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  // A folder that may be written but not read cannot be synced; the rename itself has happened.
+  if (!descriptor.IsOpen()) return errno == EACCES ? Result<>(Done{}) : failure(folder, errno);
+  // Some file systems have no such thing as syncing a folder and say so.
+  if (::fsync(descriptor.Number()) != 0 && errno != EINVAL) return failure(folder, errno);
+  return Done{};
+}
+
+}  // namespace ostrand::platform

@@ -1,0 +1,43 @@
+// The disk of a POSIX machine.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "platform/filesystem.h"
+
+namespace ostrand::platform {
+
+// Whether writes wait until they are on the disk itself. Benchmarks leave that out.
+enum class Syncing { kOn, kOff };
+
+// `\` parts folders as `/` does. Each part of a path is looked for exactly and then without regard
+// to case (ASCII letters; names on this disk have no known code page), the first of several in the
+// order of their bytes. Error texts are the path as it stands on the disk and the reason:
+// "/x/y.VKG: Permission denied". Only regular files are read, none above kMostBytes.
+class PosixFileSystem : public FileSystem {
+ public:
+  static constexpr std::size_t kMostBytes = std::size_t{1} << 30;
+
+  explicit PosixFileSystem(Syncing syncing = Syncing::kOn) : syncing_(syncing) {}
+
+  bool Exists(std::string_view path) override;
+  bool Taken(std::string_view path) override;
+  std::string Find(std::string_view path) override;
+  std::string WorkingFolder() override;
+  Result<std::string> Read(std::string_view path) override;
+  Result<std::unique_ptr<OutputFile>> Create(std::string_view path) override;
+  Result<> Rename(std::string_view from, std::string_view to) override;
+  Result<> Delete(std::string_view path) override;
+  Result<> ClearReadOnly(std::string_view path) override;
+  Result<> SyncFolder(std::string_view path) override;
+
+  // Whether a folder of that name can be found.
+  bool IsFolder(std::string_view path);
+
+ private:
+  Syncing syncing_;
+};
+
+}  // namespace ostrand::platform

@@ -1,0 +1,57 @@
+// The user at a terminal, or a script in his place.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/forms.h"
+
+namespace ostrand::platform {
+
+// An answer given beforehand to every box of a title, upper and lower case alike.
+struct PreparedAnswer {
+  std::string title;
+  Answer answer = Answer::kOk;
+};
+
+struct PreparedAnswers {
+  std::vector<PreparedAnswer> byTitle;  // the last one of a title counts
+  bool yes = false;                     // Yes or OK to every other question
+};
+
+// Boxes go to standard error: the subject and the title in one line, the text below it, in UTF-8.
+// A question is answered by what was prepared, else by the user when standard input is a terminal,
+// else in the way that writes nothing: Cancel where there is one, or No. There are no file dialogs
+// on a command line, which names its files itself: they count as cancelled.
+class TerminalForms : public Forms {
+ public:
+  explicit TerminalForms(PreparedAnswers answers) : answers_(std::move(answers)) {}
+
+  // What the boxes from now on are about, the project file for one.
+  void Subject(std::string_view text) { subject_ = text; }
+  // Whether a box was shown since the subject was set, or since the last call.
+  bool TakeBoxShown();
+
+  Answer ShowBox(const MessageBox& box) override;
+  std::optional<std::string> AskOpen(const FileDialog& dialog) override;
+  std::optional<std::string> AskSave(const FileDialog& dialog) override;
+  void SetHelpLine(const std::string&) override {}
+  void SetPointer(Pointer) override {}
+  void Beep() override {}
+
+ private:
+  std::optional<Answer> prepared(const MessageBox& box) const;
+
+  PreparedAnswers answers_;
+  std::string subject_;
+  bool boxShown_ = false;
+};
+
+// The text for a terminal: lines end in LF, and bytes that are not UTF-8 already, as file names
+// are, are taken as Windows-1252, as project texts are. Control characters become "?", so that no
+// project can steer the terminal.
+std::string TerminalText(std::string_view text);
+
+}  // namespace ostrand::platform

@@ -1,0 +1,346 @@
+#include "model/orvus_data.h"
+
+#include <gtest/gtest.h>
+
+#include "model/defaults.h"
+
+namespace ostrand {
+namespace {
+
+constexpr i32 kVK = kLoggerTypeVK7300;
+
+std::unique_ptr<cOrvusData> dataOf(OrvusDataObjTypes type, i16 block = 1, i16 module = 0) {
+  auto data = std::make_unique<cOrvusData>();
+  data->SetMode(kVK, type, block, module);
+  return data;
+}
+
+TEST(OrvusData, SetModeGivesTheDefaultsOfTheKind) {
+  const struct {
+    OrvusDataObjTypes type;
+    const char *units, *range, *name;
+    float mult, offset;
+    OrvusAnalogTypes measureType;
+    i32 varType;
+  } cases[] = {
+      {ORVUS_DOBJ_BLK_TEMP, "Deg_F", "50 mV", "TBlk3", 1.8F, 32, ORVUS_MEASURE_TC, 16},
+      {ORVUS_DOBJ_BLK_VOLT, "mVolts", "50 mV", "VBlk3", 1, 0, ORVUS_MEASURE_VOLT, 32},
+      {ORVUS_DOBJ_BLK_BRIDGE, "Volts", "200 mV", "BBlk3", 1, 0, ORVUS_MEASURE_VOLT, 64},
+      {ORVUS_DOBJ_BLK_HV, "mVolts", "500 mV", "", 1, 0, ORVUS_MEASURE_VOLT, 256},
+      {ORVUS_DOBJ_BLK_HCM, "mVolts", "2 Volts", "", 1, 0, ORVUS_MEASURE_VOLT, 4096},
+      {ORVUS_DOBJ_BLK_TK40M, "Deg_F", "50 mV", "ABlk3", 1.8F, 32, ORVUS_MEASURE_TC, 65536},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.type);
+    const auto data = dataOf(c.type, 3);
+    EXPECT_EQ(data->DefaultUnits, c.units);
+    EXPECT_EQ(data->DefaultMult, c.mult);
+    EXPECT_EQ(data->DefaultOffset, c.offset);
+    EXPECT_EQ(data->DefaultName(), c.name);
+    EXPECT_EQ(data->DataType, ORVUS_OUTDATA_FP2);
+    EXPECT_EQ(data->StartChannel, 1);
+    ASSERT_NE(data->Analog(), nullptr);
+    EXPECT_EQ(data->Analog()->InputRange, c.range);
+    EXPECT_EQ(data->Analog()->MeasureType(), c.measureType);
+    EXPECT_EQ(data->Analog()->VarType(), c.varType);
+    EXPECT_EQ(data->Analog()->IntegTime(), 250);
+    EXPECT_EQ(data->Analog()->SettleTime(), 200);
+    EXPECT_EQ(data->Analog()->Bridge.has_value(), c.type == ORVUS_DOBJ_BLK_BRIDGE);
+  }
+}
+
+TEST(OrvusData, KindsWithoutAnAnalogPartTakeNoTime) {
+  const struct {
+    OrvusDataObjTypes type;
+    i16 block;
+    const char *units, *name;
+  } cases[] = {
+      {ORVUS_DOBJ_SYS_BATT, 1, "", "BattVolt"}, {ORVUS_DOBJ_BLK_PULSE, 2, "Hz", "PBlk2"},
+      {ORVUS_DOBJ_BLK_FILT, 1, "mVolts", ""},   {ORVUS_DOBJ_BLK_TK40REF, 1, "", "TK40Ref"},
+      {ORVUS_DOBJ_BLK_QBCAN, 1, "", ""},        {ORVUS_DOBJ_PORT, 1, "", "WritPort"},
+      {ORVUS_DOBJ_PORT, 2, "", "ReadPort"},     {ORVUS_DOBJ_CALC, 1, "", ""},
+  };
+  for (const auto& c : cases) {
+    const auto data = dataOf(c.type, c.block);
+    data->Reps = 10;
+    EXPECT_EQ(data->Analog(), nullptr) << c.type;
+    EXPECT_EQ(data->MeasTime() + data->BlockTime(), 0) << c.type;
+    EXPECT_EQ(data->DefaultUnits, c.units) << c.type;
+    EXPECT_EQ(data->DefaultName(), c.name) << c.type;
+    const bool can = c.type == ORVUS_DOBJ_BLK_QBCAN;
+    EXPECT_EQ(data->DataTypeString(), can ? "IEEE4" : "FP2") << c.type;
+    EXPECT_EQ(data->Can.has_value(), can) << c.type;
+  }
+}
+
+TEST(OrvusData, OptionsReachInputTypeAndIntegrationButNotTheResolution) {
+  const MeasurementOptions options = {ORVUS_OUTDATA_IEEE4, ORVUS_MEAS_INTEG_60HZ, ORVUS_INPUT_SE};
+  cOrvusData data(options);
+  data.SetMode(kVK, ORVUS_DOBJ_BLK_VOLT, 1, 0);
+  EXPECT_EQ(data.DataTypeString(), "FP2");
+  EXPECT_EQ(data.Analog()->InputTypeString(), "SE");
+  EXPECT_EQ(data.Analog()->IntegTime(), 16670);
+  data.Analog()->IntegTime(300);
+  EXPECT_EQ(data.Analog()->IntegTime(), 16670);
+  data.SetMode(kVK, ORVUS_DOBJ_BLK_BRIDGE, 1, 0);
+  EXPECT_EQ(data.Analog()->InputTypeString(), "Diff");
+}
+
+TEST(OrvusData, TimesOfMeasurementAndBlock) {
+  const struct {
+    const char* input;
+    bool reversed, openSensor;
+    i32 integ, meas, block;
+  } cases[] = {
+      {"Diff", true, true, 250, 950, 3800},  {"Diff", false, false, 250, 450, 1800},
+      {"SE", true, true, 250, 500, 2700},    {"SE", true, false, 250, 450, 2500},
+      {"SE", true, false, 200, 400, 2200},   {"SE", false, true, 250, 500, 2000},
+      {"SE", true, false, 1000, 1200, 6000},
+  };
+  for (const auto& c : cases) {
+    const auto data = dataOf(ORVUS_DOBJ_BLK_VOLT);
+    data->Reps = 4;
+    data->Analog()->InputTypeString(c.input);
+    data->Analog()->RevMeas = c.reversed;
+    data->Analog()->OpenSens = c.openSensor;
+    data->Analog()->IntegTime(c.integ);
+    EXPECT_EQ(data->MeasTime(), c.meas) << c.input << c.integ;
+    EXPECT_EQ(data->BlockTime(), c.block) << c.input << c.integ;
+  }
+}
+
+TEST(OrvusData, FollowsTheScaleOfItsAnalogPart) {
+  const struct {
+    const char* units;
+    float mult, offset;
+  } cases[] = {
+      {"Deg_C", 1, 0}, {"Rankine", 1.8F, 491.72F}, {"Kelvin", 1, 273.16F}, {"Deg_F", 1.8F, 32}};
+  const auto data = dataOf(ORVUS_DOBJ_BLK_TK40M);
+  for (const auto& c : cases) {
+    data->Analog()->TempScaleUnits(c.units);
+    EXPECT_EQ(data->DefaultUnits, c.units);
+    EXPECT_EQ(data->DefaultMult, c.mult);
+    EXPECT_EQ(data->DefaultOffset, c.offset);
+  }
+  data->DefaultMult = 3;
+  data->Analog()->TempScale(ORVUS_TEMPSCALE_F);  // no change, so the user's value stands
+  EXPECT_EQ(data->DefaultMult, 3);
+  data->Analog()->InputRange = "200 mV";
+  data->Analog()->MeasureType(ORVUS_MEASURE_VOLT);
+  EXPECT_EQ(data->DefaultUnits, "mVolts");
+  EXPECT_EQ(data->DefaultMult, 1);
+  EXPECT_EQ(data->DefaultOffset, 0);
+  EXPECT_EQ(data->Analog()->TempScaleUnits(), "");
+  EXPECT_EQ(data->Analog()->InputRange, "50 mV");
+  data->Analog()->ZeroFlag = 3;
+  data->Analog()->MeasureType(ORVUS_MEASURE_TC);
+  EXPECT_EQ(data->Analog()->ZeroFlag, 0);
+  EXPECT_EQ(data->DefaultUnits, "Deg_F");
+}
+
+TEST(OrvusData, CloneIsIndependentAndListensToItsOwnPart) {
+  auto original = dataOf(ORVUS_DOBJ_BLK_TEMP, 2);
+  original->Reps = 5;
+  original->DefaultName("Oven");
+  original->Analog()->TCType = ORVUS_TCTYPE_K;
+  const auto copy = original->Clone();
+  copy->Analog()->TempScale(ORVUS_TEMPSCALE_C);
+  EXPECT_EQ(copy->DefaultUnits, "Deg_C");
+  EXPECT_EQ(original->DefaultUnits, "Deg_F");
+  original.reset();  // the copy must not reach for it
+  copy->Analog()->TempScale(ORVUS_TEMPSCALE_K);
+  EXPECT_EQ(copy->DefaultOffset, 273.16F);
+  EXPECT_EQ(copy->Reps, 5);
+  EXPECT_EQ(copy->Block(), 2);
+  EXPECT_EQ(copy->DefaultName(), "Oven");
+  EXPECT_EQ(copy->Analog()->TCType, ORVUS_TCTYPE_K);
+}
+
+TEST(OrvusData, NameIsCutAndTheAutomaticOneIsNotKept) {
+  const auto data = dataOf(ORVUS_DOBJ_BLK_VOLT, 1);
+  data->DefaultName("VBlk1");
+  data->Block(2);
+  EXPECT_EQ(data->DefaultName(), "VBlk2");
+  data->DefaultName("PressureInlet");
+  EXPECT_EQ(data->DefaultName(), "PressureInle");
+  data->DefaultName("");
+  EXPECT_EQ(data->DefaultName(), "VBlk2");
+}
+
+TEST(OrvusData, StepsOfMultiplierStayOnMultiplesOfTheStep) {
+  const struct {
+    float value, step, result;
+  } cases[] = {{1, 1, 2},          {1.8F, 1, 3},        {1.8F, -1, 1},          {1.4F, 1, 2},
+               {1.8F, 0.1F, 1.9F}, {0.3F, -0.1F, 0.2F}, {0, -0.25F, -0.25F},    {7, 0, 7},
+               {-1.5F, 1, 0},      {3e38F, 1, 3e38F},   {1, 0.00001F, 1.00001F}};
+  for (const auto& c : cases) {
+    cOrvusData data;
+    data.DefaultMult = data.DefaultOffset = c.value;
+    data.MultIncDec(c.step);
+    data.OffsetIncDec(c.step);
+    EXPECT_EQ(data.DefaultMult, c.result) << c.value << " " << c.step;
+    EXPECT_EQ(data.DefaultOffset, c.result) << c.value << " " << c.step;
+  }
+}
+
+TEST(OrvusData, FirstTableUsedLooksAtItsOwnSelectionsInTablesInUse) {
+  const auto store = NewStore();
+  ORVUS_COMMON::SetAllDefaults(*store);
+  EXPECT_EQ(dataOf(ORVUS_DOBJ_BLK_VOLT)->FirstTableUsed(*store), 1);
+  store->Tables[3].TableOn = store->Tables[5].TableOn = kTrue;
+  const struct {
+    OrvusDataObjTypes type;
+    i16 block, module;
+    OutputSet* output;
+  } cases[] = {
+      {ORVUS_DOBJ_SYS_BATT, 1, 0, &store->PowerOut.Output},
+      {ORVUS_DOBJ_BLK_TEMP, 7, 0, &store->TempBlock[7].Output},
+      {ORVUS_DOBJ_BLK_VOLT, 2, 0, &store->VoltBlock[2].Output},
+      {ORVUS_DOBJ_BLK_BRIDGE, 2, 0, &store->BridgeBlock[2].Output},
+      {ORVUS_DOBJ_BLK_PULSE, 2, 1, &store->PulseBlock[1][2].Output},
+      {ORVUS_DOBJ_BLK_TK40M, 1, 0, &store->TK40MBlock[1].Output},
+      {ORVUS_DOBJ_BLK_TK40REF, 1, 0, &store->TK40MRef.Output},
+      {ORVUS_DOBJ_BLK_QBCAN, 128, 0, &store->Can.Item[128].Output},
+      {ORVUS_DOBJ_PORT, 2, 0, &store->Ports.Slot[0].Output},
+      {ORVUS_DOBJ_CALC, 50, 0, &store->CalcFields.Field[50].Output},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.type);
+    const auto data = dataOf(c.type, c.block, c.module);
+    EXPECT_EQ(data->FirstTableUsed(*store), 3);
+    c.output->OutputSelect[4][kSample] = 1;  // a table not in use
+    c.output->OutputSelect[5][kLevelCrossing] = 1;
+    EXPECT_EQ(data->FirstTableUsed(*store), 5);
+    // No such block: as one without selections. Single values are the same for any number.
+    const bool single = c.type == ORVUS_DOBJ_SYS_BATT || c.type == ORVUS_DOBJ_BLK_TK40REF;
+    EXPECT_EQ(dataOf(c.type, 129, 2)->FirstTableUsed(*store), single ? 5 : 3);
+  }
+}
+
+TEST(AnalogConfig, CloneHasNoListener) {
+  cAnalogConfig original;
+  int told = 0;
+  original.TempScaleChange = [&](OrvusTemperatureScales) { ++told; };
+  original.MeasureTypeChange = [&](OrvusAnalogTypes) { ++told; };
+  const auto copy = original.Clone();
+  copy->MeasureType(ORVUS_MEASURE_TC);
+  EXPECT_EQ(told, 0);
+  original.MeasureType(ORVUS_MEASURE_TC);
+  EXPECT_EQ(told, 2);
+}
+
+class Analog : public testing::Test {
+ protected:
+  Analog() { config.SetMode(kVK, ORVUS_DOBJ_BLK_VOLT); }
+  cAnalogConfig config;
+};
+
+TEST_F(Analog, RangesHaveCodesAndPlaces) {
+  const struct {
+    const char* range;
+    i32 index, code, codeOpen;
+  } cases[] = {{"Auto", 0, 5, 5},     {"5000 mV", 1, 0, 0}, {"1000 mV", 2, 1, 1},
+               {"200 mV", 3, 2, 20},  {"50 mV", 4, 3, 30},  {"20 mV", 5, 4, 40},
+               {"50 MV", -1, -1, -1}, {"", -1, -1, -1}};
+  for (const auto& c : cases) {
+    config.InputRange = c.range;
+    config.OpenSens = false;
+    EXPECT_EQ(config.RangeIndex(), c.index) << c.range;
+    EXPECT_EQ(config.RangeCode(), c.code) << c.range;
+    config.OpenSens = true;
+    EXPECT_EQ(config.RangeCode(), c.codeOpen) << c.range;
+    EXPECT_EQ(config.OpenSensIsValid(), c.code != c.codeOpen) << c.range;
+    if (c.index < 0) continue;
+    config.RangeIndex(0);
+    config.RangeIndex(c.index);
+    for (const i32 outside : {-1, 6}) config.RangeIndex(outside);
+    EXPECT_EQ(config.InputRange, c.range);
+  }
+}
+
+TEST_F(Analog, TypedIntegrationGoesToAStepOfTheLogger) {
+  const struct {
+    i32 typed, held, up, down;
+  } cases[] = {
+      {-5, 100, 200, 100},     {100, 100, 200, 100},         {101, 200, 250, 200},
+      {201, 250, 500, 200},    {250, 250, 500, 200},         {251, 750, 1000, 100},
+      {300, 750, 1000, 100},   {751, 500, 1000, 100},        {800, 500, 1000, 100},
+      {1499, 1000, 1500, 500}, {15999, 15500, 16000, 15000}, {2147483647, 16000, 16000, 15500},
+  };
+  for (const auto& c : cases) {
+    config.IntegTime(c.typed);
+    EXPECT_EQ(config.IntegTime(), c.held) << c.typed;
+    EXPECT_EQ(config.IntegIncDec(true), c.up) << c.typed;
+    config.IntegTime(c.typed);
+    EXPECT_EQ(config.IntegIncDec(false), c.down) << c.typed;
+    EXPECT_EQ(config.IntegTime(), c.down) << c.typed;
+  }
+}
+
+TEST_F(Analog, SettlingKeepsWhatRangeAndIntegrationNeed) {
+  const struct {
+    i32 integ;
+    const char* range;
+    i32 typed, held;
+  } cases[] = {{250, "50 mV", 105, 200}, {100, "50 mV", 105, 100},     {100, "20 mV", 105, 200},
+               {250, "50 mV", 219, 210}, {250, "50 mV", 60000, 50000}, {200, "Auto", -1, 100}};
+  for (const auto& c : cases) {
+    config.IntegTime(c.integ);
+    config.InputRange = c.range;
+    config.SettleTime(c.typed);
+    EXPECT_EQ(config.SettleTime(), c.held) << c.typed;
+  }
+  config.SettleTime(50000);
+  config.SettleIncDec(true);
+  EXPECT_EQ(config.SettleTime(), 50000);
+  config.SettleIncDec(false);
+  EXPECT_EQ(config.SettleTime(), 49990);
+}
+
+TEST_F(Analog, UnknownTextsAndCodesAreLimited) {
+  config.IntegCode(3);
+  EXPECT_EQ(config.IntegCode(), ORVUS_MEAS_INTEG_USECS);
+  config.InputTypeString("se");
+  EXPECT_EQ(config.InputType, ORVUS_INPUT_DIFF);
+  config.InputType = static_cast<OrvusAnalogInputTypes>(2);
+  EXPECT_EQ(config.InputTypeString(), "??");
+  config.TempScaleUnits("Celsius");
+  EXPECT_EQ(config.TempScale(), ORVUS_TEMPSCALE_NONE);
+}
+
+TEST(AnalogConfig, WithoutALoggerHoldsTimesAsGiven) {
+  cAnalogConfig config;
+  config.IntegTime(33);
+  config.SettleTime(7);
+  EXPECT_EQ(config.IntegTime(), 33);
+  EXPECT_EQ(config.SettleTime(), 7);
+  config.IntegTime(-1);
+  EXPECT_EQ(config.IntegTime(), 33);
+  EXPECT_EQ(config.RangeCode(), -1);
+}
+
+TEST(AnalogConfig, LargerFamilyHasItsOwnTimes) {
+  const struct {
+    OrvusDataObjTypes type;
+    i32 integ, typed47, up, leastSettle;
+  } cases[] = {{ORVUS_DOBJ_BLK_TK40M, 70, 40, 100, 20},
+               {ORVUS_DOBJ_BLK_VOLT, 40, 40, 100, 20},
+               {ORVUS_DOBJ_BLK_HV, 40, 40, 100, 30},
+               {ORVUS_DOBJ_BLK_HCM, 40, 47, 47, 0}};
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.type);
+    cAnalogConfig config;
+    config.SetMode(kLoggerTypeLarge, c.type);
+    EXPECT_EQ(config.IntegTime(), c.integ);
+    EXPECT_EQ(config.SettleTime(), 30);
+    config.IntegTime(47);
+    EXPECT_EQ(config.IntegTime(), c.typed47);
+    EXPECT_EQ(config.IntegIncDec(true), c.up);
+    config.SettleTime(5);
+    EXPECT_EQ(config.SettleTime(), c.leastSettle);
+    EXPECT_EQ(config.RangeIndex(), -1);
+  }
+}
+
+}  // namespace
+}  // namespace ostrand
