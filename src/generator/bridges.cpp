@@ -128,7 +128,10 @@ void SAVEDLD::Bridges() {
         channelOf({block, before, first, store_.Config.AutoChan != 0}, ChanCursor_, BlockChan_);
 
     const bool cao = block.CheckCAO != 0;
-    const std::string excitation = cao ? Joined({"CAO", caoUsed + 1}) : Joined({"VX", vxUsed + 1});
+    const int excite = (cao ? caoUsed : vxUsed) + 1;
+    const std::string excitation = Joined({cao ? "CAO" : "VX", excite});
+    channels_.Bridge[view.n] = BlockChan_;
+    channels_.Excite[view.n] = excite;
     const std::string statement = statementOf(view, block, {BlockChan_, excitation});
     Put({statement});
     if (block.ZeroFlag != 0) BZeroText_[view.n] = statement;

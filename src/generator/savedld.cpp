@@ -56,6 +56,7 @@ SAVEDLD::SAVEDLD(ProjectStore& store, platform::FileSystem& files, platform::Clo
 std::string SAVEDLD::ProgramText() {
   lines_.Clear();
   needs_ = {};
+  channels_ = {};
   VZeroText_.Fill("");
   BZeroText_.Fill("");
   for (auto& statements : AZeroText_) statements.Fill("");

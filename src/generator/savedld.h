@@ -6,6 +6,7 @@
 
 #include "generator/families.h"
 #include "generator/program_lines.h"
+#include "model/statement_channels.h"
 #include "model/store.h"
 #include "platform/clock.h"
 #include "platform/filesystem.h"
@@ -38,6 +39,8 @@ class SAVEDLD {
 
   // Lines of the last run, for what reads the program afterwards.
   [[nodiscard]] const ProgramLines& Lines() const { return lines_; }
+  // Where the statements of the last run measure.
+  [[nodiscard]] const StatementChannels& Channels() const { return channels_; }
   // Line positions of the statements of a multiplexer block, each with a blank behind it.
   [[nodiscard]] const Row<std::string, 1, kBlocks>& TK40MLines() const { return TK40MLines_; }
   void ClearTK40MLines() { TK40MLines_.Fill(""); }
@@ -244,6 +247,7 @@ class SAVEDLD {
   Row<int, 1, kBlocks> VZeroLine_, BZeroLine_, AZeroLine_;
 
   // Channel cursors of the measurement sections.
+  StatementChannels channels_;
   int BlockChan_ = 1;   // channel of the block being written
   int ChanCursor_ = 0;  // single-ended terminals used so far
 

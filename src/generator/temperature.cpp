@@ -39,6 +39,7 @@ void SAVEDLD::Temperature() {
         referenceDone = true;
       }
       BlockChan_ = channelOf(block, view.n == 1, previous, automatic, BlockChan_, ChanCursor_);
+      channels_.Temp[view.n] = BlockChan_;
       if (IsSingleEnded(block.MeasType) || IsDifferential(block.MeasType)) {
         reverse = block.ReverseMes != 0 ? "True," : "False,";
       }

@@ -44,6 +44,7 @@ void SAVEDLD::Voltage() {
     if (HasReps(view)) {
       BlockChan_ = channelOf(block, {view.n == 1, previous, PrevMeasType_}, automatic, BlockChan_,
                              ChanCursor_);
+      channels_.Volt[view.n] = BlockChan_;
       if (IsSingleEnded(block.MeasType) || IsDifferential(block.MeasType)) {
         reverse = block.ReverseMes != 0 ? ",True" : ",False";
       }
