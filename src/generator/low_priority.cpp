@@ -63,7 +63,7 @@ std::vector<TimeTest> timeTestsOf(const Configuration& config) {
 // The two digits of byte `n`, from 1, of a frame; the last byte stands last. Fault 5 for a frame
 // too short to hold it.
 std::string_view byteOf(std::string_view frame, int n) {
-  const auto fromEnd = static_cast<std::size_t>(2 * n);
+  const auto fromEnd = 2 * static_cast<std::size_t>(n);
   if (frame.size() < fromEnd) throw InvalidProcedureCall();
   return frame.substr(frame.size() - fromEnd, 2);
 }

@@ -5,6 +5,7 @@
 
 #include "model/intervals.h"
 #include "platform/guarded.h"
+#include "platform/moment_text.h"
 #include "text/number.h"
 #include "text/strings.h"
 
@@ -16,11 +17,6 @@ constexpr std::string_view kHarrier = "Harrier";
 // Fill characters on each side of a title in a line of 64.
 int barWidth(std::string_view title, int less = 0) {
   return static_cast<int>(RoundHalfEven((64 - static_cast<int>(title.size()) - less) / 2.0));
-}
-
-std::string twoDigits(int number) {
-  std::string text = NumberText(number);
-  return text.size() < 2 ? "0" + text : text;
 }
 
 // Inserts `suffix` behind the block digit that follows `target`.
@@ -86,10 +82,8 @@ void SAVEDLD::Header() {
   Put({"'", margin, "   Program name: ", Upper(baseName_), ".VKP"});
   Put({"'", margin, "     Written by: ", store_.Gen.Operator});
   Put({"'", margin, "    I.D. number: ", store_.Gen.IDNumber});
-  Put({"'", margin, "   Date written: ", twoDigits(now.month), "-", twoDigits(now.day), "-",
-       now.year});
-  Put({"'", margin, "   Time written: ", twoDigits(now.hour), ":", twoDigits(now.minute), ":",
-       twoDigits(now.second)});
+  Put({"'", margin, "   Date written: ", DateText(now)});
+  Put({"'", margin, "   Time written: ", TimeText(now)});
   Put({"'", margin, " QUILLON Version: ", store_.Gen.VersionLastSaved});
   PutEmpty();
   Put({"' This program was generated using Fernhollow Instruments's QUILLON"});

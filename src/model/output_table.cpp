@@ -14,11 +14,10 @@ namespace {
 
 constexpr i32 kTimestampBytes = 12;
 
-template <class Number>
-i32 limited(Number value) {
-  if (value != value) return 0;  // sizes of nothing times infinity
+i32 limited(double value) {
+  if (std::isnan(value)) return 0;  // sizes of nothing times infinity
   return static_cast<i32>(
-      std::clamp<Number>(value, std::numeric_limits<i32>::min(), std::numeric_limits<i32>::max()));
+      std::clamp<double>(value, std::numeric_limits<i32>::min(), std::numeric_limits<i32>::max()));
 }
 
 // Sums fields and bytes of the sources of one table.
@@ -46,8 +45,8 @@ class RecordSize {
     for (const auto& block : blocks) Add(block);
   }
 
-  [[nodiscard]] i32 Fields() const { return limited(fields_); }
-  [[nodiscard]] i32 Bytes() const { return limited(bytes_); }
+  [[nodiscard]] i32 Fields() const { return limited(static_cast<double>(fields_)); }
+  [[nodiscard]] i32 Bytes() const { return limited(static_cast<double>(bytes_)); }
 
  private:
   int table_;
@@ -58,7 +57,7 @@ class RecordSize {
 }  // namespace
 
 i32 cOutputTable::RecordBytes() const {
-  return limited(std::int64_t{FieldBytes} + (StoreEveryTS != 0 ? kTimestampBytes : 0));
+  return limited(static_cast<double>(FieldBytes) + (StoreEveryTS != 0 ? kTimestampBytes : 0));
 }
 
 namespace ORVUS_COMMON {

@@ -1,5 +1,7 @@
 #include "projectfile/genfile.h"
 
+#include <utility>
+
 #include "platform/atomic_file.h"
 
 namespace ostrand::ORVUS_GENFILE {
@@ -33,16 +35,24 @@ Result<> SaveProjectFile(ProjectStore& store, platform::FileSystem& files, platf
   return Done{};
 }
 
-Result<bool> LoadProjectFile(ProjectStore& store, platform::FileSystem& files,
-                             std::string_view name) {
+Result<std::optional<std::string>> ReadProjectFile(platform::FileSystem& files,
+                                                   std::string_view name) {
   std::string path(name);
   if (path.find('.') == std::string::npos) path.append(kExtension);
-  if (!files.Exists(path)) return false;
+  if (!files.Exists(path)) return std::optional<std::string>();
   // A mark that stays is no hindrance to reading.
   static_cast<void>(static_cast<bool>(files.ClearReadOnly(path)));
-  const auto bytes = files.Read(path);
+  auto bytes = files.Read(path);
   if (!bytes) return Error{bytes.ErrorText()};
-  ReadProjectText(store, bytes.Value());
+  return std::optional(std::move(bytes.Value()));
+}
+
+Result<bool> LoadProjectFile(ProjectStore& store, platform::FileSystem& files,
+                             std::string_view name) {
+  const auto bytes = ReadProjectFile(files, name);
+  if (!bytes) return Error{bytes.ErrorText()};
+  if (!bytes.Value()) return false;
+  ReadProjectText(store, *bytes.Value());
   return true;
 }
 

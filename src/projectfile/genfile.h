@@ -1,6 +1,7 @@
 // The project file: writing and reading of `.VKG` (module ORVUS_GENFILE).
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -21,7 +22,12 @@ std::string ProjectFileText(ProjectStore& store, const platform::Moment& now);
 Result<> SaveProjectFile(ProjectStore& store, platform::FileSystem& files, platform::Clock& clock,
                          std::string_view base);
 
-// Reads a project file into the store, on top of what it holds; a name without "." means ".VKG".
+// The bytes of a project file, whose read-only mark is taken off; nothing when there is no such
+// file; an error, naming the path, when it can't be read. A name without "." means ".VKG".
+Result<std::optional<std::string>> ReadProjectFile(platform::FileSystem& files,
+                                                   std::string_view name);
+
+// Reads a project file into the store, on top of what it holds.
 // False when there is no such file; an error, naming the path, when it can't be read.
 Result<bool> LoadProjectFile(ProjectStore& store, platform::FileSystem& files,
                              std::string_view name);

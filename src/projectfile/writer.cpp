@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "model/defaults.h"
+#include "platform/moment_text.h"
 #include "projectfile/genfile.h"
 #include "projectfile/tables.h"
 #include "text/number.h"
@@ -64,22 +65,21 @@ class BracketText {
 // Collects the lines of the file.
 class Lines {
  public:
-  Lines() { text_.resize(kFirstRoom); }
+  explicit Lines(std::size_t expected) { text_.resize(expected); }
 
   void Plain(std::string_view line) {
-    char* at = room(line.size() + 2);
-    at = put(at, line);
-    end(at);
+    char* const at = room(line.size() + kLineEnd.size());
+    copy(copy(at, line), kLineEnd);
   }
 
-  template <class Record, std::size_t Count>
-  void Keys(const Field<Record> (&fields)[Count], Record& record, const BracketText& brackets = {},
-            std::string_view prefix = {}) {
-    for (const Field<Record>& field : fields) {
-      Visit(field, record, [&](const auto& value) {
-        line(prefix, field.key, brackets.Text(), field.form, value);
-      });
+  // The lines of a table of keys, unrolled: what a key's line looks like is settled by the
+  // compiler.
+  template <const auto& Fields, class Record>
+  void Keys(Record& record, const BracketText& brackets = {}, std::string_view prefix = {}) {
+    [&]<std::size_t... At>(std::index_sequence<At...>) {
+      (key<Fields, At>(record, brackets.Text(), prefix), ...);
     }
+    (std::make_index_sequence<std::size(Fields)>{});
   }
 
   [[nodiscard]] std::size_t Size() const { return used_; }
@@ -87,88 +87,73 @@ class Lines {
     return std::string_view(text_).substr(start, used_ - start);
   }
   void CutTo(std::size_t size) { used_ = size; }
-
   std::string Take() {
     text_.resize(used_);
     return std::move(text_);
   }
 
  private:
-  static constexpr std::size_t kFirstRoom = 64 * 1024;
+  static constexpr std::string_view kLineEnd = "\r\n";
 
+  template <const auto& Fields, std::size_t At, class Record>
+  void key(Record& record, std::string_view brackets, std::string_view prefix) {
+    constexpr const auto& kField = Fields[At];
+    Visit(kField, record,
+          [&](const auto& value) { line(prefix, kField.key, brackets, kField.form, value); });
+  }
+
+  // The one place where a line is put together, in a single step for speed.
+  void put(std::string_view prefix, std::string_view key, std::string_view brackets,
+           std::string_view value) {
+    char* at = room(prefix.size() + key.size() + brackets.size() + value.size() + 3);
+    if (!prefix.empty()) at = copy(at, prefix);
+    at = copy(at, key);
+    at = copy(at, brackets);
+    *at++ = '=';
+    at = copy(at, value);
+    copy(at, kLineEnd);
+  }
+  // Takes the next `size` bytes of the text.
   char* room(std::size_t size) {
     if (text_.size() - used_ < size) text_.resize(2 * text_.size() + size);
-    return text_.data() + used_;
+    char* const start = text_.data() + used_;
+    used_ += size;
+    return start;
   }
-  static char* put(char* at, std::string_view text) {
-    std::memcpy(at, text.data(), text.size());
-    return at + text.size();
-  }
-  void end(char* at) {
-    *at++ = '\r';
-    *at++ = '\n';
-    used_ = static_cast<std::size_t>(at - text_.data());
-  }
-  char* head(std::string_view prefix, std::string_view key, std::string_view brackets,
-             std::size_t valueRoom) {
-    char* at = room(prefix.size() + key.size() + brackets.size() + valueRoom + 3);
-    at = put(at, prefix);
-    at = put(at, key);
-    at = put(at, brackets);
-    *at++ = '=';
-    return at;
+  static char* copy(char* to, std::string_view text) {
+    std::memcpy(to, text.data(), text.size());
+    return to + text.size();
   }
 
   void line(std::string_view prefix, std::string_view key, std::string_view brackets, Form form,
             const std::string& value) {
     if (form == Form::kTextIfAny && value.empty()) return;
     if (form == Form::kExcept && value == "0") return;
-    const std::string_view shown = form == Form::kTrimmed ? Trim(value) : std::string_view(value);
-    end(put(head(prefix, key, brackets, shown.size()), shown));
+    put(prefix, key, brackets, form == Form::kTrimmed ? Trim(value) : std::string_view(value));
   }
 
   template <class Number>
   void line(std::string_view prefix, std::string_view key, std::string_view brackets, Form form,
             Number value) {
-    char* at = head(prefix, key, brackets, kNumberTextRoom + 1);
-    if (form == Form::kTruth) {
-      end(put(at, value == 0 ? "0" : "-1"));
-      return;
-    }
-    const bool blank = form == Form::kStr || form == Form::kLead;
-    end(putNumber(at, value, blank));
-  }
-
-  template <class Number>
-  static char* putNumber(char* at, Number value, bool blank) {
-    *at = ' ';
-    char* digits = at + 1;
+    if (form == Form::kTruth) return put(prefix, key, brackets, value == 0 ? "0" : "-1");
+    std::array<char, kNumberTextRoom + 1> text;
+    text[0] = ' ';
+    char* const digits = text.data() + 1;
     int length = 0;
     if constexpr (std::is_integral_v<Number>) {
       length = WriteNumber(digits, std::int64_t{value});
     } else {
       length = WriteNumber(digits, value);
     }
-    if (blank && *digits != '-') return digits + length;
-    std::memmove(at, digits, static_cast<std::size_t>(length));
-    return at + length;
+    const bool blank = (form == Form::kStr || form == Form::kLead) && *digits != '-';
+    const auto size = static_cast<std::size_t>(length);
+    put(prefix, key, brackets,
+        blank ? std::string_view(text.data(), size + 1) : std::string_view(digits, size));
   }
 
-  std::string text_;  // longer than what is used
+  std::string text_;  // longer than what is used, so that a line need not make it grow
   std::size_t used_ = 0;
 };
-
-// 3/10/2003 2:05:00 PM
-std::string shortMoment(const platform::Moment& now) {
-  const auto twoDigits = [](int value) {
-    std::string text = NumberText(value);
-    return text.size() < 2 ? "0" + text : text;
-  };
-  const int hour = now.hour % 12 == 0 ? 12 : now.hour % 12;
-  return NumberText(now.month) + "/" + NumberText(now.day) + "/" + NumberText(now.year) + " " +
-         NumberText(hour) + ":" + twoDigits(now.minute) + ":" + twoDigits(now.second) +
-         (now.hour < 12 ? " AM" : " PM");
-}
 
 // Calls `use` with each table in use.
 template <class Use>
@@ -187,29 +172,30 @@ template <class BracketsOf>
 void writeSelections(Lines& out, OutputSet& output, int table, int codes, BracketsOf bracketsOf) {
   for (int k = 1; k <= codes; ++k) {
     if (selected(output, table, k - 1)) {
-      out.Keys(kSelectionKeys, output.OutputSelect[table][k - 1], bracketsOf(k));
+      out.Keys<kSelectionKeys>(output.OutputSelect[table][k - 1], bracketsOf(k));
     }
   }
 }
 
-void writeLevels(Lines& out, const Field<float> (&keys)[1], Row<float, 0, kLevels - 1>& values,
-                 int count, int table, int item, std::string_view prefix) {
+template <const auto& Keys>
+void writeLevels(Lines& out, Row<float, 0, kLevels - 1>& values, int count, int table, int item,
+                 std::string_view prefix) {
   for (int i = 0; i < std::min(count, kLevels); ++i) {
-    out.Keys(keys, values[i], BracketText::Of(table, item, i), prefix);
+    out.Keys<Keys>(values[i], BracketText::Of(table, item, i), prefix);
   }
 }
 
 void writeOutput(Lines& out, OutputSet& output, int table, int item, std::string_view prefix) {
   HistoSet& histo = output.Histo[table];
   const BracketText brackets = BracketText::Of(table, item);
-  if (selected(output, table, kHistogram)) out.Keys(kHistogramKeys, histo, brackets);
-  if (selected(output, table, kRainFlow)) out.Keys(kRainHistoKeys, histo, brackets);
+  if (selected(output, table, kHistogram)) out.Keys<kHistogramKeys>(histo, brackets);
+  if (selected(output, table, kRainFlow)) out.Keys<kRainHistoKeys>(histo, brackets);
   if (selected(output, table, kLevelCrossing)) {
-    out.Keys(kLevelKeys, histo, brackets, prefix);
-    writeLevels(out, kLevelOneKeys, histo.LevelVarOne, histo.LevNumLevels, table, item, prefix);
-    out.Keys(kLevNumTestsKeys, histo, brackets, prefix);
-    writeLevels(out, kLevelTwoKeys, histo.LevelVarTwo, histo.LevNumTests, table, item, prefix);
-    out.Keys(kNumDimsKeys, histo, brackets, prefix);
+    out.Keys<kLevelKeys>(histo, brackets, prefix);
+    writeLevels<kLevelOneKeys>(out, histo.LevelVarOne, histo.LevNumLevels, table, item, prefix);
+    out.Keys<kLevNumTestsKeys>(histo, brackets, prefix);
+    writeLevels<kLevelTwoKeys>(out, histo.LevelVarTwo, histo.LevNumTests, table, item, prefix);
+    out.Keys<kNumDimsKeys>(histo, brackets, prefix);
   }
   writeSelections(out, output, table, kOutputCodes,
                   [&](int k) { return BracketText::Of(table, item, k); });
@@ -234,9 +220,9 @@ void writeAliases(Lines& out, ProjectStore& store) {
     for (int r = 1; r <= reps; ++r) {
       RepAlias& alias = item.Alias[r];
       const BracketText brackets = BracketText::Of(i, r);
-      out.Keys(kAliasKeys, alias, brackets);
-      out.Keys(Family::kOffsetKeys, alias, brackets);
-      out.Keys(kAliasExceptKeys, alias, brackets);
+      out.Keys<kAliasKeys>(alias, brackets);
+      out.Keys<Family::kOffsetKeys>(alias, brackets);
+      out.Keys<kAliasExceptKeys>(alias, brackets);
     }
   }
 }
@@ -245,46 +231,46 @@ template <class Family>
 void writeItems(Lines& out, ProjectStore& store) {
   const int count = Family::Count(store);
   for (int i = 1; i <= count; ++i) {
-    out.Keys(Family::kItemKeys, Family::Item(store, i), BracketText::Of(i));
+    out.Keys<Family::kItemKeys>(Family::Item(store, i), BracketText::Of(i));
   }
 }
 
 template <class Family>
 void writeFamily(Lines& out, ProjectStore& store) {
-  out.Keys(Family::kGroupKeys, Family::Group(store));
+  out.Keys<Family::kGroupKeys>(Family::Group(store));
   writeItems<Family>(out, store);
   writeOutputs<Family>(out, store);
   writeAliases<Family>(out, store);
 }
 
-template <class RowType, class FieldType>
-void writeRow(Lines& out, const FieldType& keys, RowType& row) {
+template <const auto& Keys, class RowType>
+void writeRow(Lines& out, RowType& row) {
   for (int i = RowType::kFirst; i <= RowType::kLast; ++i)
-    out.Keys(keys, row[i], BracketText::Of(i));
+    out.Keys<Keys>(row[i], BracketText::Of(i));
 }
 
 void writeGenVersion(Lines& out, ProjectStore& store, const platform::Moment& now) {
   General general = store.Gen;
-  general.PCTime = shortMoment(now);
-  out.Keys(kGenVersionKeys, general);
+  general.PCTime = ShortMomentText(now);
+  out.Keys<kGenVersionKeys>(general);
 }
 
 void writeConfiguration(Lines& out, ProjectStore& store) {
   Configuration& config = store.Config;
-  out.Keys(kOperatorKeys, store.Gen);
-  out.Keys(kQuantityKeys, config);
-  writeRow(out, kMonitorPowerKeys, config.MonitorPower);
-  writeRow(out, kTcConfigOptsKeys, config.TcConfigOpts);
-  out.Keys(kConfigurationKeys, config);
+  out.Keys<kOperatorKeys>(store.Gen);
+  out.Keys<kQuantityKeys>(config);
+  writeRow<kMonitorPowerKeys>(out, config.MonitorPower);
+  writeRow<kTcConfigOptsKeys>(out, config.TcConfigOpts);
+  out.Keys<kConfigurationKeys>(config);
   for (int i = 1; i <= CountOf(config.StatusMonCount, config.Status); ++i) {
-    for (int c = 1; c <= 4; ++c) out.Keys(kStatusKeys, config.Status[i][c], BracketText::Of(i, c));
+    for (int c = 1; c <= 4; ++c) out.Keys<kStatusKeys>(config.Status[i][c], BracketText::Of(i, c));
   }
 }
 
 void writeTriggers(Lines& out, OutputTable& table, int t, int state, int count) {
   auto& rows = table.Trigger[state];
   for (int i = 1; i <= CountOf(count, rows); ++i) {
-    out.Keys(kTriggerKeys, rows[i], BracketText::Of(TriggerNumber(t, i)), kTriggerPrefix[state]);
+    out.Keys<kTriggerKeys>(rows[i], BracketText::Of(TriggerNumber(t, i)), kTriggerPrefix[state]);
   }
 }
 
@@ -292,28 +278,29 @@ void writeTable(Lines& out, OutputTable& table, int t) {
   if (table.TrigTabStop < 0) table.TrigTabStop = table.TrigTable;
   if (table.WriteIf == -1) table.WriteIf = 1;
   const BracketText brackets = BracketText::Of(t);
-  out.Keys(kTableOnKeys, table, brackets);
-  out.Keys(kTableKeys, table, brackets);
+  out.Keys<kTableOnKeys>(table, brackets);
+  out.Keys<kTableKeys>(table, brackets);
   writeTriggers(out, table, t, 0, table.TrigTable);
-  out.Keys(kTrigTabStopKeys, table, brackets);
+  out.Keys<kTrigTabStopKeys>(table, brackets);
   writeTriggers(out, table, t, 1, table.TrigTabStop);
-  out.Keys(kEventStartKeys, table, BracketText::Named(t, kTriggerPrefix[0]));
-  out.Keys(kEventStopKeys, table, BracketText::Named(t, kTriggerPrefix[1]));
-  out.Keys(kEventKeys, table, brackets);
-  out.Keys(kTableControlKeys, table, brackets);
+  out.Keys<kEventStartKeys>(table, BracketText::Named(t, kTriggerPrefix[0]));
+  out.Keys<kEventStopKeys>(table, BracketText::Named(t, kTriggerPrefix[1]));
+  out.Keys<kEventKeys>(table, brackets);
+  out.Keys<kTableControlKeys>(table, brackets);
   for (int i = 1; i <= CountOf(table.WriteIf, table.Write); ++i) {
-    out.Keys(kWriteKeys, table.Write[i], table.WriteIf == 1 ? brackets : BracketText::Spaced(t, i));
+    out.Keys<kWriteKeys>(table.Write[i], table.WriteIf == 1 ? brackets : BracketText::Spaced(t, i));
   }
-  out.Keys(kWriteGroupKeys, table, brackets);
+  out.Keys<kWriteGroupKeys>(table, brackets);
 }
 
 void writeTables(Lines& out, ProjectStore& store) {
-  out.Keys(kDisplayKeys, store.Tables);
+  out.Keys<kDisplayKeys>(store.Tables);
   forTables(store, [&](int t) { writeTable(out, store.Tables[t], t); });
 }
 
-void writeCode(Lines& out, const Field<HistoSet> (&keys)[1], OutputSet& output, int t, int code) {
-  if (selected(output, t, code)) out.Keys(keys, output.Histo[t], BracketText::Of(t));
+template <const auto& Keys>
+void writeCode(Lines& out, OutputSet& output, int t, int code) {
+  if (selected(output, t, code)) out.Keys<Keys>(output.Histo[t], BracketText::Of(t));
 }
 
 // Battery and references: in each table the selections stand in front of the codes, which
@@ -321,7 +308,7 @@ void writeCode(Lines& out, const Field<HistoSet> (&keys)[1], OutputSet& output, 
 template <class WriteCodes>
 void writeReference(Lines& out, ProjectStore& store, ReferenceOutput& reference, int codes,
                     WriteCodes writeCodes) {
-  out.Keys(kReferenceKeys, reference);
+  out.Keys<kReferenceKeys>(reference);
   forTables(store, [&](int t) {
     writeSelections(out, reference.Output, t, codes, [&](int k) { return BracketText::Of(t, k); });
     writeCodes(reference.Output, t);
@@ -330,15 +317,15 @@ void writeReference(Lines& out, ProjectStore& store, ReferenceOutput& reference,
 
 void writePowerOut(Lines& out, ProjectStore& store) {
   writeReference(out, store, store.PowerOut, kPowerOutCodes, [&](OutputSet& output, int t) {
-    writeCode(out, kHistogramKeys, output, t, kHistogram);
-    writeCode(out, kRainHistoKeys, output, t, kRainFlow);
+    writeCode<kHistogramKeys>(out, output, t, kHistogram);
+    writeCode<kRainHistoKeys>(out, output, t, kRainFlow);
   });
 }
 
 void writeTK40MRef(Lines& out, ProjectStore& store) {
   writeReference(out, store, store.TK40MRef, kReferenceCodes, [&](OutputSet& output, int t) {
-    writeCode(out, kHistogramKeys, output, t, kHistogram);
-    writeCode(out, kRainCodeKeys, output, t, kRainFlow);
+    writeCode<kHistogramKeys>(out, output, t, kHistogram);
+    writeCode<kRainCodeKeys>(out, output, t, kRainFlow);
   });
 }
 
@@ -347,26 +334,26 @@ void writeTcRef(Lines& out, ProjectStore& store) {
 }
 
 void writePort(Lines& out, Port& port, int p) {
-  if (p < kPorts) out.Keys(kPolarityKeys, port, BracketText::Of(0, p));
-  for (int s = 0; s <= 1; ++s) out.Keys(kPortStateKeys, port.State[s], BracketText::Of(s, 0, p));
+  if (p < kPorts) out.Keys<kPolarityKeys>(port, BracketText::Of(0, p));
+  for (int s = 0; s <= 1; ++s) out.Keys<kPortStateKeys>(port.State[s], BracketText::Of(s, 0, p));
 }
 
 void writePortSlot(Lines& out, ProjectStore& store, PortSlot& slot) {
   const bool reads = slot.ReadMode != 0;
-  out.Keys(kPortSlotKeys, slot, BracketText::Of(0));
+  out.Keys<kPortSlotKeys>(slot, BracketText::Of(0));
   for (int p = 1; p <= kPorts; ++p) {
     if (slot.Ports[p].Include == 0) continue;
-    out.Keys(kPortKeys, slot.Ports[p], BracketText::Of(0, p));
+    out.Keys<kPortKeys>(slot.Ports[p], BracketText::Of(0, p));
     if (!reads) writePort(out, slot.Ports[p], p);
   }
   if (slot.ByteMode != 0 && slot.Ports[kPorts].Include != 0 && !reads) {
     for (int c = 0; c <= 2; ++c) {
-      out.Keys(kBinaryMaskKeys, slot.BinaryMask[c], BracketText::Of(c, 0, 1));
+      out.Keys<kBinaryMaskKeys>(slot.BinaryMask[c], BracketText::Of(c, 0, 1));
     }
   }
   if (!reads) return;
   forTables(store, [&](int t) {
-    out.Keys(kHistogramKeys, slot.Output.Histo[t], BracketText::Of(0, t, 1));
+    out.Keys<kHistogramKeys>(slot.Output.Histo[t], BracketText::Of(0, t, 1));
     writeSelections(out, slot.Output, t, kOutputCodes,
                     [&](int k) { return BracketText::Of(0, t, 1, k); });
   });
@@ -391,7 +378,7 @@ bool secondPortSlotUntouched(Lines& out, ProjectStore& store) {
 // Both slots have the same keys, and a reader puts all lines into the first. So an untouched
 // second slot repeats the lines of the first, or it would wipe out what the user chose there.
 void writePorts(Lines& out, ProjectStore& store) {
-  out.Keys(kCodeTypeKeys, store.Ports);
+  out.Keys<kCodeTypeKeys>(store.Ports);
   const int second = secondPortSlotUntouched(out, store) ? 0 : 1;
   writePortSlot(out, store, store.Ports.Slot[0]);
   writePortSlot(out, store, store.Ports.Slot[second]);
@@ -402,18 +389,18 @@ void writeFlags(Lines& out, ProjectStore& store) {
     FlagControl& control = store.Flags[f];
     if (control.FlagInclude == 0) continue;
     const BracketText brackets = BracketText::Of(f);
-    out.Keys(kFlagKeys, control, brackets);
+    out.Keys<kFlagKeys>(control, brackets);
     for (int s = 1; s <= 2; ++s) {
-      out.Keys(kFlagStateKeys, control.State[s], brackets, kFlagStatePrefix[s - 1]);
+      out.Keys<kFlagStateKeys>(control.State[s], brackets, kFlagStatePrefix[s - 1]);
     }
   }
 }
 
 void writeExcite(Lines& out, ProjectStore& store) {
-  out.Keys(kExciteKeys, store.ExciteOut);
+  out.Keys<kExciteKeys>(store.ExciteOut);
   for (auto& slot : store.ExciteOut.Slot) {
     for (int c = 1; c <= 2; ++c) {
-      if (slot[c].Include != 0) out.Keys(kExciteChannelKeys, slot[c], BracketText::Of(c));
+      if (slot[c].Include != 0) out.Keys<kExciteChannelKeys>(slot[c], BracketText::Of(c));
     }
   }
 }
@@ -425,9 +412,9 @@ void writePulseSlot(Lines& out, ProjectStore& store) {
 
 void writeCan(Lines& out, ProjectStore& store) {
   CanModuleData& module = store.Can.Module[kSavedCanModule];
-  out.Keys(kCanModuleKeys, module);
-  out.Keys(kCanGroupKeys, store.Can);
-  out.Keys(kCanEnabledKeys, module);
+  out.Keys<kCanModuleKeys>(module);
+  out.Keys<kCanGroupKeys>(store.Can);
+  out.Keys<kCanEnabledKeys>(module);
   writeItems<CanFamily>(out, store);
   writeOutputs<CanFamily>(out, store);
   writeAliases<CanFamily>(out, store);
@@ -435,11 +422,11 @@ void writeCan(Lines& out, ProjectStore& store) {
 
 void writeCalcFields(Lines& out, ProjectStore& store) {
   CalcFieldGroup& group = store.CalcFields;
-  out.Keys(kCalcGroupKeys, group);
+  out.Keys<kCalcGroupKeys>(group);
   for (int f = 1; f <= CalcFamily::Count(store); ++f) {
-    out.Keys(kCalcFieldKeys, group.Field[f], BracketText::Of(f));
+    out.Keys<kCalcFieldKeys>(group.Field[f], BracketText::Of(f));
     for (int c = 1; c <= 4; ++c) {
-      out.Keys(kCalcColumnKeys, group.Field[f].CalcField[c], BracketText::Of(f, c));
+      out.Keys<kCalcColumnKeys>(group.Field[f].CalcField[c], BracketText::Of(f, c));
     }
   }
   writeOutputs<CalcFamily>(out, store);
@@ -469,7 +456,7 @@ void writeSection(Lines& out, ProjectStore& store, const platform::Moment& now, 
     case Section::kConfiguration:
       return writeConfiguration(out, store);
     case Section::kScanSetup:
-      return out.Keys(kScanKeys, store.Scan);
+      return out.Keys<kScanKeys>(store.Scan);
     case Section::kTableSetup:
       return writeTables(out, store);
     case Section::kPowerOut:
@@ -498,31 +485,51 @@ void writeSection(Lines& out, ProjectStore& store, const platform::Moment& now, 
     case Section::kCanItems:
       return writeCan(out, store);
     case Section::kSpeedCalc:
-      out.Keys(kSpeedCalcKeys, store.SpeedCalc);
-      return writeRow(out, kGearRatioKeys, store.SpeedCalc.GearRatio);
+      out.Keys<kSpeedCalcKeys>(store.SpeedCalc);
+      return writeRow<kGearRatioKeys>(out, store.SpeedCalc.GearRatio);
     case Section::kMultOffCalc:
-      return out.Keys(kLineCalcKeys, store.MultOffCalc);
+      return out.Keys<kLineCalcKeys>(store.MultOffCalc);
     case Section::kMVPerVoltCalc:
-      return out.Keys(kMVPerVoltCalcKeys, store.MVPerVoltCalc);
+      return out.Keys<kMVPerVoltCalcKeys>(store.MVPerVoltCalc);
     case Section::kPotCalc:
-      return out.Keys(kLineCalcKeys, store.PotCalc);
+      return out.Keys<kLineCalcKeys>(store.PotCalc);
     case Section::kRsCalc:
-      return out.Keys(kRsCalcKeys, store.RsCalc);
+      return out.Keys<kRsCalcKeys>(store.RsCalc);
     case Section::kRpmCalc:
-      return out.Keys(kRpmCalcKeys, store.RpmCalc);
+      return out.Keys<kRpmCalcKeys>(store.RpmCalc);
     case Section::kMoreSpeedCalc:
-      return out.Keys(kMoreSpeedCalcKeys, store.MoreSpeedCalc);
+      return out.Keys<kMoreSpeedCalcKeys>(store.MoreSpeedCalc);
     case Section::kFlowCalc:
-      return out.Keys(kFlowCalcKeys, store.FlowCalc);
+      return out.Keys<kFlowCalcKeys>(store.FlowCalc);
     case Section::kCalcFields:
       return writeCalcFields(out, store);
   }
 }
 
+// Bytes that a family is likely to take; a guess only saves moving the text.
+template <class Family>
+std::size_t expectedSize(ProjectStore& store) {
+  constexpr std::size_t kItem = 2048;
+  constexpr std::size_t kRepetition = 160;
+  std::size_t size = 0;
+  for (int i = 1; i <= Family::Count(store); ++i) {
+    const int reps = std::clamp<int>(Family::Item(store, i).Reps, 0, kReps);
+    size += kItem + static_cast<std::size_t>(reps) * kRepetition;
+  }
+  return size;
+}
+
+std::size_t expectedSize(ProjectStore& store) {
+  constexpr std::size_t kOther = 32 * std::size_t{1024};
+  return kOther + expectedSize<TK40MFamily>(store) + expectedSize<TempFamily>(store) +
+         expectedSize<VoltFamily>(store) + expectedSize<BridgeFamily>(store) +
+         expectedSize<PulseFamily<0>>(store) + expectedSize<CanFamily>(store);
+}
+
 }  // namespace
 
 std::string ProjectFileText(ProjectStore& store, const platform::Moment& now) {
-  Lines out;
+  Lines out(expectedSize(store));
   for (const SectionName& row : kSections) {
     const bool written = isWritten(store, row.section);
     if ((written || row.blankStays) && out.Size() > 0) out.Plain("");

@@ -143,6 +143,7 @@ TEST(ProjectReader, TableSetup) {
     for (int i = 1; i <= 60; ++i) all += i == (table - 1) * 10 + condition ? "x/" : "/";
     return all;
   };
+  const std::string nowhere(60, '/');
   const Got write = [](ProjectStore& s) {
     return s.Tables[1].Write[1].Varb + "/" + s.Tables[1].Write[3].Varb;
   };
@@ -154,11 +155,11 @@ TEST(ProjectReader, TableSetup) {
       {"condition 1", on + "StartTrigVarb(2)=x\n", at(2, 1), start},
       {"condition 3", on + "StartTrigVarb(23)=x\n", at(2, 3), start},
       {"condition 10", on + "StartTrigVarb(110)=x\n", at(1, 10), start},
-      {"condition 1 spelled out", on + "StartTrigVarb(21)=x\n", at(9, 9), start},
-      {"condition 5 in two digits", on + "StartTrigVarb(105)=x\n", at(9, 9), start},
-      {"condition 11", on + "StartTrigVarb(111)=x\n", at(9, 9), start},
-      {"table not in use", on + "StartTrigVarb(33)=x\n", at(9, 9), start},
-      {"separated", on + "StartTrigVarb(2,3)=x\n", at(9, 9), start},
+      {"condition 1 spelled out", on + "StartTrigVarb(21)=x\n", nowhere, start},
+      {"condition 5 in two digits", on + "StartTrigVarb(105)=x\n", nowhere, start},
+      {"condition 11", on + "StartTrigVarb(111)=x\n", nowhere, start},
+      {"table not in use", on + "StartTrigVarb(33)=x\n", nowhere, start},
+      {"separated", on + "StartTrigVarb(2,3)=x\n", nowhere, start},
       {"stop condition", on + "StopTrigVarb(23)=x\n", "x",
        [](ProjectStore& s) { return s.Tables[2].Trigger[1][3].StartTrigVarb; }},
       {"write condition", on + "Varb(1)=a\n", "a/", write},
@@ -265,7 +266,7 @@ TEST(ProjectReader, OldConditions) {
 
 TEST(ProjectReader, ExceptionsAreRecountedWithoutThePanelReference) {
   const std::string strain =
-      "[BRIDGE BLOCKS]\nBlockCount=1\nReps(1)=6\nStyle(1)=5\nUnits(1)=uStrain\n"
+      "[BRIDGE BLOCKS]\nBlockCount=1\nReps(1)=6\nStyle(1)=5\nUnits(1)=uStrain\nDefaultOffset(1)=2\n"
       "AliasUnits(1,1)=ustrain\nAliasMult(1,2)=1.0\nAliasMult(1,3)=2\nAliasGFactor(1,3)=2.05\n"
       "AliasGFactor(1,4)=0\nAliasMult(1,5)=abc\nAliasExcept(1,6)=7\n";
   const Got except = [](ProjectStore& s) {

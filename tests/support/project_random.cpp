@@ -349,6 +349,7 @@ void MakeLargestProject(ProjectStore& store) {
   for (OutputTable& table : store.Tables.Table) fillTable(chance, table);
   const auto fill = [&](auto& block, i16 reps) {
     block.Reps = reps;
+    block.Output = {};
     fillOutput(chance, store, block.Output, kOutputCodes);
     for (RepAlias& alias : block.Alias) {
       alias = {chance.Name(), chance.Name(), NumberText(chance.Real()), NumberText(chance.Real()),
