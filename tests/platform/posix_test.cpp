@@ -1,3 +1,4 @@
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <stdlib.h>
 #include <sys/stat.h>
@@ -111,7 +112,7 @@ TEST(PosixFileSystem, FailuresOfWritingNameThePathAndLeaveNothingBehind) {
   EXPECT_EQ(overFolder.ErrorText(), (folder / "pump.VKP") + ": Is a directory");
   const auto noFolder = WriteWhole(files, folder / "none/pump.VKP", "program");
   ASSERT_FALSE(noFolder);
-  EXPECT_EQ(noFolder.ErrorText(), (folder / "none/.pump.VKP.writing: No such file or directory"));
+  EXPECT_EQ(noFolder.ErrorText(), (folder / "none/pump.VKP: No such file or directory"));
   EXPECT_FALSE(files.Create(folder / "OLD.VKP"));
   EXPECT_FALSE(files.Delete(folder / "none"));
   EXPECT_FALSE(files.Rename(folder / "none", folder / "old.VKP"));
@@ -184,19 +185,47 @@ TEST(TerminalText, KeepsUtf8TurnsProjectBytesAndStopsControlCharacters) {
   for (const Case& row : kCases) EXPECT_EQ(TerminalText(row.bytes), row.shown);
 }
 
-// Standard input of the tests is no terminal here, so nobody is asked.
+// Puts another standard input in place for the time of a test.
 class TerminalAnswers : public ::testing::Test {
  protected:
   void SetUp() override {
     before_ = ::dup(STDIN_FILENO);
-    ASSERT_NE(::freopen("/dev/null", "r", stdin), nullptr);
+    readFrom("/dev/null");
   }
   void TearDown() override {
     ::dup2(before_, STDIN_FILENO);
     ::close(before_);
   }
+  void readFrom(const char* device) {
+    const int opened = ::open(device, O_RDWR | O_NOCTTY);
+    ASSERT_GE(opened, 0);
+    ASSERT_EQ(::dup2(opened, STDIN_FILENO), STDIN_FILENO);
+    ::close(opened);
+  }
   int before_ = -1;
 };
+
+TEST_F(TerminalAnswers, ComeFromTheUserWhoIsAskedUntilHeIsUnderstood) {
+  const int user = ::posix_openpt(O_RDWR | O_NOCTTY);
+  ASSERT_GE(user, 0);
+  ASSERT_EQ(::grantpt(user), 0);
+  ASSERT_EQ(::unlockpt(user), 0);
+  readFrom(::ptsname(user));
+  constexpr std::string_view kTyped = "what?\n\n cancel\nYes\n\x04";  // and the end of the input
+  ASSERT_EQ(::write(user, kTyped.data(), kTyped.size()), static_cast<ssize_t>(kTyped.size()));
+
+  TerminalForms forms({});
+  const MessageBox box = {.title = "MISSING FILE", .text = "Search?", .buttons = Buttons::kYesNo};
+  ::testing::internal::CaptureStderr();
+  EXPECT_EQ(forms.ShowBox(box), Answer::kYes);
+  const std::string shown = ::testing::internal::GetCapturedStderr();
+  const std::string asked = "  [y]es, [n]o: ";
+  EXPECT_EQ(shown, "MISSING FILE\n  Search?\n" + asked + asked + asked + asked);
+  ::testing::internal::CaptureStderr();
+  EXPECT_EQ(forms.ShowBox(box), Answer::kNo);
+  ::testing::internal::GetCapturedStderr();
+  ::close(user);
+}
 
 TEST_F(TerminalAnswers, ComeFromWhatWasPreparedElseWriteNothing) {
   struct Case {

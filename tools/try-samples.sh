@@ -1,0 +1,54 @@
+#!/usr/bin/env bash
+# Loads, resaves and generates every project of a folder: tools/try-samples.sh PROGRAM FOLDER
+# A project may have faults that the program reports (exit code 1); it may not crash. A second save
+# may differ from the first in empty units alone, which the format brings back as the default; a
+# third must be the same bytes. A folder that is not there is no failure.
+set -euo pipefail
+program="$1"
+samples="$2"
+if [[ ! -d "$samples" ]]; then
+  echo "no folder $samples, nothing to try"
+  exit 0
+fi
+export SOURCE_DATE_EPOCH=1000000000
+scratch="$(mktemp -d)"
+trap 'rm -rf "$scratch"' EXIT
+mkdir "$scratch"/{first,second,third}
+failed=0
+
+# A command that must end with 0 or 1, in a minute.
+try() {
+  local code=0
+  timeout 60 "$@" >"$scratch/said" 2>&1 || code=$?
+  if [[ $code -gt 1 ]]; then
+    echo "exit code $code: $*"
+    tail -n 40 "$scratch/said"
+    failed=1
+  fi
+}
+
+count=0
+for project in "$samples"/*.VKG; do
+  title="$(basename "$project" .VKG)"
+  try "$program" resave "$project" -o "$scratch/first"
+  try "$program" resave "$scratch/first/$title.VKG" -o "$scratch/second"
+  try "$program" resave "$scratch/second/$title.VKG" -o "$scratch/third"
+  try "$program" generate "$project" -o "$scratch/first"
+  difference="$(diff --text "$scratch"/{first,second}/"$title.VKG" | grep -a '^[<>]' |
+    grep -avE '^> (Long)?Units\(' || true)"
+  if [[ -n "$difference" ]]; then
+    echo "$title: a second save differs from the first: $difference"
+    failed=1
+  fi
+  if ! cmp "$scratch"/{second,third}/"$title.VKG"; then
+    echo "$title: a third save differs from the second"
+    failed=1
+  fi
+  if [[ ! -s "$scratch/first/$title.VKP" ]]; then
+    echo "$title: no program"
+    failed=1
+  fi
+  count=$((count + 1))
+done
+echo "$count projects tried"
+[[ $count -gt 0 && $failed -eq 0 ]]
