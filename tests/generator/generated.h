@@ -40,6 +40,12 @@ inline std::string At66(std::string line, std::string_view comment) {
   return line.append(comment);
 }
 
+// A title with its bars of underscores.
+inline std::string Bars(std::string_view start, std::size_t bar, std::string_view title) {
+  const std::string bars(bar, '_');
+  return std::string(start) + "'" + bars + std::string(title) + bars;
+}
+
 class Generated : public ::testing::Test {
  protected:
   Generated() { ORVUS_COMMON::SetAllDefaults(store); }
@@ -72,6 +78,28 @@ class Generated : public ::testing::Test {
     ADD_FAILURE() << "Wanted:\n" << wanted << "Found:\n" << (found.empty() ? "nothing" : found);
   }
 
+  // The same, the lines parted by "|", and "~" for the blanks up to the comment in column 66.
+  void ExpectText(const std::string& text) const {
+    Lines lines(1);
+    for (const char c : text) {
+      if (c == '|') {
+        lines.emplace_back();
+      } else if (c == '~') {
+        lines.back().resize(65, ' ');
+      } else {
+        lines.back() += c;
+      }
+    }
+    ExpectRun(lines);
+  }
+
+  // Whether some line holds the part.
+  [[nodiscard]] bool AnyHolds(std::string_view part) const {
+    return std::any_of(program.begin(), program.end(), [&](const std::string& line) {
+      return line.find(part) != std::string::npos;
+    });
+  }
+
   // The program tells that it went on to its end.
   void ExpectEnd() const { ASSERT_EQ(program.back(), "'***** Program End *****"); }
 
@@ -83,5 +111,10 @@ class Generated : public ::testing::Test {
   SAVEDLD generator{store, files, clock, forms};
   Lines program;
 };
+
+inline constexpr char kSubscript[] = "Subscript out of range";
+inline constexpr char kBadCall[] = "Invalid procedure call or argument";
+inline constexpr char kNextScan[] = "   Next Scan~'Loop up for the next scan";
+inline constexpr char kEndProg[] = "EndProg~'Program ends here||'***** Program End *****";
 
 }  // namespace ostrand::testing

@@ -3,37 +3,26 @@
 namespace ostrand::testing {
 namespace {
 
-const std::string kTitle =
-    "      '" + std::string(23, '_') + " Pulse/Freq Blocks" + std::string(23, '_');
+using PulsesTest = Generated;
 
-class PulsesTest : public Generated {
- protected:
-  void Block(int slot, int n, int reps, const char* meas) {
-    store.PulseBlock[slot].BlockCount = static_cast<i16>(n);
-    store.PulseBlock[slot][n].Reps = static_cast<i16>(reps);
-    store.PulseBlock[slot][n].Meas = meas;
-  }
-};
-
-// A block takes one channel, whatever its repetitions; block numbers begin anew in a group.
+// A block takes one channel, whatever its repetitions; block numbers begin anew in a group. A block
+// without repetitions or of an unknown kind takes none.
 TEST_F(PulsesTest, ChannelsGoOnBlockNumbersBeginAnew) {
-  Block(0, 1, 2, "HiLev");
-  Block(0, 2, 1, "swtch");
-  Block(1, 1, 0, "LoLev");
-  Block(1, 2, 1, "LOLEV");
+  const char* kinds[2][2] = {{"HiLev", "swtch"}, {"Quad", "LOLEV"}};
+  for (int slot = 0; slot <= 1; ++slot) {
+    store.PulseBlock[slot].BlockCount = 2;
+    for (int n = 1; n <= 2; ++n) {
+      store.PulseBlock[slot][n].Meas = kinds[slot][n - 1];
+      store.PulseBlock[slot][n].Reps = 2;
+    }
+  }
   store.PulseBlock[0][2].CalOnSite = 1;
+  const std::string title = Bars("      ", 23, " Pulse/Freq Blocks");
   Run();
-  ExpectRun({kTitle, "      PulseCount(PBlk1(),PREP1,1,PCONF1,POPT1,PMULT1,POSET1)",
-             "      PulseCount(PBlk2(),PREP2,2,PCONF2,POPT2,MPBlk2(),OPBlk2())", kTitle,
-             "      PulseCount(PBlk2(),PREP2,3,PCONF2,POPT2,PMULT2,POSET2)", ""});
-}
-
-TEST_F(PulsesTest, AnUnknownMeasurementTakesNoChannel) {
-  Block(0, 1, 1, "Quad");
-  Block(0, 2, 1, "LoLev");
-  store.PulseBlock[0][2].Alias[1].AliasExcept = "5";
-  Run();
-  ExpectRun({kTitle, "      PulseCount(PBlk2(),PREP2,1,PCONF2,POPT2,MPBlk2(),OPBlk2())", ""});
+  ExpectText(title +
+             "|      PulseCount(PBlk1(),PREP1,1,PCONF1,POPT1,PMULT1,POSET1)"
+             "|      PulseCount(PBlk2(),PREP2,2,PCONF2,POPT2,MPBlk2(),OPBlk2())|" +
+             title + "|      PulseCount(PBlk2(),PREP2,3,PCONF2,POPT2,PMULT2,POSET2)|");
 }
 
 }  // namespace
