@@ -1,6 +1,7 @@
 // What the system asks of the disk. Tests make the n-th call fail through this seam.
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -36,6 +37,11 @@ class FileSystem {
   virtual std::string WorkingFolder() = 0;
 
   virtual Result<std::string> Read(std::string_view path) = 0;
+  // Bytes that a regular file holds at present; 0 when there is none.
+  virtual std::uint64_t Size(std::string_view path) {
+    const auto bytes = Read(path);
+    return bytes ? bytes.Value().size() : 0;
+  }
   // Creates a new file; an error when the name is taken.
   virtual Result<std::unique_ptr<OutputFile>> Create(std::string_view path) = 0;
   // Replaces `to` when it exists.

@@ -42,6 +42,8 @@ class Forms {
   virtual void SetHelpLine(const std::string& text) = 0;
   virtual void SetPointer(Pointer shape) = 0;
   virtual void Beep() = 0;
+  // Lets the host's events run and rests about a millisecond; for loops that wait.
+  virtual void DoEvents() = 0;
 };
 
 }  // namespace ostrand::platform

@@ -19,6 +19,9 @@ std::string_view Trim(std::string_view text);
 // The parts between the separators; one part for a text without any.
 std::vector<std::string_view> Split(std::string_view text, char separator);
 
+// The next line of `rest`, without its end, CR LF or LF, and taken off it; the last may have none.
+std::string_view TakeLine(std::string_view& rest);
+
 // Whether `text` holds `part` in exactly this case.
 inline bool Holds(std::string_view text, std::string_view part) {
   return text.find(part) != std::string_view::npos;

@@ -183,6 +183,13 @@ Result<std::string> PosixFileSystem::Read(std::string_view path) {
   return bytes;
 }
 
+std::uint64_t PosixFileSystem::Size(std::string_view path) {
+  struct stat info {};
+  const bool found =
+      isName(path) && ::stat(onDisk(path).c_str(), &info) == 0 && S_ISREG(info.st_mode);
+  return found ? static_cast<std::uint64_t>(info.st_size) : 0;
+}
+
 Result<std::unique_ptr<OutputFile>> PosixFileSystem::Create(std::string_view path) {
   if (!isName(path)) return failure(std::string(path), EINVAL);
   const std::string name = onDisk(path);

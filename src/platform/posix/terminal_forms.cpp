@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <ctime>
 #include <utility>
 
 #include "text/codepage.h"
@@ -167,6 +168,11 @@ Answer TerminalForms::ShowBox(const MessageBox& box) {
                                  [&](const AnswerWord& row) { return row.answer == given; });
   tell("  answered " + std::string(word->prompt) + (answer ? "\n" : ", nobody being asked\n"));
   return given;
+}
+
+void TerminalForms::DoEvents() {
+  const timespec rest{0, 1'000'000};
+  ::nanosleep(&rest, nullptr);
 }
 
 std::optional<std::string> TerminalForms::AskOpen(const FileDialog&) { return std::nullopt; }
