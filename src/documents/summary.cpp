@@ -21,6 +21,13 @@ constexpr int kRepsEdge = 15;
 constexpr int kRangeEdge = 20;
 constexpr int kDataIdEdge = 26;
 constexpr int kExciteEdge = 27;
+constexpr int kVoltMultEdge = 34;  // of CAN items, too
+constexpr int kBridgeMultEdge = 35;
+constexpr int kPulseMultEdge = 36;
+constexpr int kOutputState1Edge = 23;
+constexpr int kOutputState2Edge = 33;
+constexpr int kByteState1Edge = 26;
+constexpr int kByteState2Edge = 35;
 constexpr int kEqualsEdge = 40;
 constexpr int kMaskEdge = 44;
 constexpr int kTimeEdge = 52;
@@ -28,6 +35,7 @@ constexpr int kOffsetDistance = 8;  // from the end of a multiplier to the end o
 
 // Columns in which left-aligned fields begin.
 constexpr int kPulseTypeColumn = 17;
+constexpr int kPortStateColumn = 21;
 constexpr int kMeasColumn = 23;
 constexpr int kPulseOptionColumn = 23;
 constexpr int kUnitColumn = 29;
@@ -102,7 +110,7 @@ std::string analogRow(int number, const AnalogBlock& block) {
 }
 
 // A length of time; one of an unknown unit is the number alone, so that it isn't taken for seconds.
-std::string intervalText(std::string number, int unit) {
+std::string intervalText(const std::string& number, int unit) {
   const std::string_view abbreviation = UnitAbbreviation(unit);
   return abbreviation.empty() ? number : number + " " + std::string(abbreviation) + "s";
 }
@@ -249,7 +257,7 @@ class Writer {
       const VoltBlockData& block = group[b];
       std::string line = analogRow(b, block);
       putLeft(line, kMeasColumn, Before(Trim(block.MeasType), " "));
-      putScaling(line, 34, block);
+      putScaling(line, kVoltMultEdge, block);
       putRow(kVolts.heading, line, block.BlockTime);
     }
     endSection(kVolts, ORVUS_COMMON::VoltageTime(store_));
@@ -261,7 +269,7 @@ class Writer {
       const BridgeBlockData& block = group[b];
       std::string line = analogRow(b, block);
       putRight(line, kExciteEdge, NumberText(block.Excite));
-      putScaling(line, 35, block);
+      putScaling(line, kBridgeMultEdge, block);
       putRow(kBridges.heading, line, block.BlockTime);
     }
     endSection(kBridges, ORVUS_COMMON::BridgeTime(store_));
@@ -274,7 +282,7 @@ class Writer {
         std::string line = blockRow(b, block);
         putLeft(line, kPulseTypeColumn, block.Meas);
         putLeft(line, kPulseOptionColumn, block.Opt == 0 ? "Totl" : "Freq");
-        putScaling(line, 36, block);
+        putScaling(line, kPulseMultEdge, block);
         putRow(kPulses.heading, line, block.BlockTime);
       }
     }
@@ -305,7 +313,7 @@ class Writer {
       if (item.Enabled == 0) continue;
       std::string line = blockRow(i, item);
       putRight(line, kDataIdEdge, item.DataId);
-      putScaling(line, 34, item);
+      putScaling(line, kVoltMultEdge, item);
       putRow(kCan.heading, line, kNotKnown);
     }
     endSection(kCan, kNotTimed);
@@ -317,8 +325,9 @@ class Writer {
         const ExciteChannel& channel = slot[k];
         if (channel.Include == 0) continue;
         std::string line = " Excite" + NumberText(k);
-        putRight(line, 23, NumberText(channel.State1));
-        putRight(line, 33, channel.DynamicStatic != 0 ? "-----" : NumberText(channel.State2));
+        putRight(line, kOutputState1Edge, NumberText(channel.State1));
+        putRight(line, kOutputState2Edge,
+                 channel.DynamicStatic != 0 ? "-----" : NumberText(channel.State2));
         putRow(kCaoOutput.heading, line, kNotKnown);
       }
     }
@@ -335,8 +344,8 @@ class Writer {
     for (const PortSlot& slot : store_.Ports.Slot) {
       if (!writesByte(slot)) continue;
       std::string line;
-      putRight(line, 26, slot.BinaryMask[0]);
-      putRight(line, 35, slot.BinaryMask[1]);
+      putRight(line, kByteState1Edge, slot.BinaryMask[0]);
+      putRight(line, kByteState2Edge, slot.BinaryMask[1]);
       putRight(line, kMaskEdge, slot.BinaryMask[2]);
       putRow(kPortWrite, line, kNotKnown);
     }
@@ -349,7 +358,8 @@ class Writer {
         const Port& port = slot.Ports[i];
         if (slot.ByteMode != 0 || port.Include == 0) continue;
         std::string line = " Port " + NumberText(i);
-        putLeft(line, 21, port.Polarity != 0 ? "True     False    " : "False    True     ");
+        putLeft(line, kPortStateColumn,
+                port.Polarity != 0 ? "True     False    " : "False    True     ");
         putRow(kPortSet.heading, line, kNotKnown);
       }
     }

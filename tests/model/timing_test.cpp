@@ -5,7 +5,6 @@
 #include <limits>
 
 #include "model/defaults.h"
-#include "support/project_random.h"
 
 namespace ostrand {
 namespace {
@@ -68,25 +67,6 @@ TEST_F(Timing, RaisesOnACountPastTheRows) {
   store.BridgeBlock.BlockCount = kBlocks + 1;
   EXPECT_THROW((void)BridgeTime(store), Fault);
   EXPECT_THROW((void)EstMeasTime(store), Fault);
-}
-
-TEST_F(Timing, TheWholeIsTheSumOfItsKinds) {
-  for (std::uint32_t seed = 1; seed <= 20; ++seed) {
-    testing::MakeRandomProject(store, seed);
-    for (int b = 1; b <= kBlocks; ++b) {
-      store.TempBlock[b].BlockTime %= 1000000;
-      store.VoltBlock[b].BlockTime %= 1000000;
-      store.BridgeBlock[b].BlockTime %= 1000000;
-      store.TK40MBlock[b].BlockTime %= 1000000;
-    }
-    for (PulseBlockData& block : store.PulseBlock[0].Blocks) block.BlockTime %= 1000000;
-    store.Config.BatteryTime %= 1000000;
-    store.Config.PanelTime %= 1000000;
-    EXPECT_EQ(EstMeasTime(store), store.Config.BatteryTime + ThermocoupleTime(store) +
-                                      VoltageTime(store) + BridgeTime(store) + PulseTime(store) +
-                                      TK40MTime(store))
-        << seed;
-  }
 }
 
 }  // namespace
