@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "text/codepage.h"
+
 namespace ostrand {
 namespace {
 
@@ -24,8 +26,17 @@ char upper(char c) {
 }  // namespace
 
 std::string Upper(std::string_view text) {
-  std::string result(text);
-  std::transform(result.begin(), result.end(), result.begin(), upper);
+  std::string result;
+  result.reserve(text.size());
+  while (!text.empty()) {
+    const std::size_t sequence = Utf8Length(text);
+    if (sequence == 0) {
+      result += upper(text.front());
+    } else {
+      result += text.substr(0, sequence);
+    }
+    text.remove_prefix(sequence == 0 ? 1 : sequence);
+  }
   return result;
 }
 

@@ -7,7 +7,8 @@
 
 namespace ostrand {
 
-// Upper case of a text; accented letters of the code page included.
+// Upper case of a text; accented letters of the code page included. UTF-8 sequences, as names of
+// files hold them, stay as they are.
 std::string Upper(std::string_view text);
 
 // Whether two texts are the same but for upper and lower case.

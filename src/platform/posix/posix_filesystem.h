@@ -31,6 +31,8 @@ class PosixFileSystem : public FileSystem {
   Result<std::unique_ptr<OutputFile>> Create(std::string_view path) override;
   Result<> Rename(std::string_view from, std::string_view to) override;
   Result<> Delete(std::string_view path) override;
+  Result<> MayReplace(std::string_view path) override;
+  void CopyRights(std::string_view from, std::string_view to) override;
   Result<> ClearReadOnly(std::string_view path) override;
   Result<> SyncFolder(std::string_view path) override;
 
