@@ -220,6 +220,28 @@ TEST_F(LowPriorityTest, TitleOfTheScanAndTheCanModule) {
       std::string(kEndProg));
 }
 
+TEST_F(LowPriorityTest, AStatusMonitorWithoutEntriesIsNone) {
+  store.Config.MonitorPower[kMonitorStatus] = kTrue;
+  Run();
+  EXPECT_FALSE(AnyHolds("SlowSequence"));
+}
+
+// An item that is off or has no values is counted among those asked for, but it has no loop.
+TEST_F(LowPriorityTest, ItemsWithoutALoop) {
+  for (const auto& [values, enabled] : {std::pair<i16, i16>{0, 1}, {1, 0}}) {
+    CanItemData& item = Item(1, "Rpm", 1000);
+    item.Reps = values;
+    item.Enabled = enabled;
+    Run();
+    ExpectText(
+        "   NumRxReads(1) = 50~'Execute 50 Rx reads for Tx #1||   Do~'With CANBUS TxRx, we "
+        "need multiple,repeating scans");
+    ExpectText("      'CANBUS TxRx Measurement Loops|      " + hyphens +
+               "||   Loop~'Loop back to the \"DO\" : With CANBUS TxRx, we need multiple,repeating "
+               "scans");
+  }
+}
+
 TEST_F(LowPriorityTest, AFailureLeavesTheEndOfTheProgram) {
   Item(1, "Rpm", 1000).TxDataFrame = "&H1234";
   ExpectFault(5, kBadCall, "LowPriority");
