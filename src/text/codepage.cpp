@@ -16,20 +16,6 @@ constexpr std::array<char32_t, 32> kHighControls = {
     kNoCharacter, 0x2018,       0x2019, 0x201C, 0x201D, 0x2022,       0x2013, 0x2014,
     0x02DC,       0x2122,       0x0161, 0x203A, 0x0153, kNoCharacter, 0x017E, 0x0178};
 
-void appendUtf8(std::string& to, char32_t c) {
-  const auto put = [&](char32_t byte) { to += static_cast<char>(byte); };
-  if (c < 0x80) {
-    put(c);
-  } else if (c < 0x800) {
-    put(0xC0 | (c >> 6));
-    put(0x80 | (c & 0x3F));
-  } else {
-    put(0xE0 | (c >> 12));
-    put(0x80 | ((c >> 6) & 0x3F));
-    put(0x80 | (c & 0x3F));
-  }
-}
-
 // Takes one character off the text; a broken sequence gives U+FFFD for its first byte.
 char32_t takeUtf8(std::string_view& text) {
   const auto byteAt = [&](std::size_t at) { return static_cast<unsigned char>(text[at]); };
@@ -74,13 +60,29 @@ std::size_t Utf8Length(std::string_view text) {
   return length;
 }
 
+char32_t CharacterOf(char byte) {
+  const auto code = static_cast<unsigned char>(byte);
+  return code >= 0x80 && code < 0xA0 ? kHighControls[code - 0x80U] : code;
+}
+
+void AppendUtf8(std::string& to, char32_t c) {
+  const auto put = [&](char32_t byte) { to += static_cast<char>(byte); };
+  if (c < 0x80) {
+    put(c);
+  } else if (c < 0x800) {
+    put(0xC0 | (c >> 6));
+    put(0x80 | (c & 0x3F));
+  } else {
+    put(0xE0 | (c >> 12));
+    put(0x80 | ((c >> 6) & 0x3F));
+    put(0x80 | (c & 0x3F));
+  }
+}
+
 std::string Utf8FromWindows1252(std::string_view bytes) {
   std::string result;
   result.reserve(bytes.size());
-  for (const char c : bytes) {
-    const auto byte = static_cast<unsigned char>(c);
-    appendUtf8(result, byte >= 0x80 && byte < 0xA0 ? kHighControls[byte - 0x80U] : byte);
-  }
+  for (const char byte : bytes) AppendUtf8(result, CharacterOf(byte));
   return result;
 }
 

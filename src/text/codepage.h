@@ -7,6 +7,12 @@
 
 namespace ostrand {
 
+// The character of a byte of Windows-1252; U+FFFD for the five bytes without one.
+char32_t CharacterOf(char byte);
+
+// Appends a character below U+10000 to a text of UTF-8.
+void AppendUtf8(std::string& to, char32_t c);
+
 // A text of Windows-1252 in UTF-8. The five bytes without a character become U+FFFD.
 std::string Utf8FromWindows1252(std::string_view bytes);
 
