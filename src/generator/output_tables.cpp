@@ -50,17 +50,18 @@ constexpr std::string_view kCanCheckTable[] = {
 constexpr std::string_view kRecords = "###0";
 
 struct SizeUnit {
-  double below;   // seconds
-  double factor;  // from seconds to the unit
+  double below;    // seconds
+  double times;    // units of a second, for the short ones
+  double seconds;  // of a unit, for the long ones; 1/60 would not be exact
   std::string_view text;
 };
 constexpr std::array<SizeUnit, 6> kSizeUnits = {{
-    {0.001, 1e6, " uSecs"},
-    {1, 1000, " mSecs"},
-    {60, 1, " Secs"},
-    {3600, 1.0 / 60, " Mins"},
-    {86400, 1.0 / 3600, " Hours"},
-    {INFINITY, 1.0 / 86400, " Days"},
+    {0.001, 1e6, 1, " uSecs"},
+    {1, 1000, 1, " mSecs"},
+    {60, 1, 1, " Secs"},
+    {3600, 1, 60, " Mins"},
+    {86400, 1, 3600, " Hours"},
+    {INFINITY, 1, 86400, " Days"},
 }};
 
 // Records between two timestamps.
@@ -207,7 +208,7 @@ void SAVEDLD::tableHead(int t, SizeTime& size) {
   if (table.OutIntUnits < 2) {
     const auto* fit = std::find_if(kSizeUnits.begin(), kSizeUnits.end() - 1,
                                    [&](const SizeUnit& entry) { return size.x < entry.below; });
-    size.x *= fit->factor;
+    size.x = size.x * fit->times / fit->seconds;
     size.unit = fit->text;
   }
   const std::string interval =

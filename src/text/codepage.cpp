@@ -52,6 +52,28 @@ char32_t takeUtf8(std::string_view& text) {
 
 }  // namespace
 
+std::size_t Utf8Length(std::string_view text) {
+  const auto byte = [&](std::size_t at) { return static_cast<unsigned char>(text[at]); };
+  const unsigned first = byte(0);
+  std::size_t length = 0;
+  if (first >= 0xC2 && first <= 0xDF) length = 2;
+  if (first >= 0xE0 && first <= 0xEF) length = 3;
+  if (first >= 0xF0 && first <= 0xF4) length = 4;
+  if (length == 0 || text.size() < length) return 0;
+  for (std::size_t at = 1; at < length; ++at) {
+    if ((byte(at) & 0xC0) != 0x80) return 0;
+  }
+  // Overlong forms, surrogates and what lies past the last character, told by the second byte;
+  // so are the control characters of the second block.
+  const unsigned second = byte(1);
+  if ((first == 0xC2 && second < 0xA0) || (first == 0xE0 && second < 0xA0) ||
+      (first == 0xED && second > 0x9F) || (first == 0xF0 && second < 0x90) ||
+      (first == 0xF4 && second > 0x8F)) {
+    return 0;
+  }
+  return length;
+}
+
 std::string Utf8FromWindows1252(std::string_view bytes) {
   std::string result;
   result.reserve(bytes.size());

@@ -1,6 +1,7 @@
 // Between the code pages of the files and UTF-8, for terminals and desktops.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -11,5 +12,9 @@ std::string Utf8FromWindows1252(std::string_view bytes);
 
 // A text of UTF-8 in Windows-1252. What the code page doesn't hold becomes "?".
 std::string Windows1252FromUtf8(std::string_view utf8);
+
+// Length of the well-formed UTF-8 sequence of two to four bytes that `text`, which is not empty,
+// begins with; 0 for any other beginning. Control characters in two bytes count as none.
+std::size_t Utf8Length(std::string_view text);
 
 }  // namespace ostrand

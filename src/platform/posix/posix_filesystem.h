@@ -27,9 +27,12 @@ class PosixFileSystem : public FileSystem {
   std::string Find(std::string_view path) override;
   std::string WorkingFolder() override;
   Result<std::string> Read(std::string_view path) override;
+  std::uint64_t Size(std::string_view path) override;
   Result<std::unique_ptr<OutputFile>> Create(std::string_view path) override;
   Result<> Rename(std::string_view from, std::string_view to) override;
   Result<> Delete(std::string_view path) override;
+  Result<> MayReplace(std::string_view path) override;
+  void CopyRights(std::string_view from, std::string_view to) override;
   Result<> ClearReadOnly(std::string_view path) override;
   Result<> SyncFolder(std::string_view path) override;
 

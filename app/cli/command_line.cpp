@@ -1,0 +1,175 @@
+#include "command_line.h"
+
+#include <algorithm>
+#include <array>
+
+#include "text/strings.h"
+
+namespace ostrand::cli {
+namespace {
+
+using platform::Answer;
+
+// Takes the value of an option; false when it does not fit.
+using Take = bool (*)(CommandLine& line, std::string_view value);
+
+bool takeOutput(CommandLine& line, std::string_view value) {
+  line.outputFolder = std::string(value) + (value.ends_with('/') ? "" : "/");
+  return !value.empty();
+}
+
+bool takeHostApp(CommandLine& line, std::string_view value) {
+  line.hostApp = value;
+  return true;
+}
+
+struct AnswerName {
+  std::string_view name;
+  Answer answer;
+};
+
+constexpr std::array<AnswerName, 4> kAnswerNames = {{
+    {"yes", Answer::kYes},
+    {"no", Answer::kNo},
+    {"cancel", Answer::kCancel},
+    {"ok", Answer::kOk},
+}};
+
+bool takeAnswer(CommandLine& line, std::string_view value) {
+  const std::size_t at = value.rfind('=');
+  if (at == std::string_view::npos || at == 0) return false;
+  for (const AnswerName& row : kAnswerNames) {
+    if (!SameText(row.name, value.substr(at + 1))) continue;
+    line.answers.byTitle.push_back({std::string(value.substr(0, at)), row.answer});
+    return true;
+  }
+  return false;
+}
+
+bool takeYes(CommandLine& line, std::string_view) { return line.answers.yes = true; }
+
+bool takeForce(CommandLine& line, std::string_view) { return line.force = true; }
+
+bool takeRtf(CommandLine& line, std::string_view) { return line.rtf = true; }
+
+bool takeNoSync(CommandLine& line, std::string_view) {
+  line.syncing = platform::Syncing::kOff;
+  return true;
+}
+
+bool takeHelp(CommandLine& line, std::string_view) { return line.help = true; }
+
+struct OptionRow {
+  OptionId id;
+  std::string_view name;
+  std::string_view shortName;
+  std::string_view value;  // what the help calls the value; empty for a switch
+  std::string_view help;
+  Take take;
+};
+
+constexpr std::array<OptionRow, 8> kOptions = {{
+    {kOutput, "--output", "-o", "DIR", "write into the folder DIR, which must exist", takeOutput},
+    {kHostApp, "--host-app", "", "NAME", "write for the host NAME, \"Harrier\" for one",
+     takeHostApp},
+    {kForce, "--force", "", "", "replace the file when it exists", takeForce},
+    {kRtf, "--rtf", "", "", "as rich text, for a word processor", takeRtf},
+    {kAnswer, "--answer", "", "TITLE=yes|no|cancel|ok", "answer the message box TITLE so",
+     takeAnswer},
+    {kYes, "--yes", "", "", "answer every other question with yes or ok", takeYes},
+    {kNoSync, "--no-sync", "", "", "do not wait until the disk has the files (for benchmarks)",
+     takeNoSync},
+    {kHelp, "--help", "-h", "", "show this help", takeHelp},
+}};
+
+const OptionRow* findOption(const CommandRow& command, std::string_view name) {
+  for (const OptionRow& row : kOptions) {
+    const bool named = name == row.name || (!row.shortName.empty() && name == row.shortName);
+    if (named && (command.options & row.id) != 0) return &row;
+  }
+  return nullptr;
+}
+
+std::string column(std::string text, std::size_t width) {
+  text.resize(std::max(text.size() + 2, width), ' ');
+  return text;
+}
+
+std::string optionHelp(const OptionRow& option) {
+  std::string head = "  ";
+  if (!option.shortName.empty()) head.append(option.shortName).append(", ");
+  head += option.name;
+  if (!option.value.empty()) head.append(" ").append(option.value);
+  return column(std::move(head), 36).append(option.help).append("\n");
+}
+
+constexpr std::string_view kHelpEnd =
+    "\nMessage boxes go to standard error. A question that nobody answers is answered in the\n"
+    "way that writes nothing. SOURCE_DATE_EPOCH fixes the date and time in the files (UTC).\n"
+    "Exit codes: 0 done, 1 a fault in a project or file, 2 wrong usage.\n";
+
+}  // namespace
+
+std::string ReadArguments(const CommandRow& command, std::span<const std::string_view> arguments,
+                          CommandLine& line) {
+  bool optionsEnded = false;
+  for (std::size_t at = 0; at < arguments.size(); ++at) {
+    const std::string_view argument = arguments[at];
+    if (optionsEnded || !argument.starts_with('-')) {
+      if (Trim(argument).empty()) return "a file name is empty";
+      line.words.push_back(argument);
+      continue;
+    }
+    if (argument == "--") {
+      optionsEnded = true;
+      continue;
+    }
+    const std::string_view name = argument.starts_with("--") ? Before(argument, "=") : argument;
+    const OptionRow* option = findOption(command, name);
+    if (option == nullptr) return "there is no option " + std::string(name);
+    const bool joined = name.size() < argument.size();
+    if (option->value.empty() && joined) return "no value goes with " + std::string(name);
+    std::string_view value = After(argument, "=");
+    if (!option->value.empty() && !joined) {
+      if (++at == arguments.size()) return "a value is missing after " + std::string(name);
+      value = arguments[at];
+    }
+    if (!option->take(line, value)) {
+      return std::string(name) + " takes " + std::string(option->value) + ", not \"" +
+             std::string(value) + "\"";
+    }
+  }
+  if (line.help) return {};
+  if (line.words.size() < command.leastWords) return std::string(command.missing);
+  if (line.words.size() > command.mostWords) {
+    return command.mostWords == 1 ? "one file at a time, please"
+                                  : "too much: " + std::string(line.words[command.mostWords]);
+  }
+  return {};
+}
+
+std::string CommandHelp(const CommandRow& command) {
+  std::string text = "Usage: ostrand ";
+  text.append(command.name).append(" [OPTION]... ").append(command.arguments);
+  text.append("\nIn short: ").append(command.help).append(".\n\nOptions:\n");
+  for (const OptionRow& option : kOptions) {
+    if ((command.options & option.id) != 0) text += optionHelp(option);
+  }
+  return text.append(kHelpEnd);
+}
+
+std::string GeneralHelp(std::span<const CommandRow> commands) {
+  std::string text =
+      "Usage: ostrand COMMAND [OPTION]... FILE...\nPrograms for the data logger VK7300.\n"
+      "\nCommands:\n";
+  for (const CommandRow& row : commands) {
+    std::string head = "  " + std::string(row.name) + " " + std::string(row.arguments);
+    text += column(std::move(head), 36).append(row.help).append("\n");
+  }
+  text +=
+      "\n\"ostrand help COMMAND\" tells the options of a command, \"ostrand --version\" the "
+      "version.\n";
+  return text.append(kHelpEnd);
+}
+
+}  // namespace ostrand::cli

@@ -1,0 +1,62 @@
+// What can be said on the command line, and what was said.
+#pragma once
+
+#include <cstddef>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/posix/posix_filesystem.h"
+#include "platform/posix/terminal_forms.h"
+#include "terminal.h"
+
+namespace ostrand::cli {
+
+enum OptionId : unsigned {
+  kOutput = 1U << 0,
+  kHostApp = 1U << 1,
+  kForce = 1U << 2,
+  kAnswer = 1U << 3,
+  kYes = 1U << 4,
+  kNoSync = 1U << 5,
+  kHelp = 1U << 6,
+  kRtf = 1U << 7,
+};
+
+struct CommandLine {
+  std::vector<std::string_view> words;  // what is no option, project files for most commands
+  std::string outputFolder;             // with its separator; empty for beside the project
+  std::string_view hostApp;
+  bool force = false;
+  bool rtf = false;
+  platform::PreparedAnswers answers;
+  platform::Syncing syncing = platform::Syncing::kOn;
+  bool help = false;
+};
+
+using Command = ExitCode (*)(const CommandLine& line);
+
+struct CommandRow {
+  std::string_view name;
+  std::string_view arguments;  // as the help shows them
+  std::string_view help;
+  unsigned options;  // OptionId bits
+  std::size_t leastWords;
+  std::size_t mostWords;
+  std::string_view missing;  // what is asked when there are too few words
+  Command command;
+};
+
+inline constexpr std::size_t kAnyNumber = static_cast<std::size_t>(-1);
+
+// Fills `line`; gives what is wrong with the arguments, or an empty text.
+std::string ReadArguments(const CommandRow& command, std::span<const std::string_view> arguments,
+                          CommandLine& line);
+
+// The help of one command.
+std::string CommandHelp(const CommandRow& command);
+// The help of all.
+std::string GeneralHelp(std::span<const CommandRow> commands);
+
+}  // namespace ostrand::cli

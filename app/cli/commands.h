@@ -1,0 +1,20 @@
+// The commands of `ostrand`.
+#pragma once
+
+#include <span>
+
+#include "command_line.h"
+
+namespace ostrand::cli {
+
+// All commands, in the order of the help.
+std::span<const CommandRow> Commands();
+
+// What each one does with its line.
+ExitCode Generate(const CommandLine& line);
+ExitCode Resave(const CommandLine& line);
+ExitCode StartNew(const CommandLine& line);
+ExitCode Summary(const CommandLine& line);
+ExitCode Wiring(const CommandLine& line);
+
+}  // namespace ostrand::cli

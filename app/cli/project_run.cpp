@@ -1,0 +1,74 @@
+#include "project_run.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <optional>
+
+#include "platform/paths.h"
+#include "platform/posix/posix_clock.h"
+
+namespace ostrand::cli {
+namespace {
+
+// The moment that SOURCE_DATE_EPOCH asks for; false when it asks for none that there is.
+bool readEpoch(std::optional<std::int64_t>& epoch) {
+  const char* fixed = std::getenv("SOURCE_DATE_EPOCH");
+  if (fixed == nullptr || *fixed == '\0') return true;
+  epoch = platform::PosixClock::EpochFromText(fixed);
+  if (!epoch) {
+    Complain("SOURCE_DATE_EPOCH is no number of seconds: \"" + std::string(fixed) + "\"");
+  }
+  return epoch.has_value();
+}
+
+}  // namespace
+
+ExitCode ForEachProject(const CommandLine& line, ProjectCommand command) {
+  std::optional<std::int64_t> epoch;
+  if (!readEpoch(epoch)) return kWrongUsage;
+  platform::PosixFileSystem files(line.syncing);
+  platform::PosixClock clock(epoch);
+  platform::TerminalForms forms(line.answers);
+  if (!line.outputFolder.empty() && !files.IsFolder(line.outputFolder)) {
+    Complain(line.outputFolder + " is no folder");
+    return kFault;
+  }
+  OstrandEvents nobodyListens;
+  ProjectRun run{line, files, forms, {}};
+  ExitCode result = kDone;
+  for (const std::string_view file : line.words) {
+    forms.Subject(file);
+    Ostrand session(TheStore(), files, clock, forms, nobodyListens);
+    session.HostApp(line.hostApp);
+    const bool worked = command(run, session, file);
+    const bool boxShown = forms.TakeBoxShown();
+    if (!worked || boxShown) result = kFault;
+  }
+  return result;
+}
+
+bool OpenProject(Ostrand& session, std::string_view file) {
+  bool cancelled = false;
+  session.OpenFile(file, cancelled);
+  return !cancelled;
+}
+
+std::string OutputBase(const ProjectRun& run, const Ostrand& session) {
+  const platform::SplitPath parts = platform::Split(session.CurrentFileName());
+  const std::string& folder = run.line.outputFolder.empty() ? parts.folder : run.line.outputFolder;
+  return folder + std::string(Ostrand::WithoutExtension(parts.title));
+}
+
+bool NotYetWritten(const ProjectRun& run, const std::string& path) {
+  const auto taken = std::find(run.written.begin(), run.written.end(), run.files.Find(path));
+  if (taken == run.written.end()) return true;
+  Complain(path + " was written in this run already and is left as it is");
+  return false;
+}
+
+bool TellWritten(ProjectRun& run, const std::string& path) {
+  run.written.push_back(run.files.Find(path));
+  return Say("wrote " + run.written.back() + "\n");
+}
+
+}  // namespace ostrand::cli
