@@ -108,7 +108,7 @@ std::string strainStatementOf(const BlockView& view, const BridgeBlockData& bloc
 // Excitation channels of a block that shares each of them among `ExciteReps` repetitions.
 int excitationsOf(const BridgeBlockData& block) {
   if (block.ExciteReps == 0) throw DivisionByZero();
-  return block.Reps / block.ExciteReps + (block.Reps % block.ExciteReps != 0 ? 1 : 0);
+  return ExcitePortsOf(block.Reps, block.ExciteReps);
 }
 
 }  // namespace
