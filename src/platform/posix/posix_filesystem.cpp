@@ -193,7 +193,8 @@ std::uint64_t PosixFileSystem::Size(std::string_view path) {
 Result<std::unique_ptr<OutputFile>> PosixFileSystem::Create(std::string_view path) {
   if (!isName(path)) return failure(std::string(path), EINVAL);
   const std::string name = onDisk(path);
-  const int descriptor = ::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+  const mode_t mode = readers_ == Readers::kOwner ? 0600 : 0666;
+  const int descriptor = ::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
   if (descriptor < 0) return failure(name, errno);
   return std::unique_ptr<OutputFile>(std::make_unique<PosixFile>(name, descriptor, syncing_));
 }

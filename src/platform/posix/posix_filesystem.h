@@ -11,6 +11,8 @@ namespace ostrand::platform {
 
 // Whether writes wait until they are on the disk itself. Benchmarks leave that out.
 enum class Syncing { kOn, kOff };
+// Who may read the files that are created: whom the umask lets, or their owner alone.
+enum class Readers { kAll, kOwner };
 
 // `\` parts folders as `/` does. Each part of a path is looked for exactly and then without regard
 // to case (ASCII letters; names on this disk have no known code page), the first of several in the
@@ -20,7 +22,8 @@ class PosixFileSystem : public FileSystem {
  public:
   static constexpr std::size_t kMostBytes = std::size_t{1} << 30;
 
-  explicit PosixFileSystem(Syncing syncing = Syncing::kOn) : syncing_(syncing) {}
+  explicit PosixFileSystem(Syncing syncing = Syncing::kOn, Readers readers = Readers::kAll)
+      : syncing_(syncing), readers_(readers) {}
 
   bool Exists(std::string_view path) override;
   bool Taken(std::string_view path) override;
@@ -41,6 +44,7 @@ class PosixFileSystem : public FileSystem {
 
  private:
   Syncing syncing_;
+  Readers readers_;
 };
 
 }  // namespace ostrand::platform

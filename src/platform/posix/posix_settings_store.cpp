@@ -1,0 +1,168 @@
+#include "platform/posix/posix_settings_store.h"
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <chrono>
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+#include <thread>
+#include <utility>
+
+#include "platform/paths.h"
+#include "text/number.h"
+
+namespace ostrand::platform {
+namespace {
+
+constexpr std::chrono::milliseconds kBetweenTries{10};
+constexpr int kTries = 1000;  // ten seconds in all; a write takes a few milliseconds
+constexpr int kMostDamaged = 100;
+
+Error failure(const std::string& path, int number) {
+  return Error{path + ": " + std::strerror(number)};
+}
+
+std::string sectionOf(std::string_view application, std::string_view section) {
+  return std::string(application).append("\\").append(section);
+}
+
+// Creates the folders on the way to `path`, for the user alone; those that are there stay as
+// they are.
+Result<> makeFolders(const std::string& path) {
+  for (std::size_t at = path.find('/', 1); at != std::string::npos; at = path.find('/', at + 1)) {
+    const std::string folder = path.substr(0, at);
+    if (::mkdir(folder.c_str(), 0700) == 0 || errno == EEXIST) continue;
+    const int number = errno;  // a folder that is there may be on a disk that cannot be written
+    struct stat info {};
+    if (::stat(folder.c_str(), &info) != 0) return failure(folder, number);
+  }
+  return Done{};
+}
+
+// The file that is meant when `path` is a symbolic link: it is replaced, and not the link.
+std::string targetOf(const std::string& path) {
+  const std::unique_ptr<char, decltype(&std::free)> real(::realpath(path.c_str(), nullptr),
+                                                         &std::free);
+  return real == nullptr ? path : std::string(real.get());
+}
+
+// Keeps other writers of the settings out while it lives, of this process and of others. The
+// system lets it go when a process dies.
+class WriteLock {
+ public:
+  WriteLock() = default;
+  ~WriteLock() {
+    if (descriptor_ >= 0) ::close(descriptor_);
+  }
+  WriteLock(const WriteLock&) = delete;
+  WriteLock& operator=(const WriteLock&) = delete;
+
+  // Errors are told of `path`, the settings file.
+  Result<> Take(const std::string& path) {
+    const SplitPath parts = Split(path);
+    const std::string name = parts.folder + "." + parts.title + ".lock";
+    descriptor_ = ::open(name.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600);
+    if (descriptor_ < 0) return failure(path, errno);
+    for (int tries = 0; tries < kTries; ++tries) {
+      if (::flock(descriptor_, LOCK_EX | LOCK_NB) == 0) return Done{};
+      if (errno == EINTR) continue;
+      // Some network disks have no locks. Whole files are the better part of what is wanted.
+      if (errno == ENOLCK || errno == EOPNOTSUPP || errno == ENOSYS) return Done{};
+      if (errno != EWOULDBLOCK) return failure(path, errno);
+      std::this_thread::sleep_for(kBetweenTries);
+    }
+    return Error{path + ": Another program keeps the settings locked"};
+  }
+
+ private:
+  int descriptor_ = -1;
+};
+
+// Takes from others the right to read a file that stays as it is. What fails here fails again,
+// and is told, at the next change.
+void closeToOthers(const std::string& path) {
+  struct stat info {};
+  if (::stat(path.c_str(), &info) == 0 && (info.st_mode & 077) != 0) {
+    static_cast<void>(::chmod(path.c_str(), 0600));
+  }
+}
+
+}  // namespace
+
+PosixSettingsStore::PosixSettingsStore(FileSystem& files, std::string path)
+    : files_(files), path_(std::move(path)) {}
+
+SettingsFile PosixSettingsStore::load() {
+  SettingsFile file = LoadSettingsFile(files_, path_);
+  if (!file.damage.empty()) {
+    notices_.Add("The settings cannot be read, the defaults are in use: " + file.damage);
+  }
+  if (!file.strange.empty()) {
+    notices_.Add("A line of the settings is not understood and is passed over: " + file.strange);
+  }
+  return file;
+}
+
+std::vector<Setting> PosixSettingsStore::Read(std::string_view application,
+                                              std::string_view section) {
+  return load().text.Rows(sectionOf(application, section));
+}
+
+Result<> PosixSettingsStore::Write(std::string_view application, std::string_view section,
+                                   std::span<const Setting> values) {
+  if (path_.empty()) {
+    return Error{"There is no folder for settings: neither XDG_CONFIG_HOME nor HOME names one"};
+  }
+  const std::string place = sectionOf(application, section);
+  if (stand(place, values)) {
+    closeToOthers(path_);
+    return Done{};
+  }
+  if (auto made = makeFolders(path_); !made) return made;
+  WriteLock lock;
+  if (auto taken = lock.Take(path_); !taken) return taken;
+  return replace(place, values);
+}
+
+// Whether all the values stand in the file as they are, so that nothing needs to be written.
+bool PosixSettingsStore::stand(std::string_view section, std::span<const Setting> values) {
+  const SettingsFile file = load();
+  return file.damage.empty() && std::all_of(values.begin(), values.end(), [&](const Setting& row) {
+           const auto there = file.text.Find(section, row.name);
+           return there && there->text == row.value;
+         });
+}
+
+Result<> PosixSettingsStore::replace(std::string_view section, std::span<const Setting> values) {
+  SettingsFile file = load();
+  for (const Setting& row : values) {
+    if (auto set = file.text.Set(section, row.name, row.value); !set) return set;
+  }
+  const std::string bytes = file.text.Bytes();
+  if (bytes.size() > SettingsText::kMostBytes) return failure(path_, EFBIG);
+  const std::string target = targetOf(path_);
+  if (!file.damage.empty()) {
+    if (auto moved = moveAside(target); !moved) return moved;
+  }
+  return WriteWhole(files_, target, bytes);
+}
+
+Result<> PosixSettingsStore::moveAside(const std::string& path) {
+  for (int number = 1; number <= kMostDamaged; ++number) {
+    std::string aside = path + ".damaged";
+    if (number > 1) aside += "-" + NumberText(number);
+    if (files_.Taken(aside)) continue;
+    if (auto renamed = files_.Rename(path, aside); !renamed) return renamed;
+    notices_.Add("The damaged settings were kept as " + aside);
+    return Done{};
+  }
+  return Error{path + ": Too many damaged settings beside it"};
+}
+
+}  // namespace ostrand::platform

@@ -1,0 +1,34 @@
+// Reads a settings text from the disk, whatever stands there.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/filesystem.h"
+#include "platform/settings_text.h"
+
+namespace ostrand::platform {
+
+struct SettingsFile {
+  SettingsText text;    // empty when there is no file, or one of no use
+  std::string damage;   // why the file is of no use, with its path; empty for none
+  std::string strange;  // where the file is not understood: path and line; empty for nowhere
+};
+
+// A path that is empty or not taken gives an empty text.
+SettingsFile LoadSettingsFile(FileSystem& files, const std::string& path);
+
+// What the user is to hear, each text once.
+class Notices {
+ public:
+  void Add(const std::string& text);
+  // What was added since the last call, parted by CR LF.
+  std::string Take();
+
+ private:
+  std::vector<std::string> told_;
+  std::string waiting_;
+};
+
+}  // namespace ostrand::platform

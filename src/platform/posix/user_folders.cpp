@@ -1,0 +1,58 @@
+#include "platform/posix/user_folders.h"
+
+#include <pwd.h>
+#include <unistd.h>
+
+#include <cstdlib>
+
+namespace ostrand::platform {
+namespace {
+
+std::string withoutSeparator(std::string folder) {
+  while (folder.size() > 1 && folder.back() == '/') folder.pop_back();
+  return folder;
+}
+
+// What the variable of the environment says; empty for nothing.
+std::string fromEnvironment(const char* name) {
+  const char* value = std::getenv(name);
+  return value == nullptr ? "" : value;
+}
+
+// The folder that a variable of the environment names; empty for none.
+std::string namedFolder(const char* variable) {
+  std::string folder = fromEnvironment(variable);
+  return folder.starts_with('/') ? withoutSeparator(std::move(folder)) : "";
+}
+
+std::string home() {
+  std::string folder = namedFolder("HOME");
+  if (!folder.empty()) return folder;
+  const passwd* account = ::getpwuid(::geteuid());
+  if (account == nullptr || account->pw_dir == nullptr || *account->pw_dir != '/') return {};
+  return withoutSeparator(account->pw_dir);
+}
+
+}  // namespace
+
+std::string UserSettingsPath() {
+  std::string folder = namedFolder("XDG_CONFIG_HOME");
+  if (folder.empty()) {
+    folder = home();
+    if (folder.empty()) return {};
+    folder += "/.config";
+  }
+  return folder + "/ostrand/settings";
+}
+
+std::string MachineRegistryPath() {
+  const std::string named = fromEnvironment("OSTRAND_REGISTRY");
+  return named.empty() ? "/etc/ostrand/registry" : named;
+}
+
+std::string TemporaryFolder() {
+  const std::string named = namedFolder("TMPDIR");
+  return named.empty() ? "/tmp" : named;
+}
+
+}  // namespace ostrand::platform

@@ -1,0 +1,18 @@
+// Where a POSIX machine keeps what belongs to a user, and to no one for long.
+#pragma once
+
+#include <string>
+
+namespace ostrand::platform {
+
+// The file of the user's settings: ostrand/settings in the folder that XDG_CONFIG_HOME names, or
+// in .config of the user's home. Empty when neither is known; relative paths do not count.
+std::string UserSettingsPath();
+
+// The file of the machine's keys: the one that OSTRAND_REGISTRY names, or /etc/ostrand/registry.
+std::string MachineRegistryPath();
+
+// Folder for temporary files, without a trailing separator: the one that TMPDIR names, or /tmp.
+std::string TemporaryFolder();
+
+}  // namespace ostrand::platform

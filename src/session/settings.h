@@ -1,0 +1,202 @@
+// What a user keeps from project to project: colours, folders, warnings, and the values that new
+// items start with.
+#pragma once
+
+#include <array>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+#include "model/analog_config.h"
+#include "model/store.h"
+#include "platform/forms.h"
+#include "platform/machine_registry.h"
+#include "platform/settings_store.h"
+#include "text/result.h"
+#include "text/row.h"
+
+namespace ostrand {
+
+// Bits of WarningMessageMask. Those without a name are kept and mean nothing.
+enum WarningBit : i32 {
+  kWarnVariablesAfterEdits = 1,
+  kWarnVariablesOnSave = 2,
+  kWarnMeasurementTime = 8,
+  kWarnFloatingGround = 16,
+  kWarnTableIntervals = 2048,  // outside of the save
+  kShowCompileResult = 4096    // a good one too
+};
+
+// What new items start with.
+struct OptionValues {
+  i32 DefaultScanInterval = 10;
+  i32 DefaultScanIntervalUnits = 1;  // 0 microseconds, 1 milliseconds, 2 seconds, 3 minutes
+  i32 DefaultNumFlags = 8;
+  MeasurementOptions Measurement;  // for cOrvusData and cAnalogConfig
+  i32 DefaultTableAutoSize = 0;
+  i32 DefaultTableNumRecs = 1000;
+};
+
+// Colours are 0x00BBGGRR, or the number of a colour of the system with the top bit set.
+using SoftPalette = std::array<i32, 6>;  // blue, green, cyan, red, magenta, yellow
+
+struct SummaryPalette {
+  i32 Back;
+  i32 Text;
+  i32 DisabledBack;
+  i32 DisabledText;
+};
+
+// One row of the table of settings.
+struct SettingRow {
+  std::string Name;  // empty for a row that is not used
+  std::string Value;
+  std::string Default;
+};
+
+// The table of settings and the values of the session that are read from it.
+//
+// At start: BuildSettingsTable. To take the user's values: LoadSettings(true). A screen that edits
+// the table: CopyToTable, the screen, LoadSettings(false). At the end: SaveSettings.
+class Settings {
+ public:
+  static constexpr int kColors = 6;
+  static constexpr int kFirstColor = 10;    // row of the first colour
+  static constexpr int kFirstSetting = 20;  // and of the first other setting
+  static constexpr int kLastSetting = 34;
+  using Table = Row<SettingRow, 0, kLastSetting>;
+  // Name, value and default of each colour.
+  using ColorTable = std::array<std::array<std::string, 3>, kColors>;
+
+  // Store and registry must outlive the settings. `temporaryFolder` stands in for WorkDir where
+  // the machine names none. Builds the table and reads nothing of the user's yet.
+  Settings(platform::SettingsStore& store, platform::MachineRegistry& registry,
+           std::string temporaryFolder);
+
+  // Puts palettes and table back to their start and reads the machine's folders, without a word
+  // when the machine has no such keys.
+  void BuildSettingsTable();
+  // With `readStore` all rows take the user's value, or their default when there is none or it is
+  // no number where one is needed. Then, either way, the values below are taken from the table.
+  void LoadSettings(bool readStore);
+  // The values below go into the table.
+  void CopyToTable();
+  // CopyToTable, then all rows go into the store, all or none. The error names the file.
+  Result<> SaveSettings();
+  // What the user should hear about store and registry, each thing once; empty for nothing.
+  std::string TakeNotice();
+
+  // The identity under which the store keeps the settings; an empty name stands for "QUILLON".
+  // Setting it reads nothing.
+  [[nodiscard]] const std::string& RegistryApp() const { return registryApp_; }
+  void RegistryApp(std::string_view name);
+
+  // For the settings screen.
+  [[nodiscard]] Table& Rows() { return table_; }
+  [[nodiscard]] const Table& Rows() const { return table_; }
+
+  // Folders of the machine: for temporary files, never empty, and of the compiler, which is empty
+  // where none is named. As they stand in the registry, with or without a trailing separator.
+  [[nodiscard]] const std::string& WorkDir() const { return workDir_; }
+  [[nodiscard]] const std::string& Compilers() const { return compilers_; }
+
+  // Folder of the project, with a trailing separator.
+  [[nodiscard]] const std::string& GenFilePath() const { return genFilePath_; }
+  void GenFilePath(std::string_view folder);
+  [[nodiscard]] const std::string& CompilerPath() const { return compilerPath_; }
+  void CompilerPath(std::string_view path) { compilerPath_ = path; }
+  // WarningBit.
+  [[nodiscard]] i32 WarningMessageMask() const { return warningMessageMask_; }
+  void WarningMessageMask(i32 mask) { warningMessageMask_ = mask; }
+  // Bits of the variable kinds, in the order in which lists of variables show them.
+  [[nodiscard]] const std::vector<i32>& UserVarListTypes() const { return userVarListTypes_; }
+  [[nodiscard]] const OptionValues& Options() const { return options_; }
+
+  // The colours that the user can choose, from 0.
+  [[nodiscard]] static std::string_view ColorName(int color);
+  [[nodiscard]] i32 ColorValue(int color) const { return colorValues_[color]; }
+  // The same as a table of texts; values are signed decimals. A value that is no number raises
+  // Fault 13 and changes none.
+  [[nodiscard]] ColorTable GetSelectedColors() const;
+  void SetSelectedColors(const ColorTable& colors);
+  // The colour to paint the summary's highlight with: its values 0 to 255 are levels of grey.
+  [[nodiscard]] i32 HighlightColor() const;
+
+  // Palettes, one of two each.
+  [[nodiscard]] bool SoftColors() const { return softColors_; }
+  void SoftColors(bool soft);
+  [[nodiscard]] const SoftPalette& SoftColorValues() const { return softPalette_; }
+  [[nodiscard]] bool SoftTextHighlight() const { return softTextHighlight_; }
+  void SoftTextHighlight(bool soft);
+  [[nodiscard]] i32 HighlightLevel() const { return highlightLevel_; }  // of grey
+  // Takes the third soft colour as it is at this moment.
+  [[nodiscard]] bool UseLegacy() const { return useLegacy_; }
+  void UseLegacy(bool legacy);
+  [[nodiscard]] const SummaryPalette& SummaryColors() const { return summaryPalette_; }
+
+  // For the command line. All rows in use, in the order of the table.
+  [[nodiscard]] std::vector<SettingRow> List() const;
+  // The row of that name, in any case; the error tells that there is none.
+  [[nodiscard]] Result<SettingRow> Get(std::string_view name) const;
+  // Checks the value, keeps it in the store, and only then takes it. Other rows of the store stay
+  // as they are. The error tells what the value must be, or why it could not be kept.
+  Result<> Set(std::string_view name, std::string_view value);
+
+ private:
+  void readFolders();
+  void readStore();
+  void takeColors();
+  void takeFolders();
+  void takeVariableKinds();
+  void takeOptions();
+  i32 takeNumber(int row);
+  i32 takeWithin(int row);
+
+  platform::SettingsStore& store_;
+  platform::MachineRegistry& registry_;
+  std::string temporaryFolder_;
+  std::string registryApp_;
+  Table table_;
+
+  std::string workDir_;
+  std::string compilers_;
+  std::string genFilePath_;
+  std::string compilerPath_;
+  i32 warningMessageMask_ = 0;
+  std::vector<i32> userVarListTypes_;
+  OptionValues options_;
+  Row<i32, 0, kColors - 1> colorValues_;
+
+  bool softColors_ = false;
+  bool softTextHighlight_ = false;
+  bool useLegacy_ = false;
+  SoftPalette softPalette_{};
+  i32 highlightLevel_ = 0;
+  SummaryPalette summaryPalette_{};
+};
+
+namespace ORVUS_COMMON {
+
+// A value of the registry as text, numbers in decimal. A failure gets the common report under
+// "ORVUS_COMMON.GetRegistrySetting" and gives an empty text.
+std::string GetRegistrySetting(platform::MachineRegistry& registry, platform::Forms& forms,
+                               std::string_view hive, std::string_view key, std::string_view value);
+// The same without a report.
+std::string QuietRegistrySetting(platform::MachineRegistry& registry, std::string_view hive,
+                                 std::string_view key, std::string_view value);
+
+// A value is a number when it looks like one.
+using UserValue = std::variant<std::string, double>;
+
+// Values of the user for all products of the maker ("ProgGen", "ConditionFont", "Size"), which
+// stand in the hive "HKCU". An empty or missing one gives `defaultValue`.
+UserValue GetUserSetting(platform::SettingsStore& store, std::string_view product,
+                         std::string_view section, std::string_view name,
+                         const UserValue& defaultValue);
+Result<> SetUserSetting(platform::SettingsStore& store, std::string_view product,
+                        std::string_view section, std::string_view name, const UserValue& value);
+
+}  // namespace ORVUS_COMMON
+
+}  // namespace ostrand
