@@ -1,9 +1,12 @@
-// Whole projects: a project file in, the exact program out. The expected files were derived by
-// hand from the rules of the program, line by line.
+// Whole projects: a project file in, the exact program and documents out. The expected files were
+// derived from the rules by hand, line by line.
 #include <gtest/gtest.h>
 
 #include <string>
 
+#include "documents/makewire.h"
+#include "documents/summary.h"
+#include "documents/table_description.h"
 #include "generator/savedld.h"
 #include "model/defaults.h"
 #include "platform/posix/posix_filesystem.h"
@@ -48,19 +51,28 @@ class GoldenProject : public ::testing::TestWithParam<const char*> {
     return *store;
   }
 
+  static void expectGolden(const std::string& made, const std::string& extension) {
+    const std::string golden = testing::ReadDisk(std::string(OSTRAND_SOURCE_DIR "/tests/golden/") +
+                                                 GetParam() + extension);
+    EXPECT_TRUE(made == golden) << extension << ' ' << firstDifference(made, golden);
+  }
+
   std::string project_;
 };
 
-TEST_P(GoldenProject, GivesTheExactProgram) {
+TEST_P(GoldenProject, GivesTheExactProgramAndDocuments) {
   platform::PosixFileSystem files;
   testing::FixedClock clock;
   testing::ScriptedForms forms;
   SAVEDLD generator(store(), files, clock, forms);
   generator.BaseName(GetParam());
-  const std::string made = generator.ProgramText();
-  const std::string golden =
-      testing::ReadDisk(std::string(OSTRAND_SOURCE_DIR "/tests/golden/") + GetParam() + ".VKP");
-  EXPECT_TRUE(made == golden) << firstDifference(made, golden);
+  const DocumentHead head = {GetParam(), clock.Now()};
+  expectGolden(generator.ProgramText(), ".VKP");
+  expectGolden(TableDescriptionText(store(), head), ".VKD");
+  expectGolden(WiringText(store(), generator.Channels(), head), ".VKW");
+  PlainText summary;
+  EXPECT_TRUE(Summarize(store(), {.projectName = GetParam()}, summary, forms));
+  expectGolden(summary.Text(), ".summary");
 }
 
 TEST_P(GoldenProject, IsSavedAsItWasRead) {

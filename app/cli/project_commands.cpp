@@ -25,7 +25,8 @@ bool generate(ProjectRun& run, Ostrand& session, std::string_view file) {
 bool wiring(ProjectRun& run, Ostrand& session, std::string_view file) {
   if (!OpenProject(session, file)) return false;
   const std::string diagram = session.WiringText();
-  return Say(run.line.rtf ? ConvertWireDiagToRTF(diagram) : WiringUtf8(diagram));
+  return Say(run.line.rtf ? ConvertWireDiagToRTF(diagram)
+                          : platform::TerminalText(WiringUtf8(diagram)));
 }
 
 bool summary(ProjectRun& run, Ostrand& session, std::string_view file) {

@@ -6,6 +6,11 @@
 
 #include "platform/paths.h"
 #include "platform/posix/posix_clock.h"
+#include "platform/posix/posix_machine_registry.h"
+#include "platform/posix/posix_process.h"
+#include "platform/posix/posix_settings_store.h"
+#include "platform/posix/user_folders.h"
+#include "platform/surroundings.h"
 
 namespace ostrand::cli {
 namespace {
@@ -29,6 +34,13 @@ ExitCode ForEachProject(const CommandLine& line, ProjectCommand command) {
   platform::PosixFileSystem files(line.syncing);
   platform::PosixClock clock(epoch);
   platform::TerminalForms forms(line.answers);
+  platform::PosixProcesses processes;
+  platform::PosixFileSystem ownerFiles(line.syncing, platform::Readers::kOwner);
+  platform::PosixSettingsStore settings(ownerFiles, platform::UserSettingsPath());
+  platform::PosixMachineRegistry registry(files, platform::MachineRegistryPath(),
+                                          platform::UserSettingsPath());
+  const platform::Surroundings around{
+      files, clock, forms, processes, settings, registry, platform::TemporaryFolder()};
   if (!line.outputFolder.empty() && !files.IsFolder(line.outputFolder)) {
     Complain(line.outputFolder + " is no folder");
     return kFault;
@@ -38,7 +50,7 @@ ExitCode ForEachProject(const CommandLine& line, ProjectCommand command) {
   ExitCode result = kDone;
   for (const std::string_view file : line.words) {
     forms.Subject(file);
-    Ostrand session(TheStore(), files, clock, forms, nobodyListens);
+    Ostrand session(TheStore(), around, nobodyListens);
     session.HostApp(line.hostApp);
     const bool worked = command(run, session, file);
     const bool boxShown = forms.TakeBoxShown();

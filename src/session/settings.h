@@ -10,6 +10,7 @@
 
 #include "model/analog_config.h"
 #include "model/store.h"
+#include "model/warnings.h"
 #include "platform/forms.h"
 #include "platform/machine_registry.h"
 #include "platform/settings_store.h"
@@ -17,16 +18,6 @@
 #include "text/row.h"
 
 namespace ostrand {
-
-// Bits of WarningMessageMask. Those without a name are kept and mean nothing.
-enum WarningBit : i32 {
-  kWarnVariablesAfterEdits = 1,
-  kWarnVariablesOnSave = 2,
-  kWarnMeasurementTime = 8,
-  kWarnFloatingGround = 16,
-  kWarnTableIntervals = 2048,  // outside of the save
-  kShowCompileResult = 4096    // a good one too
-};
 
 // What new items start with.
 struct OptionValues {

@@ -3,17 +3,10 @@
 
 #include "model/store.h"
 #include "model/variables.h"
+#include "model/warnings.h"
 #include "platform/forms.h"
 
 namespace ostrand {
-
-// Bits of WarningMessageMask that switch checks.
-enum WarningBit : i32 {
-  kWarnVariablesOnSave = 2,
-  kWarnMeasTime = 8,
-  kWarnFloatingGround = 16,
-  kWarnTableIntervals = 2048  // outside of a save
-};
 
 // All of it must outlive the context.
 struct CheckContext {

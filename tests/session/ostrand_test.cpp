@@ -11,6 +11,7 @@
 #include "support/memory_filesystem.h"
 #include "support/scripted_forms.h"
 #include "support/temp_folder.h"
+#include "support/test_surroundings.h"
 #include "text/strings.h"
 
 namespace ostrand {
@@ -34,6 +35,12 @@ class Host : public OstrandEvents {
 
 class OstrandTest : public ::testing::Test {
  protected:
+  void SetUp() override {
+    WriteDisk(compiler, "a compiler");
+    around.settings.sections["QUILLON\\QUILLON"]["VKCompPath"] = compiler;
+    session.RegistryApp("");
+  }
+
   bool openCancelled(std::string_view name) {
     bool cancelled = false;
     session.OpenFile(name, cancelled);
@@ -43,12 +50,15 @@ class OstrandTest : public ::testing::Test {
   }
 
   testing::TempFolder folder;
+  testing::TempFolder tools;
+  const std::string compiler = tools / "VKPComp.EXE";
   platform::PosixFileSystem files{platform::Syncing::kOff};
   platform::PosixClock clock{1'000'000'000};  // 2001-09-09 01:46:40
   testing::ScriptedForms forms;
   Host host;
   std::unique_ptr<ProjectStore> store = NewStore();
-  Ostrand session{*store, files, clock, forms, host};
+  testing::TestSurroundings around{files, clock, forms, folder.Path()};
+  Ostrand session{*store, around.all, host};
 };
 
 TEST_F(OstrandTest, StartsUnnamedWithTheDefaultsOfANewProject) {
@@ -131,7 +141,8 @@ TEST_F(OstrandTest, TellsWhyAFileCannotBeRead) {
 
 TEST_F(OstrandTest, AnEmptyNameAsksTheUser) {
   WriteDisk(folder / "pump.VKG", kPump);
-  session.GenFilePath("C:\\Larkfield");
+  around.settings.sections["QUILLON\\QUILLON"]["GenPath"] = "C:\\Larkfield";
+  session.NameProject("/data/before");
   store->Gen.Operator = "Kept";
 
   forms.ExpectOpen(std::nullopt);
@@ -141,6 +152,9 @@ TEST_F(OstrandTest, AnEmptyNameAsksTheUser) {
   EXPECT_EQ(forms.dialog.defaultExtension, ".VKG");
   EXPECT_EQ(forms.dialog.initialFolder, "C:\\Larkfield\\");
   EXPECT_EQ(forms.dialog.helpContext, 1800);
+  EXPECT_EQ(session.CurrentFileName(), "/data/before.VKG");
+  EXPECT_EQ(session.BaseName(), "before");
+  EXPECT_EQ(session.GenFilePath(), "/data/");
 
   // A new name starts a project from the store as it is, without NewFile.
   forms.ExpectOpen(folder / "new");
@@ -155,7 +169,7 @@ TEST_F(OstrandTest, AnEmptyNameAsksTheUser) {
   EXPECT_EQ(host.newFiles.size(), 1U);
 }
 
-TEST_F(OstrandTest, SaveDldFileWritesBothFilesUnderTheNameChosen) {
+TEST_F(OstrandTest, SaveDldFileWritesAllFilesUnderTheNameChosen) {
   session.txtOper("Ada");
   session.txtIDNum("7");
   forms.ExpectSave(folder / "pump.1");
@@ -167,7 +181,8 @@ TEST_F(OstrandTest, SaveDldFileWritesBothFilesUnderTheNameChosen) {
   EXPECT_EQ(host.newFiles, std::vector<std::string>{folder / "pump.VKG"});
   const std::string base = Upper(folder / "pump");
   EXPECT_EQ(forms.helpLines,
-            (std::vector<std::string>{"Saving " + base + ".VKG.", "Saving " + base + ".VKP.", ""}));
+            (std::vector<std::string>{"Saving " + base + ".VKG.", "Saving " + base + ".VKP.",
+                                      "Saving " + base + ".VKD.", "Saving " + base + ".VKW.", ""}));
   const std::string project = ReadDisk(folder / "pump.VKG");
   EXPECT_TRUE(Holds(project, "\r\nOperator=Ada\r\nIDNumber=7\r\n"));
   EXPECT_TRUE(Holds(project, "\r\nPCTime=9/9/2001 1:46:40 AM\r\n"));
@@ -201,17 +216,20 @@ TEST_F(OstrandTest, AFailedStepEndsThePipelineAndKeepsWhatWasWritten) {
 
 TEST_F(OstrandTest, NoFailingCallOfTheDiskLosesAFileOfTheProject) {
   testing::MemoryFileSystem disk;
+  disk.files["/data/VKPComp.EXE"] = "a compiler";
   store->Gen.Operator = "Marge";
   const auto save = [&](platform::FileSystem& target, const std::string& oper) {
     testing::ScriptedForms user;
     user.CollectBoxes();
-    Ostrand control(*store, target, clock, user, host);
+    testing::TestSurroundings machine(target, clock, user, "/tmp");
+    Ostrand control(*store, machine.all, host);
+    control.UserSettings().CompilerPath("/data/VKPComp.EXE");
     control.txtOper(oper);
     control.NameProject("/data/pump");
     const bool saved = control.SavePipeline();
     EXPECT_EQ(user.shown.size(), saved ? 0U : 1U);
     for (const platform::MessageBox& box : user.shown) {
-      EXPECT_EQ(box.title, "TROUBLE");
+      EXPECT_TRUE(box.title == "TROUBLE" || box.title == "FILE PROBLEM") << box.title;
       EXPECT_TRUE(Holds(box.text, "/data/")) << box.text;
     }
     return saved;
@@ -220,7 +238,8 @@ TEST_F(OstrandTest, NoFailingCallOfTheDiskLosesAFileOfTheProject) {
   const auto before = disk.files;
   ASSERT_TRUE(save(disk, "After"));
   const auto after = disk.files;
-  const std::vector<std::string> both = {"/data/pump.VKG", "/data/pump.VKP"};
+  const std::vector<std::string> both = {"/data/pump.VKG", "/data/pump.VKP", "/data/pump.VKD",
+                                         "/data/pump.VKW"};
   for (const std::string& name : both) ASSERT_NE(before.at(name), after.at(name));
 
   for (const bool staysBroken : {false, true}) {
@@ -245,7 +264,6 @@ TEST_F(OstrandTest, NoFailingCallOfTheDiskLosesAFileOfTheProject) {
 }
 
 TEST_F(OstrandTest, AnUnnamedProjectIsSavedInTheWorkFolder) {
-  session.WorkDir(folder.Path().substr(0, folder.Path().size() - 1));
   session.NameProject("NONAME");
   EXPECT_EQ(session.CurBasicFileName(), folder / "EditTemp.VKP");
   EXPECT_TRUE(std::filesystem::exists(folder / "EditTemp.VKG"));
@@ -261,13 +279,16 @@ TEST_F(OstrandTest, FoldersTakeTheirSeparator) {
 
 TEST(OstrandMessage, NumbersGoMostSignificantByteFirst) {
   std::array<unsigned char, 8> bytes{};
-  Ostrand::LongToMessage(-2, bytes.data());
-  Ostrand::LongToMessage(0x01020304, bytes.data() + 4);
+  unsigned char* at = bytes.data();
+  Ostrand::LongToMessage(-2, at);
+  Ostrand::LongToMessage(0x01020304, at);
+  EXPECT_EQ(at, bytes.data() + 8);
   EXPECT_EQ(bytes, (std::array<unsigned char, 8>{0xFF, 0xFF, 0xFF, 0xFE, 1, 2, 3, 4}));
+  at = bytes.data();
   Ostrand::StringToMessage(
       "\xB0"
       "C",
-      bytes.data());
+      at);
   EXPECT_EQ(bytes, (std::array<unsigned char, 8>{0, 0, 0, 2, 0xB0, 'C', 3, 4}));
 }
 

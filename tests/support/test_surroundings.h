@@ -1,0 +1,23 @@
+// Surroundings of a session under test: settings and machine keys in memory, real processes.
+#pragma once
+
+#include <string>
+
+#include "platform/posix/posix_process.h"
+#include "platform/surroundings.h"
+#include "support/memory_settings.h"
+
+namespace ostrand::testing {
+
+struct TestSurroundings {
+  TestSurroundings(platform::FileSystem& files, platform::Clock& clock, platform::Forms& forms,
+                   std::string workDir)
+      : all{files, clock, forms, processes, settings, registry, std::move(workDir)} {}
+
+  MemorySettingsStore settings;
+  MemoryRegistry registry;
+  platform::PosixProcesses processes;
+  platform::Surroundings all;
+};
+
+}  // namespace ostrand::testing
