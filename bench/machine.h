@@ -45,6 +45,7 @@ class SilentForms : public platform::Forms {
   void SetHelpLine(const std::string&) override {}
   void SetPointer(platform::Pointer) override {}
   void Beep() override {}
+  void DoEvents() override {}
 };
 
 }  // namespace ostrand::bench

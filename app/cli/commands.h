@@ -14,5 +14,7 @@ std::span<const CommandRow> Commands();
 ExitCode Generate(const CommandLine& line);
 ExitCode Resave(const CommandLine& line);
 ExitCode StartNew(const CommandLine& line);
+ExitCode Summary(const CommandLine& line);
+ExitCode Wiring(const CommandLine& line);
 
 }  // namespace ostrand::cli

@@ -108,7 +108,7 @@ std::string strainStatementOf(const BlockView& view, const BridgeBlockData& bloc
 // Excitation channels of a block that shares each of them among `ExciteReps` repetitions.
 int excitationsOf(const BridgeBlockData& block) {
   if (block.ExciteReps == 0) throw DivisionByZero();
-  return block.Reps / block.ExciteReps + (block.Reps % block.ExciteReps != 0 ? 1 : 0);
+  return ExcitePortsOf(block.Reps, block.ExciteReps);
 }
 
 }  // namespace
@@ -130,10 +130,10 @@ void SAVEDLD::Bridges() {
     const bool cao = block.CheckCAO != 0;
     const int excite = (cao ? caoUsed : vxUsed) + 1;
     const std::string excitation = Joined({cao ? "CAO" : "VX", excite});
-    channels_.Bridge[view.n] = BlockChan_;
-    channels_.Excite[view.n] = excite;
     const std::string statement = statementOf(view, block, {BlockChan_, excitation});
     Put({statement});
+    channels_.Bridge[view.n] = BlockChan_;
+    channels_.Excite[view.n] = excite;
     if (block.ZeroFlag != 0) BZeroText_[view.n] = statement;
     if (IsStrain(block)) Put({strainStatementOf(view, block)});
 

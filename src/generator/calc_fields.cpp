@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "generator/savedld.h"
+#include "model/names.h"
 #include "text/number.h"
 #include "text/strings.h"
 
@@ -72,7 +73,7 @@ void SAVEDLD::CalcVarConstants() {
   for (int f = 1; f <= count; ++f) {
     for (int t = 1; t <= kTables; ++t) {
       if (!IsSelected(group.Field[f].Output, t, kLevelCrossing)) continue;
-      Put({"Dim LCCalc", f, "_", t, "(2)"}, {"'Formula", f, " source for level crossing"});
+      Put({"Dim ", CalcFieldLevelName(f, t), "(2)"}, {"'Formula", f, " source for level crossing"});
     }
   }
 }

@@ -3,12 +3,9 @@
 
 #include <string_view>
 
-#include "text/strings.h"
+#include "model/channels.h"
 
 namespace ostrand {
-
-inline bool IsSingleEnded(std::string_view measType) { return SameText(measType, "SE"); }
-inline bool IsDifferential(std::string_view measType) { return SameText(measType, "DIFF"); }
 
 // Terminals that repetitions of this type take.
 inline int TerminalsOf(std::string_view measType, int reps) {

@@ -10,17 +10,14 @@ namespace {
 
 constexpr std::array<FamilyTexts, 6> kFamilies = {{
     {Family::kTemp, ORVUS_DOBJ_BLK_TEMP, " THERMOCOUPLE CONSTANTS ", " Temp Block ",
-     " Temp Blocks ", " Thermocouple Blocks "},
-    {Family::kVolt, ORVUS_DOBJ_BLK_VOLT, " VOLTAGE CONSTANTS ", " Volt Block ", " Volt Blocks ",
-     " Voltage Blocks "},
+     " Temp Blocks "},
+    {Family::kVolt, ORVUS_DOBJ_BLK_VOLT, " VOLTAGE CONSTANTS ", " Volt Block ", " Volt Blocks "},
     {Family::kBridge, ORVUS_DOBJ_BLK_BRIDGE, " BRIDGE CONSTANTS ", " Bridge Block ",
-     " Bridge Blocks ", " Bridge Blocks "},
+     " Bridge Blocks "},
     {Family::kPulse, ORVUS_DOBJ_BLK_PULSE, " PULSE CONSTANTS", " Pulse/Freq Block ",
-     " Pulse/Freq Blocks", " Pulse/Freq Blocks "},
-    {Family::kTK40M, ORVUS_DOBJ_BLK_TK40M, " TK40M CONSTANTS ", " TK40M Block ", " TK40M Blocks ",
-     " TK40M Blocks "},
-    {Family::kCan, ORVUS_DOBJ_BLK_QBCAN, " CANBUS DECLARATIONS ", " Can Item ", " Canbus Items ",
-     " Canbus items "},
+     " Pulse/Freq Blocks"},
+    {Family::kTK40M, ORVUS_DOBJ_BLK_TK40M, " TK40M CONSTANTS ", " TK40M Block ", " TK40M Blocks "},
+    {Family::kCan, ORVUS_DOBJ_BLK_QBCAN, " CANBUS DECLARATIONS ", " Can Item ", " Canbus Items "},
 }};
 
 BlockNames namesOf(OrvusDataObjTypes kind, int n) {

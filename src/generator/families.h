@@ -8,6 +8,7 @@
 
 #include "model/enums.h"
 #include "model/store.h"
+#include "model/table_outputs.h"
 
 namespace ostrand {
 
@@ -20,7 +21,6 @@ struct FamilyTexts {
   std::string_view constantsTitle;  // section of its constants
   std::string_view blockTitle;      // head of a block's constants, before the block number
   std::string_view bodyTitle;       // head of its statements in the scan
-  std::string_view outputTitle;     // head of its outputs in a data table
 };
 
 const FamilyTexts& TextsOf(Family family);
@@ -73,10 +73,5 @@ std::vector<BlockView> BlocksOf(ProjectStore& store, AllExceptFlags& flags, Fami
 int ExceptCode(const RepAlias& alias);
 inline bool HasOwnMult(int exceptCode) { return (exceptCode & 2) != 0; }
 inline bool HasOwnOffset(int exceptCode) { return (exceptCode & 4) != 0; }
-
-// Whether the item is written to the table with that instruction.
-inline bool IsSelected(const OutputSet& output, int table, int code) {
-  return output.OutputSelect[table][code] != 0;
-}
 
 }  // namespace ostrand

@@ -392,7 +392,7 @@ void SAVEDLD::levelSources() {
     for (int c = 1; c <= store_.CalcFields.CalcFieldCount; ++c) {
       const CalcFieldData& field = store_.CalcFields.Field[c];
       if (!IsSelected(field.Output, t, kLevelCrossing)) continue;
-      levelSource(field.Output.Histo[t], Joined({"LCCalc", c, "_", t}), field.CalcField[1]);
+      levelSource(field.Output.Histo[t], CalcFieldLevelName(c, t), field.CalcField[1]);
     }
   }
 }

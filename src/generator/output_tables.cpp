@@ -2,10 +2,12 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <optional>
 
 #include "generator/savedld.h"
 #include "model/intervals.h"
 #include "model/names.h"
+#include "model/table_outputs.h"
 #include "model/units.h"
 #include "text/mask.h"
 #include "text/number.h"
@@ -45,21 +47,21 @@ constexpr std::string_view kCanCheckTable[] = {
     "   Sample(1,CanSwitchRx,IEEE4)",
 };
 
-constexpr i16 kPcCard = 2;  // TableLocation
 constexpr std::string_view kRecords = "###0";
 
 struct SizeUnit {
-  double below;   // seconds
-  double factor;  // from seconds to the unit
+  double below;    // seconds
+  double times;    // units of a second, for the short ones
+  double seconds;  // of a unit, for the long ones; 1/60 would not be exact
   std::string_view text;
 };
 constexpr std::array<SizeUnit, 6> kSizeUnits = {{
-    {0.001, 1e6, " uSecs"},
-    {1, 1000, " mSecs"},
-    {60, 1, " Secs"},
-    {3600, 1.0 / 60, " Mins"},
-    {86400, 1.0 / 3600, " Hours"},
-    {INFINITY, 1.0 / 86400, " Days"},
+    {0.001, 1e6, 1, " uSecs"},
+    {1, 1000, 1, " mSecs"},
+    {60, 1, 1, " Secs"},
+    {3600, 1, 60, " Mins"},
+    {86400, 1, 3600, " Hours"},
+    {INFINITY, 1, 86400, " Days"},
 }};
 
 // Records between two timestamps.
@@ -92,15 +94,56 @@ std::string eventText(std::string_view code) {
   return result;
 }
 
-// The level code of an output with one dimension has 1 for its second size.
-std::string levelArguments(const HistoSet& level) {
-  if (level.NumDims == 1) return level.LevelCode;
-  const std::string_view code = level.LevelCode;
-  const std::string_view behind = After(code, ",");
-  const std::size_t third = behind.find(',');
-  const std::string_view rest =
-      third == std::string_view::npos ? std::string_view{} : behind.substr(third);
-  return Joined({Before(code, ","), ",1", rest});
+// How a family is written.
+struct FamilyForm {
+  enum class Form {
+    kSingle,   // one value, named without a subscript
+    kEachRep,  // histogram and rainflow once for each repetition
+    kPlain,    // all instructions in the plain form
+  };
+  OutputFamily family;
+  std::string_view title;
+  Form form;
+  std::string_view parentheses;  // behind the name in an instruction
+};
+using Form = FamilyForm::Form;
+constexpr std::array<FamilyForm, kOutputFamilies> kForms = {{
+    {OutputFamily::kBattery, " Logger Power ", Form::kSingle, ""},
+    {OutputFamily::kPanel, " Panel Ref Temp ", Form::kPlain, ""},
+    {OutputFamily::kTK40MRef, " TK40M Ref Temp ", Form::kSingle, "()"},
+    {OutputFamily::kTemp, " Thermocouple Blocks ", Form::kEachRep, "()"},
+    {OutputFamily::kVolt, " Voltage Blocks ", Form::kEachRep, "()"},
+    {OutputFamily::kBridge, " Bridge Blocks ", Form::kEachRep, "()"},
+    {OutputFamily::kPulse, " Pulse/Freq Blocks ", Form::kEachRep, "()"},
+    {OutputFamily::kTK40M, " TK40M Blocks ", Form::kEachRep, "()"},
+    {OutputFamily::kCan, " Canbus items ", Form::kEachRep, "()"},
+    {OutputFamily::kPort, " Port Blocks ", Form::kSingle, ""},
+    {OutputFamily::kCalcField, " Calculated Fields ", Form::kSingle, ""},
+}};
+
+const FamilyForm& formOf(const OutputSource& source) {
+  return kForms[static_cast<std::size_t>(source.family)];
+}
+
+// The values of a source as the instructions count them.
+std::string countOf(const OutputSource& source) {
+  if (source.family == OutputFamily::kCan) return source.name + "NumVals";
+  const std::string constant = ConstantName(source.kind, "REP", source.n);
+  return constant.empty() ? NumberText(source.reps) : constant;
+}
+
+// The array that the level crossing of value `i`, from 1, reads in table `t`.
+std::string levelArrayOf(const OutputSource& source, int t, int i) {
+  switch (source.family) {
+    case OutputFamily::kCan:
+      return Joined({"LC", source.name, t});
+    case OutputFamily::kCalcField:
+      return CalcFieldLevelName(source.n, t);
+    case OutputFamily::kTK40MRef:
+      return Joined({"LCABlk1_", t, "_", i});
+    default:
+      return Joined({"LC", source.name, "_", t, "_", i});
+  }
 }
 
 }  // namespace
@@ -109,42 +152,6 @@ std::string levelArguments(const HistoSet& level) {
 struct SAVEDLD::SizeTime {
   double x = 0;
   std::string_view unit;
-};
-
-// One source of a table's outputs.
-struct SAVEDLD::OutputItem {
-  enum class Form {
-    kSingle,   // one value, named without a subscript
-    kEachRep,  // histogram and rainflow once for each repetition
-    kPlain,    // all instructions in the plain form
-  };
-  static constexpr int kOnce = -1;
-
-  std::string count;   // repetitions as the instruction names them: TREP1
-  std::string source;  // TBlk1()
-  std::string_view resolution;
-  int reps = 1;
-  std::string name;  // TBlk1
-  const OutputSet* output = nullptr;
-  Form form = Form::kSingle;
-  int lastCode = kLevelCrossing;
-  std::string levelSource = {};  // array that a level crossing reads
-  int levelReps = kOnce;         // or once for each of so many, as `levelSource`_{t}_{i}
-};
-
-// The title of a family in a table, written before its first output.
-class SAVEDLD::FamilyBanner {
- public:
-  FamilyBanner(SAVEDLD& owner, std::string_view title) : owner_(owner), title_(title) {}
-  void Need() {
-    if (!written_) owner_.PutTitle("   ", title_, '_', 3);
-    written_ = true;
-  }
-
- private:
-  SAVEDLD& owner_;
-  std::string_view title_;
-  bool written_ = false;
 };
 
 void SAVEDLD::OutputTables() {
@@ -201,7 +208,7 @@ void SAVEDLD::tableHead(int t, SizeTime& size) {
   if (table.OutIntUnits < 2) {
     const auto* fit = std::find_if(kSizeUnits.begin(), kSizeUnits.end() - 1,
                                    [&](const SizeUnit& entry) { return size.x < entry.below; });
-    size.x *= fit->factor;
+    size.x = size.x * fit->times / fit->seconds;
     size.unit = fit->text;
   }
   const std::string interval =
@@ -225,137 +232,38 @@ void SAVEDLD::tableHead(int t, SizeTime& size) {
 }
 
 void SAVEDLD::tableBody(int t) {
-  using Form = OutputItem::Form;
-  const Configuration& config = store_.Config;
-  const auto single = [&](std::string_view title, const OutputItem& item) {
-    FamilyBanner banner(*this, title);
-    putOutput(banner, item, t);
-  };
-  if (config.MonitorPower[kMonitorBattery] != 0) {
-    single(" Logger Power ", {.count = "1",
-                              .source = std::string(kBattVolt),
-                              .resolution = store_.PowerOut.DataResolution,
-                              .name = std::string(kBattVolt),
-                              .output = &store_.PowerOut.Output,
-                              .levelSource = Joined({"LC", kBattVolt}),
-                              .levelReps = 1});
-  }
-  if (config.MonitorPower[kMonitorPanel] != 0) {
-    single(" Panel Ref Temp ", {.count = "1",
-                                .source = std::string(kTRef),
-                                .resolution = store_.TcRef.DataResolution,
-                                .name = std::string(kTRef),
-                                .output = &store_.TcRef.Output,
-                                .form = Form::kPlain});
-  }
-  if (config.TK40MQty > 0 && store_.TK40MBlock.BlockCount > 0 && config.TcConfigOpts[1] != 0) {
-    single(" TK40M Ref Temp ", {.count = NumberText(config.TK40MQty),
-                                .source = Joined({kTK40Ref, "()"}),
-                                .resolution = store_.TK40MRef.DataResolution,
-                                .reps = config.TK40MQty,
-                                .name = Joined({kTK40Ref, "()"}),
-                                .output = &store_.TK40MRef.Output,
-                                .levelSource = "LCABlk1",
-                                .levelReps = store_.TK40MBlock[1].Reps});
-  }
-  for (const Family family : {Family::kTemp, Family::kVolt, Family::kBridge, Family::kPulse}) {
-    blockOutputs(t, family);
-  }
-  if (config.TK40MQty > 0) blockOutputs(t, Family::kTK40M);
-  if (canInUse()) blockOutputs(t, Family::kCan);
-
-  portOutputs(t);
-  calcFieldOutputs(t);
-}
-
-void SAVEDLD::portOutputs(int t) {
-  FamilyBanner banner(*this, " Port Blocks ");
-  for (const PortSlot& slot : store_.Ports.Slot) {
-    const bool bytePort = slot.Ports[kPorts].Include != 0;
-    if (!bytePort && slot.ReadMode == 0) continue;
-    const std::string name(slot.ReadMode != 0 ? kReadPort : kWritPort);
-    putOutput(banner,
-              {.count = "1",
-               .source = name,
-               .resolution = slot.DataResolution,
-               .name = name,
-               .output = &slot.Output,
-               .lastCode = bytePort ? kHistogram : kStdDev},
-              t);
-  }
-}
-
-void SAVEDLD::calcFieldOutputs(int t) {
-  FamilyBanner banner(*this, " Calculated Fields ");
-  for (int f = 1; f <= store_.CalcFields.CalcFieldCount; ++f) {
-    const CalcFieldData& field = store_.CalcFields.Field[f];
-    putOutput(banner,
-              {.count = "1",
-               .source = field.CalcField[1],
-               .resolution = field.DataResolution,
-               .name = field.CalcField[1],
-               .output = &field.Output,
-               .levelSource = Joined({"LCCalc", f, "_", t})},
-              t);
-  }
-}
-
-void SAVEDLD::blockOutputs(int t, Family family) {
-  const bool item = family == Family::kCan;
-  FamilyBanner banner(*this, TextsOf(family).outputTitle);
-  for (const BlockView& view : blocksOf(family)) {
-    if (!HasReps(view) || (item && store_.Can.Item[view.n].Enabled == 0)) continue;
-    const std::string& source = view.names.source;
-    putOutput(banner,
-              {.count = view.names.reps,
-               .source = source + "()",
-               .resolution = view.data->DataResolution,
-               .reps = view.data->Reps,
-               .name = source,
-               .output = &view.data->Output,
-               .form = OutputItem::Form::kEachRep,
-               .levelSource = item ? Joined({"LC", source, t}) : "LC" + source,
-               .levelReps = item ? OutputItem::kOnce : view.data->Reps},
-              t);
-  }
-}
-
-void SAVEDLD::putOutput(FamilyBanner& banner, const OutputItem& item, int t) {
-  for (int code = kSample; code <= item.lastCode; ++code) {
-    if (!IsSelected(*item.output, t, code)) continue;
-    banner.Need();
-    putProcessing(item, t, code);
-  }
-}
-
-void SAVEDLD::putProcessing(const OutputItem& item, int t, int code) {
-  using Form = OutputItem::Form;
-  const Processing& processing = processingOf(code);
-  if (code < kHistogram || item.form == Form::kPlain) {
-    Put({"   ", processing.instruction, "(", item.count, ",", item.source, ",", item.resolution,
-         processing.ending},
-        {"'", item.reps, processing.comment}, Pad::kTouching);
-    return;
-  }
-  const HistoSet& histo = item.output->Histo[t];
-  const auto putCall = [&](std::string_view source, std::string_view arguments) {
-    Put({"   ", processing.instruction, "(", source, ",", item.resolution, ",False,", arguments,
-         ")"});
-  };
-  if (code == kLevelCrossing) {
-    const std::string arguments = levelArguments(histo);
-    if (item.levelReps == OutputItem::kOnce) putCall(item.levelSource + "()", arguments);
-    for (int i = 1; i <= item.levelReps; ++i) {
-      putCall(Joined({item.levelSource, "_", t, "_", i, "()"}), arguments);
+  std::optional<OutputFamily> titled;
+  for (const OutputSource& source : OutputSourcesOf(store_)) {
+    for (int code = kSample; code <= source.lastCode; ++code) {
+      if (!IsSelected(*source.output, t, code)) continue;
+      if (titled != source.family) PutTitle("   ", formOf(source).title, '_', 3);
+      titled = source.family;
+      putOutput(source, t, code);
     }
+  }
+}
+
+void SAVEDLD::putOutput(const OutputSource& source, int t, int code) {
+  const Processing& processing = processingOf(code);
+  const FamilyForm& family = formOf(source);
+  if (code < kHistogram || family.form == Form::kPlain) {
+    Put({"   ", processing.instruction, "(", countOf(source), ",", source.name, family.parentheses,
+         ",", source.resolution, processing.ending},
+        {"'", source.reps, processing.comment}, Pad::kTouching);
     return;
   }
-  const std::string& arguments = code == kHistogram ? histo.HistogramCode : histo.RainHistoCode;
-  if (item.form == Form::kSingle) {
-    putCall(item.name, arguments);
-    return;
+  const HistoSet& histo = source.output->Histo[t];
+  const std::string arguments = code == kLevelCrossing ? LevelArguments(histo)
+                                : code == kHistogram   ? histo.HistogramCode
+                                                       : histo.RainHistoCode;
+  for (int i = 1; i <= OutputValues(source, code); ++i) {
+    const std::string value = code == kLevelCrossing ? levelArrayOf(source, t, i) + "()"
+                              : family.form == Form::kSingle
+                                  ? Joined({source.name, family.parentheses})
+                                  : Joined({source.name, "(", i, ")"});
+    Put({"   ", processing.instruction, "(", value, ",", source.resolution, ",False,", arguments,
+         ")"});
   }
-  for (int i = 1; i <= item.reps; ++i) putCall(Joined({item.name, "(", i, ")"}), arguments);
 }
 
 void SAVEDLD::tableEnd(int t) {

@@ -68,30 +68,31 @@ void ProgramLines::Clear() {
   ends_.clear();
 }
 
+// Where the next line begins; what a line that failed has left behind is dropped.
+std::size_t ProgramLines::beginLine() {
+  const std::size_t start = ends_.empty() ? 0 : ends_.back();
+  bytes_.resize(start);
+  return start;
+}
+
 void ProgramLines::Add(Pieces line) {
-  const std::size_t start = bytes_.size();
+  beginLine();
   append(bytes_, line);
-  store(start);
+  store();
 }
 
 void ProgramLines::Add(Pieces statement, Pieces comment, Pad pad) {
-  const std::size_t start = bytes_.size();
+  const std::size_t start = beginLine();
   append(bytes_, statement);
   const int blanks = padOf(static_cast<int>(bytes_.size() - start), pad);
-  if (blanks < 0) {
-    bytes_.resize(start);
-    throw InvalidProcedureCall();
-  }
+  if (blanks < 0) throw InvalidProcedureCall();
   bytes_.append(static_cast<std::size_t>(blanks), ' ');
   append(bytes_, comment);
-  store(start);
+  store();
 }
 
-void ProgramLines::store(std::size_t start) {
-  if (LineCount() == kRoom) {
-    bytes_.resize(start);
-    throw SubscriptOutOfRange();
-  }
+void ProgramLines::store() {
+  if (LineCount() == kRoom) throw SubscriptOutOfRange();
   ends_.push_back(static_cast<std::uint32_t>(bytes_.size()));
 }
 

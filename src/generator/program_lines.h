@@ -75,7 +75,8 @@ class ProgramLines {
   [[nodiscard]] std::string_view operator[](int position) const;
 
  private:
-  void store(std::size_t start);
+  std::size_t beginLine();
+  void store();
 
   std::string bytes_;                // all lines, one behind the other
   std::vector<std::uint32_t> ends_;  // where each of them ends

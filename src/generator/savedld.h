@@ -8,6 +8,7 @@
 #include "generator/program_lines.h"
 #include "model/statement_channels.h"
 #include "model/store.h"
+#include "model/table_outputs.h"
 #include "platform/clock.h"
 #include "platform/filesystem.h"
 #include "platform/forms.h"
@@ -157,17 +158,11 @@ class SAVEDLD {
 
   // What OutputTables is made of.
   struct SizeTime;
-  struct OutputItem;
-  class FamilyBanner;
   void canCheckTable();
   void tableHead(int t, SizeTime& size);
   void tableBody(int t);
   void tableEnd(int t);
-  void putOutput(FamilyBanner& banner, const OutputItem& item, int t);
-  void putProcessing(const OutputItem& item, int t, int code);
-  void blockOutputs(int t, Family family);
-  void portOutputs(int t);
-  void calcFieldOutputs(int t);
+  void putOutput(const OutputSource& source, int t, int code);
   void zeroTable(int group);
 
   // A title line whose bars have a length of their own.

@@ -39,7 +39,6 @@ void SAVEDLD::Temperature() {
         referenceDone = true;
       }
       BlockChan_ = channelOf(block, view.n == 1, previous, automatic, BlockChan_, ChanCursor_);
-      channels_.Temp[view.n] = BlockChan_;
       if (IsSingleEnded(block.MeasType) || IsDifferential(block.MeasType)) {
         reverse = block.ReverseMes != 0 ? "True," : "False,";
       }
@@ -52,6 +51,7 @@ void SAVEDLD::Temperature() {
       } else {
         Put({head, ",TMULT", n, ",TOSET", n, ")"});
       }
+      channels_.Temp[view.n] = BlockChan_;
       ChanCursor_ += TerminalsOf(block.MeasType, block.Reps);
       PrevMeasType_ = block.MeasType;
     }

@@ -44,7 +44,6 @@ void SAVEDLD::Voltage() {
     if (HasReps(view)) {
       BlockChan_ = channelOf(block, {view.n == 1, previous, PrevMeasType_}, automatic, BlockChan_,
                              ChanCursor_);
-      channels_.Volt[view.n] = BlockChan_;
       if (IsSingleEnded(block.MeasType) || IsDifferential(block.MeasType)) {
         reverse = block.ReverseMes != 0 ? ",True" : ",False";
       }
@@ -59,6 +58,7 @@ void SAVEDLD::Voltage() {
       } else {
         Put({head, ",VMULT", n, ",OVBlk", n, "())"});
       }
+      channels_.Volt[view.n] = BlockChan_;
       if (block.ZeroFlag != 0) VZeroText_[n] = lines_[lines_.LineCount()];
       ChanCursor_ += TerminalsOf(block.MeasType, block.Reps);
       PrevMeasType_ = block.MeasType;

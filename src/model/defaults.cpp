@@ -303,6 +303,8 @@ void SetAllDefaults(ProjectStore& store) {
   SetTempDefaults(store, 0);
   SetVoltDefaults(store, 0);
   SetBridgeDefaults(store, 0);
+  store.BridgeBlock.ExciteSwitched = 0;
+  store.BridgeBlock.ExciteCAO = 0;
   SetTK40MDefaults(store, 0);
   setReference(store.TK40MRef);
   setReference(store.TcRef);

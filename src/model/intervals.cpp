@@ -8,16 +8,22 @@
 namespace ostrand::ORVUS_COMMON {
 namespace {
 
-// Microseconds of the scan's units; 0 for any other.
-double scanUnitMicros(int unit) {
-  constexpr std::array<double, 4> kMicros = {1, 1000, 1e6, 6e7};
-  return unit >= 0 && unit < 4 ? kMicros[static_cast<std::size_t>(unit)] : 0;
-}
+// Microseconds of a unit of the scan: `times` ten to the power `tens`.
+struct ScanUnit {
+  int times;
+  int tens;
+};
+constexpr std::array<ScanUnit, 4> kScanUnits = {{{1, 0}, {1, 3}, {1, 6}, {6, 7}}};
 
 }  // namespace
 
+// The digits are shifted, not multiplied: a period of 1.001 seconds has to divide the intervals of
+// tables without a rest.
 double ScanIntervalMicros(const ProjectStore& store) {
-  return DecimalValue(store.Scan.ExecutionTime) * scanUnitMicros(store.Scan.ExecTimeUnits);
+  const int unit = store.Scan.ExecTimeUnits;
+  if (unit < 0 || unit >= static_cast<int>(kScanUnits.size())) return 0;
+  const ScanUnit& micros = kScanUnits[static_cast<std::size_t>(unit)];
+  return DecimalValue(store.Scan.ExecutionTime, micros.tens) * micros.times;
 }
 
 double TableIntervalMicros(const ProjectStore& store, int t) {

@@ -34,6 +34,10 @@ std::string ZeroName(OrvusDataObjTypes kind, int block);
 // A constant of a block: ConstantName(ORVUS_DOBJ_BLK_VOLT, "REP", 1) is "VREP1".
 std::string ConstantName(OrvusDataObjTypes kind, std::string_view what, int block);
 
+// Array that a level crossing of calculated field `field` reads in a table, both from 1:
+// "LCCalc2_1".
+std::string CalcFieldLevelName(int field, int table);
+
 // The name that a data object has of itself: the variable of the battery, the ports (block 1
 // writes, block 2 reads) or the multiplexer reference, or the array of the block. Kinds that the
 // user names give "".

@@ -21,9 +21,9 @@ i32 limited(double value) {
 }
 
 // Sums fields and bytes of the sources of one table.
-class RecordSize {
+class RecordSum {
  public:
-  explicit RecordSize(int table) : table_(table) {}
+  explicit RecordSum(int table) : table_(table) {}
 
   void Add(const OutputSet& output, std::string_view resolution, int reps = 1) {
     const HistoSet& histo = output.Histo[table_];
@@ -76,9 +76,9 @@ i32 BytesPerValue(std::string_view resolution) {
   return resolution == "IEEE4" ? 4 : 0;
 }
 
-i32 BytesPerRecord(ProjectStore& store, int t, cOutputTable* table) {
+RecordSize SizeOfRecord(const ProjectStore& store, int t) {
   const Configuration& config = store.Config;
-  RecordSize size(t);
+  RecordSum size(t);
   if (config.MonitorPower[1] != 0) size.Add(store.PowerOut.Output, store.PowerOut.DataResolution);
   if (config.TK40MQty > 0 && config.TcConfigOpts[1] != 0) {
     size.Add(store.TK40MRef.Output, store.TK40MRef.DataResolution);
@@ -102,15 +102,19 @@ i32 BytesPerRecord(ProjectStore& store, int t, cOutputTable* table) {
   for (int f = 1; f <= store.CalcFields.CalcFieldCount; ++f) {
     size.Add(store.CalcFields.Field[f].Output, store.CalcFields.Field[f].DataResolution);
   }
+  return {size.Fields(), size.Bytes()};
+}
 
+i32 BytesPerRecord(ProjectStore& store, int t, cOutputTable* table) {
+  const RecordSize size = SizeOfRecord(store, t);
   if (table != nullptr) {
-    table->NumFields = size.Fields();
-    table->FieldBytes = size.Bytes();
+    table->NumFields = size.fields;
+    table->FieldBytes = size.bytes;
   } else {
-    store.Tables[t].NumFields = size.Fields();
-    store.Tables[t].FieldBytes = static_cast<float>(size.Bytes());
+    store.Tables[t].NumFields = size.fields;
+    store.Tables[t].FieldBytes = static_cast<float>(size.bytes);
   }
-  return size.Bytes();
+  return size.bytes;
 }
 
 double TableIntervalMicros(const ProjectStore& store, const cOutputTable& table) {

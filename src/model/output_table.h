@@ -116,6 +116,13 @@ i32 OutputFieldCount(i16 selected, int code, std::string_view histogramCode,
 // Bytes of a stored value: 2 for "FP2", 4 for "IEEE4", 0 for any other text.
 i32 BytesPerValue(std::string_view resolution);
 
+// Fields and bytes of a record of table `t`, from 1, without timestamp and record number.
+struct RecordSize {
+  i32 fields = 0;
+  i32 bytes = 0;
+};
+RecordSize SizeOfRecord(const ProjectStore& store, int t);
+
 // Counts fields and bytes of a record of table `t`, from 1, into `table`, or into the store when
 // there is none. Gives the bytes, without timestamp and record number.
 i32 BytesPerRecord(ProjectStore& store, int t, cOutputTable* table);

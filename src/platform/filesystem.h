@@ -1,6 +1,7 @@
 // What the system asks of the disk. Tests make the n-th call fail through this seam.
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -36,11 +37,22 @@ class FileSystem {
   virtual std::string WorkingFolder() = 0;
 
   virtual Result<std::string> Read(std::string_view path) = 0;
+  // Bytes that a regular file holds at present; 0 when there is none.
+  virtual std::uint64_t Size(std::string_view path) {
+    const auto bytes = Read(path);
+    return bytes ? bytes.Value().size() : 0;
+  }
   // Creates a new file; an error when the name is taken.
   virtual Result<std::unique_ptr<OutputFile>> Create(std::string_view path) = 0;
   // Replaces `to` when it exists.
   virtual Result<> Rename(std::string_view from, std::string_view to) = 0;
   virtual Result<> Delete(std::string_view path) = 0;
+  // An error when a file of that name stands and is not to be changed: it has the read-only mark or
+  // is closed to this user. A look only; nothing happens on the disk.
+  virtual Result<> MayReplace(std::string_view /*path*/) { return Done{}; }
+  // Gives the file `to` the rights of the file `from`, so that a replaced file stays as open or as
+  // closed to others as it was. Does what it can; a disk without rights does nothing.
+  virtual void CopyRights(std::string_view /*from*/, std::string_view /*to*/) {}
   // Takes the read-only mark off a file.
   virtual Result<> ClearReadOnly(std::string_view path) = 0;
   // Brings a rename in the folder of `path` to the disk itself.
@@ -48,7 +60,10 @@ class FileSystem {
 };
 
 // Writes `bytes` as the whole content of `path`: into a hidden neighbour first, every step
-// checked, synced, renamed over the target. After an error the target is as it was.
-Result<> WriteWhole(FileSystem& files, std::string_view path, std::string_view bytes);
+// checked, synced, renamed over the target. After an error the target is as it was, or, when only
+// the sync of its folder failed, stands whole with the new content.
+// The file gets the rights of `rightsOf`, or, when none is named, of the file that it replaces.
+Result<> WriteWhole(FileSystem& files, std::string_view path, std::string_view bytes,
+                    std::string_view rightsOf = {});
 
 }  // namespace ostrand::platform

@@ -42,6 +42,10 @@ class Forms {
   virtual void SetHelpLine(const std::string& text) = 0;
   virtual void SetPointer(Pointer shape) = 0;
   virtual void Beep() = 0;
+  // Shows a help file at a context. A host without a viewer shows none.
+  virtual void ShowHelp(const std::string& /*file*/, int /*context*/) {}
+  // Lets the host's events run and rests about a millisecond; for loops that wait.
+  virtual void DoEvents() = 0;
 };
 
 }  // namespace ostrand::platform

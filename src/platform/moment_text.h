@@ -1,7 +1,9 @@
 // Moments as the files show them.
 #pragma once
 
+#include <optional>
 #include <string>
+#include <string_view>
 
 #include "platform/clock.h"
 
@@ -13,5 +15,8 @@ std::string TimeText(const platform::Moment& moment);
 
 // m/d/yyyy h:mm:ss AM, of the moment a project was saved.
 std::string ShortMomentText(const platform::Moment& moment);
+
+// The moment that such a text tells; nothing for a text of any other form.
+std::optional<platform::Moment> MomentOfShortText(std::string_view text);
 
 }  // namespace ostrand

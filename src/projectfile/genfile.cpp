@@ -24,8 +24,9 @@ Result<> SaveProjectFile(ProjectStore& store, platform::FileSystem& files, platf
   const std::string path = std::string(base).append(kExtension);
   const std::string old = std::string(base).append(kOldExtension);
   const std::string found = files.Find(path);  // the name to go back to, in its own spelling
+  if (auto allowed = files.MayReplace(found); !allowed) return allowed;
   const bool aside = putAside(files, found, old);
-  if (auto written = platform::WriteWhole(files, path, text); !written) {
+  if (auto written = platform::WriteWhole(files, path, text, aside ? old : ""); !written) {
     // When even this fails, the old content stays where a dead save would leave it.
     if (aside) static_cast<void>(static_cast<bool>(files.Rename(old, found)));
     return written;

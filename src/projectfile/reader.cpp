@@ -573,26 +573,13 @@ std::optional<Section> findSection(std::string_view line) {
   return std::nullopt;
 }
 
-// The next line without its end, CR LF or LF; the last one may have none.
-std::string_view takeLine(std::string_view& rest) {
-  const std::size_t end = rest.find('\n');
-  std::string_view line = rest.substr(0, end);
-  if (end == std::string_view::npos) {
-    rest = {};
-    return line;
-  }
-  rest.remove_prefix(end + 1);
-  if (line.ends_with('\r')) line.remove_suffix(1);
-  return line;
-}
-
 // Reads the lines; true when the section of the panel reference was met.
 bool readLines(ProjectStore& store, std::string_view rest) {
   bool sawTcRef = false;
   bool firstLine = true;
   std::optional<Section> section;
   while (!rest.empty()) {
-    const std::string_view line = takeLine(rest);
+    const std::string_view line = TakeLine(rest);
     if (std::exchange(firstLine, false) && Holds(line, ".")) store.Gen.Version.assign(line);
     if (line.find('[') != std::string_view::npos) {
       section = findSection(line);

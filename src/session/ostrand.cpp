@@ -4,12 +4,15 @@
 #include <optional>
 #include <utility>
 
+#include "documents/summary.h"
 #include "model/defaults.h"
 #include "platform/guarded.h"
 #include "platform/moment_text.h"
 #include "platform/paths.h"
 #include "projectfile/genfile.h"
+#include "session/user_action.h"
 #include "text/strings.h"
+#include "verify/verify_before_save.h"
 
 namespace ostrand {
 namespace {
@@ -17,21 +20,12 @@ namespace {
 constexpr std::string_view kProjectExtension = ".VKG";
 constexpr std::string_view kProgramExtension = ".VKP";
 constexpr std::string_view kFilter = "(*.VKG)|*.VKG|(All Files)|*.*";
+constexpr std::string_view kNoName = "NoName";
+constexpr std::string_view kOwnRegistryApp = "QUILLON";
+constexpr int kSaveHelpContext = 4400;
 
 // The control of the present user action, for what is called without one.
 Ostrand* currentControl = nullptr;
-
-// Holds the process-wide reference for the time of a user action, actions within actions included.
-class UserAction {
- public:
-  explicit UserAction(Ostrand& control) : before_(std::exchange(currentControl, &control)) {}
-  ~UserAction() { currentControl = before_; }
-  UserAction(const UserAction&) = delete;
-  UserAction& operator=(const UserAction&) = delete;
-
- private:
-  Ostrand* before_;
-};
 
 // A new project in place of whatever the store held.
 void startProject(ProjectStore& store) {
@@ -42,45 +36,116 @@ void startProject(ProjectStore& store) {
 
 }  // namespace
 
-Ostrand::Ostrand(ProjectStore& store, platform::FileSystem& files, platform::Clock& clock,
-                 platform::Forms& forms, OstrandEvents& events)
+UserAction::UserAction(Ostrand& control) : before_(std::exchange(currentControl, &control)) {}
+
+UserAction::~UserAction() { currentControl = before_; }
+
+Ostrand::Ostrand(ProjectStore& store, const platform::Surroundings& around, OstrandEvents& events)
     : store_(store),
-      files_(files),
-      clock_(clock),
-      forms_(forms),
+      around_(around),
       events_(events),
-      generator_(store, files, clock, forms) {
+      generator_(store, around.files, around.clock, around.forms),
+      settings_(around.settings, around.registry, around.temporaryFolder),
+      baseName_(kNoName) {
   startProject(store_);
+  AppPath(settings_.Compilers());
+  applyColors();
   takeTextBoxes();
+  row_.DisableAll();
+  Summarize();
 }
 
 Ostrand* Ostrand::Current() { return currentControl; }
 
 void Ostrand::AppPath(std::string_view folder) { appPath_ = platform::WithSeparator(folder); }
 
-void Ostrand::GenFilePath(std::string_view folder) {
-  genFilePath_ = platform::WithSeparator(folder);
-}
-
 void Ostrand::HelpPath(std::string_view folder) { helpPath_ = platform::WithSeparator(folder); }
 
-void Ostrand::WorkDir(std::string_view folder) { workDir_ = platform::WithSeparator(folder); }
-
-std::string_view Ostrand::Version() const { return ORVUS_COMMON::kModuleVersion; }
+std::string_view Ostrand::Version() { return ORVUS_COMMON::kModuleVersion; }
 
 std::string Ostrand::CurBasicFileName() {
   SavePipeline();
   return std::string(Before(currentFileName_, ".")).append(kProgramExtension);
 }
 
+bool Ostrand::hostIsHarrier() const { return SameText(hostApp_, "Harrier"); }
+
+// ---- Settings -----------------------------------------------------------------------------------
+
+void Ostrand::RegistryApp(std::string_view name) {
+  settings_.RegistryApp(name);
+  loadSettings();
+}
+
+void Ostrand::loadSettings() {
+  settings_.LoadSettings(true);
+  applyColors();
+  if (std::string notice = settings_.TakeNotice(); !notice.empty()) {
+    around_.forms.ShowBox(
+        {.title = "SETTINGS", .text = std::move(notice), .icon = platform::Icon::kInformation});
+  }
+}
+
+void Ostrand::applyColors() {
+  appearance_ = {.FormBack = settings_.ColorValue(0),
+                 .PanelBack = settings_.ColorValue(1),
+                 .PanelText = settings_.ColorValue(2),
+                 .SummaryBack = settings_.ColorValue(3),
+                 .SummaryText = settings_.ColorValue(4),
+                 .Highlight = settings_.HighlightColor()};
+}
+
+void Ostrand::GetSelectedColors(Settings::ColorTable& sColors) const {
+  sColors = settings_.GetSelectedColors();
+}
+
+void Ostrand::SetSelectedColors(const Settings::ColorTable& sColors) {
+  Guarded(around_.forms, "Ostrand.SetSelectedColors", [&] {
+    settings_.SetSelectedColors(sColors);
+    applyColors();
+  });
+}
+
+void Ostrand::ShowOptions(std::string_view sOption) {
+  const UserAction action(*this);
+  const auto show = [](const ShowScreen& screen) {
+    if (screen) screen();
+  };
+  if (sOption == "Colors") show(colorsScreen_);
+  if (sOption == "Settings") {
+    settings_.CopyToTable();
+    show(settingsScreen_);
+    settings_.LoadSettings(false);
+  }
+  applyColors();
+  Summarize();
+}
+
+void Ostrand::FormCleanup() {
+  colorsScreen_ = nullptr;
+  settingsScreen_ = nullptr;
+}
+
+bool Ostrand::Summarize() {
+  const SummaryLook look{
+      .projectName = baseName_, .text = appearance_.SummaryText, .heading = appearance_.Highlight};
+  return ostrand::Summarize(store_, look, summary_, around_.forms);
+}
+
+void Ostrand::ShowHelpFile(i32 lContext) {
+  around_.forms.ShowHelp(helpPath_ + std::string(HelpFileName()), lContext);
+}
+
+// ---- Opening and naming -------------------------------------------------------------------------
+
 void Ostrand::NameProject(std::string_view path) {
   const platform::SplitPath parts = platform::Split(path);
-  genFilePath_ = parts.folder.empty() ? files_.WorkingFolder() : parts.folder;
+  GenFilePath(parts.folder.empty() ? around_.files.WorkingFolder() : parts.folder);
   baseName_ = Before(parts.title, ".");
   if (Holds(parts.title, kProjectExtension)) {
     currentFileName_ = path;
   } else if (Holds(parts.title, ".")) {
-    currentFileName_ = genFilePath_ + baseName_;
+    currentFileName_ = GenFilePath() + baseName_;
     currentFileName_ += kProjectExtension;
   } else {
     currentFileName_ = std::string(path).append(kProjectExtension);
@@ -94,63 +159,79 @@ std::string_view Ostrand::WithoutExtension(std::string_view name) {
 void Ostrand::OpenFile(std::string_view sFileName, bool& bCancel) {
   const UserAction action(*this);
   bCancel = true;
-  forms_.SetPointer(platform::Pointer::kBusy);
-  Guarded(forms_, "Ostrand.OpenFile", [&] {
-    currentFileName_.clear();
+  around_.forms.SetPointer(platform::Pointer::kBusy);
+  const std::string fileBefore = std::exchange(currentFileName_, "");
+  const std::string baseBefore = baseName_;
+  const std::string folderBefore = GenFilePath();
+  Guarded(around_.forms, "Ostrand.OpenFile", [&] {
+    if (RegistryApp() == kOwnRegistryApp) loadSettings();
     const bool fromDialog = Trim(sFileName).empty();
     std::optional<std::string> name(sFileName);
     if (fromDialog) {
-      name = forms_.AskOpen({.title = "OPEN GENERATOR FILE",
-                             .filter = std::string(kFilter),
-                             .defaultExtension = std::string(kProjectExtension),
-                             .initialFolder = genFilePath_,
-                             .fileName = "",
-                             .helpContext = 1800});
+      name = around_.forms.AskOpen({.title = "OPEN GENERATOR FILE",
+                                    .filter = std::string(kFilter),
+                                    .defaultExtension = std::string(kProjectExtension),
+                                    .initialFolder = GenFilePath(),
+                                    .fileName = "",
+                                    .helpContext = kHelpContext});
     }
     if (!name) return;
     NameProject(*name);
     bCancel = !openNamed(fromDialog);
-    if (!bCancel) takeTextBoxes();
   });
-  forms_.SetPointer(platform::Pointer::kNormal);
+  if (bCancel) {
+    currentFileName_ = fileBefore;
+    baseName_ = baseBefore;
+    GenFilePath(folderBefore);
+  } else {
+    takeTextBoxes();
+    enableButtons();
+    Summarize();
+  }
+  around_.forms.SetPointer(platform::Pointer::kNormal);
 }
 
 // Whether the session has a project to go on with.
 bool Ostrand::openNamed(bool fromDialog) {
-  if (files_.Taken(currentFileName_)) {
-    if (!loadProject()) return false;
-    events_.NewFile(currentFileName_);
-    return true;
-  }
+  const bool there = around_.files.Taken(currentFileName_);
+  if (there && !loadProject()) return false;
   // A new name from the dialog is how a new project starts.
-  if (!fromDialog) showNotFound();
-  return fromDialog;
+  if (!there && !fromDialog) {
+    showNotFound();
+    return false;
+  }
+  calcVarRefs_ = CollectCalcVarRefs(store_);
+  if (there) events_.NewFile(currentFileName_);
+  return true;
 }
 
 bool Ostrand::loadProject() {
-  const auto bytes = ORVUS_GENFILE::ReadProjectFile(files_, currentFileName_);
+  const auto bytes = ORVUS_GENFILE::ReadProjectFile(around_.files, currentFileName_);
   if (bytes && bytes.Value()) {  // only now may the project before go
     startProject(store_);
     ORVUS_GENFILE::ReadProjectText(store_, *bytes.Value());
+    dirtyFlag_ = false;
     return true;
   }
   std::string reason = currentFileName_;
   if (!bytes) {
     reason = bytes.ErrorText();
-  } else if (const auto again = files_.Read(currentFileName_); !again) {
+  } else if (const auto again = around_.files.Read(currentFileName_); !again) {
     reason = again.ErrorText();  // no regular file, or gone in this very moment
   }
-  forms_.ShowBox({.title = "FILE CANNOT BE READ",
-                  .text = "The requested program generator file could not be read: \r\n" + reason,
-                  .icon = platform::Icon::kExclamation});
+  around_.forms.ShowBox(
+      {.title = "FILE CANNOT BE READ",
+       .text = "The requested program generator file could not be read: \r\n" + reason,
+       .icon = platform::Icon::kExclamation});
   return false;
 }
 
 void Ostrand::showNotFound() {
-  forms_.ShowBox({.title = "FILE NOT FOUND",
-                  .text = "The requested program generator file: \r\n" + Upper(currentFileName_) +
-                          "\r\n\r\ncould not be located on this computer.",
-                  .icon = platform::Icon::kExclamation});
+  around_.forms.ShowBox({.title = "FILE NOT FOUND",
+                         .text = "The requested program generator file: \r\n" +
+                                 Upper(currentFileName_) +
+                                 "\r\n\r\ncould not be located on this computer.",
+                         .icon = platform::Icon::kExclamation});
 }
 
 void Ostrand::takeTextBoxes() {
@@ -158,68 +239,70 @@ void Ostrand::takeTextBoxes() {
   txtIDNum_ = store_.Gen.IDNumber;
 }
 
+// ---- Saving and ending --------------------------------------------------------------------------
+
+CheckContext Ostrand::Checks() {
+  return {store_, around_.forms, settings_.WarningMessageMask(), calcVarRefs_};
+}
+
 void Ostrand::SaveDldFile() {
   const UserAction action(*this);
   saveCancelled_ = false;
-  Guarded(forms_, "Ostrand.SaveDldFile", [&] {
+  saved_ = false;
+  Guarded(around_.forms, "Ostrand.SaveDldFile", [&] {
     const std::optional<std::string> name =
-        forms_.AskSave({.title = "SAVE .VKG .VKP .VKW .VKD",
-                        .filter = std::string(kFilter),
-                        .defaultExtension = std::string(kProjectExtension),
-                        .initialFolder = genFilePath_,
-                        .fileName = baseName_ == "NoName" ? "EditTemp" : baseName_,
-                        .helpContext = 4400});
+        around_.forms.AskSave({.title = "SAVE .VKG .VKP .VKW .VKD",
+                               .filter = std::string(kFilter),
+                               .defaultExtension = std::string(kProjectExtension),
+                               .initialFolder = GenFilePath(),
+                               .fileName = baseName_ == kNoName ? "EditTemp" : baseName_,
+                               .helpContext = kSaveHelpContext});
     saveCancelled_ = !name;
     if (!name) return;
     NameProject(*name);
     events_.NewFile(currentFileName_);
-    store_.Gen.PCTime = ShortMomentText(clock_.Now());
-    SavePipeline();
+    store_.Gen.PCTime = ShortMomentText(around_.clock.Now());
+    saved_ = SavePipeline();
+    if (saved_) dirtyFlag_ = false;
+    Summarize();
   });
 }
 
-bool Ostrand::SavePipeline() {
+void Ostrand::AskToSaveAll(bool bForce, bool& bCancel) {
+  using platform::Answer;
+  using platform::Buttons;
+  bCancel = false;
+  if (!dirtyFlag_) return;
   const UserAction action(*this);
-  store_.Gen.Operator = txtOper_;
-  store_.Gen.IDNumber = txtIDNum_;
-  if (currentFileName_.empty() || SameText(currentFileName_, "NoName.VKG")) {
-    currentFileName_ = workDir_ + "EditTemp.VKG";
-  }
-  // A copy: what runs below may name the project anew.
-  const std::string base(WithoutExtension(currentFileName_));
-  const std::string saving = "Saving " + Upper(base);
-
-  forms_.SetHelpLine(saving + ".VKG.");
-  if (!WriteProjectFile(base)) return false;
-  forms_.SetHelpLine(saving + ".VKP.");
-  if (!WriteProgram(base)) return false;
-  forms_.SetHelpLine("");
-  return true;
-}
-
-bool Ostrand::WriteProjectFile(std::string_view base) {
-  return Guarded(forms_, "ORVUS_GENFILE.SaveProjectFile", [&] {
-    const Result<> saved = ORVUS_GENFILE::SaveProjectFile(store_, files_, clock_, base);
-    if (!saved) throw FileAccess(saved.ErrorText());
+  Guarded(around_.forms, "Ostrand.AskToSaveAll", [&] {
+    around_.forms.Beep();
+    const Answer answer = around_.forms.ShowBox(
+        {.title = "QUIT GENERATOR",
+         .text = "Do you want to save changes made to " + currentFileName_ + "?",
+         .icon = platform::Icon::kQuestion,
+         .buttons = bForce ? Buttons::kYesNo : Buttons::kYesNoCancel});
+    bCancel = answer == Answer::kCancel;
+    if (answer != Answer::kYes) return;
+    bool upgrade = false;
+    ORVUS_COMMON::VerifyBeforeSave(Checks(), bCancel, upgrade);
+    if (!bCancel && SavePipeline()) dirtyFlag_ = false;
   });
 }
 
-bool Ostrand::WriteProgram(std::string_view base) {
-  generator_.HostApp(hostApp_);
-  generator_.BaseName(baseName_);
-  return generator_.SaveTheDld(base);
-}
-
-void Ostrand::LongToMessage(i32 lng, unsigned char* pDst) {
-  const auto bits = static_cast<std::uint32_t>(lng);
-  for (int byte = 0; byte < 4; ++byte) {
-    pDst[byte] = static_cast<unsigned char>(bits >> (24 - 8 * byte));
-  }
-}
-
-void Ostrand::StringToMessage(std::string_view Str, unsigned char* pDst) {
-  LongToMessage(static_cast<i32>(Str.size()), pDst);
-  std::copy(Str.begin(), Str.end(), pDst + 4);
+void Ostrand::CloseSession(bool bForce, i16& iCancel) {
+  if (closing_) return;
+  closing_ = true;
+  const UserAction action(*this);
+  bool cancel = false;
+  around_.forms.SetHelpLine("");
+  AskToSaveAll(bForce, cancel);
+  Guarded(around_.forms, "Ostrand.CloseSession", [&] {
+    if (const Result<> kept = settings_.SaveSettings(); !kept) throw FileAccess(kept.ErrorText());
+  });
+  if (bForce) cancel = false;
+  iCancel = cancel ? kTrue : kFalse;
+  if (!cancel) events_.SessionComplete();
+  closing_ = false;
 }
 
 }  // namespace ostrand

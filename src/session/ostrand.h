@@ -1,14 +1,19 @@
 // The public control: one session with one project, as a host application embeds it.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 
+#include "documents/rich_text.h"
 #include "generator/savedld.h"
 #include "model/store.h"
-#include "platform/clock.h"
-#include "platform/filesystem.h"
-#include "platform/forms.h"
+#include "model/variables.h"
+#include "platform/socket.h"
+#include "platform/surroundings.h"
+#include "session/main_buttons.h"
+#include "session/settings.h"
+#include "verify/check_context.h"
 
 namespace ostrand {
 
@@ -22,71 +27,80 @@ class OstrandEvents {
   virtual void HelpText(const std::string& /*sText*/) {}
   // The session has another project file, opened or saved under a new name.
   virtual void NewFile(const std::string& /*sFileName*/) {}
+  // The right mouse button was pressed on a main button.
   virtual void PopupOptionsMenu() {}
   // A screen asks where the host's window is, to place itself.
   virtual void RequestParentMDISize(float& /*left*/, float& /*top*/, float& /*width*/,
                                     float& /*height*/) {}
+  // The session is over.
   virtual void SessionComplete() {}
 };
 
-// The host's connection to its communication server.
-class SocketObject {
- public:
-  virtual ~SocketObject() = default;
-  virtual void SendData(std::string_view bytes) = 0;
+// Where the keyboard is.
+enum class Focus { kNone, kOper, kIDNum, kButton, kCancelPrint };
+enum class Key { kUp, kDown, kEscape };
+
+// The colours of the control as they are painted; see Settings for their form.
+struct Appearance {
+  i32 FormBack = 0;
+  i32 PanelBack = 0;
+  i32 PanelText = 0;
+  i32 SummaryBack = 0;
+  i32 SummaryText = 0;
+  i32 Highlight = 0;
 };
 
 // Properties are pairs of overloads: AppPath() reads, AppPath(text) sets. Folders end in a
 // separator; setting one adds what is missing. Paths may part folders by `\` or `/`.
 class Ostrand {
  public:
-  // Start-up: the store is cleared and takes the defaults of a new project. The surroundings, the
-  // store and the host must outlive the control.
-  Ostrand(ProjectStore& store, platform::FileSystem& files, platform::Clock& clock,
-          platform::Forms& forms, OstrandEvents& events);
+  // Start-up: the store is cleared and takes the defaults of a new project, the table of settings
+  // is built, the summary is drawn. Store and host must outlive the control.
+  Ostrand(ProjectStore& store, const platform::Surroundings& around, OstrandEvents& events);
   Ostrand(const Ostrand&) = delete;
   Ostrand& operator=(const Ostrand&) = delete;
 
   // The control whose user action is under way, null when there is none.
   static Ostrand* Current();
 
+  // ---- Properties -------------------------------------------------------------------------------
+
   // Folder of the host and of the logger's compiler.
   [[nodiscard]] const std::string& AppPath() const { return appPath_; }
   void AppPath(std::string_view folder);
   // Folder of the project.
-  [[nodiscard]] const std::string& GenFilePath() const { return genFilePath_; }
-  void GenFilePath(std::string_view folder);
+  [[nodiscard]] const std::string& GenFilePath() const { return settings_.GenFilePath(); }
+  void GenFilePath(std::string_view folder) { settings_.GenFilePath(folder); }
+  // Folder of the help file.
   [[nodiscard]] const std::string& HelpPath() const { return helpPath_; }
   void HelpPath(std::string_view folder);
+  [[nodiscard]] static std::string_view HelpFileName() { return "OSTRAND.HLP"; }
+  // Puts a text on the help line.
+  void HelpText(const std::string& text) { around_.forms.SetHelpLine(text); }
+  [[nodiscard]] static i32 InternalHelpContextID() { return kHelpContext; }
   // Folder for temporary files.
-  [[nodiscard]] const std::string& WorkDir() const { return workDir_; }
-  void WorkDir(std::string_view folder);
+  [[nodiscard]] const std::string& WorkDir() const { return settings_.WorkDir(); }
+
+  // Number in the maker's catalogue.
+  [[nodiscard]] static std::string_view KVSItemNumber() { return "4318.02_QL5"; }
+  // Version and date of the module.
+  [[nodiscard]] static std::string_view Version();
+  [[nodiscard]] static std::string_view VersionDate() { return "031002"; }
 
   // Full path of the project file, empty before the first open.
   [[nodiscard]] const std::string& CurrentFileName() const { return currentFileName_; }
-  // Title of the project file without its extension; "NoName" for an unnamed project.
+  // The project's name, "NoName" for one without a file.
   [[nodiscard]] const std::string& BaseName() const { return baseName_; }
-  // Saves the whole project, then names its program. Hosts count on the save.
+  // Saves the whole project and gives the path of its program, cut at its first ".". That reading
+  // it saves is what hosts count on.
   std::string CurBasicFileName();
-
-  [[nodiscard]] std::string_view KVSItemNumber() const { return "4318.02_QL5"; }
-  [[nodiscard]] std::string_view HelpFileName() const { return "OSTRAND.HLP"; }
-  // Version of the module, "6.1.0.07".
-  [[nodiscard]] std::string_view Version() const;
-  [[nodiscard]] std::string_view VersionDate() const { return "031002"; }
-  [[nodiscard]] i32 InternalHelpContextID() const { return 1800; }
-  // The logger type that data objects take their limits from.
-  [[nodiscard]] i32 LoggerTypeCode() const { return 1; }
-
-  // Shows a text in the status line.
-  void HelpText(const std::string& text) { forms_.SetHelpLine(text); }
 
   // The host's name; "Harrier", in any case, switches some behaviours.
   [[nodiscard]] const std::string& HostApp() const { return hostApp_; }
   void HostApp(std::string_view name) { hostApp_ = name; }
-  // Identity of the settings.
-  [[nodiscard]] const std::string& RegistryApp() const { return registryApp_; }
-  void RegistryApp(std::string_view name) { registryApp_ = name; }
+  // Identity of the settings. Setting it loads the settings kept under it and applies the colours.
+  [[nodiscard]] const std::string& RegistryApp() const { return settings_.RegistryApp(); }
+  void RegistryApp(std::string_view name);
   // Kept for the host.
   [[nodiscard]] i16 WhoCalled() const { return whoCalled_; }
   void WhoCalled(i16 value) { whoCalled_ = value; }
@@ -97,35 +111,115 @@ class Ostrand {
   [[nodiscard]] bool isHarrierRunning() const { return isHarrierRunning_; }
   void isHarrierRunning(bool value) { isHarrierRunning_ = value; }
 
-  // Unsaved edits may exist.
-  [[nodiscard]] bool DirtyFlag() const { return dirtyFlag_; }
-  // The last SaveDldFile was cancelled.
-  [[nodiscard]] bool SaveCancelled() const { return saveCancelled_; }
+  // Palettes: true picks the soft one.
+  [[nodiscard]] bool SoftColors() const { return settings_.SoftColors(); }
+  void SoftColors(bool soft) { settings_.SoftColors(soft); }
+  [[nodiscard]] bool SoftTextHighlight() const { return settings_.SoftTextHighlight(); }
+  void SoftTextHighlight(bool soft) { settings_.SoftTextHighlight(soft); }
+  [[nodiscard]] bool UseLegacy() const { return settings_.UseLegacy(); }
+  void UseLegacy(bool legacy) { settings_.UseLegacy(legacy); }
+
+  // ---- Methods ----------------------------------------------------------------------------------
+
+  // A number as four bytes at `pDst`, most significant first; `pDst` then stands behind them.
+  static void LongToMessage(i32 lng, unsigned char*& pDst);
+  // A text as its length, written as LongToMessage does, and its bytes.
+  static void StringToMessage(std::string_view Str, unsigned char*& pDst);
+  // Asks the toolbar server of "Harrier" to send the program `FileName` to the logger.
+  void HarrierDownload(const std::string& FileName);
+  // Ends the session, unless the user cancels: asks about unsaved edits, keeps the settings, raises
+  // SessionComplete. `iCancel` becomes -1 when it was cancelled, which `bForce` rules out.
+  void CloseSession(bool bForce, i16& iCancel);
+  // Name, value and default of each colour.
+  void GetSelectedColors(Settings::ColorTable& sColors) const;
+  // Opens a project; an empty name asks the user. A name chosen by the user that does not exist
+  // starts a new project from the store as it is. `bCancel` becomes true, and the project before
+  // stays, when the host's name does not exist or the file cannot be read, which the user has been
+  // told; and, without a word, when the user cancelled.
+  void OpenFile(std::string_view sFileName, bool& bCancel);
+  // Shows what can be printed in place of the main row.
+  void PrintSelect();
+  void SetSelectedColors(const Settings::ColorTable& sColors);
+  void ShowHelpFile(i32 lContext);
+  void OffSaveDownload() { row_.Enable(kSaveAndSendButton, false); }
+  // Asks whether to save unsaved edits, and saves. `bCancel` becomes true when the user cancelled,
+  // or when the checks found what stands against it.
+  void AskToSaveAll(bool bForce, bool& bCancel);
+  // Asks for a name and saves the project under it. A cancelled dialog writes nothing and sets
+  // SaveCancelled.
+  void SaveDldFile();
+  // Shows the option screen "Colors" or "Settings" and takes what it changed.
+  void ShowOptions(std::string_view sOption);
+  void SetQuitButton(bool Enable) { row_.EnableQuit(Enable); }
+  void SetSaveDownload(bool Enable) { row_.Enable(kSaveAndSendButton, Enable); }
+  // Lets go of the two option screens.
+  void FormCleanup();
+
+  // ---- What the user does -----------------------------------------------------------------------
+
+  [[nodiscard]] const MainRow& MainButtons() const { return row_; }
+  // A press of a main button; nothing when it is disabled.
+  void Click(int button);
+  void RightClick(int button);
+  void PointAt(int button);  // shows its help
+  void ClickQuit();
+  // The panel of what can be printed is shown; its cancel button brings the main row back.
+  [[nodiscard]] bool PrintPanelShown() const { return printPanelShown_; }
+  void CancelPrint();
+  // While a screen is open the panels of the control are hidden and it lays out nothing.
+  [[nodiscard]] bool Working() const { return working_; }
 
   // The two text boxes beside the summary. They enter the store when the project is saved.
   [[nodiscard]] const std::string& txtOper() const { return txtOper_; }
   void txtOper(std::string_view text) { txtOper_ = text; }
   [[nodiscard]] const std::string& txtIDNum() const { return txtIDNum_; }
   void txtIDNum(std::string_view text) { txtIDNum_ = text; }
+  // A text box with the focus shows its text selected, on the highlight colour.
+  [[nodiscard]] Focus FocusAt() const { return focus_; }
+  [[nodiscard]] int FocusButton() const { return focusButton_; }  // with Focus::kButton
+  void SetFocus(Focus focus, int button = 0);
+  void KeyDown(Key key);
 
-  // Opens a project; an empty name asks the user. A name chosen by the user that does not exist
-  // starts a new project from the store as it is. `bCancel` becomes true, and the user has been
-  // told why, when the host's name does not exist or the file cannot be read; and, without a word,
-  // when the user cancelled.
-  void OpenFile(std::string_view sFileName, bool& bCancel);
+  [[nodiscard]] const Appearance& Colors() const { return appearance_; }
+  // The summary as it was last drawn.
+  [[nodiscard]] const RtfText& SummaryBox() const { return summary_; }
+  // Draws the summary, which also sets `EstMeasTime`.
+  bool Summarize();
 
-  // Asks for a name and saves the project under it. A cancelled dialog writes nothing and sets
-  // SaveCancelled.
-  void SaveDldFile();
+  // The screens of the buttons 0 to 15 and of ShowOptions, which a host or the setup fills in.
+  [[nodiscard]] ScreenTable& Screens() { return screens_; }
+  void ColorsScreen(ShowScreen show) { colorsScreen_ = std::move(show); }
+  void SettingsScreen(ShowScreen show) { settingsScreen_ = std::move(show); }
 
-  // Writes the project file and the program, in this order. The first failure is reported and
-  // ends it; what was written stays. True when all was written.
+  // ---- State ------------------------------------------------------------------------------------
+
+  [[nodiscard]] ProjectStore& Store() { return store_; }
+  [[nodiscard]] Settings& UserSettings() { return settings_; }
+  [[nodiscard]] const Settings& UserSettings() const { return settings_; }
+  // Unsaved edits may exist.
+  [[nodiscard]] bool DirtyFlag() const { return dirtyFlag_; }
+  // The last SaveDldFile was cancelled.
+  [[nodiscard]] bool SaveCancelled() const { return saveCancelled_; }
+  // The last test compile did not end with a program that compiles.
+  [[nodiscard]] bool CompileFailed() const { return compileFailed_; }
+  // What the checks work on.
+  [[nodiscard]] CheckContext Checks();
+
+  // Writes the project file, the program, its table description and the wiring diagram, in this
+  // order. The first failure is reported and ends it; what was written stays. True when all was
+  // written.
   bool SavePipeline();
-
-  // The steps of the pipeline, for `base` + ".VKG" and `base` + ".VKP". False when the file could
-  // not be written, which has been reported then.
+  // The steps of the pipeline, for `base` and their extension. False when the file could not be
+  // written, which has been reported then. The wiring diagram is that of the last program.
   bool WriteProjectFile(std::string_view base);
   bool WriteProgram(std::string_view base);
+  bool WriteTableDescription(std::string_view base);
+  bool WriteWiringDiagram(std::string_view base);
+  // The bytes of the wiring diagram, for its own run of the generator.
+  std::string WiringText();
+
+  // The test compile by the logger's compiler; measured times go into the store.
+  void RunPreCompile();
 
   // Makes `path` the session's project file by the rules for names: a title that holds ".VKG", in
   // this case, stays; any other loses what follows its first "." and takes ".VKG". Touches no file.
@@ -134,40 +228,59 @@ class Ostrand {
   // The name up to its first ".VKG", or else up to its first ".VKP", or all of it.
   static std::string_view WithoutExtension(std::string_view name);
 
-  // A number as four bytes at `pDst`, most significant first.
-  static void LongToMessage(i32 lng, unsigned char* pDst);
-  // A text as its length, written as LongToMessage does, and its bytes: 4 + size in all.
-  static void StringToMessage(std::string_view Str, unsigned char* pDst);
-
  private:
+  static constexpr i32 kHelpContext = 1800;
+
   [[nodiscard]] bool openNamed(bool fromDialog);
   [[nodiscard]] bool loadProject();
   void showNotFound();
   void takeTextBoxes();
+  void loadSettings();
+  void applyColors();
+  void enableButtons();
+  void runButton(int button);
+  void saveByButton(bool send);
+  void saveClean(bool send);
+  void send();
+  bool confirmBadSave(bool send, bool upgrade);
+  bool confirmUpgrade();
+  bool findCompiler(std::string_view missing, std::string_view question);
+  [[nodiscard]] bool hostIsHarrier() const;
 
   ProjectStore& store_;
-  platform::FileSystem& files_;
-  platform::Clock& clock_;
-  platform::Forms& forms_;
+  platform::Surroundings around_;
   OstrandEvents& events_;
   SAVEDLD generator_;
+  Settings settings_;
+  CalcVarRefs calcVarRefs_;
+  RtfText summary_;
+  MainRow row_;
+  ScreenTable screens_;
+  ShowScreen colorsScreen_;
+  ShowScreen settingsScreen_;
+  Appearance appearance_;
 
   std::string currentFileName_;
-  std::string baseName_ = "NoName";
-  std::string genFilePath_;
+  std::string baseName_;
   std::string appPath_;
   std::string helpPath_;
-  std::string workDir_;
-  std::string registryApp_ = "QUILLON";
   std::string hostApp_;
   std::string txtOper_;
   std::string txtIDNum_;
   SocketObject* socketControl_ = nullptr;
   i16 whoCalled_ = 0;
+  Focus focus_ = Focus::kNone;
+  int focusButton_ = 0;
   bool isSocketConnected_ = false;
   bool isHarrierRunning_ = false;
   bool dirtyFlag_ = false;
   bool saveCancelled_ = false;
+  bool saved_ = false;  // the last SaveDldFile wrote all files
+  bool compileFailed_ = false;
+  bool compiling_ = false;
+  bool closing_ = false;
+  bool working_ = false;
+  bool printPanelShown_ = false;
 };
 
 }  // namespace ostrand

@@ -16,20 +16,6 @@ constexpr std::array<char32_t, 32> kHighControls = {
     kNoCharacter, 0x2018,       0x2019, 0x201C, 0x201D, 0x2022,       0x2013, 0x2014,
     0x02DC,       0x2122,       0x0161, 0x203A, 0x0153, kNoCharacter, 0x017E, 0x0178};
 
-void appendUtf8(std::string& to, char32_t c) {
-  const auto put = [&](char32_t byte) { to += static_cast<char>(byte); };
-  if (c < 0x80) {
-    put(c);
-  } else if (c < 0x800) {
-    put(0xC0 | (c >> 6));
-    put(0x80 | (c & 0x3F));
-  } else {
-    put(0xE0 | (c >> 12));
-    put(0x80 | ((c >> 6) & 0x3F));
-    put(0x80 | (c & 0x3F));
-  }
-}
-
 // Takes one character off the text; a broken sequence gives U+FFFD for its first byte.
 char32_t takeUtf8(std::string_view& text) {
   const auto byteAt = [&](std::size_t at) { return static_cast<unsigned char>(text[at]); };
@@ -52,13 +38,51 @@ char32_t takeUtf8(std::string_view& text) {
 
 }  // namespace
 
+std::size_t Utf8Length(std::string_view text) {
+  const auto byte = [&](std::size_t at) { return static_cast<unsigned char>(text[at]); };
+  const unsigned first = byte(0);
+  std::size_t length = 0;
+  if (first >= 0xC2 && first <= 0xDF) length = 2;
+  if (first >= 0xE0 && first <= 0xEF) length = 3;
+  if (first >= 0xF0 && first <= 0xF4) length = 4;
+  if (length == 0 || text.size() < length) return 0;
+  for (std::size_t at = 1; at < length; ++at) {
+    if ((byte(at) & 0xC0) != 0x80) return 0;
+  }
+  // Overlong forms, surrogates and what lies past the last character, told by the second byte;
+  // so are the control characters of the second block.
+  const unsigned second = byte(1);
+  if ((first == 0xC2 && second < 0xA0) || (first == 0xE0 && second < 0xA0) ||
+      (first == 0xED && second > 0x9F) || (first == 0xF0 && second < 0x90) ||
+      (first == 0xF4 && second > 0x8F)) {
+    return 0;
+  }
+  return length;
+}
+
+char32_t CharacterOf(char byte) {
+  const auto code = static_cast<unsigned char>(byte);
+  return code >= 0x80 && code < 0xA0 ? kHighControls[code - 0x80U] : code;
+}
+
+void AppendUtf8(std::string& to, char32_t c) {
+  const auto put = [&](char32_t byte) { to += static_cast<char>(byte); };
+  if (c < 0x80) {
+    put(c);
+  } else if (c < 0x800) {
+    put(0xC0 | (c >> 6));
+    put(0x80 | (c & 0x3F));
+  } else {
+    put(0xE0 | (c >> 12));
+    put(0x80 | ((c >> 6) & 0x3F));
+    put(0x80 | (c & 0x3F));
+  }
+}
+
 std::string Utf8FromWindows1252(std::string_view bytes) {
   std::string result;
   result.reserve(bytes.size());
-  for (const char c : bytes) {
-    const auto byte = static_cast<unsigned char>(c);
-    appendUtf8(result, byte >= 0x80 && byte < 0xA0 ? kHighControls[byte - 0x80U] : byte);
-  }
+  for (const char byte : bytes) AppendUtf8(result, CharacterOf(byte));
   return result;
 }
 

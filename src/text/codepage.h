@@ -1,15 +1,26 @@
 // Between the code pages of the files and UTF-8, for terminals and desktops.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
 namespace ostrand {
+
+// The character of a byte of Windows-1252; U+FFFD for the five bytes without one.
+char32_t CharacterOf(char byte);
+
+// Appends a character below U+10000 to a text of UTF-8.
+void AppendUtf8(std::string& to, char32_t c);
 
 // A text of Windows-1252 in UTF-8. The five bytes without a character become U+FFFD.
 std::string Utf8FromWindows1252(std::string_view bytes);
 
 // A text of UTF-8 in Windows-1252. What the code page doesn't hold becomes "?".
 std::string Windows1252FromUtf8(std::string_view utf8);
+
+// Length of the well-formed UTF-8 sequence of two to four bytes that `text`, which is not empty,
+// begins with; 0 for any other beginning. Control characters in two bytes count as none.
+std::size_t Utf8Length(std::string_view text);
 
 }  // namespace ostrand

@@ -285,12 +285,16 @@ double RoundHalfEven(double value) {
 std::optional<std::int16_t> RoundToInt16(double value) { return roundTo<std::int16_t>(value); }
 std::optional<std::int32_t> RoundToInt32(double value) { return roundTo<std::int32_t>(value); }
 
-double DecimalValue(float value) {
-  std::array<char, kNumberTextRoom> room{};
-  const int length = WriteNumber(room.data(), value);
-  double result = 0;
-  std::from_chars(room.data(), room.data() + length, result);
-  return result;
+double DecimalValue(float value, int tens) {
+  if (value == 0 || !std::isfinite(value)) return value;
+  const Scientific number = shortestDigits(value);
+  std::array<char, 2 * kNumberTextRoom> room{};
+  char* at = put(room.data(), number.digits.data(), number.count);
+  *at++ = 'e';
+  at = std::to_chars(at, at + kNumberTextRoom, number.exponent + 1 - number.count + tens).ptr;
+  double size = 0;
+  std::from_chars(room.data(), at, size);
+  return number.negative ? -size : size;
 }
 
 }  // namespace ostrand

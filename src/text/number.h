@@ -55,8 +55,9 @@ double RoundHalfEven(double value);
 std::optional<std::int16_t> RoundToInt16(double value);
 std::optional<std::int32_t> RoundToInt32(double value);
 
-// The decimal value that the general text of a single shows: 0.1F gives 0.1 and not
-// 0.100000001490116.
-double DecimalValue(float value);
+// The decimal value that the general text of a single shows, times ten to the power `tens`: 0.1F
+// gives 0.1 and not 0.100000001490116. The product is that of the decimal digits, rounded once:
+// 1.001F with 6 gives 1001000, where 1.001 * 1E6 falls short of it.
+double DecimalValue(float value, int tens = 0);
 
 }  // namespace ostrand

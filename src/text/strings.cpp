@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "text/codepage.h"
+
 namespace ostrand {
 namespace {
 
@@ -24,8 +26,17 @@ char upper(char c) {
 }  // namespace
 
 std::string Upper(std::string_view text) {
-  std::string result(text);
-  std::transform(result.begin(), result.end(), result.begin(), upper);
+  std::string result;
+  result.reserve(text.size());
+  while (!text.empty()) {
+    const std::size_t sequence = Utf8Length(text);
+    if (sequence == 0) {
+      result += upper(text.front());
+    } else {
+      result += text.substr(0, sequence);
+    }
+    text.remove_prefix(sequence == 0 ? 1 : sequence);
+  }
   return result;
 }
 
@@ -48,6 +59,18 @@ std::vector<std::string_view> Split(std::string_view text, char separator) {
     if (at == std::string_view::npos) return parts;
     text.remove_prefix(at + 1);
   }
+}
+
+std::string_view TakeLine(std::string_view& rest) {
+  const std::size_t end = rest.find('\n');
+  std::string_view line = rest.substr(0, end);
+  if (end == std::string_view::npos) {
+    rest = {};
+    return line;
+  }
+  rest.remove_prefix(end + 1);
+  if (line.ends_with('\r')) line.remove_suffix(1);
+  return line;
 }
 
 }  // namespace ostrand

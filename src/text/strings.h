@@ -7,7 +7,8 @@
 
 namespace ostrand {
 
-// Upper case of a text; accented letters of the code page included.
+// Upper case of a text; accented letters of the code page included. UTF-8 sequences, as names of
+// files hold them, stay as they are.
 std::string Upper(std::string_view text);
 
 // Whether two texts are the same but for upper and lower case.
@@ -18,6 +19,9 @@ std::string_view Trim(std::string_view text);
 
 // The parts between the separators; one part for a text without any.
 std::vector<std::string_view> Split(std::string_view text, char separator);
+
+// The next line of `rest`, without its end, CR LF or LF, and taken off it; the last may have none.
+std::string_view TakeLine(std::string_view& rest);
 
 // Whether `text` holds `part` in exactly this case.
 inline bool Holds(std::string_view text, std::string_view part) {

@@ -73,6 +73,20 @@ TEST_F(BridgesTest, ChannelsAndExcitations) {
   for (const char* place : byHand) EXPECT_TRUE(AnyHolds(place)) << place;
 }
 
+// Behind a block of unknown type the channel stays, also when channels follow the order.
+TEST_F(BridgesTest, AnUnknownTypeBefore) {
+  Block(1, 3, 2, "SE");
+  Block(2, 2, 2, "SE");
+  Block(3, 0, 0, "");
+  Block(4, 1, 0).StartChan = 9;
+  for (const flag automatic : {kTrue, kFalse}) {
+    store.Config.AutoChan = automatic;
+    store.BridgeBlock[2].StartChan = 4;
+    Run();
+    EXPECT_TRUE(AnyHolds("(BBlk4(),BREP4,BRNG4,4,VX3,"));
+  }
+}
+
 TEST_F(BridgesTest, NoRepetitionsOnAnExcitationIsAFailureBehindTheStatement) {
   Block(1, 3, 0).ExciteReps = 0;
   Block(2, 3, 0);

@@ -52,6 +52,15 @@ TEST_F(CanBusTest, DeclarationsAndStatements) {
   EXPECT_FALSE(AnyHolds("Const BareMult"));
 }
 
+TEST_F(CanBusTest, ItsOwnScalingNeedsTheLoopIndex) {
+  Item(1, "Rpm", 1);
+  Run();
+  EXPECT_FALSE(AnyHolds("Dim I "));
+  Item(1, "Rpm", 1).Alias[1].AliasExcept = "2";
+  Run();
+  ExpectText("Dim I~'Declare I as a variable");
+}
+
 TEST_F(CanBusTest, ShortIdentifiersAreNegative) {
   store.Can.Module[1].CanDataIDType = 0;
   Item(1, "Rpm", 1).DataId = "&H7E8";

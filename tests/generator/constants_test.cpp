@@ -156,6 +156,49 @@ TEST_F(ConstantsTest, BridgeArraysByCase) {
   }
 }
 
+TEST_F(ConstantsTest, MultiplexerArraysByCase) {
+  const std::string source = At66("Dim ABlk1(AREP1)", "'Block1 dimensioned source");
+  const std::string publicSource = At66("Public ABlk1(AREP1)", "'Block1 dimensioned source");
+  const std::string mult = At66("Public MABlk1(AREP1)", "'Block1 dimensioned multiplier");
+  const std::string offset = At66("Public OABlk1(AREP1)", "'Block1 dimensioned offset");
+  const std::string units = At66("Units ABlk1 = ", "'Block1 default units ()");
+  const std::string global = "Const ZeroingCalib = 0";
+  store.Config.TK40MQty = 1;
+  store.TK40MBlock.BlockCount = 1;
+  TK40MBlockData& block = store.TK40MBlock[1];
+  block.Units = "";
+  block.TypeNo = 2;
+  struct Case {
+    int volts, zeroFlag, calOnSite, reps;
+    const char* type;
+    Lines lines;
+  };
+  const std::string volt = At66("Const ATYPE1 = -1", "'Block1 volt measurement");
+  const std::string couple = At66("Const ATYPE1 = 2", "'Block1 thermocouple type (K)");
+  for (const Case& c :
+       {Case{0, 0, 0, 2, couple.c_str(), {source, units}},
+        Case{0, 4, 0, 2, couple.c_str(), {source, units}},  // thermocouples are not zeroed
+        Case{1, 4, 0, 2, volt.c_str(), {publicSource, offset, units, "Public ACalReps1"}},
+        Case{1, 4, 1, 2, volt.c_str(), {source, mult, offset, units, "Public ACalReps1"}},
+        Case{2, 0, 1, 2, couple.c_str(), {source, mult, offset, units}},
+        Case{1, 4, 0, 0, "none", {global}}}) {
+    SCOPED_TRACE(std::string(c.type) + c.lines.front());
+    block.TK40Volts = c.volts;
+    block.ZeroFlag = static_cast<i16>(c.zeroFlag);
+    block.CalOnSite = static_cast<i16>(c.calOnSite);
+    block.Reps = static_cast<i16>(c.reps);
+    Run();
+    ExpectRun(c.lines);
+    EXPECT_EQ(Count(c.type) > 0, c.reps > 0);
+    // The flag alone asks for the calibration, whatever the block measures.
+    EXPECT_EQ(Count(global), c.zeroFlag > 0 ? 1 : 0);
+    EXPECT_EQ(Count(At66("Dim Count", "'Declare Count as a variable")), c.zeroFlag > 0 ? 1 : 0);
+  }
+  store.Config.TK40MQty = 0;  // the family is left out as a whole
+  Run();
+  EXPECT_EQ(Count(global), 0);
+}
+
 TEST_F(ConstantsTest, SixWireAndStrainConstants) {
   BridgeBlockData& block = Bridge(1);
   block.Type = "BrFull6w";
@@ -255,6 +298,24 @@ TEST_F(VariablesTest, UnitsOfSingleRepetitions) {
              At66("Units Oil = bar", "'Assign units \"bar\" to Oil"),
              At66("Alias MVBlk1(3) = M$Oil", "'Assign alias name \"M$Oil\" to MVBlk1_3"),
              At66("Alias OVBlk1(3) = O$Oil", "'Assign alias name \"O$Oil\" to OVBlk1_3")});
+}
+
+// Strain has a gauge factor in the place of its offset, and no aliases of either.
+TEST_F(VariablesTest, ScalingAliasesOfBridges) {
+  for (const int style : {4, 5}) {
+    BridgeBlockData& block = Bridge(1);
+    block.Style = static_cast<i16>(style);
+    block.CalOnSite = 1;
+    block.Alias[1].AliasName = "Load";
+    generator.HostApp("Harrier");
+    Run();
+    const long aliases = style < 5 ? 1 : 0;
+    EXPECT_EQ(Count(At66("Alias MBBlk1(1) = M$Load", "'Assign alias name \"M$Load\" to MBBlk1_1")),
+              aliases);
+    EXPECT_EQ(Count(At66("Alias OBBlk1(1) = O$Load", "'Assign alias name \"O$Load\" to OBBlk1_1")),
+              aliases);
+    EXPECT_EQ(Count("Const TwoPointMultOffs = 2"), 1);  // for any style
+  }
 }
 
 TEST_F(VariablesTest, PortsExcitationAndMarks) {

@@ -53,6 +53,29 @@ TEST_F(LowPriorityTest, PowerControl) {
              hyphens + "|" + kNextScan + "|" + kEndProg);
 }
 
+// Without a time to test, the logger is killed at the place of the first test.
+TEST_F(LowPriorityTest, WakingUp) {
+  Configuration& config = store.Config;
+  config.MonitorPower[kMonitorPowerControl] = config.EnablePowerOff = config.EnableTime = kTrue;
+  config.TimeOffYearShow = config.TimeOffMonthShow = config.TimeOffDayShow = kFalse;
+  config.TimeOffHourShow = config.TimeOffMinShow = config.TimeOffSecShow = kFalse;
+  config.EnableOnTime = kFalse;
+  config.PowerOffTime = 5;
+  config.PowerOffPOTime = 6;
+  const char* units[] = {"Day", "Hr", "Min", "Sec", "Min"};
+  for (i16 code = 0; code <= 4; ++code) {
+    config.PowerOffMins = config.PowerOnMins = code;
+    const std::string unit = units[code];
+    Run();
+    ExpectText("         PowerOff(0,5," + unit + ")~'Kill the logger, restart in 5 " + unit);
+    ExpectText("      PowerOff(0,6," + unit + ")~'Kill the logger|   " + hyphens);
+  }
+  config.RemainOff = config.RemainPOOff = config.EnableOnTime = kTrue;
+  Run();
+  ExpectText("         PowerOff(0,0,0)~'Kill the logger, do not restart");
+  ExpectText("      PowerOff(StartTime,0,0)~'Kill the logger|   " + hyphens);
+}
+
 // A status test of 65 characters touches its comment, a longer one leaves one blank.
 TEST_F(LowPriorityTest, StatusMonitor) {
   Configuration& config = store.Config;
@@ -160,6 +183,63 @@ TEST_F(LowPriorityTest, ClassicScanBesideCanLoops) {
   }
   ExpectText("            End If~'End of If CountAvg|      End If~'End of If|   " +
              std::string(kNextScan));
+}
+
+// The scan has its title where no CAN item is asked for, and behind a slow main scan only where CAN
+// is neither there nor enabled. Without the module nothing loops.
+TEST_F(LowPriorityTest, TitleOfTheScanAndTheCanModule) {
+  Item(1, "Rpm", 1000);
+  store.Config.MonitorPower[kMonitorBatterySaver] = kTrue;
+  const std::string fast = "   Scan(1,Sec,0,0)~'Scan once every 1 second";
+  const std::string slow = "   Scan(2,Sec,0,0)~'Scan once every 2 seconds";
+  struct Case {
+    float seconds;
+    int modules, enabled, messageType;
+    bool titled;
+  };
+  for (const Case& c : {Case{1, 1, 1, 0, true}, Case{1, 0, 1, 1, false}, Case{1, 1, 0, 1, false},
+                        Case{2, 0, 0, 1, true}, Case{2, 1, 0, 0, false}, Case{2, 0, 1, 0, false},
+                        Case{2, 1, 1, 0, false}}) {
+    store.Scan.ExecutionTime = c.seconds;
+    store.Config.CanBusQty = static_cast<i16>(c.modules);
+    store.Can.Module[1].CanBusEnabled = static_cast<i16>(c.enabled);
+    store.Can.Item[1].ItemMessageType = static_cast<i16>(c.messageType);
+    Run();
+    ExpectText("   Dim CountAvg~'Dimension CountAvg|" +
+               std::string(c.titled ? "   'SlowSequence Scan|   " : "   ") + hyphens + "|" +
+               (c.seconds > 1 ? slow : fast));
+    EXPECT_FALSE(AnyHolds("NumRxReads"));
+  }
+  store.Config.MonitorPower[kMonitorBatterySaver] = kFalse;
+  store.Config.CanBusQty = 0;
+  store.Can.Item[1].ItemMessageType = 1;
+  Run();
+  ExpectText(
+      "   SlowSequence~'Used for slow measurements||   'No classic slow sequence "
+      "measurements|" +
+      std::string(kEndProg));
+}
+
+TEST_F(LowPriorityTest, AStatusMonitorWithoutEntriesIsNone) {
+  store.Config.MonitorPower[kMonitorStatus] = kTrue;
+  Run();
+  EXPECT_FALSE(AnyHolds("SlowSequence"));
+}
+
+// An item that is off or has no values is counted among those asked for, but it has no loop.
+TEST_F(LowPriorityTest, ItemsWithoutALoop) {
+  for (const auto& [values, enabled] : {std::pair<i16, i16>{0, 1}, {1, 0}}) {
+    CanItemData& item = Item(1, "Rpm", 1000);
+    item.Reps = values;
+    item.Enabled = enabled;
+    Run();
+    ExpectText(
+        "   NumRxReads(1) = 50~'Execute 50 Rx reads for Tx #1||   Do~'With CANBUS TxRx, we "
+        "need multiple,repeating scans");
+    ExpectText("      'CANBUS TxRx Measurement Loops|      " + hyphens +
+               "||   Loop~'Loop back to the \"DO\" : With CANBUS TxRx, we need multiple,repeating "
+               "scans");
+  }
 }
 
 TEST_F(LowPriorityTest, AFailureLeavesTheEndOfTheProgram) {

@@ -220,6 +220,85 @@ TEST_F(ScanTest, CanSwitches) {
   }
 }
 
+// Only the first group of ports has a title; a group that reads needs no test.
+TEST_F(ScanTest, TheTitleOfPortsIsTheFirstGroups) {
+  const std::string title = Bars("      ", 25, " Port Control ");
+  for (PortSlot& slot : store.Ports.Slot) slot.ByteMode = 0;
+  store.Ports.Slot[1].ByteMode = kTrue;
+  store.Ports.Slot[1].Ports[9].Include = kTrue;
+  Run();
+  EXPECT_EQ(Count(title), 0);
+  EXPECT_EQ(Count(At66("      If False Then", "'Test measurement")), 1);
+  store.Ports.Slot[0] = store.Ports.Slot[1];
+  store.Ports.Slot[0].ReadMode = kTrue;
+  Run();
+  EXPECT_EQ(Count(title), 1);
+  EXPECT_EQ(Count(At66("      If False Then", "'Test measurement")), 1);
+  EXPECT_TRUE(AnyHolds("      ReadIO(ReadPort,"));
+}
+
+// A zeroed block loads its offsets, a strain block its gauge factors, and neither a multiplier.
+TEST_F(ScanTest, StartUpOfZeroedBlocks) {
+  setBlocks(store.VoltBlock, "S1", 1);
+  store.VoltBlock[1].ZeroFlag = 1;
+  store.VoltBlock[1].DefaultOffset = -0.25F;
+  setBlocks(store.BridgeBlock, "D1 D1", 1);
+  for (int b = 1; b <= 2; ++b) {
+    store.BridgeBlock[b].ZeroFlag = 2;
+    store.BridgeBlock[b].Style = static_cast<i16>(3 + b);
+    store.BridgeBlock[b].ExciteReps = 1;
+  }
+  store.BridgeBlock[2].GageFactor = 2.08F;
+  Run();
+  ExpectText(
+      "   'MainSequence|   For I = 1 To VREP1~'Do the following to all of VBlk1|"
+      "      OVBlk1(I) = VOSET1~'Assign default offset (-0.25) to OVBlk1|"
+      "   Next I~'Repeat above until finished|"
+      "   For I = 1 To BREP1~'Do the following to all of BBlk1|"
+      "      OBBlk1(I) = BOSET1~'Assign default offset (0) to OBBlk1|"
+      "   Next I~'Repeat above until finished|"
+      "   For I = 1 To BREP2~'Do the following to all of BBlk2|"
+      "      GBBlk2(I) = BGF2~'Assign default gauge factor (2.08) to GBBlk2|"
+      "   Next I~'Repeat above until finished|"
+      "   For I = 1 To 8|      ScanFlg1x(I) = True|   Next I||   VCalReps1 = VREP1|"
+      "   BCalReps1 = BREP1|   For I = 1 To BREP2|      GBBlk2Raw(I) = GBBlk2(I)|   Next I||"
+      "   CalFileLoaded = false|   CalFileLoaded = LoadFieldCal(1)|   FieldCalAvgs = 1|"
+      "   CalStartIdx = 1|");
+}
+
+// In a block tables stand outermost, then repetitions; a CAN item has one source in each table.
+TEST_F(ScanTest, LevelSourcesOfBlocksAndItems) {
+  setBlocks(store.TempBlock, "S2", 1);
+  OutputSet& temps = store.TempBlock[1].Output;
+  for (const int t : {2, 5}) temps.OutputSelect[t][kLevelCrossing] = 1;
+  temps.Histo[5].NumDims = 1;
+  temps.Histo[5].LevelMeasName = "Speed";
+  store.Config.CanBusQty = 1;
+  store.Can.Module[1].CanBusEnabled = 1;
+  store.Can.CanCount = 2;
+  for (int i = 1; i <= 2; ++i) {
+    CanItemData& item = store.Can.Item[i];
+    item.Name = i == 1 ? "Off" : "Rpm";
+    item.Enabled = static_cast<i16>(i - 1);
+    item.Reps = 2;
+    item.Output.OutputSelect[3][kLevelCrossing] = 1;
+  }
+  Run();
+  std::string expected;
+  const auto source = [&](const std::string& name, const char* dimension, const char* from) {
+    expected += "|      " + name + "(" + dimension[0] + ") = " + from + "~'" + dimension +
+                " source dimension for " + name + "()";
+  };
+  source("LCTBlk1_2_1", "1st", "TBlk1(1)");
+  source("LCTBlk1_2_2", "1st", "TBlk1(2)");
+  source("LCTBlk1_5_1", "1st", "TBlk1(1)");
+  source("LCTBlk1_5_1", "2nd", "Speed");
+  source("LCTBlk1_5_2", "1st", "TBlk1(2)");
+  source("LCTBlk1_5_2", "2nd", "Speed");
+  source("LCRpm3", "1st", "Rpm(1)");
+  ExpectText(expected + "|" + kNextScan);
+}
+
 // Positions beyond the count read their level data too; their code alone decides.
 TEST_F(ScanTest, LevelDataOfCalculatedFields) {
   store.CalcFields.CalcFieldCount = 1;

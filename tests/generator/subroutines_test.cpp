@@ -72,5 +72,15 @@ TEST_F(SubroutinesTest, NoGroup) {
   ExpectText(banner + "||'" + std::string(28, '\\') + " PROGRAM " + std::string(28, '/'));
 }
 
+// Volts on a multiplexer that is not there are not zeroed.
+TEST_F(SubroutinesTest, NoMultiplexer) {
+  store.VoltBlock[1].ZeroFlag = 0;
+  store.TK40MBlock.BlockCount = store.TK40MBlock[1].Reps = 1;
+  store.TK40MBlock[1].TK40Volts = store.TK40MBlock[1].ZeroFlag = 1;
+  Run();
+  EXPECT_FALSE(AnyHolds(" SUBROUTINES "));
+  EXPECT_FALSE(AnyHolds("Sub Zero1"));
+}
+
 }  // namespace
 }  // namespace ostrand::testing

@@ -122,6 +122,7 @@ TEST_F(Defaults, NothingOfAnotherProjectSurvives) {
   store.Ports.Slot[1].BinaryMask[0] = "0";
   store.PowerOut.Output.OutputSelect[1][0] = 1;
   store.ExciteOut.ExcitePublic = kTrue;
+  store.BridgeBlock.ExciteSwitched = store.BridgeBlock.ExciteCAO = 2;
   store.Can.CanCount = 128;
   store.CalcFields.CalcFieldCount = 50;
   SetAllDefaults(store);
@@ -131,6 +132,7 @@ TEST_F(Defaults, NothingOfAnotherProjectSurvives) {
   EXPECT_EQ(store.Ports.Slot[1].BinaryMask[0], "11111111");
   EXPECT_EQ(store.PowerOut.Output.OutputSelect[1][0], 0);
   EXPECT_EQ(store.ExciteOut.ExcitePublic, kFalse);
+  EXPECT_EQ(store.BridgeBlock.ExciteSwitched + store.BridgeBlock.ExciteCAO, 0);
   EXPECT_EQ(store.Can.CanCount + store.CalcFields.CalcFieldCount, 0);
   ClearStore(store);
   EXPECT_EQ(store.Tables[1].TableName, "");
@@ -142,8 +144,9 @@ TEST_F(Defaults, ScanPeriodIsThatOfTheDecimalNumber) {
     float time;
     i16 units;
     double micros;
-  } cases[] = {{0.1F, 2, 100000}, {1.1F, 1, 1100}, {0.3F, 3, 18000000},
-               {7, 0, 7},         {10, 4, 0},      {10, -1, 0}};
+  } cases[] = {{0.1F, 2, 100000},   {1.1F, 1, 1100}, {0.3F, 3, 18000000},  {7, 0, 7},
+               {10, 4, 0},          {10, -1, 0},     {1.001F, 2, 1001000}, {1.001F, 1, 1001},
+               {0.017F, 3, 1020000}};
   for (const auto& c : cases) {
     store.Scan.ExecutionTime = c.time;
     store.Scan.ExecTimeUnits = c.units;

@@ -46,6 +46,16 @@ TEST(AtomicFile, WhatIsNotCommittedIsGoneAndTheTargetAsItWas) {
   EXPECT_EQ(disk.files, (Files{{"/data/pump.VKP", "old"}}));
 }
 
+TEST(AtomicFile, AReadOnlyTargetIsToldAndKept) {
+  MemoryFileSystem disk;
+  disk.files = {{"/data/pump.VKP", "old"}};
+  disk.readOnly = {"/data/pump.VKP"};
+  const Result<> written = WriteWhole(disk, "/data/pump.VKP", "new");
+  ASSERT_FALSE(written);
+  EXPECT_EQ(written.ErrorText(), "/data/pump.VKP: Permission denied");
+  EXPECT_EQ(disk.files, (Files{{"/data/pump.VKP", "old"}}));
+}
+
 TEST(AtomicFile, ClearsAwayWhatADeadProcessLeft) {
   MemoryFileSystem disk;
   disk.files = {{"/data/.pump.VKP.writing", "half"}};

@@ -113,6 +113,9 @@ TEST(PosixFileSystem, FailuresOfWritingNameThePathAndLeaveNothingBehind) {
   const auto noFolder = WriteWhole(files, folder / "none/pump.VKP", "program");
   ASSERT_FALSE(noFolder);
   EXPECT_EQ(noFolder.ErrorText(), (folder / "none/pump.VKP: No such file or directory"));
+  const auto backslashes = WriteWhole(files, folder / "none\\pump.VKP", "program");
+  ASSERT_FALSE(backslashes);
+  EXPECT_EQ(backslashes.ErrorText(), (folder / "none/pump.VKP: No such file or directory"));
   EXPECT_FALSE(files.Create(folder / "OLD.VKP"));
   EXPECT_FALSE(files.Delete(folder / "none"));
   EXPECT_FALSE(files.Rename(folder / "none", folder / "old.VKP"));
@@ -122,6 +125,9 @@ TEST(PosixFileSystem, FailuresOfWritingNameThePathAndLeaveNothingBehind) {
   WriteDisk(folder / ".old.VKP.writing", "half of a pro");
   ASSERT_TRUE(WriteWhole(files, folder / "old.VKP", "new"));
   EXPECT_EQ(ReadDisk(folder / "old.VKP"), "new");
+  const std::string longest = folder / (std::string(251, 'x') + ".VKP");
+  ASSERT_TRUE(WriteWhole(files, longest, "new"));
+  ASSERT_TRUE(files.Delete(longest));
   int entries = 0;
   for (const auto& entry : std::filesystem::directory_iterator(folder.Path())) {
     entries += entry.exists() ? 1 : 0;
@@ -134,10 +140,18 @@ TEST(PosixFileSystem, TakesTheReadOnlyMarkOffAndKeepsTheOtherRights) {
   WriteDisk(folder / "file", "x");
   ASSERT_EQ(::chmod((folder / "file").c_str(), 0440), 0);
   PosixFileSystem files;
+  const Result<> written = WriteWhole(files, folder / "FILE", "new");
+  ASSERT_FALSE(written);
+  EXPECT_EQ(written.ErrorText(), (folder / "file") + ": Permission denied");
+  EXPECT_EQ(ReadDisk(folder / "file"), "x");
   ASSERT_TRUE(files.ClearReadOnly(folder / "FILE"));
   struct stat info {};
   ASSERT_EQ(::stat((folder / "file").c_str(), &info), 0);
   EXPECT_EQ(info.st_mode & 07777, 0640U);
+  ASSERT_EQ(::chmod((folder / "file").c_str(), 0604), 0);
+  ASSERT_TRUE(WriteWhole(files, folder / "FILE", "new"));
+  ASSERT_EQ(::stat((folder / "file").c_str(), &info), 0);
+  EXPECT_EQ(info.st_mode & 07777, 0604U);
   EXPECT_FALSE(files.ClearReadOnly(folder / "none"));
 }
 

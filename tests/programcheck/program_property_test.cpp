@@ -361,6 +361,7 @@ class BoxKeeper : public platform::Forms {
   void SetHelpLine(const std::string&) override {}
   void SetPointer(platform::Pointer) override {}
   void Beep() override {}
+  void DoEvents() override {}
 
   std::vector<platform::MessageBox> boxes;
 };

@@ -1,10 +1,13 @@
 #include "projectfile/genfile.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include "model/defaults.h"
+#include "platform/posix/posix_filesystem.h"
 #include "support/fixed_clock.h"
 #include "support/memory_filesystem.h"
+#include "support/temp_folder.h"
 
 namespace ostrand::ORVUS_GENFILE {
 namespace {
@@ -64,6 +67,31 @@ TEST_F(ProjectFile, AFailingDiskLosesNothing) {
       }
       EXPECT_GE(reported, 5);  // create, write, sync, close and rename at the least
     }
+  }
+}
+
+TEST_F(ProjectFile, AReadOnlyProjectIsKeptUntilItIsOpened) {
+  files_.files = {{"/p/PUMP.vkg", "old"}};
+  files_.readOnly = {"/p/PUMP.vkg"};
+  EXPECT_FALSE(save(files_));
+  EXPECT_NE(error_.find("/p/PUMP.vkg"), std::string::npos) << error_;
+  EXPECT_EQ(files_.files, (Files{{"/p/PUMP.vkg", "old"}}));
+  EXPECT_TRUE(
+      static_cast<bool>(LoadProjectFile(*store_, files_, "/p/pump")));  // takes the mark off
+  EXPECT_TRUE(save(files_));
+}
+
+TEST_F(ProjectFile, ASavedProjectKeepsTheRightsOfItsFile) {
+  const testing::TempFolder folder;
+  testing::WriteDisk(folder / "pump.VKG", "old");
+  platform::PosixFileSystem disk(platform::Syncing::kOff);
+  for (const mode_t mode : {0600U, 0664U}) {
+    ASSERT_EQ(::chmod((folder / "pump.VKG").c_str(), mode), 0);
+    ASSERT_TRUE(save(disk, folder / "pump"));
+    struct stat info {};
+    ASSERT_EQ(::stat((folder / "pump.VKG").c_str(), &info), 0);
+    EXPECT_EQ(info.st_mode & 07777, mode);
+    EXPECT_EQ(testing::ReadDisk(folder / "pump.VKG"), text());
   }
 }
 

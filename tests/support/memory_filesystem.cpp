@@ -92,7 +92,13 @@ Result<> MemoryFileSystem::Delete(std::string_view path) {
   return files.erase(Find(path)) > 0 ? Result<>(Done{}) : failure(path, "No such file");
 }
 
+Result<> MemoryFileSystem::MayReplace(std::string_view path) {
+  const bool marked = readOnly.contains(Find(path));
+  return marked ? failure(path, "Permission denied") : Result<>(Done{});
+}
+
 Result<> MemoryFileSystem::ClearReadOnly(std::string_view path) {
+  readOnly.erase(Find(path));
   return Exists(path) ? Result<>(Done{}) : failure(path, "No such file");
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <map>
+#include <set>
 #include <string>
 
 #include "platform/filesystem.h"
@@ -11,6 +12,7 @@ namespace ostrand::testing {
 class MemoryFileSystem : public platform::FileSystem {
  public:
   std::map<std::string, std::string> files;  // by name, `\` as `/`
+  std::set<std::string> readOnly;            // names of `files` with the read-only mark
 
   bool Exists(std::string_view path) override;
   std::string Find(std::string_view path) override;
@@ -19,6 +21,7 @@ class MemoryFileSystem : public platform::FileSystem {
   Result<std::unique_ptr<platform::OutputFile>> Create(std::string_view path) override;
   Result<> Rename(std::string_view from, std::string_view to) override;
   Result<> Delete(std::string_view path) override;
+  Result<> MayReplace(std::string_view path) override;
   Result<> ClearReadOnly(std::string_view path) override;
   Result<> SyncFolder(std::string_view path) override;
 };
@@ -42,6 +45,7 @@ class FaultyFileSystem : public platform::FileSystem {
   Result<std::unique_ptr<platform::OutputFile>> Create(std::string_view path) override;
   Result<> Rename(std::string_view from, std::string_view to) override;
   Result<> Delete(std::string_view path) override;
+  Result<> MayReplace(std::string_view path) override { return inner_.MayReplace(path); }
   Result<> ClearReadOnly(std::string_view path) override;
   Result<> SyncFolder(std::string_view path) override;
 

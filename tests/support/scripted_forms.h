@@ -34,12 +34,15 @@ class ScriptedForms : public platform::Forms {
   void SetHelpLine(const std::string& text) override { helpLines.push_back(text); }
   void SetPointer(platform::Pointer shape) override { pointer = shape; }
   void Beep() override { ++beeps; }
+  void DoEvents() override;
 
   platform::FileDialog dialog;              // the last one asked
   std::vector<platform::MessageBox> shown;  // boxes collected
   std::vector<std::string> helpLines;
   platform::Pointer pointer = platform::Pointer::kNormal;
   int beeps = 0;
+  int rounds = 0;         // of DoEvents
+  int restingRounds = 0;  // of these, the first so many take a millisecond each
 
  private:
   struct Box {

@@ -197,6 +197,15 @@ TEST(DecimalValue, IsWhatTheSingleShows) {
   EXPECT_EQ(DecimalValue(0.1F), 0.1);
   EXPECT_EQ(DecimalValue(273.16F), 273.16);
   EXPECT_EQ(DecimalValue(1e10F), 1e10);
+  EXPECT_EQ(DecimalValue(-1.003F, 3), -1003);
+  EXPECT_EQ(DecimalValue(0, 6), 0);
+  // Whole numbers of thousandths shift to whole numbers.
+  for (int n = 1; n < 100000; ++n) {
+    const float value =
+        *ToSingle(NumberText(n / 1000) + "." + NumberText(1000 + n % 1000).substr(1));
+    ASSERT_EQ(DecimalValue(value, 3), n);
+    ASSERT_EQ(DecimalValue(value, 6), n * 1000.0);
+  }
 }
 
 TEST(FormatNumber, LaysOutByTheMask) {

@@ -12,6 +12,8 @@ TEST(Strings, UpperKnowsTheLettersOfTheCodePage) {
   EXPECT_EQ(Upper("abcz{`"), "ABCZ{`");
   EXPECT_EQ(Upper("\xE4\xFE\x9A\x9C\x9E\xFF"), "\xC4\xDE\x8A\x8C\x8E\x9F");
   EXPECT_EQ(Upper("\xDF\xF7\x99\xAA"), "\xDF\xF7\x99\xAA");  // no capital of their own
+  EXPECT_EQ(Upper("/j\xC3\x9Crgen/20\xE2\x82\xAC"), "/J\xC3\x9CRGEN/20\xE2\x82\xAC");
+  EXPECT_EQ(Upper("\xE2\x82"), "\xC2\x82");  // cut off: bytes of the code page
 }
 
 TEST(Strings, SameTextIgnoresOnlyTheCase) {

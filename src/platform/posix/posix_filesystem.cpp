@@ -183,6 +183,13 @@ Result<std::string> PosixFileSystem::Read(std::string_view path) {
   return bytes;
 }
 
+std::uint64_t PosixFileSystem::Size(std::string_view path) {
+  struct stat info {};
+  const bool found =
+      isName(path) && ::stat(onDisk(path).c_str(), &info) == 0 && S_ISREG(info.st_mode);
+  return found ? static_cast<std::uint64_t>(info.st_size) : 0;
+}
+
 Result<std::unique_ptr<OutputFile>> PosixFileSystem::Create(std::string_view path) {
   if (!isName(path)) return failure(std::string(path), EINVAL);
   const std::string name = onDisk(path);
@@ -204,6 +211,28 @@ Result<> PosixFileSystem::Delete(std::string_view path) {
   const std::string name = onDisk(path);
   if (::unlink(name.c_str()) != 0) return failure(name, errno);
   return Done{};
+}
+
+Result<> PosixFileSystem::MayReplace(std::string_view path) {
+  if (!isName(path)) return failure(std::string(path), EINVAL);
+  const std::string name = onDisk(path);
+  struct stat info {};
+  if (::stat(name.c_str(), &info) != 0 || !S_ISREG(info.st_mode)) return Done{};
+  // The mark holds for everybody, also for one whom access() lets write anywhere.
+  if ((info.st_mode & S_IWUSR) == 0) return failure(name, EACCES);
+  if (::access(name.c_str(), W_OK) != 0) return failure(name, errno);
+  return Done{};
+}
+
+void PosixFileSystem::CopyRights(std::string_view from, std::string_view to) {
+  if (readers_ == Readers::kOwner) return;
+  struct stat info {};
+  if (!isName(from) || !isName(to) || ::stat(onDisk(from).c_str(), &info) != 0) return;
+  if (!S_ISREG(info.st_mode)) return;
+  const std::string name = onDisk(to);
+  // The rights of a group are those of that group alone, and it may not be ours to give.
+  const bool sameGroup = ::chown(name.c_str(), static_cast<uid_t>(-1), info.st_gid) == 0;
+  static_cast<void>(::chmod(name.c_str(), info.st_mode & (sameGroup ? 0777U : 0707U)));
 }
 
 Result<> PosixFileSystem::ClearReadOnly(std::string_view path) {

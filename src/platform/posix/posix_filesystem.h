@@ -11,7 +11,8 @@ namespace ostrand::platform {
 
 // Whether writes wait until they are on the disk itself. Benchmarks leave that out.
 enum class Syncing { kOn, kOff };
-// Who may read the files that are created: whom the umask lets, or their owner alone.
+// Who may read the files that are written: whom the umask or the replaced file lets, or their owner
+// alone.
 enum class Readers { kAll, kOwner };
 
 // `\` parts folders as `/` does. Each part of a path is looked for exactly and then without regard
@@ -30,9 +31,12 @@ class PosixFileSystem : public FileSystem {
   std::string Find(std::string_view path) override;
   std::string WorkingFolder() override;
   Result<std::string> Read(std::string_view path) override;
+  std::uint64_t Size(std::string_view path) override;
   Result<std::unique_ptr<OutputFile>> Create(std::string_view path) override;
   Result<> Rename(std::string_view from, std::string_view to) override;
   Result<> Delete(std::string_view path) override;
+  Result<> MayReplace(std::string_view path) override;
+  void CopyRights(std::string_view from, std::string_view to) override;
   Result<> ClearReadOnly(std::string_view path) override;
   Result<> SyncFolder(std::string_view path) override;
 

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <ctime>
 #include <utility>
 
 #include "text/codepage.h"
@@ -89,29 +90,6 @@ Answer askAtTerminal(Buttons buttons) {
   }
 }
 
-// The length of the well-formed UTF-8 sequence of two to four bytes that `text` begins with, or 0.
-std::size_t utf8Length(std::string_view text) {
-  const auto byte = [&](std::size_t at) { return static_cast<unsigned char>(text[at]); };
-  const unsigned first = byte(0);
-  std::size_t length = 0;
-  if (first >= 0xC2 && first <= 0xDF) length = 2;
-  if (first >= 0xE0 && first <= 0xEF) length = 3;
-  if (first >= 0xF0 && first <= 0xF4) length = 4;
-  if (length == 0 || text.size() < length) return 0;
-  for (std::size_t at = 1; at < length; ++at) {
-    if ((byte(at) & 0xC0) != 0x80) return 0;
-  }
-  // Overlong forms, surrogates and what lies past the last character, told by the second byte;
-  // so are the control characters of the second block.
-  const unsigned second = byte(1);
-  if ((first == 0xC2 && second < 0xA0) || (first == 0xE0 && second < 0xA0) ||
-      (first == 0xED && second > 0x9F) || (first == 0xF0 && second < 0x90) ||
-      (first == 0xF4 && second > 0x8F)) {
-    return 0;
-  }
-  return length;
-}
-
 }  // namespace
 
 std::string TerminalText(std::string_view text) {
@@ -126,7 +104,7 @@ std::string TerminalText(std::string_view text) {
       result += '?';
     } else if (letter < 0x80) {
       result += text.front();
-    } else if (const std::size_t sequence = utf8Length(text); sequence != 0) {
+    } else if (const std::size_t sequence = Utf8Length(text); sequence != 0) {
       length = sequence;
       result += text.substr(0, sequence);
     } else {
@@ -167,6 +145,11 @@ Answer TerminalForms::ShowBox(const MessageBox& box) {
                                  [&](const AnswerWord& row) { return row.answer == given; });
   tell("  answered " + std::string(word->prompt) + (answer ? "\n" : ", nobody being asked\n"));
   return given;
+}
+
+void TerminalForms::DoEvents() {
+  const timespec rest{0, 1'000'000};
+  ::nanosleep(&rest, nullptr);
 }
 
 std::optional<std::string> TerminalForms::AskOpen(const FileDialog&) { return std::nullopt; }

@@ -40,6 +40,7 @@ class TerminalForms : public Forms {
   void SetHelpLine(const std::string&) override {}
   void SetPointer(Pointer) override {}
   void Beep() override {}
+  void DoEvents() override;
 
  private:
   std::optional<Answer> prepared(const MessageBox& box) const;

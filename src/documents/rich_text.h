@@ -1,0 +1,79 @@
+// A box of rich text, as a document is written into it.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace ostrand {
+
+// A colour as the settings hold it: red in the lowest byte, then green and blue. With the top bit
+// set it is a colour of the user's desktop, which a document can't tell: it shows its reader's own.
+using Colour = std::int32_t;
+inline constexpr Colour kWindowText = static_cast<Colour>(0x80000008U);
+
+// What a document needs of the box. Text is Windows-1252, lines end in CR LF. Positions count
+// characters from 0, both of a line end included.
+class RichText {
+ public:
+  virtual ~RichText() = default;
+
+  // The whole text. Setting it drops what was there, colours and underlines included, moves the
+  // insertion point to the begin and puts colour and underline back to plain.
+  [[nodiscard]] virtual std::string Text() const = 0;
+  virtual void Text(std::string_view text) = 0;
+
+  // The insertion point; past the end it is the end.
+  [[nodiscard]] virtual std::size_t SelStart() const = 0;
+  virtual void SelStart(std::size_t position) = 0;
+
+  // How the text that is put in from now on looks.
+  virtual void SelColor(Colour colour) = 0;
+  virtual void SelUnderline(bool underline) = 0;
+
+  // Puts text in at the insertion point, which then stands behind it.
+  virtual void SelText(std::string_view text) = 0;
+};
+
+// Keeps the letters alone: for terminals, whose host turns `Text` into their code page.
+class PlainText : public RichText {
+ public:
+  [[nodiscard]] std::string Text() const override { return text_; }
+  void Text(std::string_view text) override;
+  [[nodiscard]] std::size_t SelStart() const override { return start_; }
+  void SelStart(std::size_t position) override;
+  void SelColor(Colour) override {}
+  void SelUnderline(bool) override {}
+  void SelText(std::string_view text) override;
+
+ private:
+  std::string text_;
+  std::size_t start_ = 0;
+};
+
+// Keeps the looks as well and gives both as a file for word processors.
+class RtfText : public PlainText {
+ public:
+  using PlainText::Text;
+  void Text(std::string_view text) override;
+  void SelColor(Colour colour) override { look_.colour = colour; }
+  void SelUnderline(bool underline) override { look_.underline = underline; }
+  void SelText(std::string_view text) override;
+
+  // The document in RTF 1, in a fixed pitch font, in letters of ASCII only.
+  [[nodiscard]] std::string Rtf() const;
+
+ private:
+  struct Look {
+    Colour colour = kWindowText;
+    bool underline = false;
+    friend bool operator==(const Look&, const Look&) = default;
+  };
+
+  Look look_;
+  std::vector<Look> looks_;  // of each character
+};
+
+}  // namespace ostrand

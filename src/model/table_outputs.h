@@ -1,0 +1,70 @@
+// What the data tables store, in the order in which a record holds it. The program and its
+// description list the same outputs, so that the numbers of the fields are those of the columns.
+#pragma once
+
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "model/enums.h"
+#include "model/store.h"
+
+namespace ostrand {
+
+inline constexpr i16 kPcCard = 2;  // TableLocation of a table on the PC card
+
+// Families of outputs, in the order in which a record holds them.
+enum class OutputFamily {
+  kBattery,
+  kPanel,
+  kTK40MRef,
+  kTemp,
+  kVolt,
+  kBridge,
+  kPulse,
+  kTK40M,
+  kCan,
+  kPort,
+  kCalcField
+};
+inline constexpr int kOutputFamilies = static_cast<int>(OutputFamily::kCalcField) + 1;
+
+// One source of outputs: a block, an item, a field or a single value. It points into the store.
+struct OutputSource {
+  OutputFamily family;
+  OrvusDataObjTypes kind = ORVUS_DOBJ_SYS_BATT;  // of the blocks, for their names
+  int n = 1;              // number of the block, item or calculated field, from 1
+  std::string name = {};  // in the program, without parentheses: TBlk1
+  std::string_view resolution = {};
+  const OutputSet* output = nullptr;
+  int lastCode = kLevelCrossing;  // the last instruction that the source can be stored with
+  // Values that are stored by the instructions up to the standard deviation, by histogram and
+  // rainflow, and by level crossing.
+  int reps = 1;
+  int histoReps = 1;
+  int levelReps = 1;
+  std::span<const RepAlias> aliases = {};  // of the repetitions, where they can have any
+  std::string_view units = {};
+};
+
+// All sources that a table can store, whether they are selected or not: those in use, with the
+// blocks of a family by their number, those of pulse slot 0 before those of slot 1.
+std::vector<OutputSource> OutputSourcesOf(const ProjectStore& store);
+
+// Whether the item is written to table `t`, from 1, with that instruction.
+inline bool IsSelected(const OutputSet& output, int table, int code) {
+  return output.OutputSelect[table][code] != 0;
+}
+
+// Values of a source that one instruction stores, each in columns of its own.
+int OutputValues(const OutputSource& source, int code);
+
+// The level code as the program has it: an output of other than one dimension has 1 for its
+// second size.
+std::string LevelArguments(const HistoSet& histo);
+
+// Columns that one value takes in a record of table `t`, from 1, by that instruction.
+i32 OutputColumns(const OutputSet& output, int t, int code);
+
+}  // namespace ostrand

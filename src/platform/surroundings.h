@@ -1,0 +1,26 @@
+// Everything that a session asks of the machine and the host it runs on.
+#pragma once
+
+#include <string>
+
+#include "platform/clock.h"
+#include "platform/filesystem.h"
+#include "platform/forms.h"
+#include "platform/machine_registry.h"
+#include "platform/process.h"
+#include "platform/settings_store.h"
+
+namespace ostrand::platform {
+
+// All of it must outlive the session.
+struct Surroundings {
+  FileSystem& files;
+  Clock& clock;
+  Forms& forms;
+  Processes& processes;
+  SettingsStore& settings;
+  MachineRegistry& registry;
+  std::string temporaryFolder;  // where the machine names no folder for temporary files
+};
+
+}  // namespace ostrand::platform

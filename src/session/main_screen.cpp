@@ -1,0 +1,161 @@
+// What the user does on the main screen of the control.
+#include <string>
+
+#include "platform/guarded.h"
+#include "session/ostrand.h"
+#include "session/user_action.h"
+#include "verify/box.h"
+#include "verify/ground_warning.h"
+#include "verify/verify_before_save.h"
+
+namespace ostrand {
+namespace {
+
+constexpr std::string_view kUpgradeLines =
+    "Saving this Generator Project will irreversibly upgrade\r\n"
+    "the Trigger and WriteIf conditions so that the project\r\n"
+    "can no longer be used in Larkfield 5.3.1 or earlier.\r\n";
+
+constexpr std::string_view kBadLines =
+    "Harrier recommends that the Generator file should NOT be saved\r\n"
+    "due to possible issues in the following areas : \r\n"
+    "\r\n"
+    "Duplicate Names\r\n"
+    "Bad Timing\r\n"
+    "Bad Slow Sequence\r\n"
+    "Interval Problems\r\n"
+    "Bad Status Flags\r\n"
+    "Zero/Burst Problems\r\n"
+    "\r\n"
+    "Save it anyway?";
+
+constexpr std::string_view kSavedFormat = "6.0";
+
+}  // namespace
+
+void Ostrand::enableButtons() {
+  row_.EnableForProject(store_.Config, screens_, isHarrierRunning_, hostIsHarrier());
+  printPanelShown_ = false;
+}
+
+void Ostrand::Click(int button) {
+  if (!row_.Enabled(button)) return;
+  const UserAction action(*this);
+  around_.forms.SetPointer(platform::Pointer::kBusy);
+  working_ = true;
+  row_.DisableAll();
+  Guarded(around_.forms, "Ostrand.cmdOption_Click", [&] { runButton(button); });
+  enableButtons();
+  working_ = false;
+  if (button != kSaveAndSendButton) SetFocus(Focus::kButton, button);
+  around_.forms.SetPointer(platform::Pointer::kNormal);
+}
+
+void Ostrand::runButton(int button) {
+  if (button >= kSaveAndSendButton) {
+    saveByButton(button == kSaveAndSendButton);
+    return;
+  }
+  screens_[button]();
+  dirtyFlag_ = true;
+  Summarize();
+}
+
+void Ostrand::RightClick(int) { events_.PopupOptionsMenu(); }
+
+void Ostrand::PointAt(int button) {
+  around_.forms.SetHelpLine(std::string(MainButtonHelp(button)));
+}
+
+void Ostrand::ClickQuit() {
+  if (!row_.QuitEnabled()) return;
+  i16 cancelled = kFalse;
+  CloseSession(false, cancelled);
+}
+
+// ---- Saving -------------------------------------------------------------------------------------
+
+void Ostrand::saveByButton(bool send) {
+  bool bad = false;
+  bool upgrade = false;
+  ORVUS_COMMON::VerifyBeforeSave(Checks(), bad, upgrade);
+  if (!bad && !upgrade) {
+    saveClean(send);
+    return;
+  }
+  if (bad ? !confirmBadSave(send, upgrade) : !confirmUpgrade()) return;
+  if (upgrade) store_.Gen.Version = kSavedFormat;
+  SaveDldFile();
+}
+
+void Ostrand::saveClean(bool send) {
+  ORVUS_COMMON::FloatingGroundWarning(Checks());
+  RunPreCompile();
+  SaveDldFile();
+  if (send && saved_ && !compileFailed_) this->send();
+}
+
+void Ostrand::send() {
+  around_.forms.SetPointer(platform::Pointer::kNormal);
+  const std::string program = std::string(WithoutExtension(currentFileName_)) + ".VKP";
+  if (hostIsHarrier()) {
+    HarrierDownload(program);
+  } else {
+    events_.DownloadRequest(program, true);
+  }
+}
+
+bool Ostrand::confirmBadSave(bool send, bool upgrade) {
+  std::string text = send ? "Program will not be downloaded.\r\n" : "";
+  if (upgrade) text += kUpgradeLines;
+  text += kBadLines;
+  return Ask(around_.forms, "Save Generator Project ?", text, platform::Buttons::kYesNo) ==
+         platform::Answer::kYes;
+}
+
+bool Ostrand::confirmUpgrade() {
+  return Ask(around_.forms, "Upgrade Generator Project Beyond Larkfield 5.3.1 ?",
+             std::string(kUpgradeLines) + "Do you want to save the project anyway ?",
+             platform::Buttons::kYesNo) == platform::Answer::kYes;
+}
+
+// ---- Printing -----------------------------------------------------------------------------------
+
+void Ostrand::PrintSelect() {
+  row_.DisableAll();
+  printPanelShown_ = true;
+  SetFocus(Focus::kCancelPrint);
+}
+
+void Ostrand::CancelPrint() {
+  if (!printPanelShown_) return;
+  enableButtons();
+  SetFocus(Focus::kNone);
+}
+
+// ---- The keyboard -------------------------------------------------------------------------------
+
+void Ostrand::SetFocus(Focus focus, int button) {
+  focus_ = focus;
+  focusButton_ = focus == Focus::kButton ? button : 0;
+  if (focus == Focus::kOper) {
+    around_.forms.SetHelpLine("Enter operator's name. Up to 30 characters.");
+  } else if (focus == Focus::kIDNum) {
+    around_.forms.SetHelpLine("Enter an appropriate ID number. Up to 30 characters.");
+  }
+}
+
+void Ostrand::KeyDown(Key key) {
+  if (key == Key::kEscape) {
+    i16 cancelled = kFalse;
+    CloseSession(false, cancelled);
+  } else if (key == Key::kDown && focus_ == Focus::kOper) {
+    SetFocus(Focus::kIDNum);
+  } else if (key == Key::kDown && focus_ == Focus::kIDNum) {
+    SetFocus(Focus::kButton, kConfigurationButton);
+  } else if (key == Key::kUp && focus_ == Focus::kIDNum) {
+    SetFocus(Focus::kOper);
+  }
+}
+
+}  // namespace ostrand

@@ -1,0 +1,53 @@
+// The test compile: the logger's own compiler run over a program.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "model/store.h"
+#include "platform/filesystem.h"
+#include "platform/forms.h"
+#include "platform/process.h"
+#include "session/compile_reports.h"
+
+namespace ostrand {
+
+// Polling rounds of a wait for the compiler. A bound and not a time; a round takes about a
+// millisecond.
+inline constexpr int kMostCompileRounds = 50000;
+
+class TestCompile {
+ public:
+  struct Surroundings {
+    platform::FileSystem& files;
+    platform::Forms& forms;
+    platform::Processes& processes;
+  };
+
+  // Reports go to the folder `workDir`.
+  TestCompile(Surroundings around, std::string_view workDir);
+
+  // Compiles `sourceName` by the compiler at `compilerPath`, puts the measured times into the
+  // store and shows the result when it is bad, or with `alwaysShow` in any case. True when the
+  // program compiled. A compiler that gives no report is told on the help line alone.
+  bool ParseCompileResults(ProjectStore& store, const MuxLines& muxLines,
+                           const std::string& sourceName, const std::string& compilerPath,
+                           bool alwaysShow);
+
+ private:
+  bool report(const platform::ProgramCall& call, const std::string& path,
+              std::string_view skippedText, std::string& bytes);
+  bool waitFor(platform::Process& compiler, const std::string& path);
+  template <class Reached>
+  bool poll(platform::Process& compiler, Reached&& reached);
+  void remove(const std::string& path);
+
+  Surroundings around_;
+  std::string versionFile_;
+  std::string resultFile_;
+};
+
+// The path of `title` in `folder`, whether or not that ends in a separator.
+std::string InFolder(std::string_view folder, std::string_view title);
+
+}  // namespace ostrand

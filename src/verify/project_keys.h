@@ -1,0 +1,84 @@
+// Where the values that checks look at stand in the project file. The only place of the checks
+// that spells its sections and keys.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "text/number.h"
+#include "verify/finding.h"
+
+namespace ostrand::project_keys {
+
+inline constexpr std::string_view kConfigurationSection = "[CONFIGURATION]";
+inline constexpr std::string_view kScanSetupSection = "[SCAN SETUP]";
+inline constexpr std::string_view kTableSetupSection = "[TABLE SETUP]";
+inline constexpr std::string_view kTK40MBlocksSection = "[TK40M BLOCKS]";
+inline constexpr std::string_view kTempBlocksSection = "[THERMOCOUPLE BLOCKS]";
+inline constexpr std::string_view kVoltBlocksSection = "[VOLTAGE BLOCKS]";
+inline constexpr std::string_view kBridgeBlocksSection = "[BRIDGE BLOCKS]";
+inline constexpr std::string_view kPulseBlocksSection = "[PULSE BLOCKS]";
+inline constexpr std::string_view kPortSetupSection = "[PORT SETUP]";
+inline constexpr std::string_view kFlagControlSection = "[FLAG CONTROL]";
+inline constexpr std::string_view kExciteControlSection = "[EXCITE CONTROL]";
+inline constexpr std::string_view kCanItemsSection = "[CANBUS ITEMS]";
+inline constexpr std::string_view kCalcFieldsSection = "[CALCULATED FIELDS]";
+
+inline constexpr std::string_view kAliasName = "AliasName";
+inline constexpr std::string_view kCalOnSite = "CalOnSite";
+inline constexpr std::string_view kCalcField = "CalcField";
+inline constexpr std::string_view kDataEventCode = "DataEventCode";
+inline constexpr std::string_view kExecutionTime = "ExecutionTime";
+inline constexpr std::string_view kExpression = "Expression";
+inline constexpr std::string_view kFlagFull = "FlagFull";
+inline constexpr std::string_view kFlagInclude = "FlagInclude";
+inline constexpr std::string_view kFlagMark = "FlagMark";
+inline constexpr std::string_view kFlagScan = "FlagScan";
+inline constexpr std::string_view kFlagTable = "FlagTable";
+inline constexpr std::string_view kLevelMeasName = "LevelMeasName";  // behind the level prefix
+inline constexpr std::string_view kMeasureVar = "MeasureVar";
+inline constexpr std::string_view kMonitorPower = "MonitorPower";
+inline constexpr std::string_view kOpenSensDetect = "OpenSensDetect";
+inline constexpr std::string_view kOutInt = "OutInt";
+inline constexpr std::string_view kPowerOffLine = "PowerOffLine";
+inline constexpr std::string_view kPowerOffMeasVar = "PowerOffMeasVar";
+inline constexpr std::string_view kRangeNo = "RangeNo";
+inline constexpr std::string_view kSyncTable = "SyncTable";
+inline constexpr std::string_view kTableName = "TableName";
+inline constexpr std::string_view kZeroFlag = "ZeroFlag";
+
+// Of state 0 and 1.
+inline constexpr std::string_view kTriggerMeasVar[] = {"StartMeasVar", "StopMeasVar"};
+inline constexpr std::string_view kFlagVar[] = {"State1FlagVar", "State2FlagVar"};
+inline constexpr std::string_view kExciteMeasVar[] = {"Excite1MeasVar", "Excite2MeasVar"};
+inline constexpr std::string_view kExciteExpression[] = {"Excite1Expression", "Excite2Expression"};
+
+// A key with its indices: "CalcField(3,1)".
+template <class... Index>
+std::string KeyOf(std::string_view name, int first, Index... rest) {
+  std::string key(name);
+  key.append("(").append(NumberText(first));
+  (key.append(",").append(NumberText(rest)), ...);
+  return key.append(")");
+}
+
+// Rows of triggers run table and condition together: (2) is condition 1 of table 2, (23) its
+// condition 3, (210) its condition 10.
+inline std::string TriggerKey(int state, int table, int condition) {
+  int number = table;
+  if (condition > 1) number = table * (condition < 10 ? 10 : 100) + condition;
+  return KeyOf(kTriggerMeasVar[state], number);
+}
+
+// A row of the write conditions; a table's only one is kept without its number.
+inline std::string WriteConditionKey(std::string_view name, int table, int count) {
+  return count <= 1 ? KeyOf(name, table)
+                    : std::string(name).append("(").append(NumberText(table)).append(", 1)");
+}
+
+// State and port; the file holds 0 in place of the slot.
+inline std::string PortKey(std::string_view name, int state, int port) {
+  return KeyOf(name, state, 0, port);
+}
+
+}  // namespace ostrand::project_keys
