@@ -225,6 +225,7 @@ Result<> PosixFileSystem::MayReplace(std::string_view path) {
 }
 
 void PosixFileSystem::CopyRights(std::string_view from, std::string_view to) {
+  if (readers_ == Readers::kOwner) return;
   struct stat info {};
   if (!isName(from) || !isName(to) || ::stat(onDisk(from).c_str(), &info) != 0) return;
   if (!S_ISREG(info.st_mode)) return;

@@ -11,7 +11,8 @@ namespace ostrand::platform {
 
 // Whether writes wait until they are on the disk itself. Benchmarks leave that out.
 enum class Syncing { kOn, kOff };
-// Who may read the files that are created: whom the umask lets, or their owner alone.
+// Who may read the files that are written: whom the umask or the replaced file lets, or their owner
+// alone.
 enum class Readers { kAll, kOwner };
 
 // `\` parts folders as `/` does. Each part of a path is looked for exactly and then without regard

@@ -1,29 +1,18 @@
 #include "platform/posix/settings_file.h"
 
-#include <sys/stat.h>
-
 #include <algorithm>
 #include <utility>
 
 #include "text/number.h"
 
 namespace ostrand::platform {
-namespace {
-
-// Asked before the file is read, since reading alone takes anything up to a gigabyte.
-bool isTooLarge(const std::string& path) {
-  struct stat info {};
-  return ::stat(path.c_str(), &info) == 0 && S_ISREG(info.st_mode) &&
-         info.st_size > static_cast<off_t>(SettingsText::kMostBytes);
-}
-
-}  // namespace
 
 SettingsFile LoadSettingsFile(FileSystem& files, const std::string& path) {
   SettingsFile file;
   if (path.empty() || !files.Taken(path)) return file;
   const std::string name = files.Find(path);
-  if (isTooLarge(name)) {
+  // Asked before the file is read, since reading alone takes anything up to a gigabyte.
+  if (files.Size(name) > SettingsText::kMostBytes) {
     file.damage = name + ": File too large";
     return file;
   }
