@@ -158,4 +158,20 @@ std::string FormatNumber(double value, std::string_view maskText) {
   return value < 0 && !isZero(number) ? "-" + result : result;
 }
 
+std::string SignificantText(double value, int digits) {
+  Decimal number = decimalOf(std::fabs(value));
+  roundTo(number, digits - number.point);
+  const bool plain = isZero(number) || (number.point <= digits && number.point > 1 - digits);
+  const auto places = static_cast<std::size_t>(plain ? digits - 1 : digits - 2);
+  const std::string mask = "0." + std::string(places, '#');
+  std::string result =
+      plain ? layOut(number, readMask(mask)) : FormatNumber(std::fabs(value), mask + "e+00");
+  // A point that nothing follows is cut.
+  if (const std::size_t point = result.find('.');
+      point + 1 == result.size() || (!plain && result[point + 1] == 'e')) {
+    result.erase(point, 1);
+  }
+  return value < 0 && !isZero(number) ? "-" + result : result;
+}
+
 }  // namespace ostrand

@@ -13,4 +13,9 @@ namespace ostrand {
 // reads as.
 std::string FormatNumber(double value, std::string_view mask);
 
+// The value to so many significant digits, at least 2, as fields for numbers show it: "1234.568";
+// with an exponent of two digits or more, "1.5e+07", from ten to the power of the digits on, and
+// below one with as many places less one.
+std::string SignificantText(double value, int digits);
+
 }  // namespace ostrand
