@@ -8,7 +8,7 @@
 #include <variant>
 #include <vector>
 
-#include "model/analog_config.h"
+#include "model/options.h"
 #include "model/store.h"
 #include "model/warnings.h"
 #include "platform/forms.h"
@@ -18,16 +18,6 @@
 #include "text/row.h"
 
 namespace ostrand {
-
-// What new items start with.
-struct OptionValues {
-  i32 DefaultScanInterval = 10;
-  i32 DefaultScanIntervalUnits = 1;  // 0 microseconds, 1 milliseconds, 2 seconds, 3 minutes
-  i32 DefaultNumFlags = 8;
-  MeasurementOptions Measurement;  // for cOrvusData and cAnalogConfig
-  i32 DefaultTableAutoSize = 0;
-  i32 DefaultTableNumRecs = 1000;
-};
 
 // Colours are 0x00BBGGRR, or the number of a colour of the system with the top bit set.
 using SoftPalette = std::array<i32, 6>;  // blue, green, cyan, red, magenta, yellow

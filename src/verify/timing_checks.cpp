@@ -52,13 +52,20 @@ std::string multipleText(double micros) {
   return microsText(micros) + "   (" + FormatNumber(micros / 1000, "#,##0.000") + " mSecs)";
 }
 
+bool isWhole(double value) { return value == std::trunc(value); }
+
+// Whole microseconds are divided without a rounding.
+bool isMultiple(double interval, double scan) {
+  if (isWhole(scan)) return std::fmod(interval, scan) == 0;
+  return isWhole(withoutNoise(interval / scan));
+}
+
 // Whether a table's own interval is no multiple of the scan period.
 bool isUneven(const ProjectStore& store, int t) {
   const OutputTable& table = store.Tables[t];
   const double scan = scanMicros(store);
   if (table.TableOn == 0 || table.SyncTable != 0 || scan == 0) return false;
-  const double quotient = withoutNoise(ORVUS_COMMON::TableIntervalMicros(store, t) / scan);
-  return quotient != std::trunc(quotient);
+  return !isMultiple(ORVUS_COMMON::TableIntervalMicros(store, t), scan);
 }
 
 std::string intervalText(const ProjectStore& store, int t) {

@@ -269,6 +269,7 @@ TEST(SignificantText, ShowsWhatANumericFieldShows) {
       {3.402e38, 7, "3.402e+38"},
       {1e-6, 7, "0.000001"},
       {0.00012345678, 7, "0.000123"},  // places behind the point are limited, too
+      {0.0012367, 7, "0.001237"},      // and are rounded
       {9.9999996e-7, 7, "0.000001"},
       {9e-7, 7, "9e-07"},
       {-1.25e-7, 7, "-1.25e-07"},

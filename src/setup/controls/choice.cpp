@@ -1,0 +1,34 @@
+#include "setup/controls/choice.h"
+
+#include "text/strings.h"
+
+namespace ostrand {
+
+void Choice::SetItems(std::initializer_list<std::string_view> texts) {
+  Items.clear();
+  for (const std::string_view text : texts) Items.push_back({std::string(text), true, true, {}});
+  index_ = -1;
+}
+
+void Choice::Index(int index) {
+  const bool inList = index >= 0 && index < static_cast<int>(Items.size());
+  index_ = inList ? index : -1;
+  if (inList) fire(OnPick, "Click");
+}
+
+std::string Choice::Text() const {
+  return index_ < 0 ? std::string() : Items[static_cast<std::size_t>(index_)].Text;
+}
+
+bool Choice::Pick(std::string_view item) {
+  for (std::size_t at = 0; at < Items.size(); ++at) {
+    const Item& candidate = Items[at];
+    if (!candidate.Enabled || !candidate.Visible) continue;
+    if (!SameText(Trim(candidate.Text), Trim(item))) continue;
+    Index(static_cast<int>(at));
+    return true;
+  }
+  return false;
+}
+
+}  // namespace ostrand

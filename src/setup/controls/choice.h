@@ -1,0 +1,43 @@
+// One of several: a list or a group of options.
+#pragma once
+
+#include <functional>
+#include <initializer_list>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "setup/controls/control.h"
+
+namespace ostrand {
+
+class Choice : public Control {
+ public:
+  struct Item {
+    std::string Text;
+    bool Enabled = true;
+    bool Visible = true;
+    std::string ToolTip;
+  };
+
+  Choice(Screen& screen, std::string_view name) : Control(screen, ControlKind::kChoice, name) {}
+  // After a pick; also of the item that was picked before.
+  std::function<void()> OnPick;
+
+  std::vector<Item> Items;  // counted from 0
+  void SetItems(std::initializer_list<std::string_view> texts);
+
+  // Place of the item picked, -1 for none.
+  [[nodiscard]] int Index() const { return index_; }
+  // Picks as a click would. A place outside of the list picks nothing and fires nothing.
+  void Index(int index);
+  [[nodiscard]] std::string Text() const override;
+  // An item by its text, blanks around it and upper and lower case apart; false when there is none
+  // that can be picked.
+  bool Pick(std::string_view item) override;
+
+ private:
+  int index_ = -1;
+};
+
+}  // namespace ostrand

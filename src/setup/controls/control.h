@@ -1,0 +1,95 @@
+// The controls of a screen, without a toolkit: what a user sees of them and what he can do.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+
+namespace ostrand {
+
+class Screen;
+
+enum class ControlKind { kLabel, kText, kNumber, kChoice, kCheck, kButton };
+
+// A part of a screen, known by its name. A control belongs to the screen that it was made for and
+// lives as long. Whoever shows it asks for text, caption and state after each action.
+class Control {
+ public:
+  Control(Screen& screen, ControlKind kind, std::string_view name);
+  virtual ~Control();
+  Control(const Control&) = delete;
+  Control& operator=(const Control&) = delete;
+
+  [[nodiscard]] ControlKind Kind() const { return kind_; }
+  [[nodiscard]] const std::string& Name() const { return name_; }
+
+  // Shown beside or on it; "&" stands before an access key.
+  std::string Caption;
+  std::string ToolTip;
+  bool Enabled = true;
+  bool Visible = true;
+  [[nodiscard]] bool Usable() const { return Enabled && Visible; }
+
+  // What it shows: its text, the item picked, "on" or "off".
+  [[nodiscard]] virtual std::string Text() const = 0;
+
+  // What a user does with it; false when this kind of control has no such use. The screen has
+  // brought the focus here before.
+  virtual bool TypeText(std::string_view /*keys*/) { return false; }
+  virtual bool Pick(std::string_view /*item*/) { return false; }
+  virtual bool Check(bool /*on*/) { return false; }
+  virtual bool Spin(bool /*up*/) { return false; }
+  virtual bool Press() { return false; }
+
+  // The focus comes, and wants to go; false keeps it here.
+  virtual void Enter() {}
+  virtual bool Leave() { return true; }
+
+ protected:
+  [[nodiscard]] Screen& Owner() const { return screen_; }
+  // Runs what the screen has bound to an event of this control; a failure is reported under the
+  // names of screen, control and event.
+  void fire(const std::function<void()>& handler, std::string_view event);
+
+ private:
+  Screen& screen_;
+  ControlKind kind_;
+  std::string name_;
+};
+
+// A text that the screen sets.
+class Label : public Control {
+ public:
+  Label(Screen& screen, std::string_view name) : Control(screen, ControlKind::kLabel, name) {}
+  [[nodiscard]] std::string Text() const override { return text_; }
+  void Text(std::string_view text) { text_ = text; }
+
+ private:
+  std::string text_;
+};
+
+class Button : public Control {
+ public:
+  Button(Screen& screen, std::string_view name) : Control(screen, ControlKind::kButton, name) {}
+  std::function<void()> OnPress;
+
+  [[nodiscard]] std::string Text() const override { return Caption; }
+  bool Press() override;
+};
+
+class CheckBox : public Control {
+ public:
+  CheckBox(Screen& screen, std::string_view name) : Control(screen, ControlKind::kCheck, name) {}
+  std::function<void()> OnClick;  // after a change
+
+  [[nodiscard]] bool Checked() const { return checked_; }
+  // Sets it as a click would; a value that it has already is no click.
+  void Checked(bool on);
+  [[nodiscard]] std::string Text() const override { return checked_ ? "on" : "off"; }
+  bool Check(bool on) override;
+
+ private:
+  bool checked_ = false;
+};
+
+}  // namespace ostrand

@@ -1,0 +1,91 @@
+#include "setup/controls/numeric_field.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+
+#include "text/mask.h"
+#include "text/number.h"
+
+namespace ostrand {
+namespace {
+
+bool isDigit(char letter) { return letter >= '0' && letter <= '9'; }
+bool isExponent(char letter) { return letter == 'e' || letter == 'E'; }
+bool isSign(char letter) { return letter == '-' || letter == '+'; }
+
+// A number in the making: sign, digits with one point, and an exponent with a sign and up to
+// `MostExponentDigits`.
+template <int MostExponentDigits>
+bool numberInTheMaking(std::string_view text) {
+  int exponentDigits = -1;  // -1 before the exponent
+  bool point = false;
+  for (std::size_t at = 0; at < text.size(); ++at) {
+    const char letter = text[at];
+    const char previous = at == 0 ? '\0' : text[at - 1];
+    if (isDigit(letter)) {
+      if (exponentDigits >= 0 && ++exponentDigits > MostExponentDigits) return false;
+    } else if (isSign(letter)) {
+      if (at != 0 && !isExponent(previous)) return false;
+    } else if (letter == '.') {
+      if (point || exponentDigits >= 0) return false;
+      point = true;
+    } else if (isExponent(letter)) {
+      const bool bare = at == 0 || (at == 1 && (isSign(previous) || previous == '.'));
+      if (bare || exponentDigits >= 0) return false;
+      exponentDigits = 0;
+    } else {
+      return false;
+    }
+  }
+  return true;
+}
+
+struct TypeRow {
+  KeyFilter filter;
+  double least;
+  double most;
+  int digits;  // significant ones, 0 for whole numbers
+};
+
+constexpr std::array<TypeRow, 5> kTypes = {{
+    {numberInTheMaking<1>, -32768, 32767, 0},
+    {numberInTheMaking<1>, -2147483648.0, 2147483647.0, 0},
+    {OnlyDigits, 0, 255, 0},
+    {numberInTheMaking<2>, -3.402e38, 3.402e38, 7},
+    {numberInTheMaking<3>, -1.7e308, 1.7e308, 10},
+}};
+
+const TypeRow& rowOf(NumberType type) { return kTypes[static_cast<std::size_t>(type)]; }
+
+}  // namespace
+
+NumericField::NumericField(Screen& screen, std::string_view name, NumberType type)
+    : TextField(screen, ControlKind::kNumber, name, rowOf(type).filter),
+      type_(type),
+      least_(rowOf(type).least),
+      most_(rowOf(type).most),
+      digits_(rowOf(type).digits) {}
+
+void NumericField::Limits(double least, double most) {
+  least_ = std::max(least, rowOf(type_).least);
+  most_ = std::min(most, rowOf(type_).most);
+}
+
+double NumericField::Value() const { return ToDouble(Text()).value_or(0); }
+
+void NumericField::Value(double value) { Text(shown(value)); }
+
+std::string NumericField::shown(double value) const {
+  if (digits_ > 0) return SignificantText(value, digits_);
+  return NumberText(static_cast<std::int64_t>(RoundHalfEven(value)));
+}
+
+bool NumericField::normalize(std::string& text) {
+  const std::optional<double> value = ToDouble(text);
+  if (!value) return false;
+  text = shown(std::max(std::min(*value, most_), least_));
+  return true;
+}
+
+}  // namespace ostrand

@@ -1,0 +1,116 @@
+// A screen without a toolkit: its controls, what it opens, and how it ends.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "model/options.h"
+#include "model/store.h"
+#include "platform/forms.h"
+#include "setup/controls/control.h"
+#include "setup/controls/text_field.h"
+
+namespace ostrand {
+
+// Shows a screen and comes back when it has ended: a desktop by a window, a script by its lines.
+class ScreenHost {
+ public:
+  virtual ~ScreenHost() = default;
+  virtual void ShowModal(Screen& screen) = 0;
+};
+
+// What every screen works with. All of it must outlive the screen.
+struct ScreenContext {
+  ProjectStore& store;
+  platform::Forms& forms;
+  ScreenHost& host;
+  const OptionValues& options;
+  i32 WarningMessageMask;
+  const std::vector<i32>& UserVarListTypes;  // order of the kinds in lists of variables
+};
+
+enum class ModalResult { kNone, kDone, kCancel };
+
+class Screen {
+ public:
+  Screen(const ScreenContext& context, std::string_view name);
+  virtual ~Screen() = default;
+  Screen(const Screen&) = delete;
+  Screen& operator=(const Screen&) = delete;
+
+  [[nodiscard]] const std::string& Name() const { return name_; }
+  std::string Caption;
+
+  // In the order in which they were made, which is that of the Tab key.
+  [[nodiscard]] const std::vector<Control*>& Controls() const { return controls_; }
+  // By its name, in any case; null when there is none.
+  [[nodiscard]] Control* Find(std::string_view name) const;
+
+  // A screen that this one can open, with what a user has to say for it ("1" for the first block).
+  struct Opener {
+    std::string name;      // of the screen
+    std::string argument;  // what it is, for a listing; empty for none
+    // Opens it; false when it can't be opened now.
+    std::function<bool(std::string_view argument)> open;
+  };
+  [[nodiscard]] const std::vector<Opener>& Openers() const { return openers_; }
+
+  // The focus goes to a control, which takes what was typed where it was; false when it stays.
+  bool MoveFocus(Control* control);
+  [[nodiscard]] Control* Focused() const { return focused_; }
+
+  // The two ways out. Each may refuse and leave the screen open.
+  void Done();
+  void Cancel();
+  [[nodiscard]] ModalResult Result() const { return result_; }
+  // Ends it, whatever it holds; for hosts that go away.
+  void End(ModalResult result) { result_ = result; }
+
+  // During load, clicks on options skip their side effects.
+  [[nodiscard]] bool IsLoading() const { return loading_ > 0; }
+
+  [[nodiscard]] platform::Forms& Forms() const { return context_.forms; }
+
+ protected:
+  [[nodiscard]] const ScreenContext& context() const { return context_; }
+  [[nodiscard]] ProjectStore& store() const { return context_.store; }
+
+  // What a screen does on the way out; false keeps it open.
+  virtual bool onDone() { return true; }
+  virtual bool onCancel() { return true; }
+
+  void addOpener(Opener opener) { openers_.push_back(std::move(opener)); }
+  // Shows another screen until it ends; true when it ended with Done.
+  bool showModal(Screen& screen);
+  // Runs a routine of the screen; a failure is reported under its name. False after one.
+  bool guarded(std::string_view routine, const std::function<void()>& body);
+
+  // The screen is loading for the time of this object.
+  class Loading {
+   public:
+    explicit Loading(Screen& screen) : screen_(screen) { ++screen_.loading_; }
+    ~Loading() { --screen_.loading_; }
+    Loading(const Loading&) = delete;
+    Loading& operator=(const Loading&) = delete;
+
+   private:
+    Screen& screen_;
+  };
+
+ private:
+  friend class Control;
+  void add(Control& control) { controls_.push_back(&control); }
+  void remove(const Control& control);
+
+  ScreenContext context_;
+  std::string name_;
+  std::vector<Control*> controls_;
+  std::vector<Opener> openers_;
+  Control* focused_ = nullptr;
+  ModalResult result_ = ModalResult::kNone;
+  int loading_ = 0;
+};
+
+}  // namespace ostrand

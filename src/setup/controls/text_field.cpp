@@ -1,0 +1,103 @@
+#include "setup/controls/text_field.h"
+
+#include <algorithm>
+
+#include "setup/controls/screen.h"
+
+namespace ostrand {
+namespace {
+
+bool isDigit(char letter) { return letter >= '0' && letter <= '9'; }
+
+bool isLetter(char letter) {
+  const char lower = static_cast<char>(letter | 0x20);
+  return lower >= 'a' && lower <= 'z';
+}
+
+}  // namespace
+
+bool AnyText(std::string_view) { return true; }
+
+bool OnlyDigits(std::string_view text) { return std::all_of(text.begin(), text.end(), isDigit); }
+
+bool UnitNameText(std::string_view text) {
+  constexpr std::string_view kOthers = "_@#$";
+  if (text.empty()) return true;
+  return isLetter(text.front()) && std::all_of(text.begin() + 1, text.end(), [&](char letter) {
+           return isLetter(letter) || isDigit(letter) ||
+                  kOthers.find(letter) != std::string_view::npos;
+         });
+}
+
+void TextField::Text(std::string_view text) {
+  text_ = text;
+  typed_ = false;
+}
+
+void TextField::change(std::string text) {
+  if (text == text_) return;
+  text_ = std::move(text);
+  typed_ = true;
+  fire(OnChange, "Change");
+}
+
+void TextField::Key(char letter) {
+  std::string text = selected_ ? std::string(1, letter) : text_ + letter;
+  if (text.size() > MostLetters || !filter_(text)) {
+    Owner().Forms().Beep();
+    return;
+  }
+  selected_ = false;
+  typed_ = true;
+  change(std::move(text));
+}
+
+void TextField::Clear() {
+  selected_ = false;
+  change({});
+}
+
+void TextField::Escape() {
+  change(before_);
+  typed_ = false;
+  selected_ = true;
+}
+
+bool TextField::Take() {
+  std::string text = text_;
+  if (!normalize(text)) {
+    Owner().Forms().Beep();
+    return !Usable();
+  }
+  text_ = std::move(text);
+  typed_ = false;
+  fire(OnTake, "LostFocus");
+  before_ = text_;
+  return true;
+}
+
+bool TextField::TypeText(std::string_view keys) {
+  if (keys.empty()) Clear();
+  selected_ = true;
+  for (const char letter : keys) Key(letter);
+  return true;
+}
+
+bool TextField::Spin(bool up) {
+  if (!OnSpin) return false;
+  fire([&] { OnSpin(up); }, up ? "SpinUp" : "SpinDown");
+  return true;
+}
+
+void TextField::Enter() {
+  before_ = text_;
+  selected_ = true;
+}
+
+bool UnitField::TypeText(std::string_view keys) {
+  std::string kept(keys);
+  std::erase(kept, ' ');
+  return TextField::TypeText(kept);
+}
+
+}  // namespace ostrand

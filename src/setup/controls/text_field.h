@@ -1,0 +1,74 @@
+// Fields that are typed into.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+
+#include "setup/controls/control.h"
+
+namespace ostrand {
+
+// Whether a field may hold a text while it is being typed.
+using KeyFilter = bool (*)(std::string_view text);
+bool AnyText(std::string_view text);
+bool OnlyDigits(std::string_view text);
+// A letter first, then letters, digits and "_@#$": names of units.
+bool UnitNameText(std::string_view text);
+
+// A line of text. What is typed takes effect when the focus goes or Enter is pressed.
+class TextField : public Control {
+ public:
+  TextField(Screen& screen, std::string_view name, KeyFilter filter = AnyText)
+      : TextField(screen, ControlKind::kText, name, filter) {}
+
+  std::size_t MostLetters = std::string::npos;
+  std::function<void()> OnChange;  // after each key
+  std::function<void()> OnTake;    // when it takes effect
+  std::function<void(bool up)> OnSpin;
+
+  [[nodiscard]] std::string Text() const override { return text_; }
+  // Sets it without any event.
+  void Text(std::string_view text);
+
+  // One key at the end of the text, or in place of all of it when it has just got the focus. A key
+  // that the filter refuses is dropped with a beep.
+  void Key(char letter);
+  // Takes away all of the text.
+  void Clear();
+  // The text that was there when the focus came is back.
+  void Escape();
+  // What is typed takes effect; false when it can't be taken.
+  bool Take();
+
+  bool TypeText(std::string_view keys) override;
+  bool Spin(bool up) override;
+  void Enter() override;
+  // Takes what was typed, if anything was.
+  bool Leave() override { return !typed_ || Take(); }
+
+ protected:
+  TextField(Screen& screen, ControlKind kind, std::string_view name, KeyFilter filter)
+      : Control(screen, kind, name), filter_(filter) {}
+
+  // Brings the text into its form before it takes effect; false when it can't be taken.
+  virtual bool normalize(std::string& /*text*/) { return true; }
+
+ private:
+  void change(std::string text);
+
+  KeyFilter filter_;
+  std::string text_;
+  std::string before_;     // when the focus came
+  bool selected_ = false;  // all of it: the next key replaces it
+  bool typed_ = false;     // since it took effect
+};
+
+// The name of a unit. Blanks are dropped without a word.
+class UnitField : public TextField {
+ public:
+  UnitField(Screen& screen, std::string_view name) : TextField(screen, name, UnitNameText) {}
+  bool TypeText(std::string_view keys) override;
+};
+
+}  // namespace ostrand
