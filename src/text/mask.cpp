@@ -123,55 +123,74 @@ bool isZero(const Decimal& number) {
   return number.digits.find_first_not_of('0') == std::string::npos;
 }
 
-}  // namespace
+// The digits by a mask with an exponent.
+std::string layOutWithExponent(Decimal& number, const Mask& mask) {
+  int exponent = 0;
+  if (!isZero(number)) {
+    const int wholePlaces = mask.wholeZeros > 0 ? mask.wholeZeros : 1;
+    exponent = number.point - wholePlaces;
+    number.point = wholePlaces;
+    roundTo(number, mask.places);
+    if (number.point > wholePlaces) {
+      --number.point;
+      ++exponent;
+    }
+  }
+  std::string result = layOut(number, mask) + "e";
+  if (exponent < 0) {
+    result += '-';
+  } else if (mask.plusSign) {
+    result += '+';
+  }
+  std::string digits = NumberText(std::abs(exponent));
+  while (static_cast<int>(digits.size()) < mask.exponentZeros) digits.insert(digits.begin(), '0');
+  return result + digits;
+}
 
-std::string FormatNumber(double value, std::string_view maskText) {
-  if (!std::isfinite(value)) return NumberText(value);
-  const Mask mask = readMask(maskText);
-  Decimal number = decimalOf(std::fabs(value));
+std::string formatDecimal(Decimal number, bool negative, const Mask& mask) {
   std::string result;
   if (mask.exponent) {
-    int exponent = 0;
-    if (!isZero(number)) {
-      const int wholePlaces = mask.wholeZeros > 0 ? mask.wholeZeros : 1;
-      exponent = number.point - wholePlaces;
-      number.point = wholePlaces;
-      roundTo(number, mask.places);
-      if (number.point > wholePlaces) {
-        --number.point;
-        ++exponent;
-      }
-    }
-    result = layOut(number, mask) + "e";
-    if (exponent < 0) {
-      result += '-';
-    } else if (mask.plusSign) {
-      result += '+';
-    }
-    std::string digits = NumberText(std::abs(exponent));
-    while (static_cast<int>(digits.size()) < mask.exponentZeros) digits.insert(digits.begin(), '0');
-    result += digits;
+    result = layOutWithExponent(number, mask);
   } else {
     roundTo(number, mask.places);
     result = layOut(number, mask);
   }
-  return value < 0 && !isZero(number) ? "-" + result : result;
+  return negative && !isZero(number) ? "-" + result : result;
+}
+
+// A point without a place behind it is cut, before an exponent too.
+void cutBarePoint(std::string& text) {
+  const std::size_t point = text.find('.');
+  if (point == std::string::npos) return;
+  if (point + 1 == text.size() || text[point + 1] == 'e') text.erase(point, 1);
+}
+
+}  // namespace
+
+std::string FormatNumber(double value, std::string_view mask) {
+  if (!std::isfinite(value)) return NumberText(value);
+  return formatDecimal(decimalOf(std::fabs(value)), value < 0, readMask(mask));
 }
 
 std::string SignificantText(double value, int digits) {
+  if (!std::isfinite(value)) return NumberText(value);
   Decimal number = decimalOf(std::fabs(value));
   roundTo(number, digits - number.point);
-  const bool plain = isZero(number) || (number.point <= digits && number.point > 1 - digits);
-  const auto places = static_cast<std::size_t>(plain ? digits - 1 : digits - 2);
-  const std::string mask = "0." + std::string(places, '#');
-  std::string result =
-      plain ? layOut(number, readMask(mask)) : FormatNumber(std::fabs(value), mask + "e+00");
-  // A point that nothing follows is cut.
-  if (const std::size_t point = result.find('.');
-      point + 1 == result.size() || (!plain && result[point + 1] == 'e')) {
-    result.erase(point, 1);
-  }
-  return value < 0 && !isZero(number) ? "-" + result : result;
+  const bool small = number.point <= 1 - digits;
+  Mask mask;
+  mask.wholeZeros = 1;
+  mask.point = true;
+  mask.exponent = !isZero(number) && (number.point > digits || small);
+  mask.plusSign = true;
+  mask.exponentZeros = 2;
+  mask.places = mask.exponent ? digits - 2 : digits - 1;
+  std::string result = formatDecimal(number, value < 0, mask);
+  cutBarePoint(result);
+  return result;
+}
+
+std::string SignificantText(float value, int digits) {
+  return SignificantText(DecimalValue(value), digits);
 }
 
 }  // namespace ostrand

@@ -13,9 +13,11 @@ namespace ostrand {
 // reads as.
 std::string FormatNumber(double value, std::string_view mask);
 
-// The value to so many significant digits, at least 2, as fields for numbers show it: "1234.568";
-// with an exponent of two digits or more, "1.5e+07", from ten to the power of the digits on, and
-// below one with as many places less one.
-std::string SignificantText(double value, int digits);
+// The value as a numeric field shows it, with so many significant digits, 2 to 15. It is rounded to
+// these and then shown with at most `digits` - 1 places behind the point, or, from 10 to the power
+// `digits` on and below 10 to the power 1 - `digits`, as "0.#####e+00" with `digits` - 2 places. A
+// bare point is cut. With 7 digits: 1234.568, 5, 0.000001, 1.5e+07, 1e-07.
+std::string SignificantText(float value, int digits = 7);
+std::string SignificantText(double value, int digits = 10);
 
 }  // namespace ostrand

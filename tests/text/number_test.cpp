@@ -250,5 +250,46 @@ TEST(FormatNumber, LaysOutByTheMask) {
   for (const auto& c : cases) EXPECT_EQ(FormatNumber(c.value, c.mask), c.text) << c.mask;
 }
 
+TEST(SignificantText, ShowsWhatANumericFieldShows) {
+  const struct {
+    double value;
+    int digits;
+    const char* text;
+  } cases[] = {
+      {0, 7, "0"},
+      {5, 7, "5"},
+      {-0.5, 7, "-0.5"},
+      {1234.5678, 7, "1234.568"},
+      {1234567.8, 7, "1234568"},
+      {9999999, 7, "9999999"},
+      {9999999.6, 7, "1e+07"},  // rounding makes it one that needs an exponent
+      {1e7, 7, "1e+07"},
+      {15000000, 7, "1.5e+07"},
+      {-12345678, 7, "-1.23457e+07"},
+      {3.402e38, 7, "3.402e+38"},
+      {1e-6, 7, "0.000001"},
+      {0.00012345678, 7, "0.000123"},  // places behind the point are limited, too
+      {0.0012367, 7, "0.001237"},      // and are rounded
+      {9.9999996e-7, 7, "0.000001"},
+      {9e-7, 7, "9e-07"},
+      {-1.25e-7, 7, "-1.25e-07"},
+      {1e-300, 10, "1e-300"},
+      {1e9, 10, "1000000000"},
+      {1e10, 10, "1e+10"},
+      {1e-9, 10, "0.000000001"},
+      {0.1, 15, "0.1"},
+      {2.0 / 3, 10, "0.666666667"},
+      {99, 2, "99"},
+      {100, 2, "1e+02"},
+      {0.15, 2, "0.2"},
+      {0.05, 2, "5e-02"},
+  };
+  for (const auto& c : cases) EXPECT_EQ(SignificantText(c.value, c.digits), c.text) << c.value;
+  EXPECT_EQ(SignificantText(0.1F), "0.1");
+  EXPECT_EQ(SignificantText(0.1F, 9), "0.1");
+  EXPECT_EQ(SignificantText(16777216.0F), "1.67772e+07");
+  EXPECT_EQ(SignificantText(1.0 / 3), "0.333333333");
+}
+
 }  // namespace
 }  // namespace ostrand
