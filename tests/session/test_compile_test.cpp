@@ -205,7 +205,7 @@ TEST(CompileReports, TimesGoToTheBlocksThatHaveTheStatements) {
   EXPECT_EQ(store->VoltBlock[3].BlockTime, 13);
   EXPECT_EQ(store->BridgeBlock[1].BlockTime, 15);
   EXPECT_EQ(store->PulseBlock[0][1].BlockTime, 0);
-  EXPECT_EQ(store->PulseBlock[0][2].BlockTime, 21)
+  EXPECT_EQ(store->PulseBlock[0][2].BlockTime, 18)
       << "the first is no time that the store can hold";
   EXPECT_EQ(store->TK40MBlock[1].BlockTime, 61);
   EXPECT_EQ(store->TK40MBlock[2].BlockTime, 32);
