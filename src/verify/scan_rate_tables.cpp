@@ -53,8 +53,8 @@ void sampleInstead(ProjectStore& store, int t) {
     auto& selected = output.OutputSelect[t];
     for (int k = kMaximum; k <= kLevelCrossing; ++k) {
       if (selected[k] == 0) continue;
-      selected[k] = kFalse;
-      selected[kSample] = kTrue;
+      selected[k] = 0;
+      selected[kSample] = 1;
     }
   });
 }
