@@ -124,8 +124,8 @@ class AnalogGroupList : public AnalogList {
     return SameBlock((*baseline_)[block], (*records_)[block]);
   }
   void storeRecords(int count) override {
-    release_(*records_, count);
     records_->BlockCount = static_cast<i16>(count);
+    release_(*records_, count);
     project() = *records_;
   }
 
