@@ -51,7 +51,8 @@ void frmTK40MBlock::showFigures() {
 }
 
 void frmTK40MBlock::storeRecords(int count) {
-  store().Config.TcConfigOpts[1] = referenceOutput_ ? 1 : 0;
+  i16& output = store().Config.TcConfigOpts[1];
+  if ((output != 0) != referenceOutput_) output = referenceOutput_ ? 1 : 0;
   AnalogGroupList::storeRecords(count);
 }
 
