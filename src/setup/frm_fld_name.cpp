@@ -51,7 +51,7 @@ frmFldName::Sensor::Sensor(Screen& screen, int number, bool gaugeFactor)
   Reset.Caption = "Reset";
 }
 
-frmFldName::frmFldName(const ScreenContext& context, Block block)
+frmFldName::frmFldName(const ScreenContext& context, FieldNamesRequest block, Hooks hooks)
     : Screen(context, "frmFldName"),
       AliasLight(*this, "AliasLight"),
       UnitsLight(*this, "UnitsLight"),
@@ -61,6 +61,7 @@ frmFldName::frmFldName(const ScreenContext& context, Block block)
       DefaultMult(*this, "DefaultMult"),
       DefaultOffset(*this, "DefaultOffset"),
       block_(std::move(block)),
+      hooks_(std::move(hooks)),
       rows_(block_.aliases.begin(), block_.aliases.end()) {
   Caption = "FIELD NAMES (" + block_.name + ")";
   AliasLight.ToolTip = "Green indicates that Aliases will be saved.";
@@ -102,7 +103,7 @@ void frmFldName::bindSensor(std::size_t at) {
       show();
     };
   }
-  sensor.Solve.Enabled = static_cast<bool>(block_.Solve);
+  sensor.Solve.Enabled = static_cast<bool>(hooks_.Solve);
   sensor.Solve.OnPress = [this, at] { solve(at); };
   sensor.Reset.OnPress = [this, at] {
     rows_[at] = {};
@@ -172,7 +173,7 @@ void frmFldName::solve(std::size_t at) {
   DefaultScaling scaling = {row.AliasUnits.empty() ? block_.defaults.Units : row.AliasUnits,
                             valueOf(row, kMult), valueOf(row, kOffset)};
   const DefaultScaling before = scaling;
-  if (!block_.Solve(scaling)) return;
+  if (!hooks_.Solve(scaling)) return;
   if (scaling.Units != before.Units) takeUnits(at, scaling.Units);
   if (scaling.Mult != before.Mult) takeNumber(at, kMult, NumberText(scaling.Mult));
   if (scaling.Offset != before.Offset) takeNumber(at, kOffset, NumberText(scaling.Offset));
@@ -194,8 +195,8 @@ AliasRenames frmFldName::renames() const {
 bool frmFldName::agreedTo(const AliasRenames& renames) {
   if (renames.empty()) return true;
   TableSetup tables = store().Tables;
-  if (block_.laterRenames != nullptr) {
-    for (const AliasRenames& earlier : *block_.laterRenames) RenameInConditions(tables, earlier);
+  if (hooks_.laterRenames != nullptr) {
+    for (const AliasRenames& earlier : *hooks_.laterRenames) RenameInConditions(tables, earlier);
   }
   if (!ConditionsUse(tables, renames)) return true;
   return Ask(Forms(), "ALIAS CHANGE IMPACTS TRIGGER CONDITIONS",
@@ -208,10 +209,10 @@ bool frmFldName::agreedTo(const AliasRenames& renames) {
 bool frmFldName::onDone() {
   AliasRenames changed = renames();
   if (!agreedTo(changed)) return false;
-  if (block_.laterRenames == nullptr) {
+  if (hooks_.laterRenames == nullptr) {
     RenameInConditions(store().Tables, changed);
   } else if (!changed.empty()) {
-    block_.laterRenames->push_back(std::move(changed));
+    hooks_.laterRenames->push_back(std::move(changed));
   }
   std::copy(rows_.begin(), rows_.end(), block_.aliases.begin());
   return true;

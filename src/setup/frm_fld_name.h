@@ -3,7 +3,6 @@
 
 #include <functional>
 #include <memory>
-#include <span>
 #include <string>
 #include <vector>
 
@@ -11,26 +10,26 @@
 #include "setup/aliases.h"
 #include "setup/controls/numeric_field.h"
 #include "setup/controls/screen.h"
+#include "setup/setup_hooks.h"
 
 namespace ostrand {
+
+struct FieldNamesHooks {
+  // A calculator for one sensor, which changes the scaling; false when the user cancelled.
+  std::function<bool(DefaultScaling&)> Solve;
+  // Where to put renames that conditions get later, with the block; without it they get them at
+  // Done. The earlier ones are taken as done.
+  std::vector<AliasRenames>* laterRenames = nullptr;
+};
 
 // Edits copies of the rows, which their owner gets at Done. A cell that shows the block's default
 // is kept blank; one that differs from it is marked as set by hand.
 class frmFldName : public Screen {
  public:
-  struct Block {
-    std::string name;  // of its array: "VBlk1"
-    DefaultScaling defaults;
-    bool gaugeFactor = false;     // strain: the offset column is a gauge factor
-    std::span<RepAlias> aliases;  // must outlive the screen
-    // A calculator for one sensor, which changes the scaling; false when the user cancelled.
-    std::function<bool(DefaultScaling&)> Solve = {};
-    // Where to put renames that conditions get later, with the block; without it they get them at
-    // Done. The earlier ones are taken as done.
-    std::vector<AliasRenames>* laterRenames = nullptr;
-  };
+  using Hooks = FieldNamesHooks;
 
-  frmFldName(const ScreenContext& context, Block block);
+  // The aliases of the block must outlive the screen.
+  frmFldName(const ScreenContext& context, FieldNamesRequest block, Hooks hooks = {});
 
   // A sensor, from 1: "FieldName1", "AliasName1", "AliasUnits1", "AliasMult1", "AliasOffset1" (of
   // strain "AliasGFactor1"), "Solve1", "Reset1".
@@ -85,7 +84,8 @@ class frmFldName : public Screen {
   [[nodiscard]] AliasRenames renames() const;
   bool agreedTo(const AliasRenames& renames);
 
-  Block block_;
+  FieldNamesRequest block_;
+  Hooks hooks_;
   std::vector<RepAlias> rows_;
   std::vector<std::unique_ptr<Sensor>> sensors_;
 };

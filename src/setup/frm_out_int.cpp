@@ -4,6 +4,7 @@
 #include <array>
 #include <limits>
 #include <utility>
+#include <vector>
 
 #include "model/table_outputs.h"
 #include "setup/flag_code.h"
