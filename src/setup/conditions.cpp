@@ -131,12 +131,6 @@ std::string ConditionVariables::InAliases(std::string_view expression) const {
   });
 }
 
-std::string ReplaceName(std::string_view expression, std::string_view from, std::string_view to) {
-  return replaceNames(expression, [&](std::string_view name) {
-    return std::string(SameText(name, from) ? to : name);
-  });
-}
-
 // --- Rows ----------------------------------------------------------------------------------------
 
 bool IsLogicVariable(std::string_view name) {
@@ -266,8 +260,18 @@ void ConditionControls::Load(const ConditionRow& row) {
     Value.Text(variables_.InAliases(valueOf(row)));
     Expression.Text(variables_.InAliases(row.Expression));
   }
-  Compare.Enabled = Value.Enabled = Valid();
+  enableControls();
   setting_ = false;
+}
+
+void ConditionControls::Enable(bool enabled) {
+  enabled_ = enabled;
+  enableControls();
+}
+
+void ConditionControls::enableControls() {
+  MeasVar.Enabled = enabled_;
+  Compare.Enabled = Value.Enabled = enabled_ && Valid();
 }
 
 void ConditionControls::onPickMeasurement() {
@@ -292,7 +296,7 @@ void ConditionControls::onPickMeasurement() {
     Compare.Index(0);
     Value.Text(logic ? kTrueWord : "0");
   }
-  Compare.Enabled = Value.Enabled = true;
+  enableControls();
   setting_ = false;
   edit();
 }
@@ -519,8 +523,14 @@ void ConditionSet::Load(std::span<const ConditionRow> rows, int count, std::stri
   }
   grouped_ = Count();
   Grouping.Text(StoredGrouping(grouping, grouped_));
-  Grouping.Enabled = grouped_ > 0;
+  Grouping.Enabled = enabled_ && grouped_ > 0;
   Expression.Text(InAliases());
+}
+
+void ConditionSet::Enable(bool enabled) {
+  enabled_ = enabled;
+  for (const auto& row : rows_) row->Enable(enabled);
+  Grouping.Enabled = enabled && Count() > 0;
 }
 
 int ConditionSet::Count() const {
@@ -587,7 +597,7 @@ void ConditionSet::onEdit() {
 // names only rows that are there.
 void ConditionSet::renewGrouping() {
   const int count = Count();
-  Grouping.Enabled = count > 0;
+  Grouping.Enabled = enabled_ && count > 0;
   if (count == grouped_) return;
   const std::string line = Grouping.Text();
   const bool isDefault = SameText(Trim(line), DefaultGrouping(grouped_));

@@ -49,10 +49,6 @@ class ConditionVariables {
   std::vector<Entry> all_;
 };
 
-// The expression with each whole name `from`, in any case, replaced. A name has its index with it:
-// "Oil" is neither in "Oil2" nor in "Oil(2)", and "VBlk1(2)" is that element only.
-std::string ReplaceName(std::string_view expression, std::string_view from, std::string_view to);
-
 // --- Rows ----------------------------------------------------------------------------------------
 
 using Compares = std::span<const std::string_view>;
@@ -136,6 +132,8 @@ class ConditionControls {
 
   void Load(const ConditionRow& row);
   void Clear() { Load({}); }
+  // Whether the user may edit it; it is usable to begin with.
+  void Enable(bool enabled);
   // Its expression names variables, not aliases.
   [[nodiscard]] ConditionRow Stored() const;
   // It has a measurement.
@@ -146,12 +144,14 @@ class ConditionControls {
   void showKind(bool logic);
   void onPickMeasurement();
   void edit();
+  void enableControls();
 
   const ConditionVariables& variables_;
   ConditionOffer offer_;
   ConditionRow row_;
   int picked_ = 0;  // place of the measurement before the latest pick
   bool setting_ = false;
+  bool enabled_ = true;
 };
 
 // --- Groups --------------------------------------------------------------------------------------
@@ -207,6 +207,8 @@ class ConditionSet {
 
   // `count` rows are in use; those behind them are shown empty.
   void Load(std::span<const ConditionRow> rows, int count, std::string_view grouping);
+  // Whether the user may edit it; it is usable to begin with.
+  void Enable(bool enabled);
   // Rows in use: those in front of the first empty one.
   [[nodiscard]] int Count() const;
   [[nodiscard]] ConditionRow Stored(int n) const { return rows_[n]->Stored(); }
@@ -229,6 +231,7 @@ class ConditionSet {
 
   Screen& screen_;
   const ConditionVariables& variables_;
+  bool enabled_ = true;
   int grouped_ = 0;  // rows when the line was last renewed
 };
 

@@ -126,25 +126,6 @@ TEST(GroupingTest, LinesAreStoredAndExpanded) {
   EXPECT_EQ(ExpandGrouping("1 AND (2 OR 3)", rows, RowForm::kBare), "a = 1 AND (b = 2 OR c = 3)");
 }
 
-TEST(ConditionNamesTest, NamesAreReplacedWholeWithTheirIndex) {
-  struct Case {
-    std::string_view expression;
-    std::string_view from;
-    std::string_view expected;
-  };
-  constexpr Case cases[] = {
-      {"Oil >= 5", "OIL", "NEW >= 5"},
-      {"Oil2 >= Oil", "Oil", "Oil2 >= NEW"},
-      {"Oil(2) <= 1", "Oil", "Oil(2) <= 1"},
-      {"(VBlk1(2) <> 3) OR (VBlk1(12) < VBlk1(2))", "VBlk1(2)", "(NEW <> 3) OR (VBlk1(12) < NEW)"},
-      {"MyOil=Oil", "Oil", "MyOil=NEW"},
-      {"Flag(3) = True", "Flag", "Flag(3) = True"},
-  };
-  for (const Case& row : cases) {
-    EXPECT_EQ(ReplaceName(row.expression, row.from, "NEW"), row.expected);
-  }
-}
-
 class NoHost : public ScreenHost {
  public:
   void ShowModal(Screen&) override {}
@@ -203,6 +184,9 @@ TEST_F(ConditionsTest, NamesAndVariables) {
             "VBlk1(2) > VBlk2(1) AND Flag(1) = True");
   EXPECT_EQ(variables.InAliases("VBlk1(2) > VBlk2(1) AND VBlk1(1) < 3"),
             "Oil > VBlk2 AND VBlk1(1) < 3");
+  EXPECT_EQ(variables.InVariables("(Oil2 <= Oil) OR (Oil(2)<>MyOil)"),
+            "(Oil2 <= VBlk1(2)) OR (Oil(2)<>MyOil)")
+      << "names are whole and have their index with them";
   EXPECT_EQ(variables.Find("vblk1(2)"), 1);
   EXPECT_EQ(variables.Find("VBlk1"), -1);
 }
