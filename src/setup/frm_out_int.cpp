@@ -10,6 +10,8 @@
 #include "setup/flag_code.h"
 #include "setup/flag_usage.h"
 #include "setup/frm_table_times.h"
+#include "setup/frm_trig_table.h"
+#include "setup/frm_write_if.h"
 #include "text/mask.h"
 #include "text/number.h"
 #include "text/strings.h"
@@ -84,7 +86,7 @@ std::string_view perSecMask(int unit) {
 
 }  // namespace
 
-frmOutInt::frmOutInt(const ScreenContext& context, Hooks hooks)
+frmOutInt::frmOutInt(const ScreenContext& context)
     : Screen(context, "frmOutInt"),
       Table(*this, "Table"),
       TableOn(*this, "TableOn"),
@@ -106,8 +108,7 @@ frmOutInt::frmOutInt(const ScreenContext& context, Hooks hooks)
       Trigger(*this, "Trigger"),
       WriteIf(*this, "WriteIf"),
       TableTimes(*this, "TableTimes"),
-      AllTables(*this, "AllTables"),
-      hooks_(std::move(hooks)) {
+      AllTables(*this, "AllTables") {
   setTexts();
   bind();
   load();
@@ -188,20 +189,16 @@ void frmOutInt::bind() {
   bindFlag(FlagFull, &cOutputTable::FlagFull);
   HDU7.OnPick = [this] { hdu7_ = static_cast<i16>(HDU7.Index()); };
 
-  const auto bindTableScreen = [this](Button& button, std::string_view screen,
-                                      std::function<void(int, cOutputTable&)> Hooks::*hook) {
-    button.OnPress = [this, hook] {
-      (hooks_.*hook)(current(), table());
-      showTable();
-    };
+  Trigger.OnPress = [this] { openTriggers(); };
+  WriteIf.OnPress = [this] { openWriteIf(); };
+  TableTimes.OnPress = [this] { openTimes(); };
+  const auto addButton = [this](std::string_view screen, Button& button) {
     addOpener({std::string(screen), "",
                [&button](std::string_view) { return button.Usable() && button.Press(); }});
   };
-  bindTableScreen(Trigger, "frmTrigTable", &Hooks::SetTriggers);
-  bindTableScreen(WriteIf, "frmWriteIf", &Hooks::SetWriteIf);
-  TableTimes.OnPress = [this] { openTimes(); };
-  addOpener({"frmTableTimes", "",
-             [this](std::string_view) { return TableTimes.Usable() && TableTimes.Press(); }});
+  addButton("frmTrigTable", Trigger);
+  addButton("frmWriteIf", WriteIf);
+  addButton("frmTableTimes", TableTimes);
   AllTables.OnPress = [this] { ShowTableTimes(Forms(), store(), tables_); };
 }
 
@@ -257,8 +254,6 @@ void frmOutInt::refresh() {
   }
   if (shown.SyncToScan != 0) OutInt.Enabled = OutIntUnits.Enabled = false;
   if (shown.AutoSize != 0) Buffer.Enabled = TableTimes.Enabled = false;
-  Trigger.Enabled = Trigger.Enabled && hooks_.SetTriggers;
-  WriteIf.Enabled = WriteIf.Enabled && hooks_.SetWriteIf;
   PamCard.Visible = shown.MemLoc == kPcCard;
 
   const double micros = ORVUS_COMMON::TableIntervalMicros(store(), shown);
@@ -269,28 +264,41 @@ void frmOutInt::refresh() {
 // The name of every table must be its own; one that is used already, or none, is not taken.
 void frmOutInt::onName() {
   const std::string name(Trim(TableName.Text()));
-  const int shown = current();
   if (name.empty()) {
     Forms().Beep();
-    return TableName.Text(table().Name);
+  } else if (!tellDuplicate(name)) {
+    table().Name = name;
+    tellSimilar(name);
   }
+  TableName.Text(table().Name);
+}
+
+bool frmOutInt::tellDuplicate(std::string_view name) {
   for (int t = 1; t <= kTables; ++t) {
-    if (t == shown || !SameText(tables_[t].Name, name)) continue;
-    ShowWarning(
-        Forms(), "DUPLICATE TABLE NAME",
-        JoinLines({"The name '" + name + "' is already being used for Table " + NumberText(t),
-                   "EACH TABLE REQUIRES A UNIQUE NAME!"}));
-    return TableName.Text(table().Name);
+    if (t == current() || !SameText(tables_[t].Name, name)) continue;
+    ShowWarning(Forms(), "DUPLICATE TABLE NAME",
+                std::string("The name '")
+                    .append(name)
+                    .append("' is already being used for Table ")
+                    .append(NumberText(t))
+                    .append("\r\nEACH TABLE REQUIRES A UNIQUE NAME!"));
+    return true;
   }
-  table().Name = name;
+  return false;
+}
+
+void frmOutInt::tellSimilar(std::string_view name) {
+  const auto numbered = [](int t, std::string_view tableName) {
+    return "Table " + NumberText(t) + " (" + std::string(tableName) + ")";
+  };
   for (int t = 1; t <= kTables; ++t) {
     const std::string& other = tables_[t].Name;
-    if (t == shown || !SameText(other.substr(0, kFilePrefix), name.substr(0, kFilePrefix))) {
+    if (t == current() || !SameText(other.substr(0, kFilePrefix), name.substr(0, kFilePrefix))) {
       continue;
     }
+    const std::string names = numbered(current(), name) + " and " + numbered(t, other);
     ShowWarning(Forms(), "SIMILAR TABLE NAMES",
-                JoinLines({"The first 6 characters in Table " + NumberText(shown) + " (" + name +
-                               ") and Table " + NumberText(t) + " (" + other + ") are the same.",
+                JoinLines({"The first 6 characters in " + names + " are the same.",
                            "While this is legal, it will cause problems when collecting data.",
                            "The collection process uses the first 6 characters of the table",
                            "name plus 2 digits for the output file name.",
@@ -305,6 +313,16 @@ void frmOutInt::onUnits() {
   if (OutIntUnits.Index() < finest) return OutIntUnits.Index(finest);
   table().IntervalUnits = static_cast<i16>(OutIntUnits.Index());
   refresh();
+}
+
+void frmOutInt::openTriggers() {
+  frmTrigTable triggers(context());
+  triggers.SetTriggers(table());
+}
+
+void frmOutInt::openWriteIf() {
+  frmWriteIf writeIf(context());
+  writeIf.SetWriteIf(table());
 }
 
 void frmOutInt::openTimes() {

@@ -1,8 +1,8 @@
 // The six output tables.
 #pragma once
 
-#include <functional>
 #include <string>
+#include <string_view>
 
 #include "setup/controls/choice.h"
 #include "setup/controls/numeric_field.h"
@@ -14,13 +14,7 @@ namespace ostrand {
 // Edits copies of the tables, one at a time, and keeps them at Done.
 class frmOutInt : public Screen {
  public:
-  // Screens of the table shown, from 1; a button without its screen is disabled.
-  struct Hooks {
-    std::function<void(int table, cOutputTable&)> SetTriggers;
-    std::function<void(int table, cOutputTable&)> SetWriteIf;
-  };
-
-  explicit frmOutInt(const ScreenContext& context, Hooks hooks = {});
+  explicit frmOutInt(const ScreenContext& context);
 
   Choice Table;  // the one shown: "Table 1" to "Table 6"
   CheckBox TableOn;
@@ -57,7 +51,11 @@ class frmOutInt : public Screen {
   void refresh();
 
   void onName();
+  bool tellDuplicate(std::string_view name);
+  void tellSimilar(std::string_view name);
   void onUnits();
+  void openTriggers();
+  void openWriteIf();
   void openTimes();
 
   [[nodiscard]] bool isEdited() const;
@@ -69,7 +67,6 @@ class frmOutInt : public Screen {
   [[nodiscard]] int current() const { return Table.Index() + 1; }
   cOutputTable& table() { return tables_[current()]; }
 
-  Hooks hooks_;
   TableObjects tables_;
   i16 hdu7_ = 0;
   TableSetup before_;  // what Done would have kept on opening

@@ -3,6 +3,7 @@
 
 #include "setup/frm_table_times.h"
 #include "setup/table_screens_fixture.h"
+#include "text/number.h"
 
 namespace ostrand {
 namespace {
@@ -221,27 +222,60 @@ TEST_F(TableSetupTest, CancelAfterEditsMayGoOnOrSave) {
   }
 }
 
-TEST_F(TableSetupTest, TriggersAreEditedInTheTableShown) {
-  frmOutInt::Hooks hooks;
-  hooks.SetTriggers = [](int t, cOutputTable& table) {
-    EXPECT_EQ(t, 2);
-    table.TriggerNumber = 1;
-    table.TriggerDisable = kTrue;
-    table.TriggerMeasVar(0, 1, "Oil");
-    table.TriggerVarb(1, kConditions, "VBlk1(2)");
-    table.WriteIfExpression(kConditions, "Oil > 2");
+TEST_F(TableSetupTest, ConditionsAreEditedInTheTableShown) {
+  store->Config.MonitorPower[kMonitorBattery] = kTrue;
+  const auto fill = [](Screen& screen, std::string_view measurement, std::string_view compare) {
+    pick(screen, measurement, "BattVolt");
+    pick(screen, compare, " >=");
+    screen.Done();
+    EXPECT_EQ(screen.Result(), ModalResult::kDone);
   };
-  frmOutInt form(context, hooks);
-  EXPECT_FALSE(usable(form, "WriteIf")) << "there is no such screen";
+  frmOutInt form(context);
+  EXPECT_FALSE(form.Openers().empty());
   pick(form, "Table", "Table 2");
+  host.scenes.push_back([&](Screen& screen) {
+    check(screen, "SingleTrigger", true);
+    fill(screen, "StartMeasVar1", "StartCompare1");
+  });
   press(form, "Trigger");
+  host.scenes.push_back([&](Screen& screen) {
+    check(screen, "DisableWriteIf", true);
+    fill(screen, "MeasureVar1", "Compare1");
+  });
+  press(form, "WriteIf");
+  EXPECT_EQ(store->Tables[2].TrigTable, 0) << "before Done";
   form.Done();
   const OutputTable& kept = store->Tables[2];
   EXPECT_EQ(kept.TrigTable, 1);
-  EXPECT_EQ(kept.DisableTrigger, 1) << "which is what triggers ask for";
-  EXPECT_EQ(kept.Trigger[0][1].StartMeasVar, "Oil");
-  EXPECT_EQ(kept.Trigger[1][kConditions].StartTrigVarb, "VBlk1(2)");
-  EXPECT_EQ(kept.Write[kConditions].Expression, "Oil > 2");
+  EXPECT_EQ(kept.Trigger[0][1].StartMeasVar, "BattVolt");
+  EXPECT_EQ(kept.Trigger[0][1].StartTrigIndvExpress, "BattVolt >= 0");
+  EXPECT_EQ(kept.WriteIf, 1);
+  EXPECT_EQ(kept.DisableWriteIf, 1) << "which is what its readers ask for";
+  EXPECT_EQ(kept.Write[1].Expression, "BattVolt >= 0");
+}
+
+// Every member has its own value, so that two that change places are seen.
+TEST(TableObjects, AllThatTheProjectKeepsOfATableComesBack) {
+  OutputTable kept{kTrue, "T", 1, 2,  3,   kTrue, kTrue, kTrue, 2,  kTrue, 4,  5,   6, 7, 8,
+                   kTrue, 1,   9, 10, "a", "b",   "c",   {},    11, 1,     {}, "d", 0, 0};
+  i16 n = 12;
+  for (auto& state : kept.Trigger) {
+    for (TriggerCondition& row : state) {
+      row = {NumberText(n), static_cast<i16>(n + 1), static_cast<i16>(n + 2),
+             n + 3.5F,      NumberText(n + 4),       NumberText(n + 5)};
+      n = static_cast<i16>(n + 6);
+    }
+  }
+  for (WriteCondition& row : kept.Write) {
+    row = {NumberText(n), static_cast<i16>(n + 1), static_cast<i16>(n + 2),
+           n + 3.5F,      NumberText(n + 4),       NumberText(n + 5)};
+    n = static_cast<i16>(n + 6);
+  }
+  const auto store = NewStore();
+  store->Tables[4] = kept;
+  OutputTable back;
+  KeepTable(TableObject(*store, 4), back);
+  EXPECT_EQ(back, kept);
 }
 
 TEST_F(TableSetupTest, ADayOfSecondsIs86400Records) {
