@@ -64,6 +64,9 @@ class Label : public Control {
   [[nodiscard]] std::string Text() const override { return text_; }
   void Text(std::string_view text) { text_ = text; }
 
+  // It goes on and off every 500 milliseconds, to warn.
+  bool Flashes = false;
+
  private:
   std::string text_;
 };

@@ -13,7 +13,9 @@ namespace ostrand {
 using KeyFilter = bool (*)(std::string_view text);
 bool AnyText(std::string_view text);
 bool OnlyDigits(std::string_view text);
-// A letter first, then letters, digits and "_@#$": names of units.
+// A letter first, then letters, digits and "_": names of tables and aliases.
+bool NameText(std::string_view text);
+// The same with "@#$" as well: names of units.
 bool UnitNameText(std::string_view text);
 
 // A line of text. What is typed takes effect when the focus goes or Enter is pressed.

@@ -1,0 +1,41 @@
+// The condition on which a table is called.
+#pragma once
+
+#include <string>
+
+#include "model/output_table.h"
+#include "setup/conditions.h"
+#include "setup/controls/screen.h"
+
+namespace ostrand {
+
+class frmWriteIf : public Screen {
+ public:
+  explicit frmWriteIf(const ScreenContext& context);
+
+  // Shows the write conditions of a table until the screen ends. Done writes them back and gives
+  // true; Cancel changes nothing. A table without conditions is always called.
+  bool SetWriteIf(cOutputTable& table);
+
+  CheckBox DisableWriteIf;  // the table is called as if it had none
+
+ private:
+  const ConditionVariables variables_;
+
+ public:
+  // Rows "MeasureVar1", "Compare1", "Value1", "Expression1" and so on; the line "GroupWriteIf" and
+  // the whole "WriteIfExpression".
+  ConditionSet Write;
+  Label CallLine;
+  Button View;
+
+ protected:
+  bool onDone() override;
+
+ private:
+  void load();
+
+  cOutputTable* table_ = nullptr;  // while it is shown
+};
+
+}  // namespace ostrand

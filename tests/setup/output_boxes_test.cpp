@@ -1,0 +1,143 @@
+// What a user can store of an item, and what the item keeps of it.
+#include "setup/output_boxes.h"
+
+#include "setup/frm_port_tables.h"
+#include "setup/table_screens_fixture.h"
+
+namespace ostrand {
+namespace {
+
+class OutputBoxesTest : public testing::TableScreens {
+ protected:
+  OutputBoxesTest() {
+    store->Tables[3].TableOn = kTrue;
+    store->Tables[3].TableName = "Fast";
+  }
+
+  OutputSet output;
+  Screen screen{context, "frmTest"};
+  OutputBoxes boxes{screen, *store};
+};
+
+TEST_F(OutputBoxesTest, BoxesOfATableThatIsOffKeepWhatTheyHold) {
+  output.OutputSelect[1][kMaximum] = 1;
+  boxes.Show(output);
+  EXPECT_EQ(shown(screen, "Table"), "Table 3") << "the first that is on";
+  EXPECT_EQ(shown(screen, "TableName"), "Fast");
+  check(screen, "Smp", true);
+  check(screen, "Avg", true);
+  check(screen, "Avg", false);
+  EXPECT_EQ(output.OutputSelect[3][kSample], 1);
+  EXPECT_EQ(output.OutputSelect[3][kAverage], 0);
+
+  pick(screen, "Table", "Table 1");
+  EXPECT_EQ(shown(screen, "Max"), "on");
+  EXPECT_FALSE(usable(screen, "Max"));
+  EXPECT_EQ(shown(screen, "Smp"), "off");
+  EXPECT_EQ(output.OutputSelect[1][kMaximum], 1);
+}
+
+TEST_F(OutputBoxesTest, ACancelTakesBackOnlyABoxThatWasJustChecked) {
+  boxes.Show(output);
+  EXPECT_FALSE(usable(screen, "Hst")) << "nobody can ask for its parameters";
+  bool done = false;
+  boxes.AskParameters = [&](OutputCode code, int table, HistoSet& histo) {
+    EXPECT_EQ(code, kHistogram);
+    EXPECT_EQ(table, 3);
+    histo.HistogramCode = done ? "10,0,5,0,1" : "lost";
+    return done;
+  };
+  boxes.Refresh();
+  check(screen, "Hst", true);
+  EXPECT_EQ(shown(screen, "Hst"), "off");
+  EXPECT_EQ(output.OutputSelect[3][kHistogram], 0);
+  EXPECT_EQ(output.Histo[3].HistogramCode, "") << "a cancel changes nothing";
+  EXPECT_FALSE(usable(screen, "HstSetup"));
+
+  done = true;
+  check(screen, "Hst", true);
+  EXPECT_EQ(output.OutputSelect[3][kHistogram], 1);
+  EXPECT_EQ(output.Histo[3].HistogramCode, "10,0,5,0,1");
+  done = false;
+  press(screen, "HstSetup");
+  EXPECT_EQ(shown(screen, "Hst"), "on");
+  EXPECT_EQ(output.Histo[3].HistogramCode, "10,0,5,0,1");
+  check(screen, "Hst", false);
+  EXPECT_EQ(output.OutputSelect[3][kHistogram], 0);
+  EXPECT_EQ(output.Histo[3].HistogramCode, "10,0,5,0,1") << "stays for the next time";
+}
+
+TEST_F(OutputBoxesTest, ToolTipsTellWhatIsStoredAndWhen) {
+  boxes.Show(output);
+  EXPECT_EQ(screen.Find("Std")->ToolTip,
+            "The standard deviation of all values scanned will be stored");
+  EXPECT_EQ(screen.Find("LCr")->ToolTip,
+            "Displays a window to set up parameters. A level crossing histogram is made each time "
+            "table 3 outputs a record.");
+}
+
+TEST_F(OutputBoxesTest, ASampleTakesThePlaceInEveryTableAlsoInOneThatIsOff) {
+  output.OutputSelect[1][kStdDev] = 1;
+  output.OutputSelect[3][kAverage] = 1;
+  output.OutputSelect[4][kMaximum] = 1;
+  boxes.Show(output);
+  EXPECT_TRUE(boxes.SampleInstead({kAverage, kStdDev}));
+  boxes.Offer(kAverage, false);
+  for (const int t : {1, 3}) {
+    EXPECT_EQ(output.OutputSelect[t][kSample], 1) << t;
+    EXPECT_EQ(output.OutputSelect[t][kAverage] + output.OutputSelect[t][kStdDev], 0) << t;
+  }
+  EXPECT_EQ(output.OutputSelect[4][kSample], 0);
+  EXPECT_FALSE(usable(screen, "Avg"));
+  EXPECT_FALSE(boxes.SampleInstead({kAverage, kStdDev})) << "the user is told once";
+}
+
+TEST_F(OutputBoxesTest, SingleValuesAreEditedAsACopyUnderTheirTitles) {
+  struct Case {
+    SingleValue value;
+    int number;
+    std::string_view caption;
+    OutputSet& kept;
+    int codes;  // that can be chosen
+  };
+  store->Ports.Slot[1].Ports[kPorts].Include = kTrue;
+  const Case cases[] = {
+      {SingleValue::kPortBytes, 0, "PORT TABLE SELECT, SLOT 1-8", store->Ports.Slot[0].Output, 5},
+      {SingleValue::kPortBytes, 1, "PORT TABLE SELECT, SLOT 9-16", store->Ports.Slot[1].Output, 6},
+      {SingleValue::kPanelRef, 0, "PANEL REFERENCE TEMPERATURE", store->TcRef.Output, 5},
+      {SingleValue::kTK40MRef, 0, "TK40M REFERENCE TEMPERATURES", store->TK40MRef.Output, 8},
+      {SingleValue::kCalcField, 7, "CALCULATED FIELDS  FORMULA 7",
+       store->CalcFields.Field[7].Output, 8},
+      {SingleValue::kBatteryVolts, 0, "LOGGER BATTERY VOLTAGE", store->PowerOut.Output, 8},
+  };
+  for (const Case& row : cases) {
+    SCOPED_TRACE(row.caption);
+    frmPortTables form(context, row.value, row.number,
+                       [](OutputCode, int, const std::string&, HistoSet&) { return true; });
+    EXPECT_EQ(form.Caption, row.caption);
+    int codes = 0;
+    for (const CheckBox& box : form.Output.Boxes) codes += box.Usable() ? 1 : 0;
+    EXPECT_EQ(codes, row.codes);
+    check(form, "Min", true);
+    EXPECT_EQ(row.kept.OutputSelect[3][kMinimum], 0) << "before Done";
+    form.Done();
+    EXPECT_EQ(form.Result(), ModalResult::kDone);
+    EXPECT_EQ(row.kept.OutputSelect[3][kMinimum], 1);
+    EXPECT_EQ(row.kept.OutputSelect[1][kMinimum], 0);
+  }
+}
+
+TEST_F(OutputBoxesTest, ResolutionAndPublicGoWithDoneAndNotWithCancel) {
+  for (const bool done : {false, true}) {
+    frmPortTables form(context, SingleValue::kBatteryVolts);
+    EXPECT_EQ(shown(form, "DataResolution"), "FP2");
+    pick(form, "DataResolution", "IEEE4");
+    check(form, "Public", true);
+    done ? form.Done() : form.Cancel();
+    EXPECT_EQ(store->PowerOut.DataResolution, done ? "IEEE4" : "FP2");
+    EXPECT_EQ(store->PowerOut.Public, done ? kTrue : kFalse);
+  }
+}
+
+}  // namespace
+}  // namespace ostrand
