@@ -43,7 +43,7 @@ void TextField::change(std::string text) {
 
 void TextField::Key(char letter) {
   std::string text = selected_ ? std::string(1, letter) : text_ + letter;
-  if (text.size() > MostLetters || !filter_(text)) {
+  if (text.size() > MostLetters || !filter_(text) || (MayHold && !MayHold(text))) {
     Owner().Forms().Beep();
     return;
   }
