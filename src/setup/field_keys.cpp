@@ -16,8 +16,10 @@ void DropLeadingZeros(TextField& field) {
 }
 
 void LimitWhileTyped(NumericField& field, double least, double most) {
-  const std::optional<double> value = ToDouble(field.Text());
-  if (!value || (*value >= least && *value <= most)) return;
+  const std::string text = field.Text();
+  const std::optional<double> value = ToDouble(text);
+  const bool onlyZeros = text.find_first_not_of('0') == std::string::npos;
+  if (!value || onlyZeros || (*value >= least && *value <= most)) return;
   field.Correct(NumberText(std::clamp(*value, least, most)));
 }
 

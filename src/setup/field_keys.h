@@ -11,7 +11,7 @@ namespace ostrand {
 // What is put right while a field is typed into; to be called from OnChange.
 // Zeros at the head of a number go as soon as more follows.
 void DropLeadingZeros(TextField& field);
-// A number is kept within limits; a text that is none yet may go on.
+// A number is kept within limits; a text that is none yet may go on, and so may zeros.
 void LimitWhileTyped(NumericField& field, double least, double most);
 
 // A click on the spin button of a multiplier or an offset: to whole numbers from the first on.

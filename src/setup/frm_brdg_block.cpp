@@ -90,8 +90,7 @@ void frmBrdgBlock::BrdBlock_DiffSECount() {
   group().SEChannelCount = static_cast<i16>(used);
   freeChannels_ = PanelFreeChans(project.TempBlock.SEChannelCount, project.VoltBlock.SEChannelCount,
                                  used, project.Config.TK40MQty);
-  const FreeFigures figures =
-      FreeChannelFigures(project.Config.AutoChan != kFalse, freeChannels_);
+  const FreeFigures figures = FreeChannelFigures(project.Config.AutoChan != kFalse, freeChannels_);
   const auto shown = [](std::optional<int> figure) {
     return figure ? NumberText(*figure) : std::string("?");
   };
@@ -141,9 +140,13 @@ bool frmBrdgBlock::onDone() {
 bool frmBrdgBlock::onCancel() {
   if (!before_.Changed() && List.Count() == countBefore_) return true;
   switch (AskSaveEdits(Forms())) {
-    case platform::Answer::kYes: return onDone();
-    case platform::Answer::kNo: before_.Restore(); return true;
-    default: return false;
+    case platform::Answer::kYes:
+      return onDone();
+    case platform::Answer::kNo:
+      before_.Restore();
+      return true;
+    default:
+      return false;
   }
 }
 

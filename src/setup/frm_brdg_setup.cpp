@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <cmath>
 
+#include "model/names.h"
 #include "setup/aliases.h"
 #include "setup/bridge_rules.h"
 #include "setup/field_keys.h"
 #include "setup/flag_usage.h"
-#include "model/names.h"
 #include "text/number.h"
 #include "text/strings.h"
 
@@ -154,7 +154,8 @@ void frmBrdgSetup::bindExcitation() {
 }
 
 void frmBrdgSetup::bindTiming() {
-  for (const BridgeRange& range : kBridgeRanges) Range.Items.push_back({std::string(range.text), true, true, {}});
+  for (const BridgeRange& range : kBridgeRanges)
+    Range.Items.push_back({std::string(range.text), true, true, {}});
   Range.OnPick = [this] { onRange(); };
   OpenSensDetect.ToolTip =
       "Check for open sensor test. Increases measure time by 10 uSecs per sensor.";
@@ -169,7 +170,8 @@ void frmBrdgSetup::bindTiming() {
   SettleTime.WholePart = true;
   SettleTime.OnChange = [this] {
     DropLeadingZeros(SettleTime);
-    if (SettleTime.Value() > kMostBridgeSettling) SettleTime.Correct(NumberText(kMostBridgeSettling));
+    if (SettleTime.Value() > kMostBridgeSettling)
+      SettleTime.Correct(NumberText(kMostBridgeSettling));
   };
   SettleTime.OnTake = [this] {
     setSettling(TakenBridgeSettling(wholePart(SettleTime), integration()));
@@ -208,7 +210,6 @@ void frmBrdgSetup::bindScaling() {
   DataResolution.SetItems({"FP2", "IEEE4"});
 }
 
-
 void frmBrdgSetup::load() {
   const Loading loading(*this);
   BridgeBlockData& block = data();
@@ -239,7 +240,6 @@ void frmBrdgSetup::load() {
   CalOnSite.Checked(block.CalOnSite != 0);
   recount();
 }
-
 
 void frmBrdgSetup::onStyle() {
   const int style = Style.Index();
@@ -303,8 +303,8 @@ void frmBrdgSetup::scaleByKind(int style, int styleBefore, bool changed) {
 void frmBrdgSetup::showPanels() {
   const bool strain = IsStrainBridge(kind_);
   const bool scaling = !strain && !CalOnSite.Checked();
-  for (Control* control : {static_cast<Control*>(&DefaultMult), static_cast<Control*>(&DefaultOffset),
-                           static_cast<Control*>(&Solve)}) {
+  for (Control* control : {static_cast<Control*>(&DefaultMult),
+                           static_cast<Control*>(&DefaultOffset), static_cast<Control*>(&Solve)}) {
     control->Visible = scaling;
   }
   CalOnSite.Visible = !strain;
@@ -330,7 +330,6 @@ void frmBrdgSetup::fillGaugeFactors() {
     if (Trim(alias.AliasOffset).empty()) alias.AliasOffset = "0";
   }
 }
-
 
 void frmBrdgSetup::onReps() {
   if (Trim(Reps.Text()).empty()) return;
@@ -414,7 +413,6 @@ void frmBrdgSetup::takeStart() {
   StartBrdgChan.Value(data().StartChan);
 }
 
-
 void frmBrdgSetup::onExciteTyped() {
   DropLeadingZeros(Excite);
   std::string text = Excite.Text();
@@ -434,6 +432,7 @@ void frmBrdgSetup::onIntegrationRange() {
   if (forced > 0) setIntegration(forced);
   if (IntegrationRange.Index() == kMicros) setIntegration(kMostBridgeIntegration);
   settleLongEnough();
+  showTimes();
 }
 
 void frmBrdgSetup::takeIntegration() {
@@ -495,7 +494,6 @@ void frmBrdgSetup::showTimes() {
   Block.Text(MicrosText(data().BlockTime));
 }
 
-
 void frmBrdgSetup::setScaling(float mult, float offset) {
   data().DefaultMult = mult;
   data().DefaultOffset = offset;
@@ -517,9 +515,7 @@ void frmBrdgSetup::onCalOnSite() {
   showPanels();
 }
 
-void frmBrdgSetup::allowSolve(bool allowed) {
-  Solve.Enabled = allowed && hooks_.Solve != nullptr;
-}
+void frmBrdgSetup::allowSolve(bool allowed) { Solve.Enabled = allowed && hooks_.Solve != nullptr; }
 
 void frmBrdgSetup::solve() {
   DefaultScaling answer = scaling();
@@ -559,13 +555,11 @@ void frmBrdgSetup::openFieldNames(const DefaultScaling& defaults) {
   hooks_.FieldNames(request);
 }
 
-
 bool frmBrdgSetup::onDone() {
   BridgeBlockData& block = data();
   const DefaultScaling after = scaling();
   const auto aliases = AliasesOf(block.Alias, block.Reps);
-  if (!AskDefaultScaling(Forms(), scalingBefore_, after, aliases,
-                         [&] { openFieldNames(after); })) {
+  if (!AskDefaultScaling(Forms(), scalingBefore_, after, aliases, [&] { openFieldNames(after); })) {
     return false;
   }
   block.Units = after.Units;

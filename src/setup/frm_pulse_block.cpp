@@ -34,14 +34,13 @@ BlockList::Rules frmPulseBlock::rules() {
   rules.mayType = [this](int) { return FreePulseChans(Pulses()) > 0; };
   rules.sensors = [this](int block) { return int{group()[block].Reps}; };
   rules.add = [this](int block) { add(block); };
-  rules.remove = [this](int block) {
-    ORVUS_COMMON::SetPulseDefaults(store(), 0, block - 1);
-  };
+  rules.remove = [this](int block) { ORVUS_COMMON::SetPulseDefaults(store(), 0, block - 1); };
   rules.changed = [this] { FreeChans(); };
   const auto scale = [](float value) { return FormatNumber(DecimalValue(value), "0.0e-##"); };
   rules.columns = {
       {"Meas", [this](int block) { return std::string(PulseInputOf(group()[block]).rowText); }},
-      {"Option", [this](int block) { return std::string(group()[block].Opt > 0 ? "Freq" : "Totl"); }},
+      {"Option",
+       [this](int block) { return std::string(group()[block].Opt > 0 ? "Freq" : "Totl"); }},
       {"Reps", [this](int block) { return NumberText(int{group()[block].Reps}); }},
       {"DefaultMult", [this, scale](int block) { return scale(group()[block].DefaultMult); }},
       {"DefaultOffset", [this, scale](int block) { return scale(group()[block].DefaultOffset); }},
@@ -85,9 +84,13 @@ bool frmPulseBlock::onDone() {
 bool frmPulseBlock::onCancel() {
   if (!before_.Changed() && List.Count() == countBefore_) return true;
   switch (AskSaveEdits(Forms())) {
-    case platform::Answer::kYes: return onDone();
-    case platform::Answer::kNo: before_.Restore(); return true;
-    default: return false;
+    case platform::Answer::kYes:
+      return onDone();
+    case platform::Answer::kNo:
+      before_.Restore();
+      return true;
+    default:
+      return false;
   }
 }
 

@@ -85,8 +85,7 @@ void frmPulseSetup::bind() {
   };
   Option.SetItems({"Freq", "Totl"});
   Option.OnPick = [this] { onOption(); };
-  Opt.ToolTip =
-      "Enter \"1\" for no averaging.  Greater than 1 yields moving average over N mSecs.";
+  Opt.ToolTip = "Enter \"1\" for no averaging.  Greater than 1 yields moving average over N mSecs.";
   Opt.Limits(1, kMostAverage);
   Opt.WholePart = true;
   Opt.OnChange = [this] {
@@ -135,30 +134,21 @@ void frmPulseSetup::load() {
 }
 
 void frmPulseSetup::onRepsTyped() {
-  DropLeadingZeros(Reps);
-  const std::string typed = Reps.Text();
+  const bool empty = Reps.Text().empty();
   setReps(static_cast<int>(std::min(Reps.Value(), double{kReps})));
-  // An empty field waits for a digit.
-  if (typed.empty()) {
-    Reps.Correct({});
-  } else {
-    Reps.Correct(NumberText(int{data().Reps}));
-  }
+  if (empty) Reps.Correct({});  // it waits for a digit
 }
 
 void frmPulseSetup::setReps(int reps) {
   data().Reps = static_cast<i16>(reps);
   CountersCount();
-  Reps.Value(data().Reps);
 }
 
 void frmPulseSetup::CountersCount() {
   PulseBlockData& block = data();
   const PulseFit fit = FitPulseCount(block.Reps, FreePulseChans(list_.Pulses()));
-  if (fit.count != block.Reps) {
-    block.Reps = static_cast<i16>(std::max(fit.count, 0));
-    Reps.Value(block.Reps);
-  }
+  block.Reps = static_cast<i16>(std::max(fit.count, 0));
+  Reps.Correct(NumberText(int{block.Reps}));
   for (Label* label : {&FreeHiLev, &FreeLoLev, &FreeSwtch}) {
     label->Text(NumberText(fit.free) + " free");
   }
@@ -243,9 +233,7 @@ void frmPulseSetup::onSiteCal() {
   allowSolve(!on);
 }
 
-void frmPulseSetup::allowSolve(bool allowed) {
-  Solve.Enabled = allowed && hooks_.Solve != nullptr;
-}
+void frmPulseSetup::allowSolve(bool allowed) { Solve.Enabled = allowed && hooks_.Solve != nullptr; }
 
 void frmPulseSetup::solve() {
   DefaultScaling answer = scaling();

@@ -83,7 +83,7 @@ class frmPulseSetup : public Screen {
 
   DefaultScaling openedWith_;
   std::string unitsBefore_;  // that repetitions follow to the new ones
-  int keptAverage_ = 0;  // from before the block totalized; 0 for none
+  int keptAverage_ = 0;      // from before the block totalized; 0 for none
 };
 
 }  // namespace ostrand

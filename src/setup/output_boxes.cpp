@@ -33,7 +33,10 @@ bool isAverage(int code) { return code == kAverage || code == kStdDev; }
 
 OutputBoxes::OutputBoxes(Screen& screen, const ProjectStore& store, OutputSet& output,
                          AskOutputParameters askParameters)
-    : Table(screen, "Table"), store_(store), output_(output), askParameters_(std::move(askParameters)) {
+    : Table(screen, "Table"),
+      store_(store),
+      output_(output),
+      askParameters_(std::move(askParameters)) {
   Table.SetItems({"1", "2", "3", "4", "5", "6"});
   for (int code = 0; code < kOutputCodes; ++code) {
     auto& box = boxes_[static_cast<std::size_t>(code)];
@@ -84,8 +87,7 @@ void OutputBoxes::onBox(int code) {
   if (showing_) return;
   const bool on = boxes_[static_cast<std::size_t>(code)]->Checked();
   const bool asked = on && boxOf(code).parameters;
-  const bool kept = !asked || (askParameters_ &&
-                               askParameters_(output_, table(), code));
+  const bool kept = !asked || (askParameters_ && askParameters_(output_, table(), code));
   output_.OutputSelect[table()][code] = on && kept ? 1 : 0;
   show();
 }

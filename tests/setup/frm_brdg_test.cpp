@@ -208,9 +208,9 @@ TEST_F(BridgeScreen, CountsStopWhereTheChannelsEnd) {
     std::string_view taken;
   };
   constexpr Case cases[] = {
-      {0, 0, true, 1, "21", "20"},  {1, 0, true, 1, "11", "10"},  {2, 37, true, 1, "9", "3"},
-      {3, 37, true, 1, "9", "1"},   {4, 30, true, 1, "50", "5"},  {0, 37, true, 1, "2", "1"},
-      {0, 40, true, 1, "2", "0"},   {0, 0, false, 15, "9", "6"},  {1, 0, false, 15, "9", "6"},
+      {0, 0, true, 1, "21", "20"},    {1, 0, true, 1, "11", "10"}, {2, 37, true, 1, "9", "3"},
+      {3, 37, true, 1, "9", "1"},     {4, 30, true, 1, "50", "5"}, {0, 37, true, 1, "2", "1"},
+      {0, 40, true, 1, "2", "0"},     {0, 0, false, 15, "9", "6"}, {1, 0, false, 15, "9", "6"},
       {2, 40, false, 15, "99", "26"}, {2, 0, false, 1, "-3", "0"}, {2, 0, false, 1, "2.9", "2"},
   };
   for (const Case& row : cases) {
@@ -285,7 +285,7 @@ TEST_F(BridgeScreen, ExcitationIsLimitedWhileItIsTypedAndOnLeaving) {
     int beeps;
   };
   constexpr Case cases[] = {
-      {"-2500", "-2500", "30", 0}, {"9999", "5000", "5000", 0}, {"-6000", "-5000", "30", 0},
+      {"-2500", "-2500", "30", 0}, {"9999", "5000", "5000", 0},     {"-6000", "-5000", "30", 0},
       {"0250", "250", "250", 0},   {"2500.9", "2500.9", "2500", 0}, {"29", "29", "30", 0},
       {"2e-3", "2e3", "2000", 1},
   };
@@ -317,9 +317,9 @@ TEST_F(BridgeScreen, IntegrationStepsAndRoundsByTheBridgesOwnRules) {
     i32 down;
   };
   constexpr Spun spins[] = {
-      {0, 100, 0},        {50, 100, 100},     {100, 200, 100},      {200, 250, 100},
-      {249, 250, 200},    {250, 750, 200},    {251, 750, 250},      {750, 1250, 250},
-      {800, 1250, 300},   {1250, 1750, 750},  {15250, 15750, 14750}, {15750, 15750, 15250},
+      {0, 100, 0},           {50, 100, 100},    {100, 200, 100},       {200, 250, 100},
+      {249, 250, 200},       {250, 750, 200},   {251, 750, 250},       {750, 1250, 250},
+      {800, 1250, 300},      {1250, 1750, 750}, {15250, 15750, 14750}, {15750, 15750, 15250},
       {16000, 15750, 15750},
   };
   give(1, 0, 1, 1);
@@ -338,8 +338,9 @@ TEST_F(BridgeScreen, IntegrationStepsAndRoundsByTheBridgesOwnRules) {
     i32 typed;
     i32 taken;
   };
-  constexpr Rounded rounded[] = {{0, 100},   {99, 100},   {101, 200},     {201, 250},    {251, 750},
-                                 {750, 750}, {751, 1250}, {15700, 16250}, {15750, 15750}, {99999, 15750}};
+  constexpr Rounded rounded[] = {{0, 100},       {99, 100},     {101, 200},  {201, 250},
+                                 {251, 750},     {750, 750},    {751, 1250}, {15700, 16250},
+                                 {15750, 15750}, {99999, 15750}};
   for (const Rounded& row : rounded) {
     SCOPED_TRACE(row.typed);
     block(1).Integration = 2;  // the mark of a project without a time
@@ -438,7 +439,7 @@ TEST_F(BridgeScreen, TimesAddUpWhatIsMeasuredTwice) {
       {0, false, false, true, "200 mV", "mSecs", "450 uSecs", "1,350 uSecs"},
   };
   for (const Case& row : cases) {
-    SCOPED_TRACE(row.each);
+    SCOPED_TRACE(::testing::Message() << row.range << " " << row.integration);
     ORVUS_COMMON::SetBridgeDefaults(*store, 0);
     BridgeBlockData& data = give(1, row.style, 3, 1);
     inSetup(1, [&](Screen& setup) {
@@ -677,26 +678,36 @@ class AnyUser {
       return;
     }
     const auto& controls = screen.Controls();
-    Control& control = *controls[static_cast<std::size_t>(Below(static_cast<int>(controls.size())))];
+    Control& control =
+        *controls[static_cast<std::size_t>(Below(static_cast<int>(controls.size())))];
     if (!control.Usable()) return;
     if (!screen.MoveFocus(&control)) static_cast<TextField*>(screen.Focused())->Escape();
     switch (control.Kind()) {
       case ControlKind::kText:
-      case ControlKind::kNumber: typeOrSpin(control); break;
+      case ControlKind::kNumber:
+        typeOrSpin(control);
+        break;
       case ControlKind::kChoice: {
         auto& choice = static_cast<Choice&>(control);
-        choice.Pick(choice.Items[static_cast<std::size_t>(Below(static_cast<int>(choice.Items.size())))].Text);
+        choice.Pick(
+            choice.Items[static_cast<std::size_t>(Below(static_cast<int>(choice.Items.size())))]
+                .Text);
         break;
       }
-      case ControlKind::kCheck: control.Check(Below(2) == 0); break;
-      case ControlKind::kButton: control.Press(); break;
-      case ControlKind::kLabel: break;
+      case ControlKind::kCheck:
+        control.Check(Below(2) == 0);
+        break;
+      case ControlKind::kButton:
+        control.Press();
+        break;
+      case ControlKind::kLabel:
+        break;
     }
   }
   void typeOrSpin(Control& control) {
-    constexpr std::string_view kTexts[] = {"0",  "1", "2",   "3",     "4",  "7",   "12", "19",
-                                           "40", "",  "-5",  "5000",  "1e9", "2.5", "Hz", "-",
-                                           "99", "e", "250", "100000", "Counts"};
+    constexpr std::string_view kTexts[] = {"0",  "1",  "2",  "3",  "4",    "7",      "12",
+                                           "19", "40", "",   "-5", "5000", "1e9",    "2.5",
+                                           "Hz", "-",  "99", "e",  "250",  "100000", "Counts"};
     if (Below(2) == 0) {
       control.Spin(Below(3) != 0);
     } else {
