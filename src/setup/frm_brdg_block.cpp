@@ -3,7 +3,10 @@
 #include <algorithm>
 
 #include "model/defaults.h"
+#include "setup/analog_list.h"
+#include "setup/channel_chart.h"
 #include "setup/frm_brdg_setup.h"
+#include "setup/frm_graphs.h"
 #include "text/number.h"
 
 namespace ostrand {
@@ -26,6 +29,7 @@ frmBrdgBlock::frmBrdgBlock(const ScreenContext& context, SetupHooks hooks,
   }
   FreeCAO.Text("0");
   addOpener({"frmBrdgSetup", "block", [this](std::string_view text) { return openSetup(text); }});
+  addOpener({"frmLogGraph", "", [this](std::string_view) { return openGraph(); }});
   List.Show(std::clamp<int>(group().BlockCount, 0, kMostBridgeBlocks));
   Recount();
   before_.Retake();  // the channel counts may have come out of date in the file
@@ -91,11 +95,8 @@ void frmBrdgBlock::BrdBlock_DiffSECount() {
   freeChannels_ = PanelFreeChans(project.TempBlock.SEChannelCount, project.VoltBlock.SEChannelCount,
                                  used, project.Config.TK40MQty);
   const FreeFigures figures = FreeChannelFigures(project.Config.AutoChan != kFalse, freeChannels_);
-  const auto shown = [](std::optional<int> figure) {
-    return figure ? NumberText(*figure) : std::string("?");
-  };
-  FreeSE.Text(shown(figures.singleEnded));
-  FreeDiff.Text(shown(figures.differential));
+  FreeSE.Text(FigureText(figures.singleEnded));
+  FreeDiff.Text(FigureText(figures.differential));
 }
 
 void frmBrdgBlock::BrdBlock_ExcitCount() {
@@ -109,6 +110,16 @@ void frmBrdgBlock::Recount() {
   BrdBlock_DiffSECount();
   BrdBlock_ExcitCount();
   List.RefreshRows();
+}
+
+bool frmBrdgBlock::openGraph() {
+  ChartBlocks blocks = ChartBlocksOf(store());
+  blocks.bridges = Bridges();
+  StartChans byHand = StoredStartChans(store());
+  for (int b = 1; b <= List.Count(); ++b) byHand.Bridge[b] = group()[b].StartChan;
+  frmLogGraph graph(context(), blocks, byHand);
+  showModal(graph);
+  return true;
 }
 
 bool frmBrdgBlock::openSetup(std::string_view argument) {
@@ -139,15 +150,10 @@ bool frmBrdgBlock::onDone() {
 
 bool frmBrdgBlock::onCancel() {
   if (!before_.Changed() && List.Count() == countBefore_) return true;
-  switch (AskSaveEdits(Forms())) {
-    case platform::Answer::kYes:
-      return onDone();
-    case platform::Answer::kNo:
-      before_.Restore();
-      return true;
-    default:
-      return false;
-  }
+  const platform::Answer answer = AskSaveEdits(Forms());
+  if (answer == platform::Answer::kNo) before_.Restore();
+  if (answer == platform::Answer::kYes && onDone()) End(ModalResult::kDone);
+  return answer == platform::Answer::kNo;
 }
 
 }  // namespace ostrand

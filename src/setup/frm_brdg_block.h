@@ -49,6 +49,7 @@ class frmBrdgBlock : public Screen {
   void add(int block);
   void remove(int block);
   bool openSetup(std::string_view argument);
+  bool openGraph();
 
   SetupHooks hooks_;
   AskOutputParameters askOutputs_;

@@ -83,15 +83,10 @@ bool frmPulseBlock::onDone() {
 
 bool frmPulseBlock::onCancel() {
   if (!before_.Changed() && List.Count() == countBefore_) return true;
-  switch (AskSaveEdits(Forms())) {
-    case platform::Answer::kYes:
-      return onDone();
-    case platform::Answer::kNo:
-      before_.Restore();
-      return true;
-    default:
-      return false;
-  }
+  const platform::Answer answer = AskSaveEdits(Forms());
+  if (answer == platform::Answer::kNo) before_.Restore();
+  if (answer == platform::Answer::kYes && onDone()) End(ModalResult::kDone);
+  return answer == platform::Answer::kNo;
 }
 
 }  // namespace ostrand

@@ -264,6 +264,7 @@ TEST_F(PulseScreen, ScalingByHandIsAskedAboutAndCancelTakesAllBack) {
   EXPECT_EQ(block(1).Reps, 0);
   forms.ExpectBoxWith("MEASUREMENT BLOCKS", "Save changes", platform::Answer::kYes);
   list.Cancel();
+  EXPECT_EQ(list.Result(), ModalResult::kDone);
   EXPECT_EQ(group().BlockCount, 0);
 }
 
