@@ -67,12 +67,16 @@ struct HistoSet {
   Row<float, 0, kLevels - 1> LevelVarOne;
   i16 LevNumTests = 0;
   Row<float, 0, kLevels - 1> LevelVarTwo;
+
+  bool operator==(const HistoSet&) const = default;
 };
 
 // What is stored of one measured item, table by table.
 struct OutputSet {
   Row<Row<i16, 0, kOutputCodes - 1>, 1, kTables> OutputSelect;  // [table][OutputCode], key `Table`
   Row<HistoSet, 1, kTables> Histo;                              // [table]
+
+  bool operator==(const OutputSet&) const = default;
 };
 
 // What one repetition of a block has of its own. Numbers are kept as the text typed.
@@ -98,12 +102,16 @@ struct MeasBlock {
   i16 ZeroFlag = 0;         // flag number of zeroing; stays 0 where the kind can't be zeroed
   i16 CalOnSite = 0;        // two-point calibration on site; key `SiteCal` of pulse blocks
   OutputSet Output;
+
+  bool operator==(const MeasBlock&) const = default;
 };
 
 // A block of up to `MaxReps` repetitions.
 template <int MaxReps>
 struct RepBlock : MeasBlock {
   Row<RepAlias, 1, MaxReps> Alias;
+
+  bool operator==(const RepBlock&) const = default;
 };
 
 // A block on the logger's analog inputs or on a multiplexer.
@@ -117,13 +125,19 @@ struct AnalogBlock : RepBlock<kReps> {
   flag ReverseMes = kFalse;
   i32 SettleTime = 0;  // microseconds
   i16 StartChan = 0;   // keys `StartTempChan`, `StartVoltChan`, `StartBrdgChan`
+
+  bool operator==(const AnalogBlock&) const = default;
 };
 
 struct TempBlockData : AnalogBlock {
   i32 TypeNo = 0;  // thermocouple type code
+
+  bool operator==(const TempBlockData&) const = default;
 };
 
-struct VoltBlockData : AnalogBlock {};
+struct VoltBlockData : AnalogBlock {
+  bool operator==(const VoltBlockData&) const = default;
+};
 
 struct BridgeBlockData : AnalogBlock {
   std::string Type;        // instruction, "BrFull"
@@ -135,16 +149,22 @@ struct BridgeBlockData : AnalogBlock {
   flag RevOutput = kFalse;
   float GageFactor = 0;
   i16 GageCode = 0;
+
+  bool operator==(const BridgeBlockData&) const = default;
 };
 
 struct TK40MBlockData : AnalogBlock {
   i32 TK40Volts = 0;  // 0 thermocouple, 1 voltage
   i32 TypeNo = 0;     // thermocouple type code
+
+  bool operator==(const TK40MBlockData&) const = default;
 };
 
 struct PulseBlockData : RepBlock<kReps> {
   std::string Meas;  // "HiLev", "LoLev", "Swtch"
   i16 Opt = 0;       // 0 totalize, 1 frequency, above: frequency over so many milliseconds
+
+  bool operator==(const PulseBlockData&) const = default;
 };
 
 // The blocks of one kind, counted from 1.
@@ -156,21 +176,32 @@ struct BlockGroup {
 
   Data& operator[](int block) { return Blocks[block]; }
   const Data& operator[](int block) const { return Blocks[block]; }
+  bool operator==(const BlockGroup&) const = default;
 };
 
 struct TempBlockGroup : BlockGroup<TempBlockData, kBlocks> {
   i16 SEChannelCount = 0;  // single-ended channels in use
+
+  bool operator==(const TempBlockGroup&) const = default;
 };
 struct VoltBlockGroup : BlockGroup<VoltBlockData, kBlocks> {
   i16 SEChannelCount = 0;
+
+  bool operator==(const VoltBlockGroup&) const = default;
 };
 struct BridgeBlockGroup : BlockGroup<BridgeBlockData, kBlocks> {
   i16 SEChannelCount = 0;
   i16 ExciteSwitched = 0;  // switched excitation ports in use
   i16 ExciteCAO = 0;       // continuous analog outputs in use
+
+  bool operator==(const BridgeBlockGroup&) const = default;
 };
-struct TK40MBlockGroup : BlockGroup<TK40MBlockData, kBlocks> {};
-struct PulseBlockGroup : BlockGroup<PulseBlockData, kPulseBlocks> {};
+struct TK40MBlockGroup : BlockGroup<TK40MBlockData, kBlocks> {
+  bool operator==(const TK40MBlockGroup&) const = default;
+};
+struct PulseBlockGroup : BlockGroup<PulseBlockData, kPulseBlocks> {
+  bool operator==(const PulseBlockGroup&) const = default;
+};
 
 // Output of a single value beside the blocks: battery, panel reference, multiplexer reference.
 struct ReferenceOutput {

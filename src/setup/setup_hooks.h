@@ -16,6 +16,7 @@ struct SolveSource {
   std::string_view kind;
   bool onTemperature = false;  // "TK40M" on thermocouples
   bool inVolts = false;        // "Brdg" that gives volts per volt
+  bool inOhms = false;         // "Brdg" that gives a resistance
 };
 
 // The rows of a block's field names, for editing in place.

@@ -1,0 +1,34 @@
+// Lists of blocks that edit the store in place: how they take their edits back.
+#pragma once
+
+#include <memory>
+#include <string_view>
+
+#include "model/store.h"
+#include "platform/forms.h"
+#include "setup/controls/screen.h"
+
+namespace ostrand {
+
+// A part of the store as it was when a screen opened.
+template <class Part>
+class KeptPart {
+ public:
+  explicit KeptPart(Part& part) : part_(part), before_(std::make_unique<Part>(part)) {}
+
+  [[nodiscard]] bool Changed() const { return !(part_ == *before_); }
+  void Restore() { part_ = *before_; }
+  void Retake() { *before_ = part_; }
+
+ private:
+  Part& part_;
+  std::unique_ptr<Part> before_;
+};
+
+// A screen that a button opens, for who asks for it by its name. The button outlives it.
+Screen::Opener OpenedBy(Button& button, std::string_view screen);
+
+// The question when a list is left by Cancel with edits.
+platform::Answer AskSaveEdits(platform::Forms& forms);
+
+}  // namespace ostrand

@@ -1,0 +1,92 @@
+// What the screen of a bridge block decides by tables and arithmetic. Times are microseconds.
+//
+// Bridges keep time and range rules of their own, which differ in places from those of the other
+// analog blocks.
+#pragma once
+
+#include <array>
+#include <span>
+#include <string_view>
+
+#include "model/channels.h"
+#include "model/store.h"
+
+namespace ostrand {
+
+// A kind of bridge; its place in the list is the `Style` of a block.
+struct BridgeKind {
+  std::string_view caption;      // in the list
+  std::string_view instruction;  // `Type`
+  std::string_view units;
+  i16 gageCode;  // 0 leaves the one that the block has
+  std::string_view info;
+  std::string_view status;  // for the status line
+};
+extern const std::array<BridgeKind, kBridgeStyles.size()> kBridgeKinds;
+
+inline constexpr int kResistanceBridge = 4;
+inline constexpr int kFirstStrainBridge = 5;
+inline constexpr float kResistanceMult = 10000;
+
+inline bool IsStrainBridge(int style) { return style >= kFirstStrainBridge; }
+// Whether a kind can be measured a second time with its inputs reversed: those with differential
+// inputs can.
+bool CanReverseBridge(int style);
+
+// Excitation ports that the blocks other than `block`, from 1, use.
+int ExcitePortsOfOthers(ChannelBlocks bridges, int block);
+
+// A block's sensors, and how many of them share one excitation.
+struct ExciteFit {
+  int reps;
+  int exciteReps;
+};
+// Both as they fit into the ports that the other blocks leave: no sensors when there is none left,
+// or else as many to a port as it takes. `wanted` is at least 1.
+ExciteFit FitExciteReps(int reps, int wanted, int portsOfOthers);
+
+// Sensors to be taken away from a block of that kind when so many single-ended channels are
+// missing; at least 1.
+int BridgeSensorsTooMany(int missingChannels, const ChannelBlock& block);
+
+// The last channel on which a block can start; at least 1.
+int LastBridgeStart(bool differential, int reps);
+
+inline constexpr int kLeastExcite = 30;  // millivolts
+inline constexpr int kMostExcite = 5000;
+
+inline constexpr int kMostBridgeIntegration = 15750;
+// Integration times of the choices 50 Hz and 60 Hz; 0 for the others.
+i32 ForcedIntegration(i32 integrationRange);
+i32 RoundedBridgeIntegration(i32 micros);
+// One click up or down along 100, 200, 250, 750, 1250 and on by 500. A time below 1 stays on the
+// way down.
+i32 BridgeIntegrationUp(i32 micros);
+i32 BridgeIntegrationDown(i32 micros);
+
+inline constexpr i32 kMostBridgeSettling = 50000;
+i32 LeastBridgeSettling(i32 integration);
+// Down to a multiple of 10 and within the limits that go with an integration time.
+i32 TakenBridgeSettling(i32 settling, i32 integration);
+
+// Ranges as shown, and their codes in the program.
+struct BridgeRange {
+  std::string_view text;
+  i16 code;
+  bool openInput;  // the test for an open input is offered, and multiplies the code by 10
+};
+inline constexpr std::array<BridgeRange, 6> kBridgeRanges = {{{"Auto", 5, false},
+                                                              {"5000 mV", 0, false},
+                                                              {"1000 mV", 1, false},
+                                                              {"200 mV", 2, true},
+                                                              {"50 mV", 3, true},
+                                                              {"20 mV", 4, true}}};
+// The place of a range in the list, -1 for another text.
+int BridgeRangeIndex(std::string_view range);
+i16 BridgeRangeCode(const BridgeRange& range, bool openInput);
+
+// The time of one sensor, and that of all of them; 0 without sensors.
+i32 BridgeMeasTime(const BridgeBlockData& block);
+i32 BridgeBlockTime(const BridgeBlockData& block);
+
+}  // namespace ostrand

@@ -1,0 +1,30 @@
+#include "setup/field_keys.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "text/mask.h"
+#include "text/number.h"
+
+namespace ostrand {
+
+void DropLeadingZeros(TextField& field) {
+  const std::string text = field.Text();
+  const std::size_t first = text.find_first_not_of('0');
+  if (first == 0 || text.size() < 2) return;
+  field.Correct(first == std::string::npos ? "0" : text.substr(first));
+}
+
+void LimitWhileTyped(NumericField& field, double least, double most) {
+  const std::string text = field.Text();
+  const std::optional<double> value = ToDouble(text);
+  const bool onlyZeros = text.find_first_not_of('0') == std::string::npos;
+  if (!value || onlyZeros || (*value >= least && *value <= most)) return;
+  field.Correct(NumberText(std::clamp(*value, least, most)));
+}
+
+double SteppedToWhole(double value, bool up) { return std::floor(value + (up ? 1 : -1) + 0.5); }
+
+std::string MicrosText(i32 micros) { return FormatNumber(micros, "#,##0") + " uSecs"; }
+
+}  // namespace ostrand

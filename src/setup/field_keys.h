@@ -1,0 +1,23 @@
+// Small rules that fields of setup screens share.
+#pragma once
+
+#include <string>
+
+#include "model/store.h"
+#include "setup/controls/numeric_field.h"
+
+namespace ostrand {
+
+// What is put right while a field is typed into; to be called from OnChange.
+// Zeros at the head of a number go as soon as more follows.
+void DropLeadingZeros(TextField& field);
+// A number is kept within limits; a text that is none yet may go on, and so may zeros.
+void LimitWhileTyped(NumericField& field, double least, double most);
+
+// A click on the spin button of a multiplier or an offset: to whole numbers from the first on.
+double SteppedToWhole(double value, bool up);
+
+// "2,500 uSecs".
+std::string MicrosText(i32 micros);
+
+}  // namespace ostrand

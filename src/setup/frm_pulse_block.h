@@ -1,0 +1,45 @@
+// The list of pulse blocks.
+#pragma once
+
+#include <vector>
+
+#include "model/channels.h"
+#include "setup/block_edits.h"
+#include "setup/block_list.h"
+#include "setup/output_boxes.h"
+#include "setup/setup_hooks.h"
+
+namespace ostrand {
+
+// Edits the pulse blocks of the store in place; Done settles the count.
+class frmPulseBlock : public Screen {
+ public:
+  explicit frmPulseBlock(const ScreenContext& context, SetupHooks hooks = {});
+
+  BlockList List;
+  // Free channels. All kinds of input draw on one pool.
+  Label FreeHiLev;
+  Label FreeLoLev;
+  Label FreeSwtch;
+
+  // The blocks in the list.
+  [[nodiscard]] std::vector<ChannelBlock> Pulses() const;
+  // Counts the free channels anew; below 0 when there are too many sensors.
+  int FreeChans();
+
+ protected:
+  bool onDone() override;
+  bool onCancel() override;
+
+ private:
+  [[nodiscard]] BlockList::Rules rules();
+  [[nodiscard]] PulseBlockGroup& group() const { return store().PulseBlock[0]; }
+  void add(int block);
+  bool openSetup(std::string_view argument);
+
+  SetupHooks hooks_;
+  KeptPart<PulseBlockGroup> before_;
+  int countBefore_ = 0;
+};
+
+}  // namespace ostrand

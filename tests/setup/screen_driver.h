@@ -1,0 +1,86 @@
+// Drives screens as a person does: what is hidden or disabled can't be used.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "model/defaults.h"
+#include "model/options.h"
+#include "setup/controls/screen.h"
+#include "support/scripted_forms.h"
+
+namespace ostrand::testing {
+
+// Shows a screen by running what the test does on it.
+class DrivenHost : public ScreenHost {
+ public:
+  std::function<void(Screen&)> onShow;
+  int shown = 0;
+
+  void ShowModal(Screen& screen) override {
+    ++shown;
+    if (onShow) onShow(screen);
+  }
+};
+
+inline Control& Usable(Screen& screen, std::string_view name) {
+  Control* control = screen.Find(name);
+  if (control == nullptr) throw std::runtime_error("no control " + std::string(name));
+  EXPECT_TRUE(control->Usable()) << name;
+  screen.MoveFocus(control);
+  return *control;
+}
+inline void Type(Screen& screen, std::string_view name, std::string_view keys) {
+  EXPECT_TRUE(Usable(screen, name).TypeText(keys));
+  screen.MoveFocus(nullptr);
+}
+inline void Spin(Screen& screen, std::string_view name, bool up) {
+  EXPECT_TRUE(Usable(screen, name).Spin(up));
+}
+inline void Pick(Screen& screen, std::string_view name, std::string_view item) {
+  EXPECT_TRUE(Usable(screen, name).Pick(item)) << name << " has no " << item;
+}
+inline void Check(Screen& screen, std::string_view name, bool on) {
+  EXPECT_TRUE(Usable(screen, name).Check(on));
+}
+inline void Press(Screen& screen, std::string_view name) {
+  EXPECT_TRUE(Usable(screen, name).Press());
+}
+inline std::string Shown(const Screen& screen, std::string_view name) {
+  const Control* control = screen.Find(name);
+  return control == nullptr ? "no such control" : control->Text();
+}
+inline bool IsUsable(const Screen& screen, std::string_view name) {
+  const Control* control = screen.Find(name);
+  return control != nullptr && control->Usable();
+}
+// Opens a screen by its name; false when it can't be opened now.
+inline bool Open(Screen& screen, std::string_view name, std::string_view argument = {}) {
+  screen.MoveFocus(nullptr);
+  for (const Screen::Opener& opener : screen.Openers()) {
+    if (opener.name == name) return opener.open(argument);
+  }
+  return false;
+}
+
+// A new project with screens over it.
+class ScreenTest : public ::testing::Test {
+ protected:
+  ScreenTest() {
+    ORVUS_COMMON::SetLoggerConstants(*store);
+    ORVUS_COMMON::SetAllDefaults(*store);
+  }
+
+  ScriptedForms forms;
+  DrivenHost host;
+  OptionValues options;
+  std::vector<i32> kinds;
+  std::unique_ptr<ProjectStore> store = NewStore();
+  ScreenContext context{*store, forms, host, options, 0, kinds};
+};
+
+}  // namespace ostrand::testing
