@@ -16,7 +16,8 @@ namespace ostrand {
 class frmBrdgSetup : public Screen {
  public:
   // `block` from 1, one of the list's. The list outlives this screen.
-  frmBrdgSetup(const ScreenContext& context, frmBrdgBlock& list, int block, const SetupHooks& hooks);
+  frmBrdgSetup(const ScreenContext& context, frmBrdgBlock& list, int block,
+               const SetupHooks& hooks);
 
  private:
   // First, since its controls refer to it.
