@@ -1,0 +1,78 @@
+// Parameters of a level crossing.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "model/table_outputs.h"
+#include "setup/controls/choice.h"
+#include "setup/controls/numeric_field.h"
+#include "setup/histo_screen.h"
+
+namespace ostrand {
+
+// What the arrays of an output's levels are named by: "VBlk1", the name of a CAN item, "Calc3".
+std::string LevelStem(const OutputSource& source);
+
+// `LevelCode` as the program gets it: the sizes and the arrays that hold the levels of both
+// dimensions, "3,2,VBlk11LC1(),VBlk11LC2()". One dimension has a second size of 1.
+std::string LevelCodeText(const HistoSet& histo, std::string_view stem, int table);
+
+// Values in ascending order, each once, at most kLevels.
+class LevelList {
+ public:
+  // A field for a new value, the button that adds it, the list, and the button that takes the one
+  // picked away.
+  LevelList(Screen& screen, std::string_view name, std::string_view toolTip);
+
+  NumericField Entry;
+  Button Add;
+  Choice Items;
+  Button Remove;
+  std::function<void()> OnEdit;
+
+  // The first `count` of the stored values.
+  void Load(const Row<float, 0, kLevels - 1>& values, int count);
+  void Keep(Row<float, 0, kLevels - 1>& values, i16& count) const;
+  [[nodiscard]] int Count() const { return static_cast<int>(values_.size()); }
+  void Enable(bool enabled);
+
+ private:
+  void add();
+  void remove();
+  void show();
+
+  Screen& screen_;
+  std::vector<float> values_;
+};
+
+class frmLevel : public HistoScreen {
+ public:
+  // `stem` as LevelStem gives it.
+  frmLevel(const ScreenContext& context, const HistoTarget& target, std::string_view stem);
+
+  Choice NumDims;    // "One Dimension", "Two Dimensions"
+  LevelList Levels;  // "LevelVarOne", with "AddOne", "LevelsOne", "RemoveOne"
+  LevelList Tests;   // "LevelVarTwo" and so on
+  Choice LevelMeas;  // the measurement of the second dimension
+  Label Code;
+
+ protected:
+  bool onDone() override;
+
+ private:
+  void load();
+  void fillMeasurements();
+  void pickMeasurement();
+  void edit();
+  [[nodiscard]] bool isTwo() const { return NumDims.Index() == 1; }
+  // What Done would keep.
+  [[nodiscard]] HistoSet edited() const;
+
+  std::string stem_;
+  std::vector<std::string> measurements_;  // names behind the entries of LevelMeas
+  bool touched_ = false;
+};
+
+}  // namespace ostrand

@@ -1,0 +1,85 @@
+#include "setup/histo_screen.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "model/intervals.h"
+#include "text/mask.h"
+#include "text/number.h"
+#include "text/strings.h"
+#include "verify/box.h"
+
+namespace ostrand {
+namespace {
+
+constexpr std::string_view kMicros = "#,##0";
+constexpr double kFewestPoints = 2;
+
+HistoParameters numbersAt(const std::vector<std::string_view>& parts, const HistoPlaces& places) {
+  HistoParameters numbers{};
+  for (std::size_t n = 0; n < places.size(); ++n) numbers[n] = Val(parts[places[n]]);
+  return numbers;
+}
+
+}  // namespace
+
+HistoScreen::HistoScreen(const ScreenContext& context, std::string_view name,
+                         const HistoTarget& target)
+    : Screen(context, name),
+      ScanTime(*this, "ScanTime"),
+      TableTime(*this, "TableTime"),
+      DataPoints(*this, "DataPoints"),
+      target_(target) {
+  const double scan = ORVUS_COMMON::ScanIntervalMicros(context.store);
+  const double interval = ORVUS_COMMON::TableIntervalMicros(context.store, target.table);
+  const double points = scan > 0 ? interval / scan : 0;
+  ScanTime.Text("Scan Time = " + FormatNumber(scan, kMicros) + " uSecs");
+  TableTime.Text("Table Time = " + FormatNumber(interval, kMicros) + " uSecs");
+  DataPoints.Text("Data Points per Histogram = " + FormatNumber(std::floor(points), kMicros));
+  DataPoints.ToolTip = "Flashing indicates a possibly useless histogram.";
+  DataPoints.Flashes = points < kFewestPoints;
+}
+
+std::string HistoScreen::codeLine(std::string_view source, std::string_view code) const {
+  std::string line = "(";
+  line.append(source).append(",").append(target_.resolution).append(",0,").append(code);
+  return line + ")";
+}
+
+bool HistoScreen::refuse(std::string_view title, std::string_view text) {
+  ShowWarning(Forms(), title, std::string(text));
+  return false;
+}
+
+std::optional<HistoParameters> HistoNumbers(std::string_view text, const HistoOrder& order) {
+  const std::vector<std::string_view> parts = Split(text, ',');
+  const bool isWhole = parts.size() == order.own.size() &&
+                       std::all_of(parts.begin(), parts.end(), [](std::string_view part) {
+                         return ToDouble(part).has_value();
+                       });
+  if (!isWhole) return std::nullopt;
+  const auto isPossible = [&](const HistoParameters& numbers) {
+    return numbers[order.lower] < numbers[order.upper] && numbers[order.form] >= 0;
+  };
+  const std::string_view form = parts[order.foreign[order.form]];
+  const bool padded = form.size() > 1 && form.front() == '0' && form[1] != '.';
+  const HistoParameters own = numbersAt(parts, order.own);
+  const HistoParameters foreign = numbersAt(parts, order.foreign);
+  const bool isForeign = isPossible(foreign) && (padded || !isPossible(own));
+  return isForeign ? foreign : own;
+}
+
+std::string HistoText(const HistoParameters& numbers, const HistoOrder& order) {
+  std::array<std::string, 5> parts;
+  for (std::size_t n = 0; n < numbers.size(); ++n) {
+    parts[order.own[n]] = NumberText(static_cast<float>(numbers[n]));
+  }
+  std::string text;
+  for (const std::string& part : parts) {
+    if (&part != &parts.front()) text += ',';
+    text += part;
+  }
+  return text;
+}
+
+}  // namespace ostrand

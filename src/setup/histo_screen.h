@@ -1,0 +1,63 @@
+// What the parameter screens of histogram, rainflow and level crossing share.
+#pragma once
+
+#include <array>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "setup/controls/screen.h"
+
+namespace ostrand {
+
+// The output whose parameters are edited.
+struct HistoTarget {
+  HistoSet& histo;              // outlives the screen
+  int table;                    // from 1
+  std::string_view resolution;  // "FP2" or "IEEE4"
+};
+
+class HistoScreen : public Screen {
+ public:
+  HistoScreen(const ScreenContext& context, std::string_view name, const HistoTarget& target);
+
+  // The user left it by Cancel, or in any other way than Done; its box is cleared then.
+  bool UserCancelled = true;
+
+  Label ScanTime;
+  Label TableTime;
+  Label DataPoints;  // flashes when a record has too few points for its histogram
+
+ protected:
+  [[nodiscard]] const HistoTarget& target() const { return target_; }
+  // The instruction as the screen shows it: "(BinSelect,FP2,0,20,0,100,0,1)".
+  [[nodiscard]] std::string codeLine(std::string_view source, std::string_view code) const;
+  // Tells what is wrong and keeps the screen open.
+  bool refuse(std::string_view title, std::string_view text);
+
+ private:
+  HistoTarget target_;
+};
+
+// --- Texts of histogram and rainflow -------------------------------------------------------------
+
+using HistoParameters = std::array<double, 5>;   // as the screen lists them
+using HistoPlaces = std::array<std::size_t, 5>;  // of each number in the text, from 0
+
+// Where the numbers stand in the text. Texts of other origin hold them in `foreign` order.
+struct HistoOrder {
+  HistoPlaces own;
+  HistoPlaces foreign;
+  std::size_t lower;  // which of the numbers are the limits and the form
+  std::size_t upper;
+  std::size_t form;
+};
+// The numbers of a stored text. One in foreign order is known by a form in other than its shortest
+// text ("000"), or by limits that would stand the wrong way round. Nothing for a text that is
+// neither.
+std::optional<HistoParameters> HistoNumbers(std::string_view text, const HistoOrder& order);
+
+// The numbers in the order of the text, in their shortest form, without blanks.
+std::string HistoText(const HistoParameters& numbers, const HistoOrder& order);
+
+}  // namespace ostrand

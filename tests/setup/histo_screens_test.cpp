@@ -1,0 +1,313 @@
+// Parameters of histogram, rainflow and level crossing: what the screens keep, and that the
+// program, the size of a record and the table description make the same of it.
+#include <gtest/gtest.h>
+
+#include "documents/table_description.h"
+#include "generator/savedld.h"
+#include "model/output_table.h"
+#include "model/table_outputs.h"
+#include "platform/posix/posix_clock.h"
+#include "platform/posix/posix_filesystem.h"
+#include "setup/frm_histogram.h"
+#include "setup/frm_level.h"
+#include "setup/frm_rain_histo.h"
+#include "setup/table_screens_fixture.h"
+#include "text/number.h"
+#include "text/strings.h"
+
+namespace ostrand {
+namespace {
+
+class HistoScreens : public testing::TableScreens {
+ protected:
+  HistoScreens() {
+    store->Scan.ExecutionTime = 10;
+    store->Scan.ExecTimeUnits = 1;
+    store->VoltBlock.BlockCount = 1;
+    store->VoltBlock[1].Reps = 2;
+    for (int t = 1; t <= 2; ++t) {
+      store->Tables[t].TableOn = kTrue;
+      store->Tables[t].OutInt = 1;
+      store->Tables[t].OutIntUnits = 2;
+    }
+  }
+
+  HistoSet& histo(int t = 1) { return store->VoltBlock[1].Output.Histo[t]; }
+
+  static void fill(Screen& screen,
+                   std::initializer_list<std::pair<std::string_view, std::string_view>> fields) {
+    for (const auto& [name, keys] : fields) type(screen, name, keys);
+  }
+  static void add(Screen& screen, std::string_view list, std::string_view value) {
+    type(screen, "LevelVar" + std::string(list), value);
+    press(screen, "Add" + std::string(list));
+  }
+};
+
+TEST_F(HistoScreens, AHistogramIsRefusedRuleByRule) {
+  frmHistogram screen(context, {histo(), 1, "FP2"});
+  EXPECT_EQ(shown(screen, "ScanTime"), "Scan Time = 10,000 uSecs");
+  EXPECT_EQ(shown(screen, "TableTime"), "Table Time = 1,000,000 uSecs");
+  EXPECT_EQ(shown(screen, "DataPoints"), "Data Points per Histogram = 100");
+  EXPECT_FALSE(screen.DataPoints.Flashes);
+  const auto refused = [&](std::string_view text) {
+    forms.ExpectBox("INCORRECT VALUE", std::string(text));
+    screen.Done();
+    EXPECT_EQ(screen.Result(), ModalResult::kNone);
+  };
+  fill(screen, {{"Bins", "1"}});
+  refused("Number of Bins must have a value of at least 2.");
+  fill(screen, {{"Bins", "20"}, {"LowerLimit", "5"}, {"UpperLimit", "5"}});
+  refused("Lower Limit and Upper Limit are the same values.");
+  fill(screen, {{"UpperLimit", "-1e2"}});
+  refused("Lower Limit must be less then  Upper Limit.");
+  fill(screen, {{"UpperLimit", "100.50"}});
+  refused("Weighted Value must be greater than zero.");
+  EXPECT_EQ(histo().HistogramCode, "");
+  fill(screen, {{"Weight", "1"}});
+  EXPECT_EQ(shown(screen, "Code"), "Code = (BinSelect,FP2,0,20,5,100.5,0,1)");
+  EXPECT_TRUE(screen.UserCancelled);
+  screen.Done();
+  EXPECT_FALSE(screen.UserCancelled);
+  EXPECT_EQ(histo().HistogramCode, "20,5,100.5,0,1");
+}
+
+TEST_F(HistoScreens, ARainflowIsRefusedRuleByRule) {
+  store->Tables[1].SyncTable = kTrue;
+  frmRainHisto screen(context, {histo(), 1, "IEEE4"});
+  EXPECT_TRUE(screen.DataPoints.Flashes) << "one scan makes no histogram";
+  const auto refused = [&](std::string_view text) {
+    forms.ExpectBox("INCORRECT VALUE", std::string(text));
+    screen.Done();
+  };
+  refused("Mean Bins must have a value of at least 1.");
+  fill(screen, {{"MeanBins", "3"}, {"AmpBins", "1"}});
+  refused("Amp Bins must have a value of at least 2.");
+  fill(screen, {{"AmpBins", "4"}});
+  refused("Lower Limit and Upper Limit are the same values.");
+  fill(screen, {{"LowerLimit", "1"}});
+  refused("Lower Limit must be less then  Upper Limit.");
+  fill(screen, {{"LowerLimit", "-400"}, {"UpperLimit", "400"}, {"Form", "100"}});
+  EXPECT_EQ(shown(screen, "Code"), "Code = (BinSelect,IEEE4,0,3,4,-400,400,100)");
+  screen.Done();
+  EXPECT_EQ(histo().RainHistoCode, "3,4,-400,400,100");
+}
+
+TEST_F(HistoScreens, WhatIsOnlyLookedAtStaysAsItWasWritten) {
+  histo().HistogramCode = "20,000,1,-150,200";
+  histo().RainHistoCode = "5,10,0,0,40";
+  frmHistogram histogram(context, {histo(), 1, "FP2"});
+  EXPECT_EQ(shown(histogram, "LowerLimit"), "-150");
+  EXPECT_EQ(shown(histogram, "UpperLimit"), "200");
+  EXPECT_EQ(shown(histogram, "Form"), "0");
+  EXPECT_EQ(shown(histogram, "Weight"), "1");
+  histogram.Done();
+  EXPECT_EQ(histo().HistogramCode, "20,000,1,-150,200");
+  frmRainHisto rain(context, {histo(), 1, "FP2"});
+  EXPECT_EQ(shown(rain, "UpperLimit"), "40");
+  rain.Done();
+  EXPECT_EQ(histo().RainHistoCode, "5,10,0,0,40");
+
+  frmHistogram again(context, {histo(), 1, "FP2"});
+  fill(again, {{"Bins", "25"}});
+  again.Done();
+  EXPECT_EQ(histo().HistogramCode, "25,-150,200,0,1");
+  frmHistogram own(context, {histo(), 1, "FP2"});
+  EXPECT_EQ(shown(own, "LowerLimit"), "-150");
+
+  for (const std::string_view bad : {"", "5", "a,b,c,d,e", "1,2,3,4,5,6", ",,,,"}) {
+    histo().HistogramCode = bad;
+    frmHistogram screen(context, {histo(), 1, "FP2"});
+    EXPECT_EQ(shown(screen, "Bins"), "0") << bad;
+    screen.Cancel();
+    EXPECT_TRUE(screen.UserCancelled);
+    EXPECT_EQ(histo().HistogramCode, bad);
+  }
+
+  histo().LevelCode = "4,3,0,0.5";
+  histo().NumDims = 1;
+  histo().LevelMeasName = "Flag(1)";
+  histo().LevelMeas = 7;
+  histo().LevNumLevels = histo().LevNumTests = 2;
+  histo().LevelVarOne[1] = histo().LevelVarTwo[1] = 1;
+  frmLevel level(context, {histo(), 1, "FP2"}, "VBlk1");
+  EXPECT_EQ(shown(level, "LevelMeas"), "Flag(1)");
+  level.Done();
+  EXPECT_EQ(histo().LevelCode, "4,3,0,0.5");
+  EXPECT_EQ(histo().LevelMeas, 7);
+}
+
+TEST_F(HistoScreens, LevelsAreSortedAndEachOnce) {
+  frmLevel screen(context, {histo(), 1, "FP2"}, "VBlk1");
+  forms.ExpectBox("NOT ENOUGH VALUES", "There must be at least 2 values in Level Crossing Values.");
+  screen.Done();
+  for (const std::string_view value : {"5", "-1", "0.5", "5", "0.50"}) add(screen, "One", value);
+  EXPECT_EQ(forms.beeps, 2) << "a value that is there already";
+  ASSERT_EQ(screen.Levels.Items.Items.size(), 3U);
+  EXPECT_EQ(screen.Levels.Items.Items[0].Text, "-1");
+  EXPECT_EQ(screen.Levels.Items.Items[2].Text, "5");
+  EXPECT_FALSE(usable(screen, "LevelMeas"));
+
+  pick(screen, "NumDims", "Two Dimensions");
+  forms.ExpectBox("MISSING 2ND DIM",
+                  "Two Dimensional Level Crossing requires a 2nd Dim Selection.");
+  screen.Done();
+  pick(screen, "LevelMeas", "VBlk1(2) - VOLT BLOCK");
+  forms.ExpectBox("NOT ENOUGH VALUES", "There must be at least 2 values in 2nd Dim Boundaries.");
+  screen.Done();
+  for (int value = 1; value <= 41; ++value) add(screen, "Two", std::to_string(value));
+  EXPECT_EQ(forms.beeps, 3) << "the 41st";
+  EXPECT_EQ(screen.Tests.Count(), 40);
+  for (int n = 0; n < 38; ++n) {
+    pick(screen, "LevelsTwo", "1");
+    press(screen, "RemoveTwo");
+    if (n < 37) add(screen, "Two", "1");
+    if (n < 37) pick(screen, "LevelsTwo", std::to_string(n + 2));
+    if (n < 37) press(screen, "RemoveTwo");
+  }
+  EXPECT_EQ(shown(screen, "Code"), "(Source,FP2,0,3,2,VBlk11LC1(),VBlk11LC2())");
+  screen.Done();
+  EXPECT_EQ(histo().LevelMeasName, "VBlk1(2)");
+  EXPECT_EQ(histo().LevelMeas, 1);
+  EXPECT_EQ(histo().LevNumLevels, 3);
+  EXPECT_EQ(histo().LevelVarOne[0], -1);
+  EXPECT_EQ(histo().LevelVarOne[2], 5);
+  EXPECT_EQ(histo().LevNumTests, 2);
+  EXPECT_EQ(histo().LevelVarTwo[0], 40);
+  EXPECT_EQ(histo().LevelVarTwo[1], 41);
+}
+
+// One line of the table description.
+struct Described {
+  int number;
+  std::string source;
+};
+
+std::vector<Described> describedFields(const ProjectStore& store, int t) {
+  const std::string text = TableDescriptionText(store, {"RIG", {2025, 11, 24, 9, 30, 0}});
+  const std::string end = "- End Table " + std::to_string(t) + " -";
+  std::string_view section = std::string_view(text).substr(0, text.find(end));
+  section.remove_prefix(section.rfind("UNITS-------\r\n") + 14);
+  std::vector<Described> fields;
+  while (!section.empty()) {
+    const std::string_view line = TakeLine(section);
+    if (!Holds(line, "MEAS")) continue;
+    fields.push_back({static_cast<int>(Val(line)), std::string(After(line, "MEAS"))});
+  }
+  return fields;
+}
+
+// Every kind of source with all three in two tables, set up through the screens: two dimensions in
+// table 1, one in table 2.
+TEST_F(HistoScreens, ProgramRecordAndDescriptionAgree) {
+  store->TempBlock.BlockCount = store->BridgeBlock.BlockCount = 1;
+  store->TempBlock[1].Reps = store->BridgeBlock[1].Reps = 1;
+  store->PulseBlock[0].BlockCount = 1;
+  store->PulseBlock[0][1].Reps = 1;
+  store->Config.TK40MQty = 1;
+  store->TK40MBlock.BlockCount = 1;
+  store->TK40MBlock[1].Reps = 2;
+  store->Config.CanBusQty = 1;
+  store->Can.Module[1].CanBusEnabled = 1;
+  store->Can.CanCount = 1;
+  store->Can.Item[1].Name = "Rpm";
+  store->Can.Item[1].Enabled = 1;
+  store->Can.Item[1].Reps = 1;
+  store->CalcFields.CalcFieldCount = 1;
+  store->CalcFields.Field[1].CalcField[1] = "Power";
+  store->CalcFields.Field[1].CalcField[2] = "VBlk1(1)*2";
+  store->CalcFields.Field[1].DataResolution = "FP2";
+
+  const std::array<OutputSet*, 7> outputs = {
+      &store->TempBlock[1].Output,       &store->VoltBlock[1].Output,
+      &store->BridgeBlock[1].Output,     &store->PulseBlock[0][1].Output,
+      &store->TK40MBlock[1].Output,      &store->Can.Item[1].Output,
+      &store->CalcFields.Field[1].Output};
+  for (const OutputSource& source : OutputSourcesOf(*store)) {
+    const auto at = std::find(outputs.begin(), outputs.end(), source.output);
+    ASSERT_NE(at, outputs.end()) << source.name;
+    for (int t = 1; t <= 2; ++t) {
+      OutputSet& output = **at;
+      const HistoTarget target{output.Histo[t], t, source.resolution};
+      frmHistogram histogram(context, target);
+      fill(histogram,
+           {{"Bins", "20"}, {"LowerLimit", "-50"}, {"UpperLimit", "120.5"}, {"Weight", "1"}});
+      histogram.Done();
+      frmRainHisto rain(context, target);
+      fill(rain, {{"MeanBins", "3"}, {"AmpBins", "4"}, {"UpperLimit", "10"}});
+      rain.Done();
+      frmLevel level(context, target, LevelStem(source));
+      for (const std::string_view value : {"1", "2", "3"}) add(level, "One", value);
+      if (t == 1) {
+        pick(level, "NumDims", "Two Dimensions");
+        pick(level, "LevelMeas", "Power - CALC FORMULA");
+        for (const std::string_view value : {"5", "6"}) add(level, "Two", value);
+      }
+      level.Done();
+      for (const HistoScreen* screen :
+           {static_cast<HistoScreen*>(&histogram), static_cast<HistoScreen*>(&rain),
+            static_cast<HistoScreen*>(&level)}) {
+        EXPECT_EQ(screen->Result(), ModalResult::kDone) << source.name << screen->Name();
+      }
+      for (int code = kHistogram; code <= kLevelCrossing; ++code) output.OutputSelect[t][code] = 1;
+    }
+  }
+
+  platform::PosixFileSystem files;
+  platform::PosixClock clock;
+  const std::string program = SAVEDLD(*store, files, clock, forms).ProgramText();
+  const auto expectLine = [&](const std::string& line) {
+    EXPECT_NE(program.find("\r\n" + line), std::string::npos) << line;
+  };
+  for (int t = 1; t <= 2; ++t) {
+    const std::string table = std::to_string(t);
+    const std::vector<Described> described = describedFields(*store, t);
+    std::size_t next = 0;
+    int number = 1;
+    for (const OutputSource& source : OutputSourcesOf(*store)) {
+      const std::string res(source.resolution);
+      const std::string array = LevelStem(source) + table;
+      const bool isField = source.family == OutputFamily::kCalcField;
+      const std::string levels = t == 1 ? "3,2," : "3,1,";
+      expectLine("Dim " + array + "LC1(3)");
+      expectLine("Dim " + array + "LC2(" + (t == 1 ? "2)" : "1)"));
+      for (int code = kHistogram; code <= kLevelCrossing; ++code) {
+        const HistoSet& histo = source.output->Histo[t];
+        const i32 count = ORVUS_COMMON::OutputFieldCount(1, code, histo.HistogramCode,
+                                                         histo.RainHistoCode, histo.LevelCode);
+        EXPECT_EQ(count, code == kHistogram ? 20 : code == kRainFlow ? 12 : t == 1 ? 6 : 3);
+        EXPECT_EQ(count, OutputColumns(*source.output, t, code));
+        for (int i = 1; i <= OutputValues(source, code); ++i) {
+          const std::string value =
+              isField ? source.name : source.name + "(" + std::to_string(i) + ")";
+          if (code == kHistogram) {
+            expectLine("   Histogram(" + value + "," + res + ",False,20,-50,120.5,0,1)\r\n");
+          } else if (code == kRainFlow) {
+            expectLine("   RainFlow(" + value + "," + res + ",False,3,4,0,10,0)\r\n");
+          } else {
+            const std::string where =
+                isField ? "LCCalc1_" + table
+                : source.family == OutputFamily::kCan
+                    ? "LCRpm" + table
+                    : "LC" + source.name + "_" + table + "_" + std::to_string(i);
+            expectLine("   LevelCrossing(" + where + "()," + res + ",False," + levels + array +
+                       "LC1()," + array + "LC2())\r\n");
+          }
+          ASSERT_LT(next, described.size()) << source.name;
+          const std::string shape = code == kHistogram  ? "_Hst(20)"
+                                    : code == kRainFlow ? "_RFH(3,4)"
+                                    : t == 1            ? "_LCr(3,2)"
+                                                        : "_LCr(3,1)";
+          EXPECT_TRUE(Holds(described[next].source, shape)) << described[next].source << shape;
+          EXPECT_EQ(described[next].number, number) << described[next].source;
+          ++next;
+          number += count;
+        }
+      }
+    }
+    EXPECT_EQ(next, described.size());
+  }
+}
+
+}  // namespace
+}  // namespace ostrand
