@@ -317,7 +317,7 @@ std::string quotedCell(std::string_view text) {
   std::string cell = "\"";
   for (const char letter : text) {
     if (letter == '"') cell += '"';
-    cell += letter == '\r' || letter == '\n' ? ' ' : letter;
+    cell += letter == '\n' ? ' ' : letter;
   }
   return cell + "\"";
 }

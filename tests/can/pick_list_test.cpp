@@ -119,7 +119,7 @@ TEST(PickList, AListIsWrittenLineByLine) {
 CanListItem randomItem(std::mt19937& random, OrvusCanDataIDTypes type) {
   const auto below = [&](int most) { return static_cast<int>(random() % most); };
   const auto text = [&] {
-    constexpr std::string_view kLetters = "ab,\"' &H\\\xE9\t;";
+    constexpr std::string_view kLetters = "ab,\r\"' &H\\\xE9\t;";
     std::string letters;
     for (int n = below(9); n > 0; --n) letters += kLetters[random() % kLetters.size()];
     return letters;
