@@ -1,0 +1,14 @@
+// Check boxes over the truth values of a project.
+#pragma once
+
+#include "model/store.h"
+#include "setup/controls/control.h"
+
+namespace ostrand {
+
+// The value becomes what the box shows. One of another form stays when it means the same.
+inline void TakeTruth(const CheckBox& box, flag& value) {
+  if (box.Checked() != (value != 0)) value = box.Checked() ? kTrue : kFalse;
+}
+
+}  // namespace ostrand

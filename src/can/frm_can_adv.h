@@ -1,0 +1,25 @@
+// Advanced options of a CAN module.
+#pragma once
+
+#include "model/store.h"
+#include "setup/controls/screen.h"
+
+namespace ostrand {
+
+// Changes `module`, which must outlive the screen, at Done.
+class frmCanAdv : public Screen {
+ public:
+  frmCanAdv(const ScreenContext& context, CanModuleData& module);
+
+  CheckBox CanGetOSVerSig;     // version and signature of the module's system are read
+  CheckBox CanNaNOldData;      // old data becomes "not a number"
+  CheckBox CanEnableTransmit;  // the module may transmit
+
+ protected:
+  bool onDone() override;
+
+ private:
+  CanModuleData& module_;
+};
+
+}  // namespace ostrand

@@ -1,0 +1,536 @@
+#include "can/frm_can_bus.h"
+
+#include <algorithm>
+#include <tuple>
+
+#include "can/check_value.h"
+#include "can/frm_can_adv.h"
+#include "can/frm_can_pick.h"
+#include "can/item_rules.h"
+#include "can/list_items.h"
+#include "model/defaults.h"
+#include "text/number.h"
+#include "text/strings.h"
+
+namespace ostrand {
+namespace {
+
+constexpr double kMostAddress = 32767;
+constexpr std::string_view kNewName = "CANItem";
+
+std::string whole(int number) { return NumberText(number); }
+
+// The largest number that a J1939 field holds.
+double mostOf(OrvusCanJ1939Fields field) {
+  cCanConfig config;
+  config.J1939_FieldVal(field, 255);
+  return config.J1939_FieldVal(field);
+}
+
+auto valuesOf(const CanModuleData& m) {
+  return std::tie(m.CanAddress, m.CanBaud, m.CanQuanta, m.CanSeg1, m.CanSeg2, m.CanDataIDType,
+                  m.CanMessageType, m.CanEnableTransmit, m.CanNaNOldData, m.CanGetOSVerSig,
+                  m.CanBusEnabled);
+}
+
+// What can be edited of an item here. Its outputs and aliases are edited through the hooks.
+auto valuesOf(const CanItemData& i) {
+  return std::tie(i.Name, i.DataStyle, i.Enabled, i.StartBit, i.NumBits, i.Reps, i.DataId,
+                  i.TxDataId, i.TxDataFrame, i.RxDataMatch, i.RxDataMask, i.RxTimeout,
+                  i.ItemMessageType, i.DefaultMult, i.DefaultOffset, i.Units, i.DataResolution,
+                  i.Public, i.Description);
+}
+
+// A list of numbers that has one more place for a value that is none of them.
+void fillStyles(Choice& choice, int held) {
+  choice.Items.clear();
+  for (int style = kLeastDataStyle; style <= kMostDataStyle; ++style) {
+    choice.Items.push_back({whole(style), true, true, {}});
+  }
+  if (!IsDataStyle(held)) choice.Items.push_back({whole(held), true, true, {}});
+}
+
+}  // namespace
+
+frmCanBus::frmCanBus(const ScreenContext& context, platform::FileSystem& files,
+                     std::string listFolder, CanHooks hooks)
+    : Screen(context, "frmCanBus"),
+      CanBusEnabled(*this, "CanBusEnabled"),
+      CanAddress(*this, "CanAddress", NumberType::kInteger),
+      CanBaud(*this, "CanBaud"),
+      CanDataIDType(*this, "CanDataIDType"),
+      Advanced(*this, "Advanced"),
+      CanCount(*this, "CanCount"),
+      Item(*this, "Item"),
+      Add(*this, "Add"),
+      Delete(*this, "Delete"),
+      ItemName(*this, "Name", ItemNameText),
+      Description(*this, "Description"),
+      ItemEnabled(*this, "Enabled"),
+      Public(*this, "Public"),
+      ItemMessageType(*this, "ItemMessageType"),
+      DataId(*this, "DataId"),
+      Priority(*this, "Priority", NumberType::kByte),
+      Reserved(*this, "Reserved", NumberType::kByte),
+      DataPage(*this, "DataPage", NumberType::kByte),
+      PduFormat(*this, "PduFormat", NumberType::kByte),
+      PduSpecific(*this, "PduSpecific", NumberType::kByte),
+      SourceAddr(*this, "SourceAddr", NumberType::kByte),
+      Pgn(*this, "Pgn"),
+      DataStyle(*this, "DataStyle"),
+      StartBit(*this, "StartBit", NumberType::kInteger),
+      NumBits(*this, "NumBits", NumberType::kInteger),
+      NumVals(*this, "NumVals", NumberType::kInteger),
+      Mult(*this, "Mult", NumberType::kSingle),
+      Offset(*this, "Offset", NumberType::kSingle),
+      Units(*this, "Units"),
+      DataType(*this, "DataType"),
+      TxDataId(*this, "TxDataId"),
+      TxDataFrame(*this, "TxDataFrame"),
+      RxDataMask(*this, "RxDataMask"),
+      RxDataMatch(*this, "RxDataMatch"),
+      RxTimeout(*this, "RxTimeout"),
+      Pick(*this, "Pick"),
+      FieldNames(*this, "FieldNames"),
+      Outputs(*this, "Outputs"),
+      files_(files),
+      listFolder_(std::move(listFolder)),
+      hooks_(std::move(hooks)),
+      work_(NewStore()) {
+  Caption = "CAN BUS";
+  work_->Can = store().Can;
+  const Loading loading(*this);
+  bindModule();
+  bindItem();
+  bindTransmission();
+  bindJ1939();
+  bindOpeners();
+  showModule();
+  current_ = can().CanCount > 0 ? 1 : 0;
+  showList();
+}
+
+frmCanBus::~frmCanBus() = default;
+
+CanBus& frmCanBus::can() { return work_->Can; }
+const CanBus& frmCanBus::can() const { return work_->Can; }
+
+// The program tells 0 from everything else, as the generator does.
+OrvusCanDataIDTypes frmCanBus::idType() const {
+  return can().Module[1].CanDataIDType == 0 ? ORVUS_CAN_DATAID_11BIT : ORVUS_CAN_DATAID_29BIT;
+}
+
+CanItemData& frmCanBus::item() { return can().Item[current_]; }
+
+cCanConfig frmCanBus::config() {
+  cCanConfig result;
+  result.SetMode(idType());
+  result.DataID(item().DataId);
+  return result;
+}
+
+// ---- What the controls do -----------------------------------------------------------------------
+
+void frmCanBus::bindModule() {
+  CanBusEnabled.Caption = "Enable CAN module";
+  CanAddress.Limits(0, kMostAddress);
+  for (int code = 0; code < cCanModule::NumBaudRates(); ++code) {
+    CanBaud.Items.push_back({std::string(cCanModule::BaudRateText(code)), true, true, {}});
+  }
+  CanDataIDType.SetItems({"11 bit", "29 bit"});
+  Advanced.Caption = "Ad&vanced...";
+  CanBusEnabled.OnClick = [this] {
+    if (!IsLoading()) TakeTruth(CanBusEnabled, module().CanBusEnabled);
+  };
+  CanAddress.OnTake = [this] { module().CanAddress = static_cast<i16>(CanAddress.Value()); };
+  CanBaud.OnPick = [this] { takeBaud(); };
+  CanDataIDType.OnPick = [this] { takeIdType(); };
+}
+
+void frmCanBus::bindItem() {
+  Add.Caption = "&Add";
+  Delete.Caption = "&Delete";
+  ItemEnabled.Caption = "Enabled";
+  Public.Caption = "Public";
+  ItemMessageType.SetItems({"Receive only", "Transmit and receive", "Transmit only"});
+  DataType.SetItems({"FP2", "IEEE4"});
+  StartBit.Limits(1, kFrameBits);
+  NumBits.Limits(1, kFrameBits);
+  NumVals.Limits(0, kCanValues);
+
+  Add.OnPress = [this] { addItem(); };
+  Delete.OnPress = [this] { deleteItem(); };
+  Item.OnPick = [this] {
+    if (IsLoading()) return;
+    current_ = Item.Index() + 1;
+    showItem();
+  };
+  ItemName.OnTake = [this] { takeName(); };
+  Description.OnTake = [this] { item().Description = Description.Text(); };
+  // The program takes an item for enabled at 1 only.
+  ItemEnabled.OnClick = [this] {
+    if (!IsLoading()) item().Enabled = ItemEnabled.Checked() ? 1 : 0;
+  };
+  Public.OnClick = [this] {
+    if (!IsLoading()) TakeTruth(Public, item().Public);
+  };
+  DataStyle.OnPick = [this] {
+    if (IsLoading()) return;
+    item().DataStyle = static_cast<i16>(Val(DataStyle.Text()));
+  };
+  DataType.OnPick = [this] {
+    if (!IsLoading()) item().DataResolution = DataType.Text();
+  };
+  Units.OnTake = [this] { item().Units = Units.Text(); };
+  bindNumber(StartBit, &CanItemData::StartBit);
+  bindNumber(NumBits, &CanItemData::NumBits);
+  NumVals.OnTake = [this] { item().Reps = static_cast<i16>(NumVals.Value()); };
+  bindScale(Mult, &MeasBlock::DefaultMult);
+  bindScale(Offset, &MeasBlock::DefaultOffset);
+}
+
+void frmCanBus::bindNumber(NumericField& field, i16 CanItemData::*member) {
+  field.OnTake = [this, &field, member] { item().*member = static_cast<i16>(field.Value()); };
+}
+
+void frmCanBus::bindScale(NumericField& field, float MeasBlock::*member) {
+  field.OnTake = [this, &field, member] {
+    item().*member = ToSingle(field.Text()).value_or(item().*member);
+  };
+}
+
+void frmCanBus::bindTransmission() {
+  DataId.OnTake = [this] { takeIdentifier(DataId, &CanItemData::DataId); };
+  TxDataId.OnTake = [this] { takeIdentifier(TxDataId, &CanItemData::TxDataId); };
+  ItemMessageType.OnPick = [this] {
+    if (IsLoading()) return;
+    item().ItemMessageType = static_cast<i16>(ItemMessageType.Index());
+    enableItem();
+  };
+  TxDataFrame.OnTake = [this] { takeFrame(); };
+  RxDataMask.OnTake = [this] { item().RxDataMask = RxDataMask.Text(); };
+  RxDataMatch.OnTake = [this] { takeMatch(); };
+  RxTimeout.OnTake = [this] { takeTimeout(); };
+}
+
+std::array<NumericField*, 6> frmCanBus::j1939Fields() {
+  return {&Priority, &Reserved, &DataPage, &PduFormat, &PduSpecific, &SourceAddr};
+}
+
+void frmCanBus::bindJ1939() {
+  int number = 0;
+  for (NumericField* field : j1939Fields()) {
+    const auto kind = static_cast<OrvusCanJ1939Fields>(number++);
+    field->Limits(0, mostOf(kind));
+    field->OnTake = [this, field, kind] {
+      cCanConfig changed = config();
+      changed.J1939_FieldVal(kind, static_cast<std::uint8_t>(field->Value()));
+      item().DataId = changed.DataID();
+      showIdentifier();
+    };
+  }
+}
+
+void frmCanBus::bindOpeners() {
+  Pick.Caption = "&Pick...";
+  FieldNames.Caption = "&Field names...";
+  Outputs.Caption = "&Outputs...";
+  Advanced.OnPress = [this] { openAdvanced(); };
+  Pick.OnPress = [this] { openPick(); };
+  FieldNames.OnPress = [this] { runHook(hooks_.FieldNames); };
+  Outputs.OnPress = [this] { runHook(hooks_.Outputs); };
+  addOpener({"frmCanAdv", "", [this](std::string_view) { return openAdvanced(); }});
+  addOpener({"frmCanPick", "", [this](std::string_view) { return openPick(); }});
+}
+
+void frmCanBus::takeBaud() {
+  if (IsLoading()) return;
+  cCanModule timing;
+  timing.BaudRate = static_cast<OrvusCanBaudRates>(CanBaud.Index());
+  module().CanBaud = static_cast<i16>(timing.BaudRate);
+  module().CanQuanta = timing.TimeQuanta();
+  module().CanSeg1 = timing.TSeg1();
+  module().CanSeg2 = timing.TSeg2();
+}
+
+// All identifiers are taken again, so that those that became too large are limited.
+void frmCanBus::takeIdType() {
+  if (IsLoading() || CanDataIDType.Index() == static_cast<int>(idType())) return;
+  module().CanDataIDType = static_cast<i16>(CanDataIDType.Index());
+  for (int n = 1; n <= can().CanCount; ++n) {
+    CanItemData& one = can().Item[n];
+    for (std::string* text : {&one.DataId, &one.TxDataId}) {
+      *text = IdentifierOf(*text, idType()).value_or(*text);
+    }
+  }
+  showItem();
+}
+
+// A text that is no number is ignored.
+void frmCanBus::takeIdentifier(TextField& field, std::string CanItemData::*member) {
+  const std::optional<std::string> taken = IdentifierOf(field.Text(), idType());
+  if (!taken) Forms().Beep();
+  item().*member = taken.value_or(item().*member);
+  field.Text(item().*member);
+  showIdentifier();
+}
+
+void frmCanBus::takeName() {
+  if (ItemName.Text().empty()) {
+    Forms().Beep();
+    ItemName.Text(item().Name);
+    return;
+  }
+  RenameItem(item(), ItemName.Text());
+  showList();
+}
+
+void frmCanBus::tell(std::string_view title, std::string_view text) {
+  platform::MessageBox box;
+  box.title = title;
+  box.text = text;
+  box.icon = platform::Icon::kExclamation;
+  Forms().ShowBox(box);
+}
+
+// A frame that is wrong stays for the user to mend; Done asks about it once more.
+void frmCanBus::takeFrame() {
+  const std::optional<std::string> frame = TxDataFrameOf(TxDataFrame.Text());
+  if (!frame) {
+    tell("Hex Validation Failed",
+         "The 64-bit Tx Data Frame must begin with \"&H\" \r\n"
+         "followed by 16 Hexadecimal characters (0-9,A-F).\r\n"
+         "Example: \"&H0123456789ABCDEF\"");
+  }
+  item().TxDataFrame = frame.value_or(TxDataFrame.Text());
+  TxDataFrame.Text(item().TxDataFrame);
+}
+
+void frmCanBus::takeMatch() {
+  const std::optional<std::string> match = RxDataMatchOf(RxDataMatch.Text());
+  if (!match) {
+    tell("Match Validation Failed",
+         "The 64-bit Rx Data Match string must begin with \"&H\" \r\n"
+         "followed by 16 Hexadecimal characters (0-9,A-F)\r\n"
+         "or the Masking Pair  \"XX\" starting on even digits.\r\n"
+         "Example: \"&H0123XX67XXABCDEF\"");
+  }
+  item().RxDataMatch = match.value_or(RxDataMatch.Text());
+  RxDataMatch.Text(item().RxDataMatch);
+}
+
+// What the project can't hold, a text or a fraction, gives way to the value before.
+void frmCanBus::takeTimeout() {
+  const std::optional<std::int32_t> value = ToInt32(RxTimeout.Text());
+  const bool isWhole = value && ToDouble(RxTimeout.Text()) == *value;
+  if (!isWhole || !IsRxTimeout(*value)) {
+    tell("Invalid Timeout Value",
+         "The Rx Timeout value (in milliseconds)\r\n"
+         "must be a numeric value from 1 to 20000.");
+  }
+  if (isWhole) item().RxTimeout = *value;
+  RxTimeout.Text(whole(item().RxTimeout));
+}
+
+// ---- The list -----------------------------------------------------------------------------------
+
+void frmCanBus::addItem() {
+  if (can().CanCount >= kCanItems) return;
+  // Whatever an older item left behind there.
+  ORVUS_COMMON::SetCanItemDefaults(*work_, can().CanCount);
+  const auto isTaken = [this](std::string_view name) {
+    for (int n = 1; n <= can().CanCount; ++n) {
+      if (SameText(can().Item[n].Name, name)) return true;
+    }
+    return false;
+  };
+  current_ = can().CanCount + 1;
+  int number = current_;
+  while (isTaken(std::string(kNewName) + whole(number))) ++number;
+  can().CanCount = static_cast<i16>(current_);
+  item().Name = std::string(kNewName) + whole(number);
+  showList();
+}
+
+void frmCanBus::deleteItem() {
+  if (!hasItem()) return;
+  platform::MessageBox box;
+  box.title = "DELETE ITEM";
+  box.text = "Are you sure you want to delete item number " + whole(current_) +
+             " for the selected CAN Module?";
+  box.icon = platform::Icon::kQuestion;
+  box.buttons = platform::Buttons::kYesNo;
+  if (Forms().ShowBox(box) != platform::Answer::kYes) return;
+  CanBus& bus = can();
+  std::move(bus.Item.begin() + current_, bus.Item.begin() + bus.CanCount,
+            bus.Item.begin() + current_ - 1);
+  ORVUS_COMMON::SetCanItemDefaults(*work_, bus.CanCount - 1);
+  current_ = std::min<int>(current_, bus.CanCount);
+  showList();
+}
+
+bool frmCanBus::openAdvanced() {
+  frmCanAdv screen(context(), module());
+  showModal(screen);
+  return true;
+}
+
+bool frmCanBus::openPick() {
+  if (!hasItem()) return false;
+  frmCanPick screen(context(), {files_, listFolder_, ListItemOf(item(), idType()), listPath_});
+  const bool done = showModal(screen);
+  listPath_ = screen.Path();
+  if (done && screen.Picked()) {
+    TakeOver(*screen.Picked(), item());
+    showList();
+  }
+  return true;
+}
+
+void frmCanBus::runHook(const std::function<bool(CanItemData&, int)>& hook) {
+  if (!hook || !hasItem()) return;
+  if (hook(item(), current_)) hookChanged_ = true;
+  showItem();
+}
+
+// ---- What the controls show ---------------------------------------------------------------------
+
+void frmCanBus::showModule() {
+  CanBusEnabled.Checked(module().CanBusEnabled != 0);
+  CanAddress.Value(module().CanAddress);
+  CanBaud.Index(module().CanBaud);
+  CanDataIDType.Index(static_cast<int>(idType()));
+}
+
+void frmCanBus::showList() {
+  const Loading loading(*this);
+  CanCount.Text(whole(can().CanCount));
+  Item.Items.clear();
+  for (int n = 1; n <= can().CanCount; ++n) {
+    Item.Items.push_back({whole(n) + ": " + can().Item[n].Name, true, true, {}});
+  }
+  Item.Index(current_ - 1);
+  showItem();
+}
+
+void frmCanBus::showItem() {
+  const Loading loading(*this);
+  enableItem();
+  if (hasItem()) showValues();
+}
+
+void frmCanBus::showValues() {
+  const CanItemData& one = item();
+  ItemName.Text(one.Name);
+  Description.Text(one.Description);
+  ItemEnabled.Checked(one.Enabled != 0);
+  Public.Checked(one.Public != 0);
+  ItemMessageType.Items[ORVUS_CAN_MSGTYPE_TxOnly].Visible =
+      one.ItemMessageType == ORVUS_CAN_MSGTYPE_TxOnly;
+  ItemMessageType.Index(one.ItemMessageType);
+  fillStyles(DataStyle, one.DataStyle);
+  DataStyle.Pick(whole(one.DataStyle));
+  StartBit.Value(one.StartBit);
+  NumBits.Value(one.NumBits);
+  NumVals.Value(one.Reps);
+  Mult.Value(DecimalValue(one.DefaultMult));
+  Offset.Value(DecimalValue(one.DefaultOffset));
+  Units.Text(one.Units);
+  DataType.Index(-1);
+  DataType.Pick(one.DataResolution);
+  TxDataId.Text(one.TxDataId);
+  TxDataFrame.Text(one.TxDataFrame);
+  RxDataMask.Text(one.RxDataMask);
+  RxDataMatch.Text(one.RxDataMatch);
+  RxTimeout.Text(whole(one.RxTimeout));
+  showIdentifier();
+}
+
+void frmCanBus::showIdentifier() {
+  DataId.Text(item().DataId);
+  const cCanConfig shown = config();
+  Pgn.Text(shown.PGNVal());
+  int number = 0;
+  for (NumericField* field : j1939Fields()) {
+    const auto kind = static_cast<OrvusCanJ1939Fields>(number++);
+    field->Value(shown.J1939_FieldVal(kind));
+    field->ToolTip = shown.J1939_FieldBinString(kind);
+  }
+}
+
+void frmCanBus::enableItem() {
+  const bool sends = hasItem() && item().ItemMessageType != ORVUS_CAN_MSGTYPE_RxOnly;
+  const std::initializer_list<Control*> ofItem = {
+      &Item,   &Delete,    &ItemName, &Description, &ItemEnabled, &Public, &ItemMessageType,
+      &DataId, &DataStyle, &StartBit, &NumBits,     &NumVals,     &Mult,   &Offset,
+      &Units,  &DataType,  &Pick};
+  for (Control* control : ofItem) {
+    control->Enabled = hasItem();
+  }
+  for (TextField* field : {&TxDataId, &TxDataFrame, &RxDataMask, &RxDataMatch, &RxTimeout}) {
+    field->Enabled = sends;
+  }
+  for (NumericField* field : j1939Fields()) {
+    field->Enabled = hasItem() && idType() == ORVUS_CAN_DATAID_29BIT;
+  }
+  Add.Enabled = can().CanCount < kCanItems;
+  FieldNames.Enabled = hasItem() && hooks_.FieldNames != nullptr;
+  Outputs.Enabled = hasItem() && hooks_.Outputs != nullptr;
+}
+
+// ---- The ways out -------------------------------------------------------------------------------
+
+bool frmCanBus::allValid() const {
+  std::vector<std::string> names;
+  for (int n = 1; n <= can().CanCount; ++n) {
+    if (!IsValidItem(can().Item[n], idType())) return false;
+    names.push_back(Upper(can().Item[n].Name));
+  }
+  std::sort(names.begin(), names.end());
+  return std::adjacent_find(names.begin(), names.end()) == names.end();
+}
+
+bool frmCanBus::changed() const {
+  const CanBus& before = store().Can;
+  if (hookChanged_ || before.CanCount != can().CanCount) return true;
+  if (valuesOf(before.Module[1]) != valuesOf(can().Module[1])) return true;
+  for (int n = 1; n <= can().CanCount; ++n) {
+    if (valuesOf(before.Item[n]) != valuesOf(can().Item[n])) return true;
+  }
+  return false;
+}
+
+bool frmCanBus::onDone() {
+  if (!allValid()) {
+    platform::MessageBox box;
+    box.title = "CONTINUE WITH IMPROPER VALUES ?";
+    box.text = "Some of the current CAN values are not valid. Proceed Anyway ?";
+    box.icon = platform::Icon::kQuestion;
+    box.buttons = platform::Buttons::kYesNo;
+    if (Forms().ShowBox(box) != platform::Answer::kYes) return false;
+  }
+  store().Can = can();
+  return true;
+}
+
+// Saving on the way out is Done, with its question.
+bool frmCanBus::onCancel() {
+  if (!changed()) return true;
+  platform::MessageBox box;
+  box.title = "MEASUREMENT BLOCKS";
+  box.text =
+      "Edits were made to the measurement configurations.  Save changes before exiting screen?";
+  box.icon = platform::Icon::kQuestion;
+  box.buttons = platform::Buttons::kYesNoCancel;
+  switch (Forms().ShowBox(box)) {
+    case platform::Answer::kYes:
+      Done();
+      return false;
+    case platform::Answer::kNo:
+      return true;
+    default:
+      return false;
+  }
+}
+
+}  // namespace ostrand

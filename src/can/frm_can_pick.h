@@ -1,0 +1,83 @@
+// Lists of ready-made CAN items, from which one is picked.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "can/pick_list.h"
+#include "setup/controls/choice.h"
+#include "setup/controls/screen.h"
+
+namespace ostrand {
+
+// Works on one list at a time, for the bus of the project. Done picks the chosen item, if any.
+class frmCanPick : public Screen {
+ public:
+  // What the screen is about. `files` must outlive it.
+  struct Subject {
+    platform::FileSystem& files;
+    std::string folder;   // where the dialogs start
+    CanListItem present;  // the project's item, which can be put into the list
+    std::string path;     // of the list to begin with; empty for an empty one
+  };
+  frmCanPick(const ScreenContext& context, Subject subject);
+
+  Label ListName;  // the file, empty for a list that has none yet
+  Choice Items;    // "1: " and the description, in the order of the file
+  Button Open;
+  Button Save;
+  Button New;
+  Button Add;      // puts the project's item behind the last one
+  Button Replace;  // and in place of the chosen one
+  Button Delete;   // takes the chosen one out
+
+  // Of the chosen item.
+  Label Identifier;
+  Label DataType;
+  Label StartBit;
+  Label NumBits;
+  Label Alias;
+  Label Mult;
+  Label Offset;
+  Label Units;
+  Label TxDataId;
+  Label TxDataFrame;
+  Label RxDataMatch;
+  Label RxTimeout;
+
+  // The item that Done picked.
+  [[nodiscard]] const std::optional<CanListItem>& Picked() const { return picked_; }
+  // The file of the list, empty for none.
+  [[nodiscard]] const std::string& Path() const { return path_; }
+
+ protected:
+  bool onDone() override;
+  bool onCancel() override { return mayLeaveList(); }
+
+ private:
+  void bind();
+  [[nodiscard]] OrvusCanDataIDTypes type() const { return subject_.present.Config.DataIDType(); }
+  [[nodiscard]] CanListItem* chosen();
+  [[nodiscard]] platform::FileDialog dialog(std::string_view title) const;
+  void tell(std::string_view title, const std::string& text);
+
+  void openList();
+  bool load(const std::string& path);
+  void newList();
+  bool saveAs();
+  bool saveList(const std::string& path);
+  bool isForThisBus(const std::string& path, std::string_view title);
+  bool mayLeaveList();
+  void edited(int choose);
+
+  void showList(int choose);
+  void showChosen();
+
+  Subject subject_;
+  CanList list_;
+  std::string path_;
+  bool edited_ = false;
+  std::optional<CanListItem> picked_;
+};
+
+}  // namespace ostrand

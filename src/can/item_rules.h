@@ -1,0 +1,47 @@
+// What the values of a CAN item must be, on the screens and in lists of items.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "model/store.h"
+
+namespace ostrand {
+
+// Places in the 64 bits of a data frame, and lengths of a value in it.
+inline constexpr int kFrameBits = 64;
+// Data types of a value that is received.
+inline constexpr int kLeastDataStyle = 1;
+inline constexpr int kMostDataStyle = 6;
+// Milliseconds.
+inline constexpr int kLeastRxTimeout = 1;
+inline constexpr int kMostRxTimeout = 20000;
+
+// "&H" and 16 hexadecimal digits, in the form in which it is stored: upper case. Nothing for any
+// other text.
+std::optional<std::string> TxDataFrameOf(std::string_view text);
+
+// The same with "XX" for bytes that may be anything.
+std::optional<std::string> RxDataMatchOf(std::string_view text);
+
+inline bool IsRxTimeout(i32 milliseconds) {
+  return milliseconds >= kLeastRxTimeout && milliseconds <= kMostRxTimeout;
+}
+
+inline bool IsDataStyle(int style) { return style >= kLeastDataStyle && style <= kMostDataStyle; }
+
+inline bool IsBitNumber(int bit) { return bit >= 1 && bit <= kFrameBits; }
+
+// A letter, then letters, digits and "_": names of arrays in the program. An empty text is one in
+// the making.
+bool ItemNameText(std::string_view text);
+
+inline bool IsItemName(std::string_view text) { return !text.empty() && ItemNameText(text); }
+
+// The number of a text for an identifier, of 32 bits: decimal, or hexadecimal with "&H", which is
+// read without a sign. Nothing for any other text.
+std::optional<std::int64_t> IdentifierNumber(std::string_view text);
+
+}  // namespace ostrand

@@ -1,0 +1,110 @@
+#include "can/list_items.h"
+
+#include "can/item_rules.h"
+#include "setup/controls/text_field.h"
+#include "text/number.h"
+#include "text/strings.h"
+
+namespace ostrand {
+namespace {
+
+constexpr std::string_view kHexMark = "&H";
+
+std::string identifierIn(std::string_view before, std::string_view text, OrvusCanDataIDTypes type) {
+  cCanConfig config;
+  config.SetMode(type);
+  config.DataID(before);
+  config.DataID(text);
+  return config.DataID();
+}
+
+// The identifier stands within the range of its bits.
+bool isIdentifier(std::string_view text, OrvusCanDataIDTypes type) {
+  const std::optional<std::string> held = IdentifierOf(text, type);
+  return held && IdentifierNumber(*held) == IdentifierNumber(text);
+}
+
+}  // namespace
+
+std::optional<std::string> IdentifierOf(std::string_view text, OrvusCanDataIDTypes type) {
+  // A text that is no number leaves what was there.
+  std::string identifier = identifierIn("1", text, type);
+  if (identifier != identifierIn("2", text, type)) return std::nullopt;
+  return identifier;
+}
+
+CanListItem ListItemOf(const CanItemData& item, OrvusCanDataIDTypes type) {
+  CanListItem result;
+  cCanConfig& config = result.Config;
+  config.SetMode(type);
+  config.DataID(item.DataId);
+  config.TxDataID(item.TxDataId);
+  config.Description = item.Description;
+  if (item.Description.starts_with(kHexMark) && !config.DataIDIsHex()) {
+    const std::int64_t number = IdentifierNumber(config.DataID()).value_or(0);
+    config.DataID(std::string(kHexMark) + HexText(static_cast<std::uint64_t>(number)));
+  }
+  config.TxDataFrame = item.TxDataFrame;
+  config.RxDataMatch = item.RxDataMatch;
+  config.RxTimeout = item.RxTimeout;
+  config.DataStyle = item.DataStyle;
+  config.StartBit = item.StartBit;
+  config.NumBits = item.NumBits;
+  config.SetMsgMode(item.ItemMessageType == 0 ? ORVUS_CAN_MSGTYPE_RxOnly
+                                              : ORVUS_CAN_MSGTYPE_TxRxPair);
+  result.J1939Fields = type == ORVUS_CAN_DATAID_29BIT;
+  result.Alias = item.Name;
+  result.Mult = item.DefaultMult;
+  result.Offset = item.DefaultOffset;
+  result.Units = item.Units;
+  return result;
+}
+
+void TakeOver(const CanListItem& from, CanItemData& item) {
+  const cCanConfig& config = from.Config;
+  if (!from.Alias.empty()) RenameItem(item, from.Alias);
+  item.Description = config.Description;
+  item.DataId = config.DataID();
+  item.DataStyle = config.DataStyle;
+  item.StartBit = config.StartBit;
+  item.NumBits = config.NumBits;
+  item.DefaultMult = from.Mult;
+  item.DefaultOffset = from.Offset;
+  item.Units = from.Units;
+  item.ItemMessageType = static_cast<i16>(config.MessageType());
+  if (config.MessageType() == ORVUS_CAN_MSGTYPE_RxOnly) return;
+  item.TxDataId = config.TxDataID();
+  item.TxDataFrame = config.TxDataFrame;
+  item.RxDataMatch = config.RxDataMatch;
+  item.RxTimeout = config.RxTimeout;
+}
+
+void RenameItem(CanItemData& item, std::string_view name) {
+  for (int table = 1; table <= kTables; ++table) {
+    std::string& code = item.Output.Histo[table].LevelCode;
+    for (const std::string_view array : {"LC1()", "LC2()"}) {
+      const std::string tail = NumberText(table) + std::string(array);
+      const std::string old = "," + item.Name + tail;
+      const std::size_t at = code.find(old);
+      if (at != std::string::npos) {
+        code.replace(at, old.size(), "," + std::string(name) + tail);
+      }
+    }
+  }
+  item.Name = name;
+}
+
+bool IsValidItem(const CanItemData& item, OrvusCanDataIDTypes type) {
+  const bool received = item.ItemMessageType != ORVUS_CAN_MSGTYPE_TxOnly;
+  const bool sent = item.ItemMessageType != ORVUS_CAN_MSGTYPE_RxOnly;
+  if (!IsItemName(item.Name) || !UnitNameText(item.Units)) return false;
+  if (!isIdentifier(item.DataId, type)) return false;
+  if (received && !IsDataStyle(item.DataStyle)) return false;
+  if (!IsBitNumber(item.StartBit) || !IsBitNumber(item.NumBits)) return false;
+  if (item.Reps < 0 || item.Reps > kCanValues) return false;
+  if (!sent) return true;
+  return isIdentifier(item.TxDataId, type) && TxDataFrameOf(item.TxDataFrame) &&
+         RxDataMatchOf(item.RxDataMatch) && IsRxTimeout(item.RxTimeout);
+}
+
+}  // namespace ostrand
