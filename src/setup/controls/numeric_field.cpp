@@ -2,10 +2,12 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstdint>
 
 #include "text/mask.h"
 #include "text/number.h"
+#include "text/strings.h"
 
 namespace ostrand {
 namespace {
@@ -82,9 +84,11 @@ std::string NumericField::shown(double value) const {
 }
 
 bool NumericField::normalize(std::string& text) {
+  if (BlankStands && Trim(text).empty()) return true;
   const std::optional<double> value = ToDouble(text);
   if (!value) return false;
-  text = shown(std::max(std::min(*value, most_), least_));
+  const double limited = std::max(std::min(*value, most_), least_);
+  text = shown(WholePart ? std::trunc(limited) : limited);
   return true;
 }
 

@@ -25,6 +25,10 @@ class NumericField : public TextField {
   [[nodiscard]] double Most() const { return most_; }
   // 2 to 9 for singles, 2 to 15 for doubles.
   void Digits(int digits) { digits_ = digits; }
+  // A field left empty is no mistake: it takes effect as it is.
+  bool BlankStands = false;
+  // Fractions are cut off, not rounded, when it takes effect.
+  bool WholePart = false;
 
   // What the text stands for at present; 0 for one that is no number.
   [[nodiscard]] double Value() const;
