@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "text/number.h"
 #include "text/strings.h"
 
 namespace ostrand::cli {
@@ -22,6 +23,29 @@ bool takeHostApp(CommandLine& line, std::string_view value) {
   line.hostApp = value;
   return true;
 }
+
+bool takeFormat(CommandLine& line, std::string_view value) {
+  line.json = value == "json";
+  return line.json || value == "text";
+}
+
+// An address of IPv6 has colons of its own and stands in brackets.
+bool takeSend(CommandLine& line, std::string_view value) {
+  const std::size_t at = value.rfind(':');
+  if (at == std::string_view::npos || at == 0 || at + 1 == value.size()) return false;
+  std::string_view host = value.substr(0, at);
+  if (host.starts_with('[') && host.ends_with(']')) host = host.substr(1, host.size() - 2);
+  line.sendHost = host;
+  line.sendPort = value.substr(at + 1);
+  return !host.empty();
+}
+
+bool takeCompiler(CommandLine& line, std::string_view value) {
+  line.compiler = value;
+  return !value.empty();
+}
+
+bool takeStore(CommandLine& line, std::string_view) { return line.store = true; }
 
 struct AnswerName {
   std::string_view name;
@@ -68,12 +92,18 @@ struct OptionRow {
   Take take;
 };
 
-constexpr std::array<OptionRow, 8> kOptions = {{
+constexpr std::array<OptionRow, 12> kOptions = {{
     {kOutput, "--output", "-o", "DIR", "write into the folder DIR, which must exist", takeOutput},
     {kHostApp, "--host-app", "", "NAME", "write for the host NAME, \"Harrier\" for one",
      takeHostApp},
     {kForce, "--force", "", "", "replace the file when it exists", takeForce},
     {kRtf, "--rtf", "", "", "as rich text, for a word processor", takeRtf},
+    {kFormat, "--format", "", "text|json", "how the findings are told", takeFormat},
+    {kCompiler, "--compiler", "", "PATH", "the compiler to use, in place of that of the settings",
+     takeCompiler},
+    {kSend, "--send", "", "HOST:PORT", "send the program through the toolbar server there",
+     takeSend},
+    {kStore, "--store", "", "", "write the measured times into the project file", takeStore},
     {kAnswer, "--answer", "", "TITLE=yes|no|cancel|ok", "answer the message box TITLE so",
      takeAnswer},
     {kYes, "--yes", "", "", "answer every other question with yes or ok", takeYes},
@@ -115,8 +145,8 @@ std::string ReadArguments(const CommandRow& command, std::span<const std::string
   bool optionsEnded = false;
   for (std::size_t at = 0; at < arguments.size(); ++at) {
     const std::string_view argument = arguments[at];
-    if (optionsEnded || !argument.starts_with('-')) {
-      if (Trim(argument).empty()) return "a file name is empty";
+    if (optionsEnded || !argument.starts_with('-') || ToInt32(argument)) {
+      if (Trim(argument).empty() && command.wordsAreFiles) return "a file name is empty";
       line.words.push_back(argument);
       continue;
     }
@@ -146,6 +176,14 @@ std::string ReadArguments(const CommandRow& command, std::span<const std::string
                                   : "too much: " + std::string(line.words[command.mostWords]);
   }
   return {};
+}
+
+ExitCode WrongUsage(std::string_view text, std::string_view name) {
+  Complain(text);
+  std::string hint = "Try: ostrand help";
+  if (!name.empty()) hint.append(" ").append(name);
+  Hint(hint + "\n");
+  return kWrongUsage;
 }
 
 std::string CommandHelp(const CommandRow& command) {

@@ -22,14 +22,24 @@ enum OptionId : unsigned {
   kNoSync = 1U << 5,
   kHelp = 1U << 6,
   kRtf = 1U << 7,
+  kFormat = 1U << 8,
+  kSend = 1U << 9,
+  kCompiler = 1U << 10,
+  kStore = 1U << 11,
 };
 
+// What an option is for stands in its help.
 struct CommandLine {
   std::vector<std::string_view> words;  // what is no option, project files for most commands
   std::string outputFolder;             // with its separator; empty for beside the project
   std::string_view hostApp;
   bool force = false;
   bool rtf = false;
+  bool json = false;
+  std::string sendHost;  // empty for sending nothing
+  std::string sendPort;
+  std::string_view compiler;  // empty for the one of the settings
+  bool store = false;
   platform::PreparedAnswers answers;
   platform::Syncing syncing = platform::Syncing::kOn;
   bool help = false;
@@ -42,6 +52,7 @@ struct CommandRow {
   std::string_view arguments;  // as the help shows them
   std::string_view help;
   unsigned options;  // OptionId bits
+  bool wordsAreFiles;
   std::size_t leastWords;
   std::size_t mostWords;
   std::string_view missing;  // what is asked when there are too few words
@@ -49,6 +60,10 @@ struct CommandRow {
 };
 
 inline constexpr std::size_t kAnyNumber = static_cast<std::size_t>(-1);
+
+// Tells what is wrong with the arguments of the command `name`, which may be empty, and where its
+// help is.
+ExitCode WrongUsage(std::string_view text, std::string_view name);
 
 // Fills `line`; gives what is wrong with the arguments, or an empty text.
 std::string ReadArguments(const CommandRow& command, std::span<const std::string_view> arguments,

@@ -8,17 +8,32 @@ namespace {
 constexpr unsigned kCommonOptions = kAnswer | kYes | kNoSync | kHelp;
 constexpr std::string_view kWhichProject = "which project file?";
 
-constexpr std::array<CommandRow, 5> kCommands = {{
-    {"generate", "FILE.VKG...", "write program, table description and wiring (.VKP .VKD .VKW)",
-     kCommonOptions | kOutput | kHostApp, 1, kAnyNumber, kWhichProject, Generate},
-    {"resave", "FILE.VKG...", "load each project and write its project file again",
-     kCommonOptions | kOutput, 1, kAnyNumber, kWhichProject, Resave},
-    {"summary", "FILE.VKG", "show what a project does and how long its scan takes",
-     kCommonOptions | kRtf, 1, 1, kWhichProject, Summary},
-    {"wiring", "FILE.VKG", "show which sensor goes to which terminal",
-     kCommonOptions | kRtf | kHostApp, 1, 1, kWhichProject, Wiring},
-    {"new", "FILE.VKG", "write a project file with the defaults of a new project",
-     kCommonOptions | kForce, 1, 1, kWhichProject, StartNew},
+// A command that works on project files.
+constexpr CommandRow projects(std::string_view name, std::string_view help, unsigned options,
+                              std::size_t most, Command command) {
+  return {name,   most == 1 ? "FILE.VKG" : "FILE.VKG...",
+          help,   kCommonOptions | options,
+          true,   1,
+          most,   kWhichProject,
+          command};
+}
+
+constexpr std::array<CommandRow, 9> kCommands = {{
+    projects("check", "tell what stands against saving, and what to see to", kFormat, kAnyNumber,
+             Check),
+    projects("save", "check, test-compile and write all files",
+             kOutput | kHostApp | kCompiler | kSend, 1, Save),
+    projects("compile", "compile for a test and tell the measured times",
+             kOutput | kHostApp | kCompiler | kStore, 1, Compile),
+    projects("generate", "write program, table description and wiring (.VKP .VKD .VKW)",
+             kOutput | kHostApp, kAnyNumber, Generate),
+    projects("resave", "load each project and write its project file again", kOutput, kAnyNumber,
+             Resave),
+    projects("summary", "show what a project does and how long its scan takes", kRtf, 1, Summary),
+    projects("wiring", "show which sensor goes to which terminal", kRtf | kHostApp, 1, Wiring),
+    projects("new", "write a project file with the defaults of a new project", kForce, 1, StartNew),
+    {"settings", "list|get|set [NAME [VALUE]]", "show or change what is kept for all projects",
+     kNoSync | kHelp, false, 1, 3, "list, get or set?", ChangeSettings},
 }};
 
 }  // namespace

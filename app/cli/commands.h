@@ -11,10 +11,14 @@ namespace ostrand::cli {
 std::span<const CommandRow> Commands();
 
 // What each one does with its line.
+ExitCode Check(const CommandLine& line);
+ExitCode Save(const CommandLine& line);
+ExitCode Compile(const CommandLine& line);
 ExitCode Generate(const CommandLine& line);
 ExitCode Resave(const CommandLine& line);
 ExitCode StartNew(const CommandLine& line);
 ExitCode Summary(const CommandLine& line);
 ExitCode Wiring(const CommandLine& line);
+ExitCode ChangeSettings(const CommandLine& line);
 
 }  // namespace ostrand::cli

@@ -19,17 +19,10 @@ const CommandRow* findCommand(std::string_view name) {
   return found == commands.end() ? nullptr : &*found;
 }
 
-ExitCode wrongUsage(std::string_view text, const CommandRow* command) {
-  Complain(text);
-  const std::string name = command != nullptr ? " " + std::string(command->name) : "";
-  Hint("Try: ostrand help" + name + "\n");
-  return kWrongUsage;
-}
-
 ExitCode show(std::string_view text) { return Say(text) ? kDone : kFault; }
 
 ExitCode ostrandMain(const std::vector<std::string_view>& arguments) {
-  if (arguments.empty()) return wrongUsage("which command?", nullptr);
+  if (arguments.empty()) return WrongUsage("which command?", "");
   const std::string_view word = arguments.front();
   if (word == "--version") {
     return show("ostrand " + std::string(ORVUS_COMMON::kModuleVersion) + "\n");
@@ -39,14 +32,12 @@ ExitCode ostrandMain(const std::vector<std::string_view>& arguments) {
 
   const std::string_view name = askedHelp ? arguments[1] : word;
   const CommandRow* command = findCommand(name);
-  if (command == nullptr) {
-    return wrongUsage("there is no command " + std::string(name), nullptr);
-  }
+  if (command == nullptr) return WrongUsage("there is no command " + std::string(name), "");
   if (askedHelp) return show(CommandHelp(*command));
 
   CommandLine line;
   const std::string wrong = ReadArguments(*command, std::span(arguments).subspan(1), line);
-  if (!wrong.empty()) return wrongUsage(wrong, command);
+  if (!wrong.empty()) return WrongUsage(wrong, command->name);
   return line.help ? show(CommandHelp(*command)) : command->command(line);
 }
 

@@ -7,12 +7,6 @@
 namespace ostrand::cli {
 namespace {
 
-bool writeProject(ProjectRun& run, Ostrand& session) {
-  const std::string base = OutputBase(run, session);
-  return NotYetWritten(run, base + ".VKG") && session.WriteProjectFile(base) &&
-         TellWritten(run, base + ".VKG");
-}
-
 bool generate(ProjectRun& run, Ostrand& session, std::string_view file) {
   if (!OpenProject(session, file)) return false;
   const std::string base = OutputBase(run, session);
@@ -36,7 +30,7 @@ bool summary(ProjectRun& run, Ostrand& session, std::string_view file) {
 }
 
 bool resave(ProjectRun& run, Ostrand& session, std::string_view file) {
-  return OpenProject(session, file) && writeProject(run, session);
+  return OpenProject(session, file) && WriteProject(run, session);
 }
 
 bool startNew(ProjectRun& run, Ostrand& session, std::string_view file) {
@@ -49,7 +43,7 @@ bool startNew(ProjectRun& run, Ostrand& session, std::string_view file) {
     Complain(run.files.Find(session.CurrentFileName()) + " exists already; --force replaces it");
     return false;
   }
-  return writeProject(run, session);
+  return WriteProject(run, session);
 }
 
 }  // namespace

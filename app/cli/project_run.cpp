@@ -6,11 +6,10 @@
 
 #include "platform/paths.h"
 #include "platform/posix/posix_clock.h"
-#include "platform/posix/posix_machine_registry.h"
 #include "platform/posix/posix_process.h"
-#include "platform/posix/posix_settings_store.h"
 #include "platform/posix/user_folders.h"
 #include "platform/surroundings.h"
+#include "settings_places.h"
 
 namespace ostrand::cli {
 namespace {
@@ -35,26 +34,29 @@ ExitCode ForEachProject(const CommandLine& line, ProjectCommand command) {
   platform::PosixClock clock(epoch);
   platform::TerminalForms forms(line.answers);
   platform::PosixProcesses processes;
-  platform::PosixFileSystem ownerFiles(line.syncing, platform::Readers::kOwner);
-  platform::PosixSettingsStore settings(ownerFiles, platform::UserSettingsPath());
-  platform::PosixMachineRegistry registry(files, platform::MachineRegistryPath(),
-                                          platform::UserSettingsPath());
-  const platform::Surroundings around{
-      files, clock, forms, processes, settings, registry, platform::TemporaryFolder()};
+  SettingsPlaces places(line.syncing);
+  const platform::Surroundings around{files,
+                                      clock,
+                                      forms,
+                                      processes,
+                                      places.settings,
+                                      places.registry,
+                                      platform::TemporaryFolder()};
   if (!line.outputFolder.empty() && !files.IsFolder(line.outputFolder)) {
     Complain(line.outputFolder + " is no folder");
     return kFault;
   }
   OstrandEvents nobodyListens;
-  ProjectRun run{line, files, forms, {}};
+  ProjectRun run{line, files, forms, {}, 0};
   ExitCode result = kDone;
   for (const std::string_view file : line.words) {
     forms.Subject(file);
     Ostrand session(TheStore(), around, nobodyListens);
     session.HostApp(line.hostApp);
     const bool worked = command(run, session, file);
-    const bool boxShown = forms.TakeBoxShown();
-    if (!worked || boxShown) result = kFault;
+    const bool toBeSeen = !forms.TakeBoxesShown().empty();
+    if (!worked || toBeSeen) result = kFault;
+    ++run.handled;
   }
   return result;
 }
@@ -63,6 +65,16 @@ bool OpenProject(Ostrand& session, std::string_view file) {
   bool cancelled = false;
   session.OpenFile(file, cancelled);
   return !cancelled;
+}
+
+void UseCompiler(const ProjectRun& run, Ostrand& session) {
+  if (!run.line.compiler.empty()) session.UserSettings().CompilerPath(run.line.compiler);
+}
+
+bool WriteProject(ProjectRun& run, Ostrand& session) {
+  const std::string base = OutputBase(run, session);
+  return NotYetWritten(run, base + ".VKG") && session.WriteProjectFile(base) &&
+         TellWritten(run, base + ".VKG");
 }
 
 std::string OutputBase(const ProjectRun& run, const Ostrand& session) {

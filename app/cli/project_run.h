@@ -18,9 +18,11 @@ struct ProjectRun {
   platform::PosixFileSystem& files;
   platform::TerminalForms& forms;
   std::vector<std::string> written;  // names as they stand on the disk
+  std::size_t handled = 0;           // files before this one
 };
 
-// Handles one file; false when the user must see to something.
+// Handles one file; false when the user must see to something. A message box that it leaves behind
+// unseen counts as such.
 using ProjectCommand = bool (*)(ProjectRun& run, Ostrand& session, std::string_view file);
 
 // Runs the command for every file of the line. A fault of one does not keep the next from its turn.
@@ -28,6 +30,12 @@ ExitCode ForEachProject(const CommandLine& line, ProjectCommand command);
 
 // False when the file could not be opened, which has been told then.
 bool OpenProject(Ostrand& session, std::string_view file);
+
+// Puts the compiler of the line in place of that of the settings, which opening a project loads.
+void UseCompiler(const ProjectRun& run, Ostrand& session);
+
+// Writes the project file into its place.
+bool WriteProject(ProjectRun& run, Ostrand& session);
 
 // Where the files of the session's project go, without extension.
 std::string OutputBase(const ProjectRun& run, const Ostrand& session);

@@ -1,19 +1,9 @@
 // Statements of the pulse and frequency blocks.
-#include <algorithm>
-#include <array>
-
 #include "generator/savedld.h"
-#include "text/strings.h"
+#include "model/pulse_kinds.h"
 
 namespace ostrand {
 namespace {
-
-constexpr std::array<std::string_view, 3> kPulseKinds = {"HILEV", "LOLEV", "SWTCH"};
-
-bool isKnown(const PulseBlockData& block) {
-  return std::any_of(kPulseKinds.begin(), kPulseKinds.end(),
-                     [&](std::string_view kind) { return SameText(block.Meas, kind); });
-}
 
 bool anyReps(const PulseBlockGroup& group) {
   for (int k = 1; k <= group.BlockCount; ++k) {
@@ -36,7 +26,7 @@ void SAVEDLD::Pulses() {
     Row<std::string, 1, kPulseBlocks> statements;
     for (int n = 1; n <= group.BlockCount; ++n) {
       const PulseBlockData& block = group[n];
-      if (block.Reps <= 0 || !isKnown(block)) continue;
+      if (!HasPulseStatement(block)) continue;
       const bool own = block.CalOnSite != 0 || needs_.Except.Pulse[slot][n].Any();
       const std::string scaling = own ? Joined({",MPBlk", n, "(),OPBlk", n, "())"})
                                       : Joined({",PMULT", n, ",POSET", n, ")"});

@@ -64,6 +64,8 @@ Result<> AtomicFile::commit() {
 
 Result<> WriteWhole(FileSystem& files, std::string_view path, std::string_view bytes,
                     std::string_view rightsOf) {
+  const auto lock = files.LockFolder(path);
+  if (!lock) return Error{lock.ErrorText()};
   AtomicFile file(files, path, rightsOf);
   if (auto written = file.Write(bytes); !written) return written;
   return file.Commit();

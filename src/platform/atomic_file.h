@@ -11,7 +11,8 @@ namespace ostrand::platform {
 
 // Writes to a hidden neighbour of `path`; Commit checks every step, syncs and renames it over the
 // target. What was not committed is removed by the destructor. A target that may not be changed is
-// an error, though a rename could replace it. Errors name the target.
+// an error, though a rename could replace it. Errors name the target. Two writers at once would
+// share the neighbour: the caller holds the lock of the folder.
 class AtomicFile {
  public:
   // The new file takes the rights of the file `rightsOf`, or of the target itself.

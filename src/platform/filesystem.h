@@ -21,6 +21,12 @@ class OutputFile {
   virtual Result<> Close() = 0;
 };
 
+// Keeps other writers out of a folder while it lives.
+class FolderLock {
+ public:
+  virtual ~FolderLock() = default;
+};
+
 // Paths are bytes. An implementation turns `\` into its own separator, and finds a name first
 // exactly and then without regard to upper and lower case. Error texts name the path.
 class FileSystem {
@@ -55,13 +61,19 @@ class FileSystem {
   virtual void CopyRights(std::string_view /*from*/, std::string_view /*to*/) {}
   // Takes the read-only mark off a file.
   virtual Result<> ClearReadOnly(std::string_view path) = 0;
+  // Waits until nobody else writes into the folder of `path`, and keeps others out, of this process
+  // as well, until the lock is destroyed. Null on a disk without such locks.
+  virtual Result<std::unique_ptr<FolderLock>> LockFolder(std::string_view /*path*/) {
+    return std::unique_ptr<FolderLock>();
+  }
   // Brings a rename in the folder of `path` to the disk itself.
   virtual Result<> SyncFolder(std::string_view path) = 0;
 };
 
 // Writes `bytes` as the whole content of `path`: into a hidden neighbour first, every step
 // checked, synced, renamed over the target. After an error the target is as it was, or, when only
-// the sync of its folder failed, stands whole with the new content.
+// the sync of its folder failed, stands whole with the new content. Writers of one folder take
+// turns, so that two of them never share a neighbour.
 // The file gets the rights of `rightsOf`, or, when none is named, of the file that it replaces.
 Result<> WriteWhole(FileSystem& files, std::string_view path, std::string_view bytes,
                     std::string_view rightsOf = {});

@@ -8,7 +8,7 @@ void ReportFault(platform::Forms& forms, std::string_view routine, const Fault& 
   forms.Beep();
   forms.SetPointer(platform::Pointer::kNormal);
   platform::MessageBox box;
-  box.title = "TROUBLE";
+  box.title = kTroubleTitle;
   box.text = "Unexpected error " + NumberText(fault.number) + ", \"" + fault.description +
              "\" has occurred in " + std::string(routine) +
              ".\r\n Press \"OK\" and the program will continue.";

@@ -13,7 +13,9 @@ namespace ostrand {
 // A failure of the disk; `text` is that of the Error and names the path.
 inline Fault FileAccess(std::string text) { return {75, std::move(text)}; }
 
-// Shows the box "TROUBLE" for a fault that happened in `routine` ("SAVEDLD.Constants"), with a
+inline constexpr std::string_view kTroubleTitle = "TROUBLE";
+
+// Shows the box of that title for a fault that happened in `routine` ("SAVEDLD.Constants"), with a
 // beep and the normal pointer.
 void ReportFault(platform::Forms& forms, std::string_view routine, const Fault& fault);
 

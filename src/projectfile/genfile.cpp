@@ -10,6 +10,14 @@ namespace {
 constexpr std::string_view kExtension = ".VKG";
 constexpr std::string_view kOldExtension = "._KG";
 
+// In one piece, as WriteWhole does, but under a lock that is held already.
+Result<> write(platform::FileSystem& files, const std::string& path, const std::string& text,
+               const std::string& rightsOf) {
+  platform::AtomicFile file(files, path, rightsOf);
+  if (auto written = file.Write(text); !written) return written;
+  return file.Commit();
+}
+
 // A remainder that stands already is the last good content of a save that died: it is not replaced.
 bool putAside(platform::FileSystem& files, const std::string& project, const std::string& old) {
   if (!files.Exists(project) || files.Exists(old)) return false;
@@ -23,10 +31,13 @@ Result<> SaveProjectFile(ProjectStore& store, platform::FileSystem& files, platf
   const std::string text = ProjectFileText(store, clock.Now());
   const std::string path = std::string(base).append(kExtension);
   const std::string old = std::string(base).append(kOldExtension);
+  // Another save of this project would take its old content for a remainder of this one.
+  const auto lock = files.LockFolder(path);
+  if (!lock) return Error{lock.ErrorText()};
   const std::string found = files.Find(path);  // the name to go back to, in its own spelling
   if (auto allowed = files.MayReplace(found); !allowed) return allowed;
   const bool aside = putAside(files, found, old);
-  if (auto written = platform::WriteWhole(files, path, text, aside ? old : ""); !written) {
+  if (auto written = write(files, path, text, aside ? old : ""); !written) {
     // When even this fails, the old content stays where a dead save would leave it.
     if (aside) static_cast<void>(static_cast<bool>(files.Rename(old, found)));
     return written;

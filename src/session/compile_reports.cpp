@@ -5,6 +5,7 @@
 #include <limits>
 #include <optional>
 
+#include "model/pulse_kinds.h"
 #include "text/number.h"
 #include "text/strings.h"
 
@@ -34,6 +35,7 @@ constexpr int kFirstNewDate = 60607;
 // ---- Times --------------------------------------------------------------------------------------
 
 bool hasStatement(const MeasBlock& block) { return block.Reps > 0; }
+bool hasStatement(const PulseBlockData& block) { return HasPulseStatement(block); }
 
 // A sum that stays at the largest time when a report goes beyond it.
 void addTime(i32& sum, i32 time) {

@@ -45,6 +45,10 @@ void Ostrand::Click(int button) {
   working_ = true;
   row_.DisableAll();
   Guarded(around_.forms, "Ostrand.cmdOption_Click", [&] { runButton(button); });
+  if (button < kSaveAndSendButton) {  // a screen that failed may have edited before
+    dirtyFlag_ = true;
+    Summarize();
+  }
   enableButtons();
   working_ = false;
   if (button != kSaveAndSendButton) SetFocus(Focus::kButton, button);
@@ -54,11 +58,9 @@ void Ostrand::Click(int button) {
 void Ostrand::runButton(int button) {
   if (button >= kSaveAndSendButton) {
     saveByButton(button == kSaveAndSendButton);
-    return;
+  } else {
+    screens_[button]();
   }
-  screens_[button]();
-  dirtyFlag_ = true;
-  Summarize();
 }
 
 void Ostrand::RightClick(int) { events_.PopupOptionsMenu(); }
@@ -66,6 +68,8 @@ void Ostrand::RightClick(int) { events_.PopupOptionsMenu(); }
 void Ostrand::PointAt(int button) {
   around_.forms.SetHelpLine(std::string(MainButtonHelp(button)));
 }
+
+void Ostrand::PointAtQuit() { around_.forms.SetHelpLine(std::string(kQuitHelp)); }
 
 void Ostrand::ClickQuit() {
   if (!row_.QuitEnabled()) return;

@@ -111,12 +111,14 @@ void Ostrand::ShowOptions(std::string_view sOption) {
   const auto show = [](const ShowScreen& screen) {
     if (screen) screen();
   };
-  if (sOption == "Colors") show(colorsScreen_);
-  if (sOption == "Settings") {
-    settings_.CopyToTable();
-    show(settingsScreen_);
-    settings_.LoadSettings(false);
-  }
+  Guarded(around_.forms, "Ostrand.ShowOptions", [&] {
+    if (sOption == "Colors") show(colorsScreen_);
+    if (sOption == "Settings") {
+      settings_.CopyToTable();
+      show(settingsScreen_);
+      settings_.LoadSettings(false);
+    }
+  });
   applyColors();
   Summarize();
 }
@@ -285,7 +287,9 @@ void Ostrand::AskToSaveAll(bool bForce, bool& bCancel) {
     if (answer != Answer::kYes) return;
     bool upgrade = false;
     ORVUS_COMMON::VerifyBeforeSave(Checks(), bCancel, upgrade);
-    if (!bCancel && SavePipeline()) dirtyFlag_ = false;
+    if (bCancel) return;
+    bCancel = !SavePipeline();  // a session that ends now would lose the edits
+    if (!bCancel) dirtyFlag_ = false;
   });
 }
 

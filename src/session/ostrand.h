@@ -4,6 +4,7 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "documents/rich_text.h"
 #include "generator/savedld.h"
@@ -123,7 +124,8 @@ class Ostrand {
 
   // A number as four bytes at `pDst`, most significant first; `pDst` then stands behind them.
   static void LongToMessage(i32 lng, unsigned char*& pDst);
-  // A text as its length, written as LongToMessage does, and its bytes.
+  // A text as its length, written as LongToMessage does, and the low byte of each of its 16-bit
+  // characters. The text is UTF-8, as file names are, or Windows-1252, as project texts are.
   static void StringToMessage(std::string_view Str, unsigned char*& pDst);
   // Asks the toolbar server of "Harrier" to send the program `FileName` to the logger.
   void HarrierDownload(const std::string& FileName);
@@ -143,7 +145,7 @@ class Ostrand {
   void ShowHelpFile(i32 lContext);
   void OffSaveDownload() { row_.Enable(kSaveAndSendButton, false); }
   // Asks whether to save unsaved edits, and saves. `bCancel` becomes true when the user cancelled,
-  // or when the checks found what stands against it.
+  // when the checks found what stands against it, or when the project could not be saved.
   void AskToSaveAll(bool bForce, bool& bCancel);
   // Asks for a name and saves the project under it. A cancelled dialog writes nothing and sets
   // SaveCancelled.
@@ -162,6 +164,7 @@ class Ostrand {
   void Click(int button);
   void RightClick(int button);
   void PointAt(int button);  // shows its help
+  void PointAtQuit();
   void ClickQuit();
   // The panel of what can be printed is shown; its cancel button brings the main row back.
   [[nodiscard]] bool PrintPanelShown() const { return printPanelShown_; }
@@ -200,8 +203,14 @@ class Ostrand {
   [[nodiscard]] bool DirtyFlag() const { return dirtyFlag_; }
   // The last SaveDldFile was cancelled.
   [[nodiscard]] bool SaveCancelled() const { return saveCancelled_; }
+  // The last SaveDldFile wrote all files.
+  [[nodiscard]] bool Saved() const { return saved_; }
+  // Files that the last SavePipeline wrote, in their order.
+  [[nodiscard]] const std::vector<std::string>& SavedFiles() const { return savedFiles_; }
   // The last test compile did not end with a program that compiles.
   [[nodiscard]] bool CompileFailed() const { return compileFailed_; }
+  // What the last test compile skipped, and why; empty when the compiler gave its reports.
+  [[nodiscard]] const std::string& CompileSkipped() const { return compileSkipped_; }
   // What the checks work on.
   [[nodiscard]] CheckContext Checks();
 
@@ -267,6 +276,8 @@ class Ostrand {
   std::string hostApp_;
   std::string txtOper_;
   std::string txtIDNum_;
+  std::string compileSkipped_;
+  std::vector<std::string> savedFiles_;
   SocketObject* socketControl_ = nullptr;
   i16 whoCalled_ = 0;
   Focus focus_ = Focus::kNone;
@@ -275,7 +286,7 @@ class Ostrand {
   bool isHarrierRunning_ = false;
   bool dirtyFlag_ = false;
   bool saveCancelled_ = false;
-  bool saved_ = false;  // the last SaveDldFile wrote all files
+  bool saved_ = false;
   bool compileFailed_ = false;
   bool compiling_ = false;
   bool closing_ = false;

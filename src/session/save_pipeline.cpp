@@ -11,6 +11,7 @@
 #include "session/ostrand.h"
 #include "session/test_compile.h"
 #include "session/user_action.h"
+#include "text/codepage.h"
 #include "text/strings.h"
 
 namespace ostrand {
@@ -42,8 +43,11 @@ bool Ostrand::SavePipeline() {
   const std::string base(WithoutExtension(currentFileName_));
   const auto run = [&](const Step& step) {
     around_.forms.SetHelpLine("Saving " + Upper(base) + std::string(step.extension) + ".");
-    return (this->*step.write)(base);
+    if (!(this->*step.write)(base)) return false;
+    savedFiles_.push_back(base + std::string(step.extension));
+    return true;
   };
+  savedFiles_.clear();
   if (!run({".VKG", &Ostrand::WriteProjectFile})) return false;
   if (!run({".VKP", &Ostrand::WriteProgram})) return false;
   findCompiler(settings_.CompilerPath() + " was not found.", "Would you like to search for it?.");
@@ -125,6 +129,7 @@ void Ostrand::RunPreCompile() {
   const UserAction action(*this);
   compiling_ = true;
   compileFailed_ = true;
+  compileSkipped_.clear();
   around_.forms.SetPointer(platform::Pointer::kBusy);
   Guarded(around_.forms, "Ostrand.RunPreCompile", [&] {
     if (!findCompiler("Pre-Compiler was not found.", "Would you like to search for it?")) return;
@@ -141,6 +146,7 @@ void Ostrand::RunPreCompile() {
       Guarded(around_.forms, "Ostrand.ParseCompileResults", [&] {
         compileFailed_ = !compile.ParseCompileResults(store_, generator_.TK40MLines(), testFile,
                                                       settings_.CompilerPath(), alwaysShow);
+        compileSkipped_ = compile.Skipped();
       });
       Summarize();
     }
@@ -160,8 +166,9 @@ void Ostrand::LongToMessage(i32 lng, unsigned char*& pDst) {
 }
 
 void Ostrand::StringToMessage(std::string_view Str, unsigned char*& pDst) {
-  LongToMessage(static_cast<i32>(Str.size()), pDst);
-  pDst = std::copy(Str.begin(), Str.end(), pDst);
+  const std::string bytes = LowBytes(Str);
+  LongToMessage(static_cast<i32>(bytes.size()), pDst);
+  pDst = std::copy(bytes.begin(), bytes.end(), pDst);
 }
 
 void Ostrand::HarrierDownload(const std::string& FileName) {
@@ -172,7 +179,8 @@ void Ostrand::HarrierDownload(const std::string& FileName) {
     return;
   }
   // Behind the length: number, code, application, two values, file.
-  const std::size_t length = 6 * kLongBytes + kDownloadApplication.size() + FileName.size();
+  const std::size_t length =
+      6 * kLongBytes + kDownloadApplication.size() + LowBytes(FileName).size();
   std::vector<unsigned char> message(kLongBytes + length);
   unsigned char* at = message.data();
   LongToMessage(static_cast<i32>(length), at);

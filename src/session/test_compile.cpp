@@ -44,6 +44,7 @@ bool TestCompile::ParseCompileResults(ProjectStore& store, const MuxLines& muxLi
   VersionReport version;
   CompileVerdict verdict;
   std::string bytes;
+  skipped_.clear();
   if (report(versionCall(compilerPath, versionFile_), versionFile_, "Skipped version.", bytes)) {
     version = ReadVersionReport(bytes);
     const auto call = compileCall(compilerPath, sourceName, resultFile_, version.newCompiler);
@@ -65,17 +66,28 @@ bool TestCompile::ParseCompileResults(ProjectStore& store, const MuxLines& muxLi
 bool TestCompile::report(const platform::ProgramCall& call, const std::string& path,
                          std::string_view skippedText, std::string& bytes) {
   remove(path);
-  auto compiler = around_.processes.Start(call);
-  const bool written = compiler && waitFor(*compiler.Value(), path);
-  if (compiler) compiler.Value()->End();
-  if (written) {
-    if (auto read = around_.files.Read(path); read) {
-      bytes = std::move(read.Value());
-      return true;
-    }
-  }
+  const std::string why = outcome(call, path, bytes);
+  if (why.empty()) return true;
   around_.forms.SetHelpLine(std::string(skippedText));
+  skipped_ = std::string(skippedText).append(" ").append(why);
   return false;
+}
+
+// Why there is no report; empty when it was read.
+std::string TestCompile::outcome(const platform::ProgramCall& call, const std::string& path,
+                                 std::string& bytes) {
+  auto compiler = around_.processes.Start(call);
+  if (!compiler) return compiler.ErrorText();
+  const bool written = waitFor(*compiler.Value(), path);
+  const bool hangs = compiler.Value()->Running();
+  compiler.Value()->End();
+  if (!written) {
+    return call.words.front() + (hangs ? " did not end in time" : " ended without a report");
+  }
+  auto read = around_.files.Read(path);
+  if (!read) return read.ErrorText();
+  bytes = std::move(read.Value());
+  return {};
 }
 
 // First until the file exists, then until it has content and its writer has ended, so that no half

@@ -29,14 +29,19 @@ class TestCompile {
 
   // Compiles `sourceName` by the compiler at `compilerPath`, puts the measured times into the
   // store and shows the result when it is bad, or with `alwaysShow` in any case. True when the
-  // program compiled. A compiler that gives no report is told on the help line alone.
+  // program compiled. A compiler that gives no report is told on the help line alone, and by
+  // Skipped.
   bool ParseCompileResults(ProjectStore& store, const MuxLines& muxLines,
                            const std::string& sourceName, const std::string& compilerPath,
                            bool alwaysShow);
+  // What was skipped in the last call, and why; empty for nothing.
+  [[nodiscard]] const std::string& Skipped() const { return skipped_; }
 
  private:
   bool report(const platform::ProgramCall& call, const std::string& path,
               std::string_view skippedText, std::string& bytes);
+  std::string outcome(const platform::ProgramCall& call, const std::string& path,
+                      std::string& bytes);
   bool waitFor(platform::Process& compiler, const std::string& path);
   template <class Reached>
   bool poll(platform::Process& compiler, Reached&& reached);
@@ -45,6 +50,7 @@ class TestCompile {
   Surroundings around_;
   std::string versionFile_;
   std::string resultFile_;
+  std::string skipped_;
 };
 
 // The path of `title` in `folder`, whether or not that ends in a separator.

@@ -86,6 +86,26 @@ std::string Utf8FromWindows1252(std::string_view bytes) {
   return result;
 }
 
+std::string LowBytes(std::string_view text) {
+  std::string result;
+  const auto put = [&](char32_t c) { result += static_cast<char>(c & 0xFF); };
+  while (!text.empty()) {
+    if (Utf8Length(text) == 0) {
+      const char32_t c = CharacterOf(text.front());
+      put(c == kNoCharacter ? static_cast<unsigned char>(text.front()) : c);
+      text.remove_prefix(1);
+      continue;
+    }
+    char32_t c = takeUtf8(text);
+    if (c >= 0x10000) {  // a pair of them; the first holds the upper ten bits
+      c -= 0x10000;
+      put(c >> 10);
+    }
+    put(c);
+  }
+  return result;
+}
+
 std::string Windows1252FromUtf8(std::string_view utf8) {
   std::string result;
   while (!utf8.empty()) {

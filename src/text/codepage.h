@@ -19,6 +19,10 @@ std::string Utf8FromWindows1252(std::string_view bytes);
 // A text of UTF-8 in Windows-1252. What the code page doesn't hold becomes "?".
 std::string Windows1252FromUtf8(std::string_view utf8);
 
+// The low byte of each 16-bit character of a text that is UTF-8 or Windows-1252: a sequence that is
+// well-formed UTF-8 counts as one.
+std::string LowBytes(std::string_view text);
+
 // Length of the well-formed UTF-8 sequence of two to four bytes that `text`, which is not empty,
 // begins with; 0 for any other beginning. Control characters in two bytes count as none.
 std::size_t Utf8Length(std::string_view text);

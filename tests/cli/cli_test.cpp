@@ -1,68 +1,35 @@
 // The command line as its user meets it: a process with arguments, files, messages and a code.
-#include <fcntl.h>
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <filesystem>
 #include <string>
 #include <vector>
 
+#include "support/cli_run.h"
 #include "support/temp_folder.h"
 #include "text/strings.h"
 
 namespace ostrand {
 namespace {
 
+using testing::Outcome;
 using testing::ReadDisk;
+using testing::Setting;
 using testing::TempFolder;
 using testing::WriteDisk;
 
-struct Outcome {
-  int code = -1;  // 128 + signal for a process that was killed
-  std::string out;
-  std::string err;
-};
-
-struct Setting {
-  std::string epoch = "1000000000";  // 2001-09-09 01:46:40 UTC
-  std::string folder = ".";          // where the process stands
-  rlim_t mostBytes = RLIM_INFINITY;  // of a file
-  std::string out = {};              // where standard output goes, if not kept
-};
-
 Outcome run(const std::vector<std::string>& arguments, const Setting& setting = {}) {
-  const TempFolder scratch;
-  const std::string out = setting.out.empty() ? scratch / "out" : setting.out;
-  const std::string err = scratch / "err";
-  std::vector<std::string> words = {"ostrand"};
-  words.insert(words.end(), arguments.begin(), arguments.end());
-  std::vector<char*> argv;
-  for (std::string& word : words) argv.push_back(word.data());
-  argv.push_back(nullptr);
-
-  const pid_t child = ::fork();
-  if (child == 0) {
-    ::dup2(::open("/dev/null", O_RDONLY), STDIN_FILENO);
-    ::dup2(::open(out.c_str(), O_WRONLY | O_CREAT, 0600), STDOUT_FILENO);
-    ::dup2(::open(err.c_str(), O_WRONLY | O_CREAT, 0600), STDERR_FILENO);
-    ::setenv("SOURCE_DATE_EPOCH", setting.epoch.c_str(), 1);
-    const rlimit limit{setting.mostBytes, setting.mostBytes};
-    if (::setrlimit(RLIMIT_FSIZE, &limit) == 0 && ::chdir(setting.folder.c_str()) == 0) {
-      ::execv(OSTRAND_PROGRAM, argv.data());
-    }
-    ::_exit(127);
-  }
-  int status = 0;
-  EXPECT_EQ(::waitpid(child, &status, 0), child);
-  return {WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status),
-          setting.out.empty() ? ReadDisk(out) : "", ReadDisk(err)};
+  return testing::RunOstrand(arguments, setting);
 }
 
 std::string example(std::string_view name) {
   return OSTRAND_SOURCE_DIR "/examples/" + std::string(name);
+}
+
+// What is told of the files of a generated program.
+std::string wrote(const std::string& base) {
+  return "wrote " + base + ".VKP\nwrote " + base + ".VKD\nwrote " + base + ".VKW\n";
 }
 
 TEST(Cli, WrongUsageEndsWithTwoAndNamesTheHelp) {
@@ -85,6 +52,15 @@ TEST(Cli, WrongUsageEndsWithTwoAndNamesTheHelp) {
       {{"generate", "x", "-o"},
        "ostrand: a value is missing after -o\nTry: ostrand help generate\n"},
       {{"new", "--force=1", "x"}, "ostrand: no value goes with --force\nTry: ostrand help new\n"},
+      {{"check", "x", "--format", "xml"},
+       "ostrand: --format takes text|json, not \"xml\"\nTry: ostrand help check\n"},
+      {{"save", "x", "--send", "bench:"},
+       "ostrand: --send takes HOST:PORT, not \"bench:\"\nTry: ostrand help save\n"},
+      {{"settings"}, "ostrand: list, get or set?\nTry: ostrand help settings\n"},
+      {{"settings", "get"},
+       "ostrand: say list, get NAME or set NAME VALUE\nTry: ostrand help settings\n"},
+      {{"settings", "set", "GenPath", "x", "y"},
+       "ostrand: too much: y\nTry: ostrand help settings\n"},
       {{"new", "x", "y"}, "ostrand: one file at a time, please\nTry: ostrand help new\n"},
       {{"new", "x", "--answer", "TROUBLE=maybe"},
        "ostrand: --answer takes TITLE=yes|no|cancel|ok, not \"TROUBLE=maybe\"\n"
@@ -126,12 +102,12 @@ TEST(Cli, GeneratesEachProjectAsIfItWereTheOnlyOne) {
   std::filesystem::create_directory(folder / "alone");
   std::filesystem::create_directory(folder / "both");
   EXPECT_EQ(run({"generate", second, "-o", folder / "alone"}).out,
-            "wrote " + (folder / "alone/building-climate.VKP") + "\n");
+            wrote(folder / "alone/building-climate"));
   const Outcome both = run({"generate", first, second, "--output=" + (folder / "BOTH")});
   EXPECT_EQ(both.code, 0);
   EXPECT_EQ(both.err, "");
-  EXPECT_EQ(both.out, "wrote " + (folder / "both/engine-test-cell.VKP") + "\nwrote " +
-                          (folder / "both/building-climate.VKP") + "\n");
+  EXPECT_EQ(both.out,
+            wrote(folder / "both/engine-test-cell") + wrote(folder / "both/building-climate"));
   EXPECT_EQ(ReadDisk(folder / "both/building-climate.VKP"),
             ReadDisk(folder / "alone/building-climate.VKP"));
 }
@@ -154,7 +130,7 @@ TEST(Cli, ANewProjectSavesAgainAsTheSameBytes) {
   EXPECT_EQ(run({"resave", "--", "pump.VKG"}, here).code, 0);
   EXPECT_EQ(ReadDisk(folder / "pump.VKG"), bytes);
   // Without -o the program goes beside the project.
-  EXPECT_EQ(run({"generate", folder / "pump.VKG"}).out, "wrote " + (folder / "pump.VKP") + "\n");
+  EXPECT_EQ(run({"generate", folder / "pump.VKG"}).out, wrote(folder / "pump"));
 }
 
 TEST(Cli, FaultsEndWithOneNameTheFileAndGoOnWithTheNext) {
@@ -166,7 +142,7 @@ TEST(Cli, FaultsEndWithOneNameTheFileAndGoOnWithTheNext) {
   const Outcome outcome = run({"generate", folder / "none", folder / "inner.VKG",
                                folder / "pipe.VKG", folder / "pump.VKG", "-o", folder / "out"});
   EXPECT_EQ(outcome.code, 1);
-  EXPECT_EQ(outcome.out, "wrote " + (folder / "out/pump.VKP") + "\n");
+  EXPECT_EQ(outcome.out, wrote(folder / "out/pump"));
   const std::string unreadable =
       ": FILE CANNOT BE READ\n  The requested program generator file could not be read: \n  ";
   const std::string inner = folder / "inner.VKG";

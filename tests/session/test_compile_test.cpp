@@ -51,7 +51,10 @@ class TestCompileRun : public ::testing::Test {
     platform::PosixFileSystem files;
     platform::PosixProcesses processes;
     TestCompile compile({files, forms_, processes}, workDir_.Path());
-    return compile.ParseCompileResults(*store_, MuxLines(), source_, compiler_, alwaysShow);
+    const bool compiled =
+        compile.ParseCompileResults(*store_, MuxLines(), source_, compiler_, alwaysShow);
+    skipped_ = compile.Skipped();
+    return compiled;
   }
 
   void expectNothingLeft() {
@@ -65,6 +68,7 @@ class TestCompileRun : public ::testing::Test {
   testing::TempFolder workDir_;
   std::string source_ = workDir_ / "TEMP $'\".VKP";
   std::string compiler_ = OSTRAND_STAND_IN;
+  std::string skipped_;
   testing::ScriptedForms forms_;
   std::unique_ptr<ProjectStore> store_ = NewStore();
 };
@@ -111,12 +115,16 @@ TEST_F(TestCompileRun, ACompilerWithoutAReportIsToldAndChangesNothing) {
   struct Case {
     const char* behaviour;
     std::string_view told;
+    std::string_view why;
     int restingRounds;  // none for one that hangs: its bound is a count
   };
   constexpr Case cases[] = {
-      {"noversion", "Skipped version.", 20000}, {"none", "Skipped pre-compile.", 20000},
-      {"empty", "Skipped pre-compile.", 20000}, {"crash", "Skipped pre-compile.", 20000},
-      {"versionhang", "Skipped version.", 0},   {"cuthang", "Skipped pre-compile.", 1000},
+      {"noversion", "Skipped version.", "ended without a report", 20000},
+      {"none", "Skipped pre-compile.", "ended without a report", 20000},
+      {"empty", "Skipped pre-compile.", "ended without a report", 20000},
+      {"crash", "Skipped pre-compile.", "ended without a report", 20000},
+      {"versionhang", "Skipped version.", "did not end in time", 0},
+      {"cuthang", "Skipped pre-compile.", "did not end in time", 1000},
   };
   for (const Case& row : cases) {
     SCOPED_TRACE(row.behaviour);
@@ -125,6 +133,7 @@ TEST_F(TestCompileRun, ACompilerWithoutAReportIsToldAndChangesNothing) {
     WriteDisk(workDir_ / "VERCOMP.TXT", "[Version] VERSION: 1 DATE: 051508");
     WriteDisk(workDir_ / "PRECOMP.TXT", "an old report: Compiled OK\r\n");
     EXPECT_FALSE(run(row.behaviour));
+    EXPECT_EQ(skipped_, std::string(row.told) + " " + compiler_ + " " + std::string(row.why));
     EXPECT_EQ(forms_.helpLines, std::vector<std::string>{std::string(row.told)});
     EXPECT_EQ(store_->TempBlock[1].BlockTime, 5);
     expectNothingLeft();
@@ -132,6 +141,7 @@ TEST_F(TestCompileRun, ACompilerWithoutAReportIsToldAndChangesNothing) {
   compiler_ = workDir_ / "no such compiler";
   EXPECT_FALSE(run("good"));
   EXPECT_EQ(forms_.helpLines.back(), "Skipped version.");
+  EXPECT_EQ(skipped_, "Skipped version. " + compiler_ + ": No such file or directory");
 }
 
 TEST(CompileReports, TellTheVersionAndTheFormOfTheCommand) {
@@ -169,29 +179,34 @@ TEST(CompileReports, TimesGoToTheBlocksThatHaveTheStatements) {
   store->PulseBlock[0].BlockCount = 2;
   store->PulseBlock[0][2].Reps = 1;
   store->PulseBlock[0][2].Meas = "HiLev";
+  store->PulseBlock[0][1].Reps = 1;
+  store->PulseBlock[0][1].Meas = "Volts";  // no kind that has a statement
   store->TK40MBlock.BlockCount = 2;
   store->TK40MBlock[1].Reps = store->TK40MBlock[2].Reps = 30;
   MuxLines lines;
   lines[1] = "30 31 ";
   lines[2] = "32 33 ";
-  StoreMeasuredTimes(*store,
-                     "Line 5: VOLTSE = 1\r\nScan: (Subroutine)\r\nLine 6: VOLTSE = 1\r\n"
-                     "Scan:\r\nLine 10: Battery = 10.5\r\nLine 10: Battery = 1\r\n"
-                     "Line 11: PanelTemp=11\r\nLine 12: VoltSE = 12 uSec\r\nLine 12: VoltSE = 1\r\n"
-                     "Line 13:VOLTDIFF=13\r\nLine 14: VOLTSE = 14\r\nLine 15: BrHalf3W = 15\r\n"
-                     "Line 16: StrainCalc = 16\r\nLine 17: BrFull = 17\r\n"
-                     "Line 18: PulseCount = 2147483648\r\nLine 19: Delay = 9\r\n"
-                     "PulseCount = 3\r\nLine 20: PulseCount 3\r\n"
-                     "Line 30: TK40M = 30\r\nLine 31: TK40M = 31\r\nLine 32: TK40M = 32\r\n"
-                     "Scan: slow\r\nLine 33: TK40M = 33\r\n",
-                     lines);
+  StoreMeasuredTimes(
+      *store,
+      "Line 5: VOLTSE = 1\r\nScan: (Subroutine)\r\nLine 6: VOLTSE = 1\r\n"
+      "Scan:\r\nLine 10: Battery = 10.5\r\nLine 10: Battery = 1\r\n"
+      "Line 11: PanelTemp=11\r\nLine 12: VoltSE = 12 uSec\r\nLine 12: VoltSE = 1\r\n"
+      "Line 13:VOLTDIFF=13\r\nLine 14: VOLTSE = 14\r\nLine 15: BrHalf3W = 15\r\n"
+      "Line 16: StrainCalc = 16\r\nLine 17: BrFull = 17\r\n"
+      "Line 18: PulseCount = 2147483648\r\nLine 18: PulseCount = 18\r\nLine 19: Delay = 9\r\n"
+      "PulseCount = 3\r\nLine 20: PulseCount 3\r\n"
+      "Line 30: TK40M = 30\r\nLine 31: TK40M = 31\r\nLine 32: TK40M = 32\r\n"
+      "Scan: slow\r\nLine 33: TK40M = 33\r\n",
+      lines);
   EXPECT_EQ(store->Config.BatteryTime, 11) << "half to even, then added up";
   EXPECT_EQ(store->Config.PanelTime, 11);
   EXPECT_EQ(store->VoltBlock[1].BlockTime, 0);
   EXPECT_EQ(store->VoltBlock[2].BlockTime, 13);
   EXPECT_EQ(store->VoltBlock[3].BlockTime, 13);
   EXPECT_EQ(store->BridgeBlock[1].BlockTime, 15);
-  EXPECT_EQ(store->PulseBlock[0][2].BlockTime, 0) << "no time that the store can hold";
+  EXPECT_EQ(store->PulseBlock[0][1].BlockTime, 0);
+  EXPECT_EQ(store->PulseBlock[0][2].BlockTime, 18)
+      << "the first is no time that the store can hold";
   EXPECT_EQ(store->TK40MBlock[1].BlockTime, 61);
   EXPECT_EQ(store->TK40MBlock[2].BlockTime, 32);
 }

@@ -13,6 +13,7 @@
 #include <utility>
 
 #include "platform/paths.h"
+#include "platform/posix/file_lock.h"
 
 namespace ostrand::platform {
 namespace {
@@ -127,6 +128,25 @@ class PosixFile : public OutputFile {
   Descriptor descriptor_;
   Syncing syncing_;
 };
+
+// The folder in which `path` stands, with its separator.
+std::string folderOf(std::string_view path) {
+  std::string folder = Split(onDisk(path)).folder;
+  return folder.empty() ? "./" : folder;
+}
+
+class PosixFolderLock : public FolderLock {
+ public:
+  explicit PosixFolderLock(int descriptor) : descriptor_(descriptor) {}
+  [[nodiscard]] const Descriptor& Folder() const { return descriptor_; }
+
+ private:
+  Descriptor descriptor_;
+};
+
+int openFolder(const std::string& folder) {
+  return ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+}
 
 }  // namespace
 
@@ -247,11 +267,22 @@ Result<> PosixFileSystem::ClearReadOnly(std::string_view path) {
   return Done{};
 }
 
+Result<std::unique_ptr<FolderLock>> PosixFileSystem::LockFolder(std::string_view path) {
+  if (!isName(path)) return std::unique_ptr<FolderLock>();
+  const std::string folder = folderOf(path);
+  auto lock = std::make_unique<PosixFolderLock>(openFolder(folder));
+  // One that may not be read may still be written; of one that is not there the write tells.
+  if (!lock->Folder().IsOpen()) return std::unique_ptr<FolderLock>();
+  const auto locked =
+      LockOpened(lock->Folder().Number(), folder, "Another program keeps the folder locked");
+  if (!locked) return Error{locked.ErrorText()};
+  return std::unique_ptr<FolderLock>(std::move(lock));
+}
+
 Result<> PosixFileSystem::SyncFolder(std::string_view path) {
   if (syncing_ == Syncing::kOff) return Done{};
-  std::string folder = Split(onDisk(path)).folder;
-  if (folder.empty()) folder = "./";
-  const Descriptor descriptor(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  const std::string folder = folderOf(path);
+  const Descriptor descriptor(openFolder(folder));
   // A folder that may be written but not read cannot be synced; the rename itself has happened.
   if (!descriptor.IsOpen()) return errno == EACCES ? Result<>(Done{}) : failure(folder, errno);
   // Some file systems have no such thing as syncing a folder and say so.

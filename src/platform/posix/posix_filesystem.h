@@ -38,6 +38,7 @@ class PosixFileSystem : public FileSystem {
   Result<> MayReplace(std::string_view path) override;
   void CopyRights(std::string_view from, std::string_view to) override;
   Result<> ClearReadOnly(std::string_view path) override;
+  Result<std::unique_ptr<FolderLock>> LockFolder(std::string_view path) override;
   Result<> SyncFolder(std::string_view path) override;
 
   // Whether a folder of that name can be found.

@@ -1,27 +1,23 @@
 #include "platform/posix/posix_settings_store.h"
 
 #include <fcntl.h>
-#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
-#include <chrono>
 #include <cstdlib>
 #include <cstring>
 #include <memory>
-#include <thread>
 #include <utility>
 
 #include "platform/paths.h"
+#include "platform/posix/file_lock.h"
 #include "text/number.h"
 
 namespace ostrand::platform {
 namespace {
 
-constexpr std::chrono::milliseconds kBetweenTries{10};
-constexpr int kTries = 1000;  // ten seconds in all; a write takes a few milliseconds
 constexpr int kMostDamaged = 100;
 
 Error failure(const std::string& path, int number) {
@@ -52,8 +48,7 @@ std::string targetOf(const std::string& path) {
   return real == nullptr ? path : std::string(real.get());
 }
 
-// Keeps other writers of the settings out while it lives, of this process and of others. The
-// system lets it go when a process dies.
+// Keeps other writers of the settings out while it lives, of this process and of others.
 class WriteLock {
  public:
   WriteLock() = default;
@@ -69,15 +64,7 @@ class WriteLock {
     const std::string name = parts.folder + "." + parts.title + ".lock";
     descriptor_ = ::open(name.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600);
     if (descriptor_ < 0) return failure(path, errno);
-    for (int tries = 0; tries < kTries; ++tries) {
-      if (::flock(descriptor_, LOCK_EX | LOCK_NB) == 0) return Done{};
-      if (errno == EINTR) continue;
-      // Some network disks have no locks. Whole files are the better part of what is wanted.
-      if (errno == ENOLCK || errno == EOPNOTSUPP || errno == ENOSYS) return Done{};
-      if (errno != EWOULDBLOCK) return failure(path, errno);
-      std::this_thread::sleep_for(kBetweenTries);
-    }
-    return Error{path + ": Another program keeps the settings locked"};
+    return LockOpened(descriptor_, path, "Another program keeps the settings locked");
   }
 
  private:

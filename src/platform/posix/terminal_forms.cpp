@@ -115,7 +115,17 @@ std::string TerminalText(std::string_view text) {
   return result;
 }
 
-bool TerminalForms::TakeBoxShown() { return std::exchange(boxShown_, false); }
+std::string HeadAndLines(std::string_view head, std::string_view text) {
+  std::string result = std::string(head) + "\r\n";
+  for (std::string_view rest = text; !rest.empty(); rest = After(rest, "\r\n")) {
+    const std::string_view line = Before(rest, "\r\n");
+    if (!line.empty()) result.append("  ").append(line);
+    result += "\r\n";
+  }
+  return result;
+}
+
+std::vector<std::string> TerminalForms::TakeBoxesShown() { return std::exchange(boxesShown_, {}); }
 
 std::optional<Answer> TerminalForms::prepared(const MessageBox& box) const {
   const auto found = std::find_if(
@@ -127,15 +137,9 @@ std::optional<Answer> TerminalForms::prepared(const MessageBox& box) const {
 }
 
 Answer TerminalForms::ShowBox(const MessageBox& box) {
-  boxShown_ = true;
-  std::string shown = subject_.empty() ? "" : subject_ + ": ";
-  shown += box.title + "\r\n";
-  for (std::string_view rest = box.text; !rest.empty(); rest = After(rest, "\r\n")) {
-    const std::string_view line = Before(rest, "\r\n");
-    if (!line.empty()) shown.append("  ").append(line);
-    shown += "\r\n";
-  }
-  tell(TerminalText(shown));
+  if (box.icon != Icon::kInformation) boxesShown_.push_back(box.title);
+  const std::string about = subject_.empty() ? "" : subject_ + ": ";
+  tell(TerminalText(HeadAndLines(about + box.title, box.text)));
   if (box.buttons == Buttons::kOk) return Answer::kOk;
 
   std::optional<Answer> answer = prepared(box);
@@ -154,6 +158,8 @@ void TerminalForms::DoEvents() {
 
 std::optional<std::string> TerminalForms::AskOpen(const FileDialog&) { return std::nullopt; }
 
-std::optional<std::string> TerminalForms::AskSave(const FileDialog&) { return std::nullopt; }
+std::optional<std::string> TerminalForms::AskSave(const FileDialog&) {
+  return std::exchange(saveName_, std::nullopt);
+}
 
 }  // namespace ostrand::platform

@@ -24,15 +24,18 @@ struct PreparedAnswers {
 // Boxes go to standard error: the subject and the title in one line, the text below it, in UTF-8.
 // A question is answered by what was prepared, else by the user when standard input is a terminal,
 // else in the way that writes nothing: Cancel where there is one, or No. There are no file dialogs
-// on a command line, which names its files itself: they count as cancelled.
+// on a command line, which names its files itself: but for a name to save under that was prepared
+// they count as cancelled.
 class TerminalForms : public Forms {
  public:
   explicit TerminalForms(PreparedAnswers answers) : answers_(std::move(answers)) {}
 
   // What the boxes from now on are about, the project file for one.
   void Subject(std::string_view text) { subject_ = text; }
-  // Whether a box was shown since the subject was set, or since the last call.
-  bool TakeBoxShown();
+  // The answer to the next dialog that asks where to save.
+  void SaveAs(std::string name) { saveName_ = std::move(name); }
+  // Titles of the boxes since the last call, in their order; without those that only inform.
+  std::vector<std::string> TakeBoxesShown();
 
   Answer ShowBox(const MessageBox& box) override;
   std::optional<std::string> AskOpen(const FileDialog& dialog) override;
@@ -47,8 +50,12 @@ class TerminalForms : public Forms {
 
   PreparedAnswers answers_;
   std::string subject_;
-  bool boxShown_ = false;
+  std::optional<std::string> saveName_;
+  std::vector<std::string> boxesShown_;
 };
+
+// The lines of a text of CR LF below its head, indented by two blanks.
+std::string HeadAndLines(std::string_view head, std::string_view text);
 
 // The text for a terminal: lines end in LF, and bytes that are not UTF-8 already, as file names
 // are, are taken as Windows-1252, as project texts are. Control characters become "?", so that no

@@ -1,0 +1,108 @@
+// The command that tells what the checks find.
+#include <algorithm>
+
+#include "commands.h"
+#include "project_run.h"
+#include "text/codepage.h"
+#include "text/number.h"
+#include "verify/verify_before_save.h"
+
+namespace ostrand::cli {
+namespace {
+
+int countAgainst(const Findings& findings) {
+  return static_cast<int>(
+      std::count_if(findings.begin(), findings.end(),
+                    [](const Finding& finding) { return finding.againstSaving; }));
+}
+
+// ---- For a reader -------------------------------------------------------------------------------
+
+std::string placeOf(const Finding& finding) {
+  std::string place(finding.section);
+  if (!finding.key.empty()) place.append(" ").append(finding.key);
+  return place;
+}
+
+std::string resultLine(const Findings& findings) {
+  if (findings.empty()) return "all checks are clean";
+  const int against = countAgainst(findings);
+  return NumberText(static_cast<int>(findings.size())) +
+         (findings.size() == 1 ? " finding, " : " findings, ") +
+         (against == 0 ? "none" : NumberText(against)) + " against saving";
+}
+
+std::string asText(std::string_view file, const Findings& findings) {
+  std::string text;
+  for (const Finding& finding : findings) {
+    std::string head = std::string(file).append(": ").append(finding.title);
+    if (finding.againstSaving) head += ", against saving";
+    std::string lines = Utf8FromWindows1252(finding.text);
+    if (const std::string place = placeOf(finding); !place.empty()) lines += "\r\n" + place;
+    text += platform::HeadAndLines(head, lines);
+  }
+  return platform::TerminalText(text.append(file).append(": ") + resultLine(findings) + "\n");
+}
+
+// ---- For a program ------------------------------------------------------------------------------
+
+// A JSON string of a text in UTF-8; lines are parted by LF.
+std::string quoted(std::string_view utf8) {
+  constexpr std::string_view kDigits = "0123456789abcdef";
+  std::string result = "\"";
+  for (std::size_t at = 0; at < utf8.size(); ++at) {
+    const auto byte = static_cast<unsigned char>(utf8[at]);
+    if (utf8.substr(at).starts_with("\r\n")) continue;
+    if (byte == '"' || byte == '\\') {
+      result.append("\\").append(1, utf8[at]);
+    } else if (byte == '\n') {
+      result += "\\n";
+    } else if (byte < 0x20) {
+      result.append("\\u00").append(1, kDigits[byte >> 4]).append(1, kDigits[byte & 0xFU]);
+    } else {
+      result += utf8[at];
+    }
+  }
+  return result + "\"";
+}
+
+std::string asJson(const Finding& finding) {
+  return "{\"title\": " + quoted(finding.title) +
+         ", \"text\": " + quoted(Utf8FromWindows1252(finding.text)) +
+         ", \"section\": " + quoted(finding.section) + ", \"key\": " + quoted(finding.key) +
+         ", \"againstSaving\": " + (finding.againstSaving ? "true" : "false") + "}";
+}
+
+std::string asJson(std::string_view file, bool opened, const Findings& findings) {
+  std::string text = "{\"file\": " + quoted(platform::TerminalText(file)) +
+                     ", \"opened\": " + (opened ? "true" : "false") + ", \"findings\": [";
+  for (const Finding& finding : findings) {
+    text += (&finding == &findings.front() ? "\n  " : ",\n  ") + asJson(finding);
+  }
+  return text + (findings.empty() ? "]}" : "\n]}");
+}
+
+// ---- The command --------------------------------------------------------------------------------
+
+bool check(ProjectRun& run, Ostrand& session, std::string_view file) {
+  const bool opened = OpenProject(session, file);
+  const Findings findings = opened ? CheckAll(session.Checks()) : Findings();
+  bool told = true;
+  if (run.line.json) {
+    told = Say((run.handled == 0 ? "" : ",\n") + asJson(file, opened, findings));
+  } else if (opened) {
+    told = Say(asText(file, findings));
+  }
+  return told && opened && countAgainst(findings) == 0;
+}
+
+}  // namespace
+
+ExitCode Check(const CommandLine& line) {
+  if (!line.json) return ForEachProject(line, check);
+  if (!Say("[")) return kFault;
+  const ExitCode result = ForEachProject(line, check);
+  return Say("]\n") ? result : kFault;
+}
+
+}  // namespace ostrand::cli

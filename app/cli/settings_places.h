@@ -1,0 +1,22 @@
+// Where the user's settings and the machine's keys stand.
+#pragma once
+
+#include "platform/posix/posix_filesystem.h"
+#include "platform/posix/posix_machine_registry.h"
+#include "platform/posix/posix_settings_store.h"
+#include "platform/posix/user_folders.h"
+
+namespace ostrand::cli {
+
+struct SettingsPlaces {
+  explicit SettingsPlaces(platform::Syncing syncing)
+      : ownFiles(syncing, platform::Readers::kOwner),
+        settings(ownFiles, platform::UserSettingsPath()),
+        registry(ownFiles, platform::MachineRegistryPath(), platform::UserSettingsPath()) {}
+
+  platform::PosixFileSystem ownFiles;
+  platform::PosixSettingsStore settings;
+  platform::PosixMachineRegistry registry;
+};
+
+}  // namespace ostrand::cli

@@ -1,0 +1,35 @@
+#include "platform/posix/file_lock.h"
+
+#include <sys/file.h>
+
+#include <cerrno>
+#include <chrono>
+#include <cstring>
+#include <thread>
+
+namespace ostrand::platform {
+namespace {
+
+constexpr std::chrono::milliseconds kBetweenTries{10};
+constexpr int kTries = 1000;
+
+// Some network disks have no locks, or none of a folder. Whole files are the better part of what
+// is wanted.
+bool isNoLock(int number) {
+  return number == ENOLCK || number == EOPNOTSUPP || number == ENOSYS || number == EBADF ||
+         number == EINVAL;
+}
+
+}  // namespace
+
+Result<> LockOpened(int descriptor, const std::string& path, const std::string& held) {
+  for (int tries = 0; tries < kTries; ++tries) {
+    if (::flock(descriptor, LOCK_EX | LOCK_NB) == 0 || isNoLock(errno)) return Done{};
+    if (errno == EINTR) continue;
+    if (errno != EWOULDBLOCK) return Error{path + ": " + std::strerror(errno)};
+    std::this_thread::sleep_for(kBetweenTries);
+  }
+  return Error{path + ": " + held};
+}
+
+}  // namespace ostrand::platform
