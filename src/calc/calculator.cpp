@@ -1,0 +1,82 @@
+#include "calc/calculator.h"
+
+namespace ostrand {
+
+Calculator::Calculator(const ScreenContext& context, std::string_view name,
+                       std::string_view helpLine)
+    : Screen(context, name) {
+  Forms().SetHelpLine(std::string(helpLine));
+}
+
+bool Calculator::onDone() {
+  if (!mayEnd()) return false;
+  writeRecord();
+  answer_ = answerShown();
+  return true;
+}
+
+void Calculator::solveAndSettle() {
+  solve();
+  settle();
+}
+
+void Calculator::bind(TextField& field, std::string& member) {
+  field.Text(member);
+  field.OnChange = [this, &field, &member] {
+    // A text that does not go on from the one before ends that one.
+    const std::string text = field.Text();
+    if (text.size() <= member.size()) settle();
+    member = text;
+    solve();
+  };
+  field.OnTake = [this] { settle(); };
+}
+
+void Calculator::bindCodes(Choice& choice, i16& member) {
+  const Loading loading(*this);
+  choice.Index(member - 1);
+  choice.OnPick = [this, &choice, &member] {
+    if (IsLoading()) return;
+    member = static_cast<i16>(choice.Index() + 1);
+    solveAndSettle();
+  };
+}
+
+void Calculator::bindSwitch(CheckBox& box, i16& member) {
+  const Loading loading(*this);
+  box.Checked(member != 0);
+  box.OnClick = [this, &box, &member] {
+    if (IsLoading()) return;
+    SetSwitch(member, box.Checked());
+    solveAndSettle();
+  };
+}
+
+RateCalculator::RateCalculator(const ScreenContext& context, std::string_view name,
+                               std::string_view helpLine, std::string_view result)
+    : Calculator(context, name, helpLine),
+      WhatIf(*this, "WhatIf"),
+      Multiplier(*this, "Multiplier"),
+      Units(*this, "Units"),
+      Result(*this, result) {
+  WhatIf.Caption = "Pulses/Second";
+  WhatIf.ToolTip = "An example for \"What If\" analysis only.";
+}
+
+void RateCalculator::solve() {
+  const auto answers = rates();
+  kept_.Take(answers ? std::optional<Shown>({*answers, std::string(rateUnits())}) : std::nullopt);
+  const auto& shown = kept_.Shown();
+  if (!shown) return;
+  Multiplier.Text(shown->rates.multiplier);
+  Units.Text(shown->units);
+  Result.Text(shown->rates.whatIf);
+}
+
+std::optional<ScalingAnswer> RateCalculator::answerShown() const {
+  const auto multiplier = NumberHandedBack(Multiplier.Text());
+  if (!multiplier) return std::nullopt;
+  return ScalingAnswer{*multiplier, std::nullopt, Units.Text()};
+}
+
+}  // namespace ostrand

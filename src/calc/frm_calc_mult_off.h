@@ -1,0 +1,56 @@
+// The screens of the two-point calculators.
+#pragma once
+
+#include "calc/calculator.h"
+#include "calc/source_kinds.h"
+#include "calc/two_point.h"
+#include "setup/controls/numeric_field.h"
+
+namespace ostrand {
+
+class LineCalculator : public Calculator {
+ public:
+  TextField YMax, YMin, XMax, XMin;
+  UnitField Units;  // of Y
+  Label XAxis;      // what X is: "Input mV"
+  Label XUnits;
+  Label M, B;
+  // The try-out: a point of the line, by either coordinate or by the scroll bar.
+  TextField YOut, XOut;
+  NumericField Scroll;  // 0 at YMin to kLineScrollSteps at YMax
+
+ protected:
+  LineCalculator(const ScreenContext& context, std::string_view name, LineCalcRecord& record,
+                 const InputAxis& axis);
+
+  void solve() override;
+  void settle() override { kept_.Settle(); }
+  [[nodiscard]] std::optional<ScalingAnswer> answerShown() const override;
+  void writeRecord() override { stored_ = record_; }
+
+ private:
+  void onYOut();
+  void onXOut();
+  void onScroll();
+  void showXOut();
+  void showScroll();
+
+  LineCalcRecord& stored_;
+  LineCalcRecord record_;
+  KeptAnswers<LineAnswers> kept_;
+};
+
+class frmCalcMultOff : public LineCalculator {
+ public:
+  frmCalcMultOff(const ScreenContext& context, const InputAxis& axis)
+      : LineCalculator(context, "frmCalcMultOff", context.store.MultOffCalc, axis) {}
+};
+
+// The same for the ratio of a bridge.
+class frmCalcPot : public LineCalculator {
+ public:
+  frmCalcPot(const ScreenContext& context, const InputAxis& axis)
+      : LineCalculator(context, "frmCalcPot", context.store.PotCalc, axis) {}
+};
+
+}  // namespace ostrand

@@ -1,0 +1,87 @@
+#include "calc/frm_calc_mv_per_volt.h"
+
+#include "text/number.h"
+#include "text/strings.h"
+#include "verify/box.h"
+
+namespace ostrand {
+namespace {
+
+constexpr std::string_view kHelp =
+    "Enter the mV/V f.s., the Rated Capacity and the Units name. The proper multiplier will be "
+    "computed.";
+
+}  // namespace
+
+frmCalcmVPerVolt::frmCalcmVPerVolt(const ScreenContext& context, bool inVolts)
+    : Calculator(context, "frmCalcmVPerVolt", kHelp),
+      mVPerV(*this, "mVPerV"),
+      FullScale(*this, "FullScale"),
+      Units(*this, "Units"),
+      Multiplier(*this, "Multiplier"),
+      Solves(*this, "Solves"),
+      Formula(*this, "Formula"),
+      TestUnits(*this, "TestUnits"),
+      mVOut(*this, "mVOut"),
+      Excite(*this, "Excite"),
+      record_(context.store.MVPerVoltCalc) {
+  mVPerV.Caption = inVolts ? "V/V f.s." : "mV/V f.s.";
+  FullScale.Caption = "Rated Capacity";
+  bind(mVPerV, record_.mVPerV);
+  bind(FullScale, record_.FullScale);
+  bind(Units, record_.Units);
+  bind(mVOut, record_.mVOut);
+  Excite.Text(NumberText(kMaxExcitation));
+  TestUnits.OnChange = [this] { tryOut(); };
+  Excite.OnChange = [this] { tryOut(); };
+  Solves.OnPress = [this] {
+    state_ = (state_ + 1) % kMVPerVoltStates.size();
+    showState();
+    tryOut();
+  };
+  showState();
+  solve();
+}
+
+TextField& frmCalcmVPerVolt::computed() {
+  switch (kMVPerVoltStates[state_].solves) {
+    case MVPerVoltSolves::kUnits:
+      return TestUnits;
+    case MVPerVoltSolves::kMVOut:
+      return mVOut;
+    case MVPerVoltSolves::kExcite:
+      break;
+  }
+  return Excite;
+}
+
+void frmCalcmVPerVolt::showState() {
+  Solves.Caption = kMVPerVoltStates[state_].name;
+  Formula.Text(kMVPerVoltStates[state_].formula);
+  for (TextField* field : {&TestUnits, &mVOut, &Excite}) field->Enabled = field != &computed();
+}
+
+void frmCalcmVPerVolt::solve() {
+  Multiplier.Text(MVPerVoltMultiplier(record_));
+  tryOut();
+}
+
+void frmCalcmVPerVolt::tryOut() {
+  computed().Text(SolveMVPerVolt(kMVPerVoltStates[state_].solves, Multiplier.Text(),
+                                 {TestUnits.Text(), mVOut.Text(), Excite.Text()}));
+  record_.mVOut = mVOut.Text();
+}
+
+bool frmCalcmVPerVolt::mayEnd() {
+  const auto question = ExcitationQuestion(Excite.Text());
+  return !question || Ask(Forms(), kExcitationTitle, *question, platform::Buttons::kYesNo) !=
+                          platform::Answer::kYes;
+}
+
+std::optional<ScalingAnswer> frmCalcmVPerVolt::answerShown() const {
+  const auto multiplier = NumberHandedBack(Multiplier.Text());
+  if (!multiplier) return std::nullopt;
+  return ScalingAnswer{*multiplier, std::nullopt, std::string(Trim(record_.Units))};
+}
+
+}  // namespace ostrand

@@ -1,0 +1,330 @@
+#include "calc/frm_calculated.h"
+
+#include <utility>
+
+#include "calc/variable_uses.h"
+#include "model/defaults.h"
+#include "model/variables.h"
+#include "platform/guarded.h"
+#include "platform/moment_text.h"
+#include "platform/paths.h"
+#include "text/number.h"
+#include "text/strings.h"
+#include "verify/box.h"
+#include "verify/names_check.h"
+
+namespace ostrand {
+namespace {
+
+constexpr std::string_view kListFile = "CalcFile.Log";
+constexpr std::string_view kCells = " | ";
+
+bool variableNameInTheMaking(std::string_view text) { return text.empty() || IsVariableName(text); }
+
+// The item picked, empty for the one that stands for none.
+std::string picked(const Choice& choice) {
+  std::string text = choice.Text();
+  return text == kNoChoice ? std::string() : text;
+}
+
+void fillFunctions(Choice& choice) {
+  for (const std::string_view function : kFormulaFunctions) {
+    choice.Items.push_back({std::string(function), true, true, {}});
+  }
+}
+
+// The two sides of the first equal sign.
+std::string nameIn(std::string_view formula) { return std::string(Trim(Before(formula, "="))); }
+std::string expressionIn(std::string_view formula) {
+  return std::string(Trim(After(formula, "=")));
+}
+
+std::string formulaOf(const CalcFieldData& field) {
+  return field.CalcField[1] + " = " + field.CalcField[2];
+}
+
+}  // namespace
+
+std::string FormulaListText(const CalcFieldGroup& fields, const platform::Moment& time,
+                            const std::string& projectName) {
+  std::string text =
+      JoinLines({"CALCULATED FIELDS FORMULA LIST", "Time Printed: " + ShortMomentText(time),
+                 "Program Name: " + projectName, ""});
+  for (int f = 1; f <= fields.CalcFieldCount; ++f) text += formulaOf(fields.Field[f]) + "\r\n";
+  return text;
+}
+
+void FormulaGrid::Show(const CalcFieldGroup& fields) {
+  Items.clear();
+  Index(-1);
+  for (int f = 1; f <= fields.CalcFieldCount; ++f) {
+    const auto& field = fields.Field[f].CalcField;
+    std::string row = field[1];
+    row.append(kCells).append(field[2]).append(kCells).append(field[3]);
+    Items.push_back({std::move(row), true, true, {}});
+  }
+}
+
+bool FormulaGrid::Pick(std::string_view row) {
+  if (const auto number = ToInt32(row)) {
+    if (*number < 1 || *number > static_cast<i32>(Items.size())) return false;
+    Index(*number - 1);
+    return true;
+  }
+  for (std::size_t at = 0; at < Items.size(); ++at) {
+    if (!SameText(Trim(Before(Items[at].Text, kCells)), Trim(row))) continue;
+    Index(static_cast<int>(at));
+    return true;
+  }
+  return Choice::Pick(row);
+}
+
+frmCalculated::frmCalculated(const ScreenContext& context, const FormulaListPlace& place,
+                             std::function<void(int field)> outputs)
+    : Screen(context, "frmCalculated"),
+      Formulas(*this, "Formulas"),
+      Edit(*this, "Edit"),
+      Delete(*this, "Delete"),
+      New(*this, "New"),
+      Outputs(*this, "Outputs"),
+      EditingRow(*this, "EditingRow"),
+      NewName(*this, "NewName", variableNameInTheMaking),
+      cboFunct1(*this, "cboFunct1"),
+      cboMeas1(*this, "cboMeas1"),
+      cboCompare(*this, "cboCompare"),
+      cboFunct2(*this, "cboFunct2"),
+      cboMeas2(*this, "cboMeas2"),
+      cboFunct3(*this, "cboFunct3"),
+      Mult(*this, "Mult", NumberType::kSingle),
+      Offset(*this, "Offset", NumberType::kSingle),
+      Units(*this, "Units"),
+      Public(*this, "Public"),
+      DataResolution(*this, "DataResolution"),
+      EditMode(*this, "EditMode"),
+      Formula(*this, "Formula"),
+      Save(*this, "Save"),
+      ListFormulas(*this, "ListFormulas"),
+      place_(place),
+      outputs_(std::move(outputs)),
+      before_(std::make_unique<CalcFieldGroup>(context.store.CalcFields)) {
+  Edit.Caption = "&Edit";
+  Delete.Caption = "&Delete";
+  New.Caption = "&New";
+  Outputs.Caption = "&Outputs";
+  ListFormulas.Caption = "&List";
+  EditMode.Caption = "Check to allow editing of the formula.";
+  Public.Caption = "Public";
+  Formula.Enabled = false;
+  for (Choice* choice : {&cboFunct1, &cboFunct2, &cboFunct3}) fillFunctions(*choice);
+  for (const std::string_view sign : kFormulaOperators) {
+    cboCompare.Items.push_back({std::string(sign), true, true, {}});
+  }
+  DataResolution.SetItems({"FP2", "IEEE4"});
+  Mult.BlankStands = Offset.BlankStands = true;
+
+  for (Choice* choice : {&cboFunct1, &cboMeas1, &cboCompare, &cboFunct2, &cboMeas2, &cboFunct3}) {
+    choice->OnPick = [this] { compose(); };
+  }
+  for (NumericField* field : {&Mult, &Offset}) {
+    field->OnChange = [this] { compose(); };
+    field->OnTake = [this] { compose(); };
+  }
+  NewName.OnChange = [this] { takeName(); };
+  EditMode.OnClick = [this] { setEditMode(); };
+  Formulas.OnPick = [this] { enableRowButtons(); };
+  Edit.OnPress = [this] { startEditing(selected()); };
+  Delete.OnPress = [this] { DeleteCalculation(); };
+  New.OnPress = [this] { startNew(); };
+  Outputs.OnPress = [this] { outputs_(selected()); };
+  Save.OnPress = [this] { save(); };
+  ListFormulas.OnPress = [this] { ListToDisk(); };
+  showRows();
+  startNew();
+}
+
+void frmCalculated::showRows() {
+  Formulas.Show(fields());
+  enableRowButtons();
+  listMeasures();
+}
+
+void frmCalculated::enableRowButtons() {
+  const bool any = selected() > 0;
+  Edit.Enabled = any;
+  Delete.Enabled = any;
+  Outputs.Enabled = any && outputs_ != nullptr;
+}
+
+void frmCalculated::listMeasures() {
+  const VarPickList list(store(), context().UserVarListTypes);
+  for (Choice* choice : {&cboMeas1, &cboMeas2}) {
+    choice->SetItems({kNoChoice});
+    for (const PickVariable& variable : list.Variables()) {
+      choice->Items.push_back({std::string(Trim(variable.name)), true, true, {}});
+    }
+  }
+}
+
+void frmCalculated::clearParts() {
+  const Loading loading(*this);
+  for (Choice* choice : {&cboFunct1, &cboMeas1, &cboCompare, &cboFunct2, &cboMeas2, &cboFunct3}) {
+    choice->Index(0);
+  }
+  Mult.Text("");
+  Offset.Text("");
+}
+
+void frmCalculated::startNew() {
+  editing_ = 0;
+  expression_.clear();
+  Save.Caption = "&Add";
+  EditingRow.Text("");
+  clearParts();
+  NewName.Text("CalcVar" + NumberText(fields().CalcFieldCount + 1));
+  Units.Text("");
+  Public.Checked(false);
+  DataResolution.Pick("FP2");
+  compose();
+  if (EditMode.Checked()) Formula.Text(NewName.Text() + " = ");
+}
+
+void frmCalculated::startEditing(int row) {
+  if (row < 1) return Forms().Beep();
+  const CalcFieldData& field = fields().Field[row];
+  editing_ = row;
+  expression_ = field.CalcField[2];
+  Save.Caption = "&Replace";
+  EditingRow.Text("Editing Formula " + NumberText(row));
+  clearParts();
+  NewName.Text(Trim(field.CalcField[1]));
+  Formula.Text(formulaOf(field));
+  Units.Text(field.CalcField[3]);
+  Public.Checked(field.Public != 0);
+  DataResolution.Index(-1);
+  DataResolution.Pick(field.DataResolution);
+}
+
+void frmCalculated::compose() {
+  if (IsLoading() || EditMode.Checked()) return;
+  FormulaParts parts;
+  parts.name = NewName.Text();
+  parts.measure1 = picked(cboMeas1);
+  parts.function1 = picked(cboFunct1);
+  parts.compare = cboCompare.Text();
+  parts.measure2 = picked(cboMeas2);
+  parts.function2 = picked(cboFunct2);
+  parts.function3 = picked(cboFunct3);
+  parts.multiplier = Trim(Mult.Text());
+  parts.offset = Trim(Offset.Text());
+  const bool stays = parts.measure1.empty() && !expression_.empty();
+  Formula.Text(stays ? parts.name + " = " + expression_ : ComposeFormula(parts));
+}
+
+// A new name leaves the expression, which may be one that the lists can't compose.
+void frmCalculated::takeName() {
+  const std::string formula = Formula.Text();
+  Formula.Text(NewName.Text() + " =" + std::string(After(formula, "=")));
+}
+
+void frmCalculated::setEditMode() {
+  const bool on = EditMode.Checked();
+  if (on) {
+    ShowWarning(Forms(), "EDIT CAUTION",
+                JoinLines({"IT IS POSSIBLE IN THIS MODE TO CREATE A FORMULA",
+                           "THAT WILL NOT RUN PROPERLY OR WILL CAUSE A",
+                           "COMPILE TIME ERROR IN THE LOGGER.",
+                           "The following is tested when \"Add\" is pressed:",
+                           "1.  Equal count of left and right parenthesis.",
+                           "2.  One and only one equal sign (=).", "3.  Proper function names.",
+                           "4.  Validity of variable name on left of equal sign (=).",
+                           "YOU ARE ON YOUR OWN - USE CAUTION!"}));
+  } else {
+    NewName.Text(nameIn(Formula.Text()));
+    expression_ = expressionIn(Formula.Text());
+    clearParts();
+  }
+  Formula.Enabled = on;
+  for (Control* part :
+       std::initializer_list<Control*>{&NewName, &cboFunct1, &cboMeas1, &cboCompare, &cboFunct2,
+                                       &cboMeas2, &cboFunct3, &Mult, &Offset}) {
+    part->Enabled = !on;
+  }
+}
+
+void frmCalculated::save() {
+  const std::string formula = Formula.Text();
+  bool ok = false;
+  TestFormula(Forms(), formula, ok);
+  if (!ok) return;
+  const std::string name = nameIn(formula);
+  const std::string expression = expressionIn(formula);
+  if (!IsVariableName(name) || expression.empty()) return Forms().Beep();
+  if (!nameIsFree(name)) return;
+  if (editing_ == 0 && fields().CalcFieldCount >= kCalcFields) return Forms().Beep();
+  writeRow(editing_ == 0 ? ++fields().CalcFieldCount : editing_, name, expression);
+  showRows();
+  startNew();
+}
+
+// Tells of a name that something else has. Names that collide without the new one are no reason
+// against it.
+bool frmCalculated::nameIsFree(const std::string& name) {
+  std::string none;
+  std::string& own = editing_ == 0 ? none : fields().Field[editing_].CalcField[1];
+  const std::string before = std::exchange(own, {});
+  const auto collisions = [&](const std::string& newName) {
+    return DuplicateNames(store(), newName).size() + KeywordNames(store(), newName).size();
+  };
+  bool bad = false;
+  if (collisions(name) != collisions({})) {
+    const CalcVarRefs noRefs;
+    ORVUS_COMMON::CheckNames({store(), Forms(), context().WarningMessageMask, noRefs}, bad, name);
+  }
+  own = before;
+  return !bad;
+}
+
+void frmCalculated::writeRow(int row, const std::string& name, const std::string& expression) {
+  CalcFieldData& field = fields().Field[row];
+  field.CalcField[1] = name;
+  field.CalcField[2] = expression;
+  field.CalcField[3] = Trim(Units.Text());
+  if ((field.Public != 0) != Public.Checked()) field.Public = Public.Checked() ? kTrue : kFalse;
+  if (DataResolution.Index() >= 0) field.DataResolution = DataResolution.Text();
+}
+
+void frmCalculated::DeleteCalculation() {
+  const int row = selected();
+  if (row < 1) return Forms().Beep();
+  if (IsVariableUsed(store(), row) && Ask(Forms(), "DELETE VARIABLE WARNING",
+                                          "Other Place Uses This Variable, Do You Want to Delete?",
+                                          platform::Buttons::kYesNo) != platform::Answer::kYes) {
+    return;
+  }
+  CalcFieldGroup& group = fields();
+  for (int f = row; f < group.CalcFieldCount; ++f) group.Field[f] = group.Field[f + 1];
+  ORVUS_COMMON::SetCalcFieldDefaults(store(), group.CalcFieldCount - 1);
+  showRows();
+  startNew();
+}
+
+void frmCalculated::ListToDisk() {
+  guarded("ListToDisk", [&] {
+    const std::string path = platform::WithSeparator(place_.workDir).append(kListFile);
+    const auto written = platform::WriteWhole(
+        place_.files, path, FormulaListText(fields(), place_.clock.Now(), place_.projectName));
+    if (!written) throw FileAccess(written.ErrorText());
+    platform::MessageBox box;
+    box.title = "CALCULATED FIELDS";
+    box.text = "File list has been saved as " + path;
+    box.icon = platform::Icon::kInformation;
+    Forms().ShowBox(box);
+  });
+}
+
+bool frmCalculated::onCancel() {
+  fields() = *before_;
+  return true;
+}
+
+}  // namespace ostrand

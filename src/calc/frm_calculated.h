@@ -1,0 +1,97 @@
+// The screen of the calculated fields.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "calc/formula.h"
+#include "platform/clock.h"
+#include "platform/filesystem.h"
+#include "setup/controls/choice.h"
+#include "setup/controls/numeric_field.h"
+#include "setup/controls/screen.h"
+
+namespace ostrand {
+
+// What the screen needs for its list in a file. All of it must outlive the screen.
+struct FormulaListPlace {
+  platform::FileSystem& files;
+  platform::Clock& clock;
+  std::string workDir;
+  std::string projectName;
+};
+
+// The fields as a text: a head with the time and the project, then name and expression of each.
+std::string FormulaListText(const CalcFieldGroup& fields, const platform::Moment& time,
+                            const std::string& projectName);
+
+// The fields as rows of the columns "Field Name", "Expression" and "Units", parted by " | ". A row
+// is picked by its number from 1, by the name of its field, or as a whole.
+class FormulaGrid : public Choice {
+ public:
+  using Choice::Choice;
+  void Show(const CalcFieldGroup& fields);
+  bool Pick(std::string_view row) override;
+};
+
+// Edits the fields in place, so that names are checked against all that there are; Cancel takes the
+// edits back.
+class frmCalculated : public Screen {
+ public:
+  // `outputs` opens the outputs of a field, from 1; its button is disabled without it.
+  frmCalculated(const ScreenContext& context, const FormulaListPlace& place,
+                std::function<void(int field)> outputs = {});
+
+  FormulaGrid Formulas;
+  Button Edit;       // the selected row
+  Button Delete;     // the selected row
+  Button New;        // leaves the row being edited
+  Button Outputs;    // of the selected row
+  Label EditingRow;  // "Editing Formula 3"; empty for a new one
+  TextField NewName;
+  Choice cboFunct1, cboMeas1;
+  Choice cboCompare;
+  Choice cboFunct2, cboMeas2;
+  Choice cboFunct3;           // around both
+  NumericField Mult, Offset;  // of the result; blank for none
+  UnitField Units;
+  CheckBox Public;
+  Choice DataResolution;
+  CheckBox EditMode;  // the formula itself can be typed
+  TextField Formula;
+  Button Save;  // "&Add", or "&Replace" while a row is edited
+  Button ListFormulas;
+
+  // Takes the selected field away.
+  void DeleteCalculation();
+  // Writes the list of the formulas to "CalcFile.Log".
+  void ListToDisk();
+
+ protected:
+  bool onCancel() override;
+
+ private:
+  [[nodiscard]] CalcFieldGroup& fields() const { return store().CalcFields; }
+  [[nodiscard]] int selected() const { return Formulas.Index() + 1; }  // 0 for none
+  void enableRowButtons();
+  void showRows();
+  void listMeasures();
+  void startNew();
+  void startEditing(int row);
+  void clearParts();
+  void compose();
+  void takeName();
+  void setEditMode();
+  void save();
+  [[nodiscard]] bool nameIsFree(const std::string& name);
+  void writeRow(int row, const std::string& name, const std::string& expression);
+
+  FormulaListPlace place_;
+  std::function<void(int field)> outputs_;
+  std::unique_ptr<CalcFieldGroup> before_;
+  int editing_ = 0;         // row, from 1; 0 for a new one
+  std::string expression_;  // what the formula is while no measure is picked for it
+};
+
+}  // namespace ostrand

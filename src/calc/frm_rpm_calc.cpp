@@ -1,0 +1,22 @@
+#include "calc/frm_rpm_calc.h"
+
+namespace ostrand {
+namespace {
+
+constexpr std::string_view kHelp =
+    "Enter the number of pulses per revolution from the sensor and the proper multiplier will be "
+    "computed.";
+
+}  // namespace
+
+frmRPMCalc::frmRPMCalc(const ScreenContext& context)
+    : RateCalculator(context, "frmRPMCalc", kHelp, "RPM"),
+      Pulses(*this, "Pulses"),
+      record_(context.store.RpmCalc) {
+  Pulses.Caption = "Pulses/Revolution";
+  bind(Pulses, record_.Pulses);
+  bind(WhatIf, record_.WhatIf);
+  solveAndSettle();
+}
+
+}  // namespace ostrand
