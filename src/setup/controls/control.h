@@ -85,6 +85,8 @@ class CheckBox : public Control {
   [[nodiscard]] bool Checked() const { return checked_; }
   // Sets it as a click would; a value that it has already is no click.
   void Checked(bool on);
+  // Shows it so without any event.
+  void Show(bool on) { checked_ = on; }
   [[nodiscard]] std::string Text() const override { return checked_ ? "on" : "off"; }
   bool Check(bool on) override;
 
