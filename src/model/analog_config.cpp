@@ -175,6 +175,11 @@ void cAnalogConfig::IntegTime(i32 micros) {
   integTime_ = micros;
 }
 
+void cAnalogConfig::RestoreTimes(i32 integMicros, i32 settleMicros) {
+  integTime_ = integMicros;
+  settleTime_ = settleMicros;
+}
+
 void cAnalogConfig::MeasureType(OrvusAnalogTypes type) {
   if (type == measureType_) return;
   measureType_ = type;

@@ -77,6 +77,9 @@ class cAnalogConfig {
   [[nodiscard]] i32 IntegTime() const { return integTime_; }
   void IntegTime(i32 micros);
 
+  // Takes times over as a project holds them, without rounding and limits.
+  void RestoreTimes(i32 integMicros, i32 settleMicros);
+
   // A change takes the default range of the kind with it, and is told. Thermocouples have no
   // zeroing and always a scale; volts have none.
   [[nodiscard]] OrvusAnalogTypes MeasureType() const { return measureType_; }

@@ -168,15 +168,19 @@ void SetTableDefaults(ProjectStore& store, int table, bool clearSelections) {
   if (clearSelections) clearTableSelections(store, table);
 }
 
-void SetTempDefaults(ProjectStore& store, int first) {
-  releaseAnalog(store.TempBlock, kTemp, first);
-  if (lowerCount(store.TempBlock, first)) store.TempBlock.SEChannelCount = 0;
+void SetTempDefaults(TempBlockGroup& group, int first) {
+  releaseAnalog(group, kTemp, first);
+  if (lowerCount(group, first)) group.SEChannelCount = 0;
 }
 
-void SetVoltDefaults(ProjectStore& store, int first) {
-  releaseAnalog(store.VoltBlock, kVolt, first);
-  if (lowerCount(store.VoltBlock, first)) store.VoltBlock.SEChannelCount = 0;
+void SetTempDefaults(ProjectStore& store, int first) { SetTempDefaults(store.TempBlock, first); }
+
+void SetVoltDefaults(VoltBlockGroup& group, int first) {
+  releaseAnalog(group, kVolt, first);
+  if (lowerCount(group, first)) group.SEChannelCount = 0;
 }
+
+void SetVoltDefaults(ProjectStore& store, int first) { SetVoltDefaults(store.VoltBlock, first); }
 
 void SetBridgeDefaults(ProjectStore& store, int first) {
   BridgeBlockGroup& group = store.BridgeBlock;
@@ -191,10 +195,12 @@ void SetBridgeDefaults(ProjectStore& store, int first) {
   if (lowerCount(group, first)) group.SEChannelCount = 0;
 }
 
-void SetTK40MDefaults(ProjectStore& store, int first) {
-  releaseAnalog(store.TK40MBlock, kTK40M, first);
-  lowerCount(store.TK40MBlock, first);
+void SetTK40MDefaults(TK40MBlockGroup& group, int first) {
+  releaseAnalog(group, kTK40M, first);
+  lowerCount(group, first);
 }
+
+void SetTK40MDefaults(ProjectStore& store, int first) { SetTK40MDefaults(store.TK40MBlock, first); }
 
 void SetPulseDefaults(ProjectStore& store, int slot, int first) {
   PulseBlockGroup& group = store.PulseBlock[slot];

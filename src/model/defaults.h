@@ -34,6 +34,10 @@ void SetVoltDefaults(ProjectStore& store, int first);
 void SetBridgeDefaults(ProjectStore& store, int first);
 void SetTK40MDefaults(ProjectStore& store, int first);
 void SetPulseDefaults(ProjectStore& store, int slot, int first);
+// The same of a group that is not in a store: a screen's copy.
+void SetTempDefaults(TempBlockGroup& group, int first);
+void SetVoltDefaults(VoltBlockGroup& group, int first);
+void SetTK40MDefaults(TK40MBlockGroup& group, int first);
 
 void SetPortDefaults(ProjectStore& store, int slot);
 void SetExciteDefaults(ProjectStore& store, int slot);

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "model/names.h"
+#include "model/table_outputs.h"
 #include "text/mask.h"
 #include "text/number.h"
 
@@ -81,12 +82,6 @@ i32 limitedMicros(std::int64_t micros) {
 template <class Items>
 const OutputSet* outputIn(const Items& items, int at) {
   return Items::Holds(at) ? &items[at].Output : nullptr;
-}
-
-bool anySelected(const OutputSet* output, int table) {
-  if (output == nullptr) return false;
-  const auto& codes = output->OutputSelect[table];
-  return std::any_of(codes.begin(), codes.end(), [](i16 selected) { return selected != 0; });
 }
 
 }  // namespace
@@ -210,14 +205,7 @@ const OutputSet* cOrvusData::outputOf(const ProjectStore& store) const {
 }
 
 i16 cOrvusData::FirstTableUsed(const ProjectStore& store) const {
-  const OutputSet* output = outputOf(store);
-  i16 firstInUse = 0;
-  for (i16 table = 1; table <= kTables; ++table) {
-    if (store.Tables[table].TableOn == kFalse) continue;
-    if (anySelected(output, table)) return table;
-    if (firstInUse == 0) firstInUse = table;
-  }
-  return std::max<i16>(firstInUse, 1);
+  return ostrand::FirstTableUsed(store, outputOf(store));
 }
 
 i32 cOrvusData::MeasTime() const {

@@ -76,6 +76,12 @@ class Sources {
   std::vector<OutputSource> list_;
 };
 
+bool anySelected(const OutputSet* output, int table) {
+  if (output == nullptr) return false;
+  const auto& codes = output->OutputSelect[table];
+  return std::any_of(codes.begin(), codes.end(), [](i16 selected) { return selected != 0; });
+}
+
 }  // namespace
 
 std::vector<OutputSource> OutputSourcesOf(const ProjectStore& store) {
@@ -107,6 +113,16 @@ std::vector<OutputSource> OutputSourcesOf(const ProjectStore& store) {
     sources.AddCalcField(f, store.CalcFields.Field[f]);
   }
   return sources.Take();
+}
+
+i16 FirstTableUsed(const ProjectStore& store, const OutputSet* output) {
+  i16 firstInUse = 0;
+  for (i16 table = 1; table <= kTables; ++table) {
+    if (store.Tables[table].TableOn == kFalse) continue;
+    if (anySelected(output, table)) return table;
+    if (firstInUse == 0) firstInUse = table;
+  }
+  return std::max<i16>(firstInUse, 1);
 }
 
 int OutputValues(const OutputSource& source, int code) {

@@ -57,6 +57,10 @@ inline bool IsSelected(const OutputSet& output, int table, int code) {
   return output.OutputSelect[table][code] != 0;
 }
 
+// The first table in use that stores anything of an item, or else the first one in use, or else 1;
+// an item without outputs is stored by none.
+i16 FirstTableUsed(const ProjectStore& store, const OutputSet* output);
+
 // Values of a source that one instruction stores, each in columns of its own.
 int OutputValues(const OutputSource& source, int code);
 

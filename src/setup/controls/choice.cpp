@@ -11,9 +11,12 @@ void Choice::SetItems(std::initializer_list<std::string_view> texts) {
 }
 
 void Choice::Index(int index) {
-  const bool inList = index >= 0 && index < static_cast<int>(Items.size());
-  index_ = inList ? index : -1;
-  if (inList) fire(OnPick, "Click");
+  Show(index);
+  if (index_ >= 0) fire(OnPick, "Click");
+}
+
+void Choice::Show(int index) {
+  index_ = index >= 0 && index < static_cast<int>(Items.size()) ? index : -1;
 }
 
 std::string Choice::Text() const {

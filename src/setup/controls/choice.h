@@ -31,6 +31,8 @@ class Choice : public Control {
   [[nodiscard]] int Index() const { return index_; }
   // Picks as a click would. A place outside of the list picks nothing and fires nothing.
   void Index(int index);
+  // Shows an item as picked, -1 or a place outside for none, without any event.
+  void Show(int index);
   [[nodiscard]] std::string Text() const override;
   // An item by its text, blanks around it and upper and lower case apart; false when there is none
   // that can be picked.

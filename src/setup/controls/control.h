@@ -64,6 +64,9 @@ class Label : public Control {
   [[nodiscard]] std::string Text() const override { return text_; }
   void Text(std::string_view text) { text_ = text; }
 
+  // It goes on and off every 500 milliseconds, to warn.
+  bool Flashes = false;
+
  private:
   std::string text_;
 };
@@ -85,6 +88,8 @@ class CheckBox : public Control {
   [[nodiscard]] bool Checked() const { return checked_; }
   // Sets it as a click would; a value that it has already is no click.
   void Checked(bool on);
+  // Shows it so without any event.
+  void Show(bool on) { checked_ = on; }
   [[nodiscard]] std::string Text() const override { return checked_ ? "on" : "off"; }
   bool Check(bool on) override;
 

@@ -30,6 +30,7 @@ bool Screen::MoveFocus(Control* control) {
 
 void Screen::Done() {
   if (!MoveFocus(nullptr)) return;
+  if (!DoneEnabled) return context_.forms.Beep();
   bool ended = false;
   guarded("Done", [&] { ended = onDone(); });
   if (ended) result_ = ModalResult::kDone;

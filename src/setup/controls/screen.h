@@ -61,7 +61,8 @@ class Screen {
   bool MoveFocus(Control* control);
   [[nodiscard]] Control* Focused() const { return focused_; }
 
-  // The two ways out. Each may refuse and leave the screen open.
+  // The two ways out. Each may refuse and leave the screen open. Done beeps while it is disabled.
+  bool DoneEnabled = true;
   void Done();
   void Cancel();
   [[nodiscard]] ModalResult Result() const { return result_; }

@@ -14,20 +14,24 @@ bool isLetter(char letter) {
   return lower >= 'a' && lower <= 'z';
 }
 
+// A letter first, then letters, digits and the others.
+bool isName(std::string_view text, std::string_view others) {
+  if (text.empty()) return true;
+  return isLetter(text.front()) && std::all_of(text.begin() + 1, text.end(), [&](char letter) {
+           return isLetter(letter) || isDigit(letter) ||
+                  others.find(letter) != std::string_view::npos;
+         });
+}
+
 }  // namespace
 
 bool AnyText(std::string_view) { return true; }
 
 bool OnlyDigits(std::string_view text) { return std::all_of(text.begin(), text.end(), isDigit); }
 
-bool UnitNameText(std::string_view text) {
-  constexpr std::string_view kOthers = "_@#$";
-  if (text.empty()) return true;
-  return isLetter(text.front()) && std::all_of(text.begin() + 1, text.end(), [&](char letter) {
-           return isLetter(letter) || isDigit(letter) ||
-                  kOthers.find(letter) != std::string_view::npos;
-         });
-}
+bool NameText(std::string_view text) { return isName(text, "_"); }
+
+bool UnitNameText(std::string_view text) { return isName(text, "_@#$"); }
 
 void TextField::Text(std::string_view text) {
   text_ = text;
@@ -43,7 +47,7 @@ void TextField::change(std::string text) {
 
 void TextField::Key(char letter) {
   std::string text = selected_ ? std::string(1, letter) : text_ + letter;
-  if (text.size() > MostLetters || !filter_(text)) {
+  if (text.size() > MostLetters || !filter_(text) || (MayHold && !MayHold(text))) {
     Owner().Forms().Beep();
     return;
   }

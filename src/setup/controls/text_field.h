@@ -13,7 +13,9 @@ namespace ostrand {
 using KeyFilter = bool (*)(std::string_view text);
 bool AnyText(std::string_view text);
 bool OnlyDigits(std::string_view text);
-// A letter first, then letters, digits and "_@#$": names of units.
+// A letter first, then letters, digits and "_": names of tables and aliases.
+bool NameText(std::string_view text);
+// The same with "@#$" as well: names of units.
 bool UnitNameText(std::string_view text);
 
 // A line of text. What is typed takes effect when the focus goes or Enter is pressed.
@@ -23,6 +25,9 @@ class TextField : public Control {
       : TextField(screen, ControlKind::kText, name, filter) {}
 
   std::size_t MostLetters = std::string::npos;
+  // Whether the field may hold a text while it is typed, beside its own filter; where a key is
+  // tested against what the rest of the screen shows.
+  std::function<bool(std::string_view text)> MayHold;
   std::function<void()> OnChange;  // after each key
   std::function<void()> OnTake;    // when it takes effect
   std::function<void(bool up)> OnSpin;
@@ -34,6 +39,8 @@ class TextField : public Control {
   // One key at the end of the text, or in place of all of it when it has just got the focus. A key
   // that the filter refuses is dropped with a beep.
   void Key(char letter);
+  // The next key replaces all of the text.
+  void SelectAll() { selected_ = true; }
   // Takes away all of the text.
   void Clear();
   // The text that was there when the focus came is back.

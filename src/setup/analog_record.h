@@ -1,0 +1,60 @@
+// A block as the project holds it, to the object that a screen edits and back.
+#pragma once
+
+#include "model/orvus_data.h"
+#include "model/store.h"
+
+namespace ostrand {
+
+// The members that all kinds have. Times and numbers of the project stand as they are, without the
+// rounding of a typed value. The kind of measurement and its type have been set before.
+void SetAnalogObject(cOrvusData& data, const AnalogBlock& block);
+// An unknown range keeps the code that the block has.
+void SetAnalogBlock(AnalogBlock& block, const cOrvusData& data);
+// Whether two blocks hold the same of what a user can edit; what is worked out is left apart.
+bool SameAnalogBlock(const AnalogBlock& left, const AnalogBlock& right);
+
+template <class Block>
+concept ThermocoupleBlock = requires(Block block) {
+  block.TypeNo;
+};
+// On a multiplexer: of either kind of measurement, and always differential.
+template <class Block>
+concept MultiplexedBlock = requires(Block block) {
+  block.TK40Volts;
+};
+
+template <class Block>
+void ObjectFromBlock(cOrvusData& data, const Block& block) {
+  if constexpr (MultiplexedBlock<Block>) {
+    data.Analog()->MeasureType(block.TK40Volts == ORVUS_MEASURE_VOLT ? ORVUS_MEASURE_VOLT
+                                                                     : ORVUS_MEASURE_TC);
+  }
+  if constexpr (ThermocoupleBlock<Block>) {
+    data.Analog()->TCType = static_cast<OrvusTCTypes>(block.TypeNo);
+  }
+  SetAnalogObject(data, block);
+}
+
+template <class Block>
+void BlockFromObject(Block& block, const cOrvusData& data) {
+  SetAnalogBlock(block, data);
+  if constexpr (MultiplexedBlock<Block>) {
+    block.TK40Volts = data.Analog()->MeasureType();
+    block.MeasType.clear();
+  }
+  if constexpr (ThermocoupleBlock<Block>) block.TypeNo = data.Analog()->TCType;
+}
+
+template <class Block>
+bool SameBlock(const Block& left, const Block& right) {
+  if constexpr (MultiplexedBlock<Block>) {
+    if (left.TK40Volts != right.TK40Volts) return false;
+  }
+  if constexpr (ThermocoupleBlock<Block>) {
+    if (left.TypeNo != right.TypeNo) return false;
+  }
+  return SameAnalogBlock(left, right);
+}
+
+}  // namespace ostrand

@@ -1,0 +1,64 @@
+// What the screens with a list of blocks share: the count of blocks, the rows, and the question
+// before a block with sensors goes.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "setup/controls/numeric_field.h"
+#include "setup/controls/screen.h"
+
+namespace ostrand {
+
+// A list of blocks, counted from 1, whose last ones come and go by a count field. What a block is
+// and when there is room for one more is told by the screen.
+class BlockList {
+ public:
+  struct Column {
+    std::string_view name;  // of the labels: "Reps" makes Reps1 and so on
+    std::function<std::string(int block)> text;
+  };
+  struct Rules {
+    int most = 0;       // blocks
+    int rows = 0;       // on the screen
+    int typedRoom = 1;  // digits that can be typed; a number above `most` becomes `most`
+    int mostDigit = 9;  // the largest digit that can be typed
+    std::function<bool()> maySpinUp;
+    // Whether a typed count above the present one is taken.
+    std::function<bool(int count)> mayType;
+    std::function<int(int block)> sensors;
+    std::function<void(int block)> add;     // the block after the last one
+    std::function<void(int block)> remove;  // the last block
+    std::function<void()> changed;          // after each change of the count
+    std::vector<Column> columns;
+  };
+
+  BlockList(Screen& screen, Rules rules);
+
+  NumericField BlockCount;
+
+  [[nodiscard]] int Count() const { return count_; }
+  // Shows a count and the rows without any event; for loading.
+  void Show(int count);
+  // The rows show what the blocks hold now.
+  void RefreshRows();
+
+ private:
+  void onSpin(bool up);
+  void onTyped();
+  void addOne();
+  bool removeOne();
+  [[nodiscard]] bool agreedToRemove(int block);
+  void changeTo(int count);
+  void showCount();
+
+  Screen& screen_;
+  Rules rules_;
+  std::vector<std::unique_ptr<Label>> labels_;  // row by row
+  int count_ = 0;
+};
+
+}  // namespace ostrand

@@ -1,0 +1,68 @@
+// Who uses the analog inputs of the panel, and where blocks stand on the multiplexers.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "model/channels.h"
+#include "model/enums.h"
+#include "model/store.h"
+#include "text/row.h"
+
+namespace ostrand {
+
+// What the chart is drawn of. A screen gives its own blocks as they are edited and those of the
+// other kinds as the store has them.
+struct ChartBlocks {
+  std::vector<ChannelBlock> temps;
+  std::vector<ChannelBlock> volts;
+  std::vector<ChannelBlock> bridges;
+};
+ChartBlocks ChartBlocksOf(const ProjectStore& store);
+
+// The starts that the store has, of blocks 1 to their counts; 0 for the others.
+StartChans StoredStartChans(const ProjectStore& store);
+
+// The starts under automatic selection; 0 for rows without one.
+StartChans AutomaticStartChans(const ChartBlocks& blocks);
+
+// One use of a terminal. A multiplexer is of kind ORVUS_DOBJ_BLK_TK40M, numbered by `block`.
+struct TerminalUse {
+  OrvusDataObjTypes kind;
+  int block;  // from 1
+  int rep;    // from 1; 0 for a multiplexer
+
+  friend bool operator==(const TerminalUse&, const TerminalUse&) = default;
+};
+// "VBlk1(3)", "TK40M 2".
+std::string UseText(const TerminalUse& use);
+
+// The users of each single-ended input; none for a free one, several where blocks overlap, as they
+// may when channels are selected by hand. What would lie outside of the panel is left out.
+using ChannelChart = Row<std::vector<TerminalUse>, 1, PanelSEChans>;
+ChannelChart ChannelChartOf(const ChartBlocks& blocks, const StartChans& starts, int multiplexers);
+
+// A place on the multiplexers, both from 1.
+struct MuxPlace {
+  int multiplexer = 1;
+  int channel = 1;
+
+  friend bool operator==(const MuxPlace&, const MuxPlace&) = default;
+};
+
+// Where a block with sensors begins and ends.
+struct MuxBlockPlace {
+  int block;  // from 1
+  MuxPlace first;
+  MuxPlace last;
+
+  friend bool operator==(const MuxBlockPlace&, const MuxBlockPlace&) = default;
+};
+
+// Blocks follow each other over the multiplexers; those without sensors have no place.
+std::vector<MuxBlockPlace> MuxMap(ChannelBlocks blocks);
+
+// The user of each input of the multiplexers, multiplexer 1 first; block 0 for a free one.
+std::vector<TerminalUse> MuxTerminals(ChannelBlocks blocks, int multiplexers);
+
+}  // namespace ostrand

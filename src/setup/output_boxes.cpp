@@ -1,0 +1,156 @@
+#include "setup/output_boxes.h"
+
+#include <string>
+
+#include "model/table_outputs.h"
+#include "text/number.h"
+
+namespace ostrand {
+namespace {
+
+struct BoxText {
+  std::string_view toolTip;
+  std::string_view screen;  // that asks for its parameters; empty for an instruction without any
+};
+constexpr std::array<BoxText, kOutputCodes> kBoxTexts = {{
+    {"The last value scanned will be stored", {}},
+    {"The largest value scanned will be stored", {}},
+    {"The smallest value scanned will be stored", {}},
+    {"The mean of all values scanned will be stored", {}},
+    {"The standard deviation of all values scanned will be stored", {}},
+    {"Displays a window to set up parameters. A histogram is made", "frmHistogram"},
+    {"Displays a window to set up parameters. A rainflow histogram is made", "frmRainHisto"},
+    {"Displays a window to set up parameters. A level crossing histogram is made", "frmLevel"},
+}};
+
+const BoxText& textOf(int code) { return kBoxTexts[static_cast<std::size_t>(code)]; }
+
+bool hasParameters(int code) { return code >= kHistogram; }
+
+}  // namespace
+
+OutputBoxes::OutputBoxes(Screen& screen, const ProjectStore& store)
+    : Table(screen, "Table"),
+      TableName(screen, "TableName"),
+      Boxes{{{screen, "Smp"},
+             {screen, "Max"},
+             {screen, "Min"},
+             {screen, "Avg"},
+             {screen, "Std"},
+             {screen, "Hst"},
+             {screen, "RFH"},
+             {screen, "LCr"}}},
+      Setups{{{screen, "HstSetup"}, {screen, "RFHSetup"}, {screen, "LCrSetup"}}},
+      store_(store) {
+  offered_.fill(true);
+  for (int t = 1; t <= kTables; ++t) {
+    Table.Items.push_back({"Table " + NumberText(t), true, true, {}});
+  }
+  bind();
+}
+
+void OutputBoxes::bind() {
+  Table.OnPick = [this] { Refresh(); };
+  for (int code = 0; code < kOutputCodes; ++code) {
+    CheckBox& box = Boxes[static_cast<std::size_t>(code)];
+    box.Caption = box.Name();
+    box.OnClick = [this, code] { onClick(code); };
+    if (!hasParameters(code)) continue;
+    Button& button = Setups[static_cast<std::size_t>(code - kHistogram)];
+    button.Caption = "...";
+    button.OnPress = [this, code] {
+      if (setUp(static_cast<OutputCode>(code))) changed();
+    };
+  }
+}
+
+void OutputBoxes::Show(OutputSet& output) {
+  output_ = &output;
+  Table.Index(FirstTableUsed(store_, &output) - 1);
+}
+
+void OutputBoxes::Refresh() {
+  if (output_ == nullptr) return;
+  const int table = TableShown();
+  const OutputTable& settings = store_.Tables[table];
+  const bool tableOn = settings.TableOn != kFalse;
+  TableName.Text(settings.TableName);
+  showing_ = true;
+  for (int code = 0; code < kOutputCodes; ++code) {
+    CheckBox& box = Boxes[static_cast<std::size_t>(code)];
+    box.Checked(isSelected(code));
+    box.Enabled = tableOn && offered_[static_cast<std::size_t>(code)];
+    box.ToolTip = textOf(code).toolTip;
+    if (!hasParameters(code)) continue;
+    box.ToolTip += " each time table " + NumberText(table) + " outputs a record.";
+    // One that was chosen can be taken away, even where its parameters can't be shown.
+    box.Enabled = box.Enabled && (AskParameters || box.Checked());
+    Setups[static_cast<std::size_t>(code - kHistogram)].Enabled =
+        box.Enabled && box.Checked() && AskParameters;
+  }
+  showing_ = false;
+}
+
+void OutputBoxes::Offer(OutputCode code, bool offered) {
+  offered_[static_cast<std::size_t>(code)] = offered;
+  Refresh();
+}
+
+bool OutputBoxes::SampleInstead(std::initializer_list<OutputCode> codes) {
+  if (output_ == nullptr) return false;
+  bool any = false;
+  for (int t = 1; t <= kTables; ++t) {
+    auto& selected = output_->OutputSelect[t];
+    for (const OutputCode code : codes) {
+      if (selected[code] == 0) continue;
+      selected[code] = 0;
+      selected[kSample] = 1;
+      any = true;
+    }
+  }
+  if (any) changed();
+  return any;
+}
+
+std::vector<Screen::Opener> OutputBoxes::Openers() {
+  std::vector<Screen::Opener> openers;
+  for (int code = kHistogram; code <= kLevelCrossing; ++code) {
+    Button& button = Setups[static_cast<std::size_t>(code - kHistogram)];
+    openers.push_back({std::string(textOf(code).screen), "",
+                       [&button](std::string_view) { return button.Usable() && button.Press(); }});
+  }
+  return openers;
+}
+
+bool OutputBoxes::isSelected(int code) const { return IsSelected(*output_, TableShown(), code); }
+
+// A chosen instruction is kept as 1.
+void OutputBoxes::select(int code, bool on) {
+  output_->OutputSelect[TableShown()][code] = on ? 1 : 0;
+}
+
+void OutputBoxes::changed() {
+  Refresh();
+  if (OnChange) OnChange();
+}
+
+// A cancelled question for parameters takes the box back; parameters of a box that is taken away
+// stay, for the next time.
+void OutputBoxes::onClick(int code) {
+  if (showing_ || output_ == nullptr) return;
+  const bool on = Boxes[static_cast<std::size_t>(code)].Checked();
+  if (on && hasParameters(code) && !setUp(static_cast<OutputCode>(code))) return Refresh();
+  select(code, on);
+  changed();
+}
+
+bool OutputBoxes::setUp(OutputCode code) {
+  if (!AskParameters || output_ == nullptr) return false;
+  HistoSet& histo = output_->Histo[TableShown()];
+  HistoSet edited = histo;
+  if (!AskParameters(code, TableShown(), edited)) return false;
+  histo = edited;
+  return true;
+}
+
+}  // namespace ostrand
