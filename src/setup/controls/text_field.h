@@ -35,6 +35,8 @@ class TextField : public Control {
   [[nodiscard]] std::string Text() const override { return text_; }
   // Sets it without any event.
   void Text(std::string_view text);
+  // The same while it is typed, from OnChange: what stands there is still to take effect.
+  void Correct(std::string_view text) { text_ = text; }
 
   // One key at the end of the text, or in place of all of it when it has just got the focus. A key
   // that the filter refuses is dropped with a beep.
