@@ -82,6 +82,8 @@ struct RepAlias {
   std::string AliasMult;
   std::string AliasOffset;  // on bridges the key `AliasGFactor`: offset, or gauge factor of strain
   std::string AliasExcept;  // bits 1 units, 2 multiplier, 4 offset differ from the block's
+
+  friend bool operator==(const RepAlias&, const RepAlias&) = default;
 };
 
 // What every block of repeated measurements has.
@@ -268,6 +270,8 @@ struct TriggerCondition {
   float StartTrigValue = 0;
   std::string StartTrigVarb;
   std::string StartTrigIndvExpress;
+
+  friend bool operator==(const TriggerCondition&, const TriggerCondition&) = default;
 };
 
 struct WriteCondition {
@@ -277,6 +281,8 @@ struct WriteCondition {
   float Value = 0;
   std::string Varb;
   std::string Expression;
+
+  friend bool operator==(const WriteCondition&, const WriteCondition&) = default;
 };
 
 struct OutputTable {
@@ -309,6 +315,8 @@ struct OutputTable {
   std::string GroupWriteIf;
   float FieldBytes = 0;  // bytes of a record; not saved
   i32 NumFields = 0;     // fields of a record; not saved
+
+  friend bool operator==(const OutputTable&, const OutputTable&) = default;
 };
 
 struct TableSetup {

@@ -8,7 +8,7 @@ namespace ostrand {
 
 frmTK40MBlock::frmTK40MBlock(const ScreenContext& context, SetupHooks hooks)
     : AnalogGroupList(
-          context,
+          context, std::move(hooks),
           {"frmTK40MBlock", "frmTK40MSetup", "TK40M BLOCK", " TK40M", ORVUS_DOBJ_BLK_TK40M},
           &ProjectStore::TK40MBlock, &ORVUS_COMMON::SetTK40MDefaults),
       TK40MCount(*this, "TK40MCount"),

@@ -79,14 +79,16 @@ void OutputBoxes::Refresh() {
   for (int code = 0; code < kOutputCodes; ++code) {
     CheckBox& box = Boxes[static_cast<std::size_t>(code)];
     box.Checked(isSelected(code));
-    box.Enabled = tableOn && offered_[static_cast<std::size_t>(code)];
+    const bool offered = offered_[static_cast<std::size_t>(code)];
+    box.Enabled = tableOn && offered;
     box.ToolTip = textOf(code).toolTip;
     if (!hasParameters(code)) continue;
     box.ToolTip += " each time table " + NumberText(table) + " outputs a record.";
-    // One that was chosen can be taken away, even where its parameters can't be shown.
-    box.Enabled = box.Enabled && (AskParameters || box.Checked());
+    // One that was chosen can be taken away, even where it could not be chosen again.
+    const bool canSetUp = offered && AskParameters;
+    box.Enabled = tableOn && (canSetUp || box.Checked());
     Setups[static_cast<std::size_t>(code - kHistogram)].Enabled =
-        box.Enabled && box.Checked() && AskParameters;
+        tableOn && canSetUp && box.Checked();
   }
   showing_ = false;
 }

@@ -60,6 +60,8 @@ const TypeRow& rowOf(NumberType type) { return kTypes[static_cast<std::size_t>(t
 
 }  // namespace
 
+bool SingleText(std::string_view text) { return rowOf(NumberType::kSingle).filter(text); }
+
 NumericField::NumericField(Screen& screen, std::string_view name, NumberType type)
     : TextField(screen, ControlKind::kNumber, name, rowOf(type).filter),
       type_(type),

@@ -9,6 +9,9 @@
 
 namespace ostrand {
 
+// Whether a field for singles may hold a text while it is typed.
+bool SingleText(std::string_view text);
+
 enum class NumberType { kInteger, kLong, kByte, kSingle, kDouble };
 
 // A number within limits, shown in the form of its type. While it is typed each key is tested on

@@ -1,0 +1,230 @@
+#include "setup/frm_fld_name.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "text/number.h"
+#include "text/strings.h"
+#include "verify/box.h"
+
+namespace ostrand {
+namespace {
+
+using platform::Answer;
+using platform::Buttons;
+
+constexpr std::string_view kOn = "green";
+constexpr std::string_view kOff = "gray";
+
+std::string numbered(std::string_view name, int number) {
+  return std::string(name) + NumberText(number);
+}
+
+void mark(RepAlias& row, int byHand, bool set) {
+  const int before = ExceptionsOf(row);
+  const int after = set ? before | byHand : before & ~byHand;
+  if (after != before) row.AliasExcept = NumberText(after);
+}
+
+}  // namespace
+
+const frmFldName::Number frmFldName::kMult = {kMultByHand, &RepAlias::AliasMult,
+                                              &DefaultScaling::Mult, &Sensor::AliasMult};
+const frmFldName::Number frmFldName::kOffset = {kOffsetByHand, &RepAlias::AliasOffset,
+                                                &DefaultScaling::Offset, &Sensor::AliasOffset};
+
+frmFldName::Sensor::Sensor(Screen& screen, int number, bool gaugeFactor)
+    : FieldName(screen, numbered("FieldName", number)),
+      AliasName(screen, numbered("AliasName", number), NameText),
+      AliasUnits(screen, numbered("AliasUnits", number)),
+      AliasMult(screen, numbered("AliasMult", number), NumberType::kSingle),
+      AliasOffset(screen, numbered(gaugeFactor ? "AliasGFactor" : "AliasOffset", number),
+                  NumberType::kSingle),
+      Solve(screen, numbered("Solve", number)),
+      Reset(screen, numbered("Reset", number)) {
+  FieldName.Caption = "FIELD NAME";
+  AliasName.Caption = "ALIAS";
+  AliasUnits.Caption = "UNITS";
+  AliasMult.Caption = "MULT";
+  AliasOffset.Caption = gaugeFactor ? "GAUGE FACT" : "OFFSET";
+  Solve.Caption = "SOLVE";
+  Reset.Caption = "Reset";
+}
+
+frmFldName::frmFldName(const ScreenContext& context, Block block)
+    : Screen(context, "frmFldName"),
+      AliasLight(*this, "AliasLight"),
+      UnitsLight(*this, "UnitsLight"),
+      ScalingLight(*this, "ScalingLight"),
+      DefaultName(*this, "DefaultName"),
+      DefaultUnits(*this, "DefaultUnits"),
+      DefaultMult(*this, "DefaultMult"),
+      DefaultOffset(*this, "DefaultOffset"),
+      block_(std::move(block)),
+      rows_(block_.aliases.begin(), block_.aliases.end()) {
+  Caption = "FIELD NAMES (" + block_.name + ")";
+  AliasLight.ToolTip = "Green indicates that Aliases will be saved.";
+  UnitsLight.ToolTip = "Green indicates that Units will be saved.";
+  ScalingLight.ToolTip = "Green indicates that Multipliers and Offsets will be saved.";
+  for (std::size_t at = 0; at < rows_.size(); ++at) {
+    const int number = static_cast<int>(at) + 1;
+    sensors_.push_back(std::make_unique<Sensor>(*this, number, block_.gaugeFactor));
+    bindSensor(at);
+  }
+  bind();
+  show();
+}
+
+void frmFldName::bind() {
+  for (Button* button : {&DefaultName, &DefaultUnits, &DefaultMult, &DefaultOffset}) {
+    button->Caption = "Default";
+  }
+  DefaultName.OnPress = [this] { forEach([this](std::size_t at) { rows_[at].AliasName = ""; }); };
+  DefaultUnits.OnPress = [this] { forEach([this](std::size_t at) { takeUnits(at, ""); }); };
+  DefaultMult.OnPress = [this] { forEach([this](std::size_t at) { takeNumber(at, kMult, ""); }); };
+  DefaultOffset.OnPress = [this] {
+    forEach([this](std::size_t at) { takeNumber(at, kOffset, ""); });
+  };
+}
+
+void frmFldName::bindSensor(std::size_t at) {
+  Sensor& sensor = *sensors_[at];
+  sensor.FieldName.Text(elementOf(at));
+  sensor.AliasName.OnTake = [this, at] { takeName(at); };
+  sensor.AliasUnits.OnTake = [this, at, &sensor] {
+    takeUnits(at, sensor.AliasUnits.Text());
+    show();
+  };
+  for (const Number* column : {&kMult, &kOffset}) {
+    NumericField& field = sensor.*column->field;
+    field.OnTake = [this, at, column, &field] {
+      takeNumber(at, *column, field.Text());
+      show();
+    };
+  }
+  sensor.Solve.Enabled = static_cast<bool>(block_.Solve);
+  sensor.Solve.OnPress = [this, at] { solve(at); };
+  sensor.Reset.OnPress = [this, at] {
+    rows_[at] = {};
+    rows_[at].AliasExcept = "0";
+    show();
+  };
+}
+
+std::string frmFldName::elementOf(std::size_t at) const {
+  return block_.name + "(" + NumberText(static_cast<int>(at) + 1) + ")";
+}
+
+float frmFldName::valueOf(const RepAlias& row, const Number& column) const {
+  return ToSingle(row.*column.entry).value_or(block_.defaults.*column.byDefault);
+}
+
+void frmFldName::showSensor(std::size_t at) {
+  const RepAlias& row = rows_[at];
+  Sensor& sensor = *sensors_[at];
+  sensor.AliasName.Text(row.AliasName.empty() ? elementOf(at) : row.AliasName);
+  sensor.AliasUnits.Text(row.AliasUnits.empty() ? block_.defaults.Units : row.AliasUnits);
+  for (const Number* column : {&kMult, &kOffset}) {
+    (sensor.*column->field).Value(DecimalValue(valueOf(row, *column)));
+  }
+}
+
+void frmFldName::show() {
+  bool names = false;
+  int byHand = 0;
+  for (std::size_t at = 0; at < rows_.size(); ++at) {
+    showSensor(at);
+    names = names || !rows_[at].AliasName.empty();
+    byHand |= ExceptionsOf(rows_[at]);
+  }
+  AliasLight.Text(names ? kOn : kOff);
+  UnitsLight.Text((byHand & kUnitsByHand) != 0 ? kOn : kOff);
+  ScalingLight.Text((byHand & (kMultByHand | kOffsetByHand)) != 0 ? kOn : kOff);
+}
+
+void frmFldName::forEach(const std::function<void(std::size_t)>& change) {
+  for (std::size_t at = 0; at < rows_.size(); ++at) change(at);
+  show();
+}
+
+void frmFldName::takeName(std::size_t at) {
+  const std::string& name = sensors_[at]->AliasName.Text();
+  rows_[at].AliasName = SameText(name, elementOf(at)) ? std::string() : name;
+  show();
+}
+
+void frmFldName::takeUnits(std::size_t at, std::string_view units) {
+  const bool byHand = !units.empty() && units != block_.defaults.Units;
+  rows_[at].AliasUnits = byHand ? units : std::string_view();
+  mark(rows_[at], kUnitsByHand, byHand);
+}
+
+// An empty text stands for the default.
+void frmFldName::takeNumber(std::size_t at, const Number& column, const std::string& text) {
+  const std::optional<float> value = ToSingle(text);
+  const bool byHand = value && *value != block_.defaults.*column.byDefault;
+  rows_[at].*column.entry = byHand ? text : std::string();
+  mark(rows_[at], column.byHand, byHand);
+}
+
+void frmFldName::solve(std::size_t at) {
+  const RepAlias& row = rows_[at];
+  DefaultScaling scaling = {row.AliasUnits.empty() ? block_.defaults.Units : row.AliasUnits,
+                            valueOf(row, kMult), valueOf(row, kOffset)};
+  const DefaultScaling before = scaling;
+  if (!block_.Solve(scaling)) return;
+  if (scaling.Units != before.Units) takeUnits(at, scaling.Units);
+  if (scaling.Mult != before.Mult) takeNumber(at, kMult, NumberText(scaling.Mult));
+  if (scaling.Offset != before.Offset) takeNumber(at, kOffset, NumberText(scaling.Offset));
+  show();
+}
+
+AliasRenames frmFldName::renames() const {
+  AliasRenames found;
+  for (std::size_t at = 0; at < rows_.size(); ++at) {
+    const std::string& before = block_.aliases[at].AliasName;
+    const std::string& after = rows_[at].AliasName;
+    if (before == after) continue;
+    found.push_back({block_.name, static_cast<int>(at) + 1, rows_.size() == 1, before, after});
+  }
+  return found;
+}
+
+// Asks only where a condition is affected.
+bool frmFldName::agreedTo(const AliasRenames& renames) {
+  if (renames.empty()) return true;
+  TableSetup tables = store().Tables;
+  if (block_.laterRenames != nullptr) {
+    for (const AliasRenames& earlier : *block_.laterRenames) RenameInConditions(tables, earlier);
+  }
+  if (!ConditionsUse(tables, renames)) return true;
+  return Ask(Forms(), "ALIAS CHANGE IMPACTS TRIGGER CONDITIONS",
+             JoinLines({"The Alias changes made here will also be applied to",
+                        "the affected output table trigger conditions.",
+                        "Do you wish to continue with this change?"}),
+             Buttons::kYesNo) == Answer::kYes;
+}
+
+bool frmFldName::onDone() {
+  AliasRenames changed = renames();
+  if (!agreedTo(changed)) return false;
+  if (block_.laterRenames == nullptr) {
+    RenameInConditions(store().Tables, changed);
+  } else if (!changed.empty()) {
+    block_.laterRenames->push_back(std::move(changed));
+  }
+  std::copy(rows_.begin(), rows_.end(), block_.aliases.begin());
+  return true;
+}
+
+bool frmFldName::onCancel() {
+  if (std::equal(rows_.begin(), rows_.end(), block_.aliases.begin())) return true;
+  const Answer answer = Ask(Forms(), "FIELD NAME EXCEPTIONS",
+                            "Edits were made one or more of the exception values.  Save changes "
+                            "before exiting screen?",
+                            Buttons::kYesNoCancel);
+  if (answer == Answer::kYes) Done();
+  return answer == Answer::kNo;
+}
+
+}  // namespace ostrand

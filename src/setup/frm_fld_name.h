@@ -1,0 +1,93 @@
+// Names, units and scaling of the single sensors of a block.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "setup/alias_rename.h"
+#include "setup/aliases.h"
+#include "setup/controls/numeric_field.h"
+#include "setup/controls/screen.h"
+
+namespace ostrand {
+
+// Edits copies of the rows, which their owner gets at Done. A cell that shows the block's default
+// is kept blank; one that differs from it is marked as set by hand.
+class frmFldName : public Screen {
+ public:
+  struct Block {
+    std::string name;  // of its array: "VBlk1"
+    DefaultScaling defaults;
+    bool gaugeFactor = false;     // strain: the offset column is a gauge factor
+    std::span<RepAlias> aliases;  // must outlive the screen
+    // A calculator for one sensor, which changes the scaling; false when the user cancelled.
+    std::function<bool(DefaultScaling&)> Solve = {};
+    // Where to put renames that conditions get later, with the block; without it they get them at
+    // Done. The earlier ones are taken as done.
+    std::vector<AliasRenames>* laterRenames = nullptr;
+  };
+
+  frmFldName(const ScreenContext& context, Block block);
+
+  // A sensor, from 1: "FieldName1", "AliasName1", "AliasUnits1", "AliasMult1", "AliasOffset1" (of
+  // strain "AliasGFactor1"), "Solve1", "Reset1".
+  struct Sensor {
+    Sensor(Screen& screen, int number, bool gaugeFactor);
+    Label FieldName;
+    TextField AliasName;
+    UnitField AliasUnits;
+    NumericField AliasMult;
+    NumericField AliasOffset;
+    Button Solve;
+    Button Reset;
+  };
+  Sensor& operator[](int sensor) { return *sensors_[static_cast<std::size_t>(sensor - 1)]; }
+
+  Label AliasLight;  // "green" or "gray"
+  Label UnitsLight;
+  Label ScalingLight;
+  Button DefaultName;
+  Button DefaultUnits;
+  Button DefaultMult;
+  Button DefaultOffset;
+
+ protected:
+  bool onDone() override;
+  bool onCancel() override;
+
+ private:
+  // A column of numbers.
+  struct Number {
+    int byHand;
+    std::string RepAlias::*entry;
+    float DefaultScaling::*byDefault;
+    NumericField Sensor::*field;
+  };
+  static const Number kMult;
+  static const Number kOffset;
+
+  void bind();
+  void bindSensor(std::size_t at);
+  void show();
+  void showSensor(std::size_t at);
+  [[nodiscard]] float valueOf(const RepAlias& row, const Number& column) const;
+
+  void takeName(std::size_t at);
+  void takeUnits(std::size_t at, std::string_view units);
+  void takeNumber(std::size_t at, const Number& column, const std::string& text);
+  void solve(std::size_t at);
+  void forEach(const std::function<void(std::size_t)>& change);
+
+  [[nodiscard]] std::string elementOf(std::size_t at) const;
+  [[nodiscard]] AliasRenames renames() const;
+  bool agreedTo(const AliasRenames& renames);
+
+  Block block_;
+  std::vector<RepAlias> rows_;
+  std::vector<std::unique_ptr<Sensor>> sensors_;
+};
+
+}  // namespace ostrand

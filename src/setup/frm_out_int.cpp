@@ -1,0 +1,380 @@
+#include "setup/frm_out_int.h"
+
+#include <algorithm>
+#include <array>
+#include <limits>
+#include <utility>
+
+#include "model/table_outputs.h"
+#include "setup/flag_code.h"
+#include "setup/flag_usage.h"
+#include "setup/frm_table_times.h"
+#include "text/mask.h"
+#include "text/number.h"
+#include "text/strings.h"
+#include "verify/box.h"
+#include "verify/scan_rate_tables.h"
+#include "verify/timing_checks.h"
+
+namespace ostrand {
+namespace {
+
+using platform::Answer;
+using platform::Buttons;
+
+constexpr std::size_t kFilePrefix = 6;  // of a table's name, in the names of collected files
+constexpr int kDisplayTables = 8;       // that the list of the display offers
+constexpr i16 kScreenMode = 1;          // of the check of the intervals: a warning of this screen
+
+// Places in the list of locations.
+enum Location : int { kInternalItem, kFlashItem, kCardItem };
+
+struct FlagRole {
+  std::string_view name;
+  i16 OutputTable::*number;
+};
+constexpr std::array<FlagRole, 3> kFlagRoles = {{{"Write", &OutputTable::FlagTable},
+                                                 {"Mark", &OutputTable::FlagMark},
+                                                 {"Full", &OutputTable::FlagFull}}};
+
+struct FlagUse {
+  int flagNumber;
+  std::string text;
+};
+
+// Flags of the tables in use, table by table.
+std::vector<FlagUse> flagUses(const TableSetup& tables) {
+  std::vector<FlagUse> uses;
+  for (const OutputTable& table : tables.Table) {
+    if (table.TableOn == kFalse) continue;
+    for (const FlagRole& role : kFlagRoles) {
+      if (table.*role.number < 1) continue;
+      uses.push_back({table.*role.number,
+                      "Table '" + table.TableName + "'  " + std::string(role.name) + " Flag "});
+    }
+  }
+  return uses;
+}
+
+std::string duplicateFlags(const TableSetup& tables) {
+  const std::vector<FlagUse> uses = flagUses(tables);
+  std::string text;
+  for (std::size_t i = 0; i < uses.size(); ++i) {
+    for (std::size_t j = i + 1; j < uses.size(); ++j) {
+      if (uses[i].flagNumber != uses[j].flagNumber) continue;
+      text += uses[i].text + "and " + uses[j].text + "both use flag " +
+              NumberText(uses[i].flagNumber) + "\r\n";
+    }
+  }
+  return text;
+}
+
+bool usesFlag(const TableSetup& tables, int flagNumber) {
+  const std::vector<FlagUse> uses = flagUses(tables);
+  return std::any_of(uses.begin(), uses.end(),
+                     [&](const FlagUse& use) { return use.flagNumber == flagNumber; });
+}
+
+// Scans per second are shown as finely as the unit of the interval asks for.
+std::string_view perSecMask(int unit) {
+  if (unit <= ORVUS_TBLTIME_USECS) return "#,##0.0";
+  return unit == ORVUS_TBLTIME_MSECS ? "#,##0.000" : "#,##0.00000";
+}
+
+}  // namespace
+
+frmOutInt::frmOutInt(const ScreenContext& context, Hooks hooks)
+    : Screen(context, "frmOutInt"),
+      Table(*this, "Table"),
+      TableOn(*this, "TableOn"),
+      TableName(*this, "TableName", NameText),
+      OutInt(*this, "OutInt", NumberType::kLong),
+      OutIntUnits(*this, "OutIntUnits"),
+      PerSec(*this, "PerSec"),
+      SyncTable(*this, "SyncTable"),
+      Buffer(*this, "Buffer", NumberType::kLong),
+      AutoSize(*this, "AutoSize"),
+      FillStop(*this, "FillStop"),
+      CalcTime(*this, "CalcTime"),
+      TableLocation(*this, "TableLocation"),
+      PamCard(*this, "PamCard"),
+      FlagTable(*this, "FlagTable"),
+      FlagMark(*this, "FlagMark"),
+      FlagFull(*this, "FlagFull"),
+      HDU7(*this, "HDU7"),
+      Trigger(*this, "Trigger"),
+      WriteIf(*this, "WriteIf"),
+      TableTimes(*this, "TableTimes"),
+      AllTables(*this, "AllTables"),
+      hooks_(std::move(hooks)) {
+  setTexts();
+  bind();
+  load();
+}
+
+void frmOutInt::setTexts() {
+  Caption = "OUTPUT TABLES";
+  for (int t = 1; t <= kTables; ++t) {
+    Table.Items.push_back({"Table " + NumberText(t), true, true, {}});
+  }
+  TableOn.Caption = "Enabled";
+  TableName.Caption = "Name";
+  OutInt.Caption = "Interval";
+  OutInt.Limits(1, std::numeric_limits<i32>::max());
+  OutIntUnits.SetItems({"uSecs", "mSecs", "Secs", "Mins", "hours", "Days"});
+  PerSec.Caption = "/Sec";
+  SyncTable.Caption = "Sync";
+  Buffer.Caption = "Records";
+  Buffer.Limits(1, std::numeric_limits<i32>::max());
+  AutoSize.Caption = "Auto Size";
+  FillStop.Caption = "Fill && Stop";
+  CalcTime.Caption = "Compress";
+  // This logger has no flash memory for tables, and a project keeps one card.
+  TableLocation.SetItems({"Internal", "Flash", "PC Card"});
+  TableLocation.Items[kFlashItem].Visible = false;
+  PamCard.SetItems({"Card A", "Card B"});
+  PamCard.Items[1].Enabled = false;
+  FlagTable.Caption = "Write Flag";
+  FlagMark.Caption = "Mark Flag";
+  FlagFull.Caption = "Full Flag";
+  for (Choice* list : {&FlagTable, &FlagMark, &FlagFull}) {
+    list->SetItems({"Off", "1", "2", "3", "4", "5", "6", "7", "8"});
+  }
+  HDU7.SetItems({"None", "Public"});
+  for (int t = 1; t <= kDisplayTables; ++t) {
+    HDU7.Items.push_back({"Table " + NumberText(t), true, true, {}});
+  }
+  Trigger.Caption = "Trigger";
+  WriteIf.Caption = "Write If";
+  TableTimes.Caption = "Table Time";
+  AllTables.Caption = "All Tables";
+}
+
+void frmOutInt::bind() {
+  // While a table is being shown the controls only follow it.
+  const auto bindBox = [this](CheckBox& box, i16 cOutputTable::*value, bool whenChecked = true) {
+    box.OnClick = [this, &box, value, whenChecked] {
+      if (IsLoading()) return;
+      table().*value = box.Checked() == whenChecked ? kTrue : kFalse;
+      refresh();
+    };
+  };
+  Table.OnPick = [this] { showTable(); };
+  TableOn.OnClick = [this] {
+    if (IsLoading()) return;
+    table().Enabled = TableOn.Checked();
+    refresh();
+  };
+  TableName.OnTake = [this] { onName(); };
+  OutInt.OnTake = [this] {
+    table().Interval = static_cast<i32>(OutInt.Value());
+    refresh();
+  };
+  OutIntUnits.OnPick = [this] { onUnits(); };
+  bindBox(SyncTable, &cOutputTable::SyncToScan);
+  Buffer.OnTake = [this] { table().NumRecs = static_cast<i32>(Buffer.Value()); };
+  bindBox(AutoSize, &cOutputTable::AutoSize);
+  bindBox(FillStop, &cOutputTable::FillStop);
+  bindBox(CalcTime, &cOutputTable::StoreEveryTS, false);
+  TableLocation.OnPick = [this] {
+    if (IsLoading()) return;
+    table().MemLoc = TableLocation.Index() == kCardItem ? kPcCard : kInternalMemory;
+    refresh();
+  };
+  PamCard.OnPick = [this] { table().PamCard = static_cast<i16>(PamCard.Index()); };
+  bindFlag(FlagTable, &cOutputTable::FlagWrite);
+  bindFlag(FlagMark, &cOutputTable::FlagMark);
+  bindFlag(FlagFull, &cOutputTable::FlagFull);
+  HDU7.OnPick = [this] { hdu7_ = static_cast<i16>(HDU7.Index()); };
+
+  const auto bindTableScreen = [this](Button& button, std::string_view screen,
+                                      std::function<void(int, cOutputTable&)> Hooks::*hook) {
+    button.OnPress = [this, hook] {
+      (hooks_.*hook)(current(), table());
+      showTable();
+    };
+    addOpener({std::string(screen), "",
+               [&button](std::string_view) { return button.Usable() && button.Press(); }});
+  };
+  bindTableScreen(Trigger, "frmTrigTable", &Hooks::SetTriggers);
+  bindTableScreen(WriteIf, "frmWriteIf", &Hooks::SetWriteIf);
+  TableTimes.OnPress = [this] { openTimes(); };
+  addOpener({"frmTableTimes", "",
+             [this](std::string_view) { return TableTimes.Usable() && TableTimes.Press(); }});
+  AllTables.OnPress = [this] { ShowTableTimes(Forms(), store(), tables_); };
+}
+
+void frmOutInt::bindFlag(Choice& list, i16 cOutputTable::*number) {
+  list.OnPick = [this, &list, number] {
+    if (IsLoading()) return;
+    const auto picked = static_cast<i16>(list.Index());
+    const bool isNew = table().*number != picked;
+    table().*number = picked;
+    if (isNew && picked > 0) CheckFlagUsage(Forms(), store(), picked);
+  };
+}
+
+void frmOutInt::load() {
+  tables_ = TableObjectsOf(store());
+  hdu7_ = store().Tables.HDU7;
+  before_ = edited();
+  {
+    const Loading loading(*this);
+    HDU7.Index(hdu7_);
+  }
+  int first = 1;
+  while (first < kTables && !tables_[first].Enabled) ++first;
+  Table.Index(tables_[first].Enabled ? first - 1 : 0);
+}
+
+void frmOutInt::showTable() {
+  const Loading loading(*this);
+  const cOutputTable& shown = table();
+  TableOn.Checked(shown.Enabled);
+  TableName.Text(shown.Name);
+  OutInt.Value(shown.Interval);
+  OutIntUnits.Index(shown.IntervalUnits);
+  SyncTable.Checked(shown.SyncToScan != 0);
+  Buffer.Value(shown.NumRecs);
+  AutoSize.Checked(shown.AutoSize != 0);
+  FillStop.Checked(shown.FillStop != 0);
+  CalcTime.Checked(shown.StoreEveryTS == 0);
+  TableLocation.Index(shown.MemLoc == kPcCard ? kCardItem : kInternalItem);
+  PamCard.Index(shown.PamCard);
+  FlagTable.Index(shown.FlagWrite);
+  FlagMark.Index(shown.FlagMark);
+  FlagFull.Index(shown.FlagFull);
+  refresh();
+}
+
+// A table that is off is not saved, so nothing of it can be edited.
+void frmOutInt::refresh() {
+  const cOutputTable& shown = table();
+  for (Control* control : Controls()) control->Enabled = shown.Enabled;
+  for (Control* control : std::initializer_list<Control*>{&Table, &TableOn, &HDU7, &AllTables}) {
+    control->Enabled = true;
+  }
+  if (shown.SyncToScan != 0) OutInt.Enabled = OutIntUnits.Enabled = false;
+  if (shown.AutoSize != 0) Buffer.Enabled = TableTimes.Enabled = false;
+  Trigger.Enabled = Trigger.Enabled && hooks_.SetTriggers;
+  WriteIf.Enabled = WriteIf.Enabled && hooks_.SetWriteIf;
+  PamCard.Visible = shown.MemLoc == kPcCard;
+
+  const double micros = ORVUS_COMMON::TableIntervalMicros(store(), shown);
+  const int unit = shown.SyncToScan != 0 ? store().Scan.ExecTimeUnits : shown.IntervalUnits;
+  PerSec.Text(micros > 0 ? FormatNumber(1e6 / micros, perSecMask(unit)) : "?");
+}
+
+// The name of every table must be its own; one that is used already, or none, is not taken.
+void frmOutInt::onName() {
+  const std::string name(Trim(TableName.Text()));
+  const int shown = current();
+  if (name.empty()) {
+    Forms().Beep();
+    return TableName.Text(table().Name);
+  }
+  for (int t = 1; t <= kTables; ++t) {
+    if (t == shown || !SameText(tables_[t].Name, name)) continue;
+    ShowWarning(
+        Forms(), "DUPLICATE TABLE NAME",
+        JoinLines({"The name '" + name + "' is already being used for Table " + NumberText(t),
+                   "EACH TABLE REQUIRES A UNIQUE NAME!"}));
+    return TableName.Text(table().Name);
+  }
+  table().Name = name;
+  for (int t = 1; t <= kTables; ++t) {
+    const std::string& other = tables_[t].Name;
+    if (t == shown || !SameText(other.substr(0, kFilePrefix), name.substr(0, kFilePrefix))) {
+      continue;
+    }
+    ShowWarning(Forms(), "SIMILAR TABLE NAMES",
+                JoinLines({"The first 6 characters in Table " + NumberText(shown) + " (" + name +
+                               ") and Table " + NumberText(t) + " (" + other + ") are the same.",
+                           "While this is legal, it will cause problems when collecting data.",
+                           "The collection process uses the first 6 characters of the table",
+                           "name plus 2 digits for the output file name.",
+                           "YOU SHOULD USE A DIFFERENT NAME."}));
+  }
+}
+
+// Nothing is stored more finely than it is scanned.
+void frmOutInt::onUnits() {
+  if (IsLoading()) return;
+  const int finest = store().Scan.ExecTimeUnits;
+  if (OutIntUnits.Index() < finest) return OutIntUnits.Index(finest);
+  table().IntervalUnits = static_cast<i16>(OutIntUnits.Index());
+  refresh();
+}
+
+void frmOutInt::openTimes() {
+  frmTableTimes times(context(), tables_, current());
+  if (showModal(times)) showTable();
+}
+
+TableSetup frmOutInt::edited() const {
+  TableSetup setup = store().Tables;
+  for (int t = 1; t <= kTables; ++t) KeepTable(tables_[t], setup[t]);
+  setup.HDU7 = hdu7_;
+  return setup;
+}
+
+bool frmOutInt::isEdited() const {
+  return hdu7_ != before_.HDU7 || !(edited().Table == before_.Table);
+}
+
+bool frmOutInt::agreedToFlags() {
+  const std::string duplicates = duplicateFlags(edited());
+  if (duplicates.empty()) return true;
+  return Ask(Forms(), "DUPLICATE FLAGS",
+             duplicates +
+                 JoinLines({"The above condition(s) could possibly cause undesirable results.",
+                            "PRESS \"YES\" TO LEAVE AS IS OR \"NO\" TO EDIT."}),
+             Buttons::kYesNo) == Answer::kYes;
+}
+
+// The checks of tables look at the store; it gets its tables back when the user goes on editing.
+bool frmOutInt::keep() {
+  TableSetup kept = std::exchange(store().Tables, edited());
+  const CalcVarRefs none;
+  const CheckContext checks{store(), Forms(), context().WarningMessageMask, none};
+  bool bad = false;
+  ORVUS_COMMON::CheckScanRateTables(checks, bad);
+  if (bad) {
+    store().Tables = std::move(kept);
+    return false;
+  }
+  i16 uneven = 0;
+  ORVUS_COMMON::CheckTableIntervals(checks, kScreenMode, uneven);
+  tellFlagsInUse(kept);
+  return true;
+}
+
+// Of each flag that a table has taken and that the flags screen drives as well.
+void frmOutInt::tellFlagsInUse(const TableSetup& before) {
+  for (int f = 1; f <= kFlags; ++f) {
+    if (store().Flags[f].FlagInclude == kFalse) continue;
+    if (!usesFlag(store().Tables, f) || usesFlag(before, f)) continue;
+    platform::MessageBox box;
+    box.title = "FLAG INFORMATION";
+    box.text =
+        JoinLines({"JUST LETTING YOU KNOW.",
+                   "Flag(" + NumberText(f) + ") was previously enabled in the Flags Setup window.",
+                   "The following code will be in the Tessel program:", FlagCode(store(), f)});
+    box.icon = platform::Icon::kInformation;
+    Forms().ShowBox(box);
+  }
+}
+
+bool frmOutInt::onDone() { return agreedToFlags() && keep(); }
+
+bool frmOutInt::onCancel() {
+  if (!isEdited()) return true;
+  const Answer answer = Ask(Forms(), "OUTPUT TABLES",
+                            "Edits were made to one or more table configurations.  Save changes "
+                            "before exiting screen?",
+                            Buttons::kYesNoCancel);
+  if (answer == Answer::kYes) Done();
+  return answer == Answer::kNo;
+}
+
+}  // namespace ostrand

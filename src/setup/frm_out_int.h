@@ -1,0 +1,78 @@
+// The six output tables.
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "setup/controls/choice.h"
+#include "setup/controls/numeric_field.h"
+#include "setup/controls/screen.h"
+#include "setup/table_objects.h"
+
+namespace ostrand {
+
+// Edits copies of the tables, one at a time, and keeps them at Done.
+class frmOutInt : public Screen {
+ public:
+  // Screens of the table shown, from 1; a button without its screen is disabled.
+  struct Hooks {
+    std::function<void(int table, cOutputTable&)> SetTriggers;
+    std::function<void(int table, cOutputTable&)> SetWriteIf;
+  };
+
+  explicit frmOutInt(const ScreenContext& context, Hooks hooks = {});
+
+  Choice Table;  // the one shown: "Table 1" to "Table 6"
+  CheckBox TableOn;
+  TextField TableName;
+  NumericField OutInt;
+  Choice OutIntUnits;
+  Label PerSec;
+  CheckBox SyncTable;
+  NumericField Buffer;
+  CheckBox AutoSize;
+  CheckBox FillStop;
+  CheckBox CalcTime;  // checked for compressed time, which the project keeps as 0
+  Choice TableLocation;
+  Choice PamCard;
+  Choice FlagTable;
+  Choice FlagMark;
+  Choice FlagFull;
+  Choice HDU7;
+  Button Trigger;
+  Button WriteIf;
+  Button TableTimes;
+  Button AllTables;
+
+ protected:
+  bool onDone() override;
+  bool onCancel() override;
+
+ private:
+  void setTexts();
+  void bind();
+  void bindFlag(Choice& list, i16 cOutputTable::*number);
+  void load();
+  void showTable();
+  void refresh();
+
+  void onName();
+  void onUnits();
+  void openTimes();
+
+  [[nodiscard]] bool isEdited() const;
+  [[nodiscard]] TableSetup edited() const;
+  bool agreedToFlags();
+  bool keep();
+  void tellFlagsInUse(const TableSetup& before);
+
+  [[nodiscard]] int current() const { return Table.Index() + 1; }
+  cOutputTable& table() { return tables_[current()]; }
+
+  Hooks hooks_;
+  TableObjects tables_;
+  i16 hdu7_ = 0;
+  TableSetup before_;  // what Done would have kept on opening
+};
+
+}  // namespace ostrand

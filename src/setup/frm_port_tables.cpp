@@ -1,0 +1,83 @@
+#include "setup/frm_port_tables.h"
+
+#include <utility>
+
+#include "model/names.h"
+#include "text/number.h"
+
+namespace ostrand {
+
+frmPortTables::Kept frmPortTables::keptOf(ProjectStore& store, SingleValue value, int number) {
+  const auto reference = [](std::string caption, std::string_view source, ReferenceOutput& kept) {
+    return Kept{std::move(caption), std::string(source), kept.DataResolution, kept.Public,
+                kept.Output};
+  };
+  switch (value) {
+    case SingleValue::kPortBytes: {
+      PortSlot& slot = store.Ports.Slot[number];
+      return {std::string("PORT TABLE SELECT, SLOT ") + (number == 0 ? "1-8" : "9-16"),
+              std::string(slot.ReadMode != 0 ? kReadPort : kWritPort), slot.DataResolution,
+              slot.Public, slot.Output};
+    }
+    case SingleValue::kTK40MRef:
+      return reference("TK40M REFERENCE TEMPERATURES", kTK40Ref, store.TK40MRef);
+    case SingleValue::kCalcField: {
+      CalcFieldData& field = store.CalcFields.Field[number];
+      return {"CALCULATED FIELDS  FORMULA " + NumberText(number), "Calc" + NumberText(number),
+              field.DataResolution, field.Public, field.Output};
+    }
+    case SingleValue::kBatteryVolts:
+      return reference("LOGGER BATTERY VOLTAGE", kBattVolt, store.PowerOut);
+    case SingleValue::kPanelRef:
+      break;
+  }
+  return reference("PANEL REFERENCE TEMPERATURE", kTRef, store.TcRef);
+}
+
+frmPortTables::frmPortTables(const ScreenContext& context, SingleValue value, int number,
+                             AskParameters askParameters)
+    : Screen(context, "frmPortTables"),
+      DataResolution(*this, "DataResolution"),
+      Public(*this, "Public"),
+      Output(*this, store()),
+      kept_(keptOf(store(), value, number)),
+      output_(kept_.output) {
+  Caption = kept_.caption;
+  DataResolution.SetItems({"FP2", "IEEE4"});
+  Public.Caption = "Public";
+  if (askParameters) {
+    Output.AskParameters = [this, ask = std::move(askParameters)](OutputCode code, int table,
+                                                                  HistoSet& histo) {
+      return ask(code, table, kept_.source, histo);
+    };
+  }
+  for (Opener& opener : Output.Openers()) addOpener(std::move(opener));
+  load(value, number);
+}
+
+void frmPortTables::load(SingleValue value, int number) {
+  const Loading loading(*this);
+  DataResolution.Pick(kept_.resolution);
+  Public.Checked(kept_.isPublic != kFalse);
+  Output.Show(output_);
+  // The project keeps no parameters for the panel's temperature, and ports are stored as they are
+  // but for a histogram of their byte.
+  const bool ports = value == SingleValue::kPortBytes;
+  const bool bytePort = ports && store().Ports.Slot[number].Ports[kPorts].Include != kFalse;
+  if (ports || value == SingleValue::kPanelRef) {
+    Output.Offer(kHistogram, bytePort);
+    Output.Offer(kRainFlow, false);
+    Output.Offer(kLevelCrossing, false);
+  }
+}
+
+bool frmPortTables::onDone() {
+  if (DataResolution.Index() >= 0) kept_.resolution = DataResolution.Text();
+  if (Public.Checked() != (kept_.isPublic != kFalse)) {
+    kept_.isPublic = Public.Checked() ? kTrue : kFalse;
+  }
+  kept_.output = output_;
+  return true;
+}
+
+}  // namespace ostrand

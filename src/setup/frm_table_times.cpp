@@ -1,0 +1,95 @@
+#include "setup/frm_table_times.h"
+
+#include <limits>
+
+#include "text/mask.h"
+#include "text/number.h"
+#include "text/strings.h"
+#include "verify/box.h"
+
+namespace ostrand {
+namespace {
+
+constexpr std::string_view kWhole = "#,##0";
+constexpr double kMostRecords = std::numeric_limits<i32>::max();
+constexpr double kMostTyped = 1e15;
+
+}  // namespace
+
+frmTableTimes::frmTableTimes(const ScreenContext& context, TableObjects& tables, int t)
+    : Screen(context, "frmTableTimes"),
+      Days(*this, "Days", NumberType::kDouble),
+      Hours(*this, "Hours", NumberType::kDouble),
+      Minutes(*this, "Minutes", NumberType::kDouble),
+      Seconds(*this, "Seconds", NumberType::kDouble),
+      Buffer(*this, "Buffer"),
+      TotalBytes(*this, "TotalBytes"),
+      Space(*this, "Space"),
+      BurstNote(*this, "BurstNote"),
+      AllTables(*this, "AllTables"),
+      tables_(tables),
+      table_(tables[t]) {
+  Caption = "TABLE " + Upper(table_.Name);
+  for (NumericField* field : {&Days, &Hours, &Minutes, &Seconds}) {
+    field->Caption = field->Name();
+    field->ToolTip = "Enter the number of " + field->Name() + " desired.";
+    field->Limits(0, kMostTyped);
+    field->OnChange = [this] { CalcTableRecs(); };
+    field->OnTake = [this] { onTake(); };
+  }
+  Buffer.Caption = "Records";
+  TotalBytes.Caption = "Total Bytes";
+  AllTables.Caption = "All Tables";
+  AllTables.OnPress = [this] {
+    // With the records that are on the screen.
+    const i32 kept = table_.NumRecs;
+    if (DoneEnabled) table_.NumRecs = static_cast<i32>(records_);
+    ShowTableTimes(Forms(), store(), tables_);
+    table_.NumRecs = kept;
+  };
+  load();
+}
+
+void frmTableTimes::load() {
+  const Loading loading(*this);
+  const TimeParts time = TimeParts::Of(MicrosToFill(store(), table_));
+  Days.Value(time.days);
+  Hours.Value(time.hours);
+  Minutes.Value(time.minutes);
+  Seconds.Value(time.seconds);
+  CalcTableRecs();
+}
+
+void frmTableTimes::CalcTableRecs() {
+  const TimeParts wanted{Days.Value(), Hours.Value(), Minutes.Value(), Seconds.Value()};
+  const double interval = ORVUS_COMMON::TableIntervalMicros(store(), table_) / 1e6;
+  records_ = RoundHalfEven(wanted.Seconds() / interval);
+  const bool shows = records_ <= kMostRecords;
+  DoneEnabled = shows && records_ >= 1;
+
+  const Medium medium = MediumOf(store(), table_.MemLoc);
+  const double others =
+      BytesInLocation(tables_, table_.MemLoc) - (table_.Enabled ? TableBytes(table_) : 0);
+  const double total = others + (shows ? records_ * table_.RecordBytes() : 0);
+  Buffer.Text(shows ? FormatNumber(records_, kWhole) : "?");
+  TotalBytes.Text(shows ? FormatNumber(total, kWhole) : "?");
+  TotalBytes.Flashes = shows && total > medium.space;
+  Space.Caption = medium.label;
+  Space.Text(FormatNumber(medium.space, kWhole));
+  BurstNote.Visible = medium.burstBytes > 0;
+  BurstNote.Text(FormatNumber(medium.burstBytes, kWhole) + " bytes used for Burst Buffer.");
+}
+
+void frmTableTimes::onTake() {
+  CalcTableRecs();
+  if (records_ <= kMostRecords) return;
+  ShowWarning(Forms(), "TABLE TIME TOO LONG",
+              "A table can't have more than " + FormatNumber(kMostRecords, kWhole) + " records.");
+}
+
+bool frmTableTimes::onDone() {
+  table_.NumRecs = static_cast<i32>(records_);
+  return true;
+}
+
+}  // namespace ostrand

@@ -1,0 +1,40 @@
+// How many records a table needs for a time.
+#pragma once
+
+#include "setup/controls/numeric_field.h"
+#include "setup/controls/screen.h"
+#include "setup/table_objects.h"
+
+namespace ostrand {
+
+// Done gives the records to the table. It is disabled while there would be none, or more than a
+// table can have.
+class frmTableTimes : public Screen {
+ public:
+  // `t` from 1. The tables must outlive the screen.
+  frmTableTimes(const ScreenContext& context, TableObjects& tables, int t);
+
+  NumericField Days;
+  NumericField Hours;
+  NumericField Minutes;
+  NumericField Seconds;
+  Label Buffer;      // records
+  Label TotalBytes;  // of all tables in the same place; flashes when they are too many
+  Label Space;       // of that place
+  Label BurstNote;
+  Button AllTables;
+
+ protected:
+  bool onDone() override;
+
+ private:
+  void load();
+  void CalcTableRecs();
+  void onTake();
+
+  TableObjects& tables_;
+  cOutputTable& table_;
+  double records_ = 0;  // for the time wanted; not a number or past the limit of a table as well
+};
+
+}  // namespace ostrand
