@@ -1,0 +1,74 @@
+// The main configuration: what is attached to the logger, and what it does beside its scan.
+#pragma once
+
+#include <array>
+#include <functional>
+
+#include "setup/conditions.h"
+#include "setup/config_battery.h"
+#include "setup/config_power.h"
+#include "setup/config_status.h"
+#include "setup/controls/choice.h"
+#include "setup/controls/numeric_field.h"
+#include "setup/controls/screen.h"
+
+namespace ostrand {
+
+// Screens that the configuration can call up. A button without its screen is disabled.
+struct ConfigHooks {
+  std::function<void()> BatteryOutput;  // of the battery's voltage
+  std::function<void()> PanelOutput;    // of the panel's reference temperature
+};
+
+// Edits the configuration in place; Cancel puts back what was there. What a change does to blocks,
+// tables and ports is done by Done.
+class frmConfig : public Screen {
+  ConditionVariables variables_;  // made before the panel that lists them
+
+ public:
+  explicit frmConfig(const ScreenContext& context, ConfigHooks hooks = {});
+  ~frmConfig() override;
+
+  TextField CanBusQty;
+  TextField TK40MQty;
+  Choice AutoChan;  // automatic, manual
+  NumericField SizeCard;
+  Choice SizeCardUnits;  // M bytes, G bytes
+
+  // "MonitorPower1" to "MonitorPower5", by MonitorEntry. A checked one shows its panel.
+  std::array<CheckBox, 5> MonitorPower;
+  Button BatteryOutput;
+  Button PanelOutput;
+  PowerPanel Power;
+  BatterySaverPanel Saver;
+  StatusMonitorPanel Status;
+
+ protected:
+  bool onDone() override;
+  bool onCancel() override;
+
+ private:
+  [[nodiscard]] Configuration& config() const { return store().Config; }
+  [[nodiscard]] CheckBox& box(int entry) { return MonitorPower[static_cast<std::size_t>(entry - 1)]; }
+
+  void load();
+  void bindBoxes();
+  void bindOutput(Button& button, int entry, const std::function<void()>& show);
+  int countIn(TextField& field, int most);
+  void takeCanBusQty();
+  void takeTK40MQty();
+  void takeAutoChan();
+  void takeSizeCard();
+  void showSizeCard();
+  void takeBox(int entry);
+  void showPanels();
+  bool askToDeleteBlocks();
+  void freeMultiplexerPorts();
+  void moveTablesOffCard();
+
+  ConfigHooks hooks_;
+  Configuration before_;
+  bool cardCleared_ = false;  // tables on the card go to the memory
+};
+
+}  // namespace ostrand
