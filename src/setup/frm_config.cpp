@@ -48,7 +48,7 @@ bool isCardUsed(const ProjectStore& store) {
 
 }  // namespace
 
-frmConfig::frmConfig(const ScreenContext& context, ConfigHooks hooks)
+frmConfig::frmConfig(const ScreenContext& context, frmPortTables::AskParameters askParameters)
     : Screen(context, "frmConfig"),
       variables_(context.store, context.UserVarListTypes),
       CanBusQty(*this, "CanBusQty"),
@@ -62,7 +62,7 @@ frmConfig::frmConfig(const ScreenContext& context, ConfigHooks hooks)
       Power(*this, context.store.Config, variables_),
       Saver(*this, context.store.Config),
       Status(*this, context.store.Config),
-      hooks_(std::move(hooks)),
+      askParameters_(std::move(askParameters)),
       before_(context.store.Config) {
   Caption = "CONFIGURATION";
   CanBusQty.Caption = "CAN";
@@ -98,17 +98,24 @@ void frmConfig::bindBoxes() {
   }
   BatteryOutput.Caption = "Battery &Output...";
   PanelOutput.Caption = "Panel O&utput...";
-  bindOutput(BatteryOutput, kMonitorBattery, hooks_.BatteryOutput);
-  bindOutput(PanelOutput, kMonitorPanel, hooks_.PanelOutput);
+  bindOutput(BatteryOutput, kMonitorBattery);
+  bindOutput(PanelOutput, kMonitorPanel);
 }
 
-void frmConfig::bindOutput(Button& button, int entry, const std::function<void()>& show) {
-  button.OnPress = show;
-  addOpener({"frmPortTables", button.Name(), [this, entry, &show, &button](std::string_view what) {
-               if (!SameText(what, button.Name()) || !show || !box(entry).Checked()) return false;
-               show();
+void frmConfig::bindOutput(Button& button, int entry) {
+  button.OnPress = [this, entry] { showOutput(entry); };
+  addOpener({"frmPortTables", button.Name(), [this, entry, &button](std::string_view what) {
+               if (!SameText(what, button.Name()) || !button.Usable()) return false;
+               showOutput(entry);
                return true;
              }});
+}
+
+void frmConfig::showOutput(int entry) {
+  const SingleValue value =
+      entry == kMonitorBattery ? SingleValue::kBatteryVolts : SingleValue::kPanelRef;
+  frmPortTables output(context(), value, 0, askParameters_);
+  showModal(output);
 }
 
 void frmConfig::load() {
@@ -210,18 +217,13 @@ void frmConfig::takeBox(int entry) {
     Power.ListVariables();
   }
   showPanels();
-  if (!box(entry).Checked()) return;
-  if (entry == kMonitorBattery && hooks_.BatteryOutput) hooks_.BatteryOutput();
-  if (entry == kMonitorPanel && hooks_.PanelOutput) hooks_.PanelOutput();
+  const bool hasOutput = entry == kMonitorBattery || entry == kMonitorPanel;
+  if (hasOutput && box(entry).Checked()) showOutput(entry);
 }
 
 void frmConfig::showPanels() {
-  const auto showButton = [this](Button& button, int entry, bool hasScreen) {
-    button.Visible = box(entry).Checked();
-    button.Enabled = hasScreen;
-  };
-  showButton(BatteryOutput, kMonitorBattery, static_cast<bool>(hooks_.BatteryOutput));
-  showButton(PanelOutput, kMonitorPanel, static_cast<bool>(hooks_.PanelOutput));
+  BatteryOutput.Visible = box(kMonitorBattery).Checked();
+  PanelOutput.Visible = box(kMonitorPanel).Checked();
   Power.Show(box(kMonitorPowerControl).Checked());
   Saver.Show(box(kMonitorBatterySaver).Checked());
   Status.Show(box(kMonitorStatus).Checked());

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <array>
-#include <functional>
 
 #include "setup/conditions.h"
 #include "setup/config_battery.h"
@@ -11,14 +10,9 @@
 #include "setup/controls/choice.h"
 #include "setup/controls/numeric_field.h"
 #include "setup/controls/screen.h"
+#include "setup/frm_port_tables.h"
 
 namespace ostrand {
-
-// Screens that the configuration can call up. A button without its screen is disabled.
-struct ConfigHooks {
-  std::function<void()> BatteryOutput;  // of the battery's voltage
-  std::function<void()> PanelOutput;    // of the panel's reference temperature
-};
 
 // Edits the configuration in place; Cancel puts back what was there. What a change does to blocks,
 // tables and ports is done by Done.
@@ -26,7 +20,8 @@ class frmConfig : public Screen {
   ConditionVariables variables_;  // made before the panel that lists them
 
  public:
-  explicit frmConfig(const ScreenContext& context, ConfigHooks hooks = {});
+  // `askParameters` is for the outputs of the battery and of the panel's temperature.
+  explicit frmConfig(const ScreenContext& context, frmPortTables::AskParameters askParameters = {});
   ~frmConfig() override;
 
   TextField CanBusQty;
@@ -35,7 +30,8 @@ class frmConfig : public Screen {
   NumericField SizeCard;
   Choice SizeCardUnits;  // M bytes, G bytes
 
-  // "MonitorPower1" to "MonitorPower5", by MonitorEntry. A checked one shows its panel.
+  // "MonitorPower1" to "MonitorPower5", by MonitorEntry. One that is checked shows its panel; those
+  // of the battery and of the panel's temperature open a screen.
   std::array<CheckBox, 5> MonitorPower;
   Button BatteryOutput;
   Button PanelOutput;
@@ -53,7 +49,8 @@ class frmConfig : public Screen {
 
   void load();
   void bindBoxes();
-  void bindOutput(Button& button, int entry, const std::function<void()>& show);
+  void bindOutput(Button& button, int entry);
+  void showOutput(int entry);
   int countIn(TextField& field, int most);
   void takeCanBusQty();
   void takeTK40MQty();
@@ -66,7 +63,7 @@ class frmConfig : public Screen {
   void freeMultiplexerPorts();
   void moveTablesOffCard();
 
-  ConfigHooks hooks_;
+  frmPortTables::AskParameters askParameters_;
   Configuration before_;
   bool cardCleared_ = false;  // tables on the card go to the memory
 };
