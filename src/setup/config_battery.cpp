@@ -1,0 +1,121 @@
+#include "setup/config_battery.h"
+
+#include <algorithm>
+
+#include "text/mask.h"
+#include "text/number.h"
+
+namespace ostrand {
+namespace {
+
+constexpr double kDefaultTripVolts = 11.5;
+constexpr double kLeastTripVolts = 10.5;
+constexpr double kMostTripVolts = 14;
+
+}  // namespace
+
+std::string IntervalLine(int interval, std::string_view unit) {
+  if (interval == 0) return "Interval = None";
+  return "Interval = " + NumberText(interval) + std::string(unit);
+}
+
+BatterySaverPanel::BatterySaverPanel(Screen& screen, Configuration& config)
+    : SaverText(screen, "SaverText"),
+      DefaultBattVolt(screen, "DefaultBattVolt"),
+      BattTripVolts(screen, "BattTripVolts", NumberType::kSingle),
+      DoNotRetry(screen, "DoNotRetry"),
+      RetryInterval(screen, "RetryInterval", NumberType::kInteger),
+      BattRetryMins(screen, "BattRetryMins"),
+      SaverInterval(screen, "SaverInterval"),
+      screen_(screen),
+      config_(config) {
+  SaverText.Text(
+      "This provides a way to shut down the logger at a low battery voltage and turn it back on "
+      "after a specified period of time.  If the battery voltage is still low after 10 minutes of "
+      "operation, the logger will again turn off and the process will repeat itself.");
+  DefaultBattVolt.Caption = "Default";
+  BattTripVolts.Caption = "Trip Level";
+  BattTripVolts.Limits(kLeastTripVolts, kMostTripVolts);
+  DoNotRetry.Caption = "Do &Not Retry";
+  RetryInterval.Caption = "Retry Interval";
+  RetryInterval.Limits(0, RetryInterval.Most());
+  BattRetryMins.SetItems({"Minutes", "Hours"});
+  bindTripLevel();
+  bindRetry();
+}
+
+void BatterySaverPanel::bindTripLevel() {
+  DefaultBattVolt.OnClick = [this] {
+    if (screen_.IsLoading()) return;
+    config_.DefaultBattVolt = DefaultBattVolt.Checked() ? kTrue : kFalse;
+    if (DefaultBattVolt.Checked()) takeTripLevel(kDefaultTripVolts);
+    showTripLevel();
+  };
+  BattTripVolts.OnTake = [this] { takeTripLevel(BattTripVolts.Value()); };
+  BattTripVolts.OnSpin = [this](bool up) {
+    const double tenths = RoundHalfEven(BattTripVolts.Value() * 10) + (up ? 1 : -1);
+    takeTripLevel(std::clamp(tenths / 10, kLeastTripVolts, kMostTripVolts));
+  };
+}
+
+void BatterySaverPanel::bindRetry() {
+  DoNotRetry.OnClick = [this] {
+    if (screen_.IsLoading()) return;
+    // An interval of 0 is what keeps the logger off.
+    config_.LowBattRetry = DoNotRetry.Checked() ? kFalse : kTrue;
+    config_.RetryInterval = DoNotRetry.Checked() ? i16{0} : interval_;
+    showRetry();
+  };
+  RetryInterval.OnTake = [this] { takeRetry(static_cast<int>(RetryInterval.Value())); };
+  RetryInterval.OnSpin = [this](bool up) {
+    takeRetry(static_cast<int>(RetryInterval.Value()) + (up ? 1 : -1));
+  };
+  BattRetryMins.OnPick = [this] {
+    if (screen_.IsLoading()) return;
+    config_.BattRetryMins = BattRetryMins.Index() == 0 ? kTrue : kFalse;
+    showRetry();
+  };
+}
+
+void BatterySaverPanel::Load() {
+  DefaultBattVolt.Checked(config_.DefaultBattVolt != kFalse);
+  DoNotRetry.Checked(config_.LowBattRetry == kFalse);
+  BattRetryMins.Index(config_.BattRetryMins != kFalse ? 0 : 1);
+  interval_ = config_.RetryInterval;
+  showTripLevel();
+  showRetry();
+}
+
+void BatterySaverPanel::Show(bool visible) {
+  for (Control* control : std::initializer_list<Control*>{&SaverText, &DefaultBattVolt,
+                                                          &BattTripVolts, &DoNotRetry,
+                                                          &RetryInterval, &BattRetryMins,
+                                                          &SaverInterval}) {
+    control->Visible = visible;
+  }
+}
+
+void BatterySaverPanel::takeTripLevel(double volts) {
+  BattTripVolts.Text(FormatNumber(volts, "#0.0"));
+  config_.BattTripVolts = ToSingle(BattTripVolts.Text()).value_or(config_.BattTripVolts);
+}
+
+void BatterySaverPanel::takeRetry(int interval) {
+  interval_ = static_cast<i16>(std::clamp<int>(interval, 0, 32767));
+  config_.RetryInterval = interval_;
+  showRetry();
+}
+
+void BatterySaverPanel::showTripLevel() {
+  BattTripVolts.Enabled = !DefaultBattVolt.Checked();
+  BattTripVolts.Text(FormatNumber(DecimalValue(config_.BattTripVolts), "#0.0"));
+}
+
+void BatterySaverPanel::showRetry() {
+  RetryInterval.Enabled = BattRetryMins.Enabled = !DoNotRetry.Checked();
+  RetryInterval.Value(config_.RetryInterval);
+  const int repeat = DoNotRetry.Checked() ? 0 : config_.RetryInterval;
+  SaverInterval.Text(IntervalLine(repeat, BattRetryMins.Index() == 0 ? " Minutes" : " Hours"));
+}
+
+}  // namespace ostrand

@@ -1,0 +1,45 @@
+// The panel that shuts the logger down at a low battery.
+#pragma once
+
+#include "model/store.h"
+#include "setup/controls/choice.h"
+#include "setup/controls/numeric_field.h"
+#include "setup/controls/screen.h"
+
+namespace ostrand {
+
+// "Interval = 10 Minutes"; "Interval = None" for 0. `unit` is one of " Seconds", " Minutes",
+// " Hours" and " Days".
+std::string IntervalLine(int interval, std::string_view unit);
+
+class BatterySaverPanel {
+ public:
+  // Edits the configuration in place.
+  BatterySaverPanel(Screen& screen, Configuration& config);
+
+  Label SaverText;
+  CheckBox DefaultBattVolt;
+  NumericField BattTripVolts;
+  CheckBox DoNotRetry;
+  NumericField RetryInterval;
+  Choice BattRetryMins;  // minutes, hours
+  Label SaverInterval;
+
+  // Shows what the configuration holds, while the screen is loading.
+  void Load();
+  void Show(bool visible);
+
+ private:
+  void bindTripLevel();
+  void bindRetry();
+  void takeTripLevel(double volts);
+  void takeRetry(int interval);
+  void showTripLevel();
+  void showRetry();
+
+  Screen& screen_;
+  Configuration& config_;
+  i16 interval_ = 0;  // when it retries
+};
+
+}  // namespace ostrand

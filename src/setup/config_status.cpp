@@ -1,0 +1,174 @@
+#include "setup/config_status.h"
+
+#include <algorithm>
+#include <string_view>
+
+#include "setup/conditions.h"
+#include "text/mask.h"
+#include "text/number.h"
+#include "text/strings.h"
+#include "verify/box.h"
+
+namespace ostrand {
+namespace {
+
+// Columns of a row.
+enum Column : int { kField = 1, kCompare, kValue, kFlagAndState };
+
+constexpr std::string_view kFields[] = {
+    "Status.SkippedScan(1,1)",
+    "Status.VarOutOfBound(1,1)",
+    "Status.WatchdogErrors(1,1)",
+};
+
+int placeOf(const Choice& list, std::string_view text) {
+  const auto at = std::find_if(
+      list.Items.begin(), list.Items.end(),
+      [&](const Choice::Item& item) { return SameText(Trim(item.Text), Trim(text)); });
+  return at == list.Items.end() ? -1 : static_cast<int>(at - list.Items.begin());
+}
+
+// A field that a project names is offered like the others.
+void pickField(Choice& list, std::string_view field) {
+  if (placeOf(list, field) < 0) list.Items.push_back({std::string(Trim(field)), true, true, {}});
+  list.Index(placeOf(list, field));
+}
+
+}  // namespace
+
+StatusMonitorPanel::StatusMonitorPanel(Screen& screen, Configuration& config)
+    : StatusRows(screen, "StatusRows"),
+      StatusField(screen, "StatusField"),
+      StatusCompare(screen, "StatusCompare"),
+      StatusValue(screen, "StatusValue", NumberType::kSingle),
+      StatusFlag(screen, "StatusFlag"),
+      StatTrueFalse(screen, "StatTrueFalse"),
+      StatusCode(screen, "StatusCode"),
+      AddStatus(screen, "AddStatus"),
+      ChangeStatus(screen, "ChangeStatus"),
+      DeleteStatus(screen, "DeleteStatus"),
+      screen_(screen),
+      config_(config) {
+  StatusRows.Caption = "Status Field  Comp  Value  Flag";
+  for (const std::string_view field : kFields) {
+    StatusField.Items.push_back({std::string(field), true, true, {}});
+  }
+  StatusField.Caption = "Status Field";
+  StatusCompare.Caption = "Comp";
+  for (const std::string_view sign : kStatusCompares) {
+    StatusCompare.Items.push_back({std::string(sign), true, true, {}});
+  }
+  StatusValue.Caption = "Value";
+  StatusFlag.Caption = "Flag";
+  StatusFlag.SetItems({"1", "2", "3", "4", "5", "6", "7", "8"});
+  StatTrueFalse.SetItems({"True", "False"});
+  AddStatus.Caption = "&Add";
+  ChangeStatus.Caption = "C&hange";
+  DeleteStatus.Caption = "&Delete";
+  bind();
+}
+
+void StatusMonitorPanel::bind() {
+  StatusRows.OnPick = [this] {
+    if (!screen_.IsLoading()) showRow();
+  };
+  for (Choice* list : {&StatusField, &StatusCompare}) {
+    list->OnPick = [this] { showCode(); };
+  }
+  StatusValue.OnTake = [this] { showCode(); };
+  StatusFlag.OnPick = [this] {
+    if (!screen_.IsLoading()) config_.StatusFlag = static_cast<i16>(StatusFlag.Index() + 1);
+    showCode();
+  };
+  StatTrueFalse.OnPick = [this] {
+    if (!screen_.IsLoading()) config_.StatTrueFalse = StatTrueFalse.Index() == 0 ? 1 : 0;
+    showCode();
+  };
+  AddStatus.OnPress = [this] { addRow(); };
+  ChangeStatus.OnPress = [this] {
+    config_.Status[StatusRows.Index() + 1] = entered();
+    listRows(StatusRows.Index());
+  };
+  DeleteStatus.OnPress = [this] { deleteRow(); };
+}
+
+void StatusMonitorPanel::Load() {
+  StatusFlag.Index(std::clamp<int>(config_.StatusFlag, 1, kFlags) - 1);
+  StatTrueFalse.Index(config_.StatTrueFalse != 0 ? 0 : 1);
+  StatusField.Index(0);
+  StatusCompare.Index(0);
+  StatusValue.Value(0);
+  listRows(-1);
+  showCode();
+}
+
+void StatusMonitorPanel::Show(bool visible) {
+  for (Control* control : std::initializer_list<Control*>{
+           &StatusRows, &StatusField, &StatusCompare, &StatusValue, &StatusFlag, &StatTrueFalse,
+           &StatusCode, &AddStatus, &ChangeStatus, &DeleteStatus}) {
+    control->Visible = visible;
+  }
+}
+
+StatusMonitorPanel::StatusRow StatusMonitorPanel::entered() const {
+  StatusRow row;
+  row[kField] = StatusField.Text();
+  row[kCompare] = Trim(StatusCompare.Text());
+  row[kValue] = StatusValue.Text();
+  row[kFlagAndState] = StatusFlag.Text() + (StatTrueFalse.Index() == 0 ? " T" : " F");
+  return row;
+}
+
+int StatusMonitorPanel::count() const {
+  return std::clamp<int>(config_.StatusMonCount, 0, kStatusRows);
+}
+
+// The fields show the picked row.
+void StatusMonitorPanel::showRow() {
+  ChangeStatus.Enabled = DeleteStatus.Enabled = true;
+  const StatusRow row = config_.Status[StatusRows.Index() + 1];
+  pickField(StatusField, row[kField]);
+  StatusCompare.Index(placeOf(StatusCompare, row[kCompare]));
+  StatusValue.Text(Trim(row[kValue]));
+  const std::string_view setting = Trim(row[kFlagAndState]);
+  StatusFlag.Index(static_cast<int>(Val(setting.substr(0, 1))) - 1);
+  StatTrueFalse.Index(setting.ends_with('T') ? 0 : 1);
+}
+
+void StatusMonitorPanel::showCode() {
+  StatusCode.Text(JoinLines(
+      {" If " + StatusField.Text() + StatusCompare.Text() + " " + StatusValue.Text() + " Then",
+       "       Flag(" + StatusFlag.Text() + ") = " + StatTrueFalse.Text(), "   End If"}));
+}
+
+void StatusMonitorPanel::listRows(int picked) {
+  StatusRows.Items.clear();
+  for (int i = 1; i <= count(); ++i) {
+    std::string text;
+    for (const std::string& column : config_.Status[i]) {
+      if (!text.empty()) text += "  ";
+      text += Trim(column);
+    }
+    StatusRows.Items.push_back({std::move(text), true, true, {}});
+  }
+  AddStatus.Enabled = count() < kStatusRows;
+  ChangeStatus.Enabled = DeleteStatus.Enabled = false;
+  StatusRows.Index(picked);
+}
+
+void StatusMonitorPanel::addRow() {
+  const int last = count() + 1;
+  config_.Status[last] = entered();
+  config_.StatusMonCount = static_cast<i16>(last);
+  listRows(last - 1);
+}
+
+void StatusMonitorPanel::deleteRow() {
+  const int last = count();
+  for (int i = StatusRows.Index() + 1; i < last; ++i) config_.Status[i] = config_.Status[i + 1];
+  config_.Status[last].Fill({});
+  config_.StatusMonCount = static_cast<i16>(last - 1);
+  listRows(-1);
+}
+
+}  // namespace ostrand

@@ -1,0 +1,49 @@
+// The panel that watches fields of the logger's status table.
+#pragma once
+
+#include <string>
+
+#include "model/store.h"
+#include "setup/controls/choice.h"
+#include "setup/controls/numeric_field.h"
+#include "setup/controls/screen.h"
+
+namespace ostrand {
+
+class StatusMonitorPanel {
+ public:
+  // Edits the configuration in place.
+  StatusMonitorPanel(Screen& screen, Configuration& config);
+
+  Choice StatusRows;  // the grid, and the row that the fields below it show
+  Choice StatusField;
+  Choice StatusCompare;
+  NumericField StatusValue;
+  Choice StatusFlag;
+  Choice StatTrueFalse;
+  Label StatusCode;
+  Button AddStatus;     // a row of what the fields show
+  Button ChangeStatus;  // the picked row to what they show
+  Button DeleteStatus;  // the picked row
+
+  // Shows what the configuration holds, while the screen is loading.
+  void Load();
+  void Show(bool visible);
+
+ private:
+  using StatusRow = Row<std::string, 1, 4>;
+
+  void bind();
+  [[nodiscard]] int count() const;  // of rows, whatever the configuration says
+  [[nodiscard]] StatusRow entered() const;
+  void showRow();
+  void showCode();
+  void listRows(int picked);
+  void addRow();
+  void deleteRow();
+
+  Screen& screen_;
+  Configuration& config_;
+};
+
+}  // namespace ostrand

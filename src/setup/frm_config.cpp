@@ -1,0 +1,281 @@
+#include "setup/frm_config.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "model/channels.h"
+#include "model/defaults.h"
+#include "setup/flag_usage.h"
+#include "text/number.h"
+#include "text/strings.h"
+#include "verify/box.h"
+
+namespace ostrand {
+namespace {
+
+constexpr int kAutomatic = 0;
+constexpr int kManual = 1;
+constexpr int kMBytes = 0;
+constexpr int kGBytes = 1;
+constexpr double kMBytesOfGByte = 1024;
+constexpr i16 kInternalMemory = 1;
+constexpr i16 kCard = 2;
+constexpr int kFirstMultiplexerPort = 7;  // C7 and C8 drive the multiplexers
+
+constexpr std::array<std::string_view, 5> kBoxCaptions = {
+    "Main Battery &Volts...", "Conditional Power &Off...", "Battery &Saver...",
+    "&Panel Ref Temp...", "&Monitor Status..."};
+
+template <std::size_t... I>
+std::array<CheckBox, sizeof...(I)> makeBoxes(Screen& screen, std::index_sequence<I...>) {
+  return {CheckBox(screen, "MonitorPower" + NumberText(static_cast<int>(I) + 1))...};
+}
+
+bool anyPortIncluded(const ProjectStore& store) {
+  return std::any_of(store.Ports.Slot.begin(), store.Ports.Slot.end(), [](const PortSlot& slot) {
+    return std::any_of(slot.Ports.begin(), slot.Ports.end(),
+                       [](const Port& port) { return port.Include != kFalse; });
+  });
+}
+
+bool isCardUsed(const ProjectStore& store) {
+  const auto& tables = store.Tables.Table;
+  return std::any_of(tables.begin(), tables.end(), [](const OutputTable& table) {
+    return table.TableLocation == kCard;
+  });
+}
+
+}  // namespace
+
+frmConfig::frmConfig(const ScreenContext& context, frmPortTables::AskParameters askParameters)
+    : Screen(context, "frmConfig"),
+      variables_(context.store, context.UserVarListTypes),
+      CanBusQty(*this, "CanBusQty"),
+      TK40MQty(*this, "TK40MQty"),
+      AutoChan(*this, "AutoChan"),
+      SizeCard(*this, "SizeCard", NumberType::kSingle),
+      SizeCardUnits(*this, "SizeCardUnits"),
+      MonitorPower(makeBoxes(*this, std::make_index_sequence<5>())),
+      BatteryOutput(*this, "BatteryOutput"),
+      PanelOutput(*this, "PanelOutput"),
+      Power(*this, context.store.Config, variables_),
+      Saver(*this, context.store.Config),
+      Status(*this, context.store.Config),
+      askParameters_(std::move(askParameters)),
+      before_(context.store.Config) {
+  Caption = "CONFIGURATION";
+  CanBusQty.Caption = "CAN";
+  TK40MQty.Caption = "TK40M";
+  AutoChan.SetItems({"Auto Channel Selection", "Manual Channel Selection"});
+  SizeCard.Caption = "PC Card";
+  SizeCard.Limits(0, SizeCard.Most());
+  SizeCardUnits.SetItems({"M bytes", "G bytes"});
+  CanBusQty.OnTake = [this] { takeCanBusQty(); };
+  TK40MQty.OnTake = [this] { takeTK40MQty(); };
+  AutoChan.OnPick = [this] {
+    if (!IsLoading()) takeAutoChan();
+  };
+  SizeCard.OnTake = [this] { takeSizeCard(); };
+  SizeCardUnits.OnPick = [this] {
+    if (!IsLoading()) takeSizeCard();
+  };
+  Power.OnFlag = [this](int flagNumber) { CheckFlagUsage(Forms(), store(), flagNumber); };
+  bindBoxes();
+  load();
+}
+
+frmConfig::~frmConfig() {
+  if (Result() != ModalResult::kDone) config() = before_;
+}
+
+void frmConfig::bindBoxes() {
+  for (int entry = kMonitorBattery; entry <= kMonitorStatus; ++entry) {
+    box(entry).Caption = kBoxCaptions[static_cast<std::size_t>(entry - 1)];
+    box(entry).OnClick = [this, entry] {
+      if (!IsLoading()) takeBox(entry);
+    };
+  }
+  BatteryOutput.Caption = "Battery &Output...";
+  PanelOutput.Caption = "Panel O&utput...";
+  bindOutput(BatteryOutput, kMonitorBattery);
+  bindOutput(PanelOutput, kMonitorPanel);
+}
+
+void frmConfig::bindOutput(Button& button, int entry) {
+  button.OnPress = [this, entry] { showOutput(entry); };
+  addOpener({"frmPortTables", button.Name(), [this, entry, &button](std::string_view what) {
+               if (!SameText(what, button.Name()) || !button.Usable()) return false;
+               showOutput(entry);
+               return true;
+             }});
+}
+
+void frmConfig::showOutput(int entry) {
+  const SingleValue value =
+      entry == kMonitorBattery ? SingleValue::kBatteryVolts : SingleValue::kPanelRef;
+  frmPortTables output(context(), value, 0, askParameters_);
+  showModal(output);
+}
+
+void frmConfig::load() {
+  const Loading loading(*this);
+  CanBusQty.Text(NumberText(config().CanBusQty));
+  TK40MQty.Text(NumberText(config().TK40MQty));
+  AutoChan.Index(config().AutoChan != kFalse ? kAutomatic : kManual);
+  showSizeCard();
+  for (int entry = kMonitorBattery; entry <= kMonitorStatus; ++entry) {
+    box(entry).Checked(config().MonitorPower[entry] != kFalse);
+  }
+  Power.Load();
+  Saver.Load();
+  Status.Load();
+  showPanels();
+}
+
+// The count that a field holds; what is none becomes 0.
+int frmConfig::countIn(TextField& field, int most) {
+  const std::string& text = field.Text();
+  const bool isCount = text.size() == 1 && text[0] >= '0' && text[0] <= '0' + most;
+  if (isCount) return text[0] - '0';
+  Forms().Beep();
+  return 0;
+}
+
+void frmConfig::takeCanBusQty() {
+  config().CanBusQty = static_cast<i16>(countIn(CanBusQty, kMostCanModules));
+  CanBusQty.Text(NumberText(config().CanBusQty));
+}
+
+void frmConfig::takeTK40MQty() {
+  int quantity = countIn(TK40MQty, kMostMultiplexers);
+  if (quantity > config().TK40MQty && anyPortIncluded(store()) &&
+      Ask(Forms(), "Change of Port Use",
+          "If You Press OK, changes may occur in the PORTS setup to accomodate this new "
+          "configuration.",
+          platform::Buttons::kOkCancel) != platform::Answer::kOk) {
+    quantity = config().TK40MQty;
+  }
+  if (quantity > config().TK40MQty) {
+    const int fitting = std::max(FittingTK40MQty(store(), quantity), 0);
+    if (fitting < quantity) {
+      ShowWarning(Forms(), "NOT ENOUGH ANALOG CHANNELS", "Please Remove Some Measurements.");
+      quantity = fitting;
+    }
+  }
+  config().TK40MQty = static_cast<i16>(quantity);
+  TK40MQty.Text(NumberText(quantity));
+}
+
+void frmConfig::takeAutoChan() {
+  const int total = AutoSelectionTotal(store());
+  const bool refused = AutoChan.Index() == kAutomatic && config().AutoChan == kFalse &&
+                       !AutoSelectionFits(total);
+  if (refused) {
+    platform::MessageBox refusal;
+    refusal.title = "MEASURE COUNT TOO HIGH";
+    refusal.text = JoinLines({NumberText(total) + " single-ended channels currently in use.",
+                              "Auto Channel Selection works for 40 or less selected.",
+                              "Reduce measurement count and try again."});
+    refusal.icon = platform::Icon::kInformation;
+    Forms().ShowBox(refusal);
+    const Loading putBack(*this);
+    AutoChan.Index(kManual);
+  }
+  config().AutoChan = AutoChan.Index() == kAutomatic ? kTrue : kFalse;
+}
+
+void frmConfig::takeSizeCard() {
+  const double factor = SizeCardUnits.Index() == kGBytes ? kMBytesOfGByte : 1;
+  const double size = SizeCard.Value() * factor;
+  if (size == 0 && isCardUsed(store())) {
+    if (Ask(Forms(), "WARNING", "All Table Ouputs Will be On RAM, Continue?",
+            platform::Buttons::kYesNo) != platform::Answer::kYes) {
+      const Loading putBack(*this);
+      showSizeCard();
+      return;
+    }
+  }
+  cardCleared_ = size == 0;
+  config().SizeCard = static_cast<float>(size);
+}
+
+// Whole G bytes are shown as such.
+void frmConfig::showSizeCard() {
+  const double size = DecimalValue(config().SizeCard);
+  const bool inGBytes = size >= kMBytesOfGByte && std::fmod(size, kMBytesOfGByte) == 0;
+  SizeCardUnits.Index(inGBytes ? kGBytes : kMBytes);
+  SizeCard.Value(inGBytes ? size / kMBytesOfGByte : size);
+}
+
+void frmConfig::takeBox(int entry) {
+  config().MonitorPower[entry] = box(entry).Checked() ? kTrue : kFalse;
+  if (entry == kMonitorBattery) {
+    // The battery is a variable that conditions can name.
+    variables_ = ConditionVariables(store(), context().UserVarListTypes);
+    const Loading loading(*this);
+    Power.ListVariables();
+  }
+  showPanels();
+  const bool hasOutput = entry == kMonitorBattery || entry == kMonitorPanel;
+  if (hasOutput && box(entry).Checked()) showOutput(entry);
+}
+
+void frmConfig::showPanels() {
+  BatteryOutput.Visible = box(kMonitorBattery).Checked();
+  PanelOutput.Visible = box(kMonitorPanel).Checked();
+  Power.Show(box(kMonitorPowerControl).Checked());
+  Saver.Show(box(kMonitorBatterySaver).Checked());
+  Status.Show(box(kMonitorStatus).Checked());
+}
+
+bool frmConfig::onDone() {
+  const int before = before_.TK40MQty;
+  const int now = config().TK40MQty;
+  if (now == 0 && before > 0 && store().TK40MBlock.BlockCount > 0 && !askToDeleteBlocks()) {
+    config().TK40MQty = static_cast<i16>(before);
+    TK40MQty.Text(NumberText(before));
+    return false;
+  }
+  if (now > before) freeMultiplexerPorts();
+  if (cardCleared_) moveTablesOffCard();
+  return true;
+}
+
+bool frmConfig::askToDeleteBlocks() {
+  const std::string text =
+      JoinLines({"Warning:",
+                 "If you proceed with this change, all TK40M blocks will be deleted. Continue?"});
+  if (Ask(Forms(), "Delete TK40M?", text, platform::Buttons::kYesNo) != platform::Answer::kYes) {
+    return false;
+  }
+  ORVUS_COMMON::SetTK40MDefaults(store(), 0);
+  config().TcConfigOpts[1] = 0;  // without thermocouples there is no reference to store
+  return true;
+}
+
+// The multiplexers' ports are no longer the user's: neither alone nor within the byte.
+void frmConfig::freeMultiplexerPorts() {
+  for (PortSlot& slot : store().Ports.Slot) {
+    for (int port = kFirstMultiplexerPort; port <= PanelControlPorts; ++port) {
+      slot.Ports[port].Include = kFalse;
+      std::string& mask = slot.BinaryMask[2];
+      const auto digit = static_cast<std::size_t>(port);  // from the right
+      if (mask.size() >= digit) mask[mask.size() - digit] = '0';
+    }
+  }
+}
+
+void frmConfig::moveTablesOffCard() {
+  for (OutputTable& table : store().Tables.Table) {
+    table.TableLocation = kInternalMemory;
+    table.FlagMark = 0;
+  }
+}
+
+bool frmConfig::onCancel() {
+  config() = before_;
+  return true;
+}
+
+}  // namespace ostrand

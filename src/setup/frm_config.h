@@ -1,0 +1,71 @@
+// The main configuration: what is attached to the logger, and what it does beside its scan.
+#pragma once
+
+#include <array>
+
+#include "setup/conditions.h"
+#include "setup/config_battery.h"
+#include "setup/config_power.h"
+#include "setup/config_status.h"
+#include "setup/controls/choice.h"
+#include "setup/controls/numeric_field.h"
+#include "setup/controls/screen.h"
+#include "setup/frm_port_tables.h"
+
+namespace ostrand {
+
+// Edits the configuration in place; Cancel puts back what was there. What a change does to blocks,
+// tables and ports is done by Done.
+class frmConfig : public Screen {
+  ConditionVariables variables_;  // made before the panel that lists them
+
+ public:
+  // `askParameters` is for the outputs of the battery and of the panel's temperature.
+  explicit frmConfig(const ScreenContext& context, frmPortTables::AskParameters askParameters = {});
+  ~frmConfig() override;
+
+  TextField CanBusQty;
+  TextField TK40MQty;
+  Choice AutoChan;  // automatic, manual
+  NumericField SizeCard;
+  Choice SizeCardUnits;  // M bytes, G bytes
+
+  // "MonitorPower1" to "MonitorPower5", by MonitorEntry. One that is checked shows its panel; those
+  // of the battery and of the panel's temperature open a screen.
+  std::array<CheckBox, 5> MonitorPower;
+  Button BatteryOutput;
+  Button PanelOutput;
+  PowerPanel Power;
+  BatterySaverPanel Saver;
+  StatusMonitorPanel Status;
+
+ protected:
+  bool onDone() override;
+  bool onCancel() override;
+
+ private:
+  [[nodiscard]] Configuration& config() const { return store().Config; }
+  [[nodiscard]] CheckBox& box(int entry) { return MonitorPower[static_cast<std::size_t>(entry - 1)]; }
+
+  void load();
+  void bindBoxes();
+  void bindOutput(Button& button, int entry);
+  void showOutput(int entry);
+  int countIn(TextField& field, int most);
+  void takeCanBusQty();
+  void takeTK40MQty();
+  void takeAutoChan();
+  void takeSizeCard();
+  void showSizeCard();
+  void takeBox(int entry);
+  void showPanels();
+  bool askToDeleteBlocks();
+  void freeMultiplexerPorts();
+  void moveTablesOffCard();
+
+  frmPortTables::AskParameters askParameters_;
+  Configuration before_;
+  bool cardCleared_ = false;  // tables on the card go to the memory
+};
+
+}  // namespace ostrand

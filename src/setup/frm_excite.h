@@ -1,0 +1,49 @@
+// The two continuous analog outputs: a constant, or one of two values by conditions.
+#pragma once
+
+#include <memory>
+
+#include "setup/conditions.h"
+#include "setup/controls/choice.h"
+#include "setup/controls/screen.h"
+
+namespace ostrand {
+
+// Edits the outputs in place; Cancel puts back what was there. Controls carry the number of their
+// channel behind the key: "Include1", "State21" for state 2 of channel 1, "Excite2MeasVar1".
+class frmExcite : public Screen {
+ public:
+  explicit frmExcite(const ScreenContext& context);
+  ~frmExcite() override;
+
+  Label Purpose;
+  CheckBox ExcitePublic;
+
+  // Shows what the store has of a channel, 1 or 2, and whether bridges use it.
+  void UpdateChannelStates(int port);
+
+ protected:
+  bool onDone() override;
+  bool onCancel() override;
+
+ private:
+  static constexpr int kChannels = 2;
+  struct ChannelControls;
+
+  [[nodiscard]] ChannelControls& at(int port) { return *channels_[port]; }
+  [[nodiscard]] ExciteChannel& stored(int port) const { return store().ExciteOut.Slot[0][port]; }
+  void bind(int port);
+  void bindStates(int port);
+  void takeConditions(int port);
+  void refresh(int port);
+  [[nodiscard]] std::string codeOf(int port);
+  // The rows of a list of what dynamic channels lack; empty for nothing.
+  [[nodiscard]] std::string incomplete();
+  [[nodiscard]] bool lacksCondition(int port);
+
+  ConditionVariables variables_;
+  ExciteControl before_;
+  Row<std::unique_ptr<ChannelControls>, 1, kChannels> channels_;
+};
+
+}  // namespace ostrand

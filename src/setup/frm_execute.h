@@ -1,0 +1,52 @@
+// The scan: its interval, its buffer, and measuring in bursts.
+#pragma once
+
+#include "model/store.h"
+#include "setup/controls/choice.h"
+#include "setup/controls/numeric_field.h"
+#include "setup/controls/screen.h"
+
+namespace ostrand {
+
+// Edits the scan in place; Cancel puts back what was there.
+class frmExecute : public Screen {
+ public:
+  explicit frmExecute(const ScreenContext& context);
+  ~frmExecute() override;
+
+  NumericField ExecutionTime;
+  Choice ExecTimeUnits;  // by their codes
+  Label ScansPerSec;
+
+  Choice ScanMode;  // without a buffer, with one
+  CheckBox BurstMode;
+  NumericField BurstScans;
+  Choice FlagScan;  // "None", then the flags, so that the place is the number
+  Label BurstTime;  // its caption tells the unit
+  NumericField BufferScans;
+  Label BufferBytes;  // flashes when they are more than there are
+  Label AvailableBytes;
+
+ protected:
+  bool onDone() override;
+  bool onCancel() override;
+
+ private:
+  void load();
+  void bindInterval();
+  void bindScans();
+
+  void takeInterval();
+  void takeUnit();
+  void takeBurst();
+  void warnOfFlag();
+
+  void refresh();
+  void showInterval();
+  void showBuffer();
+
+  ScanSetup before_;
+  float interval_ = 0;  // the last one that could be taken
+};
+
+}  // namespace ostrand

@@ -1,0 +1,41 @@
+// Flags that the program sets and clears by conditions.
+#pragma once
+
+#include <array>
+#include <memory>
+
+#include "setup/conditions.h"
+#include "setup/controls/choice.h"
+#include "setup/controls/screen.h"
+#include "setup/state_rows.h"
+
+namespace ostrand {
+
+// Edits the flags in place; Cancel puts back what was there. Controls carry the number of their
+// flag: "FlagInclude3", "State1FlagVar3".
+class frmFlags : public Screen {
+ public:
+  explicit frmFlags(const ScreenContext& context);
+  ~frmFlags() override;
+
+ protected:
+  bool onDone() override;
+  bool onCancel() override;
+
+ private:
+  struct FlagControls;
+
+  [[nodiscard]] FlagControls& at(int number) { return *flags_[number]; }
+  void load(int number);
+  void bind(int number);
+  void takeInclude(int number);
+  void takeState(int number, int state);
+  void refresh(int number);
+  void viewCode(int number);
+
+  ConditionVariables variables_;
+  Row<FlagControl, 1, kFlags> before_;
+  Row<std::unique_ptr<FlagControls>, 1, kFlags> flags_;
+};
+
+}  // namespace ostrand

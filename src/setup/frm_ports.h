@@ -1,0 +1,64 @@
+// The control ports: each set by conditions, or all of them written or read as a byte.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "setup/conditions.h"
+#include "setup/controls/choice.h"
+#include "setup/controls/screen.h"
+
+namespace ostrand {
+
+// The eight bits "00001111" as "&B00001111", "&HF" or "15" for the code types "BIN", "HEX" and any
+// other, in any case.
+std::string MaskText(std::string_view bits, std::string_view codeType);
+// The eight bits of a number typed in one of these forms, 0 to 255; one without a prefix is of the
+// code type. Empty for a text that is none.
+std::string MaskBits(std::string_view text, std::string_view codeType);
+
+// Edits the first group of ports in place; Cancel puts back what was there. Controls carry the
+// number of their port: "Include3", "State1MeasureVar3"; 9 is the byte of all ports.
+class frmPorts : public Screen {
+ public:
+  explicit frmPorts(const ScreenContext& context);
+  ~frmPorts() override;
+
+  Choice ByteMode;  // "Bit-Write", "Byte"
+  Choice ReadMode;  // "Write", "Read"; of bytes only
+  Choice CodeType;  // "BIN", "HEX", "DEC"
+  Label ModeMessage;
+
+ protected:
+  bool onDone() override { return true; }
+  bool onCancel() override;
+
+ private:
+  static constexpr int kByte = kPorts;  // the port that stands for the byte
+  static constexpr int kMasks = 3;      // of state 1, of state 2, of the ports in use
+  struct PortControls;
+  struct MaskField;
+
+  [[nodiscard]] PortControls& at(int port) { return *ports_[port]; }
+  [[nodiscard]] PortSlot& slot() const { return store().Ports.Slot[0]; }
+  [[nodiscard]] bool isByte() const { return slot().ByteMode != 0; }
+  [[nodiscard]] bool isRead() const { return slot().ReadMode != 0; }
+  void bindModes();
+  void bind(int port);
+  void load(int port);
+  void takeState(int port, int state);
+  void takeMask(int place);
+  void showMasks();
+  void refresh();
+  void refresh(int port);
+  void viewCode(int port);
+  [[nodiscard]] std::string bitCode(int port) const;
+  [[nodiscard]] std::string byteCode() const;
+
+  ConditionVariables variables_;
+  PortSetup before_;
+  Row<std::unique_ptr<PortControls>, 1, kPorts> ports_;
+  Row<std::unique_ptr<TextField>, 0, kMasks - 1> masks_;
+};
+
+}  // namespace ostrand
