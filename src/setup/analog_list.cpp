@@ -101,11 +101,13 @@ void AnalogList::Refresh() {
 bool AnalogList::ShowSetup(int block) {
   std::unique_ptr<cOrvusData> data = Data(block).Clone();
   const auto aliases = std::make_unique<Row<RepAlias, 1, kReps>>(aliasRows(block));
+  const auto output = std::make_unique<OutputSet>(Output(block));
   const std::unique_ptr<Screen> setup = makeSetup(block);
   const bool accepted = showModal(*setup);
   if (!accepted) {
     data_[block] = std::move(data);
     aliasRows(block) = *aliases;
+    Output(block) = *output;
   }
   Refresh();
   return accepted;

@@ -39,6 +39,8 @@ class AnalogList : public Screen {
   [[nodiscard]] cOrvusData& Data(int block) { return *data_[block]; }
   [[nodiscard]] const cOrvusData& Data(int block) const { return *data_[block]; }
   [[nodiscard]] std::span<RepAlias> Aliases(int block);
+  // What the tables store of a block.
+  [[nodiscard]] virtual OutputSet& Output(int block) = 0;
 
   // Sensors that can still be added to a block of that type; below 0 for too many, -1 also when
   // nothing limits them here.
@@ -119,6 +121,7 @@ class AnalogGroupList : public AnalogList {
   void recordFromObject(int block) override { BlockFromObject((*records_)[block], Data(block)); }
   void releaseRecords(int first) override { release_(*records_, first); }
   Row<RepAlias, 1, kReps>& aliasRows(int block) override { return (*records_)[block].Alias; }
+  OutputSet& Output(int block) override { return (*records_)[block].Output; }
   void keepBaseline() override { baseline_ = std::make_unique<Group>(*records_); }
   [[nodiscard]] bool sameAsBaseline(int block) const override {
     return SameBlock((*baseline_)[block], (*records_)[block]);

@@ -68,7 +68,7 @@ void SetAnalogBlock(AnalogBlock& block, const cOrvusData& data) {
 }
 
 bool SameAnalogBlock(const AnalogBlock& left, const AnalogBlock& right) {
-  return edited(left) == edited(right) &&
+  return edited(left) == edited(right) && left.Output == right.Output &&
          std::equal(left.Alias.begin(), left.Alias.end(), right.Alias.begin(),
                     [](const RepAlias& a, const RepAlias& b) { return texts(a) == texts(b); });
 }

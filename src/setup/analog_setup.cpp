@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "model/names.h"
+#include "setup/output_parameters.h"
 #include "text/mask.h"
 #include "text/number.h"
 
@@ -31,6 +33,7 @@ AnalogSetup::AnalogSetup(const ScreenContext& context, std::string_view name, An
       Each(*this, "Each"),
       Block(*this, "Block"),
       FieldNames(*this, "FieldNames"),
+      Outputs(*this, context.store),
       list_(list),
       block_(block) {
   Caption = NumberText(block) + " BLOCK " + std::string(list.Kind().plural);
@@ -73,12 +76,19 @@ void AnalogSetup::bind() {
   };
   Public.OnClick = [this] { Data().IsPublic = Public.Checked() ? kTrue : kFalse; };
   FieldNames.OnPress = [this] { openFieldNames(); };
+  Outputs.AskParameters = [this](OutputCode code, int table, HistoSet& histo) {
+    const std::string resolution = DataResolution.Text();
+    return AskOutputParameters(context(), code, {histo, table, resolution},
+                               SourceName(list_.Kind().type, block_));
+  };
+  for (Opener& opener : Outputs.Openers()) addOpener(std::move(opener));
 }
 
 void AnalogSetup::load() {
   guarded("ShowSetup", [this] {
     const Loading loading(*this);
     KeepScaling();
+    Outputs.Show(list_.Output(block_));
     Changed();
   });
 }

@@ -8,6 +8,7 @@
 #include "setup/controls/choice.h"
 #include "setup/controls/numeric_field.h"
 #include "setup/controls/screen.h"
+#include "setup/output_boxes.h"
 
 namespace ostrand {
 
@@ -25,6 +26,7 @@ class AnalogSetup : public Screen {
   Label Each;   // time of a measurement
   Label Block;  // time of the block
   Button FieldNames;
+  OutputBoxes Outputs;
 
   // For the groups of controls.
   [[nodiscard]] AnalogList& List() const { return list_; }

@@ -8,6 +8,7 @@
 #include "setup/bridge_rules.h"
 #include "setup/field_keys.h"
 #include "setup/flag_usage.h"
+#include "setup/output_parameters.h"
 #include "text/number.h"
 #include "text/strings.h"
 
@@ -201,6 +202,12 @@ void frmBrdgSetup::bindScaling() {
   Solve.Caption = "Sol&ve";
   Solve.OnPress = [this] { solve(); };
   addOpener(OpenedBy(Solve, "frmSolveList"));
+  Outputs.AskParameters = [this](OutputCode code, int table, HistoSet& histo) {
+    const std::string resolution = DataResolution.Text();
+    return AskOutputParameters(context(), code, {histo, table, resolution},
+                               SourceName(ORVUS_DOBJ_BLK_BRIDGE, block_));
+  };
+  for (Opener& opener : Outputs.Openers()) addOpener(std::move(opener));
   CalOnSite.OnClick = [this] { onCalOnSite(); };
   ZeroPanel.OnPress = [this] { showZeroPanel(true); };
   CloseZeroPanel.OnPress = [this] { showZeroPanel(false); };

@@ -41,14 +41,13 @@ bool anyPortIncluded(const ProjectStore& store) {
 
 bool isCardUsed(const ProjectStore& store) {
   const auto& tables = store.Tables.Table;
-  return std::any_of(tables.begin(), tables.end(), [](const OutputTable& table) {
-    return table.TableLocation == kCard;
-  });
+  return std::any_of(tables.begin(), tables.end(),
+                     [](const OutputTable& table) { return table.TableLocation == kCard; });
 }
 
 }  // namespace
 
-frmConfig::frmConfig(const ScreenContext& context, frmPortTables::AskParameters askParameters)
+frmConfig::frmConfig(const ScreenContext& context)
     : Screen(context, "frmConfig"),
       variables_(context.store, context.UserVarListTypes),
       CanBusQty(*this, "CanBusQty"),
@@ -62,7 +61,6 @@ frmConfig::frmConfig(const ScreenContext& context, frmPortTables::AskParameters 
       Power(*this, context.store.Config, variables_),
       Saver(*this, context.store.Config),
       Status(*this, context.store.Config),
-      askParameters_(std::move(askParameters)),
       before_(context.store.Config) {
   Caption = "CONFIGURATION";
   CanBusQty.Caption = "CAN";
@@ -114,7 +112,7 @@ void frmConfig::bindOutput(Button& button, int entry) {
 void frmConfig::showOutput(int entry) {
   const SingleValue value =
       entry == kMonitorBattery ? SingleValue::kBatteryVolts : SingleValue::kPanelRef;
-  frmPortTables output(context(), value, 0, askParameters_);
+  frmPortTables output(context(), value);
   showModal(output);
 }
 
@@ -169,8 +167,8 @@ void frmConfig::takeTK40MQty() {
 
 void frmConfig::takeAutoChan() {
   const int total = AutoSelectionTotal(store());
-  const bool refused = AutoChan.Index() == kAutomatic && config().AutoChan == kFalse &&
-                       !AutoSelectionFits(total);
+  const bool refused =
+      AutoChan.Index() == kAutomatic && config().AutoChan == kFalse && !AutoSelectionFits(total);
   if (refused) {
     platform::MessageBox refusal;
     refusal.title = "MEASURE COUNT TOO HIGH";
@@ -243,9 +241,8 @@ bool frmConfig::onDone() {
 }
 
 bool frmConfig::askToDeleteBlocks() {
-  const std::string text =
-      JoinLines({"Warning:",
-                 "If you proceed with this change, all TK40M blocks will be deleted. Continue?"});
+  const std::string text = JoinLines(
+      {"Warning:", "If you proceed with this change, all TK40M blocks will be deleted. Continue?"});
   if (Ask(Forms(), "Delete TK40M?", text, platform::Buttons::kYesNo) != platform::Answer::kYes) {
     return false;
   }

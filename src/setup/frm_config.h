@@ -20,8 +20,7 @@ class frmConfig : public Screen {
   ConditionVariables variables_;  // made before the panel that lists them
 
  public:
-  // `askParameters` is for the outputs of the battery and of the panel's temperature.
-  explicit frmConfig(const ScreenContext& context, frmPortTables::AskParameters askParameters = {});
+  explicit frmConfig(const ScreenContext& context);
   ~frmConfig() override;
 
   TextField CanBusQty;
@@ -45,7 +44,9 @@ class frmConfig : public Screen {
 
  private:
   [[nodiscard]] Configuration& config() const { return store().Config; }
-  [[nodiscard]] CheckBox& box(int entry) { return MonitorPower[static_cast<std::size_t>(entry - 1)]; }
+  [[nodiscard]] CheckBox& box(int entry) {
+    return MonitorPower[static_cast<std::size_t>(entry - 1)];
+  }
 
   void load();
   void bindBoxes();
@@ -63,7 +64,6 @@ class frmConfig : public Screen {
   void freeMultiplexerPorts();
   void moveTablesOffCard();
 
-  frmPortTables::AskParameters askParameters_;
   Configuration before_;
   bool cardCleared_ = false;  // tables on the card go to the memory
 };

@@ -116,9 +116,7 @@ void frmExcite::bind(int port) {
   controls.CurrentOut.OnPick = onClick([](ExciteChannel& channel, ChannelControls& from) {
     channel.CurrentOut = from.CurrentOut.Index() == 1 ? 1 : 0;
   });
-  controls.ViewCode.OnPress = [this, port] {
-    ShowCode(Forms(), "EXCITATION CODE", codeOf(port));
-  };
+  controls.ViewCode.OnPress = [this, port] { ShowCode(Forms(), "EXCITATION CODE", codeOf(port)); };
 }
 
 void frmExcite::bindStates(int port) {
@@ -178,9 +176,8 @@ void frmExcite::refresh(int port) {
   controls.PortMessage.Text("Port CAO" + number +
                             (byBridge ? " is used by a bridge measurement." : " is free."));
   const bool dynamic = controls.DynamicStatic.Index() == kDynamic;
-  controls.State1.ToolTip = (dynamic ? "Enter a value for State 1 of channel "
-                                     : "Enter a value for channel ") +
-                            number;
+  controls.State1.ToolTip =
+      (dynamic ? "Enter a value for State 1 of channel " : "Enter a value for channel ") + number;
   controls.State2.ToolTip = "Enter a value for State 2 of channel " + number;
   controls.State2.Enabled = dynamic;
   for (ConditionControls* row : {&controls.Condition1, &controls.Condition2}) {

@@ -186,8 +186,8 @@ void frmExecute::showBuffer() {
 bool frmExecute::onDone() {
   ScanSetup& scan = store().Scan;
   scan.ScanBuffer = scan.BurstMode != kFalse ? "1" : "0";
-  const bool sameInterval = scan.ExecutionTime == before_.ExecutionTime &&
-                            scan.ExecTimeUnits == before_.ExecTimeUnits;
+  const bool sameInterval =
+      scan.ExecutionTime == before_.ExecutionTime && scan.ExecTimeUnits == before_.ExecTimeUnits;
   if (!sameInterval) {
     const CalcVarRefs noRefs;
     const CheckContext checks{store(), Forms(), context().WarningMessageMask, noRefs};

@@ -130,9 +130,9 @@ void frmFlags::refresh(int number) {
   showLite(controls.Lite2, !controls.FlagOn.Checked());
   // Flags beyond those that the user wants to see stay out of the way until they are in use.
   const bool visible = include || number <= context().options.DefaultNumFlags;
-  for (Control* control : std::initializer_list<Control*>{
-           &controls.FlagInclude, &controls.FlagOn, &controls.Lite1, &controls.Lite2,
-           &controls.Message, &controls.ViewCode}) {
+  for (Control* control :
+       std::initializer_list<Control*>{&controls.FlagInclude, &controls.FlagOn, &controls.Lite1,
+                                       &controls.Lite2, &controls.Message, &controls.ViewCode}) {
     control->Visible = visible;
   }
   for (const int state : {1, 2}) ShowState(controls.State(state), visible);

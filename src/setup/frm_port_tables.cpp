@@ -3,11 +3,12 @@
 #include <utility>
 
 #include "model/names.h"
+#include "setup/output_parameters.h"
 #include "text/number.h"
 
 namespace ostrand {
 
-frmPortTables::Kept frmPortTables::keptOf(ProjectStore& store, SingleValue value, int number) {
+frmPortTables::Kept frmPortTables::KeptOf(ProjectStore& store, SingleValue value, int number) {
   const auto reference = [](std::string caption, std::string_view source, ReferenceOutput& kept) {
     return Kept{std::move(caption), std::string(source), kept.DataResolution, kept.Public,
                 kept.Output};
@@ -34,41 +35,41 @@ frmPortTables::Kept frmPortTables::keptOf(ProjectStore& store, SingleValue value
   return reference("PANEL REFERENCE TEMPERATURE", kTRef, store.TcRef);
 }
 
-frmPortTables::frmPortTables(const ScreenContext& context, SingleValue value, int number,
-                             AskParameters askParameters)
+frmPortTables::frmPortTables(const ScreenContext& context, SingleValue value, int number)
+    : frmPortTables(context, KeptOf(context.store, value, number)) {
+  limit(value, number);
+}
+
+frmPortTables::frmPortTables(const ScreenContext& context, Kept kept)
     : Screen(context, "frmPortTables"),
       DataResolution(*this, "DataResolution"),
       Public(*this, "Public"),
       Output(*this, store()),
-      kept_(keptOf(store(), value, number)),
+      kept_(std::move(kept)),
       output_(kept_.output) {
   Caption = kept_.caption;
   DataResolution.SetItems({"FP2", "IEEE4"});
   Public.Caption = "Public";
-  if (askParameters) {
-    Output.AskParameters = [this, ask = std::move(askParameters)](OutputCode code, int table,
-                                                                  HistoSet& histo) {
-      return ask(code, table, kept_.source, histo);
-    };
-  }
+  Output.AskParameters = [this](OutputCode code, int table, HistoSet& histo) {
+    const std::string resolution = DataResolution.Text();
+    return AskOutputParameters(this->context(), code, {histo, table, resolution}, kept_.source);
+  };
   for (Opener& opener : Output.Openers()) addOpener(std::move(opener));
-  load(value, number);
-}
-
-void frmPortTables::load(SingleValue value, int number) {
   const Loading loading(*this);
   DataResolution.Pick(kept_.resolution);
   Public.Checked(kept_.isPublic != kFalse);
   Output.Show(output_);
-  // The project keeps no parameters for the panel's temperature, and ports are stored as they are
-  // but for a histogram of their byte.
+}
+
+// The project keeps no parameters for the panel's temperature, and ports are stored as they are
+// but for a histogram of their byte.
+void frmPortTables::limit(SingleValue value, int number) {
   const bool ports = value == SingleValue::kPortBytes;
+  if (!ports && value != SingleValue::kPanelRef) return;
   const bool bytePort = ports && store().Ports.Slot[number].Ports[kPorts].Include != kFalse;
-  if (ports || value == SingleValue::kPanelRef) {
-    Output.Offer(kHistogram, bytePort);
-    Output.Offer(kRainFlow, false);
-    Output.Offer(kLevelCrossing, false);
-  }
+  Output.Offer(kHistogram, bytePort);
+  Output.Offer(kRainFlow, false);
+  Output.Offer(kLevelCrossing, false);
 }
 
 bool frmPortTables::onDone() {

@@ -1,7 +1,6 @@
 // The output selection of a single value that belongs to no block.
 #pragma once
 
-#include <functional>
 #include <string>
 
 #include "setup/controls/choice.h"
@@ -21,12 +20,19 @@ enum class SingleValue {
 // Edits a copy, which the project gets at Done.
 class frmPortTables : public Screen {
  public:
-  // Asks for the parameters of a histogram, a rainflow or a level crossing of the value named.
-  using AskParameters =
-      std::function<bool(OutputCode code, int table, const std::string& source, HistoSet& histo)>;
+  // What is edited, where it is kept.
+  struct Kept {
+    std::string caption;
+    std::string source;  // name in the program, as LevelStem gives it
+    std::string& resolution;
+    flag& isPublic;
+    OutputSet& output;
+  };
+  static Kept KeptOf(ProjectStore& store, SingleValue value, int number);
 
-  frmPortTables(const ScreenContext& context, SingleValue value, int number = 0,
-                AskParameters askParameters = {});
+  frmPortTables(const ScreenContext& context, SingleValue value, int number = 0);
+  // Of an item that has all outputs.
+  frmPortTables(const ScreenContext& context, Kept kept);
 
   Choice DataResolution;
   CheckBox Public;
@@ -36,16 +42,7 @@ class frmPortTables : public Screen {
   bool onDone() override;
 
  private:
-  // Where the store keeps the value's output.
-  struct Kept {
-    std::string caption;
-    std::string source;  // name in the program
-    std::string& resolution;
-    flag& isPublic;
-    OutputSet& output;
-  };
-  static Kept keptOf(ProjectStore& store, SingleValue value, int number);
-  void load(SingleValue value, int number);
+  void limit(SingleValue value, int number);
 
   Kept kept_;
   OutputSet output_;

@@ -6,6 +6,7 @@
 #include "model/names.h"
 #include "setup/aliases.h"
 #include "setup/field_keys.h"
+#include "setup/output_parameters.h"
 #include "text/number.h"
 #include "text/strings.h"
 
@@ -107,6 +108,12 @@ void frmPulseSetup::bind() {
   DataType.OnPick = [this] { data().DataResolution = DataType.Text(); };
   FieldNames.OnPress = [this] { openFieldNames(scaling()); };
   addOpener(OpenedBy(Solve, "frmSolveList"));
+  Outputs.AskParameters = [this](OutputCode code, int table, HistoSet& histo) {
+    const std::string resolution = DataType.Text();
+    return AskOutputParameters(context(), code, {histo, table, resolution},
+                               SourceName(ORVUS_DOBJ_BLK_PULSE, block_));
+  };
+  for (Opener& opener : Outputs.Openers()) addOpener(std::move(opener));
   addOpener(OpenedBy(FieldNames, "frmFldName"));
 }
 

@@ -112,8 +112,7 @@ TEST_F(OutputBoxesTest, SingleValuesAreEditedAsACopyUnderTheirTitles) {
   };
   for (const Case& row : cases) {
     SCOPED_TRACE(row.caption);
-    frmPortTables form(context, row.value, row.number,
-                       [](OutputCode, int, const std::string&, HistoSet&) { return true; });
+    frmPortTables form(context, row.value, row.number);
     EXPECT_EQ(form.Caption, row.caption);
     int codes = 0;
     for (const CheckBox& box : form.Output.Boxes) codes += box.Usable() ? 1 : 0;

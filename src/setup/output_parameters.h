@@ -1,0 +1,17 @@
+// The parameters of outputs that have any: histogram, rainflow, level crossing.
+#pragma once
+
+#include <string_view>
+
+#include "model/store.h"
+#include "setup/controls/screen.h"
+#include "setup/histo_screen.h"
+
+namespace ostrand {
+
+// Asks for the parameters of an output by the screen of its instruction. `stem` names the arrays of
+// its levels, as LevelStem gives it. False when the user cancelled.
+bool AskOutputParameters(const ScreenContext& context, OutputCode code, const HistoTarget& target,
+                         std::string_view stem);
+
+}  // namespace ostrand
