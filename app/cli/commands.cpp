@@ -18,7 +18,7 @@ constexpr CommandRow projects(std::string_view name, std::string_view help, unsi
           command};
 }
 
-constexpr std::array<CommandRow, 9> kCommands = {{
+constexpr std::array<CommandRow, 12> kCommands = {{
     projects("check", "tell what stands against saving, and what to see to", kFormat, kAnyNumber,
              Check),
     projects("save", "check, test-compile and write all files",
@@ -32,6 +32,12 @@ constexpr std::array<CommandRow, 9> kCommands = {{
     projects("summary", "show what a project does and how long its scan takes", kRtf, 1, Summary),
     projects("wiring", "show which sensor goes to which terminal", kRtf | kHostApp, 1, Wiring),
     projects("new", "write a project file with the defaults of a new project", kForce, 1, StartNew),
+    {"screen", "FILE.VKG SCRIPT", "work at the setup screens by a script, then save the project",
+     kOutput | kNoSync | kHelp, true, 2, 2, "which project file, and which script?", PlayScreens},
+    {"screens", "", "list the screens, their controls and the lines of a script", kHelp, false, 0,
+     0, "", ListScreens},
+    {"can", "list|check FILE", "show a list of CAN items, or what is wrong with it", kHelp, false,
+     2, 2, "list or check, and which file?", LookAtCanList},
     {"settings", "list|get|set [NAME [VALUE]]", "show or change what is kept for all projects",
      kNoSync | kHelp, false, 1, 3, "list, get or set?", ChangeSettings},
 }};

@@ -20,5 +20,8 @@ ExitCode StartNew(const CommandLine& line);
 ExitCode Summary(const CommandLine& line);
 ExitCode Wiring(const CommandLine& line);
 ExitCode ChangeSettings(const CommandLine& line);
+ExitCode PlayScreens(const CommandLine& line);
+ExitCode ListScreens(const CommandLine& line);
+ExitCode LookAtCanList(const CommandLine& line);
 
 }  // namespace ostrand::cli

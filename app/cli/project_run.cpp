@@ -5,11 +5,7 @@
 #include <optional>
 
 #include "platform/paths.h"
-#include "platform/posix/posix_clock.h"
-#include "platform/posix/posix_process.h"
 #include "platform/posix/user_folders.h"
-#include "platform/surroundings.h"
-#include "settings_places.h"
 
 namespace ostrand::cli {
 namespace {
@@ -27,34 +23,43 @@ bool readEpoch(std::optional<std::int64_t>& epoch) {
 
 }  // namespace
 
-ExitCode ForEachProject(const CommandLine& line, ProjectCommand command) {
+platform::Surroundings CliHost::Around(platform::Forms& shown) {
+  return {files,
+          clock,
+          shown,
+          processes,
+          places.settings,
+          places.registry,
+          platform::TemporaryFolder()};
+}
+
+std::unique_ptr<CliHost> HostOf(const CommandLine& line, ExitCode& refused) {
   std::optional<std::int64_t> epoch;
-  if (!readEpoch(epoch)) return kWrongUsage;
-  platform::PosixFileSystem files(line.syncing);
-  platform::PosixClock clock(epoch);
-  platform::TerminalForms forms(line.answers);
-  platform::PosixProcesses processes;
-  SettingsPlaces places(line.syncing);
-  const platform::Surroundings around{files,
-                                      clock,
-                                      forms,
-                                      processes,
-                                      places.settings,
-                                      places.registry,
-                                      platform::TemporaryFolder()};
-  if (!line.outputFolder.empty() && !files.IsFolder(line.outputFolder)) {
-    Complain(line.outputFolder + " is no folder");
-    return kFault;
+  if (!readEpoch(epoch)) {
+    refused = kWrongUsage;
+    return nullptr;
   }
-  OstrandEvents nobodyListens;
-  ProjectRun run{line, files, forms, {}, 0};
+  auto host = std::make_unique<CliHost>(line, epoch);
+  if (!line.outputFolder.empty() && !host->files.IsFolder(line.outputFolder)) {
+    Complain(line.outputFolder + " is no folder");
+    refused = kFault;
+    host.reset();
+  }
+  return host;
+}
+
+ExitCode ForEachProject(const CommandLine& line, ProjectCommand command) {
   ExitCode result = kDone;
+  const auto host = HostOf(line, result);
+  if (!host) return result;
+  OstrandEvents nobodyListens;
+  ProjectRun run{line, host->files, host->forms, {}, 0};
   for (const std::string_view file : line.words) {
-    forms.Subject(file);
-    Ostrand session(TheStore(), around, nobodyListens);
+    host->forms.Subject(file);
+    Ostrand session(TheStore(), host->Around(host->forms), nobodyListens);
     session.HostApp(line.hostApp);
     const bool worked = command(run, session, file);
-    const bool toBeSeen = !forms.TakeBoxesShown().empty();
+    const bool toBeSeen = !host->forms.TakeBoxesShown().empty();
     if (!worked || toBeSeen) result = kFault;
     ++run.handled;
   }

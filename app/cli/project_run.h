@@ -1,14 +1,21 @@
 // Projects handled one by one, each in a session of its own.
 #pragma once
 
+#include <cstdint>
+#include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "command_line.h"
+#include "platform/posix/posix_clock.h"
 #include "platform/posix/posix_filesystem.h"
+#include "platform/posix/posix_process.h"
 #include "platform/posix/terminal_forms.h"
+#include "platform/surroundings.h"
 #include "session/ostrand.h"
+#include "settings_places.h"
 
 namespace ostrand::cli {
 
@@ -24,6 +31,25 @@ struct ProjectRun {
 // Handles one file; false when the user must see to something. A message box that it leaves behind
 // unseen counts as such.
 using ProjectCommand = bool (*)(ProjectRun& run, Ostrand& session, std::string_view file);
+
+// The machine as a command line sees it.
+struct CliHost {
+  explicit CliHost(const CommandLine& line, std::optional<std::int64_t> epoch)
+      : files(line.syncing), clock(epoch), forms(line.answers), places(line.syncing) {}
+
+  // For a session that shows its boxes through `shown`.
+  platform::Surroundings Around(platform::Forms& shown);
+
+  platform::PosixFileSystem files;
+  platform::PosixClock clock;
+  platform::TerminalForms forms;
+  platform::PosixProcesses processes;
+  SettingsPlaces places;
+};
+
+// The machine for a line; nothing, and the exit code in `refused`, when the line asks for what
+// there is not, which has been told then.
+std::unique_ptr<CliHost> HostOf(const CommandLine& line, ExitCode& refused);
 
 // Runs the command for every file of the line. A fault of one does not keep the next from its turn.
 ExitCode ForEachProject(const CommandLine& line, ProjectCommand command);

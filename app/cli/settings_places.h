@@ -13,6 +13,9 @@ struct SettingsPlaces {
       : ownFiles(syncing, platform::Readers::kOwner),
         settings(ownFiles, platform::UserSettingsPath()),
         registry(ownFiles, platform::MachineRegistryPath(), platform::UserSettingsPath()) {}
+  // The places know each other.
+  SettingsPlaces(const SettingsPlaces&) = delete;
+  SettingsPlaces& operator=(const SettingsPlaces&) = delete;
 
   platform::PosixFileSystem ownFiles;
   platform::PosixSettingsStore settings;

@@ -49,7 +49,7 @@ Ostrand::Ostrand(ProjectStore& store, const platform::Surroundings& around, Ostr
       baseName_(kNoName) {
   startProject(store_);
   AppPath(settings_.Compilers());
-  applyColors();
+  ApplyColors();
   takeTextBoxes();
   row_.DisableAll();
   Summarize();
@@ -79,14 +79,14 @@ void Ostrand::RegistryApp(std::string_view name) {
 
 void Ostrand::loadSettings() {
   settings_.LoadSettings(true);
-  applyColors();
+  ApplyColors();
   if (std::string notice = settings_.TakeNotice(); !notice.empty()) {
     around_.forms.ShowBox(
         {.title = "SETTINGS", .text = std::move(notice), .icon = platform::Icon::kInformation});
   }
 }
 
-void Ostrand::applyColors() {
+void Ostrand::ApplyColors() {
   appearance_ = {.FormBack = settings_.ColorValue(0),
                  .PanelBack = settings_.ColorValue(1),
                  .PanelText = settings_.ColorValue(2),
@@ -102,7 +102,7 @@ void Ostrand::GetSelectedColors(Settings::ColorTable& sColors) const {
 void Ostrand::SetSelectedColors(const Settings::ColorTable& sColors) {
   Guarded(around_.forms, "Ostrand.SetSelectedColors", [&] {
     settings_.SetSelectedColors(sColors);
-    applyColors();
+    ApplyColors();
   });
 }
 
@@ -119,7 +119,7 @@ void Ostrand::ShowOptions(std::string_view sOption) {
       settings_.LoadSettings(false);
     }
   });
-  applyColors();
+  ApplyColors();
   Summarize();
 }
 

@@ -184,6 +184,8 @@ class Ostrand {
   void KeyDown(Key key);
 
   [[nodiscard]] const Appearance& Colors() const { return appearance_; }
+  // Takes the colours of the settings.
+  void ApplyColors();
   // The summary as it was last drawn.
   [[nodiscard]] const RtfText& SummaryBox() const { return summary_; }
   // Draws the summary, which also sets `EstMeasTime`.
@@ -197,6 +199,7 @@ class Ostrand {
   // ---- State ------------------------------------------------------------------------------------
 
   [[nodiscard]] ProjectStore& Store() { return store_; }
+  [[nodiscard]] const platform::Surroundings& Around() const { return around_; }
   [[nodiscard]] Settings& UserSettings() { return settings_; }
   [[nodiscard]] const Settings& UserSettings() const { return settings_; }
   // Unsaved edits may exist.
@@ -245,7 +248,6 @@ class Ostrand {
   void showNotFound();
   void takeTextBoxes();
   void loadSettings();
-  void applyColors();
   void enableButtons();
   void runButton(int button);
   void saveByButton(bool send);

@@ -1,0 +1,45 @@
+// The commands that look at lists of CAN items.
+#include "can/pick_list_report.h"
+#include "commands.h"
+#include "project_run.h"
+#include "text/number.h"
+#include "text/strings.h"
+
+namespace ostrand::cli {
+namespace {
+
+ExitCode listItems(platform::FileSystem& files, const std::string& path) {
+  const Result<CanList> list = ReadCanList(files, path);
+  if (!list) {
+    Complain(list.ErrorText());
+    return kFault;
+  }
+  return Say(platform::TerminalText(CanListListing(path, list.Value()))) ? kDone : kFault;
+}
+
+ExitCode checkItems(platform::FileSystem& files, const std::string& path) {
+  const std::vector<CanListFinding> findings = CheckCanList(files, path);
+  std::string text;
+  ExitCode result = kDone;
+  for (const CanListFinding& finding : findings) {
+    text += path + ": ";
+    if (finding.Line > 0) text += "line " + NumberText(finding.Line) + ": ";
+    text += finding.Text + "\n";
+    if (finding.Wrong) result = kFault;
+  }
+  if (findings.empty()) text = path + ": all items can be picked\n";
+  return Say(platform::TerminalText(text)) ? result : kFault;
+}
+
+}  // namespace
+
+ExitCode LookAtCanList(const CommandLine& line) {
+  platform::PosixFileSystem files;
+  const std::string path(line.words[1]);
+  if (SameText(line.words[0], "list")) return listItems(files, path);
+  if (SameText(line.words[0], "check")) return checkItems(files, path);
+  Complain("a list of CAN items can be listed or checked, not " + std::string(line.words[0]));
+  return kWrongUsage;
+}
+
+}  // namespace ostrand::cli

@@ -1,0 +1,67 @@
+// The commands that work at the screens.
+#include "commands.h"
+#include "model/defaults.h"
+#include "project_run.h"
+#include "session/screen_script.h"
+
+namespace ostrand::cli {
+namespace {
+
+// A project on which every screen can be opened: a block of each kind, an item, a field.
+void makeSample(ProjectStore& store) {
+  store.Config.TK40MQty = 1;
+  store.Config.CanBusQty = 1;
+  store.TempBlock.BlockCount = store.VoltBlock.BlockCount = store.BridgeBlock.BlockCount = 1;
+  store.TK40MBlock.BlockCount = store.PulseBlock[0].BlockCount = 1;
+  store.TempBlock[1].Reps = store.VoltBlock[1].Reps = store.BridgeBlock[1].Reps = 1;
+  store.TK40MBlock[1].Reps = store.PulseBlock[0][1].Reps = 1;
+  store.Tables[1].TableOn = kTrue;
+  store.Can.CanCount = 1;
+  store.Can.Item[1].Reps = 1;
+}
+
+}  // namespace
+
+ExitCode PlayScreens(const CommandLine& line) {
+  ExitCode result = kFault;
+  const auto host = HostOf(line, result);
+  if (!host) return result;
+  const std::string_view file = line.words[0];
+  const std::string_view path = line.words[1];
+  const auto script = host->files.Read(path);
+  if (!script) {
+    Complain(script.ErrorText());
+    return kFault;
+  }
+  ScriptForms forms(host->forms);
+  OstrandEvents nobodyListens;
+  Ostrand session(TheStore(), host->Around(forms), nobodyListens);
+  ScreenScript player(session, forms, script.Value());
+  const bool opened = OpenProject(session, file);
+  if (const std::string box = forms.Unforeseen(); !box.empty()) {
+    Complain(std::string(file) + ": " + box);
+    return kFault;
+  }
+  if (!opened) return kFault;
+  if (const Result<> played = player.Run(); !played) {
+    Complain(std::string(path) + ": " + played.ErrorText());
+    return kFault;
+  }
+  ProjectRun run{line, host->files, host->forms, {}, 0};
+  return WriteProject(run, session) ? kDone : kFault;
+}
+
+ExitCode ListScreens(const CommandLine& line) {
+  ExitCode result = kFault;
+  const auto host = HostOf(line, result);
+  if (!host) return result;
+  ScriptForms forms(host->forms);
+  OstrandEvents nobodyListens;
+  Ostrand session(TheStore(), host->Around(forms), nobodyListens);
+  makeSample(session.Store());
+  const std::string text =
+      std::string(ScriptHelp()) + "\n" + platform::TerminalText(ScreenCatalog(session));
+  return Say(text) ? kDone : kFault;
+}
+
+}  // namespace ostrand::cli

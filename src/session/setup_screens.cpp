@@ -1,0 +1,198 @@
+#include "session/setup_screens.h"
+
+#include <array>
+
+#include "calc/frm_calculated.h"
+#include "calc/frm_solve_list.h"
+#include "can/frm_can_bus.h"
+#include "session/frm_opt_gen.h"
+#include "session/frm_opt_orvus.h"
+#include "setup/frm_brdg_block.h"
+#include "setup/frm_config.h"
+#include "setup/frm_excite.h"
+#include "setup/frm_execute.h"
+#include "setup/frm_flags.h"
+#include "setup/frm_fld_name.h"
+#include "setup/frm_out_int.h"
+#include "setup/frm_port_tables.h"
+#include "setup/frm_ports.h"
+#include "setup/frm_pulse_block.h"
+#include "setup/frm_temp_block.h"
+#include "setup/frm_tk40m_block.h"
+#include "setup/frm_volt_block.h"
+#include "text/number.h"
+#include "text/strings.h"
+
+namespace ostrand {
+namespace {
+
+ScreenContext contextOf(Ostrand& control, ScreenHost& host) {
+  const Settings& settings = control.UserSettings();
+  return {control.Store(),    control.Around().forms,        host,
+          settings.Options(), settings.WarningMessageMask(), settings.UserVarListTypes()};
+}
+
+// ---- What the screens of one room call up of another --------------------------------------------
+
+bool solve(const ScreenContext& context, const CalculatorSource& source, DefaultScaling& scaling) {
+  const std::optional<ScalingAnswer> answer = SolveScaling(context, source);
+  if (!answer) return false;
+  scaling.Mult = ToSingle(answer->multiplier).value_or(scaling.Mult);
+  if (answer->offset) scaling.Offset = ToSingle(*answer->offset).value_or(scaling.Offset);
+  if (!answer->units.empty()) scaling.Units = answer->units;
+  return true;
+}
+
+struct SourceKind {
+  OrvusDataObjTypes type;
+  std::string_view kind;  // to the calculators
+};
+constexpr std::array<SourceKind, 5> kSourceKinds = {{
+    {ORVUS_DOBJ_BLK_TEMP, "Temp"},
+    {ORVUS_DOBJ_BLK_VOLT, "Volts"},
+    {ORVUS_DOBJ_BLK_BRIDGE, "Brdg"},
+    {ORVUS_DOBJ_BLK_PULSE, "Pulse"},
+    {ORVUS_DOBJ_BLK_TK40M, "TK40M"},
+}};
+
+std::string sourceKindOf(OrvusDataObjTypes type) {
+  for (const SourceKind& row : kSourceKinds) {
+    if (row.type == type) return std::string(row.kind);
+  }
+  return {};
+}
+
+void editFieldNames(const ScreenContext& context, const FieldNamesRequest& request) {
+  FieldNamesHooks hooks;
+  // CAN items bring scaled values of their own.
+  if (const std::string kind = sourceKindOf(request.kind); !kind.empty()) {
+    hooks.Solve = [&context, kind](DefaultScaling& scaling) {
+      return solve(context, {.kind = "FieldGrid", .blockKind = kind}, scaling);
+    };
+  }
+  frmFldName names(context, request, hooks);
+  context.host.ShowModal(names);
+}
+
+SetupHooks hooksOf(const ScreenContext& context) {
+  SetupHooks hooks;
+  hooks.Solve = [context](const SolveSource& source, DefaultScaling& scaling) {
+    return solve(context,
+                 {.kind = std::string(source.kind),
+                  .onTemperature = source.onTemperature,
+                  .inVolts = source.inVolts,
+                  .inOhms = source.inOhms},
+                 scaling);
+  };
+  hooks.FieldNames = [context](const FieldNamesRequest& request) {
+    editFieldNames(context, request);
+  };
+  hooks.ReferenceOutput = [context] {
+    frmPortTables output(context, SingleValue::kTK40MRef);
+    context.host.ShowModal(output);
+  };
+  return hooks;
+}
+
+CanHooks canHooksOf(const ScreenContext& context) {
+  CanHooks hooks;
+  hooks.Outputs = [context](CanItemData& item, int number) {
+    frmPortTables output(context, {.caption = "CAN ITEM " + NumberText(number),
+                                   .source = item.Name,
+                                   .resolution = item.DataResolution,
+                                   .isPublic = item.Public,
+                                   .output = item.Output});
+    context.host.ShowModal(output);
+    return output.Result() == ModalResult::kDone;
+  };
+  hooks.FieldNames = [context](CanItemData& item, int number) {
+    const auto before = item.Alias;
+    editFieldNames(context, {.kind = ORVUS_DOBJ_BLK_QBCAN,
+                             .block = number,
+                             .name = item.Name,
+                             .defaults = DefaultScalingOf(item),
+                             .aliases = AliasesOf(item.Alias, item.Reps)});
+    return !(item.Alias == before);
+  };
+  return hooks;
+}
+
+// ---- The screens of the buttons -----------------------------------------------------------------
+
+template <class Form>
+void show(Ostrand& control, ScreenHost& host) {
+  Form form(contextOf(control, host));
+  host.ShowModal(form);
+}
+
+template <class Form>
+void showBlocks(Ostrand& control, ScreenHost& host) {
+  const ScreenContext context = contextOf(control, host);
+  Form form(context, hooksOf(context));
+  host.ShowModal(form);
+}
+
+void showCan(Ostrand& control, ScreenHost& host) {
+  const ScreenContext context = contextOf(control, host);
+  frmCanBus form(context, control.Around().files, control.GenFilePath(), canHooksOf(context));
+  host.ShowModal(form);
+}
+
+void showCalculated(Ostrand& control, ScreenHost& host) {
+  const ScreenContext context = contextOf(control, host);
+  const FormulaListPlace place{control.Around().files, control.Around().clock, control.WorkDir(),
+                               control.BaseName()};
+  frmCalculated form(context, place, [&context](int field) {
+    frmPortTables output(context, SingleValue::kCalcField, field);
+    context.host.ShowModal(output);
+  });
+  host.ShowModal(form);
+}
+
+struct ScreenRow {
+  int button;
+  std::string_view name;
+  void (*show)(Ostrand& control, ScreenHost& host);
+};
+
+constexpr std::array<ScreenRow, 13> kScreens = {{
+    {kConfigurationButton, "frmConfig", show<frmConfig>},
+    {kExecutionButton, "frmExecute", show<frmExecute>},
+    {kTablesButton, "frmOutInt", show<frmOutInt>},
+    {kThermocoupleButton, "frmTempBlock", showBlocks<frmTempBlock>},
+    {kVoltageButton, "frmVoltBlock", showBlocks<frmVoltBlock>},
+    {kBridgeButton, "frmBrdgBlock", showBlocks<frmBrdgBlock>},
+    {kPulseButton, "frmPulseBlock", showBlocks<frmPulseBlock>},
+    {kTK40MButton, "frmTK40MBlock", showBlocks<frmTK40MBlock>},
+    {kCanButton, "frmCanBus", showCan},
+    {kCalcFieldsButton, "frmCalculated", showCalculated},
+    {kPortsButton, "frmPorts", show<frmPorts>},
+    {kFlagsButton, "frmFlags", show<frmFlags>},
+    {kExciteButton, "frmExcite", show<frmExcite>},
+}};
+
+}  // namespace
+
+void ConnectSetupScreens(Ostrand& control, ScreenHost& host) {
+  for (const ScreenRow& row : kScreens) {
+    control.Screens()[row.button] = [&control, &host, &row] { row.show(control, host); };
+  }
+  control.ColorsScreen([&control, &host] {
+    frmOptGen form(contextOf(control, host), control.UserSettings(),
+                   [&control] { control.ApplyColors(); });
+    host.ShowModal(form);
+  });
+  control.SettingsScreen([&control, &host] {
+    frmOptOrvus form(contextOf(control, host), control.UserSettings());
+    host.ShowModal(form);
+  });
+}
+
+int ButtonOfScreen(std::string_view name) {
+  for (const ScreenRow& row : kScreens) {
+    if (SameText(row.name, name)) return row.button;
+  }
+  return -1;
+}
+
+}  // namespace ostrand
