@@ -36,14 +36,31 @@ constexpr std::array<NamedColor, 16> kStandardColors = {{
     {"White", 0xFFFFFF},
 }};
 // In the order of their numbers.
-constexpr std::array<std::string_view, 25> kSystemColors = {
-    "Scroll Bars",           "Desktop",          "Active Title Bar", "Inactive Title Bar",
-    "Menu Bar",              "Window",           "Window Frame",     "Menu Text",
-    "Window Text",           "Title Bar Text",   "Active Border",    "Inactive Border",
-    "Application Workspace", "Highlight",        "Highlight Text",   "Button Face",
-    "Button Shadow",         "Disabled Text",    "Button Text",      "Inactive Title Text",
-    "Button Highlight",      "Button Dark Edge", "Button Light",     "Tool Tip Text",
-    "Tool Tip"};
+constexpr std::array<std::string_view, 25> kSystemColors = {"Scroll Bars",
+                                                            "Desktop",
+                                                            "Active Title Bar",
+                                                            "Inactive Title Bar",
+                                                            "Menu Bar",
+                                                            "Window",
+                                                            "Window Frame",
+                                                            "Menu Text",
+                                                            "Window Text",
+                                                            "Title Bar Text",
+                                                            "Active Border",
+                                                            "Inactive Border",
+                                                            "Application Workspace",
+                                                            "Highlight",
+                                                            "Highlight Text",
+                                                            "Button Face",
+                                                            "Button Shadow",
+                                                            "Disabled Text",
+                                                            "Button Text",
+                                                            "Inactive Title Text",
+                                                            "Button Highlight",
+                                                            "Button Dark Edge",
+                                                            "Button Light",
+                                                            "Tool Tip Text",
+                                                            "Tool Tip"};
 
 constexpr i32 systemColor(int place) {
   return static_cast<i32>(0x80000000U | static_cast<std::uint32_t>(place));

@@ -84,8 +84,8 @@ void frmOptOrvus::load() {
   for (NumericField* field : {&DefaultScanInterval, &DefaultNumFlags, &DefaultTableNumRecs}) {
     field->Value(number(field->Name()));
   }
-  for (Choice* list : {&DefaultScanIntervalUnits, &DefaultDataType, &DefaultIntegrationCode,
-                       &DefaultInputType}) {
+  for (Choice* list :
+       {&DefaultScanIntervalUnits, &DefaultDataType, &DefaultIntegrationCode, &DefaultInputType}) {
     list->Index(number(list->Name()));
   }
   DefaultTableAutoSize.Checked(number(DefaultTableAutoSize.Name()) != 0);
@@ -116,12 +116,11 @@ void frmOptOrvus::move(int step) {
 
 // Bits of the mask without a box stay as they are, and so does a code that no list shows.
 bool frmOptOrvus::onDone() {
-  for (const NumericField* field :
-       {&DefaultScanInterval, &DefaultNumFlags, &DefaultTableNumRecs}) {
+  for (const NumericField* field : {&DefaultScanInterval, &DefaultNumFlags, &DefaultTableNumRecs}) {
     store(field->Name(), field->Value());
   }
-  for (const Choice* list : {&DefaultScanIntervalUnits, &DefaultDataType, &DefaultIntegrationCode,
-                             &DefaultInputType}) {
+  for (const Choice* list :
+       {&DefaultScanIntervalUnits, &DefaultDataType, &DefaultIntegrationCode, &DefaultInputType}) {
     if (list->Index() >= 0) store(list->Name(), list->Index());
   }
   store(DefaultTableAutoSize.Name(), DefaultTableAutoSize.Checked() ? 1 : 0);

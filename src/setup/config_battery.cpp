@@ -87,10 +87,9 @@ void BatterySaverPanel::Load() {
 }
 
 void BatterySaverPanel::Show(bool visible) {
-  for (Control* control : std::initializer_list<Control*>{&SaverText, &DefaultBattVolt,
-                                                          &BattTripVolts, &DoNotRetry,
-                                                          &RetryInterval, &BattRetryMins,
-                                                          &SaverInterval}) {
+  for (Control* control :
+       std::initializer_list<Control*>{&SaverText, &DefaultBattVolt, &BattTripVolts, &DoNotRetry,
+                                       &RetryInterval, &BattRetryMins, &SaverInterval}) {
     control->Visible = visible;
   }
 }

@@ -76,9 +76,8 @@ constexpr TimeMembers kTimeOn = {{&C::TimeOnYear, &C::TimeOnMonth, &C::TimeOnDay
 
 bool isUnset(const Configuration& config, const TimeMembers& members, std::string_view picture) {
   if (picture != kNoTime) return false;
-  return std::all_of(members.values.begin(), members.values.end(), [&](i16 C::* member) {
-    return member == nullptr || config.*member == 0;
-  });
+  return std::all_of(members.values.begin(), members.values.end(),
+                     [&](i16 C::*member) { return member == nullptr || config.*member == 0; });
 }
 
 // Whether a part of the moment that the picture shows is open.
@@ -106,7 +105,8 @@ OpenMoment timeOn(const Configuration& config) {
   for (int p = 0; p < OpenMoment::kWeekDay; ++p) {
     const Part part = partAt(p);
     const int value = config.*kTimeOn.values[part];
-    const bool open = value == 0 && (kParts[part].least > 0 || isHyphens(config.PowerOnString, part));
+    const bool open =
+        value == 0 && (kParts[part].least > 0 || isHyphens(config.PowerOnString, part));
     if (!open) moment[part] = value;
   }
   return moment;
@@ -383,8 +383,8 @@ void PowerPanel::Show(bool visible) {
   for (Control* control : std::initializer_list<Control*>{
            &EnablePowerOff, &Condition.MeasVar, &Condition.Compare, &Condition.Value,
            &Condition.Expression, &RemainOff, &PowerOffTime, &PowerOffMins, &PowerOffInterval,
-           &PowerOffCode, &EnableTime, &PowerOffString, &RemainPOOff, &PowerOffPOTime,
-           &PowerOnMins, &PowerOnInterval, &EnableOnTime, &PowerOnString}) {
+           &PowerOffCode, &EnableTime, &PowerOffString, &RemainPOOff, &PowerOffPOTime, &PowerOnMins,
+           &PowerOnInterval, &EnableOnTime, &PowerOnString}) {
     control->Visible = visible;
   }
   refresh();

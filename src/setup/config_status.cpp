@@ -22,9 +22,9 @@ constexpr std::string_view kFields[] = {
 };
 
 int placeOf(const Choice& list, std::string_view text) {
-  const auto at = std::find_if(
-      list.Items.begin(), list.Items.end(),
-      [&](const Choice::Item& item) { return SameText(Trim(item.Text), Trim(text)); });
+  const auto at = std::find_if(list.Items.begin(), list.Items.end(), [&](const Choice::Item& item) {
+    return SameText(Trim(item.Text), Trim(text));
+  });
   return at == list.Items.end() ? -1 : static_cast<int>(at - list.Items.begin());
 }
 

@@ -11,7 +11,7 @@ namespace {
 std::string flagText(int flagNumber) { return "Flag(" + NumberText(flagNumber) + ")"; }
 
 struct TableFlag {
-  i16 OutputTable::* member;
+  i16 OutputTable::*member;
   std::string_view role;
 };
 constexpr TableFlag kTableFlags[] = {
@@ -49,9 +49,8 @@ std::string zeroUsers(const ProjectStore& store, int flagNumber) {
 // `users` are lines, each with its end.
 bool askToFree(platform::Forms& forms, const std::string& firstLine, const std::string& users) {
   if (users.empty()) return false;
-  const std::string text =
-      JoinLines({firstLine, "desired with this logic. These are selected:", "", users,
-                 "WOULD YOU LIKE THE ABOVE DISABLED NOW?"});
+  const std::string text = JoinLines({firstLine, "desired with this logic. These are selected:", "",
+                                      users, "WOULD YOU LIKE THE ABOVE DISABLED NOW?"});
   return Ask(forms, "ZERO SUBROUTINE WARNING", text, platform::Buttons::kYesNo) ==
          platform::Answer::kYes;
 }

@@ -41,9 +41,8 @@ bool anyPortIncluded(const ProjectStore& store) {
 
 bool isCardUsed(const ProjectStore& store) {
   const auto& tables = store.Tables.Table;
-  return std::any_of(tables.begin(), tables.end(), [](const OutputTable& table) {
-    return table.TableLocation == kCard;
-  });
+  return std::any_of(tables.begin(), tables.end(),
+                     [](const OutputTable& table) { return table.TableLocation == kCard; });
 }
 
 }  // namespace
@@ -83,10 +82,6 @@ frmConfig::frmConfig(const ScreenContext& context, frmPortTables::AskParameters 
   Power.OnFlag = [this](int flagNumber) { CheckFlagUsage(Forms(), store(), flagNumber); };
   bindBoxes();
   load();
-}
-
-frmConfig::~frmConfig() {
-  if (Result() != ModalResult::kDone) config() = before_;
 }
 
 void frmConfig::bindBoxes() {
@@ -169,8 +164,8 @@ void frmConfig::takeTK40MQty() {
 
 void frmConfig::takeAutoChan() {
   const int total = AutoSelectionTotal(store());
-  const bool refused = AutoChan.Index() == kAutomatic && config().AutoChan == kFalse &&
-                       !AutoSelectionFits(total);
+  const bool refused =
+      AutoChan.Index() == kAutomatic && config().AutoChan == kFalse && !AutoSelectionFits(total);
   if (refused) {
     platform::MessageBox refusal;
     refusal.title = "MEASURE COUNT TOO HIGH";
@@ -230,7 +225,7 @@ void frmConfig::showPanels() {
 }
 
 bool frmConfig::onDone() {
-  const int before = before_.TK40MQty;
+  const int before = before_.Before().TK40MQty;
   const int now = config().TK40MQty;
   if (now == 0 && before > 0 && store().TK40MBlock.BlockCount > 0 && !askToDeleteBlocks()) {
     config().TK40MQty = static_cast<i16>(before);
@@ -239,13 +234,13 @@ bool frmConfig::onDone() {
   }
   if (now > before) freeMultiplexerPorts();
   if (cardCleared_) moveTablesOffCard();
+  before_.Keep();
   return true;
 }
 
 bool frmConfig::askToDeleteBlocks() {
-  const std::string text =
-      JoinLines({"Warning:",
-                 "If you proceed with this change, all TK40M blocks will be deleted. Continue?"});
+  const std::string text = JoinLines(
+      {"Warning:", "If you proceed with this change, all TK40M blocks will be deleted. Continue?"});
   if (Ask(Forms(), "Delete TK40M?", text, platform::Buttons::kYesNo) != platform::Answer::kYes) {
     return false;
   }
@@ -274,7 +269,7 @@ void frmConfig::moveTablesOffCard() {
 }
 
 bool frmConfig::onCancel() {
-  config() = before_;
+  before_.PutBack();
   return true;
 }
 

@@ -3,6 +3,7 @@
 
 #include <array>
 
+#include "setup/backup.h"
 #include "setup/conditions.h"
 #include "setup/config_battery.h"
 #include "setup/config_power.h"
@@ -22,7 +23,6 @@ class frmConfig : public Screen {
  public:
   // `askParameters` is for the outputs of the battery and of the panel's temperature.
   explicit frmConfig(const ScreenContext& context, frmPortTables::AskParameters askParameters = {});
-  ~frmConfig() override;
 
   TextField CanBusQty;
   TextField TK40MQty;
@@ -45,7 +45,9 @@ class frmConfig : public Screen {
 
  private:
   [[nodiscard]] Configuration& config() const { return store().Config; }
-  [[nodiscard]] CheckBox& box(int entry) { return MonitorPower[static_cast<std::size_t>(entry - 1)]; }
+  [[nodiscard]] CheckBox& box(int entry) {
+    return MonitorPower[static_cast<std::size_t>(entry - 1)];
+  }
 
   void load();
   void bindBoxes();
@@ -64,7 +66,7 @@ class frmConfig : public Screen {
   void moveTablesOffCard();
 
   frmPortTables::AskParameters askParameters_;
-  Configuration before_;
+  Backup<Configuration> before_;
   bool cardCleared_ = false;  // tables on the card go to the memory
 };
 

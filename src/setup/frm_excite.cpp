@@ -91,9 +91,7 @@ frmExcite::frmExcite(const ScreenContext& context)
   ExcitePublic.Checked(store().ExciteOut.ExcitePublic != kFalse);
 }
 
-frmExcite::~frmExcite() {
-  if (Result() != ModalResult::kDone) store().ExciteOut = before_;
-}
+frmExcite::~frmExcite() = default;
 
 void frmExcite::bind(int port) {
   ChannelControls& controls = at(port);
@@ -116,9 +114,7 @@ void frmExcite::bind(int port) {
   controls.CurrentOut.OnPick = onClick([](ExciteChannel& channel, ChannelControls& from) {
     channel.CurrentOut = from.CurrentOut.Index() == 1 ? 1 : 0;
   });
-  controls.ViewCode.OnPress = [this, port] {
-    ShowCode(Forms(), "EXCITATION CODE", codeOf(port));
-  };
+  controls.ViewCode.OnPress = [this, port] { ShowCode(Forms(), "EXCITATION CODE", codeOf(port)); };
 }
 
 void frmExcite::bindStates(int port) {
@@ -178,9 +174,8 @@ void frmExcite::refresh(int port) {
   controls.PortMessage.Text("Port CAO" + number +
                             (byBridge ? " is used by a bridge measurement." : " is free."));
   const bool dynamic = controls.DynamicStatic.Index() == kDynamic;
-  controls.State1.ToolTip = (dynamic ? "Enter a value for State 1 of channel "
-                                     : "Enter a value for channel ") +
-                            number;
+  controls.State1.ToolTip =
+      (dynamic ? "Enter a value for State 1 of channel " : "Enter a value for channel ") + number;
   controls.State2.ToolTip = "Enter a value for State 2 of channel " + number;
   controls.State2.Enabled = dynamic;
   for (ConditionControls* row : {&controls.Condition1, &controls.Condition2}) {
@@ -231,7 +226,10 @@ std::string frmExcite::incomplete() {
 // OK takes the incomplete channels out of the program, Cancel goes back to them.
 bool frmExcite::onDone() {
   const std::string rows = incomplete();
-  if (rows.empty()) return true;
+  if (rows.empty()) {
+    before_.Keep();
+    return true;
+  }
   const std::string text = JoinLines(
       {"The following ports have been selected as dynamic, ",
        "but there are no expressions configured for the states as shown:", "", rows, "",
@@ -243,11 +241,12 @@ bool frmExcite::onDone() {
   for (int port = 1; port <= kChannels; ++port) {
     if (lacksCondition(port)) stored(port).Include = kFalse;
   }
+  before_.Keep();
   return true;
 }
 
 bool frmExcite::onCancel() {
-  store().ExciteOut = before_;
+  before_.PutBack();
   return true;
 }
 

@@ -57,9 +57,7 @@ frmFlags::frmFlags(const ScreenContext& context)
   }
 }
 
-frmFlags::~frmFlags() {
-  if (Result() != ModalResult::kDone) store().Flags = before_;
-}
+frmFlags::~frmFlags() = default;
 
 void frmFlags::bind(int number) {
   FlagControls& controls = at(number);
@@ -130,9 +128,9 @@ void frmFlags::refresh(int number) {
   showLite(controls.Lite2, !controls.FlagOn.Checked());
   // Flags beyond those that the user wants to see stay out of the way until they are in use.
   const bool visible = include || number <= context().options.DefaultNumFlags;
-  for (Control* control : std::initializer_list<Control*>{
-           &controls.FlagInclude, &controls.FlagOn, &controls.Lite1, &controls.Lite2,
-           &controls.Message, &controls.ViewCode}) {
+  for (Control* control :
+       std::initializer_list<Control*>{&controls.FlagInclude, &controls.FlagOn, &controls.Lite1,
+                                       &controls.Lite2, &controls.Message, &controls.ViewCode}) {
     control->Visible = visible;
   }
   for (const int state : {1, 2}) ShowState(controls.State(state), visible);
@@ -158,11 +156,12 @@ bool frmFlags::onDone() {
     if (at(f).freeTables) FreeTables(store(), f);
     if (at(f).freeBlocks) FreeZeroBlocks(store(), f);
   }
+  before_.Keep();
   return true;
 }
 
 bool frmFlags::onCancel() {
-  store().Flags = before_;
+  before_.PutBack();
   return true;
 }
 

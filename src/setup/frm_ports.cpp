@@ -12,8 +12,7 @@ namespace ostrand {
 namespace {
 
 constexpr std::string_view kViewTitle = "VIEW CODE";
-constexpr std::string_view kDeselected =
-    "*** Code Will Not be Generated for De-Selected Mode ***";
+constexpr std::string_view kDeselected = "*** Code Will Not be Generated for De-Selected Mode ***";
 constexpr std::size_t kBits = PanelControlPorts;
 
 ConditionControlNames stateNames(int state, const std::string& port) {
@@ -146,9 +145,7 @@ frmPorts::frmPorts(const ScreenContext& context)
   refresh();
 }
 
-frmPorts::~frmPorts() {
-  if (Result() != ModalResult::kDone) store().Ports = before_;
-}
+frmPorts::~frmPorts() = default;
 
 void frmPorts::bindModes() {
   ByteMode.OnPick = [this] {
@@ -252,18 +249,18 @@ void frmPorts::refresh(int port) {
       !isTheByte && port > PanelControlPorts - 2 && store().Config.TK40MQty > 0;
   const bool conditions = !(isTheByte && isRead());
   const bool include = controls.Include.Checked();
-  controls.Message.Text(
-      include && conditions ? MissingStates(controls.State1, controls.State2) : "");
+  controls.Message.Text(include && conditions ? MissingStates(controls.State1, controls.State2)
+                                              : "");
   const auto showLite = [&](Label& lite, bool high) {
     lite.Text(high ? "Red" : "Gray");
-    lite.ToolTip =
-        (high ? "Red lite indicates the high state of port " : "Gray lite indicates the low state of port ") +
-        NumberText(port) + (high ? " (5 Volts)." : " (0 Volts).");
+    lite.ToolTip = (high ? "Red lite indicates the high state of port "
+                         : "Gray lite indicates the low state of port ") +
+                   NumberText(port) + (high ? " (5 Volts)." : " (0 Volts).");
   };
   showLite(controls.Lite1, controls.Polarity.Checked());
   showLite(controls.Lite2, !controls.Polarity.Checked());
-  for (Control* control : std::initializer_list<Control*>{
-           &controls.Include, &controls.Message, &controls.ViewCode}) {
+  for (Control* control :
+       std::initializer_list<Control*>{&controls.Include, &controls.Message, &controls.ViewCode}) {
     control->Visible = !ofMultiplexers;
   }
   for (Control* control :
@@ -293,7 +290,9 @@ void frmPorts::viewCode(int port) {
   }
   std::string code = isTheByte ? byteCode() : bitCode(port);
   if (isTheByte != isByte()) code = JoinLines({kDeselected, code});
-  const std::string_view title = reads ? "READIO CODE" : isTheByte ? "WRITEIO CODE" : "PORTSET CODE";
+  const std::string_view title = reads       ? "READIO CODE"
+                                 : isTheByte ? "WRITEIO CODE"
+                                             : "PORTSET CODE";
   ShowCode(Forms(), title, std::move(code));
 }
 
@@ -322,8 +321,13 @@ std::string frmPorts::byteCode() const {
                     "End If", "WriteIO(" + mask(2) + ",WritPort)"});
 }
 
+bool frmPorts::onDone() {
+  before_.Keep();
+  return true;
+}
+
 bool frmPorts::onCancel() {
-  store().Ports = before_;
+  before_.PutBack();
   return true;
 }
 
