@@ -16,6 +16,9 @@ void makeSample(ProjectStore& store) {
   store.TempBlock[1].Reps = store.VoltBlock[1].Reps = store.BridgeBlock[1].Reps = 1;
   store.TK40MBlock[1].Reps = store.PulseBlock[0][1].Reps = 1;
   store.Tables[1].TableOn = kTrue;
+  for (int code = kHistogram; code <= kLevelCrossing; ++code) {
+    store.VoltBlock[1].Output.OutputSelect[1][code] = 1;
+  }
   store.Can.CanCount = 1;
   store.Can.Item[1].Reps = 1;
 }

@@ -429,10 +429,13 @@ constexpr std::array<KindRow, 6> kKinds = {{
 class CatalogHost : public ScreenHost {
  public:
   void ShowModal(Screen& screen) override {
-    if (std::find(seen_.begin(), seen_.end(), screen.Name()) == seen_.end()) {
+    if (!wasSeen(screen.Name())) {
       seen_.push_back(screen.Name());
       describe(screen);
-      for (const Screen::Opener& opener : screen.Openers()) opener.open("1");
+    }
+    // What a screen opens depends on who opened it.
+    for (const Screen::Opener& opener : screen.Openers()) {
+      if (!wasSeen(opener.name)) opener.open("1");
     }
     screen.End(ModalResult::kCancel);
   }
@@ -462,6 +465,10 @@ class CatalogHost : public ScreenHost {
       Text += "\r\n";
     }
     Text += "\r\n";
+  }
+
+  [[nodiscard]] bool wasSeen(const std::string& name) const {
+    return std::find(seen_.begin(), seen_.end(), name) != seen_.end();
   }
 
   // The first items; a long list goes on as it began.

@@ -42,7 +42,7 @@ constexpr std::array<PartRow, OpenMoment::kParts> kParts = {{
 constexpr std::array<Part, 3> kDateParts = {OpenMoment::kYear, OpenMoment::kMonth,
                                             OpenMoment::kDay};
 
-Part partAt(int place) { return static_cast<Part>(place); }
+Part partAt(std::size_t place) { return static_cast<Part>(place); }
 
 bool isLeap(int year) { return year % 4 == 0 && (year % 100 != 0 || year % 400 == 0); }
 
@@ -91,7 +91,7 @@ OpenMoment timeOff(const Configuration& config) {
   if (config.TimeOffWkDayShow == kFalse && isUnset(config, kTimeOff, config.PowerOffString)) {
     return moment;
   }
-  for (int p = 0; p < OpenMoment::kParts; ++p) {
+  for (std::size_t p = 0; p < OpenMoment::kParts; ++p) {
     const Part part = partAt(p);
     if (config.*kTimeOff.shown[part] != kFalse) moment[part] = config.*kTimeOff.values[part];
   }
@@ -102,7 +102,7 @@ OpenMoment timeOff(const Configuration& config) {
 OpenMoment timeOn(const Configuration& config) {
   OpenMoment moment;
   if (isUnset(config, kTimeOn, config.PowerOnString)) return moment;
-  for (int p = 0; p < OpenMoment::kWeekDay; ++p) {
+  for (std::size_t p = 0; p < OpenMoment::kWeekDay; ++p) {
     const Part part = partAt(p);
     const int value = config.*kTimeOn.values[part];
     const bool open =
@@ -116,7 +116,7 @@ OpenMoment timeOn(const Configuration& config) {
 // not set, which never comes.
 void storeTimeOff(const OpenMoment& moment, Configuration& config) {
   const bool unset = moment.IsOpen();
-  for (int p = 0; p < OpenMoment::kParts; ++p) {
+  for (std::size_t p = 0; p < OpenMoment::kParts; ++p) {
     const Part part = partAt(p);
     const bool shown = unset ? part != OpenMoment::kWeekDay : moment[part].has_value();
     config.*kTimeOff.shown[part] = shown ? kTrue : kFalse;
@@ -126,7 +126,7 @@ void storeTimeOff(const OpenMoment& moment, Configuration& config) {
 }
 
 void storeTimeOn(const OpenMoment& moment, Configuration& config) {
-  for (int p = 0; p < OpenMoment::kWeekDay; ++p) {
+  for (std::size_t p = 0; p < OpenMoment::kWeekDay; ++p) {
     const Part part = partAt(p);
     config.*kTimeOn.values[part] = static_cast<i16>(moment[part].value_or(0));
   }
@@ -161,7 +161,7 @@ int DaysOfMonth(std::optional<int> month, std::optional<int> year) {
 
 std::string MomentPicture(const OpenMoment& moment) {
   std::string picture(kNoTime);
-  for (int p = 0; p < OpenMoment::kWeekDay; ++p) {
+  for (std::size_t p = 0; p < OpenMoment::kWeekDay; ++p) {
     const Part part = partAt(p);
     if (!moment[part]) continue;
     const bool known = part != OpenMoment::kMonth || (*moment[part] >= 1 && *moment[part] <= 12);
@@ -173,7 +173,7 @@ std::string MomentPicture(const OpenMoment& moment) {
 }
 
 MomentLists::MomentLists(Screen& screen, std::string_view prefix, bool weekDays) {
-  for (int p = 0; p < OpenMoment::kParts; ++p) {
+  for (std::size_t p = 0; p < OpenMoment::kParts; ++p) {
     const Part part = partAt(p);
     if (part == OpenMoment::kWeekDay && !weekDays) continue;
     const PartRow& row = kParts[part];
@@ -204,14 +204,14 @@ void MomentLists::setIndex(Part part, std::optional<int> value) {
 
 void MomentLists::Load(const OpenMoment& moment) {
   setting_ = true;
-  for (int p = 0; p < OpenMoment::kParts; ++p) setIndex(partAt(p), moment[partAt(p)]);
+  for (std::size_t p = 0; p < OpenMoment::kParts; ++p) setIndex(partAt(p), moment[partAt(p)]);
   setting_ = false;
   fitDays();
 }
 
 OpenMoment MomentLists::Moment() const {
   OpenMoment moment;
-  for (int p = 0; p < OpenMoment::kParts; ++p) {
+  for (std::size_t p = 0; p < OpenMoment::kParts; ++p) {
     const Part part = partAt(p);
     const Choice* list = lists_[part].get();
     if (list == nullptr || list->Index() < 1) continue;
@@ -244,8 +244,8 @@ void MomentLists::fitDays() {
 // A week day takes the place of the date.
 void MomentLists::Show(bool visible, bool enabled) {
   const bool byWeekDay = Moment()[OpenMoment::kWeekDay].has_value();
-  for (int p = 0; p < OpenMoment::kParts; ++p) {
-    Choice* list = lists_[static_cast<std::size_t>(p)].get();
+  for (std::size_t p = 0; p < OpenMoment::kParts; ++p) {
+    Choice* list = lists_[p].get();
     if (list == nullptr) continue;
     const bool isDate =
         std::find(kDateParts.begin(), kDateParts.end(), partAt(p)) != kDateParts.end();

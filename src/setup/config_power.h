@@ -18,7 +18,7 @@ namespace ostrand {
 
 // A moment of which each part may be left open: "any".
 struct OpenMoment {
-  enum Part : int { kYear, kMonth, kDay, kHour, kMinute, kSecond, kWeekDay, kParts };
+  enum Part : std::size_t { kYear, kMonth, kDay, kHour, kMinute, kSecond, kWeekDay, kParts };
   std::array<std::optional<int>, kParts> parts;  // months from 1, week days from 1, Sunday
 
   [[nodiscard]] const std::optional<int>& operator[](Part part) const { return parts[part]; }

@@ -83,10 +83,6 @@ frmConfig::frmConfig(const ScreenContext& context)
   load();
 }
 
-frmConfig::~frmConfig() {
-  if (Result() != ModalResult::kDone) config() = before_;
-}
-
 void frmConfig::bindBoxes() {
   for (int entry = kMonitorBattery; entry <= kMonitorStatus; ++entry) {
     box(entry).Caption = kBoxCaptions[static_cast<std::size_t>(entry - 1)];
@@ -228,7 +224,7 @@ void frmConfig::showPanels() {
 }
 
 bool frmConfig::onDone() {
-  const int before = before_.TK40MQty;
+  const int before = before_.Before().TK40MQty;
   const int now = config().TK40MQty;
   if (now == 0 && before > 0 && store().TK40MBlock.BlockCount > 0 && !askToDeleteBlocks()) {
     config().TK40MQty = static_cast<i16>(before);
@@ -237,6 +233,7 @@ bool frmConfig::onDone() {
   }
   if (now > before) freeMultiplexerPorts();
   if (cardCleared_) moveTablesOffCard();
+  before_.Keep();
   return true;
 }
 
@@ -271,7 +268,7 @@ void frmConfig::moveTablesOffCard() {
 }
 
 bool frmConfig::onCancel() {
-  config() = before_;
+  before_.PutBack();
   return true;
 }
 

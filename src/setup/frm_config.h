@@ -3,6 +3,7 @@
 
 #include <array>
 
+#include "setup/backup.h"
 #include "setup/conditions.h"
 #include "setup/config_battery.h"
 #include "setup/config_power.h"
@@ -21,7 +22,6 @@ class frmConfig : public Screen {
 
  public:
   explicit frmConfig(const ScreenContext& context);
-  ~frmConfig() override;
 
   TextField CanBusQty;
   TextField TK40MQty;
@@ -64,7 +64,7 @@ class frmConfig : public Screen {
   void freeMultiplexerPorts();
   void moveTablesOffCard();
 
-  Configuration before_;
+  Backup<Configuration> before_;
   bool cardCleared_ = false;  // tables on the card go to the memory
 };
 

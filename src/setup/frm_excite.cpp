@@ -91,9 +91,7 @@ frmExcite::frmExcite(const ScreenContext& context)
   ExcitePublic.Checked(store().ExciteOut.ExcitePublic != kFalse);
 }
 
-frmExcite::~frmExcite() {
-  if (Result() != ModalResult::kDone) store().ExciteOut = before_;
-}
+frmExcite::~frmExcite() = default;
 
 void frmExcite::bind(int port) {
   ChannelControls& controls = at(port);
@@ -228,7 +226,10 @@ std::string frmExcite::incomplete() {
 // OK takes the incomplete channels out of the program, Cancel goes back to them.
 bool frmExcite::onDone() {
   const std::string rows = incomplete();
-  if (rows.empty()) return true;
+  if (rows.empty()) {
+    before_.Keep();
+    return true;
+  }
   const std::string text = JoinLines(
       {"The following ports have been selected as dynamic, ",
        "but there are no expressions configured for the states as shown:", "", rows, "",
@@ -240,11 +241,12 @@ bool frmExcite::onDone() {
   for (int port = 1; port <= kChannels; ++port) {
     if (lacksCondition(port)) stored(port).Include = kFalse;
   }
+  before_.Keep();
   return true;
 }
 
 bool frmExcite::onCancel() {
-  store().ExciteOut = before_;
+  before_.PutBack();
   return true;
 }
 

@@ -3,6 +3,7 @@
 
 #include <memory>
 
+#include "setup/backup.h"
 #include "setup/conditions.h"
 #include "setup/controls/choice.h"
 #include "setup/controls/screen.h"
@@ -42,7 +43,7 @@ class frmExcite : public Screen {
   [[nodiscard]] bool lacksCondition(int port);
 
   ConditionVariables variables_;
-  ExciteControl before_;
+  Backup<ExciteControl> before_;
   Row<std::unique_ptr<ChannelControls>, 1, kChannels> channels_;
 };
 

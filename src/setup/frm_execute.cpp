@@ -65,10 +65,6 @@ frmExecute::frmExecute(const ScreenContext& context)
   load();
 }
 
-frmExecute::~frmExecute() {
-  if (Result() != ModalResult::kDone) store().Scan = before_;
-}
-
 void frmExecute::load() {
   const Loading loading(*this);
   const ScanSetup& scan = store().Scan;
@@ -186,19 +182,20 @@ void frmExecute::showBuffer() {
 bool frmExecute::onDone() {
   ScanSetup& scan = store().Scan;
   scan.ScanBuffer = scan.BurstMode != kFalse ? "1" : "0";
-  const bool sameInterval =
-      scan.ExecutionTime == before_.ExecutionTime && scan.ExecTimeUnits == before_.ExecTimeUnits;
+  const bool sameInterval = scan.ExecutionTime == before_.Before().ExecutionTime &&
+                            scan.ExecTimeUnits == before_.Before().ExecTimeUnits;
   if (!sameInterval) {
     const CalcVarRefs noRefs;
     const CheckContext checks{store(), Forms(), context().WarningMessageMask, noRefs};
     i16 table = 0;
     ORVUS_COMMON::CheckTableIntervals(checks, kScanScreen, table);
   }
+  before_.Keep();
   return true;
 }
 
 bool frmExecute::onCancel() {
-  store().Scan = before_;
+  before_.PutBack();
   return true;
 }
 

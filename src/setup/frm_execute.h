@@ -2,6 +2,7 @@
 #pragma once
 
 #include "model/store.h"
+#include "setup/backup.h"
 #include "setup/controls/choice.h"
 #include "setup/controls/numeric_field.h"
 #include "setup/controls/screen.h"
@@ -12,7 +13,6 @@ namespace ostrand {
 class frmExecute : public Screen {
  public:
   explicit frmExecute(const ScreenContext& context);
-  ~frmExecute() override;
 
   NumericField ExecutionTime;
   Choice ExecTimeUnits;  // by their codes
@@ -45,7 +45,7 @@ class frmExecute : public Screen {
   void showInterval();
   void showBuffer();
 
-  ScanSetup before_;
+  Backup<ScanSetup> before_;
   float interval_ = 0;  // the last one that could be taken
 };
 

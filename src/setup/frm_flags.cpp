@@ -57,9 +57,7 @@ frmFlags::frmFlags(const ScreenContext& context)
   }
 }
 
-frmFlags::~frmFlags() {
-  if (Result() != ModalResult::kDone) store().Flags = before_;
-}
+frmFlags::~frmFlags() = default;
 
 void frmFlags::bind(int number) {
   FlagControls& controls = at(number);
@@ -158,11 +156,12 @@ bool frmFlags::onDone() {
     if (at(f).freeTables) FreeTables(store(), f);
     if (at(f).freeBlocks) FreeZeroBlocks(store(), f);
   }
+  before_.Keep();
   return true;
 }
 
 bool frmFlags::onCancel() {
-  store().Flags = before_;
+  before_.PutBack();
   return true;
 }
 

@@ -4,6 +4,7 @@
 #include <array>
 #include <memory>
 
+#include "setup/backup.h"
 #include "setup/conditions.h"
 #include "setup/controls/choice.h"
 #include "setup/controls/screen.h"
@@ -34,7 +35,7 @@ class frmFlags : public Screen {
   void viewCode(int number);
 
   ConditionVariables variables_;
-  Row<FlagControl, 1, kFlags> before_;
+  Backup<Row<FlagControl, 1, kFlags>> before_;
   Row<std::unique_ptr<FlagControls>, 1, kFlags> flags_;
 };
 

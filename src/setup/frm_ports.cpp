@@ -145,9 +145,7 @@ frmPorts::frmPorts(const ScreenContext& context)
   refresh();
 }
 
-frmPorts::~frmPorts() {
-  if (Result() != ModalResult::kDone) store().Ports = before_;
-}
+frmPorts::~frmPorts() = default;
 
 void frmPorts::bindModes() {
   ByteMode.OnPick = [this] {
@@ -323,8 +321,13 @@ std::string frmPorts::byteCode() const {
                     "End If", "WriteIO(" + mask(2) + ",WritPort)"});
 }
 
+bool frmPorts::onDone() {
+  before_.Keep();
+  return true;
+}
+
 bool frmPorts::onCancel() {
-  store().Ports = before_;
+  before_.PutBack();
   return true;
 }
 

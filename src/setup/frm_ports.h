@@ -4,6 +4,7 @@
 #include <memory>
 #include <string>
 
+#include "setup/backup.h"
 #include "setup/conditions.h"
 #include "setup/controls/choice.h"
 #include "setup/controls/screen.h"
@@ -30,7 +31,7 @@ class frmPorts : public Screen {
   Label ModeMessage;
 
  protected:
-  bool onDone() override { return true; }
+  bool onDone() override;
   bool onCancel() override;
 
  private:
@@ -56,7 +57,7 @@ class frmPorts : public Screen {
   [[nodiscard]] std::string byteCode() const;
 
   ConditionVariables variables_;
-  PortSetup before_;
+  Backup<PortSetup> before_;
   Row<std::unique_ptr<PortControls>, 1, kPorts> ports_;
   Row<std::unique_ptr<TextField>, 0, kMasks - 1> masks_;
 };

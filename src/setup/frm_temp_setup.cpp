@@ -1,5 +1,7 @@
 #include "setup/frm_temp_setup.h"
 
+#include "setup/block_edits.h"
+
 namespace ostrand {
 
 frmTempSetup::frmTempSetup(const ScreenContext& context, AnalogList& list, int block)
@@ -9,6 +11,7 @@ frmTempSetup::frmTempSetup(const ScreenContext& context, AnalogList& list, int b
   Panel.OnInputType = [this] { onInputType(); };
   // A single-ended thermocouple has no test for an open sensor, whatever the project says.
   if (Analog().InputType == ORVUS_INPUT_SE) Analog().OpenSens = false;
+  addOpener(OpenedBy(FieldNames, "frmFldName"));
   load();
 }
 

@@ -1,5 +1,7 @@
 #include "setup/frm_tk40m_setup.h"
 
+#include "setup/block_edits.h"
+
 namespace ostrand {
 namespace {
 
@@ -16,6 +18,8 @@ frmTK40MSetup::frmTK40MSetup(const ScreenContext& context, AnalogList& list, int
       Volts(*this, "LongUnits", "TK40M") {
   TK40Volts.SetItems({"Thermocouples", "Millivolts"});
   TK40Volts.OnPick = [this] { onKind(); };
+  addOpener(OpenedBy(Volts.Solve, "frmSolveList"));
+  addOpener(OpenedBy(FieldNames, "frmFldName"));
   load();
 }
 

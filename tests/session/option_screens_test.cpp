@@ -1,0 +1,127 @@
+// The screens of the user's settings and colours, over the table that they edit.
+#include <gtest/gtest.h>
+
+#include "model/options.h"
+#include "session/frm_opt_gen.h"
+#include "session/frm_opt_orvus.h"
+#include "support/memory_settings.h"
+#include "support/scripted_forms.h"
+
+namespace ostrand {
+namespace {
+
+class NoHost : public ScreenHost {
+ public:
+  void ShowModal(Screen& screen) override { screen.Done(); }
+};
+
+class OptionScreens : public ::testing::Test {
+ protected:
+  std::string valueOf(std::string_view name) { return settings.Get(name).Value().Value; }
+  template <class Field>
+  static void type(Screen& screen, Field& field, std::string_view keys) {
+    screen.MoveFocus(&field);
+    field.TypeText(keys);
+    screen.MoveFocus(nullptr);
+  }
+
+  testing::MemorySettingsStore stored;
+  testing::MemoryRegistry registry;
+  Settings settings{stored, registry, "/tmp"};
+  testing::ScriptedForms forms;
+  NoHost host;
+  OptionValues options;
+  std::vector<i32> kinds;
+  std::unique_ptr<ProjectStore> store = NewStore();
+  ScreenContext context{*store, forms, host, options, 0, kinds};
+};
+
+TEST_F(OptionScreens, ASettingsScreenThatIsOnlyLookedAtChangesNothing) {
+  settings.CopyToTable();
+  const auto before = settings.List();
+  frmOptOrvus screen(context, settings);
+  EXPECT_TRUE(screen.ShowForm());
+  const auto after = settings.List();
+  ASSERT_EQ(after.size(), before.size());
+  for (std::size_t row = 0; row < before.size(); ++row) {
+    EXPECT_EQ(after[row].Value, before[row].Value) << before[row].Name;
+  }
+}
+
+TEST_F(OptionScreens, SettingsTakeEffectFromTheTable) {
+  settings.CopyToTable();
+  frmOptOrvus screen(context, settings);
+  EXPECT_EQ(screen.VariableChecks.Text(), "Always");
+  type(screen, screen.DefaultScanInterval, "0");
+  type(screen, screen.DefaultNumFlags, "9");
+  screen.DefaultScanIntervalUnits.Pick("Secs");
+  screen.DefaultDataType.Pick("IEEE4");
+  screen.DefaultIntegrationCode.Pick("60 Hz");
+  screen.DefaultInputType.Pick("SE");
+  screen.DefaultTableAutoSize.Check(true);
+  type(screen, screen.DefaultTableNumRecs, "250");
+  screen.VariableChecks.Pick("Only on File Save");
+  screen.WarnFloatingGround.Check(false);
+  screen.UserVarListTypes.Pick("Flags");
+  screen.MoveDown.Press();
+  EXPECT_EQ(valueOf("DefaultDataType"), "0") << "not before Done";
+  screen.Done();
+  settings.LoadSettings(false);
+  EXPECT_EQ(settings.Options().DefaultScanInterval, 1);
+  EXPECT_EQ(settings.Options().DefaultNumFlags, 8);
+  EXPECT_EQ(settings.Options().DefaultScanIntervalUnits, 2);
+  EXPECT_EQ(settings.Options().Measurement.DefaultDataType, ORVUS_OUTDATA_IEEE4);
+  EXPECT_EQ(settings.Options().Measurement.DefaultIntegrationCode, 1);
+  EXPECT_EQ(settings.Options().Measurement.DefaultInputType, ORVUS_INPUT_SE);
+  EXPECT_EQ(settings.Options().DefaultTableAutoSize, 1);
+  EXPECT_EQ(settings.Options().DefaultTableNumRecs, 250);
+  EXPECT_EQ(settings.WarningMessageMask(), 8191 - 1 - 16) << "bits without a name stay";
+  EXPECT_EQ(settings.UserVarListTypes()[0], 1);
+  EXPECT_EQ(settings.UserVarListTypes()[1], 67108864);
+}
+
+TEST_F(OptionScreens, AKindMovesToTheEndsOfTheListAndNoFurther) {
+  frmOptOrvus screen(context, settings);
+  screen.UserVarListTypes.Pick("Flags");
+  EXPECT_FALSE(screen.MoveUp.Enabled);
+  screen.UserVarListTypes.Pick("CANBUS Items");
+  EXPECT_FALSE(screen.MoveDown.Enabled);
+  screen.MoveUp.Press();
+  EXPECT_EQ(screen.UserVarListTypes.Text(), "CANBUS Items") << "it stays picked";
+  EXPECT_TRUE(screen.MoveDown.Enabled);
+}
+
+TEST_F(OptionScreens, ColorsTakeEffectAtOnceAndCancelPutsThemBack) {
+  int changes = 0;
+  frmOptGen screen(context, settings, [&] { ++changes; });
+  EXPECT_EQ(screen.SystemColor.Text(), "Application Workspace");
+  screen.ColorRow.Pick("Summary Text");
+  EXPECT_EQ(screen.ColorValue.Text(), "-2147483640");
+  EXPECT_EQ(changes, 0);
+  screen.StandardColor.Pick("Blue");
+  EXPECT_EQ(settings.ColorValue(4), 0xFF0000);
+  EXPECT_EQ(screen.SystemColor.Text(), "") << "no longer one of the system";
+  screen.SystemColor.Pick("Window");
+  EXPECT_EQ(settings.ColorValue(4), -2147483643);
+  EXPECT_EQ(changes, 2);
+  screen.Cancel();
+  EXPECT_EQ(settings.ColorValue(4), -2147483640);
+  EXPECT_EQ(changes, 3);
+}
+
+TEST_F(OptionScreens, NumbersAreShownInTheFormChosen) {
+  frmOptGen screen(context, settings, {});
+  EXPECT_EQ(screen.NumberExample.Text(), "1234.5678");
+  EXPECT_FALSE(screen.NumberDigits.Enabled);
+  screen.NumberFormat.Pick("Number");
+  EXPECT_EQ(screen.NumberExample.Text(), "1,234.57");
+  type(screen, screen.NumberDigits, "9");
+  EXPECT_EQ(screen.NumberDigits.Text(), "8");
+  screen.NumberFormat.Pick("Custom");
+  EXPECT_EQ(screen.NumberExample.Text(), "1234.5678");
+  screen.NumberFormat.Pick("Scientific");
+  EXPECT_EQ(screen.NumberMask(), "0.00000000e+00");
+}
+
+}  // namespace
+}  // namespace ostrand
