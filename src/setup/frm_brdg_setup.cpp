@@ -117,7 +117,10 @@ void frmBrdgSetup::bindCounts() {
   ExciteReps.Caption = "MeasPerEx";
   ExciteReps.BlankStands = true;
   ExciteReps.WholePart = true;
-  ExciteReps.OnChange = [this] { LimitWhileTyped(ExciteReps, 1, kMostExciteReps); };
+  ExciteReps.OnChange = [this] {
+    LimitWhileTyped(ExciteReps, 1, kMostExciteReps);
+    if (ExciteReps.Text() == "0") ExciteReps.Correct("1");
+  };
   ExciteReps.OnTake = [this] { onExciteReps(); };
   ExciteReps.OnSpin = [this](bool up) {
     ExciteReps.Value(data().ExciteReps + (up ? 1 : -1));
