@@ -51,7 +51,8 @@ AnalogList::AnalogList(const ScreenContext& context, SetupHooks hooks, const Ana
                              return NumberText(Data(block).Analog()->IntegTime());
                            }}}}),
       Hooks(std::move(hooks)),
-      kind_(kind) {
+      kind_(kind),
+      conditions_(store().Tables) {
   Caption = kind.caption;
   addOpener({std::string(kind.setup), "block", [this](std::string_view argument) {
                const int block = blockNamed(argument, Blocks.Count());
@@ -102,9 +103,12 @@ bool AnalogList::ShowSetup(int block) {
   std::unique_ptr<cOrvusData> data = Data(block).Clone();
   const auto aliases = std::make_unique<Row<RepAlias, 1, kReps>>(aliasRows(block));
   const auto output = std::make_unique<OutputSet>(Output(block));
+  Backup<TableSetup> conditions(store().Tables);
   const std::unique_ptr<Screen> setup = makeSetup(block);
   const bool accepted = showModal(*setup);
-  if (!accepted) {
+  if (accepted) {
+    conditions.Keep();
+  } else {
     data_[block] = std::move(data);
     aliasRows(block) = *aliases;
     Output(block) = *output;
@@ -125,6 +129,7 @@ bool AnalogList::edited() {
 bool AnalogList::onDone() {
   for (int b = 1; b <= Blocks.Count(); ++b) recordFromObject(b);
   storeRecords(Blocks.Count());
+  conditions_.Keep();
   return true;
 }
 

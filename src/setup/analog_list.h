@@ -9,6 +9,7 @@
 #include "model/channels.h"
 #include "model/orvus_data.h"
 #include "setup/analog_record.h"
+#include "setup/backup.h"
 #include "setup/block_list.h"
 #include "setup/channel_chart.h"
 #include "setup/controls/screen.h"
@@ -94,6 +95,7 @@ class AnalogList : public Screen {
   AnalogListKind kind_;
   Row<std::unique_ptr<cOrvusData>, 1, kBlocks> data_;
   int countOnOpening_ = 0;
+  Backup<TableSetup> conditions_;  // a renamed sensor is renamed in them too
 };
 
 // A figure of free channels; "?" for none.

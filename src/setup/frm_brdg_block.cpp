@@ -19,7 +19,8 @@ frmBrdgBlock::frmBrdgBlock(const ScreenContext& context, SetupHooks hooks)
       FreeExcite(*this, "FreeExcite"),
       FreeCAO(*this, "FreeCAO"),
       hooks_(std::move(hooks)),
-      before_(group()) {
+      before_(group()),
+      conditions_(store().Tables) {
   for (int row = 1; row <= kMostBridgeBlocks; ++row) {
     Find("Reps" + NumberText(row))->ToolTip =
         "The actual number of analog channels being used. 6 wire full and 3 wire half bridges "
@@ -143,6 +144,7 @@ bool frmBrdgBlock::onDone() {
   }
   group().BlockCount = static_cast<i16>(count);
   ORVUS_COMMON::SetBridgeDefaults(store(), count);
+  conditions_.Keep();
   return true;
 }
 

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "model/channels.h"
+#include "setup/backup.h"
 #include "setup/block_edits.h"
 #include "setup/block_list.h"
 #include "setup/output_boxes.h"
@@ -54,6 +55,7 @@ class frmBrdgBlock : public Screen {
   int freeChannels_ = 0;
   int freeExcitations_ = 0;
   KeptPart<BridgeBlockGroup> before_;
+  Backup<TableSetup> conditions_;  // a renamed sensor is renamed in them too
   int countBefore_ = 0;
 };
 

@@ -48,6 +48,7 @@ frmBrdgSetup::frmBrdgSetup(const ScreenContext& context, frmBrdgBlock& list, int
       block_(block),
       hooks_(hooks),
       before_(data()),
+      conditions_(store().Tables),
       Style(*this, "Style"),
       StyleInfo(*this, "StyleInfo"),
       Reps(*this, "Reps", NumberType::kInteger),
@@ -578,6 +579,7 @@ bool frmBrdgSetup::onDone() {
   fitReps(block.Reps);
   setSettling(TakenBridgeSettling(block.SettleTime, integration()));
   block.DataResolution = DataResolution.Text();
+  conditions_.Keep();
   return true;
 }
 

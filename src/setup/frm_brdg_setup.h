@@ -4,6 +4,7 @@
 #include <functional>
 #include <string_view>
 
+#include "setup/backup.h"
 #include "setup/block_edits.h"
 #include "setup/controls/choice.h"
 #include "setup/controls/numeric_field.h"
@@ -25,6 +26,7 @@ class frmBrdgSetup : public Screen {
   int block_;
   const SetupHooks& hooks_;
   KeptPart<BridgeBlockData> before_;
+  Backup<TableSetup> conditions_;  // a renamed sensor is renamed in them too
 
  public:
   Choice Style;

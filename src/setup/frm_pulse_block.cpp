@@ -16,7 +16,8 @@ frmPulseBlock::frmPulseBlock(const ScreenContext& context, SetupHooks hooks)
       FreeLoLev(*this, "FreeLoLev"),
       FreeSwtch(*this, "FreeSwtch"),
       hooks_(std::move(hooks)),
-      before_(group()) {
+      before_(group()),
+      conditions_(store().Tables) {
   addOpener({"frmPulseSetup", "block", [this](std::string_view text) { return openSetup(text); }});
   List.Show(std::clamp<int>(group().BlockCount, 0, kPulseBlocks));
   countBefore_ = List.Count();
@@ -76,6 +77,7 @@ bool frmPulseBlock::openSetup(std::string_view argument) {
 bool frmPulseBlock::onDone() {
   group().BlockCount = static_cast<i16>(List.Count());
   ORVUS_COMMON::SetPulseDefaults(store(), 0, List.Count());
+  conditions_.Keep();
   return true;
 }
 

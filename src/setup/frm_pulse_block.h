@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "model/channels.h"
+#include "setup/backup.h"
 #include "setup/block_edits.h"
 #include "setup/block_list.h"
 #include "setup/output_boxes.h"
@@ -39,6 +40,7 @@ class frmPulseBlock : public Screen {
 
   SetupHooks hooks_;
   KeptPart<PulseBlockGroup> before_;
+  Backup<TableSetup> conditions_;  // a renamed sensor is renamed in them too
   int countBefore_ = 0;
 };
 

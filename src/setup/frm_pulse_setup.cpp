@@ -43,6 +43,7 @@ frmPulseSetup::frmPulseSetup(const ScreenContext& context, frmPulseBlock& list, 
       block_(block),
       hooks_(hooks),
       before_(data()),
+      conditions_(store().Tables),
       Reps(*this, "Reps", NumberType::kByte),
       Meas(*this, "Meas"),
       Option(*this, "Option"),
@@ -286,6 +287,7 @@ bool frmPulseSetup::onDone() {
   before.Units = unitsBefore_;
   FollowDefaults(aliases, before, after);
   CountersCount();
+  conditions_.Keep();
   return true;
 }
 

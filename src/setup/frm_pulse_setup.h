@@ -3,6 +3,7 @@
 
 #include <string_view>
 
+#include "setup/backup.h"
 #include "setup/block_edits.h"
 #include "setup/controls/choice.h"
 #include "setup/controls/numeric_field.h"
@@ -34,6 +35,7 @@ class frmPulseSetup : public Screen {
   int block_;
   const SetupHooks& hooks_;
   KeptPart<PulseBlockData> before_;
+  Backup<TableSetup> conditions_;  // a renamed sensor is renamed in them too
 
  public:
   NumericField Reps;
