@@ -11,8 +11,11 @@ namespace {
 void makeSample(ProjectStore& store) {
   store.Config.TK40MQty = 1;
   store.Config.CanBusQty = 1;
-  store.TempBlock.BlockCount = store.VoltBlock.BlockCount = store.BridgeBlock.BlockCount = 1;
+  store.TempBlock.BlockCount = store.VoltBlock.BlockCount = 1;
   store.TK40MBlock.BlockCount = store.PulseBlock[0].BlockCount = 1;
+  // A resistance has a calculator of its own.
+  store.BridgeBlock.BlockCount = 2;
+  store.BridgeBlock[2].Style = 4;
   store.TempBlock[1].Reps = store.VoltBlock[1].Reps = store.BridgeBlock[1].Reps = 1;
   store.TK40MBlock[1].Reps = store.PulseBlock[0][1].Reps = 1;
   store.Tables[1].TableOn = kTrue;

@@ -126,9 +126,7 @@ ScreenScript::ScreenScript(Ostrand& control, ScriptForms& forms, std::string_vie
 
 Result<> ScreenScript::Run() {
   play(nullptr);
-  if (failure_.empty()) {
-    if (const std::string box = forms_.Unforeseen(); !box.empty()) fail(box);
-  }
+  failForBox();
   if (failure_.empty()) {
     for (const std::string& title : forms_.Unused()) fail("no box " + quoted(title) + " came");
   }
@@ -138,6 +136,15 @@ Result<> ScreenScript::Run() {
 
 void ScreenScript::fail(const std::string& why) {
   if (failure_.empty()) failure_ = why;
+}
+
+// Fails for a box that nobody foresaw, at the line that brought it.
+bool ScreenScript::failForBox() {
+  const std::string box = forms_.Unforeseen();
+  if (box.empty() || !failure_.empty()) return false;
+  line_ = actionLine_;
+  fail(box);
+  return true;
 }
 
 void ScreenScript::ShowModal(Screen& screen) {
@@ -223,10 +230,13 @@ void ScreenScript::playLine(Screen* screen, std::string_view line) {
   }
   if (verb->onScreen && screen == nullptr) return fail("no screen is open");
   if (verb->play != &ScreenScript::expect && verb->play != &ScreenScript::answer) {
-    if (const std::string box = forms_.Unforeseen(); !box.empty()) return fail(box);
+    if (failForBox()) return;
     forms_.StartAction();
+    actionLine_ = line_;
   }
   (this->*verb->play)(screen, *words);
+  // Looking at it afterwards answers no question.
+  if (forms_.AskedInVain()) failForBox();
 }
 
 // The control of that name when it can be used, with the focus on it; null and a failure otherwise.
@@ -429,22 +439,49 @@ constexpr std::array<KindRow, 6> kKinds = {{
 class CatalogHost : public ScreenHost {
  public:
   void ShowModal(Screen& screen) override {
-    if (!wasSeen(screen.Name())) {
-      seen_.push_back(screen.Name());
-      describe(screen);
-    }
-    // What a screen opens depends on who opened it.
+    Entry& entry = entryOf(screen);
+    // What a screen opens depends on who opened it, and on the kind of a block.
     for (const Screen::Opener& opener : screen.Openers()) {
-      if (!wasSeen(opener.name)) opener.open("1");
+      std::string line = "  opens " + opener.name;
+      if (!opener.argument.empty()) line += " " + Upper(opener.argument);
+      if (std::find(entry.opens.begin(), entry.opens.end(), line) == entry.opens.end()) {
+        entry.opens.push_back(std::move(line));
+      }
+      opener.open("1");
+      if (opener.argument == "block") opener.open("2");
     }
     screen.End(ModalResult::kCancel);
   }
 
-  std::string Text;
+  // In the order in which they were met.
+  [[nodiscard]] std::string Text() const {
+    std::string text;
+    for (const Entry& entry : entries_) {
+      text += entry.text;
+      for (const std::string& line : entry.opens) text += line + "\r\n";
+      text += "\r\n";
+    }
+    return text;
+  }
 
  private:
-  void describe(const Screen& screen) {
-    Text += screen.Name() + (screen.Caption.empty() ? "" : "  (" + screen.Caption + ")") + "\r\n";
+  struct Entry {
+    std::string name;
+    std::string text;
+    std::vector<std::string> opens;
+  };
+
+  Entry& entryOf(const Screen& screen) {
+    const auto found = std::find_if(entries_.begin(), entries_.end(), [&](const Entry& entry) {
+      return entry.name == screen.Name();
+    });
+    if (found != entries_.end()) return *found;
+    return entries_.emplace_back(Entry{screen.Name(), textOf(screen), {}});
+  }
+
+  static std::string textOf(const Screen& screen) {
+    std::string text =
+        screen.Name() + (screen.Caption.empty() ? "" : "  (" + screen.Caption + ")") + "\r\n";
     for (const Control* control : screen.Controls()) {
       std::string line = "  " + control->Name();
       line.resize(std::max<std::size_t>(line.size() + 1, 28), ' ');
@@ -457,18 +494,9 @@ class CatalogHost : public ScreenHost {
         line += ":";
         line += itemsOf(*choice);
       }
-      Text += line + "\r\n";
+      text += line + "\r\n";
     }
-    for (const Screen::Opener& opener : screen.Openers()) {
-      Text += "  opens " + opener.name;
-      if (!opener.argument.empty()) Text += " " + Upper(opener.argument);
-      Text += "\r\n";
-    }
-    Text += "\r\n";
-  }
-
-  [[nodiscard]] bool wasSeen(const std::string& name) const {
-    return std::find(seen_.begin(), seen_.end(), name) != seen_.end();
+    return text;
   }
 
   // The first items; a long list goes on as it began.
@@ -481,7 +509,7 @@ class CatalogHost : public ScreenHost {
     return choice.Items.size() > kMost ? text + " ..." : text;
   }
 
-  std::vector<std::string> seen_;
+  std::deque<Entry> entries_;  // of which none moves
 };
 
 }  // namespace
@@ -492,7 +520,7 @@ std::string ScreenCatalog(Ostrand& control) {
   for (int button = kConfigurationButton; button <= kExciteButton; ++button) {
     if (control.Screens()[button]) control.Screens()[button]();
   }
-  return host.Text;
+  return host.Text();
 }
 
 }  // namespace ostrand

@@ -36,6 +36,8 @@ class ScriptForms : public platform::Forms {
   [[nodiscard]] const std::string& HelpLine() const { return helpLine_; }
   // What must not be: a box that nobody foresaw, told in words. Empty for nothing.
   [[nodiscard]] std::string Unforeseen() const;
+  // A question among them, which has got the answer that changes least.
+  [[nodiscard]] bool AskedInVain() const { return !unanswered_.empty(); }
   // Titles of answers that no box has come for.
   [[nodiscard]] std::vector<std::string> Unused() const;
 
@@ -88,6 +90,7 @@ class ScreenScript : public ScreenHost {
   void play(Screen* screen);
   void playLine(Screen* screen, std::string_view line);
   void fail(const std::string& why);
+  bool failForBox();
   Control* usable(Screen* screen, const Word& name);
 
   void open(Screen* screen, const Words& words);
@@ -109,6 +112,7 @@ class ScreenScript : public ScreenHost {
   std::string text_;  // in Windows-1252
   std::string_view rest_;
   int line_ = 0;
+  int actionLine_ = 0;  // the last line that did something
   std::string failure_;
 };
 

@@ -7,11 +7,13 @@
 #include <filesystem>
 
 #include "model/store.h"
+#include "support/cli_run.h"
 #include "support/fixed_clock.h"
 #include "support/memory_filesystem.h"
 #include "support/scripted_forms.h"
 #include "support/temp_folder.h"
 #include "support/test_surroundings.h"
+#include "text/strings.h"
 
 namespace ostrand {
 namespace {
@@ -22,6 +24,7 @@ class ScriptSession {
   // Empty when the script went through, else what it stopped with.
   std::string Play(std::string_view text) {
     ScreenScript player(control, forms, text);
+    openNew();
     const Result<> played = player.Run();
     return played ? std::string() : played.ErrorText();
   }
@@ -34,6 +37,16 @@ class ScriptSession {
   OstrandEvents nobodyListens;
   std::unique_ptr<ProjectStore> store = NewStore();
   Ostrand control{*store, around.all, nobodyListens};
+
+ private:
+  // Opening it enables the buttons of the screens that a player has connected.
+  void openNew() {
+    if (!control.CurrentFileName().empty()) return;
+    files.files["/new.VKG"] = "[GEN VERSION]\r\nVersion=6.0\r\n";
+    bool cancelled = true;
+    control.OpenFile("/new.VKG", cancelled);
+    EXPECT_FALSE(cancelled);
+  }
 };
 
 // ---- The scripts kept
@@ -59,6 +72,261 @@ TEST_P(KeptScript, GoesThrough) {
 
 INSTANTIATE_TEST_SUITE_P(All, KeptScript, ::testing::ValuesIn(keptScripts()),
                          [](const auto& name) { return name.param; });
+
+// The document's example, as it stands there.
+TEST(Script, TheExampleOfTheDocumentBuildsItsProject) {
+  const std::string document = testing::ReadDisk(OSTRAND_SOURCE_DIR "/docs/screens.md");
+  constexpr std::string_view kFence = "```script\n";
+  const std::size_t begin = document.find(kFence);
+  ASSERT_NE(begin, std::string::npos);
+  const std::size_t end = document.find("```", begin + kFence.size());
+  ASSERT_NE(end, std::string::npos);
+  ScriptSession session;
+  ASSERT_EQ(session.Play(document.substr(begin + kFence.size(), end - begin - kFence.size())), "");
+  const ProjectStore& project = *session.store;
+  EXPECT_EQ(project.Scan.ExecutionTime, 1);
+  EXPECT_EQ(project.Tables[1].TableName, "Minutes");
+  EXPECT_EQ(project.TempBlock.BlockCount, 1);
+  EXPECT_EQ(project.TempBlock[1].Reps, 6);
+  EXPECT_EQ(project.TempBlock[1].Alias[2].AliasName, "FreeEnd");
+  EXPECT_EQ(project.VoltBlock[1].Reps, 4);
+  EXPECT_EQ(project.VoltBlock[1].DefaultMult, 0.0032F);
+  EXPECT_EQ(project.PulseBlock[0][1].DefaultMult, 0.003125F);
+}
+
+// An example project from nothing, byte for byte. The main screen's two text boxes are not among
+// the setup screens, so their texts come with the new file. What stays apart from the example is
+// listed: no screen offers thermocouples its 20 mV; and the screens of the configuration and of the
+// scan write choices that they show, where the example has what a new project holds.
+TEST(Script, AnExampleProjectIsBuiltFromNothing) {
+  const testing::TempFolder folder;
+  const testing::Setting setting{.epoch = "1047305100"};  // 2003-03-10 14:05:00 UTC
+  const std::string path = folder / "building-climate.VKG";
+  ASSERT_EQ(testing::RunOstrand({"new", path}, setting).code, 0);
+  const auto replace = [](std::string& bytes, std::string_view from, std::string_view to) {
+    const std::size_t at = bytes.find(from);
+    ASSERT_NE(at, std::string::npos) << from;
+    bytes.replace(at, from.size(), to);
+  };
+  std::string bytes = testing::ReadDisk(path);
+  replace(bytes, "\r\nOperator=Name\r\nIDNumber=Number\r\n",
+          "\r\nOperator=H. Quist\r\nIDNumber=House 12\r\n");
+  testing::WriteDisk(path, bytes);
+  const auto played = testing::RunOstrand(
+      {"screen", path, OSTRAND_SOURCE_DIR "/tests/scripts/building_climate.txt"}, setting);
+  ASSERT_EQ(played.code, 0) << played.err;
+  std::string example = testing::ReadDisk(OSTRAND_SOURCE_DIR "/examples/building-climate.VKG");
+  replace(example, "\r\nRange(1)=20 mV\r\nRangeNo(1)= 40\r\n",
+          "\r\nRange(1)=50 mV\r\nRangeNo(1)= 30\r\n");
+  replace(example, "\r\nPowerOffMins=-1\r\nPowerOnMins= 0\r\n",
+          "\r\nPowerOffMins= 0\r\nPowerOnMins= 1\r\n");
+  replace(example, "\r\nScanBuffer=\r\n", "\r\nScanBuffer=0\r\n");
+  EXPECT_EQ(testing::ReadDisk(path), example);
+}
+
+// ---- What the player tells ----------------------------------------------------------------------
+
+struct Stop {
+  std::string_view name;
+  std::string_view script;
+  std::string_view error;
+};
+
+class StoppedScript : public ::testing::TestWithParam<Stop> {};
+
+TEST_P(StoppedScript, NamesItsLine) {
+  ScriptSession session;
+  EXPECT_EQ(session.Play(GetParam().script), GetParam().error);
+}
+
+// The third line has a voltage block's setup open.
+constexpr std::string_view kSetup = "open frmVoltBlock\nspin BlockCount up\nopen frmVoltSetup 1\n";
+
+const Stop kStops[] = {
+    {"Action", "# a comment\n\njump Reps\n", "line 3: there is no action jump"},
+    {"FewWords", "open\n", "line 1: open takes more words"},
+    {"ManyWords", "choose a b\n", "line 1: choose takes fewer words"},
+    {"Quote", "open \"frmVoltBlock\n", "line 1: a quote is not closed"},
+    {"QuoteInQuote", "open \"frm\"\"Volt\"\"Block\"\"\n", "line 1: a quote is not closed"},
+    {"NoScreen", "type Reps 4\n", "line 1: no screen is open"},
+    {"NoScreenToLookAt", "expect Reps 4\n", "line 1: no screen is open"},
+    {"NoButton", "open frmVoltSetup\n", "line 1: no main button opens frmVoltSetup"},
+    {"DisabledButton", "open frmTK40MBlock\n",
+     "line 1: the main button of frmTK40MBlock is disabled"},
+    {"NotFromHere", "open frmVoltBlock\nopen frmBrdgSetup 1\n",
+     "line 2: frmVoltBlock does not open frmBrdgSetup"},
+    {"NoBlock", "open frmVoltBlock\nopen frmVoltSetup 1\n",
+     "line 2: frmVoltSetup can't be opened now"},
+    {"NoControl", "open frmVoltBlock\nspin Count up\n",
+     "line 2: frmVoltBlock has no control Count"},
+    {"NoControlToLookAt", "open frmVoltBlock\nexpect Count 0\n",
+     "line 2: frmVoltBlock has no control Count"},
+    {"Hidden", "open frmVoltBlock\npress Reps1\n", "line 2: Reps1 is hidden"},
+    {"StillOpen", "open frmVoltBlock\n",
+     "line 1: frmVoltBlock is still open at the end of the script"},
+    {"NoField", "open frmVoltBlock\nescape\n", "line 2: the focus is on no field"},
+    {"Text", "open frmVoltBlock\n  expect BlockCount 1\ndone\n", "line 2: BlockCount shows \"0\""},
+    {"Beginning", "open frmVoltBlock\n  expect FreeSE 41...\ndone\n",
+     "line 2: FreeSE shows \"40\""},
+    {"Enabled", "open frmVoltBlock\n  expect BlockCount disabled\ndone\n",
+     "line 2: BlockCount is enabled"},
+    {"Shown", "open frmVoltBlock\n  expect Reps1 shown\ndone\n", "line 2: Reps1 is hidden"},
+    {"Half", "open frmVoltBlock\n  expect BlockCount\ndone\n",
+     "line 2: expect what of BlockCount?"},
+    {"Beep", "open frmVoltBlock\nspin BlockCount down\nspin BlockCount up\nexpect beep\n",
+     "line 4: no beep came"},
+    {"Direction", "open frmVoltBlock\nspin BlockCount left\n", "line 2: a spin goes up or down"},
+    {"Times", "open frmVoltBlock\nspin BlockCount up often\n", "line 2: how many times?"},
+    {"NoBox", "open frmVoltBlock\nspin BlockCount up\nexpect box \"BLOCKS\"\n",
+     "line 3: no box \"BLOCKS\" came"},
+    {"Answer", "answer \"BLOCKS\" maybe\n", "line 1: an answer is yes, no, cancel or ok"},
+    {"AnswerForNothing", "answer \"BLOCKS\" yes\n", "line 1: no box \"BLOCKS\" came"},
+};
+
+INSTANTIATE_TEST_SUITE_P(All, StoppedScript, ::testing::ValuesIn(kStops),
+                         [](const auto& stop) { return std::string(stop.param.name); });
+
+class StoppedSetup : public ::testing::TestWithParam<Stop> {};
+
+TEST_P(StoppedSetup, NamesItsLine) {
+  ScriptSession session;
+  const std::string script = std::string(kSetup) + std::string(GetParam().script);
+  EXPECT_EQ(session.Play(script), GetParam().error);
+}
+
+const Stop kSetupStops[] = {
+    {"Disabled", "type StartVoltChan 2\n", "line 4: StartVoltChan is disabled"},
+    {"NoItem", "pick Range \"100 mV\"\n", "line 4: Range has no \"100 mV\" to pick"},
+    {"NoList", "pick Reps 4\n", "line 4: Reps has no \"4\" to pick"},
+    {"NoCheck", "check Reps on\n", "line 4: Reps is no check box"},
+    {"OnOrOff", "check Public yes\n", "line 4: a box is checked on or off"},
+    {"NoPress", "press Public\n", "line 4: Public is no button"},
+    {"NoSpin", "spin Public up\n", "line 4: Public has no spin buttons"},
+    {"NoTyping", "type Range Auto\n", "line 4: Range is not typed into"},
+    {"Focus", "type DefaultMult -\ntype Reps 4\n",
+     "line 5: DefaultMult keeps the focus, since it can't take \"-\""},
+    {"Caption", "expect Solve caption Solve\n", "line 4: Solve's caption shows \"Sol&ve\""},
+    {"Tip", "expect Solve tip Solve\n", "line 4: Solve's tool tip shows \"\""},
+    // A question that nobody has answered stops the script where it came, not where it is missed.
+    {"NoAnswer", "type Reps 1\ndone\nspin BlockCount down\nexpect BlockCount 0\n",
+     "line 6: no answer to the box \"CONFIRM BLOCK DELETION\": Measurements for this block will be "
+     "Deleted, Continue?"},
+    {"OtherAnswer", "type Reps 1\ndone\nanswer \"CONFIRM\" yes\nspin BlockCount down\n",
+     "line 7: no answer to the box \"CONFIRM BLOCK DELETION\": Measurements for this block will be "
+     "Deleted, Continue?"},
+    {"BoxText",
+     "type Reps 1\ndone\nanswer \"CONFIRM BLOCK DELETION\" no\nspin BlockCount down\n"
+     "expect box \"CONFIRM BLOCK DELETION\" \"Sure?\"\n",
+     "line 8: the box says \"Measurements for this block will be Deleted, Continue?\""},
+};
+
+INSTANTIATE_TEST_SUITE_P(All, StoppedSetup, ::testing::ValuesIn(kSetupStops),
+                         [](const auto& stop) { return std::string(stop.param.name); });
+
+constexpr std::string_view kWarned =
+    "open frmTempBlock\nspin BlockCount up\nopen frmTempSetup 1\npick MeasType SE\n";
+
+TEST(Script, ABoxThatOnlyTellsIsFoundAtTheLineThatBroughtIt) {
+  const std::string told =
+      "line 4: unexpected box \"Measurement Type Not Recommended\": Single-ended Thermocouple "
+      "Measurements are not recommended.";
+  for (const std::string_view rest : {"expect MeasType SE\ntype Reps 2\n", "done\ndone\n"}) {
+    ScriptSession session;
+    EXPECT_EQ(session.Play(std::string(kWarned) + std::string(rest)), told) << rest;
+  }
+  ScriptSession session;
+  EXPECT_EQ(session.Play(std::string(kWarned) +
+                         "expect box \"measurement type not recommended\" \"Single-ended...\"\n"
+                         "done\ndone\n"),
+            "");
+  EXPECT_EQ(session.store->TempBlock[1].MeasType, "SE");
+}
+
+TEST(Script, WordsAreQuotedAndNamesAreFoundInAnyCase) {
+  ScriptSession session;
+  EXPECT_EQ(session.Play("OPEN FRMPULSEBLOCK\r\n\tspin blockcount UP\r\n"
+                         "  open \"frmPulseSetup\" \"1\"\r\n"
+                         "    expect Opt tip \"Enter \"\"1\"\" for no averaging...\"\r\n"
+                         "    type Units \"\"\r\n    expect Units \"\"\r\n    type Units rpm\r\n"
+                         "  Done\r\n# \"\r\ndone"),
+            "");
+  EXPECT_EQ(session.store->PulseBlock[0][1].Units, "rpm");
+}
+
+// Whatever stops it, the project in the session is the one before the screens that were open.
+TEST(Script, AStoppedScriptLeavesNoScreenOpen) {
+  ScriptSession session;
+  EXPECT_NE(session.Play(std::string(kSetup) + "type Reps 4\nleave\nfly\n"), "");
+  EXPECT_EQ(session.store->VoltBlock.BlockCount, 0);
+  EXPECT_EQ(session.Play("open frmVoltBlock\nexpect BlockCount 0\ndone\n"), "");
+}
+
+// ---- The commands -------------------------------------------------------------------------------
+
+TEST(ScreenCommand, WritesTheProjectThatTheScriptLeft) {
+  const testing::TempFolder folder;
+  ASSERT_EQ(testing::RunOstrand({"new", folder / "pump"}).code, 0);
+  const std::string before = testing::ReadDisk(folder / "pump.VKG");
+  testing::WriteDisk(folder / "setup.txt",
+                     "open frmVoltBlock\nspin BlockCount up\nopen frmVoltSetup 1\ntype Reps 4\n"
+                     "pick Range \"200 mV\"\ndone\ndone\n");
+  std::filesystem::create_directory(folder / "out");
+  const auto aside = testing::RunOstrand(
+      {"screen", folder / "pump.VKG", folder / "setup.txt", "-o", folder / "out"});
+  EXPECT_EQ(aside.code, 0) << aside.err;
+  EXPECT_EQ(aside.out, "wrote " + (folder / "out/pump.VKG") + "\n");
+  EXPECT_EQ(testing::ReadDisk(folder / "pump.VKG"), before);
+  const auto inPlace = testing::RunOstrand({"screen", folder / "pump.VKG", folder / "setup.txt"});
+  EXPECT_EQ(inPlace.code, 0) << inPlace.err;
+  const std::string after = testing::ReadDisk(folder / "pump.VKG");
+  EXPECT_EQ(after, testing::ReadDisk(folder / "out/pump.VKG"));
+  EXPECT_TRUE(Holds(after, "\r\nReps(1)= 4\r\nMeasType(1)=Diff\r\n"));
+  EXPECT_TRUE(Holds(after, "\r\nRange(1)=200 mV\r\nRangeNo(1)= 20\r\n"));
+}
+
+TEST(ScreenCommand, AFaultWritesNothing) {
+  const testing::TempFolder folder;
+  ASSERT_EQ(testing::RunOstrand({"new", folder / "pump"}).code, 0);
+  const std::string before = testing::ReadDisk(folder / "pump.VKG");
+  const std::string script = folder / "setup.txt";
+  testing::WriteDisk(script, "open frmVoltBlock\nspin BlockCount up\nexpect BlockCount 2\n");
+  const auto stopped = testing::RunOstrand({"screen", folder / "pump.VKG", script});
+  EXPECT_EQ(stopped.code, 1);
+  EXPECT_EQ(stopped.out, "");
+  EXPECT_EQ(stopped.err, "ostrand: " + script + ": line 3: BlockCount shows \"1\"\n");
+  EXPECT_EQ(testing::ReadDisk(folder / "pump.VKG"), before);
+
+  const auto noScript = testing::RunOstrand({"screen", folder / "pump.VKG", folder / "none.txt"});
+  EXPECT_EQ(noScript.code, 1);
+  EXPECT_TRUE(Holds(noScript.err, "none.txt")) << noScript.err;
+  const auto noProject = testing::RunOstrand({"screen", folder / "none.VKG", script});
+  EXPECT_EQ(noProject.code, 1);
+  EXPECT_TRUE(Holds(noProject.err, "none.VKG")) << noProject.err;
+  EXPECT_EQ(testing::RunOstrand({"screen", folder / "pump.VKG"}).code, 2);
+  EXPECT_EQ(testing::ReadDisk(folder / "pump.VKG"), before);
+}
+
+TEST(ScreensCommand, ListsEveryScreenWithItsControls) {
+  const auto list = testing::RunOstrand({"screens"});
+  EXPECT_EQ(list.code, 0) << list.err;
+  EXPECT_EQ(list.err, "");
+  for (const std::string_view screen :
+       {"frmConfig",     "frmExecute",       "frmOutInt",     "frmTrigTable",  "frmWriteIf",
+        "frmTableTimes", "frmTempBlock",     "frmTempSetup",  "frmVoltBlock",  "frmVoltSetup",
+        "frmBrdgBlock",  "frmBrdgSetup",     "frmPulseBlock", "frmPulseSetup", "frmTK40MBlock",
+        "frmTK40MSetup", "frmLogGraph",      "frmTK40Graph",  "frmSolveList",  "frmCalcMultOff",
+        "frmCalcPot",    "frmCalcmVPerVolt", "frmRsCalc",     "frmSpdCalc",    "frmMoreSpeed",
+        "frmRPMCalc",    "frmFlowCalc",      "frmFldName",    "frmHistogram",  "frmRainHisto",
+        "frmLevel",      "frmCanBus",        "frmCalculated", "frmPorts",      "frmPortTables",
+        "frmFlags",      "frmExcite"}) {
+    const bool listed = Holds(list.out, "\n" + std::string(screen) + "\n") ||
+                        Holds(list.out, "\n" + std::string(screen) + "  (");
+    EXPECT_TRUE(listed) << screen;
+  }
+  EXPECT_TRUE(Holds(list.out, "\n  Reps                      number   type, spin\n"));
+  EXPECT_TRUE(Holds(list.out, "pick: \"50 Hz\" \"60 Hz\" \"uSecs\"\n"));
+  EXPECT_TRUE(Holds(list.out, "\n  opens frmVoltSetup BLOCK\n"));
+}
 
 }  // namespace
 }  // namespace ostrand
