@@ -50,7 +50,7 @@ TEST_F(CliCan, ListsAndChecksItems) {
           "Description\n"
           "1    &HCF00400   &HF004  Rx       2     25   16    0.125  0       RPM    EngSpeed  "
           "Speed, EEC1\n"
-          "2    291         &H1     Tx/Rx    2     25   8     1      -40     Deg_C  OilTemp   "
+          "2    291         1       Tx/Rx    2     25   8     1      -40     Deg_C  OilTemp   "
           "Oil \xC2\xB0\n"
           "     sends &H00000000005C0102 to &H18DB33F1, takes &HXXXXXXXXXX5C41XX within 200 "
           "ms\n");
