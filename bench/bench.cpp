@@ -196,7 +196,8 @@ class Medians : public benchmark::ConsoleReporter {
   void ReportRuns(const std::vector<Run>& runs) override {
     ConsoleReporter::ReportRuns(runs);
     for (const Run& run : runs) {
-      if (run.aggregate_name == "median") times_[run.run_name.function_name] = run.GetAdjustedRealTime();
+      if (run.aggregate_name == "median")
+        times_[run.run_name.function_name] = run.GetAdjustedRealTime();
     }
   }
   void PrintRatios() const {
@@ -205,8 +206,8 @@ class Medians : public benchmark::ConsoleReporter {
       const auto measured = times_.find(row.measured);
       const auto yardstick = times_.find(row.yardstick);
       if (measured == times_.end() || yardstick == times_.end()) continue;
-      std::printf("%-40s %12.1f %12.1f %8.2f  %s\n", row.what, measured->second,
-                  yardstick->second, measured->second / yardstick->second, row.aim);
+      std::printf("%-40s %12.1f %12.1f %8.2f  %s\n", row.what, measured->second, yardstick->second,
+                  measured->second / yardstick->second, row.aim);
     }
   }
 

@@ -21,9 +21,7 @@ class NoFiles : public platform::FileSystem {
   std::string Find(std::string_view path) override { return std::string(path); }
   std::string WorkingFolder() override { return "/"; }
   Result<std::string> Read(std::string_view) override { return none(); }
-  Result<std::unique_ptr<platform::OutputFile>> Create(std::string_view) override {
-    return none();
-  }
+  Result<std::unique_ptr<platform::OutputFile>> Create(std::string_view) override { return none(); }
   Result<> Rename(std::string_view, std::string_view) override { return none(); }
   Result<> Delete(std::string_view) override { return none(); }
   Result<> ClearReadOnly(std::string_view) override { return none(); }

@@ -9,6 +9,7 @@
 #include "can/item_rules.h"
 #include "can/list_items.h"
 #include "model/defaults.h"
+#include "setup/controls/edits.h"
 #include "text/number.h"
 #include "text/strings.h"
 
@@ -516,21 +517,9 @@ bool frmCanBus::onDone() {
 // Saving on the way out is Done, with its question.
 bool frmCanBus::onCancel() {
   if (!changed()) return true;
-  platform::MessageBox box;
-  box.title = "MEASUREMENT BLOCKS";
-  box.text =
-      "Edits were made to the measurement configurations.  Save changes before exiting screen?";
-  box.icon = platform::Icon::kQuestion;
-  box.buttons = platform::Buttons::kYesNoCancel;
-  switch (Forms().ShowBox(box)) {
-    case platform::Answer::kYes:
-      Done();
-      return false;
-    case platform::Answer::kNo:
-      return true;
-    default:
-      return false;
-  }
+  const platform::Answer answer = AskSaveEdits(Forms());
+  if (answer == platform::Answer::kYes) Done();
+  return answer == platform::Answer::kNo;
 }
 
 }  // namespace ostrand

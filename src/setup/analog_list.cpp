@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "setup/controls/edits.h"
 #include "text/number.h"
 
 namespace ostrand {
@@ -130,21 +131,9 @@ bool AnalogList::onDone() {
 
 bool AnalogList::onCancel() {
   if (!edited()) return true;
-  platform::MessageBox box;
-  box.title = "MEASUREMENT BLOCKS";
-  box.text =
-      "Edits were made to the measurement configurations.  Save changes before exiting screen?";
-  box.icon = platform::Icon::kQuestion;
-  box.buttons = platform::Buttons::kYesNoCancel;
-  switch (Forms().ShowBox(box)) {
-    case platform::Answer::kYes:
-      if (onDone()) End(ModalResult::kDone);
-      return false;
-    case platform::Answer::kNo:
-      return true;
-    default:
-      return false;
-  }
+  const platform::Answer answer = AskSaveEdits(Forms());
+  if (answer == platform::Answer::kYes && onDone()) End(ModalResult::kDone);
+  return answer == platform::Answer::kNo;
 }
 
 }  // namespace ostrand

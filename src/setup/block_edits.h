@@ -2,11 +2,9 @@
 #pragma once
 
 #include <memory>
-#include <string_view>
 
 #include "model/store.h"
-#include "platform/forms.h"
-#include "setup/controls/screen.h"
+#include "setup/controls/edits.h"
 
 namespace ostrand {
 
@@ -24,11 +22,5 @@ class KeptPart {
   Part& part_;
   std::unique_ptr<Part> before_;
 };
-
-// A screen that a button opens, for who asks for it by its name. The button outlives it.
-Screen::Opener OpenedBy(Button& button, std::string_view screen);
-
-// The question when a list is left by Cancel with edits.
-platform::Answer AskSaveEdits(platform::Forms& forms);
 
 }  // namespace ostrand

@@ -649,10 +649,12 @@ TEST_F(BridgeScreen, OutputsAreChosenTableByTable) {
   store->Tables[2].TableOn = kTrue;
   give(1, 0, 1, 1).Output.OutputSelect[2][kMaximum] = 1;
   inSetup(1, [&](Screen& setup) {
-    EXPECT_FALSE(IsUsable(setup, "Smp")) << "table 1 is off";
-    Pick(setup, "Table", "2");
+    EXPECT_EQ(Shown(setup, "Table"), "Table 2") << "the first that stores anything of it";
     EXPECT_EQ(Shown(setup, "Max"), "on");
-    EXPECT_FALSE(IsUsable(setup, "Histogram")) << "nobody asks for its parameters";
+    EXPECT_TRUE(IsUsable(setup, "Hst"));
+    Pick(setup, "Table", "Table 1");
+    EXPECT_FALSE(IsUsable(setup, "Smp")) << "table 1 is off";
+    Pick(setup, "Table", "Table 2");
     Check(setup, "Max", false);
     Check(setup, "Avg", true);
   });

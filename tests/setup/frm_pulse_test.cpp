@@ -167,7 +167,7 @@ TEST_F(PulseScreen, AveragesGiveWayToSamplesOnce) {
   selected[6][kMaximum] = 1;
   store->Tables[3].TableOn = kTrue;
   inSetup(1, [&](Screen& setup) {
-    Pick(setup, "Table", "3");
+    Pick(setup, "Table", "Table 3");
     EXPECT_TRUE(IsUsable(setup, "Avg"));
     forms.ExpectBox("OUTPUT OPTIONS CHANGED",
                     "The 'Avg' and/or 'Std' outputs have been replaced with 'Smp'.");
@@ -180,7 +180,7 @@ TEST_F(PulseScreen, AveragesGiveWayToSamplesOnce) {
     Pick(setup, "Option", "Freq");
     Pick(setup, "Option", "Totl");
     EXPECT_TRUE(IsUsable(setup, "Avg"));
-    Pick(setup, "Table", "5");
+    Pick(setup, "Table", "Table 5");
     EXPECT_FALSE(IsUsable(setup, "Avg")) << "a table that is off";
   });
   for (int t = 1; t <= kTables; ++t) {
@@ -198,7 +198,7 @@ TEST_F(PulseScreen, OpeningAFrequencyChangesNothing) {
   store->Tables[2].TableOn = kTrue;
   const auto before = std::make_unique<PulseBlockData>(block(1));
   inSetup(1, [&](Screen& setup) {
-    Pick(setup, "Table", "2");
+    Pick(setup, "Table", "Table 2");
     EXPECT_EQ(Shown(setup, "Avg"), "on");
     EXPECT_FALSE(IsUsable(setup, "Avg"));
   });

@@ -264,13 +264,13 @@ TEST_F(ScanRateTables, SamplesTakeThePlaceOfWhatNeedsSeveralScans) {
   EXPECT_EQ(volts[2][kAverage], kTrue);
   forms.ExpectBox("OUTPUT TABLES", kScanRateText, Answer::kYes);
   EXPECT_FALSE(tablesAreBad());
-  EXPECT_EQ(volts[2][kSample], kTrue);
+  EXPECT_EQ(volts[2][kSample], 1);
   EXPECT_EQ(volts[2][kAverage] + volts[2][kHistogram], 0);
   EXPECT_EQ(volts[1][kAverage], kTrue);
   EXPECT_EQ(volts[1][kSample], kFalse);
-  EXPECT_EQ(store.TcRef.Output.OutputSelect[3][kSample], kTrue);
+  EXPECT_EQ(store.TcRef.Output.OutputSelect[3][kSample], 1);
   EXPECT_EQ(store.CalcFields.Field[1].Output.OutputSelect[3][kLevelCrossing], kFalse);
-  EXPECT_EQ(store.CalcFields.Field[1].Output.OutputSelect[3][kSample], kTrue);
+  EXPECT_EQ(store.CalcFields.Field[1].Output.OutputSelect[3][kSample], 1);
   EXPECT_EQ(store.Ports.Slot[0].Output.OutputSelect[6][kMinimum], kTrue);
   EXPECT_EQ(store.BridgeBlock[1].Output.OutputSelect[2][kSample], kFalse);  // had nothing
   EXPECT_FALSE(tablesAreBad());

@@ -1,4 +1,4 @@
-#include "setup/block_edits.h"
+#include "setup/controls/edits.h"
 
 namespace ostrand {
 
