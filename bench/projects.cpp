@@ -96,8 +96,8 @@ void MakeLongestProgram(ProjectStore& store) {
       }
     }
   };
-  fill(store.TempBlock, "Temp", kBlocks, 41);
-  fill(store.VoltBlock, "Volt", kBlocks, 41);
+  fill(store.TempBlock, "Temp", kBlocks, 39);
+  fill(store.VoltBlock, "Volt", kBlocks, 39);
 }
 
 }  // namespace ostrand::bench
