@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Loads, resaves and generates every project of a folder: tools/try-samples.sh PROGRAM FOLDER
+# Loads, resaves, generates, checks and shows every project of a folder: tools/try-samples.sh PROGRAM FOLDER
 # A project may have faults that the program reports (exit code 1); it may not crash. A second save
 # may differ from the first in empty units alone, which the format brings back as the default; a
 # third must be the same bytes. A folder that is not there is no failure.
@@ -34,6 +34,7 @@ for project in "$samples"/*.VKG; do
   try "$program" resave "$scratch/first/$title.VKG" -o "$scratch/second"
   try "$program" resave "$scratch/second/$title.VKG" -o "$scratch/third"
   try "$program" generate "$project" -o "$scratch/first"
+  for command in check summary wiring; do try "$program" "$command" "$project"; done
   difference="$(diff --text "$scratch"/{first,second}/"$title.VKG" | grep -a '^[<>]' |
     grep -avE '^> (Long)?Units\(' || true)"
   if [[ -n "$difference" ]]; then
@@ -44,10 +45,12 @@ for project in "$samples"/*.VKG; do
     echo "$title: a third save differs from the second"
     failed=1
   fi
-  if [[ ! -s "$scratch/first/$title.VKP" ]]; then
-    echo "$title: no program"
-    failed=1
-  fi
+  for extension in VKP VKD VKW; do
+    if [[ ! -s "$scratch/first/$title.$extension" ]]; then
+      echo "$title: no .$extension"
+      failed=1
+    fi
+  done
   count=$((count + 1))
 done
 echo "$count projects tried"
