@@ -40,14 +40,14 @@ class LineCalculator : public Calculator {
   KeptAnswers<LineAnswers> kept_;
 };
 
-class frmCalcMultOff : public LineCalculator {
+class frmCalcMultOff final : public LineCalculator {
  public:
   frmCalcMultOff(const ScreenContext& context, const InputAxis& axis)
       : LineCalculator(context, "frmCalcMultOff", context.store.MultOffCalc, axis) {}
 };
 
 // The same for the ratio of a bridge.
-class frmCalcPot : public LineCalculator {
+class frmCalcPot final : public LineCalculator {
  public:
   frmCalcPot(const ScreenContext& context, const InputAxis& axis)
       : LineCalculator(context, "frmCalcPot", context.store.PotCalc, axis) {}

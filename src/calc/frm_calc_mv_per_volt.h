@@ -6,7 +6,7 @@
 
 namespace ostrand {
 
-class frmCalcmVPerVolt : public Calculator {
+class frmCalcmVPerVolt final : public Calculator {
  public:
   // `inVolts` for a bridge whose output is given in volts per volt.
   frmCalcmVPerVolt(const ScreenContext& context, bool inVolts);

@@ -37,7 +37,7 @@ class FormulaGrid : public Choice {
 
 // Edits the fields in place, so that names are checked against all that there are; Cancel takes the
 // edits back.
-class frmCalculated : public Screen {
+class frmCalculated final : public Screen {
  public:
   // `outputs` opens the outputs of a field, from 1; its button is disabled without it.
   frmCalculated(const ScreenContext& context, const FormulaListPlace& place,

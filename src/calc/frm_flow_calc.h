@@ -7,7 +7,7 @@
 
 namespace ostrand {
 
-class frmFlowCalc : public RateCalculator {
+class frmFlowCalc final : public RateCalculator {
  public:
   explicit frmFlowCalc(const ScreenContext& context);
 

@@ -6,7 +6,7 @@
 
 namespace ostrand {
 
-class frmMoreSpeed : public RateCalculator {
+class frmMoreSpeed final : public RateCalculator {
  public:
   explicit frmMoreSpeed(const ScreenContext& context);
 

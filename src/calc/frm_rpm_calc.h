@@ -6,7 +6,7 @@
 
 namespace ostrand {
 
-class frmRPMCalc : public RateCalculator {
+class frmRPMCalc final : public RateCalculator {
  public:
   explicit frmRPMCalc(const ScreenContext& context);
 

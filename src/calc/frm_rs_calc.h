@@ -6,7 +6,7 @@
 
 namespace ostrand {
 
-class frmRsCalc : public Calculator {
+class frmRsCalc final : public Calculator {
  public:
   explicit frmRsCalc(const ScreenContext& context);
 

@@ -15,7 +15,7 @@ std::optional<ScalingAnswer> SolveScaling(const ScreenContext& context,
                                           const CalculatorSource& source);
 
 // Shows the calculators that fit the source, and ends with the Done of one.
-class frmSolveList : public Screen {
+class frmSolveList final : public Screen {
  public:
   frmSolveList(const ScreenContext& context, const CalculatorSource& source);
 

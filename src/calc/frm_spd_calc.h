@@ -6,7 +6,7 @@
 
 namespace ostrand {
 
-class frmSpdCalc : public Calculator {
+class frmSpdCalc final : public Calculator {
  public:
   explicit frmSpdCalc(const ScreenContext& context);
 

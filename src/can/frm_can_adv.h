@@ -7,7 +7,7 @@
 namespace ostrand {
 
 // Changes `module`, which must outlive the screen, at Done.
-class frmCanAdv : public Screen {
+class frmCanAdv final : public Screen {
  public:
   frmCanAdv(const ScreenContext& context, CanModuleData& module);
 

@@ -24,7 +24,7 @@ struct CanHooks {
 };
 
 // Edits a copy of the project's CAN part, one item at a time; Done writes it to the store.
-class frmCanBus : public Screen {
+class frmCanBus final : public Screen {
  public:
   // `files` must outlive the screen; `listFolder` is where the dialogs for pick lists start.
   frmCanBus(const ScreenContext& context, platform::FileSystem& files, std::string listFolder,

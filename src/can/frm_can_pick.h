@@ -11,7 +11,7 @@
 namespace ostrand {
 
 // Works on one list at a time, for the bus of the project. Done picks the chosen item, if any.
-class frmCanPick : public Screen {
+class frmCanPick final : public Screen {
  public:
   // What the screen is about. `files` must outlive it.
   struct Subject {

@@ -18,7 +18,7 @@ enum class SummaryNumbers { kGeneral, kNumber, kScientific, kCustom };
 std::string SummaryNumberMask(SummaryNumbers form, int digits);
 
 // Colours take effect at once; Cancel puts back those that were there.
-class frmOptGen : public Screen {
+class frmOptGen final : public Screen {
  public:
   // The settings must outlive the screen. `onChange` is told of each change of a colour.
   frmOptGen(const ScreenContext& context, Settings& settings, std::function<void()> onChange);

@@ -13,7 +13,7 @@ namespace ostrand {
 
 // Edits the rows of the table of settings at Done. Who shows it fills the table before and takes
 // its values afterwards.
-class frmOptOrvus : public Screen {
+class frmOptOrvus final : public Screen {
  public:
   // The settings must outlive the screen.
   frmOptOrvus(const ScreenContext& context, Settings& settings);

@@ -14,7 +14,7 @@ namespace ostrand {
 
 // Edits the bridge blocks of the store in place; Done settles the count and the starts. Blocks
 // above the fourth, which a project may bring along, go at Done.
-class frmBrdgBlock : public Screen {
+class frmBrdgBlock final : public Screen {
  public:
   explicit frmBrdgBlock(const ScreenContext& context, SetupHooks hooks = {});
 

@@ -14,7 +14,7 @@
 namespace ostrand {
 
 // Edits a block of the store in place; Cancel puts back what it was.
-class frmBrdgSetup : public Screen {
+class frmBrdgSetup final : public Screen {
  public:
   // `block` from 1, one of the list's. The list outlives this screen.
   frmBrdgSetup(const ScreenContext& context, frmBrdgBlock& list, int block,

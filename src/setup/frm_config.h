@@ -17,7 +17,7 @@ namespace ostrand {
 
 // Edits the configuration in place; Cancel puts back what was there. What a change does to blocks,
 // tables and ports is done by Done.
-class frmConfig : public Screen {
+class frmConfig final : public Screen {
   ConditionVariables variables_;  // made before the panel that lists them
 
  public:

@@ -12,7 +12,7 @@ namespace ostrand {
 
 // Edits the outputs in place; Cancel puts back what was there. Controls carry the number of their
 // channel behind the key: "Include1", "State21" for state 2 of channel 1, "Excite2MeasVar1".
-class frmExcite : public Screen {
+class frmExcite final : public Screen {
  public:
   explicit frmExcite(const ScreenContext& context);
   ~frmExcite() override;

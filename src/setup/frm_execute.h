@@ -10,7 +10,7 @@
 namespace ostrand {
 
 // Edits the scan in place; Cancel puts back what was there.
-class frmExecute : public Screen {
+class frmExecute final : public Screen {
  public:
   explicit frmExecute(const ScreenContext& context);
 

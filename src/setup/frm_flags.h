@@ -14,7 +14,7 @@ namespace ostrand {
 
 // Edits the flags in place; Cancel puts back what was there. Controls carry the number of their
 // flag: "FlagInclude3", "State1FlagVar3".
-class frmFlags : public Screen {
+class frmFlags final : public Screen {
  public:
   explicit frmFlags(const ScreenContext& context);
   ~frmFlags() override;

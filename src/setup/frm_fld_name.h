@@ -24,7 +24,7 @@ struct FieldNamesHooks {
 
 // Edits copies of the rows, which their owner gets at Done. A cell that shows the block's default
 // is kept blank; one that differs from it is marked as set by hand.
-class frmFldName : public Screen {
+class frmFldName final : public Screen {
  public:
   using Hooks = FieldNamesHooks;
 

@@ -7,7 +7,7 @@
 namespace ostrand {
 
 // Done keeps them as `HistogramCode`: "bins,lower,upper,form,weight".
-class frmHistogram : public HistoScreen {
+class frmHistogram final : public HistoScreen {
  public:
   frmHistogram(const ScreenContext& context, const HistoTarget& target);
 

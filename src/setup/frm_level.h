@@ -47,7 +47,7 @@ class LevelList {
   std::vector<float> values_;
 };
 
-class frmLevel : public HistoScreen {
+class frmLevel final : public HistoScreen {
  public:
   // `stem` as LevelStem gives it.
   frmLevel(const ScreenContext& context, const HistoTarget& target, std::string_view stem);

@@ -12,7 +12,7 @@
 namespace ostrand {
 
 // Edits copies of the tables, one at a time, and keeps them at Done.
-class frmOutInt : public Screen {
+class frmOutInt final : public Screen {
  public:
   explicit frmOutInt(const ScreenContext& context);
 

@@ -18,7 +18,7 @@ enum class SingleValue {
 };
 
 // Edits a copy, which the project gets at Done.
-class frmPortTables : public Screen {
+class frmPortTables final : public Screen {
  public:
   // What is edited, where it is kept.
   struct Kept {

@@ -20,7 +20,7 @@ std::string MaskBits(std::string_view text, std::string_view codeType);
 
 // Edits the first group of ports in place; Cancel puts back what was there. Controls carry the
 // number of their port: "Include3", "State1MeasureVar3"; 9 is the byte of all ports.
-class frmPorts : public Screen {
+class frmPorts final : public Screen {
  public:
   explicit frmPorts(const ScreenContext& context);
   ~frmPorts() override;

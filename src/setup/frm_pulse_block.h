@@ -13,7 +13,7 @@
 namespace ostrand {
 
 // Edits the pulse blocks of the store in place; Done settles the count.
-class frmPulseBlock : public Screen {
+class frmPulseBlock final : public Screen {
  public:
   explicit frmPulseBlock(const ScreenContext& context, SetupHooks hooks = {});
 

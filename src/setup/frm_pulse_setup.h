@@ -23,7 +23,7 @@ struct PulseInput {
 const PulseInput& PulseInputOf(const PulseBlockData& block);
 
 // Edits a block of the store in place; Cancel puts back what it was.
-class frmPulseSetup : public Screen {
+class frmPulseSetup final : public Screen {
  public:
   // `block` from 1, one of the list's. The list outlives this screen.
   frmPulseSetup(const ScreenContext& context, frmPulseBlock& list, int block,

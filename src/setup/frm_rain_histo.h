@@ -7,7 +7,7 @@
 namespace ostrand {
 
 // Done keeps them as `RainHistoCode`: "mean,amp,lower,upper,form".
-class frmRainHisto : public HistoScreen {
+class frmRainHisto final : public HistoScreen {
  public:
   frmRainHisto(const ScreenContext& context, const HistoTarget& target);
 

@@ -9,7 +9,7 @@ namespace ostrand {
 
 // Done gives the records to the table. It is disabled while there would be none, or more than a
 // table can have.
-class frmTableTimes : public Screen {
+class frmTableTimes final : public Screen {
  public:
   // `t` from 1. The tables must outlive the screen.
   frmTableTimes(const ScreenContext& context, TableObjects& tables, int t);

@@ -5,7 +5,7 @@
 
 namespace ostrand {
 
-class frmTempBlock : public PanelList<TempBlockGroup> {
+class frmTempBlock final : public PanelList<TempBlockGroup> {
  public:
   explicit frmTempBlock(const ScreenContext& context, SetupHooks hooks = {});
 

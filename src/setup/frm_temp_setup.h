@@ -5,7 +5,7 @@
 
 namespace ostrand {
 
-class frmTempSetup : public AnalogSetup {
+class frmTempSetup final : public AnalogSetup {
  public:
   PanelControls Panel;
   ThermocoupleControls Thermocouples;

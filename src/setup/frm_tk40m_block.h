@@ -5,7 +5,7 @@
 
 namespace ostrand {
 
-class frmTK40MBlock : public AnalogGroupList<TK40MBlockGroup> {
+class frmTK40MBlock final : public AnalogGroupList<TK40MBlockGroup> {
  public:
   Label TK40MCount;
   Label FreeChannels;  // inputs of all multiplexers

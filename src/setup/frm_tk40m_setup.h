@@ -5,7 +5,7 @@
 
 namespace ostrand {
 
-class frmTK40MSetup : public AnalogSetup {
+class frmTK40MSetup final : public AnalogSetup {
  public:
   Choice TK40Volts;  // OrvusAnalogTypes
   ThermocoupleControls Thermocouples;

@@ -11,7 +11,7 @@
 namespace ostrand {
 
 // Start conditions and, of a dual trigger, stop conditions of one table.
-class frmTrigTable : public Screen {
+class frmTrigTable final : public Screen {
  public:
   explicit frmTrigTable(const ScreenContext& context);
 

@@ -5,7 +5,7 @@
 
 namespace ostrand {
 
-class frmVoltBlock : public PanelList<VoltBlockGroup> {
+class frmVoltBlock final : public PanelList<VoltBlockGroup> {
  public:
   explicit frmVoltBlock(const ScreenContext& context, SetupHooks hooks = {});
 

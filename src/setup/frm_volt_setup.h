@@ -5,7 +5,7 @@
 
 namespace ostrand {
 
-class frmVoltSetup : public AnalogSetup {
+class frmVoltSetup final : public AnalogSetup {
  public:
   PanelControls Panel;
   VoltControls Volts;

@@ -9,7 +9,7 @@
 
 namespace ostrand {
 
-class frmWriteIf : public Screen {
+class frmWriteIf final : public Screen {
  public:
   explicit frmWriteIf(const ScreenContext& context);
 
