@@ -79,6 +79,7 @@ class SpawnSettings {
 Result<std::unique_ptr<Process>> PosixProcesses::Start(const ProgramCall& call) {
   std::vector<std::string> words = call.words;
   std::vector<char*> arguments;
+  arguments.reserve(words.size() + 1);
   for (std::string& word : words) arguments.push_back(word.data());
   arguments.push_back(nullptr);
   const SpawnSettings settings;
