@@ -99,6 +99,7 @@ std::string ScriptForms::Unforeseen() const {
 
 std::vector<std::string> ScriptForms::Unused() const {
   std::vector<std::string> titles;
+  titles.reserve(answers_.size());
   for (const Prepared& row : answers_) titles.push_back(row.title);
   return titles;
 }
