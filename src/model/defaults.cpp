@@ -1,6 +1,7 @@
 #include "model/defaults.h"
 
 #include <memory>
+#include <new>
 
 namespace ostrand {
 
@@ -16,11 +17,12 @@ namespace {
 
 constexpr std::string_view kNoTime = "---- --- -- --:--:--";
 
-// A record back to zeros and empty texts, in place: no copy of a large one on the stack.
+// A record back to zeros and empty texts, in place: no copy of a large one on the stack. Every
+// member has its initializer, so the record is not zeroed as a whole first.
 template <class Record>
 void clear(Record& record) {
   std::destroy_at(&record);
-  std::construct_at(&record);
+  ::new (static_cast<void*>(&record)) Record;
 }
 
 template <class Block>

@@ -28,12 +28,36 @@ struct Scientific {
   int exponent = 0;
 };
 
+// The digits of a number of six at most with two decimals at most, as most are; false for others.
+// Two texts of six digits never read back as one value, so no search is needed.
+template <class Real>
+bool takeFewDigits(Real value, Scientific& result) {
+  constexpr long kHundred = 100;
+  constexpr long kSixDigits = 1000000;
+  const auto size = static_cast<double>(value < 0 ? -value : value);
+  if (!(size < static_cast<double>(kSixDigits / kHundred))) return false;
+  const long hundredths = std::lround(size * kHundred);
+  if (hundredths == 0 || hundredths == kSixDigits) return false;
+  if (static_cast<Real>(static_cast<double>(hundredths) / kHundred) != static_cast<Real>(size)) {
+    return false;
+  }
+  result.negative = value < 0;
+  const char* const end =
+      std::to_chars(result.digits.data(), result.digits.data() + result.digits.size(), hundredths)
+          .ptr;
+  result.count = static_cast<int>(end - result.digits.data());
+  result.exponent = result.count - 3;
+  while (result.digits[static_cast<std::size_t>(result.count - 1)] == '0') --result.count;
+  return true;
+}
+
 template <class Real>
 Scientific shortestDigits(Real value) {
+  Scientific result;
+  if (takeFewDigits(value, result)) return result;
   std::array<char, 48> raw{};
   const auto end =
       std::to_chars(raw.data(), raw.data() + raw.size(), value, std::chars_format::scientific).ptr;
-  Scientific result;
   const char* at = raw.data();
   if (*at == '-') {
     result.negative = true;

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <bit>
 #include <charconv>
 #include <cmath>
@@ -111,6 +112,23 @@ TEST(NumberText, ReadsBackToTheSameValueWithTheFewestDigits) {
     // Denormals are rare among random bits.
     expectShortestRoundTrip<float>(static_cast<std::uint32_t>(bits & 0x807FFFFF), ToSingle);
     expectShortestRoundTrip<double>(bits & 0x800FFFFFFFFFFFFF, ToDouble);
+  }
+}
+
+TEST(NumberText, FewDigitsAreTheSearchedOnes) {
+  const auto expectSearched = [](auto value) {
+    std::array<char, 48> room{};
+    const auto end =
+        std::to_chars(room.data(), room.data() + room.size(), value, std::chars_format::fixed).ptr;
+    ASSERT_EQ(NumberText(value), std::string(room.data(), end));
+  };
+  for (int hundredths = 1; hundredths < 1000100; hundredths += 13) {
+    const double value = hundredths / 100.0;
+    const auto single = static_cast<float>(value);
+    expectSearched(value);
+    expectSearched(-std::nextafter(value, 0.0));
+    expectSearched(-single);
+    expectSearched(std::nextafter(single, 1e6F));
   }
 }
 
