@@ -3,6 +3,7 @@
 
 #include <deque>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -85,6 +86,7 @@ class ScreenScript : public ScreenHost {
   };
   using Words = std::vector<Word>;
   struct Verb;
+  struct Looks;
 
   static std::optional<Words> wordsOf(std::string_view line);
   void play(Screen* screen);
@@ -106,10 +108,14 @@ class ScreenScript : public ScreenHost {
   void expect(Screen* screen, const Words& words);
   void expectBox(const Words& words);
   void expectControl(Screen* screen, const Words& words);
+  void expectItem(const Control& control, std::span<const Word> words);
+  bool expectLooks(const Looks& looks, std::span<const Word> words);
+  void shows(const std::string& what, const std::string& text, std::string_view expected);
+  static bool isWord(const Word& word, std::string_view meaning);
 
   Ostrand& control_;
   ScriptForms& forms_;
-  std::string text_;  // in Windows-1252
+  std::string text_;  // in UTF-8
   std::string_view rest_;
   int line_ = 0;
   int actionLine_ = 0;  // the last line that did something
@@ -118,9 +124,5 @@ class ScreenScript : public ScreenHost {
 
 // The lines of a script and what they do, for people.
 std::string_view ScriptHelp();
-
-// All screens with their controls and what can be done with them, found by opening each one on a
-// sample project in the control's store.
-std::string ScreenCatalog(Ostrand& control);
 
 }  // namespace ostrand

@@ -89,7 +89,10 @@ bool TextField::TypeText(std::string_view keys) {
 
 bool TextField::Spin(bool up) {
   if (!OnSpin) return false;
+  // The buttons stand beside the field: it is left for them, and comes back with what they gave.
+  if (!Leave()) return true;
   fire([&] { OnSpin(up); }, up ? "SpinUp" : "SpinDown");
+  Enter();
   return true;
 }
 

@@ -51,6 +51,7 @@ class TextField : public Control {
   bool Take();
 
   bool TypeText(std::string_view keys) override;
+  // What was typed takes effect first.
   bool Spin(bool up) override;
   void Enter() override;
   // Takes what was typed, if anything was.
