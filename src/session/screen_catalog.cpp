@@ -5,6 +5,7 @@
 #include <deque>
 #include <vector>
 
+#include "session/script_forms.h"
 #include "session/setup_screens.h"
 #include "setup/controls/numeric_field.h"
 #include "text/number.h"
@@ -95,13 +96,18 @@ class CatalogHost : public ScreenHost {
     Entry& entry = entryOf(screen);
     // What a screen opens depends on who opened it, and on the kind of a block.
     for (const Screen::Opener& opener : screen.Openers()) {
+      const bool ofBlock = opener.argument == "block";
       std::string line = "  open " + opener.name;
-      if (!opener.argument.empty()) line += " " + Upper(opener.argument);
+      if (!opener.argument.empty()) line += " " + (ofBlock ? "BLOCK" : opener.argument);
       if (std::find(entry.opens.begin(), entry.opens.end(), line) == entry.opens.end()) {
         entry.opens.push_back(std::move(line));
       }
+      if (!ofBlock) {
+        opener.open(opener.argument);
+        continue;
+      }
       opener.open("1");
-      if (opener.argument == "block") opener.open("2");
+      opener.open("2");
     }
     screen.End(ModalResult::kCancel);
   }
@@ -158,8 +164,8 @@ std::string ItemsText(const Choice& choice) {
     std::size_t end = at + 1;
     while (end < items.size() && follows(items[end], items[end - 1])) ++end;
     if (end - at < kFewest) end = at + 1;
-    text += " \"" + items[at] + "\"";
-    if (end - at > 1) text += " to \"" + items[end - 1] + "\"";
+    text += " " + Quoted(items[at]);
+    if (end - at > 1) text += " to " + Quoted(items[end - 1]);
     at = end;
   }
   return text;

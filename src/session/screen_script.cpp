@@ -47,69 +47,7 @@ bool isAsExpected(std::string_view text, std::string_view expected) {
   return text.starts_with(expected.substr(0, expected.size() - kEllipsis.size()));
 }
 
-std::string quoted(std::string_view text) { return "\"" + std::string(text) + "\""; }
-
 }  // namespace
-
-// ---- The forms ----------------------------------------------------------------------------------
-
-void ScriptForms::Prepare(std::string title, Answer answer) {
-  answers_.push_back({std::move(title), answer});
-}
-
-void ScriptForms::StartAction() {
-  beeped_ = false;
-  seen_.clear();
-}
-
-Answer ScriptForms::ShowBox(const platform::MessageBox& box) {
-  const auto prepared = std::find_if(answers_.begin(), answers_.end(), [&](const Prepared& row) {
-    return SameText(row.title, box.title);
-  });
-  if (prepared != answers_.end()) {
-    const Answer answer = prepared->answer;
-    answers_.erase(prepared);
-    seen_.push_back({box.title, box.text});
-    return answer;
-  }
-  if (box.buttons == platform::Buttons::kOk) {
-    told_.push_back({box.title, box.text});
-    return Answer::kOk;
-  }
-  if (unanswered_.empty()) unanswered_ = quoted(box.title) + ": " + box.text;
-  return box.buttons == platform::Buttons::kYesNo ? Answer::kNo : Answer::kCancel;
-}
-
-std::optional<ScriptForms::Box> ScriptForms::Claim(std::string_view title) {
-  for (std::vector<Box>* boxes : {&told_, &seen_}) {
-    const auto found = std::find_if(boxes->begin(), boxes->end(),
-                                    [&](const Box& box) { return SameText(box.title, title); });
-    if (found == boxes->end()) continue;
-    Box box = *found;
-    boxes->erase(found);
-    return box;
-  }
-  return std::nullopt;
-}
-
-std::string ScriptForms::Unforeseen() const {
-  if (!unanswered_.empty()) return "no answer to the box " + unanswered_;
-  if (told_.empty()) return {};
-  return "unexpected box " + quoted(told_.front().title) + ": " + told_.front().text;
-}
-
-std::vector<std::string> ScriptForms::Unused() const {
-  std::vector<std::string> titles;
-  titles.reserve(answers_.size());
-  for (const Prepared& row : answers_) titles.push_back(row.title);
-  return titles;
-}
-
-std::optional<std::string> ScriptForms::takeFile() { return std::exchange(file_, std::nullopt); }
-
-std::optional<std::string> ScriptForms::AskOpen(const platform::FileDialog&) { return takeFile(); }
-
-std::optional<std::string> ScriptForms::AskSave(const platform::FileDialog&) { return takeFile(); }
 
 // ---- The lines ----------------------------------------------------------------------------------
 
@@ -140,7 +78,7 @@ Result<> ScreenScript::Run() {
   play(nullptr);
   failForBox();
   if (failure_.empty()) {
-    for (const std::string& title : forms_.Unused()) fail("no box " + quoted(title) + " came");
+    for (const std::string& title : forms_.Unused()) fail("no box " + Quoted(title) + " came");
   }
   if (failure_.empty()) return Done{};
   return Error{"line " + NumberText(line_) + ": " + failure_};
@@ -266,7 +204,7 @@ Control* ScreenScript::usable(Screen* screen, const Word& name) {
     fail(found->Name() + " is disabled");
   } else if (!screen->MoveFocus(found)) {
     fail(screen->Focused()->Name() + " keeps the focus, since it can't take " +
-         quoted(screen->Focused()->Text()));
+         Quoted(screen->Focused()->Text()));
   } else if (!found->Usable()) {
     // What was taken on the way has changed the screen.
     fail(found->Name() + " is disabled or hidden now");
@@ -287,13 +225,15 @@ void ScreenScript::open(Screen* screen, const Words& words) {
     }
     return control_.Click(button);
   }
+  if (!screen->MoveFocus(nullptr)) return fail("a field keeps the focus");
+  // One screen may be opened for several things, which the argument tells apart.
+  bool known = false;
   for (const Screen::Opener& opener : screen->Openers()) {
     if (!SameText(opener.name, name)) continue;
-    if (!screen->MoveFocus(nullptr)) return fail("a field keeps the focus");
-    if (!opener.open(argument)) fail(name + " can't be opened now");
-    return;
+    known = true;
+    if (opener.open(argument)) return;
   }
-  fail(screen->Name() + " does not open " + name);
+  fail(known ? name + " can't be opened now" : screen->Name() + " does not open " + name);
 }
 
 void ScreenScript::answer(Screen*, const Words& words) {
@@ -327,14 +267,15 @@ void ScreenScript::key(Screen* screen, const Words& words) {
 void ScreenScript::pick(Screen* screen, const Words& words) {
   Control* found = usable(screen, words[1]);
   if (found == nullptr || found->Pick(words[2].text)) return;
-  const std::string wanted = quoted(words[2].text);
+  const std::string wanted = Quoted(words[2].text);
   const auto* choice = dynamic_cast<const Choice*>(found);
   if (choice == nullptr) {
     fail("from " + found->Name() + " nothing is picked");
   } else if (choice->Find(words[2].text) != nullptr) {
     fail(wanted + " of " + found->Name() + " is disabled or hidden");
   } else {
-    fail(found->Name() + " has no " + wanted + " to pick, but" + ItemsText(*choice));
+    const std::string items = ItemsText(*choice);
+    fail(found->Name() + " has no " + wanted + " to pick" + (items.empty() ? "" : ", but" + items));
   }
 }
 
@@ -379,7 +320,7 @@ void ScreenScript::expect(Screen* screen, const Words& words) {
     fail("expect what of " + what.text + "?");
   } else if (isWord(what, "help")) {
     if (!isAsExpected(forms_.HelpLine(), words[2].text)) {
-      fail("the help line shows " + quoted(forms_.HelpLine()));
+      fail("the help line shows " + Quoted(forms_.HelpLine()));
     }
   } else {
     expectControl(screen, words);
@@ -389,9 +330,9 @@ void ScreenScript::expect(Screen* screen, const Words& words) {
 void ScreenScript::expectBox(const Words& words) {
   if (words.size() < 3) return fail("which box?");
   const std::optional<ScriptForms::Box> box = forms_.Claim(words[2].text);
-  if (!box) return fail("no box " + quoted(words[2].text) + " came");
+  if (!box) return fail("no box " + Quoted(words[2].text) + " came");
   if (words.size() > 3 && !isAsExpected(box->text, withBreaks(words[3].text))) {
-    fail("the box says " + quoted(box->text));
+    fail("the box says " + Quoted(box->text));
   }
 }
 
@@ -414,10 +355,11 @@ void ScreenScript::expectItem(const Control& control, std::span<const Word> word
   if (choice == nullptr) return fail(control.Name() + " has no items");
   const Choice::Item* item = choice->Find(words[0].text);
   if (item == nullptr) {
-    return fail(control.Name() + " has no item " + quoted(words[0].text) + ", but" +
-                ItemsText(*choice));
+    const std::string items = ItemsText(*choice);
+    return fail(control.Name() + " has no item " + Quoted(words[0].text) +
+                (items.empty() ? "" : ", but" + items));
   }
-  const Looks looks = {quoted(item->Text) + " of " + control.Name(), item->Enabled, item->Visible,
+  const Looks looks = {Quoted(item->Text) + " of " + control.Name(), item->Enabled, item->Visible,
                        item->Text, item->ToolTip};
   if (words.size() > 1 && !expectLooks(looks, words.subspan(1))) fail("expect what of the item?");
 }
@@ -451,7 +393,7 @@ bool ScreenScript::expectLooks(const Looks& looks, std::span<const Word> words) 
 
 void ScreenScript::shows(const std::string& what, const std::string& text,
                          std::string_view expected) {
-  if (!isAsExpected(text, withBreaks(expected))) fail(what + " shows " + quoted(text));
+  if (!isAsExpected(text, withBreaks(expected))) fail(what + " shows " + Quoted(text));
 }
 
 // A word with a meaning of its own stands without quotes.

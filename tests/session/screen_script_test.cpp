@@ -262,6 +262,17 @@ TEST(Script, WordsAreQuotedAndNamesAreFoundInAnyCase) {
   EXPECT_EQ(session.store->PulseBlock[0][1].Units, "rpm");
 }
 
+// One screen that is opened for two things from one other.
+TEST(Script, TheWordBehindAScreenTellsWhatItIsFor) {
+  ScriptSession session;
+  EXPECT_EQ(session.Play("open frmConfig\ncheck MonitorPower1 on\ndone\n"
+                         "check MonitorPower4 on\ndone\n"
+                         "open frmPortTables paneloutput\ncheck Public on\ndone\ndone\n"),
+            "");
+  EXPECT_EQ(session.store->TcRef.Public, kTrue);
+  EXPECT_EQ(session.store->PowerOut.Public, kFalse);
+}
+
 // Whatever stops it, the project in the session is the one before the screens that were open.
 TEST(Script, AStoppedScriptLeavesNoScreenOpen) {
   for (const std::string kind : {"Volt", "Temp", "Brdg", "Pulse"}) {

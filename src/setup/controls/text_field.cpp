@@ -101,10 +101,9 @@ void TextField::Enter() {
   selected_ = true;
 }
 
-bool UnitField::TypeText(std::string_view keys) {
-  std::string kept(keys);
-  std::erase(kept, ' ');
-  return TextField::TypeText(kept);
+void UnitField::Key(char letter) {
+  if (letter != ' ') return TextField::Key(letter);
+  if (isSelected()) Clear();
 }
 
 }  // namespace ostrand
