@@ -54,7 +54,11 @@ ExitCode PlayScreens(const CommandLine& line) {
     return kFault;
   }
   ProjectRun run{line, host->files, host->forms, {}, 0};
-  return WriteProject(run, session) ? kDone : kFault;
+  if (!WriteProject(run, session)) return kFault;
+  if (!player.OpenedOptions()) return kDone;
+  const Result<> kept = session.UserSettings().SaveSettings();
+  if (!kept) Complain(kept.ErrorText());
+  return kept ? kDone : kFault;
 }
 
 ExitCode ListScreens(const CommandLine& line) {

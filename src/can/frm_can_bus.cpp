@@ -240,8 +240,10 @@ void frmCanBus::bindOpeners() {
   Pick.OnPress = [this] { openPick(); };
   FieldNames.OnPress = [this] { runHook(hooks_.FieldNames); };
   Outputs.OnPress = [this] { runHook(hooks_.Outputs); };
-  addOpener({"frmCanAdv", "", [this](std::string_view) { return openAdvanced(); }});
-  addOpener({"frmCanPick", "", [this](std::string_view) { return openPick(); }});
+  addOpener(OpenedBy(Advanced, "frmCanAdv"));
+  addOpener(OpenedBy(Pick, "frmCanPick"));
+  addOpener(OpenedBy(FieldNames, "frmFldName"));
+  addOpener(OpenedBy(Outputs, "frmPortTables"));
 }
 
 void frmCanBus::takeBaud() {
@@ -370,14 +372,12 @@ void frmCanBus::deleteItem() {
   showList();
 }
 
-bool frmCanBus::openAdvanced() {
+void frmCanBus::openAdvanced() {
   frmCanAdv screen(context(), module());
   showModal(screen);
-  return true;
 }
 
-bool frmCanBus::openPick() {
-  if (!hasItem()) return false;
+void frmCanBus::openPick() {
   frmCanPick screen(context(), {files_, listFolder_, ListItemOf(item(), idType()), listPath_});
   const bool done = showModal(screen);
   listPath_ = screen.Path();
@@ -385,11 +385,9 @@ bool frmCanBus::openPick() {
     TakeOver(*screen.Picked(), item());
     showList();
   }
-  return true;
 }
 
 void frmCanBus::runHook(const std::function<bool(CanItemData&, int)>& hook) {
-  if (!hook || !hasItem()) return;
   if (hook(item(), current_)) hookChanged_ = true;
   showItem();
 }

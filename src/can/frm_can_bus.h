@@ -109,8 +109,8 @@ class frmCanBus final : public Screen {
 
   void addItem();
   void deleteItem();
-  bool openAdvanced();
-  bool openPick();
+  void openAdvanced();
+  void openPick();
   void runHook(const std::function<bool(CanItemData&, int)>& hook);
 
   void showModule();

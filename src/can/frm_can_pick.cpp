@@ -241,7 +241,7 @@ bool frmCanPick::onDone() {
     tell("Invalid Rx Data Type",
          "The Rx Data Type of " + NumberText(static_cast<int>(item->Config.DataStyle)) +
              " is out of the allowed range [1-6] .\r\nPlease check the [DataType] item in the [" +
-             item->Config.Description + "] record\r\nand of the [" + path_ + "] pick list.");
+             item->Config.Description + "] record\r\nof the [" + path_ + "] pick list.");
     return false;
   }
   if (!mayLeaveList()) return false;

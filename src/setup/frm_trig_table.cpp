@@ -66,7 +66,8 @@ frmTrigTable::frmTrigTable(const ScreenContext& context)
       ViewStop(*this, "ViewStop"),
       ListStart(*this, "ListStart"),
       ListStop(*this, "ListStop"),
-      ListBoth(*this, "ListBoth") {
+      ListBoth(*this, "ListBoth"),
+      Font(*this, context.ConditionFont, {&Start.Grouping, &Stop.Grouping}) {
   PreTriggerScans.Limits(0, std::numeric_limits<i32>::max());
   AftTriggerScans.Limits(0, std::numeric_limits<i32>::max());
   PreTriggerTime.ToolTip = "Shows the time from the beginning of the test to the start trigger.";

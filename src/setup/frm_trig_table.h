@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "model/output_table.h"
+#include "setup/condition_font.h"
 #include "setup/conditions.h"
 #include "setup/controls/numeric_field.h"
 #include "setup/controls/screen.h"
@@ -41,6 +42,7 @@ class frmTrigTable final : public Screen {
   Button ListStart;
   Button ListStop;
   Button ListBoth;
+  ConditionFontControls Font;  // of both grouping lines
 
  protected:
   bool onDone() override;

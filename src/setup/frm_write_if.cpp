@@ -34,7 +34,8 @@ frmWriteIf::frmWriteIf(const ScreenContext& context)
       variables_(context.store, context.UserVarListTypes),
       Write(*this, variables_, names()),
       CallLine(*this, "CallLine"),
-      View(*this, "View") {
+      View(*this, "View"),
+      Font(*this, context.ConditionFont, {&Write.Grouping}) {
   Write.OnFlag = [this](int flagNumber) { CheckFlagUsage(Forms(), store(), flagNumber); };
   View.OnPress = [this] {
     if (!Write.Check()) return;

@@ -404,7 +404,7 @@ TEST_F(CanScreens, AnItemOfAListIsTakenOver) {
                  forms.ExpectBox("Invalid Rx Data Type",
                                  "The Rx Data Type of 7 is out of the allowed range [1-6] .\r\n"
                                  "Please check the [DataType] item in the [Wild] record\r\n"
-                                 "and of the [/work/engine.29LST] pick list.");
+                                 "of the [/work/engine.29LST] pick list.");
                  list.Done();
                  EXPECT_EQ(list.Result(), ModalResult::kNone);
                  pick(list, "Items", "2: Oil, hot");
