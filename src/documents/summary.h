@@ -15,7 +15,7 @@ struct SummaryLook {
   std::string projectName;  // shown in upper case; "NoName" before the project has a file
   Colour text = kWindowText;
   Colour heading = kWindowText;  // of the underlined headings
-  NumberFormat numbers;          // of multipliers and offsets
+  NumberFormat numbers = {};     // of multipliers and offsets
 };
 
 // A number in such a form: 1234.5 as "1234.5", "1,234.50", "1.23e3", "1234.5" with 2 digits.

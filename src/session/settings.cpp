@@ -269,8 +269,8 @@ void Settings::readView() {
   constexpr auto kMostForm = static_cast<i32>(NumberForm::kCustom);
   view_ = {{text(kFontSection, "Name", font.Name), text(kFontSection, "Style", font.Style),
             number(kFontSection, "Size", font.Size, kLeastFontSize, kMostFontSize)},
-           {static_cast<NumberForm>(number(kNumbersSection, "Form", static_cast<i32>(numbers.form),
-                                           0, kMostForm)),
+           {static_cast<NumberForm>(
+                number(kNumbersSection, "Form", static_cast<i32>(numbers.form), 0, kMostForm)),
             number(kNumbersSection, "Digits", numbers.digits, 0, kMostFormDigits)}};
   storedView_ = view_;
 }

@@ -18,7 +18,8 @@ class ConditionFontControls {
  public:
   // Sets the font of `lines` now and after each choice. Without a font of the user's to choose, a
   // null one, the controls are disabled. Font and lines outlive the controls.
-  ConditionFontControls(Screen& screen, TextFont* font, std::initializer_list<GroupingField*> lines);
+  ConditionFontControls(Screen& screen, TextFont* font,
+                        std::initializer_list<GroupingField*> lines);
 
   TextField FontName;
   Choice FontStyle;

@@ -95,7 +95,8 @@ std::string ConditionVariables::Variable(std::string_view name) const {
 }
 
 std::string ConditionVariables::InVariables(std::string_view expression) const {
-  return ReplaceNames(expression, [this](const NameInText& name) { return elementOf(name.Text()); });
+  return ReplaceNames(expression,
+                      [this](const NameInText& name) { return elementOf(name.Text()); });
 }
 
 std::string ConditionVariables::InAliases(std::string_view expression) const {
@@ -490,16 +491,6 @@ ConditionSet::ConditionSet(Screen& screen, const ConditionVariables& variables, 
   Grouping.OnTake = [this] { onEdit(); };
 }
 
-bool ConditionSet::acceptGrouping(std::string& line) {
-  const int count = Count();
-  if (const auto fault = FindGroupingFault(line, count)) {
-    tell(fault->title, fault->text);
-    return false;
-  }
-  line = StoredGrouping(line, count);
-  return true;
-}
-
 void ConditionSet::Load(std::span<const ConditionRow> rows, int count, std::string_view grouping) {
   const auto used = static_cast<std::size_t>(std::clamp(count, 0, kConditions));
   for (int n = 1; n <= kConditions; ++n) {
@@ -536,15 +527,26 @@ std::string ConditionSet::expanded(bool aliases) const {
 }
 
 bool ConditionSet::Check() {
-  if (Count() == 0) return true;
   std::string line = Grouping.Text();
-  if (!acceptGrouping(line)) return false;
-  if (InVariables().size() <= kMostExpression) return true;
-  tell("EXPRESSION TOO LONG", JoinLines({"The total length for a conditional logic expression",
-                                         "may not exceed 490 characters. This size limit is",
-                                         "based on the expression size after alias names have",
-                                         "been replaced with their actual variable names."}));
-  return false;
+  return acceptGrouping(line);
+}
+
+bool ConditionSet::acceptGrouping(std::string& line) {
+  const int count = Count();
+  if (count == 0) return true;
+  if (const auto fault = FindGroupingFault(line, count)) {
+    tell(fault->title, fault->text);
+    return false;
+  }
+  if (InVariables().size() > kMostExpression) {
+    tell("EXPRESSION TOO LONG", JoinLines({"The total length for a conditional logic expression",
+                                           "may not exceed 490 characters. This size limit is",
+                                           "based on the expression size after alias names have",
+                                           "been replaced with their actual variable names."}));
+    return false;
+  }
+  line = StoredGrouping(line, count);
+  return true;
 }
 
 // Rows are filled from the first on, and emptying one empties those behind it.

@@ -186,14 +186,14 @@ std::string ExpandGrouping(std::string_view line, std::span<const std::string> r
 // The most characters of an expanded line with its rows in parentheses and variables for aliases.
 inline constexpr std::size_t kMostExpression = 490;
 
-// The field of the grouping line. A faulty one is told in a box and keeps the focus.
+// The field of the grouping line. One that can not be taken is told in a box and keeps the focus.
 class GroupingField : public TextField {
  public:
   using TextField::TextField;
 
   TextFont Font;  // to show it in; without a name the host's own
 
-  // Brings the line into its form; false after a box that told its fault.
+  // Brings the line into its form; false after a box that told what is wrong.
   std::function<bool(std::string& line)> Accept;
 
  protected:

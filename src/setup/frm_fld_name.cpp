@@ -51,8 +51,7 @@ frmFldName::Sensor::Sensor(Screen& screen, int number, bool gaugeFactor)
   Reset.Caption = "Reset";
 }
 
-frmFldName::frmFldName(const ScreenContext& context, FieldNamesRequest block,
-                       Calculator calculator)
+frmFldName::frmFldName(const ScreenContext& context, FieldNamesRequest block, Calculator calculator)
     : Screen(context, "frmFldName"),
       AliasLight(*this, "AliasLight"),
       UnitsLight(*this, "UnitsLight"),
