@@ -105,7 +105,6 @@ class frmCanBus final : public Screen {
   void takeFrame();
   void takeMatch();
   void takeTimeout();
-  void tell(std::string_view title, std::string_view text);
 
   void addItem();
   void deleteItem();

@@ -531,6 +531,14 @@ bool ConditionSet::Check() {
   return acceptGrouping(line);
 }
 
+void ConditionSet::View(std::string_view title, std::string text) {
+  if (!Check()) return;
+  platform::MessageBox box;
+  box.title = title;
+  box.text = std::move(text);
+  screen_.Forms().ShowBox(box);
+}
+
 bool ConditionSet::acceptGrouping(std::string& line) {
   const int count = Count();
   if (count == 0) return true;

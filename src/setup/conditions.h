@@ -238,6 +238,8 @@ class ConditionSet {
 
   // Tests the line and the length of the whole; false after a box that told what is wrong.
   bool Check();
+  // Shows code made of it in a box, if it passes the test.
+  void View(std::string_view title, std::string text);
 
  private:
   static Rows makeRows(Screen& screen, const ConditionVariables& variables, const Names& names);

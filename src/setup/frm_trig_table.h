@@ -56,7 +56,6 @@ class frmTrigTable final : public Screen {
   [[nodiscard]] std::string eventText() const;
   void keep(const ConditionSet& set, int state);
   bool tellMissing(std::string_view what, std::string_view remedy);
-  void viewCode(ConditionSet& set, std::string_view title, std::string_view text);
 
   cOutputTable* table_ = nullptr;  // while it is shown
 };
