@@ -80,6 +80,27 @@ class CanScreens : public ::testing::Test {
       store->Can.Item[n].DataStyle = 1;
     }
   }
+  static std::string told(const CanItemData& item) {
+    const std::string parts[] = {item.Name,
+                                 item.Description,
+                                 item.DataId,
+                                 NumberText(int{item.DataStyle}),
+                                 NumberText(int{item.StartBit}),
+                                 NumberText(int{item.NumBits}),
+                                 NumberText(int{item.Reps}),
+                                 NumberText(item.DefaultMult),
+                                 NumberText(item.DefaultOffset),
+                                 item.Units,
+                                 item.DataResolution,
+                                 NumberText(int{item.ItemMessageType}),
+                                 item.TxDataId,
+                                 item.TxDataFrame,
+                                 item.RxDataMatch,
+                                 NumberText(item.RxTimeout)};
+    std::string all;
+    for (const std::string& part : parts) all += part + "|";
+    return all;
+  }
   std::string project() { return ORVUS_GENFILE::ProjectFileText(*store, kMoment); }
 
   testing::ScriptedForms forms;
@@ -136,25 +157,12 @@ TEST_F(CanScreens, AnItemIsMadeFieldByFieldAndStoredAtDone) {
   EXPECT_EQ(module.CanSeg2, 2);
   ASSERT_EQ(store->Can.CanCount, 1);
   const CanItemData& item = store->Can.Item[1];
-  EXPECT_EQ(item.Name, "OilTemp_1");
-  EXPECT_EQ(item.Description, "Oil, hot side");
+  EXPECT_EQ(told(item),
+            "OilTemp_1|Oil, hot side|&H1CFECA03|4|64|1|64|0.03125|-273.15|degC|FP2|1|536870911|"
+            "&H00FECA0000000000|&HXXXXCA00XXXXXXXX|20000|");
   EXPECT_EQ(item.Enabled, 1);
   EXPECT_EQ(item.Public, -1);
-  EXPECT_EQ(item.DataId, "&H1CFECA03");
-  EXPECT_EQ(item.DataStyle, 4);
-  EXPECT_EQ(item.StartBit, 64);
-  EXPECT_EQ(item.NumBits, 1);
-  EXPECT_EQ(item.Reps, 64);
-  EXPECT_EQ(item.DefaultMult, 0.03125F);
-  EXPECT_EQ(item.DefaultOffset, -273.15F);
-  EXPECT_EQ(item.Units, "degC");
-  EXPECT_EQ(item.DataResolution, "FP2");
-  EXPECT_EQ(item.ItemMessageType, 1);
-  EXPECT_EQ(item.TxDataId, "536870911");
-  EXPECT_EQ(item.TxDataFrame, "&H00FECA0000000000");
-  EXPECT_EQ(item.RxDataMatch, "&HXXXXCA00XXXXXXXX");
   EXPECT_EQ(item.RxDataMask, "255");
-  EXPECT_EQ(item.RxTimeout, 20000);
 }
 
 TEST_F(CanScreens, TextsOfAFrameAreTestedWhenTheyAreTaken) {
@@ -371,22 +379,10 @@ TEST_F(CanScreens, AnItemOfAListIsTakenOver) {
   EXPECT_TRUE(open(*screen, "frmCanPick"));
   screen->Done();
   const CanItemData& oil = store->Can.Item[1];
-  EXPECT_EQ(oil.Name, "OilTemp");
-  EXPECT_EQ(oil.Description, "Oil, hot");
-  EXPECT_EQ(oil.DataId, "419351043");
-  EXPECT_EQ(oil.DataStyle, 2);
-  EXPECT_EQ(oil.StartBit, 9);
-  EXPECT_EQ(oil.NumBits, 16);
-  EXPECT_EQ(oil.DefaultMult, 0.5F);
-  EXPECT_EQ(oil.DefaultOffset, -40.0F);
-  EXPECT_EQ(oil.Units, "degC");
-  EXPECT_EQ(oil.ItemMessageType, 1);
-  EXPECT_EQ(oil.TxDataId, "5");
-  EXPECT_EQ(oil.TxDataFrame, "&H0100000000000000");
-  EXPECT_EQ(oil.RxDataMatch, "&HXXXXXXXXXXXXXX00");
-  EXPECT_EQ(oil.RxTimeout, 20);
-  EXPECT_EQ(oil.Reps, 4) << "a list has no count of values";
-  EXPECT_EQ(oil.DataResolution, "FP2");
+  EXPECT_EQ(told(oil),
+            "OilTemp|Oil, hot|419351043|2|9|16|4|0.5|-40|degC|FP2|1|5|&H0100000000000000|"
+            "&HXXXXXXXXXXXXXX00|20|")
+      << "a list has no count of values and no resolution";
   const CanItemData& second = store->Can.Item[2];
   EXPECT_EQ(second.Name, "Item2");
   EXPECT_EQ(second.DataId, "&H18FECB03");

@@ -80,17 +80,6 @@ TEST_F(OptionScreens, SettingsTakeEffectFromTheTable) {
   EXPECT_EQ(settings.UserVarListTypes()[1], 67108864);
 }
 
-TEST_F(OptionScreens, AKindMovesToTheEndsOfTheListAndNoFurther) {
-  frmOptOrvus screen(context, settings);
-  screen.UserVarListTypes.Pick("Flags");
-  EXPECT_FALSE(screen.MoveUp.Enabled);
-  screen.UserVarListTypes.Pick("CANBUS Items");
-  EXPECT_FALSE(screen.MoveDown.Enabled);
-  screen.MoveUp.Press();
-  EXPECT_EQ(screen.UserVarListTypes.Text(), "CANBUS Items") << "it stays picked";
-  EXPECT_TRUE(screen.MoveDown.Enabled);
-}
-
 TEST_F(OptionScreens, ColorsTakeEffectAtOnceAndCancelPutsThemBack) {
   int changes = 0;
   frmOptGen screen(context, settings, [&] { ++changes; });
