@@ -55,8 +55,9 @@ ExitCode PlayScreens(const CommandLine& line) {
   }
   ProjectRun run{line, host->files, host->forms, {}, 0};
   if (!WriteProject(run, session)) return kFault;
-  if (!player.OpenedOptions()) return kDone;
-  const Result<> kept = session.UserSettings().SaveSettings();
+  Settings& settings = session.UserSettings();
+  if (!player.OpenedOptions() && !settings.ViewChanged()) return kDone;
+  const Result<> kept = settings.SaveSettings();
   if (!kept) Complain(kept.ErrorText());
   return kept ? kDone : kFault;
 }

@@ -276,7 +276,7 @@ void Settings::readView() {
 }
 
 Result<> Settings::saveView() {
-  if (view_ == storedView_) return Done{};
+  if (!ViewChanged()) return Done{};
   struct ViewRow {
     std::string_view section;
     std::string_view name;

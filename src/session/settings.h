@@ -97,6 +97,7 @@ class Settings {
   // SaveSettings keeps what has changed since, beside the rows of the table.
   [[nodiscard]] ViewOptions& View() { return view_; }
   [[nodiscard]] const ViewOptions& View() const { return view_; }
+  [[nodiscard]] bool ViewChanged() const { return !(view_ == storedView_); }
 
   // The colours that the user can choose, from 0.
   [[nodiscard]] static std::string_view ColorName(int color);
