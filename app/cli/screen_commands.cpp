@@ -56,7 +56,12 @@ ExitCode PlayScreens(const CommandLine& line) {
     return kFault;
   }
   ProjectRun run{line, host->files, host->forms, {}, 0};
-  return WriteProject(run, session) ? kDone : kFault;
+  if (!WriteProject(run, session)) return kFault;
+  Settings& settings = session.UserSettings();
+  if (!player.OpenedOptions() && !settings.ViewChanged()) return kDone;
+  const Result<> kept = settings.SaveSettings();
+  if (!kept) Complain(kept.ErrorText());
+  return kept ? kDone : kFault;
 }
 
 ExitCode ListScreens(const CommandLine& line) {

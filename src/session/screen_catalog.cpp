@@ -177,6 +177,7 @@ std::string ScreenCatalog(Ostrand& control) {
   for (int button = kConfigurationButton; button <= kExciteButton; ++button) {
     if (control.Screens()[button]) control.Screens()[button]();
   }
+  for (const OptionScreen& row : kOptionScreens) control.ShowOptions(row.option);
   return std::string(kLead) + host.Text();
 }
 

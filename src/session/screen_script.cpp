@@ -218,6 +218,7 @@ void ScreenScript::open(Screen* screen, const Words& words) {
   const std::string& name = words[1].text;
   const std::string argument = words.size() > 2 ? words[2].text : "";
   if (screen == nullptr) {
+    if (openOptions(name)) return;
     const int button = ButtonOfScreen(name);
     if (button < 0) return fail("no main button opens " + name);
     if (!control_.MainButtons().Enabled(button)) {
@@ -234,6 +235,16 @@ void ScreenScript::open(Screen* screen, const Words& words) {
     if (opener.open(argument)) return;
   }
   fail(known ? name + " can't be opened now" : screen->Name() + " does not open " + name);
+}
+
+bool ScreenScript::openOptions(std::string_view name) {
+  for (const OptionScreen& row : kOptionScreens) {
+    if (!SameText(row.name, name)) continue;
+    openedOptions_ = true;
+    control_.ShowOptions(row.option);
+    return true;
+  }
+  return false;
 }
 
 void ScreenScript::answer(Screen*, const Words& words) {
@@ -407,7 +418,7 @@ std::string_view ScriptHelp() {
   return "A script has one action a line; words with blanks stand in double quotes, and a line\n"
          "that begins with # is a comment.\n"
          "\n"
-         "  open SCREEN [WHICH]        by its main button, or from the screen that is open\n"
+         "  open SCREEN [WHICH]        of the main buttons, the options or the open screen\n"
          "  type CONTROL TEXT          key by key, in place of what is there\n"
          "  enter | escape | leave     what was typed takes effect, or does not\n"
          "  pick CONTROL ITEM          one of a list or of options\n"

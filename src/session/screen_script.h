@@ -26,6 +26,9 @@ class ScreenScript : public ScreenHost {
 
   void ShowModal(Screen& screen) override;
 
+  // An option screen was opened, so that the settings may have changed.
+  [[nodiscard]] bool OpenedOptions() const { return openedOptions_; }
+
  private:
   struct Word {
     std::string text;
@@ -43,6 +46,7 @@ class ScreenScript : public ScreenHost {
   Control* usable(Screen* screen, const Word& name);
 
   void open(Screen* screen, const Words& words);
+  bool openOptions(std::string_view name);
   void answer(Screen* screen, const Words& words);
   void choose(Screen* screen, const Words& words);
   void type(Screen* screen, const Words& words);
@@ -67,6 +71,7 @@ class ScreenScript : public ScreenHost {
   int line_ = 0;
   int actionLine_ = 0;  // the last line that did something
   std::string failure_;
+  bool openedOptions_ = false;
 };
 
 // The lines of a script and what they do, for people.
