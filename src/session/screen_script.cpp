@@ -5,6 +5,7 @@
 
 #include "session/setup_screens.h"
 #include "setup/controls/choice.h"
+#include "setup/controls/list_field.h"
 #include "text/codepage.h"
 #include "text/number.h"
 #include "text/strings.h"
@@ -44,6 +45,24 @@ std::string withBreaks(std::string_view text) {
 bool isAsExpected(std::string_view text, std::string_view expected) {
   if (!expected.ends_with(kEllipsis)) return text == expected;
   return text.starts_with(expected.substr(0, expected.size() - kEllipsis.size()));
+}
+
+// The text boxes of the main screen.
+struct MainBox {
+  std::string_view name;
+  Focus focus;
+  const std::string& (Ostrand::*text)() const;
+  void (Ostrand::*type)(std::string_view text);
+};
+constexpr std::array<MainBox, 2> kMainBoxes = {{
+    {"txtOper", Focus::kOper, &Ostrand::txtOper, &Ostrand::txtOper},
+    {"txtIDNum", Focus::kIDNum, &Ostrand::txtIDNum, &Ostrand::txtIDNum},
+}};
+
+const MainBox* mainBox(std::string_view name) {
+  const auto* found = std::find_if(kMainBoxes.begin(), kMainBoxes.end(),
+                                   [&](const MainBox& box) { return SameText(box.name, name); });
+  return found == kMainBoxes.end() ? nullptr : found;
 }
 
 std::string quoted(std::string_view text) { return "\"" + std::string(text) + "\""; }
@@ -131,7 +150,10 @@ Result<> ScreenScript::Run() {
   if (failure_.empty()) {
     for (const std::string& title : forms_.Unused()) fail("no box " + quoted(title) + " came");
   }
-  if (failure_.empty()) return Done{};
+  if (failure_.empty()) {
+    control_.KeepTextBoxes();  // a script that comes to its end is one whose project is saved
+    return Done{};
+  }
   return Error{"line " + NumberText(line_) + ": " + failure_};
 }
 
@@ -206,7 +228,7 @@ void ScreenScript::playLine(Screen* screen, std::string_view line) {
       {"open", 1, 2, false, &ScreenScript::open},
       {"answer", 2, 2, false, &ScreenScript::answer},
       {"choose", 1, 1, false, &ScreenScript::choose},
-      {"type", 2, 2, true, &ScreenScript::type},
+      {"type", 2, 2, false, &ScreenScript::type},
       {"enter", 0, 0, true, &ScreenScript::key},
       {"escape", 0, 0, true, &ScreenScript::key},
       {"leave", 0, 0, true, &ScreenScript::key},
@@ -291,10 +313,19 @@ void ScreenScript::answer(Screen*, const Words& words) {
 void ScreenScript::choose(Screen*, const Words& words) { forms_.PrepareFile(words[1].text); }
 
 void ScreenScript::type(Screen* screen, const Words& words) {
+  if (screen == nullptr) return typeOnMainScreen(words);
   Control* found = usable(screen, words[1]);
   if (found != nullptr && !found->TypeText(words[2].text)) {
     fail(found->Name() + " is not typed into");
   }
+}
+
+void ScreenScript::typeOnMainScreen(const Words& words) {
+  const MainBox* box = mainBox(words[1].text);
+  if (box == nullptr) return fail("no screen is open");
+  control_.SetFocus(box->focus);
+  if (words[2].text.size() > Ostrand::kMostBoxLetters) forms_.Beep();
+  (control_.*box->type)(words[2].text);
 }
 
 void ScreenScript::key(Screen* screen, const Words& words) {
@@ -374,7 +405,15 @@ void ScreenScript::expectBox(const Words& words) {
 }
 
 void ScreenScript::expectControl(Screen* screen, const Words& words) {
-  if (screen == nullptr) return fail("no screen is open");
+  if (screen == nullptr) {
+    const MainBox* box = mainBox(words[1].text);
+    if (box == nullptr) return fail("no screen is open");
+    const std::string& text = (control_.*box->text)();
+    if (!isAsExpected(text, words[2].text)) {
+      fail(std::string(box->name) + " shows " + quoted(text));
+    }
+    return;
+  }
   const Control* found = screen->Find(words[1].text);
   if (found == nullptr) return fail(screen->Name() + " has no control " + words[1].text);
   const Word& what = words[2];
@@ -406,6 +445,7 @@ std::string_view ScriptHelp() {
          "\n"
          "  open SCREEN [WHICH]        by its main button, or from the screen that is open\n"
          "  type CONTROL TEXT          key by key, in place of what is there\n"
+         "  type txtOper|txtIDNum TEXT on the main screen: operator and identification\n"
          "  enter | escape | leave     what was typed takes effect, or does not\n"
          "  pick CONTROL ITEM          one of a list or of options\n"
          "  check CONTROL on|off\n"
@@ -491,9 +531,13 @@ class CatalogHost : public ScreenHost {
           field != nullptr && field->OnSpin) {
         line += ", spin";
       }
+      if (const auto* list = dynamic_cast<const ListField*>(control)) {
+        line += ", pick:" + itemsOf(list->Items);
+      }
       if (const auto* choice = dynamic_cast<const Choice*>(control)) {
-        line += ":";
-        line += itemsOf(*choice);
+        std::vector<std::string> items;
+        for (const Choice::Item& item : choice->Items) items.push_back(item.Text);
+        line += ":" + itemsOf(items);
       }
       text += line + "\r\n";
     }
@@ -501,13 +545,13 @@ class CatalogHost : public ScreenHost {
   }
 
   // The first items; a long list goes on as it began.
-  static std::string itemsOf(const Choice& choice) {
+  static std::string itemsOf(const std::vector<std::string>& items) {
     constexpr std::size_t kMost = 12;
     std::string text;
-    for (std::size_t at = 0; at < std::min(kMost, choice.Items.size()); ++at) {
-      text += " " + quoted(Trim(choice.Items[at].Text));
+    for (std::size_t at = 0; at < std::min(kMost, items.size()); ++at) {
+      text += " " + quoted(Trim(items[at]));
     }
-    return choice.Items.size() > kMost ? text + " ..." : text;
+    return items.size() > kMost ? text + " ..." : text;
   }
 
   std::deque<Entry> entries_;  // of which none moves

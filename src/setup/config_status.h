@@ -5,10 +5,21 @@
 
 #include "model/store.h"
 #include "setup/controls/choice.h"
+#include "setup/controls/list_field.h"
 #include "setup/controls/numeric_field.h"
 #include "setup/controls/screen.h"
 
 namespace ostrand {
+
+// The name of a field in the logger's status table, "Status.SkippedScan(1,1)": one of those
+// offered, or any other. What is typed without the table's name gets it in front.
+class StatusFieldName : public ListField {
+ public:
+  StatusFieldName(Screen& screen, std::string_view name);
+
+ protected:
+  bool normalize(std::string& text) override;
+};
 
 class StatusMonitorPanel {
  public:
@@ -16,7 +27,7 @@ class StatusMonitorPanel {
   StatusMonitorPanel(Screen& screen, Configuration& config);
 
   Choice StatusRows;  // the grid, and the row that the fields below it show
-  Choice StatusField;
+  StatusFieldName StatusField;
   Choice StatusCompare;
   NumericField StatusValue;
   Choice StatusFlag;

@@ -1,7 +1,9 @@
 #include "setup/flag_conflicts.h"
 
 #include <string>
+#include <vector>
 
+#include "setup/flag_usage.h"
 #include "text/number.h"
 #include "verify/box.h"
 
@@ -10,47 +12,13 @@ namespace {
 
 std::string flagText(int flagNumber) { return "Flag(" + NumberText(flagNumber) + ")"; }
 
-struct TableFlag {
-  i16 OutputTable::*member;
-  std::string_view role;
-};
-constexpr TableFlag kTableFlags[] = {
-    {&OutputTable::FlagTable, " Run Flag"},
-    {&OutputTable::FlagMark, " Mark Flag"},
-    {&OutputTable::FlagFull, " Full Flag"},
-};
-
-std::string tableUsers(const ProjectStore& store, int flagNumber) {
-  std::string users;
-  for (int t = 1; t <= kTables; ++t) {
-    for (const TableFlag& use : kTableFlags) {
-      if (store.Tables[t].*use.member != flagNumber) continue;
-      users.append("Table ").append(NumberText(t)).append(use.role).append("\r\n");
-    }
-  }
-  return users;
-}
-
-template <class Group>
-void addZeroBlocks(const Group& group, int flagNumber, std::string_view kind, std::string& users) {
-  for (int b = 1; b <= kBlocks; ++b) {
-    if (group[b].ZeroFlag == flagNumber) users.append(kind).append(NumberText(b)).append("\r\n");
-  }
-}
-
-std::string zeroUsers(const ProjectStore& store, int flagNumber) {
-  std::string users;
-  addZeroBlocks(store.VoltBlock, flagNumber, "Voltage Block ", users);
-  addZeroBlocks(store.BridgeBlock, flagNumber, "Bridge Block ", users);
-  addZeroBlocks(store.TK40MBlock, flagNumber, "TK40M Block ", users);
-  return users;
-}
-
-// `users` are lines, each with its end.
-bool askToFree(platform::Forms& forms, const std::string& firstLine, const std::string& users) {
+bool askToFree(platform::Forms& forms, const std::string& firstLine,
+               const std::vector<std::string>& users) {
   if (users.empty()) return false;
-  const std::string text = JoinLines({firstLine, "desired with this logic. These are selected:", "",
-                                      users, "WOULD YOU LIKE THE ABOVE DISABLED NOW?"});
+  std::string text =
+      JoinLines({firstLine, "desired with this logic. These are selected:", ""}) + "\r\n";
+  for (const std::string& user : users) text += user + "\r\n";
+  text += "\r\nWOULD YOU LIKE THE ABOVE DISABLED NOW?";
   return Ask(forms, "ZERO SUBROUTINE WARNING", text, platform::Buttons::kYesNo) ==
          platform::Answer::kYes;
 }
@@ -81,13 +49,13 @@ bool AskToFreeTables(platform::Forms& forms, const ProjectStore& store, int flag
   return askToFree(forms,
                    "Tables Or Isolated Modules previously selected interact with " +
                        flagText(flagNumber) + " may not give the results",
-                   tableUsers(store, flagNumber));
+                   TablesWithFlag(store, flagNumber));
 }
 
 void FreeTables(ProjectStore& store, int flagNumber) {
   for (OutputTable& table : store.Tables.Table) {
     for (const TableFlag& use : kTableFlags) {
-      if (table.*use.member == flagNumber) table.*use.member = 0;
+      if (table.*use.number == flagNumber) table.*use.number = 0;
     }
   }
 }
@@ -96,7 +64,7 @@ bool AskToFreeZeroBlocks(platform::Forms& forms, const ProjectStore& store, int 
   return askToFree(forms,
                    "Zero subroutines previously selected to run on " + flagText(flagNumber) +
                        " may not give the results",
-                   zeroUsers(store, flagNumber));
+                   BlocksZeroedBy(store, flagNumber));
 }
 
 void FreeZeroBlocks(ProjectStore& store, int flagNumber) {

@@ -107,19 +107,6 @@ TEST_F(TableSetupTest, LocationZeroIsInternalAndNoEdit) {
   EXPECT_EQ(store->Tables[1].TableLocation, 1);
 }
 
-TEST_F(TableSetupTest, UnitsFinerThanTheScanAreRaised) {
-  store->Scan.ExecTimeUnits = 2;
-  store->Scan.ExecutionTime = 1;
-  frmOutInt form(context);
-  pick(form, "OutIntUnits", "uSecs");
-  EXPECT_EQ(shown(form, "OutIntUnits"), "Secs");
-  pick(form, "OutIntUnits", "hours");
-  EXPECT_EQ(shown(form, "OutIntUnits"), "hours");
-  check(form, "SyncTable", true);
-  EXPECT_FALSE(usable(form, "OutIntUnits"));
-  EXPECT_EQ(shown(form, "PerSec"), "1.00000") << "of the scan";
-}
-
 TEST_F(TableSetupTest, ADuplicateNameIsNotTakenAndASimilarOneIs) {
   store->Tables[5].TableName = "engine2";
   frmOutInt form(context);
@@ -363,22 +350,6 @@ TEST_F(TableSetupTest, TheReportTellsEachTableInUse) {
                   "Table Cabin Time To Fill:\r\nBuffer Size   = Auto Size\r\n"
                   "Table Fast Time To Fill:\r\n0 Days,  0 Hours,  1 Mins,  0.0 Secs");
   press(form, "AllTables");
-}
-
-TEST_F(TableSetupTest, WithoutACardAllTablesGoToMemoryAfterYes) {
-  EXPECT_TRUE(TakeTablesOffCard(forms, *store)) << "none is on the card: no question";
-  store->Tables[1].TableLocation = 2;
-  store->Tables[4].TableLocation = 2;
-  store->Tables[1].FlagMark = 3;
-  store->Tables[2].FlagMark = 4;
-  for (const Answer answer : {Answer::kNo, Answer::kYes}) {
-    forms.ExpectBox("WARNING", "All Table Ouputs Will be On RAM, Continue?", answer);
-    const bool yes = answer == Answer::kYes;
-    EXPECT_EQ(TakeTablesOffCard(forms, *store), yes);
-    for (int t : {1, 4}) EXPECT_EQ(store->Tables[t].TableLocation, yes ? 1 : 2);
-    EXPECT_EQ(store->Tables[1].FlagMark, yes ? 0 : 3);
-    EXPECT_EQ(store->Tables[2].FlagMark, yes ? 0 : 4);
-  }
 }
 
 }  // namespace

@@ -67,15 +67,6 @@ TEST_F(OutputBoxesTest, ACancelTakesBackOnlyABoxThatWasJustChecked) {
   EXPECT_EQ(output.Histo[3].HistogramCode, "10,0,5,0,1") << "stays for the next time";
 }
 
-TEST_F(OutputBoxesTest, ToolTipsTellWhatIsStoredAndWhen) {
-  boxes.Show(output);
-  EXPECT_EQ(screen.Find("Std")->ToolTip,
-            "The standard deviation of all values scanned will be stored");
-  EXPECT_EQ(screen.Find("LCr")->ToolTip,
-            "Displays a window to set up parameters. A level crossing histogram is made each time "
-            "table 3 outputs a record.");
-}
-
 TEST_F(OutputBoxesTest, ASampleTakesThePlaceInEveryTableAlsoInOneThatIsOff) {
   output.OutputSelect[1][kStdDev] = 1;
   output.OutputSelect[3][kAverage] = 1;
