@@ -96,11 +96,8 @@ void StatusMonitorPanel::bind() {
     if (!screen_.IsLoading()) config_.StatTrueFalse = StatTrueFalse.Index() == 0 ? 1 : 0;
     showCode();
   };
-  AddStatus.OnPress = [this] { addRow(); };
-  ChangeStatus.OnPress = [this] {
-    config_.Status[StatusRows.Index() + 1] = entered();
-    listRows(StatusRows.Index());
-  };
+  AddStatus.OnPress = [this] { keepRow(count() + 1); };
+  ChangeStatus.OnPress = [this] { keepRow(StatusRows.Index() + 1); };
   DeleteStatus.OnPress = [this] { deleteRow(); };
 }
 
@@ -168,11 +165,12 @@ void StatusMonitorPanel::listRows(int picked) {
   StatusRows.Index(picked);
 }
 
-void StatusMonitorPanel::addRow() {
-  const int last = count() + 1;
-  config_.Status[last] = entered();
-  config_.StatusMonCount = static_cast<i16>(last);
-  listRows(last - 1);
+// What the fields show becomes a row, from 1; the one behind the last is a new one.
+void StatusMonitorPanel::keepRow(int row) {
+  config_.Status[row] = entered();
+  config_.StatusMonCount = static_cast<i16>(std::max(count(), row));
+  listRows(row - 1);
+  if (OnFlag) OnFlag(StatusFlag.Index() + 1);
 }
 
 void StatusMonitorPanel::deleteRow() {

@@ -1,6 +1,7 @@
 // The panel that watches fields of the logger's status table.
 #pragma once
 
+#include <functional>
 #include <string>
 
 #include "model/store.h"
@@ -37,6 +38,9 @@ class StatusMonitorPanel {
   Button ChangeStatus;  // the picked row to what they show
   Button DeleteStatus;  // the picked row
 
+  // A row was entered that sets a flag, from 1.
+  std::function<void(int flagNumber)> OnFlag;
+
   // Shows what the configuration holds, while the screen is loading.
   void Load();
   void Show(bool visible);
@@ -50,7 +54,7 @@ class StatusMonitorPanel {
   void showRow();
   void showCode();
   void listRows(int picked);
-  void addRow();
+  void keepRow(int row);
   void deleteRow();
 
   Screen& screen_;

@@ -1,5 +1,6 @@
 #include "setup/flag_conflicts.h"
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -30,19 +31,35 @@ void freeZeroBlocks(Group& group, int flagNumber) {
   }
 }
 
+struct FlagUse {
+  int flagNumber;
+  std::string text;
+};
+
+// Flags of the tables in use, table by table.
+std::vector<FlagUse> flagUses(const TableSetup& tables) {
+  std::vector<FlagUse> uses;
+  for (const OutputTable& table : tables.Table) {
+    if (table.TableOn == kFalse) continue;
+    for (const TableFlag& use : kTableFlags) {
+      if (table.*use.number < 1) continue;
+      uses.push_back(
+          {table.*use.number, "Table '" + table.TableName + "'  " + std::string(use.name) + " "});
+    }
+  }
+  return uses;
+}
+
 }  // namespace
 
 void ShowBurstFlagNotice(platform::Forms& forms, int flagNumber) {
   const std::string number = NumberText(flagNumber);
-  platform::MessageBox box;
-  box.title = "FLAG INFORMATION";
-  box.text =
+  ShowFlagInformation(
+      forms,
       JoinLines({"Flag(" + number + ") was previously enabled in the Flags Setup window.",
                  "The expressions set for flag(" + number + ") will not be evaluated until",
                  "after the burst is finished. Therefore it is not possible for Flag(" + number +
-                     "to control the burst except manually.  This is only a warning."});
-  box.icon = platform::Icon::kInformation;
-  forms.ShowBox(box);
+                     "to control the burst except manually.  This is only a warning."}));
 }
 
 bool AskToFreeTables(platform::Forms& forms, const ProjectStore& store, int flagNumber) {
@@ -71,6 +88,25 @@ void FreeZeroBlocks(ProjectStore& store, int flagNumber) {
   freeZeroBlocks(store.VoltBlock, flagNumber);
   freeZeroBlocks(store.BridgeBlock, flagNumber);
   freeZeroBlocks(store.TK40MBlock, flagNumber);
+}
+
+std::string DuplicateTableFlags(const TableSetup& tables) {
+  const std::vector<FlagUse> uses = flagUses(tables);
+  std::string text;
+  for (std::size_t i = 0; i < uses.size(); ++i) {
+    for (std::size_t j = i + 1; j < uses.size(); ++j) {
+      if (uses[i].flagNumber != uses[j].flagNumber) continue;
+      text += uses[i].text + "and " + uses[j].text + "both use flag " +
+              NumberText(uses[i].flagNumber) + "\r\n";
+    }
+  }
+  return text;
+}
+
+bool TablesInUseHaveFlag(const TableSetup& tables, int flagNumber) {
+  const std::vector<FlagUse> uses = flagUses(tables);
+  return std::any_of(uses.begin(), uses.end(),
+                     [&](const FlagUse& use) { return use.flagNumber == flagNumber; });
 }
 
 }  // namespace ostrand

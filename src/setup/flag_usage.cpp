@@ -66,16 +66,21 @@ void SetZeroFlagItems(Choice& list, const ProjectStore& store) {
   }
 }
 
-void CheckFlagUsage(platform::Forms& forms, const ProjectStore& store, int flagNumber) {
-  if (store.Flags[flagNumber].FlagInclude == kFalse) return;
+void ShowFlagInformation(platform::Forms& forms, std::string text) {
   platform::MessageBox box;
   box.title = "FLAG INFORMATION";
-  box.text = "JUST LETTING YOU KNOW.\r\nDuring program execution, the state of Flag(" +
-             NumberText(flagNumber) +
-             "may potentially be set by the following program configuration settings:";
-  for (const std::string& user : usersOf(store, flagNumber)) box.text += "\r\n" + user;
+  box.text = std::move(text);
   box.icon = platform::Icon::kInformation;
   forms.ShowBox(box);
+}
+
+void CheckFlagUsage(platform::Forms& forms, const ProjectStore& store, int flagNumber) {
+  if (store.Flags[flagNumber].FlagInclude == kFalse) return;
+  std::string text = "JUST LETTING YOU KNOW.\r\nDuring program execution, the state of Flag(" +
+                     NumberText(flagNumber) +
+                     "may potentially be set by the following program configuration settings:";
+  for (const std::string& user : usersOf(store, flagNumber)) text += "\r\n" + user;
+  ShowFlagInformation(forms, std::move(text));
 }
 
 }  // namespace ostrand

@@ -6,6 +6,7 @@
 
 #include "model/channels.h"
 #include "model/defaults.h"
+#include "setup/flag_usage.h"
 #include "setup/state_rows.h"
 #include "setup/table_objects.h"
 #include "text/number.h"
@@ -74,6 +75,7 @@ frmConfig::frmConfig(const ScreenContext& context)
     if (!IsLoading()) takeSizeCard();
   };
   TellOfFlagPicked(Power.Condition, Forms(), store());
+  Status.OnFlag = [this](int flagNumber) { CheckFlagUsage(Forms(), store(), flagNumber); };
   bindBoxes();
   load();
 }

@@ -96,10 +96,10 @@ TEST_F(OutputBoxesTest, SingleValuesAreEditedAsACopyUnderTheirTitles) {
       {SingleValue::kPortBytes, 0, "PORT TABLE SELECT, SLOT 1-8", store->Ports.Slot[0].Output, 5},
       {SingleValue::kPortBytes, 1, "PORT TABLE SELECT, SLOT 9-16", store->Ports.Slot[1].Output, 6},
       {SingleValue::kPanelRef, 0, "PANEL REFERENCE TEMPERATURE", store->TcRef.Output, 5},
-      {SingleValue::kTK40MRef, 0, "TK40M REFERENCE TEMPERATURES", store->TK40MRef.Output, 8},
+      {SingleValue::kTK40MRef, 0, "TK40M REFERENCE TEMPERATURES", store->TK40MRef.Output, 7},
       {SingleValue::kCalcField, 7, "CALCULATED FIELDS  FORMULA 7",
        store->CalcFields.Field[7].Output, 8},
-      {SingleValue::kBatteryVolts, 0, "LOGGER BATTERY VOLTAGE", store->PowerOut.Output, 8},
+      {SingleValue::kBatteryVolts, 0, "LOGGER BATTERY VOLTAGE", store->PowerOut.Output, 7},
   };
   for (const Case& row : cases) {
     SCOPED_TRACE(row.caption);
