@@ -170,6 +170,7 @@ void StatusMonitorPanel::keepRow(int row) {
   config_.Status[row] = entered();
   config_.StatusMonCount = static_cast<i16>(std::max(count(), row));
   listRows(row - 1);
+  if (OnRows) OnRows();
   if (OnFlag) OnFlag(StatusFlag.Index() + 1);
 }
 
@@ -179,6 +180,7 @@ void StatusMonitorPanel::deleteRow() {
   config_.Status[last].Fill({});
   config_.StatusMonCount = static_cast<i16>(last - 1);
   listRows(-1);
+  if (OnRows) OnRows();
 }
 
 }  // namespace ostrand

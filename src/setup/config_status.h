@@ -40,6 +40,8 @@ class StatusMonitorPanel {
 
   // A row was entered that sets a flag, from 1.
   std::function<void(int flagNumber)> OnFlag;
+  // There are other rows; their fields are variables that conditions can name.
+  std::function<void()> OnRows;
 
   // Shows what the configuration holds, while the screen is loading.
   void Load();

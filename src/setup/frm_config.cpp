@@ -75,6 +75,7 @@ frmConfig::frmConfig(const ScreenContext& context)
     if (!IsLoading()) takeSizeCard();
   };
   TellOfFlagPicked(Power.Condition, Forms(), store());
+  Status.OnRows = [this] { listVariables(); };
   Status.OnFlag = [this](int flagNumber) { CheckFlagUsage(Forms(), store(), flagNumber); };
   bindBoxes();
   load();
@@ -203,15 +204,17 @@ void frmConfig::showSizeCard() {
 
 void frmConfig::takeBox(int entry) {
   config().MonitorPower[entry] = box(entry).Checked() ? kTrue : kFalse;
-  if (entry == kMonitorBattery) {
-    // The battery is a variable that conditions can name.
-    variables_ = ConditionVariables(store(), context().UserVarListTypes);
-    const Loading loading(*this);
-    Power.ListVariables();
-  }
+  if (entry == kMonitorBattery) listVariables();
   showPanels();
   const bool hasOutput = entry == kMonitorBattery || entry == kMonitorPanel;
   if (hasOutput && box(entry).Checked()) showOutput(entry);
+}
+
+// The battery and the fields of the status monitor are variables that conditions can name.
+void frmConfig::listVariables() {
+  variables_ = ConditionVariables(store(), context().UserVarListTypes);
+  const Loading loading(*this);
+  Power.ListVariables();
 }
 
 void frmConfig::showPanels() {

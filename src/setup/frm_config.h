@@ -59,6 +59,7 @@ class frmConfig final : public Screen {
   void takeSizeCard();
   void showSizeCard();
   void takeBox(int entry);
+  void listVariables();
   void showPanels();
   bool askToDeleteBlocks();
   void freeMultiplexerPorts();

@@ -151,6 +151,9 @@ TEST_F(ConfigScreens, StatusRowsAreKeptAsTheProgramReadsThem) {
   control(screen, "StatusRows").Pick("Status.SkippedScan(1,1)  >=  0  3 F");
   press(screen, "DeleteStatus");
   EXPECT_EQ(config().StatusMonCount, 10);
+  check(screen, "MonitorPower2", true);
+  check(screen, "EnablePowerOff", true);
+  pick(screen, "PowerOffMeasVar", "Status.SkippedScan(1,1)");  // is a variable at once
   EXPECT_EQ(config().Status[1][4], "3 T");
 }
 
