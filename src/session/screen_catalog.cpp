@@ -7,6 +7,7 @@
 
 #include "session/script_forms.h"
 #include "session/setup_screens.h"
+#include "setup/controls/list_field.h"
 #include "setup/controls/numeric_field.h"
 #include "text/number.h"
 #include "text/strings.h"
@@ -37,6 +38,28 @@ constexpr std::array<KindRow, 6> kKinds = {{
     {ControlKind::kButton, "button   press"},
 }};
 
+// Whether an item is the number that follows on the one before it.
+bool follows(const std::string& item, const std::string& before) {
+  const std::optional<std::int16_t> number = ToInt16(item);
+  const std::optional<std::int16_t> previous = ToInt16(before);
+  return number && previous && *number == *previous + 1;
+}
+
+// Each item behind a blank and in quotes; numbers that follow each other as the first and the last.
+std::string itemsText(const std::vector<std::string>& items) {
+  constexpr std::size_t kFewest = 4;  // numbers worth a run
+  std::string text;
+  for (std::size_t at = 0; at < items.size();) {
+    std::size_t end = at + 1;
+    while (end < items.size() && follows(items[end], items[end - 1])) ++end;
+    if (end - at < kFewest) end = at + 1;
+    text += " " + Quoted(items[at]);
+    if (end - at > 1) text += " to " + Quoted(items[end - 1]);
+    at = end;
+  }
+  return text;
+}
+
 // What a control is and what can be done with it.
 std::string usesOf(const Control& control) {
   std::string text(kKinds[static_cast<std::size_t>(control.Kind())].name);
@@ -47,6 +70,9 @@ std::string usesOf(const Control& control) {
   if (const auto* field = dynamic_cast<const TextField*>(&control);
       field != nullptr && field->OnSpin) {
     text += ", spin";
+  }
+  if (const auto* list = dynamic_cast<const ListField*>(&control)) {
+    text += ", pick" + itemsText(list->Items);
   }
   if (const auto* choice = dynamic_cast<const Choice*>(&control)) text += ItemsText(*choice);
   if (!control.Caption.empty()) text += "  (" + control.Caption + ")";
@@ -144,13 +170,6 @@ class CatalogHost : public ScreenHost {
   std::deque<Entry> entries_;  // of which none moves
 };
 
-// Whether an item is the number that follows on the one before it.
-bool follows(const std::string& item, const std::string& before) {
-  const std::optional<std::int16_t> number = ToInt16(item);
-  const std::optional<std::int16_t> previous = ToInt16(before);
-  return number && previous && *number == *previous + 1;
-}
-
 }  // namespace
 
 std::string ItemsText(const Choice& choice) {
@@ -158,17 +177,7 @@ std::string ItemsText(const Choice& choice) {
   for (const Choice::Item& item : choice.Items) {
     if (item.Visible) items.emplace_back(Trim(item.Text));
   }
-  constexpr std::size_t kFewest = 4;  // numbers worth a run
-  std::string text;
-  for (std::size_t at = 0; at < items.size();) {
-    std::size_t end = at + 1;
-    while (end < items.size() && follows(items[end], items[end - 1])) ++end;
-    if (end - at < kFewest) end = at + 1;
-    text += " " + Quoted(items[at]);
-    if (end - at > 1) text += " to " + Quoted(items[end - 1]);
-    at = end;
-  }
-  return text;
+  return itemsText(items);
 }
 
 std::string ScreenCatalog(Ostrand& control) {

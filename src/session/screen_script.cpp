@@ -47,6 +47,24 @@ bool isAsExpected(std::string_view text, std::string_view expected) {
   return text.starts_with(expected.substr(0, expected.size() - kEllipsis.size()));
 }
 
+// The text boxes of the main screen.
+struct MainBox {
+  std::string_view name;
+  Focus focus;
+  const std::string& (Ostrand::*text)() const;
+  void (Ostrand::*type)(std::string_view text);
+};
+constexpr std::array<MainBox, 2> kMainBoxes = {{
+    {"txtOper", Focus::kOper, &Ostrand::txtOper, &Ostrand::txtOper},
+    {"txtIDNum", Focus::kIDNum, &Ostrand::txtIDNum, &Ostrand::txtIDNum},
+}};
+
+const MainBox* mainBox(std::string_view name) {
+  const auto* found = std::find_if(kMainBoxes.begin(), kMainBoxes.end(),
+                                   [&](const MainBox& box) { return SameText(box.name, name); });
+  return found == kMainBoxes.end() ? nullptr : found;
+}
+
 }  // namespace
 
 // ---- The lines ----------------------------------------------------------------------------------
@@ -80,7 +98,10 @@ Result<> ScreenScript::Run() {
   if (failure_.empty()) {
     for (const std::string& title : forms_.Unused()) fail("no box " + Quoted(title) + " came");
   }
-  if (failure_.empty()) return Done{};
+  if (failure_.empty()) {
+    control_.KeepTextBoxes();  // a script that comes to its end is one whose project is saved
+    return Done{};
+  }
   return Error{"line " + NumberText(line_) + ": " + failure_};
 }
 
@@ -155,7 +176,7 @@ void ScreenScript::playLine(Screen* screen, std::string_view line) {
       {"open", 1, 2, false, &ScreenScript::open},
       {"answer", 2, 2, false, &ScreenScript::answer},
       {"choose", 1, 1, false, &ScreenScript::choose},
-      {"type", 2, 2, true, &ScreenScript::type},
+      {"type", 2, 2, false, &ScreenScript::type},
       {"enter", 0, 0, true, &ScreenScript::key},
       {"escape", 0, 0, true, &ScreenScript::key},
       {"leave", 0, 0, true, &ScreenScript::key},
@@ -257,10 +278,19 @@ void ScreenScript::answer(Screen*, const Words& words) {
 void ScreenScript::choose(Screen*, const Words& words) { forms_.PrepareFile(words[1].text); }
 
 void ScreenScript::type(Screen* screen, const Words& words) {
+  if (screen == nullptr) return typeOnMainScreen(words);
   Control* found = usable(screen, words[1]);
   if (found != nullptr && !found->TypeText(words[2].text)) {
     fail(found->Name() + " is not typed into");
   }
+}
+
+void ScreenScript::typeOnMainScreen(const Words& words) {
+  const MainBox* box = mainBox(words[1].text);
+  if (box == nullptr) return fail("no screen is open");
+  control_.SetFocus(box->focus);
+  if (words[2].text.size() > Ostrand::kMostBoxLetters) forms_.Beep();
+  (control_.*box->type)(words[2].text);
 }
 
 void ScreenScript::key(Screen* screen, const Words& words) {
@@ -348,7 +378,11 @@ void ScreenScript::expectBox(const Words& words) {
 }
 
 void ScreenScript::expectControl(Screen* screen, const Words& words) {
-  if (screen == nullptr) return fail("no screen is open");
+  if (screen == nullptr) {
+    const MainBox* box = mainBox(words[1].text);
+    if (box == nullptr) return fail("no screen is open");
+    return shows(std::string(box->name), (control_.*box->text)(), words[2].text);
+  }
   const Control* found = screen->Find(words[1].text);
   if (found == nullptr) return fail(screen->Name() + " has no control " + words[1].text);
   const Looks looks = {found->Name(), found->Enabled, found->Visible, found->Caption,
@@ -420,6 +454,7 @@ std::string_view ScriptHelp() {
          "\n"
          "  open SCREEN [WHICH]        of the main buttons, the options or the open screen\n"
          "  type CONTROL TEXT          key by key, in place of what is there\n"
+         "  type txtOper|txtIDNum TEXT on the main screen: operator and identification\n"
          "  enter | escape | leave     what was typed takes effect, or does not\n"
          "  pick CONTROL ITEM          one of a list or of options\n"
          "  check CONTROL on|off\n"

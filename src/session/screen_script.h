@@ -50,6 +50,7 @@ class ScreenScript : public ScreenHost {
   void answer(Screen* screen, const Words& words);
   void choose(Screen* screen, const Words& words);
   void type(Screen* screen, const Words& words);
+  void typeOnMainScreen(const Words& words);
   void key(Screen* screen, const Words& words);
   void pick(Screen* screen, const Words& words);
   void check(Screen* screen, const Words& words);

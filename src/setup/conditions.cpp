@@ -133,24 +133,8 @@ std::string ConditionText(std::string_view measurement, Compares compares, int c
 }
 
 ConditionValue::ConditionValue(Screen& screen, std::string_view name)
-    : TextField(screen, name, valueInTheMaking) {
+    : ListField(screen, name, valueInTheMaking) {
   MayHold = [this](std::string_view text) { return !LogicOnly || isHeadOfLogicWord(text); };
-}
-
-int ConditionValue::ItemIndex() const {
-  const auto at = std::find_if(Items.begin(), Items.end(),
-                               [&](const std::string& item) { return SameText(item, Text()); });
-  return at == Items.end() ? -1 : static_cast<int>(at - Items.begin());
-}
-
-bool ConditionValue::Pick(std::string_view item) {
-  for (const std::string& candidate : Items) {
-    if (!SameText(candidate, Trim(item))) continue;
-    Text(candidate);
-    fire(OnTake, "Click");
-    return true;
-  }
-  return false;
 }
 
 bool ConditionValue::normalize(std::string& text) {
@@ -242,6 +226,12 @@ void ConditionControls::Load(const ConditionRow& row) {
   setting_ = false;
 }
 
+void ConditionControls::Clear() {
+  ConditionRow empty;
+  empty.Compare = offer_.firstCompare;
+  Load(empty);
+}
+
 void ConditionControls::Enable(bool enabled) {
   enabled_ = enabled;
   enableControls();
@@ -271,7 +261,7 @@ void ConditionControls::onPickMeasurement() {
   const bool sameKind = !Compare.Items.empty() && Value.LogicOnly == logic;
   if (!sameKind) {
     showKind(logic);
-    Compare.Index(0);
+    Compare.Index(logic ? 0 : offer_.firstCompare);
     Value.Text(logic ? kTrueWord : "0");
   }
   enableControls();

@@ -14,6 +14,7 @@
 #include "model/options.h"
 #include "model/store.h"
 #include "setup/controls/choice.h"
+#include "setup/controls/list_field.h"
 #include "setup/controls/screen.h"
 #include "setup/controls/text_field.h"
 
@@ -88,16 +89,11 @@ std::string ConditionText(std::string_view measurement, Compares compares, int c
                           std::string_view value);
 
 // The field of a row's value: a number, "True" or "False" typed, or an item picked.
-class ConditionValue : public TextField {
+class ConditionValue : public ListField {
  public:
   ConditionValue(Screen& screen, std::string_view name);
 
-  std::vector<std::string> Items;  // what can be picked
-  bool LogicOnly = false;          // takes True and False, and no number
-
-  // The place of the text among the items; -1 for a text that is none of them.
-  [[nodiscard]] int ItemIndex() const;
-  bool Pick(std::string_view item) override;
+  bool LogicOnly = false;  // takes True and False, and no number
 
  protected:
   bool normalize(std::string& text) override;
@@ -115,6 +111,7 @@ struct ConditionControlNames {
 struct ConditionOffer {
   Compares compares = kTriggerCompares;
   bool variablesAsValues = false;  // numbers can be compared with variables, not only with numbers
+  int firstCompare = 0;            // place in the list that an empty row starts with
 };
 
 // The controls of one row. They keep the row as it was loaded until the user edits it.
@@ -135,7 +132,7 @@ class ConditionControls {
   std::function<void()> OnEdit;
 
   void Load(const ConditionRow& row);
-  void Clear() { Load({}); }
+  void Clear();
   // Whether the user may edit it; it is usable to begin with.
   void Enable(bool enabled);
   // Its expression names variables, not aliases.
