@@ -75,6 +75,19 @@ class ScreenTest : public ::testing::Test {
     ORVUS_COMMON::SetAllDefaults(*store);
   }
 
+  // Opens a screen from a list, acts on it, and leaves both by Done.
+  void edit(Screen& list, std::string_view name, std::string_view argument,
+            const std::function<void(Screen&)>& actions) {
+    host.onShow = [&](Screen& screen) {
+      actions(screen);
+      if (screen.Result() == ModalResult::kNone) screen.Done();
+      ASSERT_NE(screen.Result(), ModalResult::kNone);
+    };
+    ASSERT_TRUE(Open(list, name, argument));
+    list.Done();
+    ASSERT_EQ(list.Result(), ModalResult::kDone);
+  }
+
   ScriptedForms forms;
   DrivenHost host;
   OptionValues options;
