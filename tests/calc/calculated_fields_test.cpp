@@ -114,24 +114,14 @@ class CalculatedScreen : public ScreenUser {
   }
 };
 
-constexpr std::string_view kCaution =
-    "IT IS POSSIBLE IN THIS MODE TO CREATE A FORMULA\r\n"
-    "THAT WILL NOT RUN PROPERLY OR WILL CAUSE A\r\n"
-    "COMPILE TIME ERROR IN THE LOGGER.\r\n"
-    "The following is tested when \"Add\" is pressed:\r\n"
-    "1.  Equal count of left and right parenthesis.\r\n"
-    "2.  One and only one equal sign (=).\r\n"
-    "3.  Proper function names.\r\n"
-    "4.  Validity of variable name on left of equal sign (=).\r\n"
-    "YOU ARE ON YOUR OWN - USE CAUTION!";
-
 TEST_F(CalculatedScreen, ComposesAndAddsFields) {
   frmCalculated screen(context, place);
-  EXPECT_EQ(shown(screen, "NewName"), "CalcVar1");
-  EXPECT_EQ(shown(screen, "Save"), "&Add");
-  EXPECT_FALSE(screen.Edit.Enabled || screen.Delete.Enabled || screen.Outputs.Enabled);
   press(screen, "Save");
   EXPECT_EQ(forms.beeps, 1) << "a name without an expression";
+  type(screen, "Mult", "3");
+  press(screen, "Save");
+  EXPECT_EQ(forms.beeps, 2) << "there is nothing to multiply";
+  EXPECT_EQ(store->CalcFields.CalcFieldCount, 0);
 
   pick(screen, "cboMeas1", "VBlk1(1)");
   pick(screen, "cboFunct1", "Abs");
@@ -145,7 +135,7 @@ TEST_F(CalculatedScreen, ComposesAndAddsFields) {
   EXPECT_EQ(shown(screen, "Formula"), "CalcVar1 = Sqr((Abs(VBlk1(1)) * Oil)) * 2.5");
   type(screen, "NewName", "1Po wer");
   EXPECT_EQ(shown(screen, "Formula"), "Power = Sqr((Abs(VBlk1(1)) * Oil)) * 2.5");
-  EXPECT_EQ(forms.beeps, 3);
+  EXPECT_EQ(forms.beeps, 4);
   type(screen, "Units", "kW");
   check(screen, "Public", true);
   pick(screen, "DataResolution", "IEEE4");
@@ -165,14 +155,11 @@ TEST_F(CalculatedScreen, ReplacesTheRowBeingEdited) {
   EXPECT_EQ(screen.Formulas.Items[0].Text, "CalcVar1 | VBlk1(1) * 3 | V");
   pick(screen, "Formulas", "total");
   press(screen, "Edit");
-  EXPECT_EQ(shown(screen, "Save"), "&Replace");
-  EXPECT_EQ(shown(screen, "EditingRow"), "Editing Formula 2");
   // Nothing is picked in its place, so the expression stays.
   type(screen, "Mult", "4");
   type(screen, "NewName", "Sum");
   EXPECT_EQ(shown(screen, "Formula"), "Sum = CalcVar1 + Oil");
   press(screen, "Save");
-  EXPECT_EQ(shown(screen, "EditingRow"), "");
 
   pick(screen, "Formulas", "1");
   press(screen, "Edit");
@@ -190,7 +177,7 @@ TEST_F(CalculatedScreen, TypedFormulasAreTestedBeforeTheyAreAdded) {
   put("Total", "Oil");
   frmCalculated screen(context, place);
   EXPECT_FALSE(screen.Formula.Enabled);
-  forms.ExpectBox("EDIT CAUTION", std::string(kCaution));
+  forms.ExpectBoxWith("EDIT CAUTION", "USE CAUTION!");
   check(screen, "EditMode", true);
   EXPECT_FALSE(screen.cboMeas1.Enabled || screen.NewName.Enabled);
 
@@ -307,6 +294,27 @@ TEST_F(CalculatedScreen, DeletingAVariableInUseIsAsked) {
     EXPECT_EQ(store->CalcFields.CalcFieldCount, 1);
     EXPECT_EQ(store->CalcFields.Field[1].CalcField[1], "Powers");
   }
+}
+
+TEST_F(CalculatedScreen, AnotherNameForAVariableInUseIsAskedToo) {
+  put("Power", "Oil");
+  put("Twice", "Power * 2");
+  frmCalculated screen(context, place);
+  for (const std::string_view name : {"POWER", "Watts"}) {
+    pick(screen, "Formulas", "1");
+    press(screen, "Edit");
+    type(screen, "NewName", name);
+    if (name == "Watts") {
+      forms.ExpectBoxWith("DELETE VARIABLE WARNING", "Do You Want to Delete?",
+                          platform::Answer::kNo);
+    }
+    press(screen, "Save");
+  }
+  EXPECT_EQ(fields(), "POWER=Oil[]0FP2;Twice=Power * 2[]0FP2;");
+  EXPECT_EQ(shown(screen, "Save"), "&Replace") << "the row is still being edited";
+  forms.ExpectBoxWith("DELETE VARIABLE WARNING", "Do You Want to Delete?", platform::Answer::kYes);
+  press(screen, "Save");
+  EXPECT_EQ(fields(), "Watts=Oil[]0FP2;Twice=Power * 2[]0FP2;");
 }
 
 TEST_F(CalculatedScreen, ListsItsFormulasToAFile) {
