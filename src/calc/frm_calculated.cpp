@@ -4,6 +4,8 @@
 
 #include "calc/variable_uses.h"
 #include "model/defaults.h"
+#include "model/names.h"
+#include "model/table_outputs.h"
 #include "model/variables.h"
 #include "platform/guarded.h"
 #include "platform/moment_text.h"
@@ -320,7 +322,10 @@ void frmCalculated::DeleteCalculation() {
   if (row < 1) return Forms().Beep();
   if (!mayLoseVariable(row)) return;
   CalcFieldGroup& group = fields();
-  for (int f = row; f < group.CalcFieldCount; ++f) group.Field[f] = group.Field[f + 1];
+  for (int f = row; f < group.CalcFieldCount; ++f) {
+    group.Field[f] = group.Field[f + 1];
+    RenameLevelArrays(group.Field[f].Output, CalcFieldStem(f + 1), CalcFieldStem(f));
+  }
   ORVUS_COMMON::SetCalcFieldDefaults(store(), group.CalcFieldCount - 1);
   showRows();
   startNew();

@@ -5,42 +5,38 @@
 #include "calc/frm_flow_calc.h"
 #include "calc/frm_solve_list.h"
 #include "calc/frm_spd_calc.h"
-#include "calc/screen_user.h"
+#include "setup/screen_driver.h"
 
 namespace ostrand {
 namespace {
 
 using namespace testing;
 
-class CalculatorScreens : public ScreenUser {
+class CalculatorScreens : public ScreenTest {
  protected:
-  // One edit of a control.
-  struct Edit {
-    std::string_view control;
-    std::string_view text;  // typed or picked, "on" or "off"
-  };
-  struct Shows {
+  // What is typed or picked in a control, "on" or "off", or what it shows.
+  struct Text {
     std::string_view control;
     std::string_view text;
   };
 
-  static void edit(Screen& screen, const std::vector<Edit>& edits) {
-    for (const Edit& step : edits) {
+  static void edit(Screen& screen, const std::vector<Text>& edits) {
+    for (const Text& step : edits) {
       const Control* control = screen.Find(step.control);
       ASSERT_NE(control, nullptr) << step.control;
       if (control->Kind() == ControlKind::kChoice) {
-        pick(screen, step.control, step.text);
+        Pick(screen, step.control, step.text);
       } else if (control->Kind() == ControlKind::kCheck) {
-        check(screen, step.control, step.text == "on");
+        Check(screen, step.control, step.text == "on");
       } else {
-        type(screen, step.control, step.text);
+        Type(screen, step.control, step.text);
       }
     }
   }
 
-  static void expect(const Screen& screen, const std::vector<Shows>& shows) {
-    for (const Shows& row : shows) {
-      EXPECT_EQ(shown(screen, row.control), row.text) << row.control;
+  static void expect(const Screen& screen, const std::vector<Text>& shows) {
+    for (const Text& row : shows) {
+      EXPECT_EQ(Shown(screen, row.control), row.text) << row.control;
     }
   }
 
@@ -114,7 +110,7 @@ TEST_F(CalculatorScreens, FlowConvertsAndHandsBackWithoutSeparators) {
 TEST_F(CalculatorScreens, AFigureThatCanNotBeKeepsItsUnits) {
   store->SpeedCalc.MKSSpd = 1;
   frmSpdCalc screen(context);
-  const std::string before = shown(screen, "PulsesPerLength");
+  const std::string before = Shown(screen, "PulsesPerLength");
   EXPECT_FALSE(before.empty());
   // A wheel of no size has no pulses on a length.
   edit(screen, {{"WheelSize", "0"}, {"MKSSpd", "English"}});
@@ -129,8 +125,8 @@ TEST_F(CalculatorScreens, SwitchesOfTheProjectThatMeanTheSameStay) {
   store->SpeedCalc.UseMins = -1;
   frmSpdCalc screen(context);
   expect(screen, {{"MKSSpd", "Metric"}, {"UseMins", "on"}});
-  check(screen, "UseMins", false);
-  check(screen, "UseMins", true);
+  Check(screen, "UseMins", false);
+  Check(screen, "UseMins", true);
   screen.Done();
   EXPECT_EQ(store->SpeedCalc.MKSSpd, -1);
   EXPECT_EQ(store->SpeedCalc.UseMins, 1);
@@ -165,20 +161,16 @@ TEST_F(CalculatorScreens, TheListOffersWhatFitsTheSource) {
 }
 
 TEST_F(CalculatorScreens, AnAnswerGoesBackByOneCall) {
-  host.acts = {[](Screen& list) {
-                 press(list, "Pot");
-                 EXPECT_EQ(list.Result(), ModalResult::kDone);
-               },
-               [](Screen& screen) {
-                 EXPECT_EQ(screen.Name(), "frmCalcPot");
-                 EXPECT_EQ(shown(screen, "XAxis"), "Input V/V");
-                 EXPECT_EQ(shown(screen, "XUnits"), "Volts/Volt");
-                 type(screen, "XMax", "1");
-                 type(screen, "YMax", "360");
-                 type(screen, "Units", "deg");
-                 screen.Done();
-               }};
+  host.onShow = [](Screen& screen) {
+    if (screen.Name() == "frmSolveList") return Press(screen, "Pot");
+    EXPECT_EQ(screen.Name(), "frmCalcPot");
+    EXPECT_EQ(Shown(screen, "XAxis"), "Input V/V");
+    EXPECT_EQ(Shown(screen, "XUnits"), "Volts/Volt");
+    edit(screen, {{"XMax", "1"}, {"YMax", "360"}, {"Units", "deg"}});
+    screen.Done();
+  };
   const auto answer = SolveScaling(context, {"Brdg", "", false, true});
+  EXPECT_EQ(host.shown, 2);
   ASSERT_TRUE(answer);
   EXPECT_EQ(answer->multiplier + "," + *answer->offset + "," + answer->units, "360.0,0.0,deg");
 }
@@ -212,11 +204,11 @@ TEST_F(CalculatorScreens, DoneKeepsTheInputsAndCancelDoesNot) {
     const std::size_t calculators = frmSolveList(context, source).Openers().size();
     for (std::size_t nth = 0; nth < calculators; ++nth) {
       const auto open = [&](const std::function<void(Screen&)>& act) {
-        host.acts = {[&](Screen& list) {
-                       EXPECT_TRUE(list.Openers()[nth].open(""));
-                       if (list.Result() == ModalResult::kNone) list.Cancel();
-                     },
-                     act};
+        host.onShow = [&](Screen& screen) {
+          if (screen.Name() != "frmSolveList") return act(screen);
+          EXPECT_TRUE(screen.Openers()[nth].open(""));
+          if (screen.Result() == ModalResult::kNone) screen.Cancel();
+        };
         return SolveScaling(context, source).has_value();
       };
       std::string before, edited;

@@ -10,6 +10,7 @@
 
 #include "model/defaults.h"
 #include "model/options.h"
+#include "model/variables.h"
 #include "setup/controls/screen.h"
 #include "support/scripted_forms.h"
 
@@ -91,7 +92,7 @@ class ScreenTest : public ::testing::Test {
   ScriptedForms forms;
   DrivenHost host;
   OptionValues options;
-  std::vector<i32> kinds;
+  std::vector<i32> kinds{kVariableKinds.begin(), kVariableKinds.end()};
   std::unique_ptr<ProjectStore> store = NewStore();
   ScreenContext context{*store, forms, host, options, 0, kinds};
 };
