@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <array>
 
+#include "generator/bridge_style.h"
 #include "generator/savedld.h"
 #include "model/intervals.h"
 #include "model/names.h"
@@ -133,7 +134,7 @@ void SAVEDLD::scalingLoop(const BlockView& view) {
     Put({"      ", view.names.mult, "(I) = ", view.names.multConst},
         {"'Assign default multiplier (", block.DefaultMult, ") to ", view.names.mult});
   }
-  if (view.Kind() == Family::kBridge && store_.BridgeBlock[view.n].Style > 4) {
+  if (view.Kind() == Family::kBridge && IsStrain(store_.BridgeBlock[view.n])) {
     Put({"      GBBlk", view.n, "(I) = BGF", view.n},
         {"'Assign default gauge factor (", store_.BridgeBlock[view.n].GageFactor, ") to GBBlk",
          view.n});
@@ -218,7 +219,7 @@ void SAVEDLD::zeroFlagStart() {
   for (const Family family : {Family::kVolt, Family::kBridge, Family::kTK40M}) {
     for (const BlockView& view : blocksOf(family)) {
       if (!HasReps(view) || view.data->ZeroFlag == 0) continue;
-      if (family == Family::kBridge && store_.BridgeBlock[view.n].Style >= 5) {
+      if (family == Family::kBridge && IsStrain(store_.BridgeBlock[view.n])) {
         Put({"   For I = 1 To BREP", view.n});
         Put({"      GBBlk", view.n, "Raw(I) = GBBlk", view.n, "(I)"});
         Put({"   Next I"});

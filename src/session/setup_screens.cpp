@@ -49,6 +49,13 @@ bool solve(const ScreenContext& context, const CalculatorSource& source, Default
   return true;
 }
 
+CalculatorSource calculatorSource(const SolveSource& source) {
+  return {.kind = std::string(source.kind),
+          .onTemperature = source.onTemperature,
+          .inVolts = source.inVolts,
+          .inOhms = source.inOhms};
+}
+
 struct SourceKind {
   OrvusDataObjTypes type;
   std::string_view kind;  // to the calculators
@@ -70,10 +77,13 @@ std::string sourceKindOf(OrvusDataObjTypes type) {
 
 void editFieldNames(const ScreenContext& context, const FieldNamesRequest& request) {
   frmFldName::Calculator calculator;
-  // CAN items bring scaled values of their own.
-  if (const std::string kind = sourceKindOf(request.kind); !kind.empty()) {
-    calculator = [&context, kind](DefaultScaling& scaling) {
-      return solve(context, {.kind = "FieldGrid", .blockKind = kind}, scaling);
+  CalculatorSource source = calculatorSource(request.solveSource);
+  source.blockKind = source.kind.empty() ? sourceKindOf(request.kind) : source.kind;
+  source.kind = "FieldGrid";
+  // CAN items bring scaled values of their own, and no calculator finds a gauge factor.
+  if (!source.blockKind.empty() && !request.gaugeFactor) {
+    calculator = [&context, source](DefaultScaling& scaling) {
+      return solve(context, source, scaling);
     };
   }
   frmFldName names(context, request, std::move(calculator));
@@ -83,12 +93,7 @@ void editFieldNames(const ScreenContext& context, const FieldNamesRequest& reque
 SetupHooks hooksOf(const ScreenContext& context) {
   SetupHooks hooks;
   hooks.Solve = [context](const SolveSource& source, DefaultScaling& scaling) {
-    return solve(context,
-                 {.kind = std::string(source.kind),
-                  .onTemperature = source.onTemperature,
-                  .inVolts = source.inVolts,
-                  .inOhms = source.inOhms},
-                 scaling);
+    return solve(context, calculatorSource(source), scaling);
   };
   hooks.FieldNames = [context](const FieldNamesRequest& request) {
     editFieldNames(context, request);

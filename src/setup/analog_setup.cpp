@@ -170,6 +170,7 @@ void AnalogSetup::openFieldNames() {
   request.block = block_;
   request.name = Data().DefaultName();
   request.defaults = Scaling();
+  request.solveSource.onTemperature = OnThermocouples();
   request.aliases = Aliases();
   list_.Hooks.FieldNames(request);
 }

@@ -69,7 +69,6 @@ class frmBrdgSetup final : public Screen {
 
  protected:
   bool onDone() override;
-  bool onCancel() override;
 
  private:
   [[nodiscard]] BridgeBlockData& data() const { return store().BridgeBlock[block_]; }
@@ -116,6 +115,7 @@ class frmBrdgSetup final : public Screen {
   void setScaling(float mult, float offset);
   void onCalOnSite();
   void allowSolve(bool allowed);
+  [[nodiscard]] SolveSource solveSource() const;
   void solve();
   void onZeroFlag();
   void showZeroPanel(bool open);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "model/names.h"
 #include "model/variables.h"
 #include "text/mask.h"
 #include "text/number.h"
@@ -40,7 +41,7 @@ std::string valueName(const PickVariable& variable) {
 }  // namespace
 
 std::string LevelStem(const OutputSource& source) {
-  return source.family == OutputFamily::kCalcField ? "Calc" + NumberText(source.n) : source.name;
+  return source.family == OutputFamily::kCalcField ? CalcFieldStem(source.n) : source.name;
 }
 
 std::string LevelCodeText(const HistoSet& histo, std::string_view stem, int table) {

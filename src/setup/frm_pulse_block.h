@@ -4,9 +4,8 @@
 #include <vector>
 
 #include "model/channels.h"
-#include "setup/backup.h"
+#include "setup/block_edits.h"
 #include "setup/block_list.h"
-#include "setup/controls/edits.h"
 #include "setup/output_boxes.h"
 #include "setup/setup_hooks.h"
 
@@ -36,12 +35,9 @@ class frmPulseBlock final : public Screen {
   [[nodiscard]] BlockList::Rules rules();
   [[nodiscard]] PulseBlockGroup& group() const { return store().PulseBlock[0]; }
   void add(int block);
-  bool openSetup(std::string_view argument);
 
   SetupHooks hooks_;
-  Backup<PulseBlockGroup> before_;
-  Backup<TableSetup> conditions_;  // a renamed sensor is renamed in them too
-  int countBefore_ = 0;
+  BlockEdits<PulseBlockGroup> edits_;
 };
 
 }  // namespace ostrand
