@@ -1,0 +1,40 @@
+// Cases in text files: what a user sets in a new project, and what is expected of it.
+//
+//   # A comment.
+//   === What the case is about
+//   [VOLTAGE BLOCKS]
+//   BlockCount=2
+//   Reps(1-2)=3          both keys, Reps(1) and Reps(2)
+//   --- kind             of the lines behind it, as the reader of the cases knows it
+//   what is expected
+//   +++                  further settings of the same project
+//
+// `<18x>` stands for 18 times `x` in every line. Blank lines at the end of a part are layout.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "model/store.h"
+
+namespace ostrand::testing {
+
+struct CaseStep {
+  std::string kind;  // empty for settings
+  std::vector<std::string> lines;
+};
+
+struct ProjectCase {
+  std::string title;  // with its file and line
+  std::vector<CaseStep> steps;
+};
+
+// The cases of a file, named from the folder of the tests on.
+std::vector<ProjectCase> ReadProjectCases(std::string_view name);
+
+// Reads the lines as the project file does. One without an effect fails the test, since it is
+// misspelt or says nothing.
+void TakeSettings(ProjectStore& store, const std::vector<std::string>& lines);
+
+}  // namespace ostrand::testing
