@@ -74,14 +74,21 @@ void TakeSettings(ProjectStore& store, const std::vector<std::string>& lines) {
   // Seen by the reader, this header keeps the exceptions as they are told.
   std::string header = "[TC REF TABLES]";
   const auto saved = [&] { return ORVUS_GENFILE::ProjectFileText(store, {}); };
-  for (const std::string& line : lines) {
-    if (line.starts_with('[')) header = "[TC REF TABLES]\n" + line;
-    if (line.empty() || line.starts_with('[')) continue;
-    const std::string before = saved();
-    for (const std::string& setting : spread(line)) {
-      ORVUS_GENFILE::ReadProjectText(store, header + "\n" + setting);
+  for (std::string_view line : lines) {
+    if (line.starts_with('[')) {
+      const std::size_t end = line.find(']') + 1;
+      header = "[TC REF TABLES]\n" + std::string(line.substr(0, end));
+      line.remove_prefix(end);
     }
-    EXPECT_TRUE(saved() != before) << "of no effect: " << line;
+    for (const std::string_view setting : Split(line, ';')) {
+      const std::string text(Trim(setting));
+      if (text.empty()) continue;
+      const std::string before = saved();
+      for (const std::string& key : spread(text)) {
+        ORVUS_GENFILE::ReadProjectText(store, header + "\n" + key);
+      }
+      EXPECT_TRUE(saved() != before) << "of no effect: " << text;
+    }
   }
 }
 

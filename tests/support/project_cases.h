@@ -2,9 +2,8 @@
 //
 //   # A comment.
 //   === What the case is about
-//   [VOLTAGE BLOCKS]
-//   BlockCount=2
-//   Reps(1-2)=3          both keys, Reps(1) and Reps(2)
+//   [VOLTAGE BLOCKS] BlockCount=2; Reps(1-2)=3      both keys, Reps(1) and Reps(2)
+//     Units(1)=Volts                                and more of the section
 //   --- kind             of the lines behind it, as the reader of the cases knows it
 //   what is expected
 //   +++                  further settings of the same project
@@ -33,7 +32,7 @@ struct ProjectCase {
 // The cases of a file, named from the folder of the tests on.
 std::vector<ProjectCase> ReadProjectCases(std::string_view name);
 
-// Reads the lines as the project file does. One without an effect fails the test, since it is
+// Takes the settings as the project file does. One without an effect fails the test, since it is
 // misspelt or says nothing.
 void TakeSettings(ProjectStore& store, const std::vector<std::string>& lines);
 

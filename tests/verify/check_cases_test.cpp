@@ -1,7 +1,8 @@
 // The checks before a save, on a new project with a few settings, in the files of the folder
 // `cases`:
 //
-//   --- box TITLE | Answer     the next box, its whole text, and what the user answers, if not OK
+//   --- box TITLE | Answer     the next box, its whole text (without one that of the box before),
+//                              and what the user answers, if not OK
 //   --- good names             the check of names passes; with boxes told before, they come
 //   --- bad names              it ends the save
 //   --- keys names             where its findings stand in the project file
@@ -38,7 +39,8 @@ class CaseOfChecks : public CheckedProject {
     const std::string rest(After(step.kind, " "));
     if (verb == "box") {
       const std::string answer(After(rest, " | "));
-      forms.ExpectBox(std::string(Before(rest, " | ")), joined(step.lines, "\r\n"),
+      if (!step.lines.empty()) text_ = joined(step.lines, "\r\n");
+      forms.ExpectBox(std::string(Before(rest, " | ")), text_,
                       answer.empty() ? Answer::kOk : kAnswers.at(answer));
     } else if (verb == "good" || verb == "bad") {
       EXPECT_EQ(isBad(rest), verb == "bad");
@@ -112,6 +114,7 @@ class CaseOfChecks : public CheckedProject {
   const std::map<std::string, Answer> kAnswers = {
       {"Yes", Answer::kYes}, {"No", Answer::kNo}, {"Cancel", Answer::kCancel}};
   std::string newName_;
+  std::string text_;  // of the last box
 };
 
 class CheckCases : public ::testing::TestWithParam<const char*> {};
