@@ -74,11 +74,7 @@ class CaseOfDocuments : public ProgramMaker {
 class DocumentCases : public ::testing::TestWithParam<const char*> {};
 
 TEST_P(DocumentCases, TellWhatTheProjectHas) {
-  for (const ProjectCase& made : ReadProjectCases(std::string("documents/cases/") + GetParam())) {
-    SCOPED_TRACE(made.title);
-    CaseOfDocuments project;
-    for (const CaseStep& step : made.steps) project.Take(step);
-  }
+  PlayProjectCases<CaseOfDocuments>(std::string("documents/cases/") + GetParam());
 }
 
 INSTANTIATE_TEST_SUITE_P(Of, DocumentCases,

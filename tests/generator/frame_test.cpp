@@ -142,6 +142,26 @@ TEST_F(FrameTest, PulsesOfTheSecondSlot) {
              "      PulseCount(PBlk2(),PREP2,3,PCONF2,POPT2,PMULT2,POSET2)", ""});
 }
 
+// More than their screens offer and a file keeps.
+TEST_F(FrameTest, OutputsOfTheReferences) {
+  store.Config.TK40MQty = 2;
+  store.Config.TcConfigOpts[1] = 1;
+  store.Config.MonitorPower[kMonitorPanel] = kTrue;
+  store.TK40MBlock.BlockCount = 1;
+  store.TK40MBlock[1].Reps = 2;
+  store.Tables[1].TableOn = kTrue;
+  for (ReferenceOutput* reference : {&store.TcRef, &store.TK40MRef}) {
+    auto& selected = reference->Output.OutputSelect[1];
+    selected[kAverage] = selected[kRainFlow] = 1;
+  }
+  store.TK40MRef.Output.OutputSelect[1][kLevelCrossing] = 1;
+  MakeProgram();
+  ExpectRun({"   RainFlow(1,TRef,FP2)~'1 Reps,Source,Res"});
+  ExpectRun({"   Average(2,TK40Ref(),FP2,False)~'2 Reps,Source,Res,Enabled",
+             "   RainFlow(TK40Ref(),FP2,False,)", "   LevelCrossing(LCABlk1_1_1(),FP2,False,,1)",
+             "   LevelCrossing(LCABlk1_1_2(),FP2,False,,1)"});
+}
+
 // Only the first slot of ports has a title; one that reads needs no test. A multiplexer keeps its
 // ports.
 TEST_F(FrameTest, PortsOfTheSecondSlot) {

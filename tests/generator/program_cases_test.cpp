@@ -59,11 +59,7 @@ class CaseOfAProgram : public ProgramMaker {
 class ProgramCases : public ::testing::TestWithParam<const char*> {};
 
 TEST_P(ProgramCases, HaveTheirLines) {
-  for (const ProjectCase& made : ReadProjectCases(std::string("generator/cases/") + GetParam())) {
-    SCOPED_TRACE(made.title);
-    CaseOfAProgram project;
-    for (const CaseStep& step : made.steps) project.Take(step);
-  }
+  PlayProjectCases<CaseOfAProgram>(std::string("generator/cases/") + GetParam());
 }
 
 INSTANTIATE_TEST_SUITE_P(Of, ProgramCases,

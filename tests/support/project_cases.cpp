@@ -1,7 +1,5 @@
 #include "support/project_cases.h"
 
-#include <gtest/gtest.h>
-
 #include "projectfile/genfile.h"
 #include "support/temp_folder.h"
 #include "text/number.h"

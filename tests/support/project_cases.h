@@ -11,6 +11,8 @@
 // `<18x>` stands for 18 times `x` in every line. Blank lines at the end of a part are layout.
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <string>
 #include <string_view>
 #include <vector>
@@ -35,5 +37,15 @@ std::vector<ProjectCase> ReadProjectCases(std::string_view name);
 // Takes the settings as the project file does. One without an effect fails the test, since it is
 // misspelt or says nothing.
 void TakeSettings(ProjectStore& store, const std::vector<std::string>& lines);
+
+// Plays the cases of a file, each on a `Project` of its own, which takes the steps.
+template <class Project>
+void PlayProjectCases(std::string_view name) {
+  for (const ProjectCase& made : ReadProjectCases(name)) {
+    SCOPED_TRACE(made.title);
+    Project project;
+    for (const CaseStep& step : made.steps) project.Take(step);
+  }
+}
 
 }  // namespace ostrand::testing

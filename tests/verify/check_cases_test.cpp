@@ -120,11 +120,7 @@ class CaseOfChecks : public CheckedProject {
 class CheckCases : public ::testing::TestWithParam<const char*> {};
 
 TEST_P(CheckCases, TellWhatTheyFind) {
-  for (const ProjectCase& made : ReadProjectCases(std::string("verify/cases/") + GetParam())) {
-    SCOPED_TRACE(made.title);
-    CaseOfChecks project;
-    for (const CaseStep& step : made.steps) project.Take(step);
-  }
+  PlayProjectCases<CaseOfChecks>(std::string("verify/cases/") + GetParam());
 }
 
 INSTANTIATE_TEST_SUITE_P(Of, CheckCases,
@@ -143,9 +139,13 @@ TEST(NamesCheck, CountsWhatIsTooMuchToTell) {
   EXPECT_TRUE(findings[0].againstSaving);
 }
 
-// A count that no file can hold: the others still run.
+// A slot and a count that no file can hold: a failure leaves the other checks.
 TEST(PickVarChecks, FailureOfOneIsReportedAndLeavesTheOthers) {
   CheckedProject project;
+  project.store.Ports.Slot[1].Ports[9].Include = kTrue;
+  project.store.Ports.Slot[1].Ports[9].State[0].MeasureVar = "Lost";
+  project.forms.ExpectBox("INVALID TRIGGER CONDITION",
+                          "I/O Port Slot 2 9 Trigger ( Lost ) for State 1 is no longer available.");
   project.store.Tables[1].TrigTable = 11;
   project.store.Tables[2].WriteIf = 1;
   project.store.Tables[2].Write[1].MeasureVar = "Gone";
