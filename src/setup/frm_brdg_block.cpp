@@ -144,6 +144,7 @@ bool frmBrdgBlock::onDone() {
   }
   group().BlockCount = static_cast<i16>(count);
   ORVUS_COMMON::SetBridgeDefaults(store(), count);
+  before_.Keep();
   conditions_.Keep();
   return true;
 }
@@ -151,7 +152,7 @@ bool frmBrdgBlock::onDone() {
 bool frmBrdgBlock::onCancel() {
   if (!before_.Changed() && List.Count() == countBefore_) return true;
   const platform::Answer answer = AskSaveEdits(Forms());
-  if (answer == platform::Answer::kNo) before_.Restore();
+  if (answer == platform::Answer::kNo) before_.PutBack();
   if (answer == platform::Answer::kYes && onDone()) End(ModalResult::kDone);
   return answer == platform::Answer::kNo;
 }

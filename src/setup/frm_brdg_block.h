@@ -5,8 +5,8 @@
 
 #include "model/channels.h"
 #include "setup/backup.h"
-#include "setup/block_edits.h"
 #include "setup/block_list.h"
+#include "setup/controls/edits.h"
 #include "setup/output_boxes.h"
 #include "setup/setup_hooks.h"
 
@@ -54,7 +54,7 @@ class frmBrdgBlock final : public Screen {
   SetupHooks hooks_;
   int freeChannels_ = 0;
   int freeExcitations_ = 0;
-  KeptPart<BridgeBlockGroup> before_;
+  Backup<BridgeBlockGroup> before_;
   Backup<TableSetup> conditions_;  // a renamed sensor is renamed in them too
   int countBefore_ = 0;
 };

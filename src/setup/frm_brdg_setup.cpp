@@ -579,12 +579,13 @@ bool frmBrdgSetup::onDone() {
   fitReps(block.Reps);
   setSettling(TakenBridgeSettling(block.SettleTime, integration()));
   block.DataResolution = DataResolution.Text();
+  before_.Keep();
   conditions_.Keep();
   return true;
 }
 
 bool frmBrdgSetup::onCancel() {
-  before_.Restore();
+  before_.PutBack();
   return true;
 }
 

@@ -56,7 +56,9 @@ LevelList::LevelList(Screen& screen, std::string_view name, std::string_view too
       Items(screen, std::string("Levels").append(name)),
       Remove(screen, std::string("Remove").append(name)),
       screen_(screen) {
+  Add.Caption = "Add";
   Items.ToolTip = toolTip;
+  Remove.Caption = "Remove";
   Add.OnPress = [this] { add(); };
   Remove.OnPress = [this] { remove(); };
 }
@@ -109,6 +111,10 @@ frmLevel::frmLevel(const ScreenContext& context, const HistoTarget& target, std:
       LevelMeas(*this, "LevelMeas"),
       Code(*this, "Code"),
       stem_(stem) {
+  Caption = "LEVEL CROSSING";
+  Levels.Entry.Caption = "Level Crossing Values";
+  Tests.Entry.Caption = "2nd Dim Boundaries";
+  LevelMeas.Caption = "2nd Dim Selection";
   NumDims.SetItems({"One Dimension", "Two Dimensions"});
   fillMeasurements();
   load();

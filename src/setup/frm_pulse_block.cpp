@@ -77,6 +77,7 @@ bool frmPulseBlock::openSetup(std::string_view argument) {
 bool frmPulseBlock::onDone() {
   group().BlockCount = static_cast<i16>(List.Count());
   ORVUS_COMMON::SetPulseDefaults(store(), 0, List.Count());
+  before_.Keep();
   conditions_.Keep();
   return true;
 }
@@ -84,7 +85,7 @@ bool frmPulseBlock::onDone() {
 bool frmPulseBlock::onCancel() {
   if (!before_.Changed() && List.Count() == countBefore_) return true;
   const platform::Answer answer = AskSaveEdits(Forms());
-  if (answer == platform::Answer::kNo) before_.Restore();
+  if (answer == platform::Answer::kNo) before_.PutBack();
   if (answer == platform::Answer::kYes && onDone()) End(ModalResult::kDone);
   return answer == platform::Answer::kNo;
 }

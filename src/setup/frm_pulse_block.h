@@ -5,8 +5,8 @@
 
 #include "model/channels.h"
 #include "setup/backup.h"
-#include "setup/block_edits.h"
 #include "setup/block_list.h"
+#include "setup/controls/edits.h"
 #include "setup/output_boxes.h"
 #include "setup/setup_hooks.h"
 
@@ -39,7 +39,7 @@ class frmPulseBlock final : public Screen {
   bool openSetup(std::string_view argument);
 
   SetupHooks hooks_;
-  KeptPart<PulseBlockGroup> before_;
+  Backup<PulseBlockGroup> before_;
   Backup<TableSetup> conditions_;  // a renamed sensor is renamed in them too
   int countBefore_ = 0;
 };

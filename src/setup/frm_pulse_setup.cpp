@@ -287,12 +287,13 @@ bool frmPulseSetup::onDone() {
   before.Units = unitsBefore_;
   FollowDefaults(aliases, before, after);
   CountersCount();
+  before_.Keep();
   conditions_.Keep();
   return true;
 }
 
 bool frmPulseSetup::onCancel() {
-  before_.Restore();
+  before_.PutBack();
   return true;
 }
 

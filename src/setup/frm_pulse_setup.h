@@ -4,8 +4,8 @@
 #include <string_view>
 
 #include "setup/backup.h"
-#include "setup/block_edits.h"
 #include "setup/controls/choice.h"
+#include "setup/controls/edits.h"
 #include "setup/controls/numeric_field.h"
 #include "setup/frm_pulse_block.h"
 #include "setup/output_boxes.h"
@@ -34,7 +34,7 @@ class frmPulseSetup final : public Screen {
   frmPulseBlock& list_;
   int block_;
   const SetupHooks& hooks_;
-  KeptPart<PulseBlockData> before_;
+  Backup<PulseBlockData> before_;
   Backup<TableSetup> conditions_;  // a renamed sensor is renamed in them too
 
  public:

@@ -38,8 +38,6 @@ class LoggerScript : public ::testing::Test {
   Result<> play(const std::string& script) {
     ScreenScript player(session, scripted, ReadDisk(kScripts / (script + ".txt")));
     session.NameProject(base + ".VKG");
-    store->Gen.Operator = "R. Castellan";
-    store->Gen.IDNumber = "Mule 14";
     EXPECT_TRUE(session.WriteProjectFile(base));
     bool cancelled = false;
     session.OpenFile(base + ".VKG", cancelled);
