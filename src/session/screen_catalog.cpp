@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <deque>
-#include <vector>
 
 #include "session/script_forms.h"
 #include "session/setup_screens.h"
@@ -158,6 +157,10 @@ std::string ItemsText(const Choice& choice) {
   for (const Choice::Item& item : choice.Items) {
     if (item.Visible) items.emplace_back(Trim(item.Text));
   }
+  return ItemsText(items);
+}
+
+std::string ItemsText(const std::vector<std::string>& items) {
   constexpr std::size_t kFewest = 4;  // numbers worth a run
   std::string text;
   for (std::size_t at = 0; at < items.size();) {
