@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <deque>
-#include <vector>
 
 #include "session/script_forms.h"
 #include "session/setup_screens.h"
@@ -45,21 +44,6 @@ bool follows(const std::string& item, const std::string& before) {
   return number && previous && *number == *previous + 1;
 }
 
-// Each item behind a blank and in quotes; numbers that follow each other as the first and the last.
-std::string itemsText(const std::vector<std::string>& items) {
-  constexpr std::size_t kFewest = 4;  // numbers worth a run
-  std::string text;
-  for (std::size_t at = 0; at < items.size();) {
-    std::size_t end = at + 1;
-    while (end < items.size() && follows(items[end], items[end - 1])) ++end;
-    if (end - at < kFewest) end = at + 1;
-    text += " " + Quoted(items[at]);
-    if (end - at > 1) text += " to " + Quoted(items[end - 1]);
-    at = end;
-  }
-  return text;
-}
-
 // What a control is and what can be done with it.
 std::string usesOf(const Control& control) {
   std::string text(kKinds[static_cast<std::size_t>(control.Kind())].name);
@@ -72,7 +56,7 @@ std::string usesOf(const Control& control) {
     text += ", spin";
   }
   if (const auto* list = dynamic_cast<const ListField*>(&control)) {
-    text += ", pick" + itemsText(list->Items);
+    text += ", pick" + ItemsText(list->Items);
   }
   if (const auto* choice = dynamic_cast<const Choice*>(&control)) text += ItemsText(*choice);
   if (!control.Caption.empty()) text += "  (" + control.Caption + ")";
@@ -177,7 +161,21 @@ std::string ItemsText(const Choice& choice) {
   for (const Choice::Item& item : choice.Items) {
     if (item.Visible) items.emplace_back(Trim(item.Text));
   }
-  return itemsText(items);
+  return ItemsText(items);
+}
+
+std::string ItemsText(const std::vector<std::string>& items) {
+  constexpr std::size_t kFewest = 4;  // numbers worth a run
+  std::string text;
+  for (std::size_t at = 0; at < items.size();) {
+    std::size_t end = at + 1;
+    while (end < items.size() && follows(items[end], items[end - 1])) ++end;
+    if (end - at < kFewest) end = at + 1;
+    text += " " + Quoted(items[at]);
+    if (end - at > 1) text += " to " + Quoted(items[end - 1]);
+    at = end;
+  }
+  return text;
 }
 
 std::string ScreenCatalog(Ostrand& control) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "session/ostrand.h"
 #include "setup/controls/choice.h"
@@ -12,8 +13,10 @@ namespace ostrand {
 // every one on a sample project in the control's store. Lines end in CR LF.
 std::string ScreenCatalog(Ostrand& control);
 
-// The items of a choice that are seen, each behind a blank and in quotes; numbers that follow each
-// other as the first and the last.
+// The items of a list, each behind a blank and in quotes; numbers that follow each other as the
+// first and the last.
+std::string ItemsText(const std::vector<std::string>& items);
+// Those of a choice that are seen.
 std::string ItemsText(const Choice& choice);
 
 }  // namespace ostrand
