@@ -10,8 +10,11 @@
 #include "can/frm_can_pick.h"
 #include "model/defaults.h"
 #include "projectfile/genfile.h"
+#include "session/screen_script.h"
+#include "support/fixed_clock.h"
 #include "support/memory_filesystem.h"
 #include "support/scripted_forms.h"
+#include "support/test_surroundings.h"
 #include "text/number.h"
 
 namespace ostrand {
@@ -521,6 +524,37 @@ TEST_F(CanScreens, AProjectThatIsOnlyLookedAtStaysAsItIs) {
   forms.ExpectBoxWith("CONTINUE WITH IMPROPER VALUES ?", "", Answer::kYes);
   screen->Done();
   EXPECT_EQ(project(), before);
+}
+
+// A session whose open dialog is looked at and cancelled.
+TEST(CanSession, PickListsAreLookedForInTheWorkFolder) {
+  class Dialogs : public ScriptForms {
+   public:
+    using ScriptForms::ScriptForms;
+    std::optional<std::string> AskOpen(const platform::FileDialog& dialog) override {
+      folder = dialog.initialFolder;
+      return std::nullopt;
+    }
+    std::string folder;
+  };
+  testing::MemoryFileSystem files;
+  files.files["/projects/new.VKG"] = "[GEN VERSION]\r\nVersion=6.0\r\n";
+  testing::FixedClock clock;
+  testing::ScriptedForms inner;
+  Dialogs forms(inner);
+  testing::TestSurroundings around{files, clock, forms, "/lists/"};
+  OstrandEvents nobody;
+  const auto store = NewStore();
+  Ostrand session{*store, around.all, nobody};
+  ScreenScript player(session, forms,
+                      "open frmConfig\n type CanBusQty 1\ndone\nopen frmCanBus\n press Add\n"
+                      " open frmCanPick\n press Open\n cancel\n answer \"MEASUREMENT BLOCKS\" no\n"
+                      "cancel\n");
+  bool cancelled = false;
+  session.OpenFile("/projects/new.VKG", cancelled);
+  const Result<> played = player.Run();
+  EXPECT_TRUE(played) << played.ErrorText();
+  EXPECT_EQ(forms.folder, "/lists/");
 }
 
 }  // namespace

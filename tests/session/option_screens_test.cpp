@@ -4,8 +4,10 @@
 #include "model/options.h"
 #include "session/frm_opt_gen.h"
 #include "session/frm_opt_orvus.h"
+#include "support/cli_run.h"
 #include "support/memory_settings.h"
 #include "support/scripted_forms.h"
+#include "support/temp_folder.h"
 
 namespace ostrand {
 namespace {
@@ -144,6 +146,23 @@ TEST_F(OptionScreens, HowThingsAreShownIsKeptWithTheSettings) {
   settings.View().ConditionFont.Size = 11;
   stored.failure = "disk full";
   EXPECT_FALSE(settings.SaveSettings());
+}
+
+TEST(OptionScreensCli, WhatAScriptChoosesIsKeptForAllProjects) {
+  const testing::TempFolder folder;
+  const std::string script = folder / "script.txt";
+  const testing::Setting user = {.home = folder.Path()};
+  testing::WriteDisk(script,
+                     "open frmOptGen\n pick NumberForm Number\n type NumberDigits 3\n done\n"
+                     "open frmVoltBlock\n spin BlockCount up\n open frmVoltSetup 1\n"
+                     " type Reps 1\n type DefaultMult 1234.5\n done\ndone\n");
+  ASSERT_EQ(testing::RunOstrand({"new", folder / "p.VKG"}, user).code, 0);
+  ASSERT_EQ(testing::RunOstrand({"screen", folder / "p.VKG", script}, user).code, 0);
+  const auto summary = [&](const testing::Setting& whose) {
+    return testing::RunOstrand({"summary", folder / "p.VKG"}, whose).out;
+  };
+  EXPECT_NE(summary(user).find(" 1,234.500 0.000 "), std::string::npos) << summary(user);
+  EXPECT_NE(summary({}).find(" 1.2e3   0.0e0 "), std::string::npos) << "another user";
 }
 
 }  // namespace
