@@ -14,7 +14,6 @@ namespace {
 using testing::Outcome;
 using testing::ReadDisk;
 using testing::RunOstrand;
-using testing::Setting;
 using testing::WriteDisk;
 
 // What is told of the files of a generated program.
@@ -30,7 +29,7 @@ class Cli : public ::testing::Test {
   void makeProject(const std::string& path) { ASSERT_EQ(RunOstrand({"new", path}).code, 0); }
 
   const testing::TempFolder folder;
-  const Setting here{.folder = folder.Path()};
+  const testing::Setting here{.folder = folder.Path()};
   const std::string pump = folder / "pump.VKG";
 };
 

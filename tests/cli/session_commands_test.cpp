@@ -14,7 +14,6 @@ namespace {
 using testing::Outcome;
 using testing::ReadDisk;
 using testing::RunOstrand;
-using testing::Setting;
 using testing::TempFolder;
 using testing::WriteDisk;
 
@@ -154,7 +153,7 @@ TEST_F(CliSession, SaveSendsAndTellsWhenNobodyIsThere) {
 }
 
 TEST_F(CliSession, SettingsAreShownAndChanged) {
-  const Setting kept{.home = home.Path()};
+  const testing::Setting kept{.home = home.Path()};
   const auto settings = [&](std::vector<std::string> words) {
     words.insert(words.begin(), "settings");
     return RunOstrand(words, kept);
