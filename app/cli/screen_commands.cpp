@@ -2,6 +2,7 @@
 #include "commands.h"
 #include "model/defaults.h"
 #include "project_run.h"
+#include "session/screen_catalog.h"
 #include "session/screen_script.h"
 
 namespace ostrand::cli {
@@ -13,11 +14,12 @@ void makeSample(ProjectStore& store) {
   store.Config.CanBusQty = 1;
   store.TempBlock.BlockCount = store.VoltBlock.BlockCount = 1;
   store.TK40MBlock.BlockCount = store.PulseBlock[0].BlockCount = 1;
-  // A resistance has a calculator of its own.
+  // Type K has a choice of ranges; a resistance has a calculator of its own.
+  store.TempBlock[1].TypeNo = store.TK40MBlock[1].TypeNo = ORVUS_TCTYPE_K;
   store.BridgeBlock.BlockCount = 2;
   store.BridgeBlock[2].Style = 4;
-  store.TempBlock[1].Reps = store.VoltBlock[1].Reps = store.BridgeBlock[1].Reps = 1;
-  store.TK40MBlock[1].Reps = store.PulseBlock[0][1].Reps = 1;
+  store.TempBlock[1].Reps = store.VoltBlock[1].Reps = store.BridgeBlock[1].Reps = 2;
+  store.TK40MBlock[1].Reps = store.PulseBlock[0][1].Reps = 2;
   store.Tables[1].TableOn = kTrue;
   for (int code = kHistogram; code <= kLevelCrossing; ++code) {
     store.VoltBlock[1].Output.OutputSelect[1][code] = 1;
@@ -54,7 +56,12 @@ ExitCode PlayScreens(const CommandLine& line) {
     return kFault;
   }
   ProjectRun run{line, host->files, host->forms, {}, 0};
-  return WriteProject(run, session) ? kDone : kFault;
+  if (!WriteProject(run, session)) return kFault;
+  Settings& settings = session.UserSettings();
+  if (!player.OpenedOptions() && !settings.ViewChanged()) return kDone;
+  const Result<> kept = settings.SaveSettings();
+  if (!kept) Complain(kept.ErrorText());
+  return kept ? kDone : kFault;
 }
 
 ExitCode ListScreens(const CommandLine& line) {

@@ -1,11 +1,23 @@
 #include "calc/calculator.h"
 
+#include "text/number.h"
+
 namespace ostrand {
 
 Calculator::Calculator(const ScreenContext& context, std::string_view name,
                        std::string_view helpLine)
-    : Screen(context, name) {
+    : Screen(context, name), helpLine_(helpLine) {
   Forms().SetHelpLine(std::string(helpLine));
+}
+
+void Calculator::show() {
+  solve();
+  const auto answer = answerShown();
+  const bool zero = answer && Val(answer->multiplier) == 0;
+  if (zero != warned_) {
+    Forms().SetHelpLine(zero ? "WARNING - The multiplier is zero." : std::string(helpLine_));
+  }
+  warned_ = zero;
 }
 
 bool Calculator::onDone() {
@@ -16,7 +28,7 @@ bool Calculator::onDone() {
 }
 
 void Calculator::solveAndSettle() {
-  solve();
+  show();
   settle();
 }
 
@@ -27,7 +39,7 @@ void Calculator::bind(TextField& field, std::string& member) {
     const std::string text = field.Text();
     if (text.size() <= member.size()) settle();
     member = text;
-    solve();
+    show();
   };
   field.OnTake = [this] { settle(); };
 }

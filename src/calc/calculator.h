@@ -21,12 +21,16 @@ class Calculator : public Screen {
   [[nodiscard]] const std::optional<ScalingAnswer>& Answer() const { return answer_; }
 
  protected:
+  // `helpLine` outlives the screen.
   Calculator(const ScreenContext& context, std::string_view name, std::string_view helpLine);
 
   bool onDone() override;
 
   // Shows the answers to what the controls hold now.
   virtual void solve() = 0;
+  // The same, and tells in the help line when the multiplier has come out as 0, as one too small
+  // for its form does.
+  void show();
   // What is shown now is what stays while the inputs have no answer.
   virtual void settle() {}
   [[nodiscard]] virtual std::optional<ScalingAnswer> answerShown() const = 0;
@@ -42,6 +46,8 @@ class Calculator : public Screen {
   void solveAndSettle();
 
  private:
+  std::string_view helpLine_;
+  bool warned_ = false;
   std::optional<ScalingAnswer> answer_;
 };
 

@@ -40,7 +40,7 @@ frmCalcmVPerVolt::frmCalcmVPerVolt(const ScreenContext& context, bool inVolts)
     tryOut();
   };
   showState();
-  solve();
+  show();
 }
 
 TextField& frmCalcmVPerVolt::computed() {

@@ -4,6 +4,8 @@
 
 #include "calc/variable_uses.h"
 #include "model/defaults.h"
+#include "model/names.h"
+#include "model/table_outputs.h"
 #include "model/variables.h"
 #include "platform/guarded.h"
 #include "platform/moment_text.h"
@@ -107,6 +109,14 @@ frmCalculated::frmCalculated(const ScreenContext& context, const FormulaListPlac
       place_(place),
       outputs_(std::move(outputs)),
       before_(std::make_unique<CalcFieldGroup>(context.store.CalcFields)) {
+  nameControls();
+  bind();
+  showRows();
+  startNew();
+}
+
+void frmCalculated::nameControls() {
+  Formulas.Caption = "Field Name | Expression | Units";
   Edit.Caption = "&Edit";
   Delete.Caption = "&Delete";
   New.Caption = "&New";
@@ -121,7 +131,9 @@ frmCalculated::frmCalculated(const ScreenContext& context, const FormulaListPlac
   }
   DataResolution.SetItems({"FP2", "IEEE4"});
   Mult.BlankStands = Offset.BlankStands = true;
+}
 
+void frmCalculated::bind() {
   for (Choice* choice : {&cboFunct1, &cboMeas1, &cboCompare, &cboFunct2, &cboMeas2, &cboFunct3}) {
     choice->OnPick = [this] { compose(); };
   }
@@ -138,8 +150,6 @@ frmCalculated::frmCalculated(const ScreenContext& context, const FormulaListPlac
   Outputs.OnPress = [this] { outputs_(selected()); };
   Save.OnPress = [this] { save(); };
   ListFormulas.OnPress = [this] { ListToDisk(); };
-  showRows();
-  startNew();
 }
 
 void frmCalculated::showRows() {
@@ -258,8 +268,14 @@ void frmCalculated::save() {
   if (!ok) return;
   const std::string name = nameIn(formula);
   const std::string expression = expressionIn(formula);
-  if (!IsVariableName(name) || expression.empty()) return Forms().Beep();
+  // What is typed is the user's own affair, but what is picked must have a measure to multiply.
+  const bool nothingPicked = !EditMode.Checked() && expression.starts_with('*');
+  if (!IsVariableName(name) || expression.empty() || nothingPicked) return Forms().Beep();
   if (!nameIsFree(name)) return;
+  if (editing_ != 0 && !SameText(name, Trim(fields().Field[editing_].CalcField[1])) &&
+      !mayLoseVariable(editing_)) {
+    return;
+  }
   if (editing_ == 0 && fields().CalcFieldCount >= kCalcFields) return Forms().Beep();
   writeRow(editing_ == 0 ? ++fields().CalcFieldCount : editing_, name, expression);
   showRows();
@@ -293,16 +309,23 @@ void frmCalculated::writeRow(int row, const std::string& name, const std::string
   if (DataResolution.Index() >= 0) field.DataResolution = DataResolution.Text();
 }
 
+// Whether the project can do without the variable of a row, or the user wants it to.
+bool frmCalculated::mayLoseVariable(int row) {
+  return !IsVariableUsed(store(), row) ||
+         Ask(Forms(), "DELETE VARIABLE WARNING",
+             "Other Place Uses This Variable, Do You Want to Delete?",
+             platform::Buttons::kYesNo) == platform::Answer::kYes;
+}
+
 void frmCalculated::DeleteCalculation() {
   const int row = selected();
   if (row < 1) return Forms().Beep();
-  if (IsVariableUsed(store(), row) && Ask(Forms(), "DELETE VARIABLE WARNING",
-                                          "Other Place Uses This Variable, Do You Want to Delete?",
-                                          platform::Buttons::kYesNo) != platform::Answer::kYes) {
-    return;
-  }
+  if (!mayLoseVariable(row)) return;
   CalcFieldGroup& group = fields();
-  for (int f = row; f < group.CalcFieldCount; ++f) group.Field[f] = group.Field[f + 1];
+  for (int f = row; f < group.CalcFieldCount; ++f) {
+    group.Field[f] = group.Field[f + 1];
+    RenameLevelArrays(group.Field[f].Output, CalcFieldStem(f + 1), CalcFieldStem(f));
+  }
   ORVUS_COMMON::SetCalcFieldDefaults(store(), group.CalcFieldCount - 1);
   showRows();
   startNew();

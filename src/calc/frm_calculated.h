@@ -74,6 +74,8 @@ class frmCalculated final : public Screen {
  private:
   [[nodiscard]] CalcFieldGroup& fields() const { return store().CalcFields; }
   [[nodiscard]] int selected() const { return Formulas.Index() + 1; }  // 0 for none
+  void nameControls();
+  void bind();
   void enableRowButtons();
   void showRows();
   void listMeasures();
@@ -85,6 +87,7 @@ class frmCalculated final : public Screen {
   void setEditMode();
   void save();
   [[nodiscard]] bool nameIsFree(const std::string& name);
+  [[nodiscard]] bool mayLoseVariable(int row);
   void writeRow(int row, const std::string& name, const std::string& expression);
 
   FormulaListPlace place_;

@@ -12,6 +12,7 @@
 #include "setup/controls/edits.h"
 #include "text/number.h"
 #include "text/strings.h"
+#include "verify/box.h"
 
 namespace ostrand {
 namespace {
@@ -240,8 +241,10 @@ void frmCanBus::bindOpeners() {
   Pick.OnPress = [this] { openPick(); };
   FieldNames.OnPress = [this] { runHook(hooks_.FieldNames); };
   Outputs.OnPress = [this] { runHook(hooks_.Outputs); };
-  addOpener({"frmCanAdv", "", [this](std::string_view) { return openAdvanced(); }});
-  addOpener({"frmCanPick", "", [this](std::string_view) { return openPick(); }});
+  addOpener(OpenedBy(Advanced, "frmCanAdv"));
+  addOpener(OpenedBy(Pick, "frmCanPick"));
+  addOpener(OpenedBy(FieldNames, "frmFldName"));
+  addOpener(OpenedBy(Outputs, "frmPortTables"));
 }
 
 void frmCanBus::takeBaud() {
@@ -286,22 +289,14 @@ void frmCanBus::takeName() {
   showList();
 }
 
-void frmCanBus::tell(std::string_view title, std::string_view text) {
-  platform::MessageBox box;
-  box.title = title;
-  box.text = text;
-  box.icon = platform::Icon::kExclamation;
-  Forms().ShowBox(box);
-}
-
 // A frame that is wrong stays for the user to mend; Done asks about it once more.
 void frmCanBus::takeFrame() {
   const std::optional<std::string> frame = TxDataFrameOf(TxDataFrame.Text());
   if (!frame) {
-    tell("Hex Validation Failed",
-         "The 64-bit Tx Data Frame must begin with \"&H\" \r\n"
-         "followed by 16 Hexadecimal characters (0-9,A-F).\r\n"
-         "Example: \"&H0123456789ABCDEF\"");
+    ShowWarning(Forms(), "Hex Validation Failed",
+                JoinLines({"The 64-bit Tx Data Frame must begin with \"&H\" ",
+                           "followed by 16 Hexadecimal characters (0-9,A-F).",
+                           "Example: \"&H0123456789ABCDEF\""}));
   }
   item().TxDataFrame = frame.value_or(TxDataFrame.Text());
   TxDataFrame.Text(item().TxDataFrame);
@@ -310,11 +305,11 @@ void frmCanBus::takeFrame() {
 void frmCanBus::takeMatch() {
   const std::optional<std::string> match = RxDataMatchOf(RxDataMatch.Text());
   if (!match) {
-    tell("Match Validation Failed",
-         "The 64-bit Rx Data Match string must begin with \"&H\" \r\n"
-         "followed by 16 Hexadecimal characters (0-9,A-F)\r\n"
-         "or the Masking Pair  \"XX\" starting on even digits.\r\n"
-         "Example: \"&H0123XX67XXABCDEF\"");
+    ShowWarning(Forms(), "Match Validation Failed",
+                JoinLines({"The 64-bit Rx Data Match string must begin with \"&H\" ",
+                           "followed by 16 Hexadecimal characters (0-9,A-F)",
+                           "or the Masking Pair  \"XX\" starting on even digits.",
+                           "Example: \"&H0123XX67XXABCDEF\""}));
   }
   item().RxDataMatch = match.value_or(RxDataMatch.Text());
   RxDataMatch.Text(item().RxDataMatch);
@@ -325,9 +320,9 @@ void frmCanBus::takeTimeout() {
   const std::optional<std::int32_t> value = ToInt32(RxTimeout.Text());
   const bool isWhole = value && ToDouble(RxTimeout.Text()) == *value;
   if (!isWhole || !IsRxTimeout(*value)) {
-    tell("Invalid Timeout Value",
-         "The Rx Timeout value (in milliseconds)\r\n"
-         "must be a numeric value from 1 to 20000.");
+    ShowWarning(Forms(), "Invalid Timeout Value",
+                JoinLines({"The Rx Timeout value (in milliseconds)",
+                           "must be a numeric value from 1 to 20000."}));
   }
   if (isWhole) item().RxTimeout = *value;
   RxTimeout.Text(whole(item().RxTimeout));
@@ -355,13 +350,11 @@ void frmCanBus::addItem() {
 
 void frmCanBus::deleteItem() {
   if (!hasItem()) return;
-  platform::MessageBox box;
-  box.title = "DELETE ITEM";
-  box.text = "Are you sure you want to delete item number " + whole(current_) +
-             " for the selected CAN Module?";
-  box.icon = platform::Icon::kQuestion;
-  box.buttons = platform::Buttons::kYesNo;
-  if (Forms().ShowBox(box) != platform::Answer::kYes) return;
+  const platform::Answer answer = Ask(Forms(), "DELETE ITEM",
+                                      "Are you sure you want to delete item number " +
+                                          whole(current_) + " for the selected CAN Module?",
+                                      platform::Buttons::kYesNo);
+  if (answer != platform::Answer::kYes) return;
   CanBus& bus = can();
   std::move(bus.Item.begin() + current_, bus.Item.begin() + bus.CanCount,
             bus.Item.begin() + current_ - 1);
@@ -370,14 +363,12 @@ void frmCanBus::deleteItem() {
   showList();
 }
 
-bool frmCanBus::openAdvanced() {
+void frmCanBus::openAdvanced() {
   frmCanAdv screen(context(), module());
   showModal(screen);
-  return true;
 }
 
-bool frmCanBus::openPick() {
-  if (!hasItem()) return false;
+void frmCanBus::openPick() {
   frmCanPick screen(context(), {files_, listFolder_, ListItemOf(item(), idType()), listPath_});
   const bool done = showModal(screen);
   listPath_ = screen.Path();
@@ -385,11 +376,9 @@ bool frmCanBus::openPick() {
     TakeOver(*screen.Picked(), item());
     showList();
   }
-  return true;
 }
 
 void frmCanBus::runHook(const std::function<bool(CanItemData&, int)>& hook) {
-  if (!hook || !hasItem()) return;
   if (hook(item(), current_)) hookChanged_ = true;
   showItem();
 }
@@ -502,13 +491,10 @@ bool frmCanBus::changed() const {
 }
 
 bool frmCanBus::onDone() {
-  if (!allValid()) {
-    platform::MessageBox box;
-    box.title = "CONTINUE WITH IMPROPER VALUES ?";
-    box.text = "Some of the current CAN values are not valid. Proceed Anyway ?";
-    box.icon = platform::Icon::kQuestion;
-    box.buttons = platform::Buttons::kYesNo;
-    if (Forms().ShowBox(box) != platform::Answer::kYes) return false;
+  if (!allValid() && Ask(Forms(), "CONTINUE WITH IMPROPER VALUES ?",
+                         "Some of the current CAN values are not valid. Proceed Anyway ?",
+                         platform::Buttons::kYesNo) != platform::Answer::kYes) {
+    return false;
   }
   store().Can = can();
   return true;

@@ -105,12 +105,11 @@ class frmCanBus final : public Screen {
   void takeFrame();
   void takeMatch();
   void takeTimeout();
-  void tell(std::string_view title, std::string_view text);
 
   void addItem();
   void deleteItem();
-  bool openAdvanced();
-  bool openPick();
+  void openAdvanced();
+  void openPick();
   void runHook(const std::function<bool(CanItemData&, int)>& hook);
 
   void showModule();

@@ -5,6 +5,7 @@
 #include "can/item_rules.h"
 #include "platform/guarded.h"
 #include "text/number.h"
+#include "verify/box.h"
 
 namespace ostrand {
 namespace {
@@ -97,14 +98,6 @@ CanListItem* frmCanPick::chosen() {
   return index < 0 ? nullptr : &list_.Items[static_cast<std::size_t>(index)];
 }
 
-void frmCanPick::tell(std::string_view title, const std::string& text) {
-  platform::MessageBox box;
-  box.title = title;
-  box.text = text;
-  box.icon = platform::Icon::kExclamation;
-  Forms().ShowBox(box);
-}
-
 platform::FileDialog frmCanPick::dialog(std::string_view title) const {
   platform::FileDialog dialog;
   dialog.title = title;
@@ -125,7 +118,7 @@ void frmCanPick::openList() {
 bool frmCanPick::load(const std::string& path) {
   auto list = ReadCanList(subject_.files, path);
   if (!list) {
-    tell(kOpenTitle, list.ErrorText());
+    ShowWarning(Forms(), kOpenTitle, list.ErrorText());
     return false;
   }
   if (!isForThisBus(path, kOpenTitle)) return false;
@@ -138,7 +131,8 @@ bool frmCanPick::load(const std::string& path) {
 
 bool frmCanPick::isForThisBus(const std::string& path, std::string_view title) {
   if (CanListTypeOf(path) == type()) return true;
-  tell(title, "The file " + path + " can't hold a pick list for identifiers of " +
+  ShowWarning(Forms(), title,
+              "The file " + path + " can't hold a pick list for identifiers of " +
                   std::string(kindOf(type()).bits) + " bits.");
   return false;
 }
@@ -175,12 +169,9 @@ bool frmCanPick::saveList(const std::string& path) {
 // Whether the list may be put away, with or without its edits.
 bool frmCanPick::mayLeaveList() {
   if (!edited_) return true;
-  platform::MessageBox box;
-  box.title = kSaveTitle;
-  box.text = "Edits have been made to the list of items.  Save changes to disk?";
-  box.icon = platform::Icon::kQuestion;
-  box.buttons = platform::Buttons::kYesNoCancel;
-  switch (Forms().ShowBox(box)) {
+  switch (Ask(Forms(), kSaveTitle,
+              "Edits have been made to the list of items.  Save changes to disk?",
+              platform::Buttons::kYesNoCancel)) {
     case platform::Answer::kYes:
       return path_.empty() ? saveAs() : saveList(path_);
     case platform::Answer::kNo:
@@ -238,10 +229,13 @@ bool frmCanPick::onDone() {
   const CanListItem* item = chosen();
   if (item != nullptr && item->Config.MessageType() != ORVUS_CAN_MSGTYPE_TxOnly &&
       !IsDataStyle(item->Config.DataStyle)) {
-    tell("Invalid Rx Data Type",
-         "The Rx Data Type of " + NumberText(static_cast<int>(item->Config.DataStyle)) +
-             " is out of the allowed range [1-6] .\r\nPlease check the [DataType] item in the [" +
-             item->Config.Description + "] record\r\nand of the [" + path_ + "] pick list.");
+    ShowWarning(
+        Forms(), "Invalid Rx Data Type",
+        JoinLines(
+            {"The Rx Data Type of " + NumberText(static_cast<int>(item->Config.DataStyle)) +
+                 " is out of the allowed range [1-6] .",
+             "Please check the [DataType] item in the [" + item->Config.Description + "] record",
+             "of the [" + path_ + "] pick list."}));
     return false;
   }
   if (!mayLeaveList()) return false;

@@ -59,7 +59,6 @@ class frmCanPick final : public Screen {
   [[nodiscard]] OrvusCanDataIDTypes type() const { return subject_.present.Config.DataIDType(); }
   [[nodiscard]] CanListItem* chosen();
   [[nodiscard]] platform::FileDialog dialog(std::string_view title) const;
-  void tell(std::string_view title, const std::string& text);
 
   void openList();
   bool load(const std::string& path);

@@ -1,6 +1,7 @@
 #include "can/list_items.h"
 
 #include "can/item_rules.h"
+#include "model/table_outputs.h"
 #include "setup/controls/text_field.h"
 #include "text/number.h"
 #include "text/strings.h"
@@ -80,17 +81,7 @@ void TakeOver(const CanListItem& from, CanItemData& item) {
 }
 
 void RenameItem(CanItemData& item, std::string_view name) {
-  for (int table = 1; table <= kTables; ++table) {
-    std::string& code = item.Output.Histo[table].LevelCode;
-    for (const std::string_view array : {"LC1()", "LC2()"}) {
-      const std::string tail = NumberText(table) + std::string(array);
-      const std::string old = "," + item.Name + tail;
-      const std::size_t at = code.find(old);
-      if (at != std::string::npos) {
-        code.replace(at, old.size(), "," + std::string(name) + tail);
-      }
-    }
-  }
+  RenameLevelArrays(item.Output, item.Name, name);
   item.Name = name;
 }
 

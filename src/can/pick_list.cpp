@@ -73,8 +73,10 @@ using Cells = std::vector<std::string>;
 
 std::string quoted(std::string_view text) { return "\"" + std::string(text) + "\""; }
 
-bool transmits(const cCanConfig& item) {
-  if (item.MessageType() == ORVUS_CAN_MSGTYPE_RxOnly) return false;
+bool transmits(const cCanConfig& item) { return item.MessageType() != ORVUS_CAN_MSGTYPE_RxOnly; }
+
+// Whether it was ever given anything to transmit.
+bool hasTransmission(const cCanConfig& item) {
   const cCanConfig fresh;
   return item.TxDataID() != fresh.TxDataID() || item.TxDataFrame != fresh.TxDataFrame ||
          item.RxDataMatch != fresh.RxDataMatch || item.RxTimeout != fresh.RxTimeout;
@@ -259,8 +261,8 @@ class ItemReader {
     config.TxDataFrame = cell(kTxDataFrame);
     config.RxDataMatch = cell(kRxDataMatch);
     take<std::int32_t>(kRxTimeout, config.RxTimeout, ToInt32, " is no number of 32 bits");
-    config.SetMsgMode(ORVUS_CAN_MSGTYPE_TxRxPair);
-    if (!transmits(config)) config.SetMsgMode(ORVUS_CAN_MSGTYPE_RxOnly);
+    config.SetMsgMode(hasTransmission(config) ? ORVUS_CAN_MSGTYPE_TxRxPair
+                                              : ORVUS_CAN_MSGTYPE_RxOnly);
 
     remarkLimit(kTxDataID, *number, config.TxDataID());
     demand(TxDataFrameOf(config.TxDataFrame).has_value(), kTxDataFrame, " is no frame of 64 bits");

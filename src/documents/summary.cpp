@@ -89,11 +89,23 @@ void putTime(std::string& line, i32 micros) {
   putRight(line, kTimeEdge, micros == kNotKnown ? "...." : grouped(micros));
 }
 
-void putScaling(std::string& line, int multEdge, const MeasBlock& block) {
-  constexpr std::string_view kScientific = "0.0e-##";
-  putRight(line, multEdge, FormatNumber(DecimalValue(block.DefaultMult), kScientific));
-  putRight(line, multEdge + kOffsetDistance,
-           FormatNumber(DecimalValue(block.DefaultOffset), kScientific));
+// Empty for the general form, which has no mask.
+std::string maskOf(const NumberFormat& format) {
+  const auto digits = static_cast<std::size_t>(std::clamp(format.digits, 0, kMostFormDigits));
+  const auto places = [digits](char place) {
+    return digits > 0 ? "." + std::string(digits, place) : std::string();
+  };
+  switch (format.form) {
+    case NumberForm::kNumber:
+      return "#,##0" + places('0');
+    case NumberForm::kScientific:
+      return "0" + places('0') + "e-##";
+    case NumberForm::kCustom:
+      return "0" + places('#');
+    case NumberForm::kGeneral:
+      break;
+  }
+  return {};
 }
 
 std::string blockRow(int number, const MeasBlock& block) {
@@ -186,6 +198,11 @@ class Writer {
     putRight(line, kEqualsEdge, label);
     putRight(line, kTimeEdge, grouped(micros));
     put(line);
+  }
+
+  void putScaling(std::string& line, int multEdge, const MeasBlock& block) const {
+    putRight(line, multEdge, FormattedNumber(block.DefaultMult, look_.numbers));
+    putRight(line, multEdge + kOffsetDistance, FormattedNumber(block.DefaultOffset, look_.numbers));
   }
 
   // Ends a section, if it has any rows.
@@ -386,6 +403,14 @@ class Writer {
 };
 
 }  // namespace
+
+std::string FormattedNumber(float value, const NumberFormat& format) {
+  const std::string mask = maskOf(format);
+  if (mask.empty()) return NumberText(value);
+  std::string text = FormatNumber(DecimalValue(value), mask);
+  if (text.ends_with('.')) text.pop_back();
+  return text;
+}
 
 bool Summarize(ProjectStore& store, const SummaryLook& look, RichText& box,
                platform::Forms& forms) {

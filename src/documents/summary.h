@@ -4,6 +4,7 @@
 #include <string>
 
 #include "documents/rich_text.h"
+#include "model/options.h"
 #include "model/store.h"
 #include "platform/forms.h"
 
@@ -14,7 +15,11 @@ struct SummaryLook {
   std::string projectName;  // shown in upper case; "NoName" before the project has a file
   Colour text = kWindowText;
   Colour heading = kWindowText;  // of the underlined headings
+  NumberFormat numbers = {};     // of multipliers and offsets
 };
+
+// A number in such a form: 1234.5 as "1234.5", "1,234.50", "1.23e3", "1234.5" with 2 digits.
+std::string FormattedNumber(float value, const NumberFormat& format);
 
 // Fills the box from empty: the head, the tables, a section for each kind of item in use, and the
 // shortest possible scan time. Columns are for a fixed pitch font, 52 wide; a field that has no

@@ -1,6 +1,7 @@
 // Constants of the program: every number that a measurement statement names.
 #include <algorithm>
 
+#include "generator/bridge_style.h"
 #include "generator/savedld.h"
 #include "model/names.h"
 #include "model/units.h"
@@ -10,8 +11,6 @@
 
 namespace ostrand {
 namespace {
-
-constexpr int kFirstStrainStyle = 5;  // quarter bridge strain; half and full follow
 
 std::string_view publicOrDim(flag isPublic) { return isPublic != 0 ? "Public" : "Dim"; }
 
@@ -172,7 +171,7 @@ void SAVEDLD::voltConstants(const BlockView& view, const VoltBlockData& block) {
 
 void SAVEDLD::bridgeConstants(const BlockView& view, const BridgeBlockData& block) {
   const int n = view.n;
-  const bool strain = block.Style >= kFirstStrainStyle;
+  const bool strain = IsStrain(block);
   const bool zeroed = block.ZeroFlag > 0;
   if (SameText(block.Type, "BRFULL6W")) {
     Put({"Const BRNG", n, "_1 = 0"}, {"'Block", n, " input measurement range 5000 mV"});
@@ -212,7 +211,7 @@ void SAVEDLD::bridgeConstants(const BlockView& view, const BridgeBlockData& bloc
 
 void SAVEDLD::bridgeArrays(const BlockView& view, const BridgeBlockData& block) {
   const int n = view.n;
-  const bool strain = block.Style >= kFirstStrainStyle;
+  const bool strain = IsStrain(block);
   const bool zeroed = block.ZeroFlag >= 1;
   const std::string gauge = GaugeName(n);
   const auto offsetOrGauge = [&](std::string_view offsetKeyword) {

@@ -1,16 +1,16 @@
 // The program body: from BeginProg through the scan to the closing logic.
 #include <algorithm>
 #include <array>
-#include <cstdint>
 
+#include "generator/bridge_style.h"
 #include "generator/savedld.h"
 #include "model/intervals.h"
 #include "model/names.h"
+#include "model/port_mask.h"
 #include "model/units.h"
 #include "platform/guarded.h"
 #include "text/mask.h"
 #include "text/number.h"
-#include "text/strings.h"
 
 namespace ostrand {
 namespace {
@@ -18,15 +18,6 @@ namespace {
 constexpr std::string_view kBody = "      ";
 
 std::string_view trueOrFalse(bool value) { return value ? "True" : "False"; }
-
-// A mask of bits, typed as 0 and 1 with the lowest bit on the right, in the chosen number system.
-std::string maskText(std::string_view bits, std::string_view codeType) {
-  if (SameText(codeType, "BIN")) return "&B" + std::string(bits);
-  std::uint64_t value = 0;
-  for (const char bit : bits) value = value * 2 + (bit == '1' ? 1U : 0U);
-  if (SameText(codeType, "HEX")) return "&H" + HexText(value);
-  return NumberText(static_cast<std::int64_t>(value));
-}
 
 struct LengthUnit {
   double below;    // microseconds
@@ -143,7 +134,7 @@ void SAVEDLD::scalingLoop(const BlockView& view) {
     Put({"      ", view.names.mult, "(I) = ", view.names.multConst},
         {"'Assign default multiplier (", block.DefaultMult, ") to ", view.names.mult});
   }
-  if (view.Kind() == Family::kBridge && store_.BridgeBlock[view.n].Style > 4) {
+  if (view.Kind() == Family::kBridge && IsStrain(store_.BridgeBlock[view.n])) {
     Put({"      GBBlk", view.n, "(I) = BGF", view.n},
         {"'Assign default gauge factor (", store_.BridgeBlock[view.n].GageFactor, ") to GBBlk",
          view.n});
@@ -228,7 +219,7 @@ void SAVEDLD::zeroFlagStart() {
   for (const Family family : {Family::kVolt, Family::kBridge, Family::kTK40M}) {
     for (const BlockView& view : blocksOf(family)) {
       if (!HasReps(view) || view.data->ZeroFlag == 0) continue;
-      if (family == Family::kBridge && store_.BridgeBlock[view.n].Style >= 5) {
+      if (family == Family::kBridge && IsStrain(store_.BridgeBlock[view.n])) {
         Put({"   For I = 1 To BREP", view.n});
         Put({"      GBBlk", view.n, "Raw(I) = GBBlk", view.n, "(I)"});
         Put({"   Next I"});
@@ -291,7 +282,7 @@ void SAVEDLD::portControl() {
   const auto& slots = store_.Ports.Slot;
   const auto bytePort = [](const PortSlot& slot) -> const Port& { return slot.Ports[kPorts]; };
   const auto mask = [&](const PortSlot& slot, int which) {
-    return maskText(slot.BinaryMask[which], store_.Ports.CodeType);
+    return PortMaskText(slot.BinaryMask[which], store_.Ports.CodeType);
   };
   // The second group does not count for the title.
   if (slots[0].ByteMode != 0 && bytePort(slots[0]).Include != 0) {

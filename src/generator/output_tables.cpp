@@ -4,6 +4,7 @@
 #include <cmath>
 #include <optional>
 
+#include "generator/bridge_style.h"
 #include "generator/savedld.h"
 #include "model/intervals.h"
 #include "model/names.h"
@@ -289,7 +290,7 @@ void SAVEDLD::zeroTable(int group) {
     };
     if (view.Kind() == Family::kBridge) {
       average("ZeroMv");
-      if (store_.BridgeBlock[view.n].Style > 4) average("ZeroUs");
+      if (IsStrain(store_.BridgeBlock[view.n])) average("ZeroUs");
     } else {
       average("Zero");
     }

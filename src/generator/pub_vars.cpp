@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <array>
 
+#include "generator/bridge_style.h"
 #include "generator/savedld.h"
 #include "text/strings.h"
 
@@ -64,7 +65,7 @@ void SAVEDLD::aliasLines(Family family) {
   for (const BlockView& view : blocksOf(family)) {
     if (family == Family::kCan && store_.Can.Item[view.n].Enabled == 0) continue;
     const bool calibrated = view.data->CalOnSite != 0 &&
-                            !(family == Family::kBridge && store_.BridgeBlock[view.n].Style >= 5);
+                            !(family == Family::kBridge && IsStrain(store_.BridgeBlock[view.n]));
     const std::string& source = view.names.source;
     for (int r = 1; r <= view.data->Reps; ++r) {
       const RepAlias& alias = view.Alias(r);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "generator/bridge_style.h"
 #include "model/intervals.h"
 #include "platform/guarded.h"
 #include "platform/moment_text.h"
@@ -107,7 +108,7 @@ std::string SAVEDLD::fileBytes() const {
   const auto bridgeLines = [&] {
     for (int b = 1; b <= kBlocks; ++b) {
       if (BZeroLine_[b] != i || BZeroText_[b].empty()) continue;
-      if (store_.BridgeBlock[b].Style < 5) {
+      if (!IsStrain(store_.BridgeBlock[b])) {
         writeLine(file, zeroStatement(BZeroText_[b], 'B', "ZeroMv"));
       } else {
         std::string line = BZeroText_[b];

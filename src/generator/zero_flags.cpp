@@ -48,7 +48,7 @@ void SAVEDLD::FieldCalCalls() {
       if (hostIsHarrier() && view.data->CalOnSite != 0) twoPointCall(view);
       if (family == Family::kPulse || view.data->ZeroFlag == 0) continue;
       const int style = family == Family::kBridge ? store_.BridgeBlock[view.n].Style : 0;
-      if (style < kQuarterStrainStyle) {
+      if (!IsStrainStyle(style)) {
         zeroingCall(view);
       } else {
         strainZeroingCalls(view, style);

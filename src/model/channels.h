@@ -69,6 +69,9 @@ inline constexpr std::array<BridgeStyle, 8> kBridgeStyles = {{
     {"full strain", "Diff", 2},
 }};
 
+inline constexpr int kQuarterStrainStyle = 5;  // half and full strain follow
+inline bool IsStrainStyle(int style) { return style >= kQuarterStrainStyle; }
+
 // Single-ended channels that a thermocouple or voltage section occupies: a differential block
 // starts on a whole pair, and the channel left out before it counts as used.
 int LiveChannelCount(ChannelBlocks blocks);

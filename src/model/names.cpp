@@ -62,8 +62,10 @@ std::string ConstantName(OrvusDataObjTypes type, std::string_view what, int bloc
   return (kind->letter + std::string(what)).append(NumberText(block));
 }
 
+std::string CalcFieldStem(int field) { return "Calc" + NumberText(field); }
+
 std::string CalcFieldLevelName(int field, int table) {
-  return "LCCalc" + NumberText(field) + "_" + NumberText(table);
+  return "LC" + CalcFieldStem(field) + "_" + NumberText(table);
 }
 
 std::string AutomaticName(OrvusDataObjTypes kind, int block) {

@@ -34,6 +34,9 @@ std::string ZeroName(OrvusDataObjTypes kind, int block);
 // A constant of a block: ConstantName(ORVUS_DOBJ_BLK_VOLT, "REP", 1) is "VREP1".
 std::string ConstantName(OrvusDataObjTypes kind, std::string_view what, int block);
 
+// What names the level arrays of calculated field `field`, from 1: "Calc3".
+std::string CalcFieldStem(int field);
+
 // Array that a level crossing of calculated field `field` reads in a table, both from 1:
 // "LCCalc2_1".
 std::string CalcFieldLevelName(int field, int table);

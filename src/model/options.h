@@ -1,5 +1,7 @@
-// What a user has set for new items.
+// What a user has set for new items, and how things are shown to him.
 #pragma once
+
+#include <string>
 
 #include "model/analog_config.h"
 #include "model/store.h"
@@ -14,6 +16,37 @@ struct OptionValues {
   MeasurementOptions Measurement;  // for cOrvusData and cAnalogConfig
   i32 DefaultTableAutoSize = 0;
   i32 DefaultTableNumRecs = 1000;
+};
+
+inline constexpr i32 kLeastFontSize = 6;  // points
+inline constexpr i32 kMostFontSize = 72;
+
+struct TextFont {
+  std::string Name;
+  std::string Style;  // "Regular", "Bold", "Italic", "Bold Italic"
+  i32 Size = 0;       // points
+
+  friend bool operator==(const TextFont&, const TextFont&) = default;
+};
+
+// The form of a number: as short as it goes, with thousands separators, with an exponent, or with
+// only as many digits as it needs.
+enum class NumberForm { kGeneral, kNumber, kScientific, kCustom };
+
+// A form with its digits behind the point, 0 to kMostFormDigits; the general form heeds none.
+struct NumberFormat {
+  NumberForm form = NumberForm::kScientific;
+  i32 digits = 1;
+
+  friend bool operator==(const NumberFormat&, const NumberFormat&) = default;
+};
+inline constexpr i32 kMostFormDigits = 8;
+
+struct ViewOptions {
+  TextFont ConditionFont = {"Courier New", "Regular", 10};  // of lines that group conditions
+  NumberFormat SummaryNumbers;                              // of multipliers and offsets there
+
+  friend bool operator==(const ViewOptions&, const ViewOptions&) = default;
 };
 
 }  // namespace ostrand

@@ -4,6 +4,7 @@
 
 #include "model/names.h"
 #include "model/output_table.h"
+#include "text/number.h"
 #include "text/strings.h"
 
 namespace ostrand {
@@ -123,6 +124,20 @@ i16 FirstTableUsed(const ProjectStore& store, const OutputSet* output) {
     if (firstInUse == 0) firstInUse = table;
   }
   return std::max<i16>(firstInUse, 1);
+}
+
+void RenameLevelArrays(OutputSet& output, std::string_view before, std::string_view after) {
+  for (int table = 1; table <= kTables; ++table) {
+    std::string& code = output.Histo[table].LevelCode;
+    for (const std::string_view array : {"LC1()", "LC2()"}) {
+      const std::string tail = NumberText(table) + std::string(array);
+      const std::string old = "," + std::string(before) + tail;
+      const std::size_t at = code.find(old);
+      if (at != std::string::npos) {
+        code.replace(at, old.size(), "," + std::string(after) + tail);
+      }
+    }
+  }
 }
 
 int OutputValues(const OutputSource& source, int code) {

@@ -57,6 +57,10 @@ inline bool IsSelected(const OutputSet& output, int table, int code) {
   return output.OutputSelect[table][code] != 0;
 }
 
+// The arrays of an item's level crossings get the name that they have under another stem: the
+// item's name, "Calc3". Codes that name other arrays stay.
+void RenameLevelArrays(OutputSet& output, std::string_view before, std::string_view after);
+
 // The first table in use that stores anything of an item, or else the first one in use, or else 1;
 // an item without outputs is stored by none.
 i16 FirstTableUsed(const ProjectStore& store, const OutputSet* output);

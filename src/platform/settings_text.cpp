@@ -3,13 +3,13 @@
 #include <algorithm>
 #include <utility>
 
+#include "text/codepage.h"
 #include "text/number.h"
 #include "text/strings.h"
 
 namespace ostrand::platform {
 namespace {
 
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 constexpr std::string_view kBytesMark = "bytes:";
 constexpr std::string_view kBlanks = " \t\r\n";
 

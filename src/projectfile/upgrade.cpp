@@ -1,5 +1,6 @@
 #include "projectfile/upgrade.h"
 
+#include "model/channels.h"
 #include "projectfile/genfile.h"
 #include "projectfile/tables.h"
 #include "text/number.h"
@@ -43,8 +44,7 @@ bool differs(const std::string& text, float value) {
 // The gauge factor column of strain kinds is filled up with zeros, which mean nothing.
 bool isFiller(const MeasBlock&, const std::string&) { return false; }
 bool isFiller(const BridgeBlockData& block, const std::string& offset) {
-  constexpr int kFirstStrainStyle = 5;
-  return block.Style >= kFirstStrainStyle && offset == "0";
+  return IsStrainStyle(block.Style) && offset == "0";
 }
 
 template <class Family>

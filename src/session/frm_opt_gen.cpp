@@ -3,14 +3,13 @@
 #include <algorithm>
 #include <utility>
 
-#include "text/mask.h"
+#include "documents/summary.h"
 #include "text/number.h"
 
 namespace ostrand {
 namespace {
 
-constexpr int kMostDigits = 8;
-constexpr double kExampleNumber = 1234.5678;
+constexpr float kExampleNumber = 1234.5678F;
 constexpr std::size_t kValueColumn = 1;
 
 struct NamedColor {
@@ -81,22 +80,6 @@ int systemPlace(i32 color) {
 
 }  // namespace
 
-std::string SummaryNumberMask(SummaryNumbers form, int digits) {
-  const auto places = static_cast<std::size_t>(std::clamp(digits, 0, kMostDigits));
-  const std::string point = places > 0 ? "." : "";
-  switch (form) {
-    case SummaryNumbers::kNumber:
-      return "#,##0" + point + std::string(places, '0');
-    case SummaryNumbers::kScientific:
-      return "0" + point + std::string(places, '0') + "e+00";
-    case SummaryNumbers::kCustom:
-      return "0" + point + std::string(places, '#');
-    case SummaryNumbers::kGeneral:
-      break;
-  }
-  return {};
-}
-
 frmOptGen::frmOptGen(const ScreenContext& context, Settings& settings,
                      std::function<void()> onChange)
     : Screen(context, "frmOptGen"),
@@ -104,12 +87,13 @@ frmOptGen::frmOptGen(const ScreenContext& context, Settings& settings,
       StandardColor(*this, "StandardColor"),
       SystemColor(*this, "SystemColor"),
       ColorValue(*this, "ColorValue"),
-      NumberFormat(*this, "NumberFormat"),
+      NumberForm(*this, "NumberForm"),
       NumberDigits(*this, "NumberDigits", NumberType::kInteger),
       NumberExample(*this, "NumberExample"),
       settings_(settings),
       onChange_(std::move(onChange)),
-      before_(settings.GetSelectedColors()) {
+      colorsBefore_(settings.GetSelectedColors()),
+      numbersBefore_(settings.View().SummaryNumbers) {
   Caption = "COLORS";
   for (int color = 0; color < Settings::kColors; ++color) {
     ColorRow.Items.push_back({std::string(Settings::ColorName(color)), true, true, {}});
@@ -120,9 +104,8 @@ frmOptGen::frmOptGen(const ScreenContext& context, Settings& settings,
   for (const std::string_view name : kSystemColors) {
     SystemColor.Items.push_back({std::string(name), true, true, {}});
   }
-  NumberFormat.SetItems({"General", "Number", "Scientific", "Custom"});
-  NumberDigits.Limits(0, kMostDigits);
-  NumberDigits.Value(2);
+  NumberForm.SetItems({"General", "Number", "Scientific", "Custom"});
+  NumberDigits.Limits(0, kMostFormDigits);
   ColorRow.OnPick = [this] { showRow(); };
   StandardColor.OnPick = [this] {
     if (IsLoading()) return;
@@ -131,11 +114,15 @@ frmOptGen::frmOptGen(const ScreenContext& context, Settings& settings,
   SystemColor.OnPick = [this] {
     if (!IsLoading()) takeColor(systemColor(SystemColor.Index()));
   };
-  NumberFormat.OnPick = [this] { showNumbers(); };
-  NumberDigits.OnTake = [this] { showNumbers(); };
+  NumberForm.OnPick = [this] {
+    if (!IsLoading()) takeNumbers();
+  };
+  NumberDigits.OnTake = [this] { takeNumbers(); };
   const Loading loading(*this);
   ColorRow.Index(0);
-  NumberFormat.Index(0);
+  NumberForm.Index(static_cast<int>(numbersBefore_.form));
+  NumberDigits.Value(numbersBefore_.digits);
+  showNumbers();
 }
 
 void frmOptGen::takeColor(i32 color) {
@@ -154,20 +141,22 @@ void frmOptGen::showRow() {
   ColorValue.Text(NumberText(color));
 }
 
-std::string frmOptGen::NumberMask() const {
-  return SummaryNumberMask(static_cast<SummaryNumbers>(NumberFormat.Index()),
-                           static_cast<int>(NumberDigits.Value()));
+void frmOptGen::takeNumbers() {
+  settings_.View().SummaryNumbers = {static_cast<ostrand::NumberForm>(NumberForm.Index()),
+                                     static_cast<i32>(NumberDigits.Value())};
+  showNumbers();
+  if (onChange_) onChange_();
 }
 
 void frmOptGen::showNumbers() {
-  const std::string mask = NumberMask();
-  NumberDigits.Enabled = !mask.empty();
-  NumberExample.Text(mask.empty() ? NumberText(kExampleNumber)
-                                  : FormatNumber(kExampleNumber, mask));
+  const NumberFormat& numbers = settings_.View().SummaryNumbers;
+  NumberDigits.Enabled = numbers.form != ostrand::NumberForm::kGeneral;
+  NumberExample.Text(FormattedNumber(kExampleNumber, numbers));
 }
 
 bool frmOptGen::onCancel() {
-  settings_.SetSelectedColors(before_);
+  settings_.SetSelectedColors(colorsBefore_);
+  settings_.View().SummaryNumbers = numbersBefore_;
   if (onChange_) onChange_();
   return true;
 }

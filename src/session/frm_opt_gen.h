@@ -11,16 +11,10 @@
 
 namespace ostrand {
 
-enum class SummaryNumbers { kGeneral, kNumber, kScientific, kCustom };
-
-// The mask of a form of numbers with so many digits behind the point, 0 to 8; empty for the general
-// form, which has none. A custom form shows only the digits that it needs.
-std::string SummaryNumberMask(SummaryNumbers form, int digits);
-
-// Colours take effect at once; Cancel puts back those that were there.
+// Colours and form take effect at once; Cancel puts back those that were there.
 class frmOptGen final : public Screen {
  public:
-  // The settings must outlive the screen. `onChange` is told of each change of a colour.
+  // The settings must outlive the screen. `onChange` is told of each change.
   frmOptGen(const ScreenContext& context, Settings& settings, std::function<void()> onChange);
 
   Choice ColorRow;       // what is coloured
@@ -28,12 +22,10 @@ class frmOptGen final : public Screen {
   Choice SystemColor;    // those of the system, by their numbers
   Label ColorValue;      // of the row, as it is stored
 
-  Choice NumberFormat;  // by SummaryNumbers
+  // Of the multipliers and offsets in the summary.
+  Choice NumberForm;  // by ostrand::NumberForm
   NumericField NumberDigits;
   Label NumberExample;
-
-  // What was chosen, for the summary.
-  [[nodiscard]] std::string NumberMask() const;
 
  protected:
   bool onCancel() override;
@@ -41,11 +33,13 @@ class frmOptGen final : public Screen {
  private:
   void takeColor(i32 color);
   void showRow();
+  void takeNumbers();
   void showNumbers();
 
   Settings& settings_;
   std::function<void()> onChange_;
-  Settings::ColorTable before_;
+  Settings::ColorTable colorsBefore_;
+  NumberFormat numbersBefore_;
 };
 
 }  // namespace ostrand

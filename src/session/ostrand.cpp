@@ -129,8 +129,10 @@ void Ostrand::FormCleanup() {
 }
 
 bool Ostrand::Summarize() {
-  const SummaryLook look{
-      .projectName = baseName_, .text = appearance_.SummaryText, .heading = appearance_.Highlight};
+  const SummaryLook look{.projectName = baseName_,
+                         .text = appearance_.SummaryText,
+                         .heading = appearance_.Highlight,
+                         .numbers = settings_.View().SummaryNumbers};
   return ostrand::Summarize(store_, look, summary_, around_.forms);
 }
 

@@ -32,10 +32,14 @@ struct Step {
 
 }  // namespace
 
-bool Ostrand::SavePipeline() {
-  const UserAction action(*this);
+void Ostrand::KeepTextBoxes() {
   store_.Gen.Operator = txtOper_;
   store_.Gen.IDNumber = txtIDNum_;
+}
+
+bool Ostrand::SavePipeline() {
+  const UserAction action(*this);
+  KeepTextBoxes();
   if (currentFileName_.empty() || SameText(currentFileName_, "NoName.VKG")) {
     currentFileName_ = InFolder(WorkDir(), "EditTemp.VKG");
   }

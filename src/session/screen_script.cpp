@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "session/screen_catalog.h"
 #include "session/setup_screens.h"
 #include "setup/controls/choice.h"
 #include "text/codepage.h"
@@ -46,71 +47,36 @@ bool isAsExpected(std::string_view text, std::string_view expected) {
   return text.starts_with(expected.substr(0, expected.size() - kEllipsis.size()));
 }
 
-std::string quoted(std::string_view text) { return "\"" + std::string(text) + "\""; }
+// The text boxes of the main screen.
+struct MainBox {
+  std::string_view name;
+  Focus focus;
+  const std::string& (Ostrand::*text)() const;
+  void (Ostrand::*type)(std::string_view text);
+};
+constexpr std::array<MainBox, 2> kMainBoxes = {{
+    {"txtOper", Focus::kOper, &Ostrand::txtOper, &Ostrand::txtOper},
+    {"txtIDNum", Focus::kIDNum, &Ostrand::txtIDNum, &Ostrand::txtIDNum},
+}};
+
+const MainBox* mainBox(std::string_view name) {
+  const auto* found = std::find_if(kMainBoxes.begin(), kMainBoxes.end(),
+                                   [&](const MainBox& box) { return SameText(box.name, name); });
+  return found == kMainBoxes.end() ? nullptr : found;
+}
 
 }  // namespace
 
-// ---- The forms ----------------------------------------------------------------------------------
-
-void ScriptForms::Prepare(std::string title, Answer answer) {
-  answers_.push_back({std::move(title), answer});
-}
-
-void ScriptForms::StartAction() {
-  beeped_ = false;
-  seen_.clear();
-}
-
-Answer ScriptForms::ShowBox(const platform::MessageBox& box) {
-  const auto prepared = std::find_if(answers_.begin(), answers_.end(), [&](const Prepared& row) {
-    return SameText(row.title, box.title);
-  });
-  if (prepared != answers_.end()) {
-    const Answer answer = prepared->answer;
-    answers_.erase(prepared);
-    seen_.push_back({box.title, box.text});
-    return answer;
-  }
-  if (box.buttons == platform::Buttons::kOk) {
-    told_.push_back({box.title, box.text});
-    return Answer::kOk;
-  }
-  if (unanswered_.empty()) unanswered_ = quoted(box.title) + ": " + box.text;
-  return box.buttons == platform::Buttons::kYesNo ? Answer::kNo : Answer::kCancel;
-}
-
-std::optional<ScriptForms::Box> ScriptForms::Claim(std::string_view title) {
-  for (std::vector<Box>* boxes : {&told_, &seen_}) {
-    const auto found = std::find_if(boxes->begin(), boxes->end(),
-                                    [&](const Box& box) { return SameText(box.title, title); });
-    if (found == boxes->end()) continue;
-    Box box = *found;
-    boxes->erase(found);
-    return box;
-  }
-  return std::nullopt;
-}
-
-std::string ScriptForms::Unforeseen() const {
-  if (!unanswered_.empty()) return "no answer to the box " + unanswered_;
-  if (told_.empty()) return {};
-  return "unexpected box " + quoted(told_.front().title) + ": " + told_.front().text;
-}
-
-std::vector<std::string> ScriptForms::Unused() const {
-  std::vector<std::string> titles;
-  titles.reserve(answers_.size());
-  for (const Prepared& row : answers_) titles.push_back(row.title);
-  return titles;
-}
-
-std::optional<std::string> ScriptForms::takeFile() { return std::exchange(file_, std::nullopt); }
-
-std::optional<std::string> ScriptForms::AskOpen(const platform::FileDialog&) { return takeFile(); }
-
-std::optional<std::string> ScriptForms::AskSave(const platform::FileDialog&) { return takeFile(); }
-
 // ---- The lines ----------------------------------------------------------------------------------
+
+// What can be looked at of a control, and of an item of a choice.
+struct ScreenScript::Looks {
+  std::string name;
+  bool enabled;
+  bool visible;
+  std::string caption;
+  std::string tip;
+};
 
 struct ScreenScript::Verb {
   std::string_view name;
@@ -121,7 +87,8 @@ struct ScreenScript::Verb {
 };
 
 ScreenScript::ScreenScript(Ostrand& control, ScriptForms& forms, std::string_view text)
-    : control_(control), forms_(forms), text_(Windows1252FromUtf8(text)), rest_(text_) {
+    : control_(control), forms_(forms), text_(text), rest_(text_) {
+  if (rest_.starts_with(kByteOrderMark)) rest_.remove_prefix(kByteOrderMark.size());
   ConnectSetupScreens(control, *this);
 }
 
@@ -129,9 +96,12 @@ Result<> ScreenScript::Run() {
   play(nullptr);
   failForBox();
   if (failure_.empty()) {
-    for (const std::string& title : forms_.Unused()) fail("no box " + quoted(title) + " came");
+    for (const std::string& title : forms_.Unused()) fail("no box " + Quoted(title) + " came");
   }
-  if (failure_.empty()) return Done{};
+  if (failure_.empty()) {
+    control_.KeepTextBoxes();  // a script that comes to its end is one whose project is saved
+    return Done{};
+  }
   return Error{"line " + NumberText(line_) + ": " + failure_};
 }
 
@@ -206,7 +176,7 @@ void ScreenScript::playLine(Screen* screen, std::string_view line) {
       {"open", 1, 2, false, &ScreenScript::open},
       {"answer", 2, 2, false, &ScreenScript::answer},
       {"choose", 1, 1, false, &ScreenScript::choose},
-      {"type", 2, 2, true, &ScreenScript::type},
+      {"type", 2, 2, false, &ScreenScript::type},
       {"enter", 0, 0, true, &ScreenScript::key},
       {"escape", 0, 0, true, &ScreenScript::key},
       {"leave", 0, 0, true, &ScreenScript::key},
@@ -216,9 +186,9 @@ void ScreenScript::playLine(Screen* screen, std::string_view line) {
       {"press", 1, 1, true, &ScreenScript::press},
       {"done", 0, 0, true, &ScreenScript::end},
       {"cancel", 0, 0, true, &ScreenScript::end},
-      {"expect", 1, 3, false, &ScreenScript::expect},
+      {"expect", 1, 5, false, &ScreenScript::expect},
   }};
-  const std::optional<Words> words = wordsOf(line);
+  std::optional<Words> words = wordsOf(line);
   if (!words) return fail("a quote is not closed");
   if (words->empty()) return;
   const std::string& name = words->front().text;
@@ -230,6 +200,10 @@ void ScreenScript::playLine(Screen* screen, std::string_view line) {
     return fail(name + " takes " + (count < verb->least ? "more" : "fewer") + " words");
   }
   if (verb->onScreen && screen == nullptr) return fail("no screen is open");
+  // Names of files stay as they are.
+  if (verb->play != &ScreenScript::choose) {
+    for (Word& word : *words) word.text = Windows1252FromUtf8(word.text);
+  }
   if (verb->play != &ScreenScript::expect && verb->play != &ScreenScript::answer) {
     if (failForBox()) return;
     forms_.StartAction();
@@ -251,7 +225,7 @@ Control* ScreenScript::usable(Screen* screen, const Word& name) {
     fail(found->Name() + " is disabled");
   } else if (!screen->MoveFocus(found)) {
     fail(screen->Focused()->Name() + " keeps the focus, since it can't take " +
-         quoted(screen->Focused()->Text()));
+         Quoted(screen->Focused()->Text()));
   } else if (!found->Usable()) {
     // What was taken on the way has changed the screen.
     fail(found->Name() + " is disabled or hidden now");
@@ -265,6 +239,7 @@ void ScreenScript::open(Screen* screen, const Words& words) {
   const std::string& name = words[1].text;
   const std::string argument = words.size() > 2 ? words[2].text : "";
   if (screen == nullptr) {
+    if (openOptions(name)) return;
     const int button = ButtonOfScreen(name);
     if (button < 0) return fail("no main button opens " + name);
     if (!control_.MainButtons().Enabled(button)) {
@@ -272,13 +247,25 @@ void ScreenScript::open(Screen* screen, const Words& words) {
     }
     return control_.Click(button);
   }
+  if (!screen->MoveFocus(nullptr)) return fail("a field keeps the focus");
+  // One screen may be opened for several things, which the argument tells apart.
+  bool known = false;
   for (const Screen::Opener& opener : screen->Openers()) {
     if (!SameText(opener.name, name)) continue;
-    if (!screen->MoveFocus(nullptr)) return fail("a field keeps the focus");
-    if (!opener.open(argument)) fail(name + " can't be opened now");
-    return;
+    known = true;
+    if (opener.open(argument)) return;
   }
-  fail(screen->Name() + " does not open " + name);
+  fail(known ? name + " can't be opened now" : screen->Name() + " does not open " + name);
+}
+
+bool ScreenScript::openOptions(std::string_view name) {
+  for (const OptionScreen& row : kOptionScreens) {
+    if (!SameText(row.name, name)) continue;
+    openedOptions_ = true;
+    control_.ShowOptions(row.option);
+    return true;
+  }
+  return false;
 }
 
 void ScreenScript::answer(Screen*, const Words& words) {
@@ -291,17 +278,26 @@ void ScreenScript::answer(Screen*, const Words& words) {
 void ScreenScript::choose(Screen*, const Words& words) { forms_.PrepareFile(words[1].text); }
 
 void ScreenScript::type(Screen* screen, const Words& words) {
+  if (screen == nullptr) return typeOnMainScreen(words);
   Control* found = usable(screen, words[1]);
   if (found != nullptr && !found->TypeText(words[2].text)) {
     fail(found->Name() + " is not typed into");
   }
 }
 
+void ScreenScript::typeOnMainScreen(const Words& words) {
+  const MainBox* box = mainBox(words[1].text);
+  if (box == nullptr) return fail("no screen is open");
+  control_.SetFocus(box->focus);
+  if (words[2].text.size() > Ostrand::kMostBoxLetters) forms_.Beep();
+  (control_.*box->type)(words[2].text);
+}
+
 void ScreenScript::key(Screen* screen, const Words& words) {
   auto* field = dynamic_cast<TextField*>(screen->Focused());
   if (field == nullptr) return fail("the focus is on no field");
   if (SameText(words[0].text, "enter")) {
-    static_cast<void>(field->Take());
+    static_cast<void>(field->Leave());  // the focus stays
   } else if (SameText(words[0].text, "escape")) {
     field->Escape();
   } else {
@@ -311,8 +307,16 @@ void ScreenScript::key(Screen* screen, const Words& words) {
 
 void ScreenScript::pick(Screen* screen, const Words& words) {
   Control* found = usable(screen, words[1]);
-  if (found != nullptr && !found->Pick(words[2].text)) {
-    fail(found->Name() + " has no " + quoted(words[2].text) + " to pick");
+  if (found == nullptr || found->Pick(words[2].text)) return;
+  const std::string wanted = Quoted(words[2].text);
+  const auto* choice = dynamic_cast<const Choice*>(found);
+  if (choice == nullptr) {
+    fail("from " + found->Name() + " nothing is picked");
+  } else if (choice->Find(words[2].text) != nullptr) {
+    fail(wanted + " of " + found->Name() + " is disabled or hidden");
+  } else {
+    const std::string items = ItemsText(*choice);
+    fail(found->Name() + " has no " + wanted + " to pick" + (items.empty() ? "" : ", but" + items));
   }
 }
 
@@ -349,15 +353,15 @@ void ScreenScript::end(Screen* screen, const Words& words) {
 
 void ScreenScript::expect(Screen* screen, const Words& words) {
   const Word& what = words[1];
-  if (!what.quoted && SameText(what.text, "beep")) {
+  if (isWord(what, "beep")) {
     if (!forms_.Beeped()) fail("no beep came");
-  } else if (!what.quoted && SameText(what.text, "box")) {
+  } else if (isWord(what, "box")) {
     expectBox(words);
   } else if (words.size() < 3) {
     fail("expect what of " + what.text + "?");
-  } else if (!what.quoted && SameText(what.text, "help")) {
+  } else if (isWord(what, "help")) {
     if (!isAsExpected(forms_.HelpLine(), words[2].text)) {
-      fail("the help line shows " + quoted(forms_.HelpLine()));
+      fail("the help line shows " + Quoted(forms_.HelpLine()));
     }
   } else {
     expectControl(screen, words);
@@ -367,35 +371,79 @@ void ScreenScript::expect(Screen* screen, const Words& words) {
 void ScreenScript::expectBox(const Words& words) {
   if (words.size() < 3) return fail("which box?");
   const std::optional<ScriptForms::Box> box = forms_.Claim(words[2].text);
-  if (!box) return fail("no box " + quoted(words[2].text) + " came");
+  if (!box) return fail("no box " + Quoted(words[2].text) + " came");
   if (words.size() > 3 && !isAsExpected(box->text, withBreaks(words[3].text))) {
-    fail("the box says " + quoted(box->text));
+    fail("the box says " + Quoted(box->text));
   }
 }
 
 void ScreenScript::expectControl(Screen* screen, const Words& words) {
-  if (screen == nullptr) return fail("no screen is open");
+  if (screen == nullptr) {
+    const MainBox* box = mainBox(words[1].text);
+    if (box == nullptr) return fail("no screen is open");
+    return shows(std::string(box->name), (control_.*box->text)(), words[2].text);
+  }
   const Control* found = screen->Find(words[1].text);
   if (found == nullptr) return fail(screen->Name() + " has no control " + words[1].text);
-  const Word& what = words[2];
-  const auto isWord = [&](std::string_view word) {
-    return !what.quoted && SameText(what.text, word);
+  const Looks looks = {found->Name(), found->Enabled, found->Visible, found->Caption,
+                       found->ToolTip};
+  const std::span<const Word> rest = std::span(words).subspan(2);
+  if (isWord(rest[0], "item") && rest.size() > 1) return expectItem(*found, rest.subspan(1));
+  if (expectLooks(looks, rest)) return;
+  if (rest.size() > 1) return fail("expect takes fewer words");
+  shows(looks.name, found->Text(), rest[0].text);
+}
+
+// An item, and with more words how it looks.
+void ScreenScript::expectItem(const Control& control, std::span<const Word> words) {
+  const auto* choice = dynamic_cast<const Choice*>(&control);
+  if (choice == nullptr) return fail(control.Name() + " has no items");
+  const Choice::Item* item = choice->Find(words[0].text);
+  if (item == nullptr) {
+    const std::string items = ItemsText(*choice);
+    return fail(control.Name() + " has no item " + Quoted(words[0].text) +
+                (items.empty() ? "" : ", but" + items));
+  }
+  const Looks looks = {Quoted(item->Text) + " of " + control.Name(), item->Enabled, item->Visible,
+                       item->Text, item->ToolTip};
+  if (words.size() > 1 && !expectLooks(looks, words.subspan(1))) fail("expect what of the item?");
+}
+
+// Whether the words ask for a state, a caption or a tool tip; they are compared then.
+bool ScreenScript::expectLooks(const Looks& looks, std::span<const Word> words) {
+  struct State {
+    std::string_view word;
+    bool holds;
+    std::string_view otherwise;
   };
-  const auto state = [&](bool holds, std::string_view otherwise) {
-    if (!holds) fail(found->Name() + " is " + std::string(otherwise));
-  };
-  const auto shows = [&](std::string_view of, const std::string& text, const Word& expected) {
-    if (!isAsExpected(text, withBreaks(expected.text))) {
-      fail(found->Name() + std::string(of) + " shows " + quoted(text));
+  const State states[] = {{"enabled", looks.enabled, "disabled"},
+                          {"disabled", !looks.enabled, "enabled"},
+                          {"shown", looks.visible, "hidden"},
+                          {"hidden", !looks.visible, "shown"}};
+  if (words.size() == 1) {
+    for (const State& state : states) {
+      if (!isWord(words[0], state.word)) continue;
+      if (!state.holds) fail(looks.name + " is " + std::string(state.otherwise));
+      return true;
     }
-  };
-  if (isWord("enabled")) return state(found->Enabled, "disabled");
-  if (isWord("disabled")) return state(!found->Enabled, "enabled");
-  if (isWord("shown")) return state(found->Visible, "hidden");
-  if (isWord("hidden")) return state(!found->Visible, "shown");
-  if (isWord("caption") && words.size() > 3) return shows("'s caption", found->Caption, words[3]);
-  if (isWord("tip") && words.size() > 3) return shows("'s tool tip", found->ToolTip, words[3]);
-  shows("", found->Text(), what);
+  } else if (words.size() == 2 && isWord(words[0], "caption")) {
+    shows(looks.name + "'s caption", looks.caption, words[1].text);
+    return true;
+  } else if (words.size() == 2 && isWord(words[0], "tip")) {
+    shows(looks.name + "'s tool tip", looks.tip, words[1].text);
+    return true;
+  }
+  return false;
+}
+
+void ScreenScript::shows(const std::string& what, const std::string& text,
+                         std::string_view expected) {
+  if (!isAsExpected(text, withBreaks(expected))) fail(what + " shows " + Quoted(text));
+}
+
+// A word with a meaning of its own stands without quotes.
+bool ScreenScript::isWord(const Word& word, std::string_view meaning) {
+  return !word.quoted && SameText(word.text, meaning);
 }
 
 // ---- For people ---------------------------------------------------------------------------------
@@ -404,8 +452,9 @@ std::string_view ScriptHelp() {
   return "A script has one action a line; words with blanks stand in double quotes, and a line\n"
          "that begins with # is a comment.\n"
          "\n"
-         "  open SCREEN [WHICH]        by its main button, or from the screen that is open\n"
+         "  open SCREEN [WHICH]        of the main buttons, the options or the open screen\n"
          "  type CONTROL TEXT          key by key, in place of what is there\n"
+         "  type txtOper|txtIDNum TEXT on the main screen: operator and identification\n"
          "  enter | escape | leave     what was typed takes effect, or does not\n"
          "  pick CONTROL ITEM          one of a list or of options\n"
          "  check CONTROL on|off\n"
@@ -417,111 +466,9 @@ std::string_view ScriptHelp() {
          "  expect CONTROL TEXT        what it shows; a text that ends in ... is its beginning\n"
          "  expect CONTROL enabled|disabled|shown|hidden\n"
          "  expect CONTROL caption|tip TEXT\n"
+         "  expect CONTROL item ITEM [enabled|disabled|shown|hidden | tip TEXT]\n"
          "  expect box TITLE [TEXT]    that came by the last action; \\n is a line break\n"
          "  expect beep | expect help TEXT\n";
-}
-
-namespace {
-
-struct KindRow {
-  ControlKind kind;
-  std::string_view name;
-};
-constexpr std::array<KindRow, 6> kKinds = {{
-    {ControlKind::kLabel, "label"},
-    {ControlKind::kText, "text     type"},
-    {ControlKind::kNumber, "number   type"},
-    {ControlKind::kChoice, "choice   pick"},
-    {ControlKind::kCheck, "check    check"},
-    {ControlKind::kButton, "button   press"},
-}};
-
-// Walks through all screens and writes down what each of them has.
-class CatalogHost : public ScreenHost {
- public:
-  void ShowModal(Screen& screen) override {
-    Entry& entry = entryOf(screen);
-    // What a screen opens depends on who opened it, and on the kind of a block.
-    for (const Screen::Opener& opener : screen.Openers()) {
-      std::string line = "  opens " + opener.name;
-      if (!opener.argument.empty()) line += " " + Upper(opener.argument);
-      if (std::find(entry.opens.begin(), entry.opens.end(), line) == entry.opens.end()) {
-        entry.opens.push_back(std::move(line));
-      }
-      opener.open("1");
-      if (opener.argument == "block") opener.open("2");
-    }
-    screen.End(ModalResult::kCancel);
-  }
-
-  // In the order in which they were met.
-  [[nodiscard]] std::string Text() const {
-    std::string text;
-    for (const Entry& entry : entries_) {
-      text += entry.text;
-      for (const std::string& line : entry.opens) text += line + "\r\n";
-      text += "\r\n";
-    }
-    return text;
-  }
-
- private:
-  struct Entry {
-    std::string name;
-    std::string text;
-    std::vector<std::string> opens;
-  };
-
-  Entry& entryOf(const Screen& screen) {
-    const auto found = std::find_if(entries_.begin(), entries_.end(), [&](const Entry& entry) {
-      return entry.name == screen.Name();
-    });
-    if (found != entries_.end()) return *found;
-    return entries_.emplace_back(Entry{screen.Name(), textOf(screen), {}});
-  }
-
-  static std::string textOf(const Screen& screen) {
-    std::string text =
-        screen.Name() + (screen.Caption.empty() ? "" : "  (" + screen.Caption + ")") + "\r\n";
-    for (const Control* control : screen.Controls()) {
-      std::string line = "  " + control->Name();
-      line.resize(std::max<std::size_t>(line.size() + 1, 28), ' ');
-      line += kKinds[static_cast<std::size_t>(control->Kind())].name;
-      if (const auto* field = dynamic_cast<const TextField*>(control);
-          field != nullptr && field->OnSpin) {
-        line += ", spin";
-      }
-      if (const auto* choice = dynamic_cast<const Choice*>(control)) {
-        line += ":";
-        line += itemsOf(*choice);
-      }
-      text += line + "\r\n";
-    }
-    return text;
-  }
-
-  // The first items; a long list goes on as it began.
-  static std::string itemsOf(const Choice& choice) {
-    constexpr std::size_t kMost = 12;
-    std::string text;
-    for (std::size_t at = 0; at < std::min(kMost, choice.Items.size()); ++at) {
-      text += " " + quoted(Trim(choice.Items[at].Text));
-    }
-    return choice.Items.size() > kMost ? text + " ..." : text;
-  }
-
-  std::deque<Entry> entries_;  // of which none moves
-};
-
-}  // namespace
-
-std::string ScreenCatalog(Ostrand& control) {
-  CatalogHost host;
-  ConnectSetupScreens(control, host);
-  for (int button = kConfigurationButton; button <= kExciteButton; ++button) {
-    if (control.Screens()[button]) control.Screens()[button]();
-  }
-  return host.Text();
 }
 
 }  // namespace ostrand

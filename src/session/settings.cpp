@@ -18,6 +18,9 @@ constexpr std::string_view kMachine = "HKLM";
 constexpr std::string_view kMakerKey = "SOFTWARE\\Fernhollow Instruments";
 constexpr std::string_view kProductKey = "SOFTWARE\\Fernhollow Instruments\\ProgGen";
 constexpr std::string_view kUserKey = "HKCU\\Software\\Fernhollow Instruments\\";
+constexpr std::string_view kViewProduct = "ProgGen";
+constexpr std::string_view kFontSection = "ConditionFont";
+constexpr std::string_view kNumbersSection = "SummaryNumbers";
 constexpr std::string_view kCompilerName = "VKPComp.EXE";
 
 constexpr i32 systemColor(std::uint32_t index) { return static_cast<i32>(0x80000000U | index); }
@@ -227,7 +230,10 @@ void Settings::readFolders() {
 }
 
 void Settings::LoadSettings(bool readStore) {
-  if (readStore) this->readStore();
+  if (readStore) {
+    this->readStore();
+    readView();
+  }
   takeColors();
   takeFolders();
   takeVariableKinds();
@@ -241,6 +247,55 @@ void Settings::readStore() {
     SettingRow& row = table_[rule.row];
     row.Value = Trim(value).empty() ? row.Default : std::string(value);
   }
+}
+
+// A number that can't be one of its kind takes the default.
+void Settings::readView() {
+  const auto text = [this](std::string_view section, std::string_view name,
+                           const std::string& standard) {
+    const ORVUS_COMMON::UserValue value =
+        ORVUS_COMMON::GetUserSetting(store_, kViewProduct, section, name, standard);
+    const auto* kept = std::get_if<std::string>(&value);
+    return kept != nullptr ? *kept : NumberText(std::get<double>(value));
+  };
+  const auto number = [&](std::string_view section, std::string_view name, i32 standard, i32 least,
+                          i32 most) {
+    const i32 value = ToInt32(text(section, name, NumberText(standard))).value_or(standard);
+    return value >= least && value <= most ? value : standard;
+  };
+  const ViewOptions standard;
+  const TextFont& font = standard.ConditionFont;
+  const NumberFormat& numbers = standard.SummaryNumbers;
+  constexpr auto kMostForm = static_cast<i32>(NumberForm::kCustom);
+  view_ = {{text(kFontSection, "Name", font.Name), text(kFontSection, "Style", font.Style),
+            number(kFontSection, "Size", font.Size, kLeastFontSize, kMostFontSize)},
+           {static_cast<NumberForm>(
+                number(kNumbersSection, "Form", static_cast<i32>(numbers.form), 0, kMostForm)),
+            number(kNumbersSection, "Digits", numbers.digits, 0, kMostFormDigits)}};
+  storedView_ = view_;
+}
+
+Result<> Settings::saveView() {
+  if (!ViewChanged()) return Done{};
+  struct ViewRow {
+    std::string_view section;
+    std::string_view name;
+    std::string value;
+  };
+  const TextFont& font = view_.ConditionFont;
+  const NumberFormat& numbers = view_.SummaryNumbers;
+  const ViewRow rows[] = {{kFontSection, "Name", font.Name},
+                          {kFontSection, "Style", font.Style},
+                          {kFontSection, "Size", NumberText(font.Size)},
+                          {kNumbersSection, "Form", NumberText(static_cast<i32>(numbers.form))},
+                          {kNumbersSection, "Digits", NumberText(numbers.digits)}};
+  for (const ViewRow& row : rows) {
+    auto kept =
+        ORVUS_COMMON::SetUserSetting(store_, kViewProduct, row.section, row.name, row.value);
+    if (!kept) return kept;
+  }
+  storedView_ = view_;
+  return Done{};
 }
 
 // The number of a row; one without a number takes its default. Afterwards the row shows it.
@@ -323,7 +378,8 @@ Result<> Settings::SaveSettings() {
   CopyToTable();
   std::vector<platform::Setting> rows;
   for (const SettingRow& row : List()) rows.push_back({row.Name, row.Value});
-  return store_.Write(registryApp_, kIdentity, rows);
+  if (auto kept = store_.Write(registryApp_, kIdentity, rows); !kept) return kept;
+  return saveView();
 }
 
 std::string Settings::TakeNotice() {

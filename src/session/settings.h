@@ -93,6 +93,11 @@ class Settings {
   // Bits of the variable kinds, in the order in which lists of variables show them.
   [[nodiscard]] const std::vector<i32>& UserVarListTypes() const { return userVarListTypes_; }
   [[nodiscard]] const OptionValues& Options() const { return options_; }
+  // How things are shown; to be edited in place. LoadSettings(true) takes the user's and
+  // SaveSettings keeps what has changed since, beside the rows of the table.
+  [[nodiscard]] ViewOptions& View() { return view_; }
+  [[nodiscard]] const ViewOptions& View() const { return view_; }
+  [[nodiscard]] bool ViewChanged() const { return !(view_ == storedView_); }
 
   // The colours that the user can choose, from 0.
   [[nodiscard]] static std::string_view ColorName(int color);
@@ -127,6 +132,8 @@ class Settings {
  private:
   void readFolders();
   void readStore();
+  void readView();
+  Result<> saveView();
   void takeColors();
   void takeFolders();
   void takeVariableKinds();
@@ -147,6 +154,8 @@ class Settings {
   i32 warningMessageMask_ = 0;
   std::vector<i32> userVarListTypes_;
   OptionValues options_;
+  ViewOptions view_;
+  ViewOptions storedView_;
   Row<i32, 0, kColors - 1> colorValues_;
 
   bool softColors_ = false;

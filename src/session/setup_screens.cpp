@@ -7,6 +7,7 @@
 #include "can/frm_can_bus.h"
 #include "session/frm_opt_gen.h"
 #include "session/frm_opt_orvus.h"
+#include "setup/backup.h"
 #include "setup/frm_brdg_block.h"
 #include "setup/frm_config.h"
 #include "setup/frm_excite.h"
@@ -27,9 +28,14 @@ namespace ostrand {
 namespace {
 
 ScreenContext contextOf(Ostrand& control, ScreenHost& host) {
-  const Settings& settings = control.UserSettings();
-  return {control.Store(),    control.Around().forms,        host,
-          settings.Options(), settings.WarningMessageMask(), settings.UserVarListTypes()};
+  Settings& settings = control.UserSettings();
+  return {control.Store(),
+          control.Around().forms,
+          host,
+          settings.Options(),
+          settings.WarningMessageMask(),
+          settings.UserVarListTypes(),
+          &settings.View().ConditionFont};
 }
 
 // ---- What the screens of one room call up of another --------------------------------------------
@@ -41,6 +47,13 @@ bool solve(const ScreenContext& context, const CalculatorSource& source, Default
   if (answer->offset) scaling.Offset = ToSingle(*answer->offset).value_or(scaling.Offset);
   if (!answer->units.empty()) scaling.Units = answer->units;
   return true;
+}
+
+CalculatorSource calculatorSource(const SolveSource& source) {
+  return {.kind = std::string(source.kind),
+          .onTemperature = source.onTemperature,
+          .inVolts = source.inVolts,
+          .inOhms = source.inOhms};
 }
 
 struct SourceKind {
@@ -63,26 +76,24 @@ std::string sourceKindOf(OrvusDataObjTypes type) {
 }
 
 void editFieldNames(const ScreenContext& context, const FieldNamesRequest& request) {
-  FieldNamesHooks hooks;
-  // CAN items bring scaled values of their own.
-  if (const std::string kind = sourceKindOf(request.kind); !kind.empty()) {
-    hooks.Solve = [&context, kind](DefaultScaling& scaling) {
-      return solve(context, {.kind = "FieldGrid", .blockKind = kind}, scaling);
+  frmFldName::Calculator calculator;
+  CalculatorSource source = calculatorSource(request.solveSource);
+  source.blockKind = source.kind.empty() ? sourceKindOf(request.kind) : source.kind;
+  source.kind = "FieldGrid";
+  // CAN items bring scaled values of their own, and no calculator finds a gauge factor.
+  if (!source.blockKind.empty() && !request.gaugeFactor) {
+    calculator = [&context, source](DefaultScaling& scaling) {
+      return solve(context, source, scaling);
     };
   }
-  frmFldName names(context, request, hooks);
+  frmFldName names(context, request, std::move(calculator));
   context.host.ShowModal(names);
 }
 
 SetupHooks hooksOf(const ScreenContext& context) {
   SetupHooks hooks;
   hooks.Solve = [context](const SolveSource& source, DefaultScaling& scaling) {
-    return solve(context,
-                 {.kind = std::string(source.kind),
-                  .onTemperature = source.onTemperature,
-                  .inVolts = source.inVolts,
-                  .inOhms = source.inOhms},
-                 scaling);
+    return solve(context, calculatorSource(source), scaling);
   };
   hooks.FieldNames = [context](const FieldNamesRequest& request) {
     editFieldNames(context, request);
@@ -134,8 +145,11 @@ void showBlocks(Ostrand& control, ScreenHost& host) {
 
 void showCan(Ostrand& control, ScreenHost& host) {
   const ScreenContext context = contextOf(control, host);
-  frmCanBus form(context, control.Around().files, control.GenFilePath(), canHooksOf(context));
+  // Names of values go into the conditions of tables at once, and out again with the items.
+  Backup<TableSetup> conditions(control.Store().Tables);
+  frmCanBus form(context, control.Around().files, control.WorkDir(), canHooksOf(context));
   host.ShowModal(form);
+  if (form.Result() == ModalResult::kDone) conditions.Keep();
 }
 
 void showCalculated(Ostrand& control, ScreenHost& host) {

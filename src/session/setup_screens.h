@@ -1,6 +1,7 @@
-// The setup screens behind the main buttons.
+// The setup screens behind the main buttons, and the screens of the user's options.
 #pragma once
 
+#include <array>
 #include <string_view>
 
 #include "session/ostrand.h"
@@ -13,5 +14,13 @@ void ConnectSetupScreens(Ostrand& control, ScreenHost& host);
 
 // The button that opens a screen, by the screen's name in any case; -1 when none does.
 int ButtonOfScreen(std::string_view name);
+
+// The two option screens and what ShowOptions calls them.
+struct OptionScreen {
+  std::string_view name;
+  std::string_view option;
+};
+inline constexpr std::array<OptionScreen, 2> kOptionScreens = {
+    {{"frmOptOrvus", "Settings"}, {"frmOptGen", "Colors"}}};
 
 }  // namespace ostrand

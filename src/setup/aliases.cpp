@@ -25,6 +25,7 @@ void set(RepAlias& alias, const Column& column, std::string_view value) {
 }
 
 void follow(RepAlias& alias, const Column& column, float before, float after) {
+  if (before == after) return;  // "1.0" stays as it is written
   const std::optional<float> value = ToSingle(alias.*column.entry);
   if (value && *value == before) set(alias, column, NumberText(after));
 }

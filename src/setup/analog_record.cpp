@@ -48,7 +48,7 @@ void SetAnalogObject(cOrvusData& data, const AnalogBlock& block) {
 void SetAnalogBlock(AnalogBlock& block, const cOrvusData& data) {
   const cAnalogConfig& analog = *data.Analog();
   block.Reps = data.Reps;
-  block.DataResolution = data.DataTypeString();
+  if (data.DataType != ORVUS_OUTDATA_NONE) block.DataResolution = data.DataTypeString();
   block.Public = data.IsPublic;
   block.Units = data.DefaultUnits;
   block.DefaultMult = data.DefaultMult;

@@ -9,7 +9,7 @@ namespace ostrand {
 // The members that all kinds have. Times and numbers of the project stand as they are, without the
 // rounding of a typed value. The kind of measurement and its type have been set before.
 void SetAnalogObject(cOrvusData& data, const AnalogBlock& block);
-// An unknown range keeps the code that the block has.
+// An unknown range keeps the code that the block has, and an unknown resolution its text.
 void SetAnalogBlock(AnalogBlock& block, const cOrvusData& data);
 // Whether two blocks hold the same of what a user can edit; what is worked out is left apart.
 bool SameAnalogBlock(const AnalogBlock& left, const AnalogBlock& right);

@@ -38,6 +38,8 @@ AnalogSetup::AnalogSetup(const ScreenContext& context, std::string_view name, An
       block_(block) {
   Caption = NumberText(block) + " BLOCK " + std::string(list.Kind().plural);
   Reps.Limits(0, kReps);
+  Each.Caption = "Each:";
+  Block.Caption = "Block:";
   IntegrationRange.SetItems({"50 Hz", "60 Hz", "uSecs"});
   DataResolution.SetItems({"FP2", "IEEE4"});
   bind();
@@ -107,7 +109,9 @@ void AnalogSetup::TakeReps() {
 }
 
 void AnalogSetup::spinReps(bool up) {
-  Data().Reps = static_cast<i16>(std::clamp(Data().Reps + (up ? 1 : -1), 0, kReps));
+  const i16 before = Data().Reps;
+  Data().Reps = static_cast<i16>(std::clamp(before + (up ? 1 : -1), 0, kReps));
+  if (Data().Reps == before) Forms().Beep();
   TakeReps();
 }
 
@@ -166,6 +170,7 @@ void AnalogSetup::openFieldNames() {
   request.block = block_;
   request.name = Data().DefaultName();
   request.defaults = Scaling();
+  request.solveSource.onTemperature = OnThermocouples();
   request.aliases = Aliases();
   list_.Hooks.FieldNames(request);
 }

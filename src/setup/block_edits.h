@@ -1,26 +1,47 @@
 // Lists of blocks that edit the store in place: how they take their edits back.
 #pragma once
 
-#include <memory>
+#include <functional>
 
 #include "model/store.h"
+#include "setup/backup.h"
 #include "setup/controls/edits.h"
 
 namespace ostrand {
 
-// A part of the store as it was when a screen opened.
-template <class Part>
-class KeptPart {
+// The blocks of a group as they were when their list opened, and the conditions of the tables, in
+// which a renamed sensor is renamed too.
+template <class Group>
+class BlockEdits {
  public:
-  explicit KeptPart(Part& part) : part_(part), before_(std::make_unique<Part>(part)) {}
+  BlockEdits(Group& group, TableSetup& tables) : blocks_(group), conditions_(tables) {}
 
-  [[nodiscard]] bool Changed() const { return !(part_ == *before_); }
-  void Restore() { part_ = *before_; }
-  void Retake() { *before_ = part_; }
+  // The list shows so many blocks; what it made of the group up to here is no edit.
+  void Begin(int count) {
+    blocks_.Retake();
+    count_ = count;
+  }
+
+  // The edits stay.
+  void Keep() {
+    blocks_.Keep();
+    conditions_.Keep();
+  }
+
+  // The list of now so many blocks is cancelled: whether it may close. The user is asked about
+  // edits: No takes them back, Yes runs `save`, which ends the list in its own way.
+  [[nodiscard]] bool Cancel(platform::Forms& forms, int count, const std::function<void()>& save) {
+    if (!blocks_.Changed() && count == count_) return true;
+    const platform::Answer answer = AskSaveEdits(forms);
+    if (answer == platform::Answer::kNo) blocks_.PutBack();
+    if (answer == platform::Answer::kYes) save();
+    return answer == platform::Answer::kNo;
+  }
 
  private:
-  Part& part_;
-  std::unique_ptr<Part> before_;
+  Backup<Group> blocks_;
+  Backup<TableSetup> conditions_;
+  int count_ = 0;
 };
 
 }  // namespace ostrand

@@ -50,6 +50,16 @@ void BlockList::RefreshRows() {
   }
 }
 
+Screen::Opener BlockList::SetupOpener(std::string_view setup, std::function<void(int block)> open) {
+  return {std::string(setup), "block", [this, open = std::move(open)](std::string_view argument) {
+            const int block = ToInt16(argument).value_or(0);
+            if (block < 1 || block > count_) return false;
+            open(block);
+            rules_.changed();
+            return true;
+          }};
+}
+
 void BlockList::onSpin(bool up) {
   if (up ? count_ >= rules_.most || !rules_.maySpinUp() : count_ <= 0) {
     screen_.Forms().Beep();

@@ -32,7 +32,7 @@ class BlockList {
     std::function<int(int block)> sensors;
     std::function<void(int block)> add;     // the block after the last one
     std::function<void(int block)> remove;  // the last block
-    std::function<void()> changed;          // after each change of the count
+    std::function<void()> changed;          // after each change of the count or of a block
     std::vector<Column> columns;
   };
 
@@ -45,6 +45,9 @@ class BlockList {
   void Show(int count);
   // The rows show what the blocks hold now.
   void RefreshRows();
+  // The screen `setup`, which `open` shows for a block of the list that the user names.
+  [[nodiscard]] Screen::Opener SetupOpener(std::string_view setup,
+                                           std::function<void(int block)> open);
 
  private:
   void onSpin(bool up);

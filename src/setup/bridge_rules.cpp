@@ -113,7 +113,7 @@ i32 RoundedBridgeIntegration(i32 micros) {
 
 i32 BridgeIntegrationUp(i32 micros) {
   if (micros >= kMostBridgeIntegration) return kMostBridgeIntegration;
-  if (micros >= 250) return std::min((micros / 500 + 1) * 500 + 250, kMostBridgeIntegration);
+  if (micros >= 250) return (micros / 500 + 1) * 500 + 250;
   if (micros >= 200) return 250;
   if (micros >= 100) return 200;
   return 100;

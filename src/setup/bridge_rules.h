@@ -25,10 +25,10 @@ struct BridgeKind {
 extern const std::array<BridgeKind, kBridgeStyles.size()> kBridgeKinds;
 
 inline constexpr int kResistanceBridge = 4;
-inline constexpr int kFirstStrainBridge = 5;
 inline constexpr float kResistanceMult = 10000;
 
-inline bool IsStrainBridge(int style) { return style >= kFirstStrainBridge; }
+// Those that give volts per volt, and no resistance.
+inline bool IsHalfBridge(int style) { return style == 2 || style == 3; }
 // Whether a kind can be measured a second time with its inputs reversed: those with differential
 // inputs can.
 bool CanReverseBridge(int style);
@@ -59,8 +59,8 @@ inline constexpr int kMostBridgeIntegration = 15750;
 // Integration times of the choices 50 Hz and 60 Hz; 0 for the others.
 i32 ForcedIntegration(i32 integrationRange);
 i32 RoundedBridgeIntegration(i32 micros);
-// One click up or down along 100, 200, 250, 750, 1250 and on by 500. A time below 1 stays on the
-// way down.
+// One click up or down along 100, 200, 250, 750, 1250 and on by 500. From less than a step below
+// the most a click up passes it, to come back with the next. A time below 1 stays on the way down.
 i32 BridgeIntegrationUp(i32 micros);
 i32 BridgeIntegrationDown(i32 micros);
 

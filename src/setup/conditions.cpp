@@ -4,6 +4,7 @@
 
 #include "model/variables.h"
 #include "setup/controls/numeric_field.h"
+#include "setup/names_in_text.h"
 #include "text/mask.h"
 #include "text/number.h"
 #include "text/strings.h"
@@ -29,35 +30,6 @@ bool startsWith(std::string_view text, std::string_view head) {
 bool isOfBlock(i32 kind) {
   return kind == kTempVariables || kind == kVoltVariables || kind == kBridgeVariables ||
          kind == kPulseVariables || kind == kTK40MVariables;
-}
-
-bool isOfName(char letter) { return !Holds(" ()=<>+-*/^,", std::string_view(&letter, 1)); }
-
-// Length of the name at the head of a text, with its index: "VBlk1(2)"; 0 when none stands there.
-std::size_t nameLength(std::string_view text) {
-  std::size_t length = 0;
-  while (length < text.size() && isOfName(text[length])) ++length;
-  if (length == 0 || length == text.size() || text[length] != '(') return length;
-  std::size_t close = length + 1;
-  while (close < text.size() && (isDigit(text[close]) || text[close] == ',')) ++close;
-  const bool isIndex = close > length + 1 && close < text.size() && text[close] == ')';
-  return isIndex ? close + 1 : length;
-}
-
-// The text with each of its names replaced by what `nameFor` gives for it.
-template <class NameFor>
-std::string replaceNames(std::string_view text, NameFor&& nameFor) {
-  std::string result;
-  while (!text.empty()) {
-    const std::size_t length = nameLength(text);
-    if (length == 0) {
-      result += text.front();
-    } else {
-      result += nameFor(text.substr(0, length));
-    }
-    text.remove_prefix(std::max<std::size_t>(length, 1));
-  }
-  return result;
 }
 
 // "True" or "False" for a text that is one of them in any case; empty for any other.
@@ -111,23 +83,29 @@ int ConditionVariables::Find(std::string_view name) const {
   return at == names_.end() ? -1 : static_cast<int>(at - names_.begin());
 }
 
-std::string ConditionVariables::Variable(std::string_view name) const {
+std::optional<std::string> ConditionVariables::elementOf(std::string_view name) const {
   for (const Entry& entry : all_) {
     if (!entry.element.empty() && SameText(entry.name, name)) return entry.element;
   }
-  return std::string(name);
+  return std::nullopt;
+}
+
+std::string ConditionVariables::Variable(std::string_view name) const {
+  return elementOf(name).value_or(std::string(name));
 }
 
 std::string ConditionVariables::InVariables(std::string_view expression) const {
-  return replaceNames(expression, [&](std::string_view name) { return Variable(name); });
+  return ReplaceNames(expression,
+                      [this](const NameInText& name) { return elementOf(name.Text()); });
 }
 
 std::string ConditionVariables::InAliases(std::string_view expression) const {
-  return replaceNames(expression, [&](std::string_view name) {
+  return ReplaceNames(expression, [this](const NameInText& name) -> std::optional<std::string> {
+    const std::string element = name.Text();
     for (const Entry& entry : all_) {
-      if (!entry.element.empty() && SameText(entry.element, name)) return entry.name;
+      if (!entry.element.empty() && SameText(entry.element, element)) return entry.name;
     }
-    return std::string(name);
+    return std::nullopt;
   });
 }
 
@@ -155,24 +133,8 @@ std::string ConditionText(std::string_view measurement, Compares compares, int c
 }
 
 ConditionValue::ConditionValue(Screen& screen, std::string_view name)
-    : TextField(screen, name, valueInTheMaking) {
+    : ListField(screen, name, valueInTheMaking) {
   MayHold = [this](std::string_view text) { return !LogicOnly || isHeadOfLogicWord(text); };
-}
-
-int ConditionValue::ItemIndex() const {
-  const auto at = std::find_if(Items.begin(), Items.end(),
-                               [&](const std::string& item) { return SameText(item, Text()); });
-  return at == Items.end() ? -1 : static_cast<int>(at - Items.begin());
-}
-
-bool ConditionValue::Pick(std::string_view item) {
-  for (const std::string& candidate : Items) {
-    if (!SameText(candidate, Trim(item))) continue;
-    Text(candidate);
-    fire(OnTake, "Click");
-    return true;
-  }
-  return false;
 }
 
 bool ConditionValue::normalize(std::string& text) {
@@ -264,6 +226,12 @@ void ConditionControls::Load(const ConditionRow& row) {
   setting_ = false;
 }
 
+void ConditionControls::Clear() {
+  ConditionRow empty;
+  empty.Compare = offer_.firstCompare;
+  Load(empty);
+}
+
 void ConditionControls::Enable(bool enabled) {
   enabled_ = enabled;
   enableControls();
@@ -293,7 +261,7 @@ void ConditionControls::onPickMeasurement() {
   const bool sameKind = !Compare.Items.empty() && Value.LogicOnly == logic;
   if (!sameKind) {
     showKind(logic);
-    Compare.Index(0);
+    Compare.Index(logic ? 0 : offer_.firstCompare);
     Value.Text(logic ? kTrueWord : "0");
   }
   enableControls();
@@ -509,10 +477,8 @@ ConditionSet::ConditionSet(Screen& screen, const ConditionVariables& variables, 
     rows_[n]->AllowPick = [this, n] { return allowPick(n); };
     rows_[n]->OnEdit = [this] { onEdit(); };
   }
-  Grouping.OnTake = [this] {
-    if (Check()) Grouping.Text(StoredLine());
-    onEdit();
-  };
+  Grouping.Accept = [this](std::string& line) { return acceptGrouping(line); };
+  Grouping.OnTake = [this] { onEdit(); };
 }
 
 void ConditionSet::Load(std::span<const ConditionRow> rows, int count, std::string_view grouping) {
@@ -551,18 +517,34 @@ std::string ConditionSet::expanded(bool aliases) const {
 }
 
 bool ConditionSet::Check() {
+  std::string line = Grouping.Text();
+  return acceptGrouping(line);
+}
+
+void ConditionSet::View(std::string_view title, std::string text) {
+  if (!Check()) return;
+  platform::MessageBox box;
+  box.title = title;
+  box.text = std::move(text);
+  screen_.Forms().ShowBox(box);
+}
+
+bool ConditionSet::acceptGrouping(std::string& line) {
   const int count = Count();
   if (count == 0) return true;
-  if (const auto fault = FindGroupingFault(Grouping.Text(), count)) {
+  if (const auto fault = FindGroupingFault(line, count)) {
     tell(fault->title, fault->text);
     return false;
   }
-  if (InVariables().size() <= kMostExpression) return true;
-  tell("EXPRESSION TOO LONG", JoinLines({"The total length for a conditional logic expression",
-                                         "may not exceed 490 characters. This size limit is",
-                                         "based on the expression size after alias names have",
-                                         "been replaced with their actual variable names."}));
-  return false;
+  if (InVariables().size() > kMostExpression) {
+    tell("EXPRESSION TOO LONG", JoinLines({"The total length for a conditional logic expression",
+                                           "may not exceed 490 characters. This size limit is",
+                                           "based on the expression size after alias names have",
+                                           "been replaced with their actual variable names."}));
+    return false;
+  }
+  line = StoredGrouping(line, count);
+  return true;
 }
 
 // Rows are filled from the first on, and emptying one empties those behind it.

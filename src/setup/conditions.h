@@ -11,8 +11,10 @@
 #include <string_view>
 #include <vector>
 
+#include "model/options.h"
 #include "model/store.h"
 #include "setup/controls/choice.h"
+#include "setup/controls/list_field.h"
 #include "setup/controls/screen.h"
 #include "setup/controls/text_field.h"
 
@@ -45,6 +47,9 @@ class ConditionVariables {
     std::string name;
     std::string element;  // empty for what is no value of a block
   };
+  // The element that a name stands for; nothing for any other name.
+  [[nodiscard]] std::optional<std::string> elementOf(std::string_view name) const;
+
   std::vector<std::string> names_;
   std::vector<Entry> all_;
 };
@@ -84,16 +89,11 @@ std::string ConditionText(std::string_view measurement, Compares compares, int c
                           std::string_view value);
 
 // The field of a row's value: a number, "True" or "False" typed, or an item picked.
-class ConditionValue : public TextField {
+class ConditionValue : public ListField {
  public:
   ConditionValue(Screen& screen, std::string_view name);
 
-  std::vector<std::string> Items;  // what can be picked
-  bool LogicOnly = false;          // takes True and False, and no number
-
-  // The place of the text among the items; -1 for a text that is none of them.
-  [[nodiscard]] int ItemIndex() const;
-  bool Pick(std::string_view item) override;
+  bool LogicOnly = false;  // takes True and False, and no number
 
  protected:
   bool normalize(std::string& text) override;
@@ -111,6 +111,7 @@ struct ConditionControlNames {
 struct ConditionOffer {
   Compares compares = kTriggerCompares;
   bool variablesAsValues = false;  // numbers can be compared with variables, not only with numbers
+  int firstCompare = 0;            // place in the list that an empty row starts with
 };
 
 // The controls of one row. They keep the row as it was loaded until the user edits it.
@@ -131,7 +132,7 @@ class ConditionControls {
   std::function<void()> OnEdit;
 
   void Load(const ConditionRow& row);
-  void Clear() { Load({}); }
+  void Clear();
   // Whether the user may edit it; it is usable to begin with.
   void Enable(bool enabled);
   // Its expression names variables, not aliases.
@@ -182,6 +183,20 @@ std::string ExpandGrouping(std::string_view line, std::span<const std::string> r
 // The most characters of an expanded line with its rows in parentheses and variables for aliases.
 inline constexpr std::size_t kMostExpression = 490;
 
+// The field of the grouping line. One that can not be taken is told in a box and keeps the focus.
+class GroupingField : public TextField {
+ public:
+  using TextField::TextField;
+
+  TextFont Font;  // to show it in; without a name the host's own
+
+  // Brings the line into its form; false after a box that told what is wrong.
+  std::function<bool(std::string& line)> Accept;
+
+ protected:
+  bool normalize(std::string& line) override { return Accept(line); }
+};
+
 // Up to ten rows and their grouping line.
 class ConditionSet {
   using Rows = Row<std::unique_ptr<ConditionControls>, 1, kConditions>;
@@ -198,7 +213,7 @@ class ConditionSet {
 
   // Row `n`, from 1 to kConditions; any other raises Fault 9.
   [[nodiscard]] ConditionControls& operator[](int n) { return *rows_[n]; }
-  TextField Grouping;
+  GroupingField Grouping;
   Label Expression;  // of all rows, with alias names
 
   std::function<void()> OnEdit;
@@ -220,10 +235,13 @@ class ConditionSet {
 
   // Tests the line and the length of the whole; false after a box that told what is wrong.
   bool Check();
+  // Shows code made of it in a box, if it passes the test.
+  void View(std::string_view title, std::string text);
 
  private:
   static Rows makeRows(Screen& screen, const ConditionVariables& variables, const Names& names);
   [[nodiscard]] std::string expanded(bool aliases) const;
+  bool acceptGrouping(std::string& line);
   bool allowPick(int n);
   void onEdit();
   void renewGrouping();

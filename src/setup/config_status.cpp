@@ -15,11 +15,19 @@ namespace {
 // Columns of a row.
 enum Column : int { kField = 1, kCompare, kValue, kFlagAndState };
 
+constexpr std::string_view kTable = "Status.";
 constexpr std::string_view kFields[] = {
     "Status.SkippedScan(1,1)",
     "Status.VarOutOfBound(1,1)",
     "Status.WatchdogErrors(1,1)",
 };
+
+// A field's name while it is typed.
+bool fieldInTheMaking(std::string_view text) {
+  return std::all_of(text.begin(), text.end(), [](char letter) {
+    return NameText(std::string_view(&letter, 1)) || Holds("0123456789_.(,)", {&letter, 1});
+  });
+}
 
 int placeOf(const Choice& list, std::string_view text) {
   const auto at = std::find_if(list.Items.begin(), list.Items.end(), [&](const Choice::Item& item) {
@@ -28,13 +36,21 @@ int placeOf(const Choice& list, std::string_view text) {
   return at == list.Items.end() ? -1 : static_cast<int>(at - list.Items.begin());
 }
 
-// A field that a project names is offered like the others.
-void pickField(Choice& list, std::string_view field) {
-  if (placeOf(list, field) < 0) list.Items.push_back({std::string(Trim(field)), true, true, {}});
-  list.Index(placeOf(list, field));
+}  // namespace
+
+StatusFieldName::StatusFieldName(Screen& screen, std::string_view name)
+    : ListField(screen, name, fieldInTheMaking) {
+  Items.assign(std::begin(kFields), std::end(kFields));
 }
 
-}  // namespace
+bool StatusFieldName::normalize(std::string& text) {
+  if (SameText(std::string_view(text).substr(0, kTable.size()), kTable)) {
+    text.erase(0, kTable.size());
+  }
+  const bool isName = !text.empty() && NameText(text.substr(0, 1));
+  text.insert(0, kTable);
+  return isName;
+}
 
 StatusMonitorPanel::StatusMonitorPanel(Screen& screen, Configuration& config)
     : StatusRows(screen, "StatusRows"),
@@ -50,9 +66,6 @@ StatusMonitorPanel::StatusMonitorPanel(Screen& screen, Configuration& config)
       screen_(screen),
       config_(config) {
   StatusRows.Caption = "Status Field  Comp  Value  Flag";
-  for (const std::string_view field : kFields) {
-    StatusField.Items.push_back({std::string(field), true, true, {}});
-  }
   StatusField.Caption = "Status Field";
   StatusCompare.Caption = "Comp";
   for (const std::string_view sign : kStatusCompares) {
@@ -72,9 +85,8 @@ void StatusMonitorPanel::bind() {
   StatusRows.OnPick = [this] {
     if (!screen_.IsLoading()) showRow();
   };
-  for (Choice* list : {&StatusField, &StatusCompare}) {
-    list->OnPick = [this] { showCode(); };
-  }
+  StatusField.OnTake = [this] { showCode(); };
+  StatusCompare.OnPick = [this] { showCode(); };
   StatusValue.OnTake = [this] { showCode(); };
   StatusFlag.OnPick = [this] {
     if (!screen_.IsLoading()) config_.StatusFlag = static_cast<i16>(StatusFlag.Index() + 1);
@@ -84,18 +96,15 @@ void StatusMonitorPanel::bind() {
     if (!screen_.IsLoading()) config_.StatTrueFalse = StatTrueFalse.Index() == 0 ? 1 : 0;
     showCode();
   };
-  AddStatus.OnPress = [this] { addRow(); };
-  ChangeStatus.OnPress = [this] {
-    config_.Status[StatusRows.Index() + 1] = entered();
-    listRows(StatusRows.Index());
-  };
+  AddStatus.OnPress = [this] { keepRow(count() + 1); };
+  ChangeStatus.OnPress = [this] { keepRow(StatusRows.Index() + 1); };
   DeleteStatus.OnPress = [this] { deleteRow(); };
 }
 
 void StatusMonitorPanel::Load() {
   StatusFlag.Index(std::clamp<int>(config_.StatusFlag, 1, kFlags) - 1);
   StatTrueFalse.Index(config_.StatTrueFalse != 0 ? 0 : 1);
-  StatusField.Index(0);
+  StatusField.Text(kFields[0]);
   StatusCompare.Index(0);
   StatusValue.Value(0);
   listRows(-1);
@@ -127,7 +136,7 @@ int StatusMonitorPanel::count() const {
 void StatusMonitorPanel::showRow() {
   ChangeStatus.Enabled = DeleteStatus.Enabled = true;
   const StatusRow row = config_.Status[StatusRows.Index() + 1];
-  pickField(StatusField, row[kField]);
+  StatusField.Text(Trim(row[kField]));
   StatusCompare.Index(placeOf(StatusCompare, row[kCompare]));
   StatusValue.Text(Trim(row[kValue]));
   const std::string_view setting = Trim(row[kFlagAndState]);
@@ -156,11 +165,13 @@ void StatusMonitorPanel::listRows(int picked) {
   StatusRows.Index(picked);
 }
 
-void StatusMonitorPanel::addRow() {
-  const int last = count() + 1;
-  config_.Status[last] = entered();
-  config_.StatusMonCount = static_cast<i16>(last);
-  listRows(last - 1);
+// What the fields show becomes a row, from 1; the one behind the last is a new one.
+void StatusMonitorPanel::keepRow(int row) {
+  config_.Status[row] = entered();
+  config_.StatusMonCount = static_cast<i16>(std::max(count(), row));
+  listRows(row - 1);
+  if (OnRows) OnRows();
+  if (OnFlag) OnFlag(StatusFlag.Index() + 1);
 }
 
 void StatusMonitorPanel::deleteRow() {
@@ -169,6 +180,7 @@ void StatusMonitorPanel::deleteRow() {
   config_.Status[last].Fill({});
   config_.StatusMonCount = static_cast<i16>(last - 1);
   listRows(-1);
+  if (OnRows) OnRows();
 }
 
 }  // namespace ostrand

@@ -1,14 +1,26 @@
 // The panel that watches fields of the logger's status table.
 #pragma once
 
+#include <functional>
 #include <string>
 
 #include "model/store.h"
 #include "setup/controls/choice.h"
+#include "setup/controls/list_field.h"
 #include "setup/controls/numeric_field.h"
 #include "setup/controls/screen.h"
 
 namespace ostrand {
+
+// The name of a field in the logger's status table, "Status.SkippedScan(1,1)": one of those
+// offered, or any other. What is typed without the table's name gets it in front.
+class StatusFieldName : public ListField {
+ public:
+  StatusFieldName(Screen& screen, std::string_view name);
+
+ protected:
+  bool normalize(std::string& text) override;
+};
 
 class StatusMonitorPanel {
  public:
@@ -16,7 +28,7 @@ class StatusMonitorPanel {
   StatusMonitorPanel(Screen& screen, Configuration& config);
 
   Choice StatusRows;  // the grid, and the row that the fields below it show
-  Choice StatusField;
+  StatusFieldName StatusField;
   Choice StatusCompare;
   NumericField StatusValue;
   Choice StatusFlag;
@@ -25,6 +37,11 @@ class StatusMonitorPanel {
   Button AddStatus;     // a row of what the fields show
   Button ChangeStatus;  // the picked row to what they show
   Button DeleteStatus;  // the picked row
+
+  // A row was entered that sets a flag, from 1.
+  std::function<void(int flagNumber)> OnFlag;
+  // There are other rows; their fields are variables that conditions can name.
+  std::function<void()> OnRows;
 
   // Shows what the configuration holds, while the screen is loading.
   void Load();
@@ -39,7 +56,7 @@ class StatusMonitorPanel {
   void showRow();
   void showCode();
   void listRows(int picked);
-  void addRow();
+  void keepRow(int row);
   void deleteRow();
 
   Screen& screen_;

@@ -1,7 +1,10 @@
 #include "setup/flag_conflicts.h"
 
+#include <algorithm>
 #include <string>
+#include <vector>
 
+#include "setup/flag_usage.h"
 #include "text/number.h"
 #include "verify/box.h"
 
@@ -10,47 +13,13 @@ namespace {
 
 std::string flagText(int flagNumber) { return "Flag(" + NumberText(flagNumber) + ")"; }
 
-struct TableFlag {
-  i16 OutputTable::*member;
-  std::string_view role;
-};
-constexpr TableFlag kTableFlags[] = {
-    {&OutputTable::FlagTable, " Run Flag"},
-    {&OutputTable::FlagMark, " Mark Flag"},
-    {&OutputTable::FlagFull, " Full Flag"},
-};
-
-std::string tableUsers(const ProjectStore& store, int flagNumber) {
-  std::string users;
-  for (int t = 1; t <= kTables; ++t) {
-    for (const TableFlag& use : kTableFlags) {
-      if (store.Tables[t].*use.member != flagNumber) continue;
-      users.append("Table ").append(NumberText(t)).append(use.role).append("\r\n");
-    }
-  }
-  return users;
-}
-
-template <class Group>
-void addZeroBlocks(const Group& group, int flagNumber, std::string_view kind, std::string& users) {
-  for (int b = 1; b <= kBlocks; ++b) {
-    if (group[b].ZeroFlag == flagNumber) users.append(kind).append(NumberText(b)).append("\r\n");
-  }
-}
-
-std::string zeroUsers(const ProjectStore& store, int flagNumber) {
-  std::string users;
-  addZeroBlocks(store.VoltBlock, flagNumber, "Voltage Block ", users);
-  addZeroBlocks(store.BridgeBlock, flagNumber, "Bridge Block ", users);
-  addZeroBlocks(store.TK40MBlock, flagNumber, "TK40M Block ", users);
-  return users;
-}
-
-// `users` are lines, each with its end.
-bool askToFree(platform::Forms& forms, const std::string& firstLine, const std::string& users) {
+bool askToFree(platform::Forms& forms, const std::string& firstLine,
+               const std::vector<std::string>& users) {
   if (users.empty()) return false;
-  const std::string text = JoinLines({firstLine, "desired with this logic. These are selected:", "",
-                                      users, "WOULD YOU LIKE THE ABOVE DISABLED NOW?"});
+  std::string text =
+      JoinLines({firstLine, "desired with this logic. These are selected:", ""}) + "\r\n";
+  for (const std::string& user : users) text += user + "\r\n";
+  text += "\r\nWOULD YOU LIKE THE ABOVE DISABLED NOW?";
   return Ask(forms, "ZERO SUBROUTINE WARNING", text, platform::Buttons::kYesNo) ==
          platform::Answer::kYes;
 }
@@ -62,32 +31,48 @@ void freeZeroBlocks(Group& group, int flagNumber) {
   }
 }
 
+struct FlagUse {
+  int flagNumber;
+  std::string text;
+};
+
+// Flags of the tables in use, table by table.
+std::vector<FlagUse> flagUses(const TableSetup& tables) {
+  std::vector<FlagUse> uses;
+  for (const OutputTable& table : tables.Table) {
+    if (table.TableOn == kFalse) continue;
+    for (const TableFlag& use : kTableFlags) {
+      if (table.*use.number < 1) continue;
+      uses.push_back(
+          {table.*use.number, "Table '" + table.TableName + "'  " + std::string(use.name) + " "});
+    }
+  }
+  return uses;
+}
+
 }  // namespace
 
 void ShowBurstFlagNotice(platform::Forms& forms, int flagNumber) {
   const std::string number = NumberText(flagNumber);
-  platform::MessageBox box;
-  box.title = "FLAG INFORMATION";
-  box.text =
+  ShowFlagInformation(
+      forms,
       JoinLines({"Flag(" + number + ") was previously enabled in the Flags Setup window.",
                  "The expressions set for flag(" + number + ") will not be evaluated until",
                  "after the burst is finished. Therefore it is not possible for Flag(" + number +
-                     "to control the burst except manually.  This is only a warning."});
-  box.icon = platform::Icon::kInformation;
-  forms.ShowBox(box);
+                     "to control the burst except manually.  This is only a warning."}));
 }
 
 bool AskToFreeTables(platform::Forms& forms, const ProjectStore& store, int flagNumber) {
   return askToFree(forms,
                    "Tables Or Isolated Modules previously selected interact with " +
                        flagText(flagNumber) + " may not give the results",
-                   tableUsers(store, flagNumber));
+                   TablesWithFlag(store, flagNumber));
 }
 
 void FreeTables(ProjectStore& store, int flagNumber) {
   for (OutputTable& table : store.Tables.Table) {
     for (const TableFlag& use : kTableFlags) {
-      if (table.*use.member == flagNumber) table.*use.member = 0;
+      if (table.*use.number == flagNumber) table.*use.number = 0;
     }
   }
 }
@@ -96,13 +81,32 @@ bool AskToFreeZeroBlocks(platform::Forms& forms, const ProjectStore& store, int 
   return askToFree(forms,
                    "Zero subroutines previously selected to run on " + flagText(flagNumber) +
                        " may not give the results",
-                   zeroUsers(store, flagNumber));
+                   BlocksZeroedBy(store, flagNumber));
 }
 
 void FreeZeroBlocks(ProjectStore& store, int flagNumber) {
   freeZeroBlocks(store.VoltBlock, flagNumber);
   freeZeroBlocks(store.BridgeBlock, flagNumber);
   freeZeroBlocks(store.TK40MBlock, flagNumber);
+}
+
+std::string DuplicateTableFlags(const TableSetup& tables) {
+  const std::vector<FlagUse> uses = flagUses(tables);
+  std::string text;
+  for (std::size_t i = 0; i < uses.size(); ++i) {
+    for (std::size_t j = i + 1; j < uses.size(); ++j) {
+      if (uses[i].flagNumber != uses[j].flagNumber) continue;
+      text += uses[i].text + "and " + uses[j].text + "both use flag " +
+              NumberText(uses[i].flagNumber) + "\r\n";
+    }
+  }
+  return text;
+}
+
+bool TablesInUseHaveFlag(const TableSetup& tables, int flagNumber) {
+  const std::vector<FlagUse> uses = flagUses(tables);
+  return std::any_of(uses.begin(), uses.end(),
+                     [&](const FlagUse& use) { return use.flagNumber == flagNumber; });
 }
 
 }  // namespace ostrand

@@ -1,5 +1,7 @@
-// A flag that the flags screen takes while something else in the project uses it.
+// Flags that two settings want for themselves.
 #pragma once
+
+#include <string>
 
 #include "model/store.h"
 #include "platform/forms.h"
@@ -17,5 +19,10 @@ void FreeTables(ProjectStore& store, int flagNumber);
 // The same of blocks that are zeroed by the flag.
 bool AskToFreeZeroBlocks(platform::Forms& forms, const ProjectStore& store, int flagNumber);
 void FreeZeroBlocks(ProjectStore& store, int flagNumber);
+
+// Flags that tables in use have more than once, a line with its end for each pair; empty for none.
+std::string DuplicateTableFlags(const TableSetup& tables);
+// Whether a table in use has the flag, from 1.
+bool TablesInUseHaveFlag(const TableSetup& tables, int flagNumber);
 
 }  // namespace ostrand

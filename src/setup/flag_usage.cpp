@@ -9,26 +9,14 @@ namespace {
 
 using Lines = std::vector<std::string>;
 
-void addMonitor(const ProjectStore& store, int flagNumber, Lines& users) {
+bool isMonitored(const ProjectStore& store, int flagNumber) {
   const Configuration& config = store.Config;
-  if (config.MonitorPower[kMonitorStatus] == kFalse) return;
+  if (config.MonitorPower[kMonitorStatus] == kFalse) return false;
   // A row names its flag in front of the state: "3 T".
   for (int row = 1; row <= std::min<int>(config.StatusMonCount, kStatusRows); ++row) {
-    if (Val(config.Status[row][4]) == flagNumber) {
-      users.emplace_back("Status Monitor");
-      return;
-    }
+    if (Val(config.Status[row][4]) == flagNumber) return true;
   }
-}
-
-void addTables(const ProjectStore& store, int flagNumber, Lines& users) {
-  for (int t = 1; t <= kTables; ++t) {
-    const OutputTable& table = store.Tables[t];
-    const std::string name = "Table " + NumberText(t);
-    if (table.FlagTable == flagNumber) users.push_back(name + " Run Flag");
-    if (table.FlagMark == flagNumber) users.push_back(name + " Mark Flag");
-    if (table.FlagFull == flagNumber) users.push_back(name + " Full Flag");
-  }
+  return false;
 }
 
 template <class Group>
@@ -40,44 +28,59 @@ void addZeroBlocks(const Group& group, int flagNumber, std::string_view kind, Li
 
 Lines usersOf(const ProjectStore& store, int flagNumber) {
   Lines users = {"Flags Setup"};
-  addMonitor(store, flagNumber, users);
+  if (isMonitored(store, flagNumber)) users.emplace_back("Status Monitor");
   if (store.Scan.BurstMode != kFalse && store.Scan.FlagScan == flagNumber) {
     users.emplace_back("Scan Burst");
   }
-  addTables(store, flagNumber, users);
+  for (const Lines& more : {TablesWithFlag(store, flagNumber), BlocksZeroedBy(store, flagNumber)}) {
+    users.insert(users.end(), more.begin(), more.end());
+  }
+  return users;
+}
+
+}  // namespace
+
+Lines TablesWithFlag(const ProjectStore& store, int flagNumber) {
+  Lines users;
+  for (int t = 1; t <= kTables; ++t) {
+    for (const TableFlag& use : kTableFlags) {
+      if (store.Tables[t].*use.number != flagNumber) continue;
+      users.push_back("Table " + NumberText(t) + std::string(use.role));
+    }
+  }
+  return users;
+}
+
+Lines BlocksZeroedBy(const ProjectStore& store, int flagNumber) {
+  Lines users;
   addZeroBlocks(store.VoltBlock, flagNumber, "Voltage Block ", users);
   addZeroBlocks(store.BridgeBlock, flagNumber, "Bridge Block ", users);
   addZeroBlocks(store.TK40MBlock, flagNumber, "TK40M Block ", users);
   return users;
 }
 
-}  // namespace
-
-bool TablesUseFlag(const ProjectStore& store, int flagNumber) {
-  const auto& tables = store.Tables.Table;
-  return std::any_of(tables.begin(), tables.end(), [&](const OutputTable& table) {
-    return table.FlagTable == flagNumber || table.FlagMark == flagNumber ||
-           table.FlagFull == flagNumber;
-  });
-}
-
 void SetZeroFlagItems(Choice& list, const ProjectStore& store) {
   list.SetItems({"None", "1", "2", "3", "4", "5", "6", "7", "8"});
   for (int f = 1; f <= kFlags; ++f) {
-    list.Items[static_cast<std::size_t>(f)].Enabled = !TablesUseFlag(store, f);
+    list.Items[static_cast<std::size_t>(f)].Enabled = TablesWithFlag(store, f).empty();
   }
+}
+
+void ShowFlagInformation(platform::Forms& forms, std::string text) {
+  platform::MessageBox box;
+  box.title = "FLAG INFORMATION";
+  box.text = std::move(text);
+  box.icon = platform::Icon::kInformation;
+  forms.ShowBox(box);
 }
 
 void CheckFlagUsage(platform::Forms& forms, const ProjectStore& store, int flagNumber) {
   if (store.Flags[flagNumber].FlagInclude == kFalse) return;
-  platform::MessageBox box;
-  box.title = "FLAG INFORMATION";
-  box.text = "JUST LETTING YOU KNOW.\r\nDuring program execution, the state of Flag(" +
-             NumberText(flagNumber) +
-             "may potentially be set by the following program configuration settings:";
-  for (const std::string& user : usersOf(store, flagNumber)) box.text += "\r\n" + user;
-  box.icon = platform::Icon::kInformation;
-  forms.ShowBox(box);
+  std::string text = "JUST LETTING YOU KNOW.\r\nDuring program execution, the state of Flag(" +
+                     NumberText(flagNumber) +
+                     "may potentially be set by the following program configuration settings:";
+  for (const std::string& user : usersOf(store, flagNumber)) text += "\r\n" + user;
+  ShowFlagInformation(forms, std::move(text));
 }
 
 }  // namespace ostrand

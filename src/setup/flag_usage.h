@@ -1,7 +1,9 @@
 // Flags that screens offer, and who else in the project uses them.
 #pragma once
 
+#include <array>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "model/store.h"
@@ -10,13 +12,29 @@
 
 namespace ostrand {
 
-// Whether any table has the flag, from 1, as its write, file mark or full flag. A table that is
-// off counts as well.
-bool TablesUseFlag(const ProjectStore& store, int flagNumber);
+// What a table uses flags for.
+struct TableFlag {
+  i16 OutputTable::*number;  // of the flag; 0 for none
+  std::string_view role;     // among the users of a flag
+  std::string_view name;     // on the screen of the tables
+};
+inline constexpr std::array<TableFlag, 3> kTableFlags = {{
+    {&OutputTable::FlagTable, " Run Flag", "Write Flag"},
+    {&OutputTable::FlagMark, " Mark Flag", "Mark Flag"},
+    {&OutputTable::FlagFull, " Full Flag", "Full Flag"},
+}};
+
+// Uses of a flag, from 1, as boxes list them: "Table 1 Run Flag", "Voltage Block 2". A table that
+// is off counts as well.
+std::vector<std::string> TablesWithFlag(const ProjectStore& store, int flagNumber);
+std::vector<std::string> BlocksZeroedBy(const ProjectStore& store, int flagNumber);
 
 // Fills a list of zero flags: "None", then the flags by their numbers, so that the place is the
 // number. Flags that tables use are disabled.
 void SetZeroFlagItems(Choice& list, const ProjectStore& store);
+
+// Tells about a flag that the flags screen drives.
+void ShowFlagInformation(platform::Forms& forms, std::string text);
 
 // A flag that the flags screen drives got one more user: the user is told who sets it.
 void CheckFlagUsage(platform::Forms& forms, const ProjectStore& store, int flagNumber);

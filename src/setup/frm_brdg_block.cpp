@@ -19,20 +19,21 @@ frmBrdgBlock::frmBrdgBlock(const ScreenContext& context, SetupHooks hooks)
       FreeExcite(*this, "FreeExcite"),
       FreeCAO(*this, "FreeCAO"),
       hooks_(std::move(hooks)),
-      before_(group()),
-      conditions_(store().Tables) {
+      edits_(group(), store().Tables) {
   for (int row = 1; row <= kMostBridgeBlocks; ++row) {
     Find("Reps" + NumberText(row))->ToolTip =
         "The actual number of analog channels being used. 6 wire full and 3 wire half bridges "
         "require 2 channels.";
   }
   FreeCAO.Text("0");
-  addOpener({"frmBrdgSetup", "block", [this](std::string_view text) { return openSetup(text); }});
+  addOpener(List.SetupOpener("frmBrdgSetup", [this](int block) {
+    frmBrdgSetup setup(this->context(), *this, block, hooks_);
+    showModal(setup);
+  }));
   addOpener({"frmLogGraph", "", [this](std::string_view) { return openGraph(); }});
   List.Show(std::clamp<int>(group().BlockCount, 0, kMostBridgeBlocks));
   Recount();
-  before_.Retake();  // the channel counts may have come out of date in the file
-  countBefore_ = List.Count();
+  edits_.Begin(List.Count());  // the channel counts may have come out of date in the file
 }
 
 BlockList::Rules frmBrdgBlock::rules() {
@@ -121,15 +122,6 @@ bool frmBrdgBlock::openGraph() {
   return true;
 }
 
-bool frmBrdgBlock::openSetup(std::string_view argument) {
-  const int block = ToInt16(argument).value_or(0);
-  if (block < 1 || block > List.Count()) return false;
-  frmBrdgSetup setup(context(), *this, block, hooks_);
-  showModal(setup);
-  Recount();
-  return true;
-}
-
 bool frmBrdgBlock::onDone() {
   const int count = List.Count();
   Recount();
@@ -144,16 +136,14 @@ bool frmBrdgBlock::onDone() {
   }
   group().BlockCount = static_cast<i16>(count);
   ORVUS_COMMON::SetBridgeDefaults(store(), count);
-  conditions_.Keep();
+  edits_.Keep();
   return true;
 }
 
 bool frmBrdgBlock::onCancel() {
-  if (!before_.Changed() && List.Count() == countBefore_) return true;
-  const platform::Answer answer = AskSaveEdits(Forms());
-  if (answer == platform::Answer::kNo) before_.Restore();
-  if (answer == platform::Answer::kYes && onDone()) End(ModalResult::kDone);
-  return answer == platform::Answer::kNo;
+  return edits_.Cancel(Forms(), List.Count(), [this] {
+    if (onDone()) End(ModalResult::kDone);
+  });
 }
 
 }  // namespace ostrand

@@ -4,7 +4,6 @@
 #include <vector>
 
 #include "model/channels.h"
-#include "setup/backup.h"
 #include "setup/block_edits.h"
 #include "setup/block_list.h"
 #include "setup/output_boxes.h"
@@ -48,15 +47,12 @@ class frmBrdgBlock final : public Screen {
   [[nodiscard]] bool mayAdd() const;
   void add(int block);
   void remove(int block);
-  bool openSetup(std::string_view argument);
   bool openGraph();
 
   SetupHooks hooks_;
   int freeChannels_ = 0;
   int freeExcitations_ = 0;
-  KeptPart<BridgeBlockGroup> before_;
-  Backup<TableSetup> conditions_;  // a renamed sensor is renamed in them too
-  int countBefore_ = 0;
+  BlockEdits<BridgeBlockGroup> edits_;
 };
 
 }  // namespace ostrand

@@ -11,6 +11,7 @@
 #include "setup/output_parameters.h"
 #include "text/number.h"
 #include "text/strings.h"
+#include "verify/box.h"
 
 namespace ostrand {
 namespace {
@@ -29,14 +30,6 @@ int knownStyle(int style) {
 i32 wholePart(const NumericField& field) {
   constexpr double kMost = 2147483647.0;
   return static_cast<i32>(std::clamp(std::trunc(field.Value()), -kMost, kMost));
-}
-
-void tell(platform::Forms& forms, std::string_view title, std::string_view text) {
-  platform::MessageBox box;
-  box.title = title;
-  box.text = text;
-  box.icon = platform::Icon::kExclamation;
-  forms.ShowBox(box);
 }
 
 }  // namespace
@@ -106,9 +99,9 @@ void frmBrdgSetup::bindCounts() {
   Reps.WholePart = true;
   Reps.OnTake = [this] { onReps(); };
   Reps.OnSpin = [this](bool up) {
-    const i16 before = data().Reps;
-    fitReps(before + (up ? 1 : -1));
-    if (data().Reps == before) Forms().Beep();
+    const i32 shown = Trim(Reps.Text()).empty() ? data().Reps : wholePart(Reps);
+    fitReps(std::clamp(shown, -1, kReps) + (up ? 1 : -1));
+    if (data().Reps == shown) Forms().Beep();
   };
   StartBrdgChan.OnTake = [this] { takeStart(); };
   StartBrdgChan.OnSpin = [this](bool up) {
@@ -124,7 +117,8 @@ void frmBrdgSetup::bindCounts() {
   };
   ExciteReps.OnTake = [this] { onExciteReps(); };
   ExciteReps.OnSpin = [this](bool up) {
-    ExciteReps.Value(data().ExciteReps + (up ? 1 : -1));
+    const i32 shown = std::clamp(wholePart(ExciteReps), 1, kMostExciteReps);
+    ExciteReps.Value(shown + (up ? 1 : -1));
     onExciteReps();
   };
   FieldNames.OnPress = [this] { openFieldNames(scaling()); };
@@ -147,9 +141,8 @@ void frmBrdgSetup::bindExcitation() {
     data().Excite = static_cast<float>(Excite.Value());
   };
   Excite.OnSpin = [this](bool up) {
-    constexpr double kStep = 10;
-    Excite.Value(std::clamp(Excite.Value() + (up ? kStep : -kStep), double{kLeastExcite},
-                            double{kMostExcite}));
+    constexpr i32 kStep = 10;
+    Excite.Value(std::clamp(wholePart(Excite) + (up ? kStep : -kStep), kLeastExcite, kMostExcite));
     data().Excite = static_cast<float>(Excite.Value());
   };
   bindFlag(CheckCAO, &BridgeBlockData::CheckCAO, [this] { recount(); });
@@ -266,7 +259,7 @@ void frmBrdgSetup::onStyle() {
     ReverseMes.Checked(false);
     data().ReverseMes = kFalse;
   }
-  allowSolve(!IsStrainBridge(style));
+  allowSolve(!IsStrainStyle(style));
   if (!IsLoading()) DataResolution.Pick("IEEE4");
   if (autoChan()) {
     // At this moment the chart takes every kind for a differential one.
@@ -301,19 +294,19 @@ void frmBrdgSetup::takeKind(int style, bool changed) {
 void frmBrdgSetup::scaleByKind(int style, int styleBefore, bool changed) {
   BridgeBlockData& block = data();
   if (style == kResistanceBridge) setScaling(kResistanceMult, 0);
-  if (IsStrainBridge(style)) {
+  if (IsStrainStyle(style)) {
     block.GageCode = kindOf(style).gageCode;
     setScaling(1, block.GageFactor);
     CalOnSite.Checked(false);
     block.CalOnSite = 0;
-  } else if (changed && IsStrainBridge(styleBefore)) {
+  } else if (changed && IsStrainStyle(styleBefore)) {
     // What was a gauge factor must not be added as an offset.
     setScaling(block.DefaultMult, 0);
   }
 }
 
 void frmBrdgSetup::showPanels() {
-  const bool strain = IsStrainBridge(kind_);
+  const bool strain = IsStrainStyle(kind_);
   const bool scaling = !strain && !CalOnSite.Checked();
   for (Control* control : {static_cast<Control*>(&DefaultMult),
                            static_cast<Control*>(&DefaultOffset), static_cast<Control*>(&Solve)}) {
@@ -337,7 +330,7 @@ void frmBrdgSetup::showStart(ChannelBlocks bridges) {
 
 // Repetitions of strain kinds that have no gauge factor of their own hold a zero for it.
 void frmBrdgSetup::fillGaugeFactors() {
-  if (!IsStrainBridge(kind_)) return;
+  if (!IsStrainStyle(kind_)) return;
   for (RepAlias& alias : AliasesOf(data().Alias, data().Reps)) {
     if (Trim(alias.AliasOffset).empty()) alias.AliasOffset = "0";
   }
@@ -382,7 +375,7 @@ void frmBrdgSetup::fitExciteReps() {
   block.ExciteReps = static_cast<i16>(fit.exciteReps);
   Reps.Value(fit.reps);
   ExciteReps.Value(fit.exciteReps);
-  if (fit.exciteReps != wanted) tell(Forms(), "CORRECTION", "MeasPerEx has been Changed");
+  if (fit.exciteReps != wanted) ShowWarning(Forms(), "CORRECTION", "MeasPerEx has been Changed");
   recount();
 }
 
@@ -408,9 +401,9 @@ void frmBrdgSetup::limitExciteReps() {
   block.ExciteReps = block.Reps;
   ExciteReps.Value(block.ExciteReps);
   Forms().Beep();
-  tell(Forms(), "TROUBLE",
-       "The excitation repeat value (MeasPerEx) is too large for the number\r\n"
-       "of available channels, and has been reduced.");
+  ShowWarning(Forms(), "TROUBLE",
+              "The excitation repeat value (MeasPerEx) is too large for the number\r\n"
+              "of available channels, and has been reduced.");
 }
 
 void frmBrdgSetup::warnWhenEmptied(int before) {
@@ -529,12 +522,13 @@ void frmBrdgSetup::onCalOnSite() {
 
 void frmBrdgSetup::allowSolve(bool allowed) { Solve.Enabled = allowed && hooks_.Solve != nullptr; }
 
+SolveSource frmBrdgSetup::solveSource() const {
+  return {.kind = "Brdg", .inVolts = IsHalfBridge(kind_), .inOhms = kind_ == kResistanceBridge};
+}
+
 void frmBrdgSetup::solve() {
   DefaultScaling answer = scaling();
-  SolveSource source{"Brdg"};
-  source.inVolts = kind_ == 2 || kind_ == 3;
-  source.inOhms = kind_ == kResistanceBridge;
-  if (!hooks_.Solve(source, answer)) return;
+  if (!hooks_.Solve(solveSource(), answer)) return;
   setScaling(answer.Mult, answer.Offset);
   Units.Text(answer.Units);
 }
@@ -542,13 +536,13 @@ void frmBrdgSetup::solve() {
 void frmBrdgSetup::onZeroFlag() {
   data().ZeroFlag = static_cast<i16>(ZeroFlag.Index());
   ZeroFlagShown.Text(ZeroFlag.Text());
-  if (!IsStrainBridge(kind_)) showZeroPanel(false);
+  if (!IsStrainStyle(kind_)) showZeroPanel(false);
   if (!IsLoading() && ZeroFlag.Index() > 0) CheckFlagUsage(Forms(), store(), ZeroFlag.Index());
 }
 
 void frmBrdgSetup::showZeroPanel(bool open) {
   ZeroFlag.Visible = open;
-  CloseZeroPanel.Visible = open && !IsStrainBridge(kind_);
+  CloseZeroPanel.Visible = open && !IsStrainStyle(kind_);
 }
 
 DefaultScaling frmBrdgSetup::scaling() const {
@@ -557,14 +551,13 @@ DefaultScaling frmBrdgSetup::scaling() const {
 
 void frmBrdgSetup::openFieldNames(const DefaultScaling& defaults) {
   if (!hooks_.FieldNames) return;
-  FieldNamesRequest request;
-  request.kind = ORVUS_DOBJ_BLK_BRIDGE;
-  request.block = block_;
-  request.name = SourceName(request.kind, block_);
-  request.defaults = defaults;
-  request.gaugeFactor = IsStrainBridge(kind_);
-  request.aliases = AliasesOf(data().Alias, data().Reps);
-  hooks_.FieldNames(request);
+  hooks_.FieldNames({.kind = ORVUS_DOBJ_BLK_BRIDGE,
+                     .block = block_,
+                     .name = SourceName(ORVUS_DOBJ_BLK_BRIDGE, block_),
+                     .defaults = defaults,
+                     .gaugeFactor = IsStrainStyle(kind_),
+                     .aliases = AliasesOf(data().Alias, data().Reps),
+                     .solveSource = solveSource()});
 }
 
 bool frmBrdgSetup::onDone() {
@@ -579,12 +572,8 @@ bool frmBrdgSetup::onDone() {
   fitReps(block.Reps);
   setSettling(TakenBridgeSettling(block.SettleTime, integration()));
   block.DataResolution = DataResolution.Text();
+  before_.Keep();
   conditions_.Keep();
-  return true;
-}
-
-bool frmBrdgSetup::onCancel() {
-  before_.Restore();
   return true;
 }
 

@@ -5,8 +5,8 @@
 #include <string_view>
 
 #include "setup/backup.h"
-#include "setup/block_edits.h"
 #include "setup/controls/choice.h"
+#include "setup/controls/edits.h"
 #include "setup/controls/numeric_field.h"
 #include "setup/frm_brdg_block.h"
 #include "setup/output_boxes.h"
@@ -25,7 +25,7 @@ class frmBrdgSetup final : public Screen {
   frmBrdgBlock& list_;
   int block_;
   const SetupHooks& hooks_;
-  KeptPart<BridgeBlockData> before_;
+  Backup<BridgeBlockData> before_;
   Backup<TableSetup> conditions_;  // a renamed sensor is renamed in them too
 
  public:
@@ -69,7 +69,6 @@ class frmBrdgSetup final : public Screen {
 
  protected:
   bool onDone() override;
-  bool onCancel() override;
 
  private:
   [[nodiscard]] BridgeBlockData& data() const { return store().BridgeBlock[block_]; }
@@ -116,6 +115,7 @@ class frmBrdgSetup final : public Screen {
   void setScaling(float mult, float offset);
   void onCalOnSite();
   void allowSolve(bool allowed);
+  [[nodiscard]] SolveSource solveSource() const;
   void solve();
   void onZeroFlag();
   void showZeroPanel(bool open);

@@ -7,6 +7,8 @@
 #include "model/channels.h"
 #include "model/defaults.h"
 #include "setup/flag_usage.h"
+#include "setup/state_rows.h"
+#include "setup/table_objects.h"
 #include "text/number.h"
 #include "text/strings.h"
 #include "verify/box.h"
@@ -19,8 +21,6 @@ constexpr int kManual = 1;
 constexpr int kMBytes = 0;
 constexpr int kGBytes = 1;
 constexpr double kMBytesOfGByte = 1024;
-constexpr i16 kInternalMemory = 1;
-constexpr i16 kCard = 2;
 constexpr int kFirstMultiplexerPort = 7;  // C7 and C8 drive the multiplexers
 
 constexpr std::array<std::string_view, 5> kBoxCaptions = {
@@ -39,12 +39,6 @@ bool anyPortIncluded(const ProjectStore& store) {
   });
 }
 
-bool isCardUsed(const ProjectStore& store) {
-  const auto& tables = store.Tables.Table;
-  return std::any_of(tables.begin(), tables.end(),
-                     [](const OutputTable& table) { return table.TableLocation == kCard; });
-}
-
 }  // namespace
 
 frmConfig::frmConfig(const ScreenContext& context)
@@ -61,7 +55,9 @@ frmConfig::frmConfig(const ScreenContext& context)
       Power(*this, context.store.Config, variables_),
       Saver(*this, context.store.Config),
       Status(*this, context.store.Config),
-      before_(context.store.Config) {
+      before_(context.store.Config),
+      batteryBefore_(context.store.PowerOut),
+      panelBefore_(context.store.TcRef) {
   Caption = "CONFIGURATION";
   CanBusQty.Caption = "CAN";
   TK40MQty.Caption = "TK40M";
@@ -78,7 +74,9 @@ frmConfig::frmConfig(const ScreenContext& context)
   SizeCardUnits.OnPick = [this] {
     if (!IsLoading()) takeSizeCard();
   };
-  Power.OnFlag = [this](int flagNumber) { CheckFlagUsage(Forms(), store(), flagNumber); };
+  TellOfFlagPicked(Power.Condition, Forms(), store());
+  Status.OnRows = [this] { listVariables(); };
+  Status.OnFlag = [this](int flagNumber) { CheckFlagUsage(Forms(), store(), flagNumber); };
   bindBoxes();
   load();
 }
@@ -182,15 +180,17 @@ void frmConfig::takeAutoChan() {
 void frmConfig::takeSizeCard() {
   const double factor = SizeCardUnits.Index() == kGBytes ? kMBytesOfGByte : 1;
   const double size = SizeCard.Value() * factor;
-  if (size == 0 && isCardUsed(store())) {
+  if (size != 0) {
+    offCard_ = false;
+  } else if (!offCard_ && IsCardInUse(store())) {
     if (Ask(Forms(), "WARNING", "All Table Ouputs Will be On RAM, Continue?",
             platform::Buttons::kYesNo) != platform::Answer::kYes) {
       const Loading putBack(*this);
       showSizeCard();
       return;
     }
+    offCard_ = true;
   }
-  cardCleared_ = size == 0;
   config().SizeCard = static_cast<float>(size);
 }
 
@@ -204,15 +204,17 @@ void frmConfig::showSizeCard() {
 
 void frmConfig::takeBox(int entry) {
   config().MonitorPower[entry] = box(entry).Checked() ? kTrue : kFalse;
-  if (entry == kMonitorBattery) {
-    // The battery is a variable that conditions can name.
-    variables_ = ConditionVariables(store(), context().UserVarListTypes);
-    const Loading loading(*this);
-    Power.ListVariables();
-  }
+  if (entry == kMonitorBattery) listVariables();
   showPanels();
   const bool hasOutput = entry == kMonitorBattery || entry == kMonitorPanel;
   if (hasOutput && box(entry).Checked()) showOutput(entry);
+}
+
+// The battery and the fields of the status monitor are variables that conditions can name.
+void frmConfig::listVariables() {
+  variables_ = ConditionVariables(store(), context().UserVarListTypes);
+  const Loading loading(*this);
+  Power.ListVariables();
 }
 
 void frmConfig::showPanels() {
@@ -232,8 +234,10 @@ bool frmConfig::onDone() {
     return false;
   }
   if (now > before) freeMultiplexerPorts();
-  if (cardCleared_) moveTablesOffCard();
+  if (offCard_) MoveTablesOffCard(store());
   before_.Keep();
+  batteryBefore_.Keep();
+  panelBefore_.Keep();
   return true;
 }
 
@@ -250,25 +254,19 @@ bool frmConfig::askToDeleteBlocks() {
 
 // The multiplexers' ports are no longer the user's: neither alone nor within the byte.
 void frmConfig::freeMultiplexerPorts() {
-  for (PortSlot& slot : store().Ports.Slot) {
-    for (int port = kFirstMultiplexerPort; port <= PanelControlPorts; ++port) {
-      slot.Ports[port].Include = kFalse;
-      std::string& mask = slot.BinaryMask[2];
-      const auto digit = static_cast<std::size_t>(port);  // from the right
-      if (mask.size() >= digit) mask[mask.size() - digit] = '0';
-    }
-  }
-}
-
-void frmConfig::moveTablesOffCard() {
-  for (OutputTable& table : store().Tables.Table) {
-    table.TableLocation = kInternalMemory;
-    table.FlagMark = 0;
+  PortSlot& slot = store().Ports.Slot[0];
+  for (int port = kFirstMultiplexerPort; port <= PanelControlPorts; ++port) {
+    slot.Ports[port].Include = kFalse;
+    std::string& mask = slot.BinaryMask[2];
+    const auto digit = static_cast<std::size_t>(port);  // from the right
+    if (mask.size() >= digit) mask[mask.size() - digit] = '0';
   }
 }
 
 bool frmConfig::onCancel() {
   before_.PutBack();
+  batteryBefore_.PutBack();
+  panelBefore_.PutBack();
   return true;
 }
 

@@ -15,8 +15,8 @@
 
 namespace ostrand {
 
-// Edits the configuration in place; Cancel puts back what was there. What a change does to blocks,
-// tables and ports is done by Done.
+// Edits the configuration and the outputs of battery and panel in place; Cancel puts back what was
+// there. What a change does to blocks, tables and ports is done by Done.
 class frmConfig final : public Screen {
   ConditionVariables variables_;  // made before the panel that lists them
 
@@ -59,13 +59,15 @@ class frmConfig final : public Screen {
   void takeSizeCard();
   void showSizeCard();
   void takeBox(int entry);
+  void listVariables();
   void showPanels();
   bool askToDeleteBlocks();
   void freeMultiplexerPorts();
-  void moveTablesOffCard();
 
   Backup<Configuration> before_;
-  bool cardCleared_ = false;  // tables on the card go to the memory
+  Backup<ReferenceOutput> batteryBefore_;
+  Backup<ReferenceOutput> panelBefore_;
+  bool offCard_ = false;  // the user agreed that tables leave the card, which Done does
 };
 
 }  // namespace ostrand

@@ -2,7 +2,6 @@
 
 #include "model/channels.h"
 #include "setup/controls/numeric_field.h"
-#include "setup/flag_usage.h"
 #include "setup/state_rows.h"
 #include "text/number.h"
 #include "verify/box.h"
@@ -25,6 +24,15 @@ void setToolTips(ConditionControls& row, const std::string& state) {
   row.Value.ToolTip = "Select value for State " + state + ".";
 }
 
+StateFields firstOf(ExciteChannel& channel) {
+  return {channel.Excite1MeasVar, channel.Excite1Compare, channel.Excite1Value,
+          channel.Excite1Expression};
+}
+StateFields secondOf(ExciteChannel& channel) {
+  return {channel.Excite2MeasVar, channel.Excite2Compare, channel.Excite2Value,
+          channel.Excite2Expression};
+}
+
 i16 millivolts(const NumericField& field) { return static_cast<i16>(field.Value()); }
 
 }  // namespace
@@ -44,6 +52,8 @@ struct frmExcite::ChannelControls {
         ViewCode(screen, "ViewCode" + channel) {
     Include.Caption = "CAO" + channel;
     DynamicStatic.SetItems({"Static", "Dynamic"});
+    State1.Caption = "State 1 (mV)";
+    State2.Caption = "State 2 (mV)";
     setToolTips(Condition1, "1");
     setToolTips(Condition2, "2");
     FastDelay.Caption = "Fast Delay";
@@ -123,28 +133,20 @@ void frmExcite::bindStates(int port) {
   controls.State2.OnTake = [this, port] { stored(port).State2 = millivolts(at(port).State2); };
   for (ConditionControls* row : {&controls.Condition1, &controls.Condition2}) {
     row->OnEdit = [this, port] { takeConditions(port); };
-    row->AllowPick = [this, row] {
-      const int flagNumber = FlagOfVariable(row->MeasVar.Text());
-      if (flagNumber > 0) CheckFlagUsage(Forms(), store(), flagNumber);
-      return true;
-    };
+    TellOfFlagPicked(*row, Forms(), store());
   }
 }
 
 void frmExcite::UpdateChannelStates(int port) {
   const Loading loading(*this);
-  const ExciteChannel& channel = stored(port);
+  ExciteChannel& channel = stored(port);
   ChannelControls& controls = at(port);
   controls.Include.Checked(channel.Include != kFalse);
   controls.DynamicStatic.Index(channel.DynamicStatic != 0 ? kStatic : kDynamic);
   controls.State1.Value(channel.State1);
   controls.State2.Value(channel.State2);
-  controls.Condition1.Load(StoredState(channel.Excite1MeasVar, channel.Excite1Compare,
-                                       channel.Excite1Value, channel.Excite1Expression,
-                                       kTriggerCompares));
-  controls.Condition2.Load(StoredState(channel.Excite2MeasVar, channel.Excite2Compare,
-                                       channel.Excite2Value, channel.Excite2Expression,
-                                       kTriggerCompares));
+  LoadState(controls.Condition1, firstOf(channel), kTriggerCompares);
+  LoadState(controls.Condition2, secondOf(channel), kTriggerCompares);
   controls.FastDelay.Checked(channel.FastDelay != 0);
   controls.CurrentOut.Index(channel.CurrentOut != 0 ? 1 : 0);
   refresh(port);
@@ -152,16 +154,8 @@ void frmExcite::UpdateChannelStates(int port) {
 
 void frmExcite::takeConditions(int port) {
   ExciteChannel& channel = stored(port);
-  const ConditionRow first = at(port).Condition1.Stored();
-  channel.Excite1MeasVar = first.MeasVar;
-  channel.Excite1Compare = static_cast<i16>(first.Compare);
-  channel.Excite1Value = first.Value;
-  channel.Excite1Expression = first.Expression;
-  const ConditionRow second = at(port).Condition2.Stored();
-  channel.Excite2MeasVar = second.MeasVar;
-  channel.Excite2Compare = static_cast<i16>(second.Compare);
-  channel.Excite2Value = second.Value;
-  channel.Excite2Expression = second.Expression;
+  KeepState(at(port).Condition1, firstOf(channel), {});
+  KeepState(at(port).Condition2, secondOf(channel), {});
   refresh(port);
 }
 
@@ -179,8 +173,7 @@ void frmExcite::refresh(int port) {
   controls.State2.ToolTip = "Enter a value for State 2 of channel " + number;
   controls.State2.Enabled = dynamic;
   for (ConditionControls* row : {&controls.Condition1, &controls.Condition2}) {
-    row->MeasVar.Enabled = dynamic;
-    row->Compare.Enabled = row->Value.Enabled = dynamic && row->Valid();
+    row->Enable(dynamic);
   }
   controls.Delay.Text(controls.FastDelay.Checked() ? "300 uSec" : "2.6 mSec");
   controls.ViewCode.Enabled = controls.Include.Checked() && !lacksCondition(port);

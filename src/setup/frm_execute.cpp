@@ -5,6 +5,7 @@
 #include "model/intervals.h"
 #include "model/proggen.h"
 #include "setup/flag_conflicts.h"
+#include "setup/flag_usage.h"
 #include "text/mask.h"
 #include "text/number.h"
 #include "verify/box.h"
@@ -44,6 +45,7 @@ frmExecute::frmExecute(const ScreenContext& context)
       AvailableBytes(*this, "AvailableBytes"),
       before_(context.store.Scan) {
   Caption = "SCAN INTERVAL";
+  ExecutionTime.Caption = "Scan Interval";
   ExecTimeUnits.SetItems({"uSecs", "mSecs", "Secs", "Mins"});
   ScansPerSec.Caption = "Scans/Sec";
   ScanMode.SetItems({"No Buffer", "Buffer"});
@@ -143,11 +145,13 @@ void frmExecute::takeBurst() {
   refresh();
 }
 
-// The burst and the flags screen would both set the flag.
+// The burst and the flags screen would both set the flag, and perhaps others too.
 void frmExecute::warnOfFlag() {
   const int flagNumber = store().Scan.FlagScan;
   if (flagNumber < 1 || flagNumber > kFlags) return;
-  if (store().Flags[flagNumber].FlagInclude != kFalse) ShowBurstFlagNotice(Forms(), flagNumber);
+  if (store().Flags[flagNumber].FlagInclude == kFalse) return;
+  ShowBurstFlagNotice(Forms(), flagNumber);
+  CheckFlagUsage(Forms(), store(), flagNumber);
 }
 
 void frmExecute::showInterval() {
@@ -167,7 +171,7 @@ void frmExecute::refresh() {
   }
   const bool inMinutes = scan.ExecTimeUnits == kMinutes;
   BurstTime.Caption = inMinutes ? "Burst Minutes" : "Burst Seconds";
-  BurstTime.Text(FormatNumber(scan.BurstScans * (inMinutes ? seconds / 60 : seconds), "#,##0.###"));
+  BurstTime.Text(FormatNumber(scan.BurstScans * (inMinutes ? seconds / 60 : seconds), "#,##0.0##"));
   BurstScans.Enabled = FlagScan.Enabled = BurstTime.Enabled = burst;
   BufferScans.Enabled = burst || scan.ScanMode != kFalse;
   showBuffer();

@@ -3,44 +3,30 @@
 #include "setup/flag_code.h"
 #include "setup/flag_conflicts.h"
 #include "text/number.h"
-#include "verify/box.h"
 
 namespace ostrand {
 namespace {
 
-ConditionControlNames stateNames(int state, const std::string& number) {
-  const std::string head = "State" + NumberText(state);
-  return {head + "FlagVar" + number, head + "FlagCompare" + number, head + "FlagValue" + number,
-          head + "FlagExpression" + number};
+constexpr TwoStateKeys kKeys = {.include = "FlagInclude",
+                                .on = "FlagOn",
+                                .measurement = "FlagVar",
+                                .compare = "FlagCompare",
+                                .value = "FlagValue",
+                                .expression = "FlagExpression"};
+
+StateFields fieldsOf(FlagState& state) {
+  return {state.FlagVar, state.FlagCompare, state.FlagValue, state.FlagExpression};
 }
 
 }  // namespace
 
-struct frmFlags::FlagControls {
-  FlagControls(Screen& screen, const ConditionVariables& variables, const std::string& number)
-      : FlagInclude(screen, "FlagInclude" + number),
-        FlagOn(screen, "FlagOn" + number),
-        Lite1(screen, "State1Lite" + number),
-        Lite2(screen, "State2Lite" + number),
-        State1(screen, variables, stateNames(1, number), {.compares = kStateCompares}),
-        State2(screen, variables, stateNames(2, number), {.compares = kStateCompares}),
-        Message(screen, "Message" + number),
-        ViewCode(screen, "ViewCode" + number) {
-    FlagInclude.Caption = "Include Flag " + number;
-    FlagOn.Caption = "State 1 sets Flag " + number;
-    ViewCode.Caption = "View Code";
+struct frmFlags::FlagControls : TwoStateControls {
+  FlagControls(Screen& screen, const ConditionVariables& variables, int number)
+      : TwoStateControls(screen, variables, kKeys, number) {
+    Include.Caption = "Include Flag " + NumberText(number);
+    On.Caption = "State 1 sets Flag " + NumberText(number);
   }
 
-  [[nodiscard]] ConditionControls& State(int state) { return state == 1 ? State1 : State2; }
-
-  CheckBox FlagInclude;
-  CheckBox FlagOn;  // the state that the first condition sets; the second sets the other
-  Label Lite1;
-  Label Lite2;
-  ConditionControls State1;
-  ConditionControls State2;
-  Label Message;
-  Button ViewCode;
   bool freeTables = false;  // Done takes the flag from those that used it before
   bool freeBlocks = false;
 };
@@ -51,7 +37,7 @@ frmFlags::frmFlags(const ScreenContext& context)
       before_(context.store.Flags) {
   Caption = "FLAGS";
   for (int f = 1; f <= kFlags; ++f) {
-    flags_[f] = std::make_unique<FlagControls>(*this, variables_, NumberText(f));
+    flags_[f] = std::make_unique<FlagControls>(*this, variables_, f);
     bind(f);
     load(f);
   }
@@ -61,30 +47,29 @@ frmFlags::~frmFlags() = default;
 
 void frmFlags::bind(int number) {
   FlagControls& controls = at(number);
-  controls.FlagInclude.OnClick = [this, number] {
+  controls.Include.OnClick = [this, number] {
     if (!IsLoading()) takeInclude(number);
   };
-  controls.FlagOn.OnClick = [this, number] {
+  controls.On.OnClick = [this, number] {
     if (IsLoading()) return;
-    store().Flags[number].FlagOn = at(number).FlagOn.Checked() ? kTrue : kFalse;
+    store().Flags[number].FlagOn = at(number).On.Checked() ? kTrue : kFalse;
     refresh(number);
   };
   for (const int state : {1, 2}) {
     controls.State(state).OnEdit = [this, number, state] { takeState(number, state); };
+    TellOfFlagPicked(controls.State(state), Forms(), store());
   }
   controls.ViewCode.OnPress = [this, number] { viewCode(number); };
 }
 
 void frmFlags::load(int number) {
   const Loading loading(*this);
-  const FlagControl& flagControl = store().Flags[number];
+  FlagControl& stored = store().Flags[number];
   FlagControls& controls = at(number);
-  controls.FlagInclude.Checked(flagControl.FlagInclude != kFalse);
-  controls.FlagOn.Checked(flagControl.FlagOn != kFalse);
+  controls.Include.Checked(stored.FlagInclude != kFalse);
+  controls.On.Checked(stored.FlagOn != kFalse);
   for (const int state : {1, 2}) {
-    const FlagState& stored = flagControl.State[state];
-    controls.State(state).Load(StoredState(stored.FlagVar, stored.FlagCompare, stored.FlagValue,
-                                           stored.FlagExpression, kStateCompares));
+    LoadState(controls.State(state), fieldsOf(stored.State[state]), kStateCompares);
   }
   refresh(number);
 }
@@ -92,7 +77,7 @@ void frmFlags::load(int number) {
 // A flag that something else uses is asked about when it is included.
 void frmFlags::takeInclude(int number) {
   FlagControls& controls = at(number);
-  const bool include = controls.FlagInclude.Checked();
+  const bool include = controls.Include.Checked();
   store().Flags[number].FlagInclude = include ? kTrue : kFalse;
   controls.freeTables = controls.freeBlocks = false;
   if (include) {
@@ -105,31 +90,21 @@ void frmFlags::takeInclude(int number) {
 }
 
 void frmFlags::takeState(int number, int state) {
-  const ConditionRow row = at(number).State(state).Stored();
-  FlagState& stored = store().Flags[number].State[state];
-  stored.FlagVar = row.MeasVar;
-  stored.FlagCompare = static_cast<i16>(row.Compare);
-  stored.FlagValue = row.Value;
-  stored.FlagExpression = row.MeasVar.empty() ? std::string(kNoCondition) : row.Expression;
+  KeepState(at(number).State(state), fieldsOf(store().Flags[number].State[state]), kNoCondition);
   refresh(number);
 }
 
 void frmFlags::refresh(int number) {
   FlagControls& controls = at(number);
-  const bool include = controls.FlagInclude.Checked();
-  controls.Message.Text(include ? MissingStates(controls.State1, controls.State2) : "");
-  const auto showLite = [&](Label& lite, bool on) {
-    lite.Text(on ? "Red" : "Gray");
-    lite.ToolTip = (on ? "Red lite indicates the True state of Flag "
-                       : "Gray lite indicates the False state of Flag ") +
-                   NumberText(number);
-  };
-  showLite(controls.Lite1, controls.FlagOn.Checked());
-  showLite(controls.Lite2, !controls.FlagOn.Checked());
+  const std::string flagNumber = NumberText(number);
+  controls.ShowMessage(true);
+  controls.ShowLites({"Red lite indicates the True state of Flag " + flagNumber,
+                      "Gray lite indicates the False state of Flag " + flagNumber});
   // Flags beyond those that the user wants to see stay out of the way until they are in use.
-  const bool visible = include || number <= context().options.DefaultNumFlags;
+  const bool visible = number <= context().options.DefaultNumFlags ||
+                       before_.Before()[number].FlagInclude != kFalse || controls.Include.Checked();
   for (Control* control :
-       std::initializer_list<Control*>{&controls.FlagInclude, &controls.FlagOn, &controls.Lite1,
+       std::initializer_list<Control*>{&controls.Include, &controls.On, &controls.Lite1,
                                        &controls.Lite2, &controls.Message, &controls.ViewCode}) {
     control->Visible = visible;
   }
@@ -137,18 +112,13 @@ void frmFlags::refresh(int number) {
 }
 
 void frmFlags::viewCode(int number) {
-  FlagControls& controls = at(number);
   const std::string flagNumber = NumberText(number);
-  if (!controls.FlagInclude.Checked()) {
-    ShowWarning(Forms(), "VIEW CODE",
-                "You must Include Flag " + flagNumber + " setup to view the code.");
-  } else if (!controls.State1.Valid() || !controls.State2.Valid()) {
-    ShowWarning(Forms(), "VIEW CODE",
-                "You must select a Measurement for both State 1 and State 2 to view Flag " +
-                    flagNumber + " code.");
-  } else {
-    ShowCode(Forms(), "FLAG SET CODE", FlagCode(store(), number));
-  }
+  const bool mayView = at(number).MayView(
+      Forms(), "You must Include Flag " + flagNumber + " setup to view the code.",
+      "You must select a Measurement for both State 1 and State 2 to view Flag " + flagNumber +
+          " code.",
+      true);
+  if (mayView) ShowCode(Forms(), "FLAG SET CODE", FlagCode(store(), number));
 }
 
 bool frmFlags::onDone() {

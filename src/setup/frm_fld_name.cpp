@@ -51,7 +51,7 @@ frmFldName::Sensor::Sensor(Screen& screen, int number, bool gaugeFactor)
   Reset.Caption = "Reset";
 }
 
-frmFldName::frmFldName(const ScreenContext& context, FieldNamesRequest block, Hooks hooks)
+frmFldName::frmFldName(const ScreenContext& context, FieldNamesRequest block, Calculator calculator)
     : Screen(context, "frmFldName"),
       AliasLight(*this, "AliasLight"),
       UnitsLight(*this, "UnitsLight"),
@@ -61,7 +61,7 @@ frmFldName::frmFldName(const ScreenContext& context, FieldNamesRequest block, Ho
       DefaultMult(*this, "DefaultMult"),
       DefaultOffset(*this, "DefaultOffset"),
       block_(std::move(block)),
-      hooks_(std::move(hooks)),
+      calculator_(std::move(calculator)),
       rows_(block_.aliases.begin(), block_.aliases.end()) {
   Caption = "FIELD NAMES (" + block_.name + ")";
   AliasLight.ToolTip = "Green indicates that Aliases will be saved.";
@@ -103,7 +103,7 @@ void frmFldName::bindSensor(std::size_t at) {
       show();
     };
   }
-  sensor.Solve.Enabled = static_cast<bool>(hooks_.Solve);
+  sensor.Solve.Enabled = static_cast<bool>(calculator_);
   sensor.Solve.OnPress = [this, at] { solve(at); };
   sensor.Reset.OnPress = [this, at] {
     rows_[at] = {};
@@ -173,7 +173,7 @@ void frmFldName::solve(std::size_t at) {
   DefaultScaling scaling = {row.AliasUnits.empty() ? block_.defaults.Units : row.AliasUnits,
                             valueOf(row, kMult), valueOf(row, kOffset)};
   const DefaultScaling before = scaling;
-  if (!hooks_.Solve(scaling)) return;
+  if (!calculator_(scaling)) return;
   if (scaling.Units != before.Units) takeUnits(at, scaling.Units);
   if (scaling.Mult != before.Mult) takeNumber(at, kMult, NumberText(scaling.Mult));
   if (scaling.Offset != before.Offset) takeNumber(at, kOffset, NumberText(scaling.Offset));
@@ -193,12 +193,7 @@ AliasRenames frmFldName::renames() const {
 
 // Asks only where a condition is affected.
 bool frmFldName::agreedTo(const AliasRenames& renames) {
-  if (renames.empty()) return true;
-  TableSetup tables = store().Tables;
-  if (hooks_.laterRenames != nullptr) {
-    for (const AliasRenames& earlier : *hooks_.laterRenames) RenameInConditions(tables, earlier);
-  }
-  if (!ConditionsUse(tables, renames)) return true;
+  if (!ConditionsUse(store().Tables, renames)) return true;
   return Ask(Forms(), "ALIAS CHANGE IMPACTS TRIGGER CONDITIONS",
              JoinLines({"The Alias changes made here will also be applied to",
                         "the affected output table trigger conditions.",
@@ -207,13 +202,9 @@ bool frmFldName::agreedTo(const AliasRenames& renames) {
 }
 
 bool frmFldName::onDone() {
-  AliasRenames changed = renames();
+  const AliasRenames changed = renames();
   if (!agreedTo(changed)) return false;
-  if (hooks_.laterRenames == nullptr) {
-    RenameInConditions(store().Tables, changed);
-  } else if (!changed.empty()) {
-    hooks_.laterRenames->push_back(std::move(changed));
-  }
+  RenameInConditions(store().Tables, changed);
   std::copy(rows_.begin(), rows_.end(), block_.aliases.begin());
   return true;
 }

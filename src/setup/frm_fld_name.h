@@ -14,22 +14,16 @@
 
 namespace ostrand {
 
-struct FieldNamesHooks {
-  // A calculator for one sensor, which changes the scaling; false when the user cancelled.
-  std::function<bool(DefaultScaling&)> Solve;
-  // Where to put renames that conditions get later, with the block; without it they get them at
-  // Done. The earlier ones are taken as done.
-  std::vector<AliasRenames>* laterRenames = nullptr;
-};
-
 // Edits copies of the rows, which their owner gets at Done. A cell that shows the block's default
-// is kept blank; one that differs from it is marked as set by hand.
+// is kept blank; one that differs from it is marked as set by hand. Conditions of tables get new
+// names at Done as well; who shows the screen puts them back when the block is cancelled.
 class frmFldName final : public Screen {
  public:
-  using Hooks = FieldNamesHooks;
+  // A calculator for one sensor, which changes the scaling; false when the user cancelled.
+  using Calculator = std::function<bool(DefaultScaling&)>;
 
-  // The aliases of the block must outlive the screen.
-  frmFldName(const ScreenContext& context, FieldNamesRequest block, Hooks hooks = {});
+  // The aliases of the block must outlive the screen. Without a calculator "SOLVE" is disabled.
+  frmFldName(const ScreenContext& context, FieldNamesRequest block, Calculator calculator = {});
 
   // A sensor, from 1: "FieldName1", "AliasName1", "AliasUnits1", "AliasMult1", "AliasOffset1" (of
   // strain "AliasGFactor1"), "Solve1", "Reset1".
@@ -85,7 +79,7 @@ class frmFldName final : public Screen {
   bool agreedTo(const AliasRenames& renames);
 
   FieldNamesRequest block_;
-  Hooks hooks_;
+  Calculator calculator_;
   std::vector<RepAlias> rows_;
   std::vector<std::unique_ptr<Sensor>> sensors_;
 };

@@ -7,7 +7,7 @@
 namespace ostrand {
 
 // Done keeps them as `HistogramCode`: "bins,lower,upper,form,weight".
-class frmHistogram final : public HistoScreen {
+class frmHistogram final : public HistoNumberScreen {
  public:
   frmHistogram(const ScreenContext& context, const HistoTarget& target);
 
@@ -16,16 +16,9 @@ class frmHistogram final : public HistoScreen {
   NumericField UpperLimit;
   NumericField Form;
   NumericField Weight;
-  Label Code;
 
  protected:
   bool onDone() override;
-
- private:
-  void load();
-  [[nodiscard]] std::string codeText() const;
-
-  std::string opened_;  // the text of what was shown first
 };
 
 }  // namespace ostrand

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "model/names.h"
 #include "model/variables.h"
 #include "text/mask.h"
 #include "text/number.h"
@@ -40,7 +41,7 @@ std::string valueName(const PickVariable& variable) {
 }  // namespace
 
 std::string LevelStem(const OutputSource& source) {
-  return source.family == OutputFamily::kCalcField ? "Calc" + NumberText(source.n) : source.name;
+  return source.family == OutputFamily::kCalcField ? CalcFieldStem(source.n) : source.name;
 }
 
 std::string LevelCodeText(const HistoSet& histo, std::string_view stem, int table) {
@@ -56,7 +57,9 @@ LevelList::LevelList(Screen& screen, std::string_view name, std::string_view too
       Items(screen, std::string("Levels").append(name)),
       Remove(screen, std::string("Remove").append(name)),
       screen_(screen) {
+  Add.Caption = "Add";
   Items.ToolTip = toolTip;
+  Remove.Caption = "Remove";
   Add.OnPress = [this] { add(); };
   Remove.OnPress = [this] { remove(); };
 }
@@ -109,6 +112,10 @@ frmLevel::frmLevel(const ScreenContext& context, const HistoTarget& target, std:
       LevelMeas(*this, "LevelMeas"),
       Code(*this, "Code"),
       stem_(stem) {
+  Caption = "LEVEL CROSSING";
+  Levels.Entry.Caption = "Level Crossing Values";
+  Tests.Entry.Caption = "2nd Dim Boundaries";
+  LevelMeas.Caption = "2nd Dim Selection";
   NumDims.SetItems({"One Dimension", "Two Dimensions"});
   fillMeasurements();
   load();

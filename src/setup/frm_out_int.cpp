@@ -1,13 +1,11 @@
 #include "setup/frm_out_int.h"
 
-#include <algorithm>
-#include <array>
 #include <limits>
 #include <utility>
-#include <vector>
 
 #include "model/table_outputs.h"
 #include "setup/flag_code.h"
+#include "setup/flag_conflicts.h"
 #include "setup/flag_usage.h"
 #include "setup/frm_table_times.h"
 #include "setup/frm_trig_table.h"
@@ -31,52 +29,6 @@ constexpr i16 kScreenMode = 1;          // of the check of the intervals: a warn
 
 // Places in the list of locations.
 enum Location : int { kInternalItem, kFlashItem, kCardItem };
-
-struct FlagRole {
-  std::string_view name;
-  i16 OutputTable::*number;
-};
-constexpr std::array<FlagRole, 3> kFlagRoles = {{{"Write", &OutputTable::FlagTable},
-                                                 {"Mark", &OutputTable::FlagMark},
-                                                 {"Full", &OutputTable::FlagFull}}};
-
-struct FlagUse {
-  int flagNumber;
-  std::string text;
-};
-
-// Flags of the tables in use, table by table.
-std::vector<FlagUse> flagUses(const TableSetup& tables) {
-  std::vector<FlagUse> uses;
-  for (const OutputTable& table : tables.Table) {
-    if (table.TableOn == kFalse) continue;
-    for (const FlagRole& role : kFlagRoles) {
-      if (table.*role.number < 1) continue;
-      uses.push_back({table.*role.number,
-                      "Table '" + table.TableName + "'  " + std::string(role.name) + " Flag "});
-    }
-  }
-  return uses;
-}
-
-std::string duplicateFlags(const TableSetup& tables) {
-  const std::vector<FlagUse> uses = flagUses(tables);
-  std::string text;
-  for (std::size_t i = 0; i < uses.size(); ++i) {
-    for (std::size_t j = i + 1; j < uses.size(); ++j) {
-      if (uses[i].flagNumber != uses[j].flagNumber) continue;
-      text += uses[i].text + "and " + uses[j].text + "both use flag " +
-              NumberText(uses[i].flagNumber) + "\r\n";
-    }
-  }
-  return text;
-}
-
-bool usesFlag(const TableSetup& tables, int flagNumber) {
-  const std::vector<FlagUse> uses = flagUses(tables);
-  return std::any_of(uses.begin(), uses.end(),
-                     [&](const FlagUse& use) { return use.flagNumber == flagNumber; });
-}
 
 // Scans per second are shown as finely as the unit of the interval asks for.
 std::string_view perSecMask(int unit) {
@@ -342,7 +294,7 @@ bool frmOutInt::isEdited() const {
 }
 
 bool frmOutInt::agreedToFlags() {
-  const std::string duplicates = duplicateFlags(edited());
+  const std::string duplicates = DuplicateTableFlags(edited());
   if (duplicates.empty()) return true;
   return Ask(Forms(), "DUPLICATE FLAGS",
              duplicates +
@@ -372,15 +324,12 @@ bool frmOutInt::keep() {
 void frmOutInt::tellFlagsInUse(const TableSetup& before) {
   for (int f = 1; f <= kFlags; ++f) {
     if (store().Flags[f].FlagInclude == kFalse) continue;
-    if (!usesFlag(store().Tables, f) || usesFlag(before, f)) continue;
-    platform::MessageBox box;
-    box.title = "FLAG INFORMATION";
-    box.text =
+    if (!TablesInUseHaveFlag(store().Tables, f) || TablesInUseHaveFlag(before, f)) continue;
+    ShowFlagInformation(
+        Forms(),
         JoinLines({"JUST LETTING YOU KNOW.",
                    "Flag(" + NumberText(f) + ") was previously enabled in the Flags Setup window.",
-                   "The following code will be in the Tessel program:", FlagCode(store(), f)});
-    box.icon = platform::Icon::kInformation;
-    Forms().ShowBox(box);
+                   "The following code will be in the Tessel program:", FlagCode(store(), f)}));
   }
 }
 

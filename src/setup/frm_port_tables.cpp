@@ -61,15 +61,18 @@ frmPortTables::frmPortTables(const ScreenContext& context, Kept kept)
   Output.Show(output_);
 }
 
-// The project keeps no parameters for the panel's temperature, and ports are stored as they are
-// but for a histogram of their byte.
+// What the project could not keep, or the program not measure, is not offered: the panel's
+// temperature has no parameters, levels have arrays in blocks, items and formulas alone, and ports
+// are stored as they are but for a histogram of their byte.
 void frmPortTables::limit(SingleValue value, int number) {
-  const bool ports = value == SingleValue::kPortBytes;
-  if (!ports && value != SingleValue::kPanelRef) return;
-  const bool bytePort = ports && store().Ports.Slot[number].Ports[kPorts].Include != kFalse;
-  Output.Offer(kHistogram, bytePort);
-  Output.Offer(kRainFlow, false);
-  Output.Offer(kLevelCrossing, false);
+  Output.Offer(kLevelCrossing, value == SingleValue::kCalcField);
+  if (value == SingleValue::kPortBytes) {
+    Output.Offer(kHistogram, store().Ports.Slot[number].Ports[kPorts].Include != kFalse);
+    Output.Offer(kRainFlow, false);
+  } else if (value == SingleValue::kPanelRef) {
+    Output.Offer(kHistogram, false);
+    Output.Offer(kRainFlow, false);
+  }
 }
 
 bool frmPortTables::onDone() {

@@ -1,9 +1,10 @@
 #include "setup/frm_ports.h"
 
+#include <array>
+
 #include "model/channels.h"
-#include "setup/flag_usage.h"
+#include "model/port_mask.h"
 #include "setup/frm_port_tables.h"
-#include "setup/state_rows.h"
 #include "text/number.h"
 #include "text/strings.h"
 #include "verify/box.h"
@@ -11,14 +12,20 @@
 namespace ostrand {
 namespace {
 
-constexpr std::string_view kViewTitle = "VIEW CODE";
 constexpr std::string_view kDeselected = "*** Code Will Not be Generated for De-Selected Mode ***";
 constexpr std::size_t kBits = PanelControlPorts;
 
-ConditionControlNames stateNames(int state, const std::string& port) {
-  const std::string head = "State" + NumberText(state);
-  return {head + "MeasureVar" + port, head + "Compare" + port, head + "Value" + port,
-          head + "Expression" + port};
+constexpr std::array<std::string_view, 3> kMaskCaptions = {"State 1", "State 2", "Ports in Use"};
+
+constexpr TwoStateKeys kKeys = {.include = "Include",
+                                .on = "Polarity",
+                                .measurement = "MeasureVar",
+                                .compare = "Compare",
+                                .value = "Value",
+                                .expression = "Expression"};
+
+StateFields fieldsOf(PortState& state) {
+  return {state.MeasureVar, state.Compare, state.Value, state.Expression};
 }
 
 bool isBinary(std::string_view text) {
@@ -30,12 +37,6 @@ bool maskInTheMaking(std::string_view text) {
   return text.find_first_not_of("&0123456789ABCDEFHabcdefh") == std::string_view::npos;
 }
 
-unsigned valueOf(std::string_view bits) {
-  unsigned value = 0;
-  for (const char bit : bits) value = 2 * value + (bit == '1' ? 1 : 0);
-  return value;
-}
-
 std::string bitsOf(unsigned value) {
   std::string bits(kBits, '0');
   for (std::size_t at = 0; at < kBits; ++at) {
@@ -44,15 +45,7 @@ std::string bitsOf(unsigned value) {
   return bits;
 }
 
-std::string_view word(bool high) { return high ? "True" : "False"; }
-
 }  // namespace
-
-std::string MaskText(std::string_view bits, std::string_view codeType) {
-  if (SameText(codeType, "BIN")) return "&B" + std::string(bits);
-  if (SameText(codeType, "HEX")) return "&H" + HexText(valueOf(bits));
-  return NumberText(static_cast<std::int64_t>(valueOf(bits)));
-}
 
 std::string MaskBits(std::string_view text, std::string_view codeType) {
   std::string number = Upper(Trim(text));
@@ -61,8 +54,9 @@ std::string MaskBits(std::string_view text, std::string_view codeType) {
     if (SameText(codeType, "HEX")) number.insert(0, "&H");
   }
   if (number.starts_with("&B")) {
-    const std::string_view bits = std::string_view(number).substr(2);
-    return isBinary(bits) && bits.size() <= kBits ? bitsOf(valueOf(bits)) : std::string();
+    const std::string bits = number.substr(2);
+    const bool fits = isBinary(bits) && bits.size() <= kBits;
+    return fits ? std::string(kBits - bits.size(), '0') + bits : std::string();
   }
   const std::optional<double> value = ToDouble(number);
   if (!value || *value < 0 || *value > 255 || *value != RoundHalfEven(*value)) return {};
@@ -78,7 +72,7 @@ struct frmPorts::MaskField : TextField {
   bool normalize(std::string& text) override {
     const std::string bits = MaskBits(text, codeType_);
     if (bits.empty()) return false;
-    text = MaskText(bits, codeType_);
+    text = PortMaskText(bits, codeType_);
     return true;
   }
 
@@ -86,31 +80,12 @@ struct frmPorts::MaskField : TextField {
   const std::string& codeType_;
 };
 
-struct frmPorts::PortControls {
-  PortControls(Screen& screen, const ConditionVariables& variables, const std::string& port)
-      : Include(screen, "Include" + port),
-        Polarity(screen, "Polarity" + port),
-        Lite1(screen, "State1Lite" + port),
-        Lite2(screen, "State2Lite" + port),
-        State1(screen, variables, stateNames(1, port), {.compares = kStateCompares}),
-        State2(screen, variables, stateNames(2, port), {.compares = kStateCompares}),
-        Message(screen, "Message" + port),
-        ViewCode(screen, "ViewCode" + port) {
-    Include.Caption = "Include Port " + port;
-    Polarity.Caption = "State 1 sets Port " + port;
-    ViewCode.Caption = "View Code";
+struct frmPorts::PortControls : TwoStateControls {
+  PortControls(Screen& screen, const ConditionVariables& variables, int port)
+      : TwoStateControls(screen, variables, kKeys, port) {
+    Include.Caption = port == kByte ? "Include Ports 1-8" : "Include Port " + NumberText(port);
+    On.Caption = "State 1 sets Port " + NumberText(port);
   }
-
-  [[nodiscard]] ConditionControls& State(int state) { return state == 1 ? State1 : State2; }
-
-  CheckBox Include;
-  CheckBox Polarity;  // the level that the first condition sets; the second sets the other
-  Label Lite1;
-  Label Lite2;
-  ConditionControls State1;
-  ConditionControls State2;
-  Label Message;
-  Button ViewCode;
 };
 
 frmPorts::frmPorts(const ScreenContext& context)
@@ -119,6 +94,7 @@ frmPorts::frmPorts(const ScreenContext& context)
       ReadMode(*this, "ReadMode"),
       CodeType(*this, "CodeType"),
       ModeMessage(*this, "ModeMessage"),
+      Output(*this, "Output"),
       variables_(context.store, context.UserVarListTypes),
       before_(context.store.Ports) {
   Caption = "PORTS";
@@ -126,13 +102,15 @@ frmPorts::frmPorts(const ScreenContext& context)
   ReadMode.SetItems({"Write", "Read"});
   CodeType.SetItems({"BIN", "HEX", "DEC"});
   ModeMessage.Text(kDeselected);
+  Output.Caption = "&Output...";
   for (int port = 1; port <= kPorts; ++port) {
-    ports_[port] = std::make_unique<PortControls>(*this, variables_, NumberText(port));
+    ports_[port] = std::make_unique<PortControls>(*this, variables_, port);
     bind(port);
   }
   for (int place = 0; place < kMasks; ++place) {
     masks_[place] = std::make_unique<MaskField>(*this, "BinaryMask" + NumberText(place + 1),
                                                 store().Ports.CodeType);
+    masks_[place]->Caption = kMaskCaptions[static_cast<std::size_t>(place)];
     masks_[place]->OnTake = [this, place] { takeMask(place); };
   }
   bindModes();
@@ -164,12 +142,12 @@ void frmPorts::bindModes() {
     store().Ports.CodeType = CodeType.Text();
     showMasks();
   };
-  addOpener({"frmPortTables", "", [this](std::string_view) {
-               if (!isByte()) return false;
-               frmPortTables output(context(), SingleValue::kPortBytes);
-               showModal(output);
-               return true;
-             }});
+  Output.OnPress = [this] {
+    frmPortTables output(context(), SingleValue::kPortBytes);
+    showModal(output);
+  };
+  addOpener({"frmPortTables", "",
+             [this](std::string_view) { return Output.Usable() && Output.Press(); }});
 }
 
 void frmPorts::bind(int port) {
@@ -179,42 +157,31 @@ void frmPorts::bind(int port) {
     slot().Ports[port].Include = at(port).Include.Checked() ? kTrue : kFalse;
     refresh(port);
   };
-  controls.Polarity.OnClick = [this, port] {
+  controls.On.OnClick = [this, port] {
     if (IsLoading()) return;
-    slot().Ports[port].Polarity = at(port).Polarity.Checked() ? kTrue : kFalse;
+    slot().Ports[port].Polarity = at(port).On.Checked() ? kTrue : kFalse;
     refresh(port);
   };
   for (const int state : {1, 2}) {
-    ConditionControls& row = controls.State(state);
-    row.OnEdit = [this, port, state] { takeState(port, state); };
-    row.AllowPick = [this, &row] {
-      const int flagNumber = FlagOfVariable(row.MeasVar.Text());
-      if (flagNumber > 0) CheckFlagUsage(Forms(), store(), flagNumber);
-      return true;
-    };
+    controls.State(state).OnEdit = [this, port, state] { takeState(port, state); };
+    TellOfFlagPicked(controls.State(state), Forms(), store());
   }
   controls.ViewCode.OnPress = [this, port] { viewCode(port); };
 }
 
 void frmPorts::load(int port) {
-  const Port& stored = slot().Ports[port];
+  Port& stored = slot().Ports[port];
   PortControls& controls = at(port);
   controls.Include.Checked(stored.Include != kFalse);
-  controls.Polarity.Checked(stored.Polarity != kFalse);
+  controls.On.Checked(stored.Polarity != kFalse);
   for (const int state : {1, 2}) {
-    const PortState& row = stored.State[state - 1];
-    controls.State(state).Load(
-        StoredState(row.MeasureVar, row.Compare, row.Value, row.Expression, kStateCompares));
+    LoadState(controls.State(state), fieldsOf(stored.State[state - 1]), kStateCompares);
   }
 }
 
 void frmPorts::takeState(int port, int state) {
-  const ConditionRow row = at(port).State(state).Stored();
   PortState& stored = slot().Ports[port].State[state - 1];
-  stored.MeasureVar = row.MeasVar;
-  stored.Compare = static_cast<i16>(row.Compare);
-  stored.Value = row.Value;
-  stored.Expression = row.MeasVar.empty() ? std::string(kNoCondition) : row.Expression;
+  KeepState(at(port).State(state), fieldsOf(stored), kNoCondition);
   refresh(port);
 }
 
@@ -228,12 +195,12 @@ void frmPorts::takeMask(int place) {
 
 void frmPorts::showMasks() {
   for (int place = 0; place < kMasks; ++place) {
-    masks_[place]->Text(MaskText(slot().BinaryMask[place], store().Ports.CodeType));
+    masks_[place]->Text(PortMaskText(slot().BinaryMask[place], store().Ports.CodeType));
   }
 }
 
 void frmPorts::refresh() {
-  ReadMode.Enabled = isByte();
+  ReadMode.Enabled = Output.Enabled = isByte();
   for (int port = 1; port <= kPorts; ++port) refresh(port);
   for (int place = 0; place < kMasks; ++place) {
     const bool ofState = place < 2;
@@ -247,78 +214,60 @@ void frmPorts::refresh(int port) {
   const bool selected = isTheByte == isByte();
   const bool ofMultiplexers =
       !isTheByte && port > PanelControlPorts - 2 && store().Config.TK40MQty > 0;
-  const bool conditions = !(isTheByte && isRead());
-  const bool include = controls.Include.Checked();
-  controls.Message.Text(include && conditions ? MissingStates(controls.State1, controls.State2)
-                                              : "");
-  const auto showLite = [&](Label& lite, bool high) {
-    lite.Text(high ? "Red" : "Gray");
-    lite.ToolTip = (high ? "Red lite indicates the high state of port "
-                         : "Gray lite indicates the low state of port ") +
-                   NumberText(port) + (high ? " (5 Volts)." : " (0 Volts).");
-  };
-  showLite(controls.Lite1, controls.Polarity.Checked());
-  showLite(controls.Lite2, !controls.Polarity.Checked());
+  const std::string number = NumberText(port);
+  controls.ShowMessage(hasConditions(port));
+  controls.ShowLites({"Red lite indicates the high state of port " + number + " (5 Volts).",
+                      "Gray lite indicates the low state of port " + number + " (0 Volts)."});
   for (Control* control :
        std::initializer_list<Control*>{&controls.Include, &controls.Message, &controls.ViewCode}) {
     control->Visible = !ofMultiplexers;
   }
   for (Control* control :
-       std::initializer_list<Control*>{&controls.Polarity, &controls.Lite1, &controls.Lite2}) {
+       std::initializer_list<Control*>{&controls.On, &controls.Lite1, &controls.Lite2}) {
     control->Visible = !ofMultiplexers && !isTheByte;
   }
-  controls.Include.Enabled = controls.Polarity.Enabled = selected;
+  controls.Include.Enabled = controls.On.Enabled = selected;
   for (const int state : {1, 2}) {
     ConditionControls& row = controls.State(state);
-    ShowState(row, !ofMultiplexers && conditions);
-    row.MeasVar.Enabled = selected;
-    row.Compare.Enabled = row.Value.Enabled = selected && row.Valid();
+    ShowState(row, !ofMultiplexers && hasConditions(port));
+    row.Enable(selected);
   }
 }
 
 void frmPorts::viewCode(int port) {
-  PortControls& controls = at(port);
+  const bool mayView = at(port).MayView(
+      Forms(), "You must Include this Port setup to view it.",
+      "You must select a Measurement for both State 1 and State 2 to view this Port code.",
+      hasConditions(port));
+  if (!mayView) return;
   const bool isTheByte = port == kByte;
-  const bool reads = isTheByte && isRead();
-  if (!controls.Include.Checked()) {
-    return ShowWarning(Forms(), kViewTitle, "You must Include this Port setup to view it.");
-  }
-  if (!reads && !(controls.State1.Valid() && controls.State2.Valid())) {
-    return ShowWarning(Forms(), kViewTitle,
-                       "You must select a Measurement for both State 1 and State 2 to view this "
-                       "Port code.");
-  }
+  std::string_view title = "PORTSET CODE";
+  if (isTheByte) title = isRead() ? "READIO CODE" : "WRITEIO CODE";
   std::string code = isTheByte ? byteCode() : bitCode(port);
   if (isTheByte != isByte()) code = JoinLines({kDeselected, code});
-  const std::string_view title = reads       ? "READIO CODE"
-                                 : isTheByte ? "WRITEIO CODE"
-                                             : "PORTSET CODE";
   ShowCode(Forms(), title, std::move(code));
 }
 
 std::string frmPorts::bitCode(int port) const {
   const Port& stored = slot().Ports[port];
-  const std::string name = "Port(" + NumberText(port) + ")";
   const bool high = stored.Polarity != kFalse;
-  const std::string assign = "    " + name + " = ";
-  return JoinLines({"If " + stored.State[0].Expression + " Then", assign + std::string(word(high)),
-                    "ElseIf " + stored.State[1].Expression + " Then",
-                    assign + std::string(word(!high)), "End If",
-                    "PortSet(" + NumberText(port) + "," + name + ")"});
+  const std::string set = "Portset(" + NumberText(port);
+  return TwoStateCode(stored.State[0].Expression, set + (high ? ",1)" : ",0)"),
+                      stored.State[1].Expression, set + (high ? ",0)" : ",1)"));
 }
 
 std::string frmPorts::byteCode() const {
   const auto mask = [this](int place) {
-    return MaskText(slot().BinaryMask[place], store().Ports.CodeType);
+    return PortMaskText(slot().BinaryMask[place], store().Ports.CodeType);
   };
   if (isRead()) {
     return JoinLines({"ReadIO(ReadPort," + mask(2) + ")",
                       "''''The I/O ports have been read into variable ReadPort. ''''"});
   }
   const Port& stored = slot().Ports[kByte];
-  return JoinLines({"If " + stored.State[0].Expression + " Then", "    WritPort = " + mask(0),
-                    "ElseIf " + stored.State[1].Expression + " Then", "    WritPort = " + mask(1),
-                    "End If", "WriteIO(" + mask(2) + ",WritPort)"});
+  return JoinLines({TwoStateCode(stored.State[0].Expression, "WritePort = " + mask(0),
+                                 stored.State[1].Expression, "WritePort = " + mask(1)),
+                    "WriteIO(" + mask(2) + ",WritePort)"});
 }
 
 bool frmPorts::onDone() {

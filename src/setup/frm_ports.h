@@ -8,14 +8,12 @@
 #include "setup/conditions.h"
 #include "setup/controls/choice.h"
 #include "setup/controls/screen.h"
+#include "setup/state_rows.h"
 
 namespace ostrand {
 
-// The eight bits "00001111" as "&B00001111", "&HF" or "15" for the code types "BIN", "HEX" and any
-// other, in any case.
-std::string MaskText(std::string_view bits, std::string_view codeType);
-// The eight bits of a number typed in one of these forms, 0 to 255; one without a prefix is of the
-// code type. Empty for a text that is none.
+// The eight bits of a number as PortMaskText writes it, typed in any form: "&B101", "&HF0" or "15",
+// 0 to 255. One without a prefix is in the form of the code type. Empty for a text that is none.
 std::string MaskBits(std::string_view text, std::string_view codeType);
 
 // Edits the first group of ports in place; Cancel puts back what was there. Controls carry the
@@ -29,6 +27,7 @@ class frmPorts final : public Screen {
   Choice ReadMode;  // "Write", "Read"; of bytes only
   Choice CodeType;  // "BIN", "HEX", "DEC"
   Label ModeMessage;
+  Button Output;  // what tables store of the byte
 
  protected:
   bool onDone() override;
@@ -44,6 +43,8 @@ class frmPorts final : public Screen {
   [[nodiscard]] PortSlot& slot() const { return store().Ports.Slot[0]; }
   [[nodiscard]] bool isByte() const { return slot().ByteMode != 0; }
   [[nodiscard]] bool isRead() const { return slot().ReadMode != 0; }
+  // The byte that is read is set by no conditions.
+  [[nodiscard]] bool hasConditions(int port) const { return !(port == kByte && isRead()); }
   void bindModes();
   void bind(int port);
   void load(int port);

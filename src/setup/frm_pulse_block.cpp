@@ -16,12 +16,14 @@ frmPulseBlock::frmPulseBlock(const ScreenContext& context, SetupHooks hooks)
       FreeLoLev(*this, "FreeLoLev"),
       FreeSwtch(*this, "FreeSwtch"),
       hooks_(std::move(hooks)),
-      before_(group()),
-      conditions_(store().Tables) {
-  addOpener({"frmPulseSetup", "block", [this](std::string_view text) { return openSetup(text); }});
+      edits_(group(), store().Tables) {
+  addOpener(List.SetupOpener("frmPulseSetup", [this](int block) {
+    frmPulseSetup setup(this->context(), *this, block, hooks_);
+    showModal(setup);
+  }));
   List.Show(std::clamp<int>(group().BlockCount, 0, kPulseBlocks));
-  countBefore_ = List.Count();
   FreeChans();
+  edits_.Begin(List.Count());
 }
 
 BlockList::Rules frmPulseBlock::rules() {
@@ -65,28 +67,17 @@ int frmPulseBlock::FreeChans() {
   return free;
 }
 
-bool frmPulseBlock::openSetup(std::string_view argument) {
-  const int block = ToInt16(argument).value_or(0);
-  if (block < 1 || block > List.Count()) return false;
-  frmPulseSetup setup(context(), *this, block, hooks_);
-  showModal(setup);
-  FreeChans();
-  return true;
-}
-
 bool frmPulseBlock::onDone() {
   group().BlockCount = static_cast<i16>(List.Count());
   ORVUS_COMMON::SetPulseDefaults(store(), 0, List.Count());
-  conditions_.Keep();
+  edits_.Keep();
   return true;
 }
 
 bool frmPulseBlock::onCancel() {
-  if (!before_.Changed() && List.Count() == countBefore_) return true;
-  const platform::Answer answer = AskSaveEdits(Forms());
-  if (answer == platform::Answer::kNo) before_.Restore();
-  if (answer == platform::Answer::kYes && onDone()) End(ModalResult::kDone);
-  return answer == platform::Answer::kNo;
+  return edits_.Cancel(Forms(), List.Count(), [this] {
+    if (onDone()) End(ModalResult::kDone);
+  });
 }
 
 }  // namespace ostrand

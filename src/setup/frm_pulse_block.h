@@ -4,7 +4,6 @@
 #include <vector>
 
 #include "model/channels.h"
-#include "setup/backup.h"
 #include "setup/block_edits.h"
 #include "setup/block_list.h"
 #include "setup/output_boxes.h"
@@ -36,12 +35,9 @@ class frmPulseBlock final : public Screen {
   [[nodiscard]] BlockList::Rules rules();
   [[nodiscard]] PulseBlockGroup& group() const { return store().PulseBlock[0]; }
   void add(int block);
-  bool openSetup(std::string_view argument);
 
   SetupHooks hooks_;
-  KeptPart<PulseBlockGroup> before_;
-  Backup<TableSetup> conditions_;  // a renamed sensor is renamed in them too
-  int countBefore_ = 0;
+  BlockEdits<PulseBlockGroup> edits_;
 };
 
 }  // namespace ostrand

@@ -250,9 +250,13 @@ void frmPulseSetup::onSiteCal() {
 
 void frmPulseSetup::allowSolve(bool allowed) { Solve.Enabled = allowed && hooks_.Solve != nullptr; }
 
+SolveSource frmPulseSetup::solveSource() const {
+  return {.kind = Option.Index() == kFrequency ? "Pulse" : "Totalize"};
+}
+
 void frmPulseSetup::solve() {
   DefaultScaling answer = scaling();
-  if (!hooks_.Solve({Option.Index() == kFrequency ? "Pulse" : "Totalize"}, answer)) return;
+  if (!hooks_.Solve(solveSource(), answer)) return;
   Units.Text(answer.Units);
   DefaultMult.Value(answer.Mult);
   DefaultOffset.Value(answer.Offset);
@@ -266,13 +270,12 @@ DefaultScaling frmPulseSetup::scaling() const {
 
 void frmPulseSetup::openFieldNames(const DefaultScaling& defaults) {
   if (!hooks_.FieldNames) return;
-  FieldNamesRequest request;
-  request.kind = ORVUS_DOBJ_BLK_PULSE;
-  request.block = block_;
-  request.name = SourceName(request.kind, block_);
-  request.defaults = defaults;
-  request.aliases = AliasesOf(data().Alias, data().Reps);
-  hooks_.FieldNames(request);
+  hooks_.FieldNames({.kind = ORVUS_DOBJ_BLK_PULSE,
+                     .block = block_,
+                     .name = SourceName(ORVUS_DOBJ_BLK_PULSE, block_),
+                     .defaults = defaults,
+                     .aliases = AliasesOf(data().Alias, data().Reps),
+                     .solveSource = solveSource()});
 }
 
 bool frmPulseSetup::onDone() {
@@ -283,16 +286,13 @@ bool frmPulseSetup::onDone() {
     return false;
   }
   block.Units = after.Units;
-  DefaultScaling before = openedWith_;
-  before.Units = unitsBefore_;
-  FollowDefaults(aliases, before, after);
+  FollowDefaults(aliases, openedWith_, after);
+  DefaultScaling swapped = after;
+  swapped.Units = unitsBefore_;
+  FollowDefaults(aliases, swapped, after);
   CountersCount();
+  before_.Keep();
   conditions_.Keep();
-  return true;
-}
-
-bool frmPulseSetup::onCancel() {
-  before_.Restore();
   return true;
 }
 

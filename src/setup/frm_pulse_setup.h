@@ -4,8 +4,8 @@
 #include <string_view>
 
 #include "setup/backup.h"
-#include "setup/block_edits.h"
 #include "setup/controls/choice.h"
+#include "setup/controls/edits.h"
 #include "setup/controls/numeric_field.h"
 #include "setup/frm_pulse_block.h"
 #include "setup/output_boxes.h"
@@ -34,7 +34,7 @@ class frmPulseSetup final : public Screen {
   frmPulseBlock& list_;
   int block_;
   const SetupHooks& hooks_;
-  KeptPart<PulseBlockData> before_;
+  Backup<PulseBlockData> before_;
   Backup<TableSetup> conditions_;  // a renamed sensor is renamed in them too
 
  public:
@@ -62,7 +62,6 @@ class frmPulseSetup final : public Screen {
 
  protected:
   bool onDone() override;
-  bool onCancel() override;
 
  private:
   [[nodiscard]] PulseBlockData& data() const { return store().PulseBlock[0][block_]; }
@@ -80,12 +79,13 @@ class frmPulseSetup final : public Screen {
   void setAverage(int millis);
   void onSiteCal();
   void allowSolve(bool allowed);
+  [[nodiscard]] SolveSource solveSource() const;
   void solve();
   void openFieldNames(const DefaultScaling& defaults);
   [[nodiscard]] DefaultScaling scaling() const;
 
   DefaultScaling openedWith_;
-  std::string unitsBefore_;  // that repetitions follow to the new ones
+  std::string unitsBefore_;  // that repetitions leave for the new ones too
   int keptAverage_ = 0;      // from before the block totalized; 0 for none
 };
 

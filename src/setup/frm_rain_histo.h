@@ -7,7 +7,7 @@
 namespace ostrand {
 
 // Done keeps them as `RainHistoCode`: "mean,amp,lower,upper,form".
-class frmRainHisto final : public HistoScreen {
+class frmRainHisto final : public HistoNumberScreen {
  public:
   frmRainHisto(const ScreenContext& context, const HistoTarget& target);
 
@@ -16,16 +16,9 @@ class frmRainHisto final : public HistoScreen {
   NumericField LowerLimit;
   NumericField UpperLimit;
   NumericField Form;
-  Label Code;
 
  protected:
   bool onDone() override;
-
- private:
-  void load();
-  [[nodiscard]] std::string codeText() const;
-
-  std::string opened_;  // the text of what was shown first
 };
 
 }  // namespace ostrand

@@ -1,6 +1,7 @@
 #include "setup/frm_tk40m_block.h"
 
 #include "model/defaults.h"
+#include "setup/controls/edits.h"
 #include "setup/frm_tk40m_setup.h"
 #include "text/number.h"
 
@@ -26,6 +27,7 @@ frmTK40MBlock::frmTK40MBlock(const ScreenContext& context, SetupHooks hooks)
                showModal(graph);
                return true;
              }});
+  addOpener(OpenedBy(ReferenceTemp, "frmPortTables"));
   load();
 }
 

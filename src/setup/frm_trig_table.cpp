@@ -66,11 +66,19 @@ frmTrigTable::frmTrigTable(const ScreenContext& context)
       ViewStop(*this, "ViewStop"),
       ListStart(*this, "ListStart"),
       ListStop(*this, "ListStop"),
-      ListBoth(*this, "ListBoth") {
+      ListBoth(*this, "ListBoth"),
+      Font(*this, context.ConditionFont, {&Start.Grouping, &Stop.Grouping}) {
   PreTriggerScans.Limits(0, std::numeric_limits<i32>::max());
   AftTriggerScans.Limits(0, std::numeric_limits<i32>::max());
   PreTriggerTime.ToolTip = "Shows the time from the beginning of the test to the start trigger.";
   AftTriggerTime.ToolTip = "Shows the time from the stop trigger to the end of the test.";
+  Caption = "TABLE TRIGGER";
+  SingleTrigger.Caption = "Single Trigger";
+  DisableTrigger.Caption = "Disable Trigger";
+  ViewStart.Caption = ViewStop.Caption = "View Code";
+  ListStart.Caption = "List Start";
+  ListStop.Caption = "List Stop";
+  ListBoth.Caption = "List Both";
   bind();
 }
 
@@ -88,20 +96,17 @@ void frmTrigTable::bind() {
   Stop.OnFlag = onFlag;
 
   ViewStart.OnPress = [this] {
-    viewCode(Start, "START TRIGGER TESSEL CODE", codeOf(0, Start.InVariables()));
+    Start.View("START TRIGGER TESSEL CODE", codeOf(0, Start.InVariables()));
   };
   ViewStop.OnPress = [this] {
-    viewCode(Stop, "STOP TRIGGER TESSEL CODE", codeOf(1, Stop.InVariables()));
+    Stop.View("STOP TRIGGER TESSEL CODE", codeOf(1, Stop.InVariables()));
   };
-  ListStart.OnPress = [this] {
-    viewCode(Start, "START TRIGGER CODE", codeOf(0, Start.InAliases()));
-  };
-  ListStop.OnPress = [this] { viewCode(Stop, "STOP TRIGGER CODE", codeOf(1, Stop.InAliases())); };
+  ListStart.OnPress = [this] { Start.View("START TRIGGER CODE", codeOf(0, Start.InAliases())); };
+  ListStop.OnPress = [this] { Stop.View("STOP TRIGGER CODE", codeOf(1, Stop.InAliases())); };
   ListBoth.OnPress = [this] {
     if (!Start.Check()) return;
-    viewCode(Stop, "START/STOP TRIGGER CODE",
-             JoinLines({"Sub TriggerCall", codeOf(0, Start.InAliases()),
-                        codeOf(1, Stop.InAliases()), "End Sub"}));
+    Stop.View("START/STOP TRIGGER CODE", JoinLines({"Sub TriggerCall", codeOf(0, Start.InAliases()),
+                                                    codeOf(1, Stop.InAliases()), "End Sub"}));
   };
 }
 
@@ -149,14 +154,6 @@ void frmTrigTable::showEvent() {
 std::string frmTrigTable::eventText() const {
   return "DataEvent (" + PreTriggerScans.Text() + ",bStartTrigger," +
          (isSingle() ? "True" : "bStopTrigger") + "," + AftTriggerScans.Text() + ")";
-}
-
-void frmTrigTable::viewCode(ConditionSet& set, std::string_view title, std::string_view text) {
-  if (!set.Check()) return;
-  platform::MessageBox box;
-  box.title = title;
-  box.text = text;
-  Forms().ShowBox(box);
 }
 
 bool frmTrigTable::tellMissing(std::string_view what, std::string_view remedy) {

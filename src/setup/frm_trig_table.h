@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "model/output_table.h"
+#include "setup/condition_font.h"
 #include "setup/conditions.h"
 #include "setup/controls/numeric_field.h"
 #include "setup/controls/screen.h"
@@ -41,6 +42,7 @@ class frmTrigTable final : public Screen {
   Button ListStart;
   Button ListStop;
   Button ListBoth;
+  ConditionFontControls Font;  // of both grouping lines
 
  protected:
   bool onDone() override;
@@ -54,7 +56,6 @@ class frmTrigTable final : public Screen {
   [[nodiscard]] std::string eventText() const;
   void keep(const ConditionSet& set, int state);
   bool tellMissing(std::string_view what, std::string_view remedy);
-  void viewCode(ConditionSet& set, std::string_view title, std::string_view text);
 
   cOutputTable* table_ = nullptr;  // while it is shown
 };

@@ -34,14 +34,14 @@ frmWriteIf::frmWriteIf(const ScreenContext& context)
       variables_(context.store, context.UserVarListTypes),
       Write(*this, variables_, names()),
       CallLine(*this, "CallLine"),
-      View(*this, "View") {
+      View(*this, "View"),
+      Font(*this, context.ConditionFont, {&Write.Grouping}) {
+  Caption = "CONDITIONAL WRITE";
+  DisableWriteIf.Caption = "Disable Condition";
+  View.Caption = "View Code";
   Write.OnFlag = [this](int flagNumber) { CheckFlagUsage(Forms(), store(), flagNumber); };
   View.OnPress = [this] {
-    if (!Write.Check()) return;
-    platform::MessageBox box;
-    box.title = "CONDITIONAL WRITE CODE";
-    box.text = "     bWriteIfCall = (" + Write.InAliases() + ")";
-    Forms().ShowBox(box);
+    Write.View("CONDITIONAL WRITE CODE", "     bWriteIfCall = (" + Write.InAliases() + ")");
   };
 }
 

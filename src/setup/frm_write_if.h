@@ -4,6 +4,7 @@
 #include <string>
 
 #include "model/output_table.h"
+#include "setup/condition_font.h"
 #include "setup/conditions.h"
 #include "setup/controls/screen.h"
 
@@ -28,6 +29,7 @@ class frmWriteIf final : public Screen {
   ConditionSet Write;
   Label CallLine;
   Button View;
+  ConditionFontControls Font;  // of the grouping line
 
  protected:
   bool onDone() override;

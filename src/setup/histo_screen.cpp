@@ -82,4 +82,50 @@ std::string HistoText(const HistoParameters& numbers, const HistoOrder& order) {
   return text;
 }
 
+HistoNumberScreen::HistoNumberScreen(const ScreenContext& context, std::string_view name,
+                                     const HistoTarget& target, const HistoOrder& order,
+                                     std::string HistoSet::*kept)
+    : HistoScreen(context, name, target),
+      Code(*this, "Code"),
+      order_(order),
+      kept_(target.histo.*kept) {}
+
+void HistoNumberScreen::load(const std::array<NumericField*, 5>& fields) {
+  const Loading loading(*this);
+  fields_ = fields;
+  const HistoParameters numbers = HistoNumbers(kept_, order_).value_or(HistoParameters{});
+  const auto show = [this] { Code.Text("Code = " + codeLine("BinSelect", codeText())); };
+  for (std::size_t n = 0; n < fields_.size(); ++n) {
+    fields_[n]->Value(numbers[n]);
+    fields_[n]->OnTake = show;
+  }
+  opened_ = codeText();
+  show();
+}
+
+std::string HistoNumberScreen::codeText() const {
+  HistoParameters numbers{};
+  for (std::size_t n = 0; n < fields_.size(); ++n) numbers[n] = number(n);
+  return HistoText(numbers, order_);
+}
+
+bool HistoNumberScreen::refuse(std::string_view text) {
+  return HistoScreen::refuse("INCORRECT VALUE", text);
+}
+
+bool HistoNumberScreen::limitsFit() {
+  const double lower = number(order_.lower);
+  const double upper = number(order_.upper);
+  if (lower == upper) return refuse("Lower Limit and Upper Limit are the same values.");
+  if (lower > upper) return refuse("Lower Limit must be less then  Upper Limit.");
+  return true;
+}
+
+bool HistoNumberScreen::keep() {
+  const std::string code = codeText();
+  if (code != opened_) kept_ = code;
+  UserCancelled = false;
+  return true;
+}
+
 }  // namespace ostrand

@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "setup/controls/numeric_field.h"
 #include "setup/controls/screen.h"
 
 namespace ostrand {
@@ -39,7 +40,7 @@ class HistoScreen : public Screen {
   HistoTarget target_;
 };
 
-// --- Texts of histogram and rainflow -------------------------------------------------------------
+// --- Histogram and rainflow ----------------------------------------------------------------------
 
 using HistoParameters = std::array<double, 5>;   // as the screen lists them
 using HistoPlaces = std::array<std::size_t, 5>;  // of each number in the text, from 0
@@ -59,5 +60,32 @@ std::optional<HistoParameters> HistoNumbers(std::string_view text, const HistoOr
 
 // The numbers in the order of the text, in their shortest form, without blanks.
 std::string HistoText(const HistoParameters& numbers, const HistoOrder& order);
+
+// A screen of five numbers, which Done keeps as one text.
+class HistoNumberScreen : public HistoScreen {
+ public:
+  Label Code;
+
+ protected:
+  HistoNumberScreen(const ScreenContext& context, std::string_view name, const HistoTarget& target,
+                    const HistoOrder& order, std::string HistoSet::*kept);
+
+  // Shows what is stored; to be called by the constructor. The fields are those of the numbers.
+  void load(const std::array<NumericField*, 5>& fields);
+  [[nodiscard]] double number(std::size_t n) const { return fields_[n]->Value(); }
+  // Tells what is wrong with a number, or with the limits.
+  bool refuse(std::string_view text);
+  bool limitsFit();
+  // Keeps the numbers; what was only looked at stays as it was written.
+  bool keep();
+
+ private:
+  [[nodiscard]] std::string codeText() const;
+
+  const HistoOrder& order_;
+  std::string& kept_;
+  std::array<NumericField*, 5> fields_{};
+  std::string opened_;  // the text of what was shown first
+};
 
 }  // namespace ostrand

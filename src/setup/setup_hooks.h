@@ -27,6 +27,8 @@ struct FieldNamesRequest {
   DefaultScaling defaults;
   bool gaugeFactor = false;  // strain: the offset column is a gauge factor
   std::span<RepAlias> aliases;
+  // Of the calculators for one of them; without a kind it is that of the block.
+  SolveSource solveSource = {};
 };
 
 struct SetupHooks {

@@ -2,7 +2,10 @@
 
 #include <algorithm>
 
+#include "setup/flag_usage.h"
+#include "text/number.h"
 #include "text/strings.h"
+#include "verify/box.h"
 
 namespace ostrand {
 namespace {
@@ -22,25 +25,54 @@ int placeOf(std::string_view sign, Compares compares) {
   return at == compares.end() ? -1 : static_cast<int>(at - compares.begin());
 }
 
+std::string keyed(std::string_view key, int number) {
+  return std::string(key) + NumberText(number);
+}
+
+ConditionControlNames stateNames(const TwoStateKeys& keys, int state, int number) {
+  const std::string head = "State" + NumberText(state);
+  return {head + keyed(keys.measurement, number), head + keyed(keys.compare, number),
+          head + keyed(keys.value, number), head + keyed(keys.expression, number)};
+}
+
+// An empty first state starts with " >=", a second one with " <", as a new project has them.
+ConditionOffer offerOf(int state) { return {.compares = kStateCompares, .firstCompare = state}; }
+
 }  // namespace
+
+// ---- Conditions ---------------------------------------------------------------------------------
 
 ConditionRow StoredState(std::string_view measurement, int compare, float value,
                          std::string_view expression, Compares compares) {
   ConditionRow row;
+  row.Compare = compare;
   if (Trim(measurement).empty() && SameText(Trim(expression), kNoCondition)) return row;
   row.MeasVar = measurement;
   row.Value = value;
   row.Expression = expression;
   const std::string_view sign = signOf(expression);
-  row.Compare = sign.empty() ? compare : placeOf(sign, compares);
+  if (!sign.empty()) row.Compare = placeOf(sign, compares);
   return row;
 }
 
-std::string_view MissingStates(const ConditionControls& state1, const ConditionControls& state2) {
-  if (!state1.Valid() && !state2.Valid()) return " Select Measurements for State 1 && State 2.";
-  if (!state1.Valid()) return " Select a Measurement for State 1.";
-  if (!state2.Valid()) return " Select a Measurement for State 2.";
-  return {};
+void LoadState(ConditionControls& row, const StateFields& kept, Compares compares) {
+  row.Load(StoredState(kept.measurement, kept.compare, kept.value, kept.expression, compares));
+}
+
+void KeepState(const ConditionControls& row, const StateFields& kept, std::string_view none) {
+  const ConditionRow stored = row.Stored();
+  kept.measurement = stored.MeasVar;
+  kept.compare = static_cast<i16>(stored.Compare);
+  kept.value = stored.Value;
+  kept.expression = stored.MeasVar.empty() ? none : std::string_view(stored.Expression);
+}
+
+void TellOfFlagPicked(ConditionControls& row, platform::Forms& forms, const ProjectStore& store) {
+  row.AllowPick = [&row, &forms, &store] {
+    const int flagNumber = FlagOfVariable(row.MeasVar.Text());
+    if (flagNumber > 0) CheckFlagUsage(forms, store, flagNumber);
+    return true;
+  };
 }
 
 void ShowState(ConditionControls& state, bool visible) {
@@ -56,6 +88,62 @@ void ShowCode(platform::Forms& forms, std::string_view title, std::string code) 
   box.text = std::move(code);
   box.icon = platform::Icon::kNone;
   forms.ShowBox(box);
+}
+
+// ---- Flags and ports ----------------------------------------------------------------------------
+
+TwoStateControls::TwoStateControls(Screen& screen, const ConditionVariables& variables,
+                                   const TwoStateKeys& keys, int number)
+    : Include(screen, keyed(keys.include, number)),
+      On(screen, keyed(keys.on, number)),
+      Lite1(screen, keyed("State1Lite", number)),
+      Lite2(screen, keyed("State2Lite", number)),
+      State1(screen, variables, stateNames(keys, 1, number), offerOf(1)),
+      State2(screen, variables, stateNames(keys, 2, number), offerOf(2)),
+      Message(screen, keyed("Message", number)),
+      ViewCode(screen, keyed("ViewCode", number)) {
+  ViewCode.Caption = "View Code";
+}
+
+void TwoStateControls::ShowLites(const LiteTips& tips) {
+  const auto show = [&tips](Label& lite, bool on) {
+    lite.Text(on ? "Red" : "Gray");
+    lite.ToolTip = on ? tips.red : tips.gray;
+  };
+  show(Lite1, On.Checked());
+  show(Lite2, !On.Checked());
+}
+
+void TwoStateControls::ShowMessage(bool conditions) {
+  std::string_view text;
+  if (Include.Checked() && conditions && !Complete()) {
+    text = " Select Measurements for State 1 && State 2.";
+    if (State2.Valid()) text = " Select a Measurement for State 1.";
+    if (State1.Valid()) text = " Select a Measurement for State 2.";
+  }
+  Message.Text(text);
+}
+
+bool TwoStateControls::MayView(platform::Forms& forms, std::string_view notIncluded,
+                               std::string_view incomplete, bool conditions) {
+  constexpr std::string_view kTitle = "VIEW CODE";
+  if (!Include.Checked()) {
+    ShowWarning(forms, kTitle, std::string(notIncluded));
+    return false;
+  }
+  if (!conditions || Complete()) return true;
+  ShowWarning(forms, kTitle, std::string(incomplete));
+  return false;
+}
+
+std::string TwoStateCode(std::string_view condition1, std::string_view statement1,
+                         std::string_view condition2, std::string_view statement2) {
+  constexpr std::string_view kIndent = "    ";
+  const auto join = [](std::string_view head, std::string_view text, std::string_view tail) {
+    return std::string(head).append(text).append(tail);
+  };
+  return JoinLines({join("If ", condition1, " Then"), join(kIndent, statement1, {}),
+                    join("ElseIf ", condition2, " Then"), join(kIndent, statement2, {}), "End If"});
 }
 
 }  // namespace ostrand

@@ -183,21 +183,17 @@ void ShowTableTimes(platform::Forms& forms, const ProjectStore& store, const Tab
   forms.ShowBox(box);
 }
 
-bool TakeTablesOffCard(platform::Forms& forms, ProjectStore& store) {
-  auto& tables = store.Tables.Table;
-  const bool onCard = std::any_of(tables.begin(), tables.end(), [](const OutputTable& table) {
-    return table.TableLocation == kPcCard;
-  });
-  if (!onCard) return true;
-  if (Ask(forms, "WARNING", "All Table Ouputs Will be On RAM, Continue?",
-          platform::Buttons::kYesNo) != platform::Answer::kYes) {
-    return false;
-  }
-  for (OutputTable& table : tables) {
+bool IsCardInUse(const ProjectStore& store) {
+  const auto& tables = store.Tables.Table;
+  return std::any_of(tables.begin(), tables.end(),
+                     [](const OutputTable& table) { return table.TableLocation == kPcCard; });
+}
+
+void MoveTablesOffCard(ProjectStore& store) {
+  for (OutputTable& table : store.Tables.Table) {
     table.TableLocation = kInternalMemory;
     table.FlagMark = 0;
   }
-  return true;
 }
 
 }  // namespace ostrand

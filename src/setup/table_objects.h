@@ -52,8 +52,9 @@ double MicrosToFill(const ProjectStore& store, const cOutputTable& table);
 // Tells how long each table in use takes to fill.
 void ShowTableTimes(platform::Forms& forms, const ProjectStore& store, const TableObjects& tables);
 
-// The card is gone: asks whether all tables go to internal memory, if any is on the card, and sends
-// them there and takes their file marks away. False when the user wants to keep the card.
-bool TakeTablesOffCard(platform::Forms& forms, ProjectStore& store);
+// A table is on the card, whether it is in use or not.
+bool IsCardInUse(const ProjectStore& store);
+// Without a card all tables go to internal memory, and have no file marks any more.
+void MoveTablesOffCard(ProjectStore& store);
 
 }  // namespace ostrand

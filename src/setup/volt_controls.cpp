@@ -79,7 +79,7 @@ void VoltControls::Show() {
   Units.Text(screen_.Data().DefaultUnits);
   DefaultMult.Value(DecimalValue(screen_.Data().DefaultMult));
   DefaultOffset.Value(DecimalValue(screen_.Data().DefaultOffset));
-  const bool calibrated = analog.SiteCal != 0;
+  const bool calibrated = volts && analog.SiteCal != 0;
   CalOnSite.Show(calibrated);
   DefaultMult.Enabled = DefaultOffset.Enabled = !calibrated;
   Solve.Enabled = !calibrated && screen_.List().Hooks.Solve != nullptr;

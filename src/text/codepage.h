@@ -13,6 +13,9 @@ char32_t CharacterOf(char byte);
 // Appends a character below U+10000 to a text of UTF-8.
 void AppendUtf8(std::string& to, char32_t c);
 
+// What an editor may put before a text in UTF-8.
+inline constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+
 // A text of Windows-1252 in UTF-8. The five bytes without a character become U+FFFD.
 std::string Utf8FromWindows1252(std::string_view bytes);
 

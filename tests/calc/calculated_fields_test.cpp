@@ -1,8 +1,8 @@
 // Formulas of calculated fields, and the screen that edits them.
 #include "calc/formula.h"
 #include "calc/frm_calculated.h"
-#include "calc/screen_user.h"
 #include "calc/variable_uses.h"
+#include "setup/screen_driver.h"
 #include "support/fixed_clock.h"
 #include "support/memory_filesystem.h"
 
@@ -84,7 +84,7 @@ TEST(Formula, NamesAreFoundAsWholeWords) {
 
 // ---- The screen ---------------------------------------------------------------------------------
 
-class CalculatedScreen : public ScreenUser {
+class CalculatedScreen : public ScreenTest {
  protected:
   MemoryFileSystem files;
   FixedClock clock;
@@ -114,46 +114,36 @@ class CalculatedScreen : public ScreenUser {
   }
 };
 
-constexpr std::string_view kCaution =
-    "IT IS POSSIBLE IN THIS MODE TO CREATE A FORMULA\r\n"
-    "THAT WILL NOT RUN PROPERLY OR WILL CAUSE A\r\n"
-    "COMPILE TIME ERROR IN THE LOGGER.\r\n"
-    "The following is tested when \"Add\" is pressed:\r\n"
-    "1.  Equal count of left and right parenthesis.\r\n"
-    "2.  One and only one equal sign (=).\r\n"
-    "3.  Proper function names.\r\n"
-    "4.  Validity of variable name on left of equal sign (=).\r\n"
-    "YOU ARE ON YOUR OWN - USE CAUTION!";
-
 TEST_F(CalculatedScreen, ComposesAndAddsFields) {
   frmCalculated screen(context, place);
-  EXPECT_EQ(shown(screen, "NewName"), "CalcVar1");
-  EXPECT_EQ(shown(screen, "Save"), "&Add");
-  EXPECT_FALSE(screen.Edit.Enabled || screen.Delete.Enabled || screen.Outputs.Enabled);
-  press(screen, "Save");
+  Press(screen, "Save");
   EXPECT_EQ(forms.beeps, 1) << "a name without an expression";
+  Type(screen, "Mult", "3");
+  Press(screen, "Save");
+  EXPECT_EQ(forms.beeps, 2) << "there is nothing to multiply";
+  EXPECT_EQ(store->CalcFields.CalcFieldCount, 0);
 
-  pick(screen, "cboMeas1", "VBlk1(1)");
-  pick(screen, "cboFunct1", "Abs");
-  pick(screen, "cboMeas2", "Oil");
-  pick(screen, "cboCompare", "x");
-  pick(screen, "cboFunct3", "Sqr");
-  type(screen, "Mult", "2.50");
-  type(screen, "Offset", "-5");
-  EXPECT_EQ(shown(screen, "Formula"), "CalcVar1 = Sqr((Abs(VBlk1(1)) * Oil)) * 2.5 + -5");
-  type(screen, "Offset", "");
-  EXPECT_EQ(shown(screen, "Formula"), "CalcVar1 = Sqr((Abs(VBlk1(1)) * Oil)) * 2.5");
-  type(screen, "NewName", "1Po wer");
-  EXPECT_EQ(shown(screen, "Formula"), "Power = Sqr((Abs(VBlk1(1)) * Oil)) * 2.5");
-  EXPECT_EQ(forms.beeps, 3);
-  type(screen, "Units", "kW");
-  check(screen, "Public", true);
-  pick(screen, "DataResolution", "IEEE4");
-  press(screen, "Save");
+  Pick(screen, "cboMeas1", "VBlk1(1)");
+  Pick(screen, "cboFunct1", "Abs");
+  Pick(screen, "cboMeas2", "Oil");
+  Pick(screen, "cboCompare", "x");
+  Pick(screen, "cboFunct3", "Sqr");
+  Type(screen, "Mult", "2.50");
+  Type(screen, "Offset", "-5");
+  EXPECT_EQ(Shown(screen, "Formula"), "CalcVar1 = Sqr((Abs(VBlk1(1)) * Oil)) * 2.5 + -5");
+  Type(screen, "Offset", "");
+  EXPECT_EQ(Shown(screen, "Formula"), "CalcVar1 = Sqr((Abs(VBlk1(1)) * Oil)) * 2.5");
+  Type(screen, "NewName", "1Po wer");
+  EXPECT_EQ(Shown(screen, "Formula"), "Power = Sqr((Abs(VBlk1(1)) * Oil)) * 2.5");
+  EXPECT_EQ(forms.beeps, 4);
+  Type(screen, "Units", "kW");
+  Check(screen, "Public", true);
+  Pick(screen, "DataResolution", "IEEE4");
+  Press(screen, "Save");
 
-  EXPECT_EQ(shown(screen, "NewName"), "CalcVar2");
-  pick(screen, "cboMeas1", "Power");
-  press(screen, "Save");
+  EXPECT_EQ(Shown(screen, "NewName"), "CalcVar2");
+  Pick(screen, "cboMeas1", "Power");
+  Press(screen, "Save");
   screen.Done();
   EXPECT_EQ(fields(), "Power=Sqr((Abs(VBlk1(1)) * Oil)) * 2.5[kW]0IEEE4P;CalcVar2=Power[]0FP2;");
 }
@@ -163,25 +153,22 @@ TEST_F(CalculatedScreen, ReplacesTheRowBeingEdited) {
   put("Total", "CalcVar1 + Oil");
   frmCalculated screen(context, place);
   EXPECT_EQ(screen.Formulas.Items[0].Text, "CalcVar1 | VBlk1(1) * 3 | V");
-  pick(screen, "Formulas", "total");
-  press(screen, "Edit");
-  EXPECT_EQ(shown(screen, "Save"), "&Replace");
-  EXPECT_EQ(shown(screen, "EditingRow"), "Editing Formula 2");
+  Pick(screen, "Formulas", "total");
+  Press(screen, "Edit");
   // Nothing is picked in its place, so the expression stays.
-  type(screen, "Mult", "4");
-  type(screen, "NewName", "Sum");
-  EXPECT_EQ(shown(screen, "Formula"), "Sum = CalcVar1 + Oil");
-  press(screen, "Save");
-  EXPECT_EQ(shown(screen, "EditingRow"), "");
+  Type(screen, "Mult", "4");
+  Type(screen, "NewName", "Sum");
+  EXPECT_EQ(Shown(screen, "Formula"), "Sum = CalcVar1 + Oil");
+  Press(screen, "Save");
 
-  pick(screen, "Formulas", "1");
-  press(screen, "Edit");
-  pick(screen, "cboMeas1", "Oil");
-  EXPECT_EQ(shown(screen, "Formula"), "CalcVar1 = Oil");
-  pick(screen, "cboMeas1", " None");
-  EXPECT_EQ(shown(screen, "Formula"), "CalcVar1 = VBlk1(1) * 3");
-  pick(screen, "cboMeas1", "Oil");
-  press(screen, "Save");  // its own name is no duplicate
+  Pick(screen, "Formulas", "1");
+  Press(screen, "Edit");
+  Pick(screen, "cboMeas1", "Oil");
+  EXPECT_EQ(Shown(screen, "Formula"), "CalcVar1 = Oil");
+  Pick(screen, "cboMeas1", " None");
+  EXPECT_EQ(Shown(screen, "Formula"), "CalcVar1 = VBlk1(1) * 3");
+  Pick(screen, "cboMeas1", "Oil");
+  Press(screen, "Save");  // its own name is no duplicate
   screen.Done();
   EXPECT_EQ(fields(), "CalcVar1=Oil[V]0FP2;Sum=CalcVar1 + Oil[]0FP2;");
 }
@@ -190,41 +177,41 @@ TEST_F(CalculatedScreen, TypedFormulasAreTestedBeforeTheyAreAdded) {
   put("Total", "Oil");
   frmCalculated screen(context, place);
   EXPECT_FALSE(screen.Formula.Enabled);
-  forms.ExpectBox("EDIT CAUTION", std::string(kCaution));
-  check(screen, "EditMode", true);
+  forms.ExpectBoxWith("EDIT CAUTION", "USE CAUTION!");
+  Check(screen, "EditMode", true);
   EXPECT_FALSE(screen.cboMeas1.Enabled || screen.NewName.Enabled);
 
-  type(screen, "Formula", "x = (Oil");
+  Type(screen, "Formula", "x = (Oil");
   forms.ExpectBox("FORMULA PROBLEM",
                   "FORMULA REJECTED\r\n\r\nThere are 1 left parens and 0 right parens.\r\n\r\n");
-  press(screen, "Save");
+  Press(screen, "Save");
   for (const std::string_view formula : {"2x = Oil", "x y = Oil", " = Oil", "x = "}) {
     forms.beeps = 0;
-    type(screen, "Formula", formula);
-    press(screen, "Save");
+    Type(screen, "Formula", formula);
+    Press(screen, "Save");
     EXPECT_EQ(forms.beeps, 1) << formula;
   }
-  type(screen, "Formula", "Log = Oil");
+  Type(screen, "Formula", "Log = Oil");
   forms.ExpectBoxWith("ILLEGAL KEYWORD USAGE", "\"LOG\" is used as New Field.");
-  press(screen, "Save");
-  type(screen, "Formula", "oil = 2");
+  Press(screen, "Save");
+  Type(screen, "Formula", "oil = 2");
   forms.ExpectBoxWith("DUPLICATION FOUND",
                       "\"OIL\" is used as [ New Field ] and [ VBlk1(2) alias name ].");
-  press(screen, "Save");
+  Press(screen, "Save");
   EXPECT_EQ(store->CalcFields.CalcFieldCount, 1);
 
-  type(screen, "Formula", "  Slope=Oil^2 ");
-  check(screen, "EditMode", false);
-  EXPECT_EQ(shown(screen, "NewName"), "Slope");
-  press(screen, "Save");
+  Type(screen, "Formula", "  Slope=Oil^2 ");
+  Check(screen, "EditMode", false);
+  EXPECT_EQ(Shown(screen, "NewName"), "Slope");
+  Press(screen, "Save");
   EXPECT_EQ(fields(), "Total=Oil[]0FP2;Slope=Oil^2[]0FP2;");
 }
 
 TEST_F(CalculatedScreen, NamesThatCollideElsewhereDoNotStopANewOne) {
   store->Tables[2].TableName = store->Tables[1].TableName;
   frmCalculated screen(context, place);
-  pick(screen, "cboMeas1", "Oil");
-  press(screen, "Save");
+  Pick(screen, "cboMeas1", "Oil");
+  Press(screen, "Save");
   EXPECT_EQ(fields(), "CalcVar1=Oil[]0FP2;");
 }
 
@@ -232,15 +219,15 @@ TEST_F(CalculatedScreen, StopsAtFiftyFields) {
   for (int f = 1; f < kCalcFields; ++f) put("N" + std::to_string(f), "Oil");
   frmCalculated screen(context, place);
   for (int beeps = 0; beeps <= 1; ++beeps) {
-    pick(screen, "cboMeas1", "Oil");
-    press(screen, "Save");
+    Pick(screen, "cboMeas1", "Oil");
+    Press(screen, "Save");
     EXPECT_EQ(forms.beeps, beeps);
     EXPECT_EQ(store->CalcFields.CalcFieldCount, kCalcFields);
   }
-  pick(screen, "Formulas", "50");
-  press(screen, "Edit");
-  pick(screen, "cboMeas1", "N1");
-  press(screen, "Save");
+  Pick(screen, "Formulas", "50");
+  Press(screen, "Edit");
+  Pick(screen, "cboMeas1", "N1");
+  Press(screen, "Save");
   EXPECT_EQ(store->CalcFields.Field[50].CalcField[2], "N1") << "replacing needs no room";
 }
 
@@ -249,14 +236,17 @@ TEST_F(CalculatedScreen, DeletingMovesTheRowsBehindWithTheirOutputs) {
   put("B", "Oil + 1");
   put("C", "Sin(Oil)", "m");
   store->CalcFields.Field[3].Output.OutputSelect[4][kSample] = 1;
+  store->CalcFields.Field[3].Output.Histo[4].LevelCode = "3,2,Calc34LC1(),Calc34LC2()";
   frmCalculated screen(context, place);
-  pick(screen, "Formulas", "B");
-  press(screen, "Delete");
+  Pick(screen, "Formulas", "B");
+  Press(screen, "Delete");
   EXPECT_EQ(fields(), "A=Oil[]0FP2;C=Sin(Oil)[m]0FP2;");
   EXPECT_EQ(store->CalcFields.Field[2].Output.OutputSelect[4][kSample], 1);
+  EXPECT_EQ(store->CalcFields.Field[2].Output.Histo[4].LevelCode, "3,2,Calc24LC1(),Calc24LC2()")
+      << "the program calls the arrays by the place of their field";
   EXPECT_EQ(store->CalcFields.Field[3].Output.OutputSelect[4][kSample], 0);
   EXPECT_EQ(store->CalcFields.Field[3].CalcField[1], "");
-  EXPECT_EQ(shown(screen, "NewName"), "CalcVar3");
+  EXPECT_EQ(Shown(screen, "NewName"), "CalcVar3");
   screen.DeleteCalculation();
   EXPECT_EQ(forms.beeps, 1) << "nothing is selected";
 
@@ -294,19 +284,40 @@ TEST_F(CalculatedScreen, DeletingAVariableInUseIsAsked) {
     EXPECT_FALSE(IsVariableUsed(*store, 1));
     use(*store);
     frmCalculated screen(context, place);
-    pick(screen, "Formulas", "1");
+    Pick(screen, "Formulas", "1");
     forms.ExpectBox("DELETE VARIABLE WARNING",
                     "Other Place Uses This Variable, Do You Want to Delete?",
                     platform::Answer::kNo);
-    press(screen, "Delete");
+    Press(screen, "Delete");
     EXPECT_EQ(store->CalcFields.CalcFieldCount, 2);
     forms.ExpectBox("DELETE VARIABLE WARNING",
                     "Other Place Uses This Variable, Do You Want to Delete?",
                     platform::Answer::kYes);
-    press(screen, "Delete");
+    Press(screen, "Delete");
     EXPECT_EQ(store->CalcFields.CalcFieldCount, 1);
     EXPECT_EQ(store->CalcFields.Field[1].CalcField[1], "Powers");
   }
+}
+
+TEST_F(CalculatedScreen, AnotherNameForAVariableInUseIsAskedToo) {
+  put("Power", "Oil");
+  put("Twice", "Power * 2");
+  frmCalculated screen(context, place);
+  for (const std::string_view name : {"POWER", "Watts"}) {
+    Pick(screen, "Formulas", "1");
+    Press(screen, "Edit");
+    Type(screen, "NewName", name);
+    if (name == "Watts") {
+      forms.ExpectBoxWith("DELETE VARIABLE WARNING", "Do You Want to Delete?",
+                          platform::Answer::kNo);
+    }
+    Press(screen, "Save");
+  }
+  EXPECT_EQ(fields(), "POWER=Oil[]0FP2;Twice=Power * 2[]0FP2;");
+  EXPECT_EQ(Shown(screen, "Save"), "&Replace") << "the row is still being edited";
+  forms.ExpectBoxWith("DELETE VARIABLE WARNING", "Do You Want to Delete?", platform::Answer::kYes);
+  Press(screen, "Save");
+  EXPECT_EQ(fields(), "Watts=Oil[]0FP2;Twice=Power * 2[]0FP2;");
 }
 
 TEST_F(CalculatedScreen, ListsItsFormulasToAFile) {
@@ -314,7 +325,7 @@ TEST_F(CalculatedScreen, ListsItsFormulasToAFile) {
   put("B", "Sin(A)");
   frmCalculated screen(context, place);
   forms.ExpectBoxWith("CALCULATED FIELDS", "File list has been saved as /work/CalcFile.Log");
-  press(screen, "ListFormulas");
+  Press(screen, "ListFormulas");
   const std::string list =
       "CALCULATED FIELDS FORMULA LIST\r\n"
       "Time Printed: 3/10/2003 2:05:00 PM\r\n"
@@ -327,7 +338,7 @@ TEST_F(CalculatedScreen, ListsItsFormulasToAFile) {
   FaultyFileSystem faulty(files, 1, true);
   frmCalculated another(context, {faulty, clock, "/work", "OTHER"});
   forms.ExpectBoxWith("TROUBLE", "has occurred in frmCalculated.ListToDisk.");
-  press(another, "ListFormulas");
+  Press(another, "ListFormulas");
   EXPECT_EQ(files.files["/work/CalcFile.Log"], list);
 }
 
@@ -337,8 +348,8 @@ TEST_F(CalculatedScreen, OpensTheOutputsOfARow) {
   int opened = 0;
   frmCalculated screen(context, place, [&](int field) { opened = field; });
   EXPECT_FALSE(screen.Outputs.Enabled);
-  pick(screen, "Formulas", "b");
-  press(screen, "Outputs");
+  Pick(screen, "Formulas", "b");
+  Press(screen, "Outputs");
   EXPECT_EQ(opened, 2);
 }
 

@@ -116,6 +116,18 @@ TEST(PickList, AListIsWrittenLineByLine) {
                "&HXXXXXXXXXXXXXXXX,50"}));
 }
 
+TEST(PickList, AnItemThatTransmitsMakesTheHeaderLong) {
+  for (const auto type : {ORVUS_CAN_MSGTYPE_TxRxPair, ORVUS_CAN_MSGTYPE_TxOnly}) {
+    CanList list;
+    list.Items.resize(1);
+    list.Items[0].Config.SetMsgMode(type);
+    EXPECT_EQ(CanListContent(list),
+              linesOf({"ORVUSV5", kLong,
+                       "\"\",0,-1,-1,-1,-1,0,0,1,1,,1,0,,0,&H0000000000000000,"
+                       "&HXXXXXXXXXXXXXXXX,1000"}));
+  }
+}
+
 CanListItem randomItem(std::mt19937& random, OrvusCanDataIDTypes type) {
   const auto below = [&](int most) { return static_cast<int>(random() % most); };
   const auto text = [&] {

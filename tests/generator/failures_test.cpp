@@ -48,7 +48,7 @@ class FullBufferTest : public Generated {
   std::string RunWithAliases(std::size_t count) {
     for (std::size_t i = 0; i < aliases_.size(); ++i) *aliases_[i] = i < count ? "A" : "";
     forms.shown.clear();
-    Run();
+    MakeProgram();
     std::string routines;
     for (const platform::MessageBox& box : forms.shown) {
       constexpr std::string_view kBox =

@@ -1,34 +1,37 @@
-// The frame of a run: the line buffer, the comment column, failures of sections, the file.
+// What a run does beside its lines: the line buffer, what it leaves behind for the next run and in
+// the project, the file; and what no project file holds.
+#include "generator/calc_fields.h"
 #include "generator/generated.h"
 #include "generator/program_lines.h"
+#include "generator/triggers.h"
 #include "support/temp_folder.h"
 
 namespace ostrand::testing {
 namespace {
 
-class FrameTest : public Generated {};
+using FrameTest = Generated;
 
 TEST(ProgramLinesTest, PadsUpToTheCommentColumn) {
-  struct Case {
+  const struct {
     int length;
     Pad pad;
     int blanks;  // -1 for a failure
-  };
-  const Case cases[] = {
+  } cases[] = {
       {1, Pad::kStrict, 64},   {64, Pad::kStrict, 1},   {65, Pad::kStrict, 0},
       {66, Pad::kStrict, -1},  {64, Pad::kGuarded, 1},  {65, Pad::kGuarded, 1},
       {90, Pad::kGuarded, 1},  {65, Pad::kOver, 0},     {66, Pad::kOver, 1},
       {65, Pad::kTouching, 0}, {66, Pad::kTouching, 0},
   };
-  for (const Case& c : cases) {
+  for (const auto& c : cases) {
     SCOPED_TRACE(c.length);
     ProgramLines lines;
     lines.Add({"before"});
+    const auto add = [&] { lines.Add({Fill{'x', c.length}}, {"'c"}, c.pad); };
     if (c.blanks < 0) {
-      EXPECT_THROW(lines.Add({Fill{'x', c.length}}, {"'c"}, c.pad), Fault);
+      EXPECT_THROW(add(), Fault);
       EXPECT_EQ(lines.LineCount(), 1);
     } else {
-      lines.Add({Fill{'x', c.length}}, {"'c"}, c.pad);
+      add();
       EXPECT_EQ(lines[2], std::string(static_cast<std::size_t>(c.length), 'x') +
                               std::string(static_cast<std::size_t>(c.blanks), ' ') + "'c");
     }
@@ -36,79 +39,26 @@ TEST(ProgramLinesTest, PadsUpToTheCommentColumn) {
   }
 }
 
-TEST(ProgramLinesTest, TheLineBehindTheLastIsAFault) {
-  ProgramLines lines;
-  for (int i = 0; i < ProgramLines::kRoom; ++i) lines.Add({i});
-  try {
-    lines.Add({"one too many"});
-    FAIL();
-  } catch (const Fault& fault) {
-    EXPECT_EQ(fault.number, 9);
-  }
-  EXPECT_EQ(lines.LineCount(), 3000);
-  EXPECT_EQ(lines[3000], "2999");
-}
-
-TEST_F(FrameTest, AProjectWithoutBlocksIsWhole) {
+TEST_F(FrameTest, TheNameOfTheProgramIsShownInCapitals) {
   generator.BaseName("Kl\xE4r\x9A");  // a umlaut, s caron
-  Run();
-  ASSERT_GT(program.size(), 11U);
-  EXPECT_EQ(program[1], "'" + std::string(20, ' ') + "   Program name: KL\xC4R\x8A.VKP");
-  const Lines expected = {
-      "",
-      At66("BeginProg", "'Program begins here"),
-      "   'MainSequence",
-      At66("   Scan(PERIOD,P_UNITS,10,0)", "'Scan once every 10 mSecs, non-burst"),
-      "",
-      "",
-      At66("   Next Scan", "'Loop up for the next scan"),
-      At66("EndProg", "'Program ends here"),
-      "",
-      "'***** Program End *****"};
-  ExpectRun(expected);
-}
-
-TEST_F(FrameTest, ALongUnitEndsItsSectionAlone) {
-  store.TempBlock.BlockCount = 2;
-  store.TempBlock[1].Reps = store.TempBlock[2].Reps = 1;
-  store.TempBlock[1].Units = std::string(60, 'u');
-  ExpectFault(5, "Invalid procedure call or argument", "Constants");
-  Run();
-  // The source stands, its units and the second block are lost, the variables follow.
-  ExpectRun({At66("Dim TBlk1(TREP1)", "'Block1 dimensioned source"), "",
-             "'" + std::string(18, '\\') + " ALIASES & OTHER VARIABLES " + std::string(18, '/')});
-  EXPECT_EQ(
-      Count("      TCDiff(TBlk2(),TREP2,TRNG2,2,TTYPE2,TRef,True,TSETL2,TINT2,TMULT2,TOSET2)"), 1);
+  MakeProgram();
+  EXPECT_EQ(program.at(1), "'" + std::string(20, ' ') + "   Program name: KL\xC4R\x8A.VKP");
 }
 
 TEST_F(FrameTest, AFullBufferGivesOneMessageForEachSection) {
   store.TempBlock.BlockCount = 7;
-  for (int b = 1; b <= 7; ++b) {
-    store.TempBlock[b].Reps = 100;
-    for (int t = 1; t <= 6; ++t) store.TempBlock[b].Output.OutputSelect[t][kLevelCrossing] = 1;
+  for (TempBlockData& block : store.TempBlock.Blocks) {
+    block.Reps = 100;
+    for (int t = 1; t <= 6; ++t) block.Output.OutputSelect[t][kLevelCrossing] = 1;
   }
   // 700 repetitions in 6 tables declare more sources than there are lines. The sections behind
   // fail on their first line; Subroutines and the others have none to write.
-  const std::string subscript = "Subscript out of range";
   for (const char* routine : {"Constants", "PubVars", "OutputTables", "MainProgram"}) {
-    ExpectFault(9, subscript, routine);
+    ExpectFault(9, "Subscript out of range", routine);
   }
-  Run();
+  MakeProgram();
   ASSERT_EQ(program.size(), 3000U);
-  EXPECT_EQ(program[2999].substr(0, 9), "Dim LCTBl");
-}
-
-TEST_F(FrameTest, AnUnknownScanUnitFailsWhereItDivides) {
-  store.Scan.ExecTimeUnits = 4;
-  store.VoltBlock.BlockCount = 1;
-  store.VoltBlock[1].Reps = 1;
-  store.VoltBlock[1].ZeroFlag = 1;
-  ExpectFault(11, "Division by zero", "OutputTables");
-  ExpectFault(11, "Division by zero", "Subroutines");
-  Run();
-  ExpectRun({At66("Sub Zero1", "'Begin zero measure routine"),
-             At66("   Count = 0", "'Set Count to zero"),
-             "'" + std::string(28, '\\') + " PROGRAM " + std::string(28, '/')});
+  EXPECT_TRUE(program.back().starts_with("Dim LCTBl"));
 }
 
 TEST_F(FrameTest, AFailedWriteNamesThePath) {
@@ -118,6 +68,146 @@ TEST_F(FrameTest, AFailedWriteNamesThePath) {
   EXPECT_FALSE(generator.SaveTheDld(base));
   EXPECT_TRUE(generator.SaveTheDld(folder / "plant"));
   EXPECT_EQ(LinesOf(ReadDisk(folder / "plant.VKP")).back(), "'***** Program End *****");
+}
+
+TEST_F(FrameTest, ARunRepairsTheProject) {
+  for (const int t : {1, 2}) store.Tables[t].TableOn = kTrue;
+  store.Tables[1].SyncTable = kTrue;
+  store.Tables[1].OutIntUnits = 9;
+  store.Tables[2].WriteIf = 1;
+  store.Tables[2].GroupWriteIf = "1";
+  for (const auto& [before, after] : {std::pair{"FLAG(2) True", "FLAG(2) = True"},
+                                      {"Flag(2) = True", "Flag(2) = True"},
+                                      {"Flag 2", "Flag 2"},
+                                      {"Port(2) True", "Port(2) True"}}) {
+    store.Tables[2].Write[1].Expression = before;
+    MakeProgram();
+    EXPECT_EQ(store.Tables[2].Write[1].Expression, after);
+    ExpectRun({"  bWriteIfCall = (" + std::string(after) + ")"});
+  }
+  EXPECT_EQ(store.Tables[1].OutIntUnits, 2);  // a synchronous table counts in seconds
+}
+
+// The type of the last block outlives a run: a second one follows the end of the first.
+TEST_F(FrameTest, TheFirstVoltageBlockRemembersTheLastRun) {
+  store.Config.AutoChan = kFalse;
+  store.VoltBlock.BlockCount = 1;
+  store.VoltBlock[1].MeasType = "SE";
+  store.VoltBlock[1].Reps = 2;
+  store.VoltBlock[1].StartChan = 31;
+  for (const char* channel : {"VRNG1,1,", "VRNG1,31,"}) {
+    MakeProgram();
+    EXPECT_EQ(Holding(channel), 1) << channel;
+  }
+}
+
+// Positions of multiplexer statements grow over runs. The file has a line for each statement of a
+// zero routine, the buffer one for all.
+TEST_F(FrameTest, LinesOfAMultiplexerBlock) {
+  store.Config.TK40MQty = 4;
+  store.TK40MBlock.BlockCount = 1;
+  store.TK40MBlock[1].Reps = 30;
+  store.TK40MBlock[1].TK40Volts = 1;
+  store.TK40MBlock[1].ZeroFlag = 4;
+  MakeProgram();
+  const std::string rest = "ATYPE1,TK40Ref(1),7,8,0,True,ASETL1,AINT1,AMULT1,0)";
+  ExpectRun({"      TK40M(ABlk1Zero(1),25,ARNG1,1,20," + rest,
+             "      TK40M(ABlk1Zero(26),5,ARNG1,1,19,ATYPE1,TK40Ref(2)" + rest.substr(17),
+             "      Count = Count + 1~'Increment Count"});
+  const std::string positions = generator.TK40MLines()[1];
+  const int first = std::stoi(positions);
+  EXPECT_EQ(positions, std::to_string(first) + " " + std::to_string(first + 1) + " ");
+  EXPECT_TRUE(generator.Lines()[first].starts_with("      TK40M(ABlk1(1),25,"));
+  MakeProgram();
+  EXPECT_EQ(generator.TK40MLines()[1], positions + positions);
+}
+
+// A block takes one channel, whatever its repetitions; block numbers begin anew in a slot. A block
+// without repetitions or of an unknown kind takes none.
+TEST_F(FrameTest, PulsesOfTheSecondSlot) {
+  const char* kinds[2][2] = {{"HiLev", "swtch"}, {"Quad", "LOLEV"}};
+  for (int slot = 0; slot <= 1; ++slot) {
+    store.PulseBlock[slot].BlockCount = 2;
+    for (int n = 1; n <= 2; ++n) {
+      store.PulseBlock[slot][n].Meas = kinds[slot][n - 1];
+      store.PulseBlock[slot][n].Reps = 2;
+    }
+  }
+  store.PulseBlock[0][2].CalOnSite = 1;
+  const std::string bars(23, '_');
+  const std::string title = "      '" + bars + " Pulse/Freq Blocks" + bars;
+  MakeProgram();
+  ExpectRun({title, "      PulseCount(PBlk1(),PREP1,1,PCONF1,POPT1,PMULT1,POSET1)",
+             "      PulseCount(PBlk2(),PREP2,2,PCONF2,POPT2,MPBlk2(),OPBlk2())", title,
+             "      PulseCount(PBlk2(),PREP2,3,PCONF2,POPT2,PMULT2,POSET2)", ""});
+}
+
+// More than their screens offer and a file keeps.
+TEST_F(FrameTest, OutputsOfTheReferences) {
+  store.Config.TK40MQty = 2;
+  store.Config.TcConfigOpts[1] = 1;
+  store.Config.MonitorPower[kMonitorPanel] = kTrue;
+  store.TK40MBlock.BlockCount = 1;
+  store.TK40MBlock[1].Reps = 2;
+  store.Tables[1].TableOn = kTrue;
+  for (ReferenceOutput* reference : {&store.TcRef, &store.TK40MRef}) {
+    auto& selected = reference->Output.OutputSelect[1];
+    selected[kAverage] = selected[kRainFlow] = 1;
+  }
+  store.TK40MRef.Output.OutputSelect[1][kLevelCrossing] = 1;
+  MakeProgram();
+  ExpectRun({"   RainFlow(1,TRef,FP2)~'1 Reps,Source,Res"});
+  ExpectRun({"   Average(2,TK40Ref(),FP2,False)~'2 Reps,Source,Res,Enabled",
+             "   RainFlow(TK40Ref(),FP2,False,)", "   LevelCrossing(LCABlk1_1_1(),FP2,False,,1)",
+             "   LevelCrossing(LCABlk1_1_2(),FP2,False,,1)"});
+}
+
+// Only the first slot of ports has a title; one that reads needs no test. A multiplexer keeps its
+// ports.
+TEST_F(FrameTest, PortsOfTheSecondSlot) {
+  const std::string title = " Port Control ";
+  const std::string test = "      If False Then ";
+  store.Ports.Slot[0].ByteMode = 0;
+  store.Ports.Slot[1].Ports[9].Include = kTrue;
+  MakeProgram();
+  EXPECT_EQ(Holding(title), 0);
+  EXPECT_EQ(Holding(test), 1);
+  store.Ports.Slot[0] = store.Ports.Slot[1];
+  store.Ports.Slot[0].ReadMode = kTrue;
+  MakeProgram();
+  EXPECT_EQ(Holding(title), 1);
+  EXPECT_EQ(Holding(test), 1);
+  store.Ports.Slot[1].ByteMode = 0;
+  for (const int p : {6, 7}) store.Ports.Slot[1].Ports[p].Include = kTrue;
+  for (const i16 multiplexers : {i16{0}, i16{1}}) {
+    store.Config.TK40MQty = multiplexers;
+    MakeProgram();
+    EXPECT_EQ(Holding("PortSet(6,Port(6))"), 1);
+    EXPECT_EQ(Holding("PortSet(7,Port(7))"), 1 - multiplexers);
+  }
+}
+
+// Of equal names the last field declares; "Speed 1" must not come between them.
+TEST(CalcFieldsTest, RepeatedNames) {
+  const char* names[] = {"Speed", "Force", " SPEED ", "Speed 1", "force", "Speed", ""};
+  const bool repeated[] = {true, true, true, false, false, false, false};
+  CalcFieldGroup fields;
+  fields.CalcFieldCount = 7;
+  for (int f = 1; f <= 7; ++f) fields.Field[f].CalcField[1] = names[f - 1];
+  const auto found = CalcFieldRepeated(fields);
+  for (int f = 1; f <= 7; ++f) EXPECT_EQ(found[f], repeated[f - 1]) << f;
+}
+
+TEST(TriggerNumbers, FirstDigitAndLeadingNumber) {
+  const struct {
+    const char* text;
+    int first, leading;
+  } cases[] = {{"", 0, 0},   {"(1)", 2, 0}, {"10 OR 2", 1, 10}, {"0", 0, 0},
+               {"1)", 1, 1}, {"05", 2, 0},  {"123", 1, 12},     {"20E", 1, 20}};
+  for (const auto& c : cases) {
+    EXPECT_EQ(FirstDigit(c.text), c.first) << c.text;
+    EXPECT_EQ(LeadingNumber(c.text), c.leading) << c.text;
+  }
 }
 
 }  // namespace

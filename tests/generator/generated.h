@@ -40,15 +40,17 @@ inline std::string At66(std::string line, std::string_view comment) {
   return line.append(comment);
 }
 
-// A title with its bars of underscores.
-inline std::string Bars(std::string_view start, std::size_t bar, std::string_view title) {
-  const std::string bars(bar, '_');
-  return std::string(start) + "'" + bars + std::string(title) + bars;
+// The same of a text with "~" before its comment; other texts stay.
+inline std::string Filled(const std::string& text) {
+  const std::size_t tilde = text.find('~');
+  if (tilde == std::string::npos) return text;
+  return At66(text.substr(0, tilde), std::string_view(text).substr(tilde + 1));
 }
 
-class Generated : public ::testing::Test {
- protected:
-  Generated() { ORVUS_COMMON::SetAllDefaults(store); }
+// A new project and its generator.
+class ProgramMaker {
+ public:
+  ProgramMaker() { ORVUS_COMMON::SetAllDefaults(store); }
 
   // A failure that the next run reports under the routine.
   void ExpectFault(int number, std::string_view description, std::string_view routine) {
@@ -58,50 +60,31 @@ class Generated : public ::testing::Test {
                                    ".\r\n Press \"OK\" and the program will continue.");
   }
 
-  void Run() { program = LinesOf(generator.ProgramText()); }
+  void MakeProgram() { program = LinesOf(generator.ProgramText()); }
 
-  [[nodiscard]] long Count(std::string_view line) const {
-    return std::count(program.begin(), program.end(), line);
-  }
-
-  // The program holds these lines one behind the other.
-  void ExpectRun(const Lines& expected) const {
+  // The program holds these lines, with "~" as above, one behind the other.
+  void ExpectRun(Lines expected) const {
+    for (std::string& line : expected) line = Filled(line);
     const auto at = std::search(program.begin(), program.end(), expected.begin(), expected.end());
     if (at != program.end()) return;
+    const auto joined = [](auto from, auto to) {
+      std::string text;
+      for (; from != to; ++from) text += *from + "\n";
+      return text;
+    };
     const auto first = std::find(program.begin(), program.end(), expected.front());
-    std::string found;
-    for (auto line = first; line != program.end() && line < first + 60; ++line) {
-      found += *line + "\n";
-    }
-    std::string wanted;
-    for (const std::string& line : expected) wanted += line + "\n";
-    ADD_FAILURE() << "Wanted:\n" << wanted << "Found:\n" << (found.empty() ? "nothing" : found);
+    const auto last = first + std::min<std::ptrdiff_t>(60, program.end() - first);
+    ADD_FAILURE() << "Wanted:\n"
+                  << joined(expected.begin(), expected.end()) << "Found:\n"
+                  << joined(first, last);
   }
 
-  // The same, the lines parted by "|", and "~" for the blanks up to the comment in column 66.
-  void ExpectText(const std::string& text) const {
-    Lines lines(1);
-    for (const char c : text) {
-      if (c == '|') {
-        lines.emplace_back();
-      } else if (c == '~') {
-        lines.back().resize(65, ' ');
-      } else {
-        lines.back() += c;
-      }
-    }
-    ExpectRun(lines);
-  }
-
-  // Whether some line holds the part.
-  [[nodiscard]] bool AnyHolds(std::string_view part) const {
-    return std::any_of(program.begin(), program.end(), [&](const std::string& line) {
+  // How many lines hold the part.
+  [[nodiscard]] std::ptrdiff_t Holding(std::string_view part) const {
+    return std::count_if(program.begin(), program.end(), [&](const std::string& line) {
       return line.find(part) != std::string::npos;
     });
   }
-
-  // The program tells that it went on to its end.
-  void ExpectEnd() const { ASSERT_EQ(program.back(), "'***** Program End *****"); }
 
   std::unique_ptr<ProjectStore> storage = NewStore();
   ProjectStore& store = *storage;
@@ -112,9 +95,6 @@ class Generated : public ::testing::Test {
   Lines program;
 };
 
-inline constexpr char kSubscript[] = "Subscript out of range";
-inline constexpr char kBadCall[] = "Invalid procedure call or argument";
-inline constexpr char kNextScan[] = "   Next Scan~'Loop up for the next scan";
-inline constexpr char kEndProg[] = "EndProg~'Program ends here||'***** Program End *****";
+class Generated : public ::testing::Test, protected ProgramMaker {};
 
 }  // namespace ostrand::testing

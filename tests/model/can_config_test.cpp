@@ -34,16 +34,16 @@ TEST(CanConfig, IdentifiersAreLimitedInTheFormTheyCameIn) {
     EXPECT_EQ(can.DataID(), c.held);
     EXPECT_EQ(can.TxDataID(), c.held);
     EXPECT_EQ(can.DataIDIsHex(), c.held[0] == '&');
+    for (const char* text : {"", "&H", "&HXY", "abc", "12 34", "1E400"}) {  // no number
+      can.DataID(text);
+      EXPECT_EQ(can.DataID(), c.held) << text;
+    }
   }
-}
-
-TEST(CanConfig, TextsThatAreNoNumberAreIgnored) {
   cCanConfig can;
-  can.DataID("&H12");
-  for (const char* text : {"", "&H", "&HXY", "abc", "12 34", "1E400"}) {
-    can.DataID(text);
-    EXPECT_EQ(can.DataID(), "&H12") << text;
-  }
+  can.DataID("3000");
+  can.SetMode(k11);  // the kind alone does not limit
+  EXPECT_EQ(can.DataID(), "3000");
+  EXPECT_EQ(can.PGNVal(), "");
 }
 
 TEST(CanConfig, FieldsAreThoseOfTheIdentifier) {
@@ -89,14 +89,6 @@ TEST(CanConfig, ElevenBitsHaveNoFields) {
   EXPECT_EQ(can.DataID(), "&H7FF");
   EXPECT_EQ(can.J1939_FieldVal(ORVUS_CAN_J1939_ID_SOURCEADDR), 0);
   EXPECT_EQ(can.J1939_FieldBinString(ORVUS_CAN_J1939_ID_PRIORITY), "000");
-  EXPECT_EQ(can.PGNVal(), "");
-}
-
-TEST(CanConfig, TheKindAloneDoesNotLimitAHeldIdentifier) {
-  cCanConfig can;
-  can.DataID("3000");
-  can.SetMode(k11);
-  EXPECT_EQ(can.DataID(), "3000");
   EXPECT_EQ(can.PGNVal(), "");
 }
 

@@ -2,38 +2,24 @@
 
 #include <gtest/gtest.h>
 
+#include "model/format_version.h"
 #include "model/intervals.h"
+#include "model/proggen.h"
+#include "projectfile/genfile.h"
+#include "support/project_random.h"
 
 namespace ostrand {
 namespace {
 
 using namespace ORVUS_COMMON;
 
-class Defaults : public testing::Test {
+class Defaults : public ::testing::Test {
  protected:
   Defaults() { SetAllDefaults(store); }
 
   std::unique_ptr<ProjectStore> owned = NewStore();
   ProjectStore& store = *owned;
 };
-
-TEST_F(Defaults, OfANewProject) {
-  EXPECT_EQ(store.TempBlock.BlockCount + store.VoltBlock.BlockCount + store.BridgeBlock.BlockCount +
-                store.TK40MBlock.BlockCount + store.PulseBlock[0].BlockCount,
-            0);
-  for (int t = 1; t <= kTables; ++t) {
-    EXPECT_EQ(store.Tables[t].TableName, "Table" + std::to_string(t));
-  }
-  for (const auto& row : store.Config.Status) {
-    for (const std::string& cell : row) EXPECT_EQ(cell, "");
-  }
-  EXPECT_EQ(store.Config.AutoChan, kTrue);
-  EXPECT_EQ(store.Config.PowerOffString, "---- --- -- --:--:--");
-  EXPECT_EQ(store.Gen.Version, "6.0");
-  EXPECT_EQ(store.Gen.VersionLastSaved, "6.1.0.07");
-  EXPECT_EQ(store.Ports.CodeType, "HEX");
-  EXPECT_EQ(ScanIntervalMicros(store), 10000);
-}
 
 // Each kind differs from its neighbours in just these members.
 TEST_F(Defaults, OfTheBlockKinds) {
@@ -64,16 +50,12 @@ TEST_F(Defaults, OfTheBlockKinds) {
     EXPECT_EQ(c.block.ReverseMes, kTrue);
     EXPECT_EQ(c.block.Alias[100].AliasExcept, "0");
   }
-}
-
-TEST_F(Defaults, SecondStatesCompareTheOtherWay) {
-  EXPECT_EQ(store.Tables[6].Trigger[0][10].StartCompare, 1);
-  EXPECT_EQ(store.Tables[6].Trigger[1][10].StartCompare, 2);
-  EXPECT_EQ(store.Flags[8].State[1].FlagCompare, 1);
-  EXPECT_EQ(store.Flags[8].State[2].FlagCompare, 2);
-  EXPECT_EQ(store.Ports.Slot[1].Ports[9].State[1].Compare, 2);
-  EXPECT_EQ(store.Ports.Slot[1].Ports[8].Polarity, kTrue);
-  EXPECT_EQ(store.Ports.Slot[1].Ports[9].Polarity, kFalse);
+  // Second states compare the other way.
+  for (int state = 0; state <= 1; ++state) {
+    EXPECT_EQ(store.Tables[6].Trigger[state][10].StartCompare, 1 + state);
+    EXPECT_EQ(store.Flags[8].State[1 + state].FlagCompare, 1 + state);
+    EXPECT_EQ(store.Ports.Slot[1].Ports[9].State[state].Compare, 1 + state);
+  }
 }
 
 TEST_F(Defaults, ReleaseKeepsTheBlocksBelowTheIndex) {
@@ -83,57 +65,61 @@ TEST_F(Defaults, ReleaseKeepsTheBlocksBelowTheIndex) {
   for (VoltBlockData& block : volts.Blocks) {
     block.Reps = 4;
     block.Alias[1].AliasName = "Oil";
-    block.Output.OutputSelect[1][kSample] = 1;
     block.Output.Histo[6].LevelVarOne[39] = 7;
   }
-  SetVoltDefaults(store, 2);
-  EXPECT_EQ(volts.BlockCount, 2);
-  EXPECT_EQ(volts.SEChannelCount, 40);
-  for (int b = 1; b <= kBlocks; ++b) {
-    const bool kept = b <= 2;
-    EXPECT_EQ(volts[b].Reps, kept ? 4 : 0) << b;
-    EXPECT_EQ(volts[b].Alias[1].AliasName, kept ? "Oil" : "") << b;
-    EXPECT_EQ(volts[b].Output.OutputSelect[1][kSample], kept ? 1 : 0) << b;
-    EXPECT_EQ(volts[b].Output.Histo[6].LevelVarOne[39], kept ? 7 : 0) << b;
+  const struct {
+    int first;
+    i16 count, channels;
+    int kept;
+  } cases[] = {{2, 2, 40, 2}, {4, 2, 40, 2}, {0, 0, 0, 0}};  // above the count: it stays
+  for (const auto& c : cases) {
+    SetVoltDefaults(store, c.first);
+    EXPECT_EQ(volts.BlockCount, c.count);
+    EXPECT_EQ(volts.SEChannelCount, c.channels);
+    for (int b = 1; b <= kBlocks; ++b) {
+      EXPECT_EQ(volts[b].Reps, b <= c.kept ? 4 : 0) << b;
+      EXPECT_EQ(volts[b].Alias[1].AliasName, b <= c.kept ? "Oil" : "") << b;
+      EXPECT_EQ(volts[b].Output.Histo[6].LevelVarOne[39], b <= c.kept ? 7 : 0) << b;
+    }
   }
-  SetVoltDefaults(store, 4);  // above the count: it stays
-  EXPECT_EQ(volts.BlockCount, 2);
-  SetVoltDefaults(store, 0);
-  EXPECT_EQ(volts.BlockCount, 0);
-  EXPECT_EQ(volts.SEChannelCount, 0);
 }
 
 TEST_F(Defaults, OfATableClearItsSelectionsOnlyWhenAsked) {
-  store.TempBlock[3].Output.OutputSelect[2][kAverage] = 1;
-  store.TempBlock[3].Output.OutputSelect[4][kAverage] = 1;
+  auto& selected = store.TempBlock[3].Output.OutputSelect;
+  selected[2][kAverage] = selected[4][kAverage] = 1;
   store.Tables[2].TableName = "Fast";
   SetTableDefaults(store, 2, false);
   EXPECT_EQ(store.Tables[2].TableName, "Table2");
-  EXPECT_EQ(store.TempBlock[3].Output.OutputSelect[2][kAverage], 1);
+  EXPECT_EQ(selected[2][kAverage], 1);
   SetTableDefaults(store, 2, true);
-  EXPECT_EQ(store.TempBlock[3].Output.OutputSelect[2][kAverage], 0);
-  EXPECT_EQ(store.TempBlock[3].Output.OutputSelect[4][kAverage], 1);
+  EXPECT_EQ(selected[2][kAverage], 0);
+  EXPECT_EQ(selected[4][kAverage], 1);
+}
+
+// The file of a project in which all that can be counted is counted again.
+std::string fileWithAllCounted(ProjectStore& store) {
+  store.Config.StatusMonCount = kStatusRows;
+  store.Config.TK40MQty = store.Config.CanBusQty = store.Can.Module[1].CanBusEnabled = 1;
+  for (OutputTable& table : store.Tables.Table) {
+    table.TableOn = kTrue;
+    table.TrigTable = table.TrigTabStop = table.WriteIf = kConditions;
+  }
+  store.TempBlock.BlockCount = store.VoltBlock.BlockCount = store.BridgeBlock.BlockCount =
+      store.TK40MBlock.BlockCount = kBlocks;
+  store.PulseBlock[0].BlockCount = kPulseBlocks;
+  store.Can.CanCount = kCanItems;
+  store.CalcFields.CalcFieldCount = kCalcFields;
+  return ORVUS_GENFILE::ProjectFileText(store, {});
 }
 
 TEST_F(Defaults, NothingOfAnotherProjectSurvives) {
-  store.Config.Status[11][4] = "1 T";
-  store.Can.Item[128].Alias[64].AliasName = "Speed";
-  store.CalcFields.Field[50].CalcField[2] = "1+1";
-  store.Ports.Slot[1].BinaryMask[0] = "0";
-  store.PowerOut.Output.OutputSelect[1][0] = 1;
-  store.ExciteOut.ExcitePublic = kTrue;
+  const auto fresh = NewStore();
+  SetAllDefaults(*fresh);
+  testing::MakeLargestProject(store);
   store.BridgeBlock.ExciteSwitched = store.BridgeBlock.ExciteCAO = 2;
-  store.Can.CanCount = 128;
-  store.CalcFields.CalcFieldCount = 50;
   SetAllDefaults(store);
-  EXPECT_EQ(store.Config.Status[11][4], "");
-  EXPECT_EQ(store.Can.Item[128].Alias[64].AliasName, "");
-  EXPECT_EQ(store.CalcFields.Field[50].CalcField[2], "");
-  EXPECT_EQ(store.Ports.Slot[1].BinaryMask[0], "11111111");
-  EXPECT_EQ(store.PowerOut.Output.OutputSelect[1][0], 0);
-  EXPECT_EQ(store.ExciteOut.ExcitePublic, kFalse);
-  EXPECT_EQ(store.BridgeBlock.ExciteSwitched + store.BridgeBlock.ExciteCAO, 0);
-  EXPECT_EQ(store.Can.CanCount + store.CalcFields.CalcFieldCount, 0);
+  EXPECT_EQ(ORVUS_GENFILE::ProjectFileText(store, {}), ORVUS_GENFILE::ProjectFileText(*fresh, {}));
+  EXPECT_TRUE(fileWithAllCounted(store) == fileWithAllCounted(*fresh));
   ClearStore(store);
   EXPECT_EQ(store.Tables[1].TableName, "");
   EXPECT_EQ(store.Config.AutoChan, kFalse);
@@ -152,6 +138,64 @@ TEST_F(Defaults, ScanPeriodIsThatOfTheDecimalNumber) {
     store.Scan.ExecTimeUnits = c.units;
     EXPECT_EQ(ScanIntervalMicros(store), c.micros) << c.time;
   }
+}
+
+TEST_F(Defaults, ConditionsInAnOlderFormatNeedAnUpgrade) {
+  const struct {
+    const char* version;
+    i16 trigTable, writeIf;
+    bool needed;
+  } cases[] = {
+      {"5.3.1", 0, 0, false}, {"5.3.1", 1, 0, true}, {"5.9", 0, 2, true},
+      {"6.0", 3, 3, false},   {"7", 1, 0, false},    {"", 1, 0, true},
+      {"x6", 1, 0, true},     {"10.0", 1, 0, true},  {"5.3", -1, -1, false},
+  };
+  for (const auto& c : cases) {
+    store.Gen.Version = c.version;
+    store.Tables[6].TrigTable = c.trigTable;
+    store.Tables[6].WriteIf = c.writeIf;
+    EXPECT_EQ(NeedsUpgrade(store), c.needed) << c.version;
+  }
+}
+
+TEST_F(Defaults, BytesOfABurst) {
+  const struct {
+    const char* type;
+    i16 reps;
+    i32 integration;
+    flag reversed;
+    i32 bytes;  // of ten scans
+  } cases[] = {
+      {"SE", 3, 250, kFalse, 60},   {"SE", 3, 250, kTrue, 80},    {"SE", 0, 250, kTrue, 20},
+      {"Diff", 3, 250, kFalse, 60}, {"Diff", 3, 250, kTrue, 120}, {"DIFF", 3, 250, kTrue, 60},
+      {"se", 3, 250, kTrue, 60},    {"SE", 3, 200, kFalse, 120},  {"SE", 3, 199, kFalse, 60},
+      {"SE", 3, 251, kFalse, 120},  {"SE", -3, 250, kFalse, -60},
+  };
+  const auto set = [](AnalogBlock& block, const char* type, i16 reps, i32 integration,
+                      flag reversed) {
+    block.MeasType = type;
+    block.Reps = reps;
+    block.Integration = integration;
+    block.ReverseMes = reversed;
+  };
+  store.VoltBlock.BlockCount = 1;
+  store.VoltBlock[2].Reps = 50;  // past the count
+  for (const auto& c : cases) {
+    set(store.VoltBlock[1], c.type, c.reps, c.integration, c.reversed);
+    EXPECT_EQ(PROGGEN::BufferBytes(store, 10), c.bytes) << c.type << c.reps << c.integration;
+  }
+  // Thermocouples 2 * 2 * 2, a strain bridge turned over both ways 1 * 4 * 2 * 2, pulses
+  // (1 + 1) * 4, a reversed multiplexer block 5 * 2 * 2.
+  store.VoltBlock.BlockCount = 0;
+  store.TempBlock.BlockCount = store.BridgeBlock.BlockCount = store.TK40MBlock.BlockCount = 1;
+  for (PulseBlockGroup& group : store.PulseBlock) group.BlockCount = group[1].Reps = 1;
+  set(store.TempBlock[1], "Diff", 2, 250, kTrue);
+  set(store.BridgeBlock[1], "Diff", 1, 20000, kTrue);
+  store.BridgeBlock[1].RevExcite = kTrue;
+  set(store.TK40MBlock[1], "", 5, 250, kTrue);
+  EXPECT_EQ(PROGGEN::BufferBytes(store, 1), 8 + 16 + 8 + 20);
+  EXPECT_EQ(PROGGEN::BufferBytes(store, 0), 0);
+  EXPECT_EQ(PROGGEN::BufferBytes(store, 2147483647), 2147483647);
 }
 
 }  // namespace

@@ -58,27 +58,29 @@ class Variables : public testing::Test {
   ProjectStore& store = *owned;
 };
 
-TEST_F(Variables, NewProjectHasItsFlags) {
-  EXPECT_EQ(namesOf(VarPickList(store)),
-            "Flag(1) Flag(2) Flag(3) Flag(4) Flag(5) Flag(6) Flag(7) Flag(8) ");
-}
-
 TEST_F(Variables, AllKindsInTheirOrder) {
+  const std::string flags = "Flag(1) Flag(2) Flag(3) Flag(4) Flag(5) Flag(6) Flag(7) Flag(8) ";
+  EXPECT_EQ(namesOf(VarPickList(store)), flags);
   useEverything();
   EXPECT_EQ(namesOf(VarPickList(store)),
-            "ReadPort Flag(1) Flag(2) Flag(3) Flag(4) Flag(5) Flag(6) Flag(7) Flag(8) Power "
-            "BattVolt Status.SkippedScan(1,1) TBlk1(1) Oil VBlk2 Load PBlk1 ABlk1 TK40Ref(1) "
-            "TK40Ref(2) Wheel(1) Wheel(2) Excite2 ");
-}
-
-TEST_F(Variables, KindsChosenByTheUser) {
-  useEverything();
+            "ReadPort " + flags +
+                "Power BattVolt Status.SkippedScan(1,1) TBlk1(1) Oil VBlk2 Load PBlk1 ABlk1 "
+                "TK40Ref(1) TK40Ref(2) Wheel(1) Wheel(2) Excite2 ");
   const i32 kinds[] = {kVoltVariables, 5, kTempVariables, kBatteryVariable};
   const VarPickList list(store, kinds);
   EXPECT_EQ(namesOf(list), "VBlk2 TBlk1(1) Oil BattVolt ");
   EXPECT_EQ(list.Variables()[2].kind, kTempVariables);
   EXPECT_EQ(list.Variables()[2].element, "TBlk1(2)");
-  EXPECT_FALSE(list.Holds("Power"));
+  // What is switched off is not available. A port that is only stored is read all the same.
+  store.Ports.Slot[0].Ports[9].Include = kFalse;
+  store.Config.MonitorPower[kMonitorBattery] = kFalse;
+  store.Config.TK40MQty = 0;
+  store.Can.Module[1].CanBusEnabled = kFalse;
+  const std::string rest =
+      flags + "Power Status.SkippedScan(1,1) TBlk1(1) Oil VBlk2 Load PBlk1 Excite2 ";
+  EXPECT_EQ(namesOf(VarPickList(store)), rest);
+  store.Ports.Slot[0].Output.OutputSelect[6][kAverage] = kTrue;
+  EXPECT_EQ(namesOf(VarPickList(store)), "ReadPort " + rest);
 }
 
 TEST_F(Variables, AreFoundByEitherSpelling) {
@@ -94,26 +96,6 @@ TEST_F(Variables, AreFoundByEitherSpelling) {
   }
   EXPECT_TRUE(list.HoldsAnyWith("tblk1("));
   EXPECT_FALSE(list.HoldsAnyWith("TBlk2("));
-}
-
-TEST_F(Variables, WhatIsSwitchedOffIsNotAvailable) {
-  useEverything();
-  store.Ports.Slot[0].ReadMode = kFalse;
-  store.Config.MonitorPower[kMonitorBattery] = kFalse;
-  store.Config.TK40MQty = 0;
-  store.Can.Module[1].CanBusEnabled = kFalse;
-  const VarPickList list(store);
-  for (const char* name : {"ReadPort", "BattVolt", "ABlk1", "TK40Ref(1)", "Wheel(1)"}) {
-    EXPECT_FALSE(list.Holds(name)) << name;
-  }
-}
-
-// A port that is only stored is read all the same.
-TEST_F(Variables, StoredPortsAreRead) {
-  store.Ports.Slot[0].ReadMode = kTrue;
-  EXPECT_FALSE(VarPickList(store).Holds("ReadPort"));
-  store.Ports.Slot[0].Output.OutputSelect[6][kAverage] = kTrue;
-  EXPECT_TRUE(VarPickList(store).Holds("ReadPort"));
 }
 
 TEST_F(Variables, KindNames) {

@@ -25,10 +25,6 @@ class LoggerScript : public ::testing::TestWithParam<std::string> {
       std::filesystem::copy_file(entry.path(), folder / entry.path().filename().string());
     }
     run({"new", base});
-    std::string bytes = ReadDisk(base + ".VKG");
-    const std::string head = "Operator=Name\r\nIDNumber=Number";
-    bytes.replace(bytes.find(head), head.size(), "Operator=R. Castellan\r\nIDNumber=Mule 14");
-    testing::WriteDisk(base + ".VKG", bytes);
     run({"screen", base + ".VKG", kScripts + GetParam() + ".txt"});
   }
   void run(const std::vector<std::string>& words) {

@@ -80,17 +80,6 @@ TEST_F(OptionScreens, SettingsTakeEffectFromTheTable) {
   EXPECT_EQ(settings.UserVarListTypes()[1], 67108864);
 }
 
-TEST_F(OptionScreens, AKindMovesToTheEndsOfTheListAndNoFurther) {
-  frmOptOrvus screen(context, settings);
-  screen.UserVarListTypes.Pick("Flags");
-  EXPECT_FALSE(screen.MoveUp.Enabled);
-  screen.UserVarListTypes.Pick("CANBUS Items");
-  EXPECT_FALSE(screen.MoveDown.Enabled);
-  screen.MoveUp.Press();
-  EXPECT_EQ(screen.UserVarListTypes.Text(), "CANBUS Items") << "it stays picked";
-  EXPECT_TRUE(screen.MoveDown.Enabled);
-}
-
 TEST_F(OptionScreens, ColorsTakeEffectAtOnceAndCancelPutsThemBack) {
   int changes = 0;
   frmOptGen screen(context, settings, [&] { ++changes; });
@@ -109,18 +98,52 @@ TEST_F(OptionScreens, ColorsTakeEffectAtOnceAndCancelPutsThemBack) {
   EXPECT_EQ(changes, 3);
 }
 
-TEST_F(OptionScreens, NumbersAreShownInTheFormChosen) {
-  frmOptGen screen(context, settings, {});
-  EXPECT_EQ(screen.NumberExample.Text(), "1234.5678");
-  EXPECT_FALSE(screen.NumberDigits.Enabled);
-  screen.NumberFormat.Pick("Number");
-  EXPECT_EQ(screen.NumberExample.Text(), "1,234.57");
-  type(screen, screen.NumberDigits, "9");
-  EXPECT_EQ(screen.NumberDigits.Text(), "8");
-  screen.NumberFormat.Pick("Custom");
-  EXPECT_EQ(screen.NumberExample.Text(), "1234.5678");
-  screen.NumberFormat.Pick("Scientific");
-  EXPECT_EQ(screen.NumberMask(), "0.00000000e+00");
+TEST_F(OptionScreens, NumbersOfTheSummaryTakeTheFormChosen) {
+  struct Case {
+    std::string_view form, digits, example;
+  };
+  constexpr Case cases[] = {
+      {"Scientific", "1", "1.2e3"},      {"Scientific", "0", "1e3"},   {"Number", "2", "1,234.57"},
+      {"Number", "0", "1,235"},          {"Custom", "8", "1234.5677"}, {"Custom", "0", "1235"},
+      {"Number", "9", "1,234.56770000"}, {"General", "", "1234.5677"},
+  };
+  frmOptGen screen(context, settings, [] {});
+  EXPECT_EQ(screen.NumberExample.Text(), "1.2e3") << "as it is without a choice";
+  for (const Case& row : cases) {
+    screen.NumberForm.Pick(row.form);
+    EXPECT_EQ(screen.NumberDigits.Usable(), !row.digits.empty());
+    if (!row.digits.empty()) type(screen, screen.NumberDigits, row.digits);
+    EXPECT_EQ(screen.NumberExample.Text(), row.example) << row.form << row.digits;
+  }
+  screen.Cancel();
+  EXPECT_EQ(settings.View().SummaryNumbers, NumberFormat{});
+}
+
+// What is no row of the table of settings is kept beside it.
+TEST_F(OptionScreens, HowThingsAreShownIsKeptWithTheSettings) {
+  const auto section = [this](std::string_view name) -> std::map<std::string, std::string>& {
+    return stored.sections["HKCU\\Software\\Fernhollow Instruments\\ProgGen\\" + std::string(name)];
+  };
+  ASSERT_TRUE(settings.SaveSettings());
+  EXPECT_TRUE(section("ConditionFont").empty()) << "nothing was chosen";
+  const ViewOptions chosen = {{"Terminal", "Bold", 14}, {NumberForm::kNumber, 3}};
+  settings.View() = chosen;
+  ASSERT_TRUE(settings.SaveSettings());
+  EXPECT_EQ(section("ConditionFont"),
+            (std::map<std::string, std::string>{
+                {"Name", "Terminal"}, {"Style", "Bold"}, {"Size", "14"}}));
+  settings.View() = {};
+  settings.LoadSettings(true);
+  EXPECT_EQ(settings.View(), chosen);
+  section("ConditionFont") = {{"Name", " "}, {"Size", "5"}};
+  section("SummaryNumbers") = {{"Form", "4"}, {"Digits", "x"}};
+  settings.LoadSettings(true);
+  EXPECT_EQ(settings.View().SummaryNumbers, NumberFormat{});
+  EXPECT_EQ(settings.View().ConditionFont.Size, 10);
+  EXPECT_EQ(settings.View().ConditionFont.Style, "Regular");
+  settings.View().ConditionFont.Size = 11;
+  stored.failure = "disk full";
+  EXPECT_FALSE(settings.SaveSettings());
 }
 
 }  // namespace

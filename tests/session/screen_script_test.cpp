@@ -196,8 +196,17 @@ TEST_P(StoppedSetup, NamesItsLine) {
 
 const Stop kSetupStops[] = {
     {"Disabled", "type StartVoltChan 2\n", "line 4: StartVoltChan is disabled"},
-    {"NoItem", "pick Range \"100 mV\"\n", "line 4: Range has no \"100 mV\" to pick"},
-    {"NoList", "pick Reps 4\n", "line 4: Reps has no \"4\" to pick"},
+    {"NoItem", "pick ZeroFlag 9\n",
+     "line 4: ZeroFlag has no \"9\" to pick, but \"None\" \"1\" to \"8\""},
+    {"NoItemToLookAt", "expect DataResolution item FP3\n",
+     "line 4: DataResolution has no item \"FP3\", but \"FP2\" \"IEEE4\""},
+    {"NoItems", "expect Reps item 4\n", "line 4: Reps has no items"},
+    {"ItemState", "expect ZeroFlag item 2 disabled\n", "line 4: \"2\" of ZeroFlag is enabled"},
+    {"ItemTip", "expect ZeroFlag item 2 tip Two\n",
+     "line 4: \"2\" of ZeroFlag's tool tip shows \"\""},
+    {"ItemHalf", "expect ZeroFlag item 2 bright\n", "line 4: expect what of the item?"},
+    {"ManyExpected", "expect Reps 4 5\n", "line 4: expect takes fewer words"},
+    {"NoList", "pick Reps 4\n", "line 4: from Reps nothing is picked"},
     {"NoCheck", "check Reps on\n", "line 4: Reps is no check box"},
     {"OnOrOff", "check Public yes\n", "line 4: a box is checked on or off"},
     {"NoPress", "press Public\n", "line 4: Public is no button"},
@@ -253,12 +262,43 @@ TEST(Script, WordsAreQuotedAndNamesAreFoundInAnyCase) {
   EXPECT_EQ(session.store->PulseBlock[0][1].Units, "rpm");
 }
 
+// One screen that is opened for two things from one other.
+TEST(Script, TheWordBehindAScreenTellsWhatItIsFor) {
+  ScriptSession session;
+  EXPECT_EQ(session.Play("open frmConfig\ncheck MonitorPower1 on\ndone\n"
+                         "check MonitorPower4 on\ndone\n"
+                         "open frmPortTables paneloutput\ncheck Public on\ndone\ndone\n"),
+            "");
+  EXPECT_EQ(session.store->TcRef.Public, kTrue);
+  EXPECT_EQ(session.store->PowerOut.Public, kFalse);
+}
+
 // Whatever stops it, the project in the session is the one before the screens that were open.
 TEST(Script, AStoppedScriptLeavesNoScreenOpen) {
+  for (const std::string kind : {"Volt", "Temp", "Brdg", "Pulse"}) {
+    ScriptSession session;
+    const std::string list = "open frm" + kind + "Block\n";
+    const std::string made = list + "spin BlockCount up\ndone\n";
+    ASSERT_EQ(session.Play(made), "");
+    const auto before = std::make_unique<ProjectStore>(*session.store);
+    const std::string_view steps = "type Reps 2\nleave\nfly\n";
+    EXPECT_NE(session.Play(list + "open frm" + kind + "Setup 1\n" + std::string(steps)), "");
+    EXPECT_NE(session.Play(list + "spin BlockCount up\nfly\n"), "");
+    EXPECT_TRUE(session.store->TempBlock == before->TempBlock) << kind;
+    EXPECT_TRUE(session.store->VoltBlock == before->VoltBlock) << kind;
+    EXPECT_TRUE(session.store->BridgeBlock == before->BridgeBlock) << kind;
+    EXPECT_TRUE(session.store->PulseBlock == before->PulseBlock) << kind;
+    EXPECT_EQ(session.Play(list + "expect BlockCount 1\ndone\n"), "");
+  }
+}
+
+// Editors put a mark before a text in UTF-8, and names of files may be in any language.
+TEST(Script, IsInUtf8) {
   ScriptSession session;
-  EXPECT_NE(session.Play(std::string(kSetup) + "type Reps 4\nleave\nfly\n"), "");
-  EXPECT_EQ(session.store->VoltBlock.BlockCount, 0);
-  EXPECT_EQ(session.Play("open frmVoltBlock\nexpect BlockCount 0\ndone\n"), "");
+  EXPECT_EQ(session.Play("\xEF\xBB\xBF"
+                         "choose \"/tmp/\u6E2C\u5B9A.29LST\"\n"),
+            "");
+  EXPECT_EQ(session.forms.AskOpen({}), "/tmp/\u6E2C\u5B9A.29LST");
 }
 
 // ---- The commands -------------------------------------------------------------------------------
@@ -320,12 +360,22 @@ TEST(ScreensCommand, ListsEveryScreenWithItsControls) {
         "frmLevel",      "frmCanBus",        "frmCalculated", "frmPorts",      "frmPortTables",
         "frmFlags",      "frmExcite"}) {
     const bool listed = Holds(list.out, "\n" + std::string(screen) + "\n") ||
-                        Holds(list.out, "\n" + std::string(screen) + "  (");
+                        Holds(list.out, "\n" + std::string(screen) + "  (") ||
+                        Holds(list.out, "\n" + std::string(screen) + ", by");
     EXPECT_TRUE(listed) << screen;
   }
-  EXPECT_TRUE(Holds(list.out, "\n  Reps                      number   type, spin\n"));
-  EXPECT_TRUE(Holds(list.out, "pick: \"50 Hz\" \"60 Hz\" \"uSecs\"\n"));
-  EXPECT_TRUE(Holds(list.out, "\n  opens frmVoltSetup BLOCK\n"));
+  for (const std::string_view line :
+       {"frmVoltBlock  (VOLTAGE BLOCK), by its main button",
+        "  Reps                          number   type from 0 to 100, spin",
+        "  Integration                   number   type, spin",
+        "  Reps1 to Reps7                label",
+        "  AliasName1 to AliasName2      text     type  (ALIAS)",
+        "  IntegrationRange              choice   pick \"50 Hz\" \"60 Hz\" \"uSecs\"",
+        "  ZeroFlag                      choice   pick \"None\" \"1\" to \"8\"",
+        "  Range                         choice   pick \"> 2250\u00B0F\" \"< 2250\u00B0F\"",
+        "  Solve                         button   press  (Sol&ve)", "  open frmVoltSetup BLOCK"}) {
+    EXPECT_TRUE(Holds(list.out, "\n" + std::string(line) + "\n")) << line;
+  }
 }
 
 }  // namespace

@@ -30,6 +30,8 @@ TEST_F(AliasesTest, ProtectionIsByColumnAndByValue) {
     std::array<RepAlias, 3> aliases = {{{"A", "mVolts", "1.0", " 0", std::string(row.except)},
                                         {"B", "", "", "", std::string(row.except)},
                                         {"C", "MVOLTS", "1.5", "x", std::string(row.except)}}};
+    FollowDefaults(aliases, before, before);
+    EXPECT_EQ(aliases[0].AliasMult, "1.0") << "no change, no new form";
     FollowDefaults(aliases, before, after);
     EXPECT_EQ(aliases[0].AliasUnits, row.units ? "Bar" : "mVolts");
     EXPECT_EQ(aliases[0].AliasMult, row.mult ? "2.5" : "1.0");

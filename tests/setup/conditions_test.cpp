@@ -11,8 +11,6 @@
 namespace ostrand {
 namespace {
 
-using platform::Answer;
-
 std::string syntaxAt(int position) {
   return "A syntax error was found at character number " + std::to_string(position);
 }
@@ -42,6 +40,11 @@ TEST(GroupingTest, TheFirstFaultIsToldWithItsPosition) {
       {"1) AND (2", kMismatch, kParentheses},
       {")", kMismatch, kParentheses},
       {"(", kMismatch, kParentheses},
+      {"(1 OR", kMismatch, kParentheses},
+      {"1 OR 2 (", kMismatch, kParentheses},
+      {"1 ) 2", kMismatch, kParentheses},
+      {"007 OR1", "", ""},
+      {"1OR 2AND(3)", "", ""},
       {"AND 1", "GROUPING SYNTAX ERROR - A",
        "A syntax error with 'A' was found at character number 1"},
       {"1 AND and 2", "GROUPING SYNTAX ERROR - A",
@@ -49,6 +52,8 @@ TEST(GroupingTest, TheFirstFaultIsToldWithItsPosition) {
       {"1 OR (OR 2)", "GROUPING SYNTAX ERROR - O",
        "A syntax error with 'O' was found at character number 7"},
       {"1 ABD 2", "GROUPING SYNTAX ERROR - N",
+       "A syntax error (no 'N') was found at character number 4"},
+      {"1 A ND 2", "GROUPING SYNTAX ERROR - N",
        "A syntax error (no 'N') was found at character number 4"},
       {"1 A", "GROUPING SYNTAX ERROR - N",
        "A syntax error (no 'N') was found at character number 4"},
@@ -60,12 +65,16 @@ TEST(GroupingTest, TheFirstFaultIsToldWithItsPosition) {
        "A syntax error (no 'R') was found at character number 4"},
       {"1 2", kTwo, syntaxAt(3)},
       {"  1  22", kTwo, syntaxAt(6)},
+      {"1 0", kTwo, syntaxAt(3)},
+      {"1 AND 2 (99)", kTwo, syntaxAt(10)},
       {"1 (2)", kTwo, syntaxAt(4)},
       {"(1)(2)", kTwo, syntaxAt(5)},
       {"1 AND", kSyntax, syntaxAt(6)},
       {"1 AND  ", kSyntax, syntaxAt(8)},
       {"(1 OR)", kSyntax, syntaxAt(6)},
       {"()", kSyntax, syntaxAt(2)},
+      {"1 AND )", kMismatch, kParentheses},
+      {"1\t", kSyntax, syntaxAt(2)},
       {"1 XOR 2", kSyntax, syntaxAt(3)},
       {"1 ORR 2", kSyntax, syntaxAt(5)},
       {"1.2", kSyntax, syntaxAt(2)},
@@ -234,35 +243,21 @@ TEST_F(ConditionsTest, ARowThatIsOnlyLookedAtStaysAsItIs) {
   EXPECT_TRUE(set.Check());
 }
 
-TEST_F(ConditionsTest, RowsAreFilledInOrderAndEmptiedFromTheirEnd) {
+TEST_F(ConditionsTest, TheLineFollowsTheRowsUntilItIsTheUsersOwn) {
   set.Load({}, 0, "");
   EXPECT_EQ(set.Count(), 0);
   EXPECT_EQ(set.StoredLine(), "1");
-  forms.ExpectBox("CONDITION SETUP ERROR", "You must create your conditions in ascending order.");
-  use("Meas2", "Oil");
-  EXPECT_EQ(shown("Meas2"), "(None)");
   use("Meas1", "Oil");
   use("Meas2", "VBlk2");
   use("Meas3", "VBlk1(1)");
   EXPECT_EQ(shown("Grouping"), "1 OR 2 OR 3");
   use("Grouping", "1 and (2 or 3)");
+  use("Meas4", "VBlk2");
   EXPECT_EQ(shown("Grouping"), "1 AND (2 OR 3)");
-
-  constexpr auto kRemoval =
-      "Each valid condition after the first empty condition will be removed. Continue?";
-  forms.ExpectBox("CONFIRM CONDITION REMOVAL", kRemoval, Answer::kNo);
-  use("Meas2", "(None)");
-  EXPECT_EQ(set.Count(), 3);
-  EXPECT_EQ(shown("Meas2"), "VBlk2");
-  use("Meas3", "(None)");  // the last one goes without a question
+  use("Meas4", "(None)");  // the last one goes without a question
+  EXPECT_EQ(shown("Grouping"), "1 AND (2 OR 3)");
+  use("Meas3", "(None)");
   EXPECT_EQ(shown("Grouping"), "1 OR 2") << "the line named a row that has gone";
-  use("Meas3", "Oil");
-  forms.ExpectBox("CONFIRM CONDITION REMOVAL", kRemoval, Answer::kYes);
-  use("Meas1", "(None)");
-  EXPECT_EQ(set.Count(), 0);
-  EXPECT_EQ(shown("Meas3"), "(None)");
-  EXPECT_EQ(shown("Grouping"), "1");
-  EXPECT_EQ(shown("Whole"), "");
 }
 
 // Nine rows of 16 characters and one of n: with parentheses and " OR " between them it is 9 * 18 +

@@ -4,7 +4,8 @@
 
 #include "generator/generated.h"
 #include "model/defaults.h"
-#include "setup/config_power.h"
+#include "model/port_mask.h"
+#include "setup/config_moment.h"
 #include "setup/frm_config.h"
 #include "setup/frm_excite.h"
 #include "setup/frm_execute.h"
@@ -29,24 +30,10 @@ class ConfigScreens : public testing::TableScreens {
 
 // ---- Configuration ------------------------------------------------------------------------------
 
-TEST_F(ConfigScreens, CountsOfPeripheralsTakeTheirDigitsOnly) {
-  frmConfig screen(context);
-  type(screen, "CanBusQty", "1");
-  EXPECT_EQ(config().CanBusQty, 1);
-  type(screen, "CanBusQty", "2");
-  EXPECT_EQ(shown(screen, "CanBusQty"), "0");
-  type(screen, "TK40MQty", "4");
-  EXPECT_EQ(config().TK40MQty, 4);
-  type(screen, "TK40MQty", "12");
-  EXPECT_EQ(shown(screen, "TK40MQty"), "0");
-  EXPECT_EQ(forms.beeps, 2);
-  screen.Cancel();
-  EXPECT_EQ(config().CanBusQty, 0) << "Cancel loses what was typed";
-}
-
 TEST_F(ConfigScreens, MoreMultiplexersAskForPortsAndForChannels) {
   store->Ports.Slot[0].Ports[3].Include = kTrue;
   store->Ports.Slot[0].Ports[8].Include = kTrue;
+  store->Ports.Slot[1].Ports[8].Include = kTrue;
   store->Ports.Slot[0].BinaryMask[2] = "11110000";
   store->VoltBlock[1].Reps = 18;
   frmConfig screen(context);
@@ -64,26 +51,25 @@ TEST_F(ConfigScreens, MoreMultiplexersAskForPortsAndForChannels) {
   EXPECT_EQ(slot.Ports[3].Include, kTrue);
   EXPECT_EQ(slot.Ports[8].Include, kFalse);
   EXPECT_EQ(slot.BinaryMask[2], "00110000");
+  EXPECT_EQ(store->Ports.Slot[1].Ports[8].Include, kTrue) << "C7 and C8 are of the first group";
 }
 
 TEST_F(ConfigScreens, TheLastMultiplexerTakesItsBlocksWithIt) {
   config().TK40MQty = 2;
+  config().TcConfigOpts[1] = 1;
   store->TK40MBlock.BlockCount = 1;
   store->TK40MBlock[1].Reps = 5;
   frmConfig screen(context);
-  const std::string question =
-      "Warning:\r\nIf you proceed with this change, all TK40M blocks will be deleted. Continue?";
-  type(screen, "TK40MQty", "0");
-  forms.ExpectBox("Delete TK40M?", question, Answer::kNo);
-  screen.Done();
-  EXPECT_EQ(screen.Result(), ModalResult::kNone);
-  EXPECT_EQ(shown(screen, "TK40MQty"), "2");
-  type(screen, "TK40MQty", "0");
-  forms.ExpectBox("Delete TK40M?", question, Answer::kYes);
-  screen.Done();
+  for (const Answer answer : {Answer::kNo, Answer::kYes}) {
+    type(screen, "TK40MQty", "0");
+    forms.ExpectBoxWith("Delete TK40M?", "Warning:\r\n", answer);
+    screen.Done();
+    EXPECT_EQ(config().TK40MQty, answer == Answer::kYes ? 0 : 2);
+  }
   EXPECT_EQ(screen.Result(), ModalResult::kDone);
   EXPECT_EQ(store->TK40MBlock.BlockCount, 0);
   EXPECT_EQ(store->TK40MBlock[1].Reps, 0);
+  EXPECT_EQ(config().TcConfigOpts[1], 0);
 }
 
 TEST_F(ConfigScreens, AutomaticSelectionNeedsRoomForAllChannels) {
@@ -105,10 +91,10 @@ TEST_F(ConfigScreens, AutomaticSelectionNeedsRoomForAllChannels) {
   EXPECT_EQ(shown(screen, "AutoChan"), "Manual Channel Selection");
 }
 
-TEST_F(ConfigScreens, ACardWithoutRoomMovesTheTablesAtDone) {
+TEST_F(ConfigScreens, ACardThatGoesMovesTheTablesAtDone) {
   config().SizeCard = 64;
   store->Tables[2].TableLocation = 2;
-  store->Tables[2].FlagMark = 4;
+  store->Tables[3].FlagMark = 4;
   frmConfig screen(context);
   type(screen, "SizeCard", "2");
   pick(screen, "SizeCardUnits", "G bytes");
@@ -119,35 +105,32 @@ TEST_F(ConfigScreens, ACardWithoutRoomMovesTheTablesAtDone) {
   EXPECT_EQ(shown(screen, "SizeCardUnits"), "G bytes");
   forms.ExpectBox("WARNING", "All Table Ouputs Will be On RAM, Continue?", Answer::kYes);
   type(screen, "SizeCard", "0");
+  pick(screen, "SizeCardUnits", "M bytes");  // without asking again
   EXPECT_EQ(store->Tables[2].TableLocation, 2) << "not before Done";
   screen.Done();
   EXPECT_EQ(store->Tables[2].TableLocation, 1);
-  EXPECT_EQ(store->Tables[2].FlagMark, 0);
+  EXPECT_EQ(store->Tables[3].FlagMark, 0) << "of all tables";
+
+  store->Tables[3].FlagMark = 4;
+  frmConfig again(context);
+  type(again, "SizeCard", "0");
+  again.Done();
+  EXPECT_EQ(store->Tables[3].FlagMark, 4) << "no table was on the card";
 }
 
-TEST_F(ConfigScreens, TheBatterySaverStepsWithinItsLimits) {
+TEST_F(ConfigScreens, ABatterySaverThatDoesNotRetryHasNoInterval) {
   frmConfig screen(context);
-  EXPECT_FALSE(usable(screen, "BattTripVolts"));
+  EXPECT_FALSE(usable(screen, "DoNotRetry"));
   check(screen, "MonitorPower3", true);
-  EXPECT_FALSE(usable(screen, "BattTripVolts")) << "locked by the default";
-  check(screen, "DefaultBattVolt", false);
-  type(screen, "BattTripVolts", "20");
-  EXPECT_EQ(shown(screen, "BattTripVolts"), "14.0");
-  control(screen, "BattTripVolts").Spin(true);
-  EXPECT_EQ(shown(screen, "BattTripVolts"), "14.0");
-  control(screen, "BattTripVolts").Spin(false);
-  EXPECT_EQ(config().BattTripVolts, 13.9F);
-  EXPECT_EQ(shown(screen, "SaverInterval"), "Interval = None");
   control(screen, "RetryInterval").Spin(true);
-  EXPECT_EQ(shown(screen, "SaverInterval"), "Interval = 1 Minutes");
-  pick(screen, "BattRetryMins", "Hours");
-  EXPECT_EQ(shown(screen, "SaverInterval"), "Interval = 1 Hours");
   check(screen, "DoNotRetry", true);
-  EXPECT_EQ(shown(screen, "SaverInterval"), "Interval = None");
   EXPECT_EQ(config().LowBattRetry, kFalse);
   EXPECT_EQ(config().RetryInterval, 0) << "an interval would switch it on again";
   check(screen, "DoNotRetry", false);
   EXPECT_EQ(config().RetryInterval, 1);
+  check(screen, "DefaultBattVolt", false);
+  type(screen, "BattTripVolts", "13.86");
+  EXPECT_EQ(config().BattTripVolts, 13.9F);
   check(screen, "DefaultBattVolt", true);
   EXPECT_EQ(config().BattTripVolts, 11.5F);
 }
@@ -155,13 +138,9 @@ TEST_F(ConfigScreens, TheBatterySaverStepsWithinItsLimits) {
 TEST_F(ConfigScreens, StatusRowsAreKeptAsTheProgramReadsThem) {
   frmConfig screen(context);
   check(screen, "MonitorPower5", true);
-  pick(screen, "StatusField", "Status.SkippedScan(1,1)");
   pick(screen, "StatusCompare", ">=");
-  type(screen, "StatusValue", "5");
   pick(screen, "StatusFlag", "3");
   pick(screen, "StatTrueFalse", "False");
-  EXPECT_EQ(shown(screen, "StatusCode"),
-            " If Status.SkippedScan(1,1) >= 5 Then\r\n       Flag(3) = False\r\n   End If");
   press(screen, "AddStatus");
   pick(screen, "StatTrueFalse", "True");
   for (int row = 2; row <= kStatusRows; ++row) press(screen, "AddStatus");
@@ -169,9 +148,12 @@ TEST_F(ConfigScreens, StatusRowsAreKeptAsTheProgramReadsThem) {
   EXPECT_EQ(config().Status[1][2], ">=");
   EXPECT_EQ(config().Status[1][4], "3 F");
   EXPECT_EQ(config().Status[11][4], "3 T");
-  control(screen, "StatusRows").Pick("Status.SkippedScan(1,1)  >=  5  3 F");
+  control(screen, "StatusRows").Pick("Status.SkippedScan(1,1)  >=  0  3 F");
   press(screen, "DeleteStatus");
   EXPECT_EQ(config().StatusMonCount, 10);
+  check(screen, "MonitorPower2", true);
+  check(screen, "EnablePowerOff", true);
+  pick(screen, "PowerOffMeasVar", "Status.SkippedScan(1,1)");  // is a variable at once
   EXPECT_EQ(config().Status[1][4], "3 T");
 }
 
@@ -181,18 +163,11 @@ TEST_F(ConfigScreens, PowerOffNamesTheVariableAndShowsTheAlias) {
   check(screen, "EnablePowerOff", true);
   EXPECT_EQ(shown(screen, "PowerOffMins"), "Day") << "raised from what no list shows";
   pick(screen, "PowerOffMeasVar", "Oil");
-  pick(screen, "PowerOffCompare", ">");
-  type(screen, "PowerOffValue", "0.5");
-  type(screen, "PowerOffTime", "10");
   pick(screen, "PowerOffMins", "Min");
-  EXPECT_EQ(shown(screen, "PowerOffCode"), "If Oil > 0.5 Then PowerOff (0,10,Min)");
-  EXPECT_EQ(config().PowerOffLine, "If VBlk1(2) > 0.5 Then");
+  EXPECT_EQ(shown(screen, "PowerOffCode"), "If Oil < 0 Then PowerOff (0,0,Min)");
+  EXPECT_EQ(config().PowerOffLine, "If VBlk1(2) < 0 Then");
   EXPECT_EQ(config().PowerOffMeasVar, "Oil");
   EXPECT_EQ(config().PowerOffMins, 2);
-  check(screen, "RemainOff", true);
-  EXPECT_EQ(shown(screen, "PowerOffCode"), "If Oil > 0.5 Then PowerOff (0,0,0)");
-  pick(screen, "PowerOffMeasVar", "Flag(3)");
-  EXPECT_EQ(config().PowerOffLine, "If Flag(3) = True Then");
   pick(screen, "PowerOffMeasVar", "(None)");
   EXPECT_EQ(config().PowerOffLine, "");
 }
@@ -252,16 +227,7 @@ TEST(Moments, MonthsHaveTheDaysOfTheCalendar) {
   EXPECT_EQ(DaysOfMonth(2, 2100), 28);
 }
 
-TEST_F(ConfigScreens, AScreenThatGoesAwayLeavesTheProjectAsItWas) {
-  {
-    frmConfig screen(context);
-    type(screen, "TK40MQty", "3");
-  }
-  EXPECT_EQ(config().TK40MQty, 0);
-  EXPECT_EQ(config().PowerOnMins, 0) << "nor is a unit raised";
-}
-
-TEST_F(ConfigScreens, TheBatteryOpensItsOutputAndCanBeNamed) {
+TEST_F(ConfigScreens, CancelTakesBackAlsoWhatOtherScreensWereOpenedFor) {
   frmConfig screen(context);
   host.scenes.push_back([](Screen& output) {
     EXPECT_EQ(output.Name(), "frmPortTables");
@@ -271,41 +237,15 @@ TEST_F(ConfigScreens, TheBatteryOpensItsOutputAndCanBeNamed) {
   check(screen, "MonitorPower1", true);
   EXPECT_EQ(store->PowerOut.Public, kTrue);
   check(screen, "MonitorPower2", true);
-  check(screen, "EnablePowerOff", true);
-  pick(screen, "PowerOffMeasVar", "BattVolt");
-  screen.Done();
-  EXPECT_EQ(config().PowerOffLine, "If BattVolt < 0 Then");
-  EXPECT_EQ(config().MonitorPower[kMonitorBattery], kTrue);
-}
-
-TEST_F(ConfigScreens, AConditionTellsOfAFlagThatIsDriven) {
-  store->Flags[2].FlagInclude = kTrue;
-  frmExcite screen(context);
-  forms.ExpectBoxWith("FLAG INFORMATION", "Flag(2");
-  pick(screen, "Excite1MeasVar1", "Flag(2)");
-  pick(screen, "Excite2MeasVar1", "Flag(3)");
+  type(screen, "TK40MQty", "3");
+  screen.Cancel();
+  EXPECT_EQ(config().MonitorPower[kMonitorBattery], kFalse);
+  EXPECT_EQ(store->PowerOut.Public, kFalse);
+  EXPECT_EQ(config().TK40MQty, 0);
+  EXPECT_EQ(config().PowerOnMins, 0) << "nor is a unit raised";
 }
 
 // ---- Scan ---------------------------------------------------------------------------------------
-
-TEST_F(ConfigScreens, TheScanIntervalIsNeverZeroAndItsRateFollows) {
-  frmExecute screen(context);
-  EXPECT_EQ(shown(screen, "ScansPerSec"), "100.000");
-  type(screen, "ExecutionTime", "05");
-  EXPECT_EQ(shown(screen, "ExecutionTime"), "5");
-  EXPECT_EQ(store->Scan.ExecutionTime, 5);
-  forms.ExpectBox("SCAN INTERVAL", "Can't do Zero!");
-  type(screen, "ExecutionTime", "0");
-  EXPECT_EQ(shown(screen, "ExecutionTime"), "5");
-  pick(screen, "ExecTimeUnits", "uSecs");
-  EXPECT_EQ(shown(screen, "ScansPerSec"), "200,000.0");
-  type(screen, "ExecutionTime", "45");
-  pick(screen, "ExecTimeUnits", "Mins");
-  EXPECT_EQ(shown(screen, "ExecutionTime"), "30");
-  EXPECT_EQ(shown(screen, "ScansPerSec"), "0.00056");
-  screen.Cancel();
-  EXPECT_EQ(store->Scan.ExecutionTime, 10);
-}
 
 TEST_F(ConfigScreens, ABurstBufferIsCountedAndItsFlagWarnedOf) {
   store->Flags[3].FlagInclude = kTrue;
@@ -321,12 +261,8 @@ TEST_F(ConfigScreens, ABurstBufferIsCountedAndItsFlagWarnedOf) {
   EXPECT_FALSE(screen.BufferBytes.Flashes);
   type(screen, "BufferScans", "83334");
   EXPECT_TRUE(screen.BufferBytes.Flashes);
-  forms.ExpectBox(
-      "FLAG INFORMATION",
-      "Flag(3) was previously enabled in the Flags Setup window.\r\n"
-      "The expressions set for flag(3) will not be evaluated until\r\n"
-      "after the burst is finished. Therefore it is not possible for Flag(3to control the burst "
-      "except manually.  This is only a warning.");
+  forms.ExpectBoxWith("FLAG INFORMATION", "Flag(3) was previously enabled");
+  forms.ExpectBoxWith("FLAG INFORMATION", "settings:\r\nFlags Setup\r\nScan Burst");
   pick(screen, "FlagScan", "3");
   pick(screen, "FlagScan", "4");
   screen.Done();
@@ -350,37 +286,21 @@ TEST_F(ConfigScreens, ANewIntervalIsHeldAgainstTheTables) {
 
 // ---- Flags --------------------------------------------------------------------------------------
 
-TEST_F(ConfigScreens, AFlagNeedsAMeasurementForEachState) {
+TEST_F(ConfigScreens, StatesStartWithTheirComparisonsAndGoBackToThem) {
   frmFlags screen(context);
-  forms.ExpectBox("VIEW CODE", "You must Include Flag 2 setup to view the code.");
-  press(screen, "ViewCode2");
-  check(screen, "FlagInclude2", true);
-  EXPECT_EQ(shown(screen, "Message2"), " Select Measurements for State 1 && State 2.");
   pick(screen, "State1FlagVar2", "Oil");
-  EXPECT_EQ(shown(screen, "Message2"), " Select a Measurement for State 2.");
-  forms.ExpectBox(
-      "VIEW CODE",
-      "You must select a Measurement for both State 1 and State 2 to view Flag 2 code.");
-  press(screen, "ViewCode2");
-  pick(screen, "State1FlagCompare2", ">=");
-  type(screen, "State1FlagValue2", "30");
-  pick(screen, "State2FlagVar2", "Flag(1)");
-  pick(screen, "State2FlagValue2", "False");
-  EXPECT_EQ(shown(screen, "Message2"), "");
-  EXPECT_EQ(shown(screen, "State1Lite2"), "Red");
-  check(screen, "FlagOn2", false);
-  EXPECT_EQ(shown(screen, "State1Lite2"), "Gray");
-  forms.ExpectBox("FLAG SET CODE",
-                  "If VBlk1(2) >= 30 Then\r\n    Flag(2) = False\r\n"
-                  "ElseIf Flag(1) = False Then\r\n    Flag(2) = True\r\nEnd If");
-  press(screen, "ViewCode2");
-  screen.Done();
-  const FlagControl& stored = store->Flags[2];
-  EXPECT_EQ(stored.State[1].FlagVar, "Oil");
-  EXPECT_EQ(stored.State[1].FlagCompare, 1);
-  EXPECT_EQ(stored.State[1].FlagExpression, "VBlk1(2) >= 30");
-  EXPECT_EQ(stored.State[2].FlagExpression, "Flag(1) = False");
-  EXPECT_EQ(stored.FlagOn, kFalse);
+  pick(screen, "State2FlagVar2", "Oil");
+  EXPECT_EQ(shown(screen, "State1FlagCompare2"), " >=");
+  EXPECT_EQ(shown(screen, "State2FlagCompare2"), " <");
+  pick(screen, "State2FlagCompare2", "<=");
+  const auto& states = store->Flags[2].State;
+  EXPECT_EQ(states[1].FlagVar, "Oil");
+  EXPECT_EQ(states[1].FlagExpression, "VBlk1(2) >= 0");
+  EXPECT_EQ(states[2].FlagCompare, 3);
+  pick(screen, "State2FlagVar2", "(None)");
+  EXPECT_EQ(states[2].FlagVar, "");
+  EXPECT_EQ(states[2].FlagCompare, 2);
+  EXPECT_EQ(states[2].FlagExpression, "False");
 }
 
 TEST_F(ConfigScreens, SignsOfOlderProjectsStayUntilTheyAreEdited) {
@@ -394,15 +314,6 @@ TEST_F(ConfigScreens, SignsOfOlderProjectsStayUntilTheyAreEdited) {
   screen.Done();
   EXPECT_EQ(store->Flags[1].State[1].FlagExpression, before.State[1].FlagExpression);
   EXPECT_EQ(store->Flags[1].State[2].FlagCompare, before.State[2].FlagCompare);
-}
-
-TEST_F(ConfigScreens, ClearingAMeasurementClearsItsState) {
-  store->Flags[1].State[1] = {"VBlk1(3)", 0, 5, "VBlk1(3) > 5"};
-  frmFlags screen(context);
-  pick(screen, "State1FlagVar1", "(None)");
-  screen.Done();
-  EXPECT_EQ(store->Flags[1].State[1].FlagVar, "");
-  EXPECT_EQ(store->Flags[1].State[1].FlagExpression, "False");
 }
 
 TEST_F(ConfigScreens, AFlagInUseElsewhereIsAskedAboutAndFreedAtDone) {
@@ -439,7 +350,8 @@ TEST_F(ConfigScreens, OnlyAsManyFlagsAreShownAsTheUserWants) {
   frmFlags screen(context);
   EXPECT_TRUE(usable(screen, "FlagInclude2"));
   EXPECT_FALSE(usable(screen, "FlagInclude3"));
-  EXPECT_TRUE(usable(screen, "FlagInclude7")) << "in use";
+  check(screen, "FlagInclude7", false);
+  EXPECT_TRUE(usable(screen, "FlagInclude7")) << "was in use";
 }
 
 // ---- Ports --------------------------------------------------------------------------------------
@@ -468,119 +380,9 @@ TEST_F(ConfigScreens, MasksReadBackInEveryForm) {
     const std::string bits = MaskBits(row.typed, row.code);
     EXPECT_EQ(bits, row.bits);
     if (!bits.empty()) {
-      EXPECT_EQ(MaskText(bits, row.code), row.shown);
+      EXPECT_EQ(PortMaskText(bits, row.code), row.shown);
     }
   }
-}
-
-TEST_F(ConfigScreens, SinglePortsAreSetByTheirStates) {
-  frmPorts screen(context);
-  EXPECT_FALSE(usable(screen, "Include3")) << "a byte is selected";
-  pick(screen, "ByteMode", "Bit-Write");
-  EXPECT_FALSE(usable(screen, "ReadMode"));
-  forms.ExpectBox("VIEW CODE", "You must Include this Port setup to view it.");
-  press(screen, "ViewCode3");
-  check(screen, "Include3", true);
-  pick(screen, "State1MeasureVar3", "Oil");
-  pick(screen, "State2MeasureVar3", "Oil");
-  pick(screen, "State2Compare3", "<=");
-  forms.ExpectBox("PORTSET CODE",
-                  "If VBlk1(2) > 0 Then\r\n    Port(3) = True\r\nElseIf VBlk1(2) <= 0 Then\r\n"
-                  "    Port(3) = False\r\nEnd If\r\nPortSet(3,Port(3))");
-  press(screen, "ViewCode3");
-  pick(screen, "ByteMode", "Byte");
-  forms.ExpectBoxWith("PORTSET CODE", "*** Code Will Not be Generated for De-Selected Mode ***");
-  press(screen, "ViewCode3");
-  screen.Done();
-  const PortState& second = store->Ports.Slot[0].Ports[3].State[1];
-  EXPECT_EQ(second.MeasureVar, "Oil");
-  EXPECT_EQ(second.Compare, 3);
-  EXPECT_EQ(second.Expression, "VBlk1(2) <= 0");
-}
-
-TEST_F(ConfigScreens, AByteIsReadOrWrittenByItsMask) {
-  frmPorts screen(context);
-  check(screen, "Include9", true);
-  pick(screen, "CodeType", "BIN");
-  type(screen, "BinaryMask3", "111");
-  EXPECT_EQ(store->Ports.Slot[0].BinaryMask[2], "00000111");
-  pick(screen, "CodeType", "HEX");
-  EXPECT_EQ(shown(screen, "BinaryMask3"), "&H7");
-  control(screen, "BinaryMask3").TypeText("1FF");
-  EXPECT_FALSE(screen.MoveFocus(nullptr)) << "more than eight bits";
-  static_cast<TextField&>(control(screen, "BinaryMask3")).Escape();
-  pick(screen, "ReadMode", "Read");
-  EXPECT_FALSE(usable(screen, "BinaryMask1"));
-  forms.ExpectBox("READIO CODE",
-                  "ReadIO(ReadPort,&H7)\r\n"
-                  "''''The I/O ports have been read into variable ReadPort. ''''");
-  press(screen, "ViewCode9");
-  screen.Cancel();
-  EXPECT_EQ(store->Ports.Slot[0].ReadMode, 0);
-}
-
-TEST_F(ConfigScreens, MultiplexersTakeTheLastTwoPorts) {
-  config().TK40MQty = 1;
-  store->Ports.Slot[0].ByteMode = 0;
-  frmPorts screen(context);
-  EXPECT_TRUE(usable(screen, "Include6"));
-  EXPECT_FALSE(usable(screen, "Include7"));
-  EXPECT_FALSE(usable(screen, "State1MeasureVar8"));
-  pick(screen, "ByteMode", "Byte");
-  type(screen, "BinaryMask3", "&HFF");
-  EXPECT_EQ(shown(screen, "BinaryMask3"), "&H3F");
-}
-
-// ---- Analog outputs -----------------------------------------------------------------------------
-
-TEST_F(ConfigScreens, BridgesTakeOutputsFromTheLastOneDown) {
-  store->BridgeBlock.BlockCount = 1;
-  store->BridgeBlock[1].Reps = 1;
-  store->BridgeBlock[1].CheckCAO = kTrue;
-  frmExcite screen(context);
-  EXPECT_EQ(shown(screen, "PortMessage1"), "Port CAO1 is free.");
-  EXPECT_EQ(shown(screen, "PortMessage2"), "Port CAO2 is used by a bridge measurement.");
-  EXPECT_TRUE(usable(screen, "Include1"));
-  EXPECT_FALSE(usable(screen, "Include2"));
-}
-
-TEST_F(ConfigScreens, AStaticOutputIsStoredAsTheProgramReadsIt) {
-  frmExcite screen(context);
-  check(screen, "Include1", true);
-  pick(screen, "DynamicStatic1", "Static");
-  EXPECT_FALSE(usable(screen, "State21"));
-  type(screen, "State11", "2500");
-  check(screen, "FastDelay1", true);
-  EXPECT_EQ(shown(screen, "Delay1"), "300 uSec");
-  pick(screen, "CurrentOut1", "5 mAmp Max");
-  forms.ExpectBox("EXCITATION CODE", "ExciteCAO(CAO1,2500,False,True)");
-  press(screen, "ViewCode1");
-  screen.Done();
-  const ExciteChannel& channel = store->ExciteOut.Slot[0][1];
-  EXPECT_EQ(channel.DynamicStatic, 1);
-  EXPECT_EQ(channel.State1, 2500);
-  EXPECT_EQ(channel.FastDelay, 1);
-  EXPECT_EQ(channel.CurrentOut, 1);
-}
-
-TEST_F(ConfigScreens, ADynamicOutputNeedsBothExpressions) {
-  frmExcite screen(context);
-  check(screen, "Include2", true);
-  EXPECT_FALSE(usable(screen, "ViewCode2"));
-  pick(screen, "Excite1MeasVar2", "Oil");
-  pick(screen, "Excite1Compare2", "<>");
-  EXPECT_EQ(store->ExciteOut.Slot[0][2].Excite1Expression, "VBlk1(2) <> 0");
-  const std::string box =
-      "The following ports have been selected as dynamic, \r\n"
-      "but there are no expressions configured for the states as shown:\r\n\r\n"
-      "Module Slot 1,  Port 2,  State 2\r\n\r\n"
-      "These channels will be deactivated unless expressions are defined for both states.";
-  forms.ExpectBox("Port Configurations Incomplete", box, Answer::kCancel);
-  screen.Done();
-  EXPECT_EQ(screen.Result(), ModalResult::kNone);
-  forms.ExpectBox("Port Configurations Incomplete", box, Answer::kOk);
-  screen.Done();
-  EXPECT_EQ(store->ExciteOut.Slot[0][2].Include, kFalse);
 }
 
 // ---- The program --------------------------------------------------------------------------------
@@ -626,6 +428,17 @@ TEST_F(ConfigProgram, PowerFlagsAndOutputsAreThoseOfTheScreens) {
     check(screen, "Include2", true);
     pick(screen, "DynamicStatic2", "Static");
     type(screen, "State12", "-500");
+    check(screen, "FastDelay2", true);
+    pick(screen, "CurrentOut2", "5 mAmp Max");
+    screen.Done();
+  }
+  {
+    frmPorts screen(context);
+    pick(screen, "ByteMode", "Bit-Write");
+    check(screen, "Include3", true);
+    pick(screen, "State1MeasureVar3", "Oil");
+    pick(screen, "State2MeasureVar3", "Oil");
+    check(screen, "Polarity3", false);
     screen.Done();
   }
   using testing::At66;
@@ -636,10 +449,12 @@ TEST_F(ConfigProgram, PowerFlagsAndOutputsAreThoseOfTheScreens) {
                    At66("         PowerOff(0,2,Hr)", "'Kill the logger, restart in 2 Hr"),
                    At66("      If StopTime(4) = 23 Then", "'Hour"),
                    At66("         PowerOff(0,30,Min)", "'Kill the logger"),
-                   At66("      If VBlk1(1) > 0 Then", "'Test measurement"),
+                   At66("      If VBlk1(1) >= 0 Then", "'Test measurement"),
                    At66("         Flag(4) = False", "'Flag(4) if test condition is true"),
                    At66("      ElseIf Flag(1) = True Then", "'Other condition"),
-                   At66("      ExciteCAO(CAO2,-500,True,False)", "'Set excitation channel")}));
+                   At66("      ElseIf VBlk1(2) < 0 Then", "'Other condition"),
+                   At66("         Port(3) = False", "'Port 3 if test condition is true"),
+                   At66("      ExciteCAO(CAO2,-500,False,True)", "'Set excitation channel")}));
   EXPECT_THAT(lines, ::testing::Not(::testing::Contains(::testing::HasSubstr("If StopTime(1)"))));
 }
 

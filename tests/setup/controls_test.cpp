@@ -108,6 +108,9 @@ TEST_F(ControlTest, UnitNamesBeginWithALetterAndLoseTheirBlanks) {
   field.TypeText("9m V/o_l@t#$1");
   EXPECT_EQ(field.Text(), "mVo_l@t#$1");
   EXPECT_EQ(forms.beeps, 2);
+  field.TypeText(" ");
+  EXPECT_EQ(field.Text(), "");
+  EXPECT_EQ(forms.beeps, 2);
 }
 
 TEST_F(ControlTest, APickAndACheckFireOnlyWhereThereIsSomethingToTake) {

@@ -10,6 +10,7 @@
 
 #include "model/defaults.h"
 #include "model/options.h"
+#include "model/variables.h"
 #include "setup/controls/screen.h"
 #include "support/scripted_forms.h"
 
@@ -75,10 +76,23 @@ class ScreenTest : public ::testing::Test {
     ORVUS_COMMON::SetAllDefaults(*store);
   }
 
+  // Opens a screen from a list, acts on it, and leaves both by Done.
+  void edit(Screen& list, std::string_view name, std::string_view argument,
+            const std::function<void(Screen&)>& actions) {
+    host.onShow = [&](Screen& screen) {
+      actions(screen);
+      if (screen.Result() == ModalResult::kNone) screen.Done();
+      ASSERT_NE(screen.Result(), ModalResult::kNone);
+    };
+    ASSERT_TRUE(Open(list, name, argument));
+    list.Done();
+    ASSERT_EQ(list.Result(), ModalResult::kDone);
+  }
+
   ScriptedForms forms;
   DrivenHost host;
   OptionValues options;
-  std::vector<i32> kinds;
+  std::vector<i32> kinds{kVariableKinds.begin(), kVariableKinds.end()};
   std::unique_ptr<ProjectStore> store = NewStore();
   ScreenContext context{*store, forms, host, options, 0, kinds};
 };

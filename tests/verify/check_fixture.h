@@ -13,14 +13,13 @@ namespace ostrand::testing {
 
 using platform::Answer;
 
-class CheckTest : public ::testing::Test {
- protected:
-  CheckTest() {
+struct CheckedProject {
+  CheckedProject() {
     ORVUS_COMMON::SetAllDefaults(store);
     ORVUS_COMMON::SetLoggerConstants(store);
   }
 
-  // Voltage, thermocouple and bridge blocks 1 to `count`, of `reps` repetitions each.
+  // Blocks 1 to `count` of a group, of `reps` repetitions each.
   template <class Group>
   static void use(Group& group, int count, int reps) {
     group.BlockCount = static_cast<i16>(count);
@@ -44,5 +43,7 @@ class CheckTest : public ::testing::Test {
   CalcVarRefs refs;
   CheckContext context{store, forms, 8191, refs};
 };
+
+class CheckTest : public ::testing::Test, protected CheckedProject {};
 
 }  // namespace ostrand::testing

@@ -1,8 +1,17 @@
 #include "setup/controls/choice.h"
 
+#include <algorithm>
+
 #include "text/strings.h"
 
 namespace ostrand {
+namespace {
+
+bool isNamed(const Choice::Item& item, std::string_view text) {
+  return SameText(Trim(item.Text), Trim(text));
+}
+
+}  // namespace
 
 void Choice::SetItems(std::initializer_list<std::string_view> texts) {
   Items.clear();
@@ -23,11 +32,16 @@ std::string Choice::Text() const {
   return index_ < 0 ? std::string() : Items[static_cast<std::size_t>(index_)].Text;
 }
 
+const Choice::Item* Choice::Find(std::string_view item) const {
+  const auto found = std::find_if(Items.begin(), Items.end(),
+                                  [&](const Item& candidate) { return isNamed(candidate, item); });
+  return found == Items.end() ? nullptr : &*found;
+}
+
 bool Choice::Pick(std::string_view item) {
   for (std::size_t at = 0; at < Items.size(); ++at) {
     const Item& candidate = Items[at];
-    if (!candidate.Enabled || !candidate.Visible) continue;
-    if (!SameText(Trim(candidate.Text), Trim(item))) continue;
+    if (!candidate.Enabled || !candidate.Visible || !isNamed(candidate, item)) continue;
     Index(static_cast<int>(at));
     return true;
   }

@@ -34,8 +34,10 @@ class Choice : public Control {
   // Shows an item as picked, -1 or a place outside for none, without any event.
   void Show(int index);
   [[nodiscard]] std::string Text() const override;
-  // An item by its text, blanks around it and upper and lower case apart; false when there is none
-  // that can be picked.
+  // An item by its text, blanks around it and upper and lower case apart, whether it can be picked
+  // or not; null when there is none.
+  [[nodiscard]] const Item* Find(std::string_view item) const;
+  // The first of that text that can be picked; false when there is none.
   bool Pick(std::string_view item) override;
 
  private:

@@ -76,6 +76,10 @@ void NumericField::Limits(double least, double most) {
   most_ = std::min(most, rowOf(type_).most);
 }
 
+bool NumericField::HasLeast() const { return least_ > rowOf(type_).least; }
+
+bool NumericField::HasMost() const { return most_ < rowOf(type_).most; }
+
 double NumericField::Value() const { return ToDouble(Text()).value_or(0); }
 
 void NumericField::Value(double value) { Text(shown(value)); }

@@ -26,6 +26,9 @@ class NumericField : public TextField {
   void Limits(double least, double most);
   [[nodiscard]] double Least() const { return least_; }
   [[nodiscard]] double Most() const { return most_; }
+  // Whether it has a limit of its own at that end, or only that of the type.
+  [[nodiscard]] bool HasLeast() const;
+  [[nodiscard]] bool HasMost() const;
   // 2 to 9 for singles, 2 to 15 for doubles.
   void Digits(int digits) { digits_ = digits; }
   // A field left empty is no mistake: it takes effect as it is.

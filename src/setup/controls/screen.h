@@ -29,6 +29,7 @@ struct ScreenContext {
   const OptionValues& options;
   i32 WarningMessageMask;
   const std::vector<i32>& UserVarListTypes;  // order of the kinds in lists of variables
+  TextFont* ConditionFont = nullptr;         // the user's; without it there is none to choose
 };
 
 enum class ModalResult { kNone, kDone, kCancel };

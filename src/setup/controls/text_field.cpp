@@ -89,7 +89,10 @@ bool TextField::TypeText(std::string_view keys) {
 
 bool TextField::Spin(bool up) {
   if (!OnSpin) return false;
+  // The buttons stand beside the field: it is left for them, and comes back with what they gave.
+  if (!Leave()) return true;
   fire([&] { OnSpin(up); }, up ? "SpinUp" : "SpinDown");
+  Enter();
   return true;
 }
 
@@ -98,10 +101,9 @@ void TextField::Enter() {
   selected_ = true;
 }
 
-bool UnitField::TypeText(std::string_view keys) {
-  std::string kept(keys);
-  std::erase(kept, ' ');
-  return TextField::TypeText(kept);
+void UnitField::Key(char letter) {
+  if (letter != ' ') return TextField::Key(letter);
+  if (isSelected()) Clear();
 }
 
 }  // namespace ostrand

@@ -40,7 +40,7 @@ class TextField : public Control {
 
   // One key at the end of the text, or in place of all of it when it has just got the focus. A key
   // that the filter refuses is dropped with a beep.
-  void Key(char letter);
+  virtual void Key(char letter);
   // The next key replaces all of the text.
   void SelectAll() { selected_ = true; }
   // Takes away all of the text.
@@ -51,6 +51,7 @@ class TextField : public Control {
   bool Take();
 
   bool TypeText(std::string_view keys) override;
+  // What was typed takes effect first.
   bool Spin(bool up) override;
   void Enter() override;
   // Takes what was typed, if anything was.
@@ -62,6 +63,8 @@ class TextField : public Control {
 
   // Brings the text into its form before it takes effect; false when it can't be taken.
   virtual bool normalize(std::string& /*text*/) { return true; }
+  // Whether the next key replaces all of the text.
+  [[nodiscard]] bool isSelected() const { return selected_; }
 
  private:
   void change(std::string text);
@@ -77,7 +80,7 @@ class TextField : public Control {
 class UnitField : public TextField {
  public:
   UnitField(Screen& screen, std::string_view name) : TextField(screen, name, UnitNameText) {}
-  bool TypeText(std::string_view keys) override;
+  void Key(char letter) override;
 };
 
 }  // namespace ostrand

@@ -1,0 +1,193 @@
+#include "session/screen_catalog.h"
+
+#include <algorithm>
+#include <array>
+#include <deque>
+#include <vector>
+
+#include "session/script_forms.h"
+#include "session/setup_screens.h"
+#include "setup/controls/list_field.h"
+#include "setup/controls/numeric_field.h"
+#include "text/number.h"
+#include "text/strings.h"
+
+namespace ostrand {
+namespace {
+
+constexpr std::string_view kLead =
+    "Below, each screen with its controls: what a control is, what is done with it, the limits "
+    "of\r\n"
+    "a number, the items of a choice, and in parentheses what stands on it or beside it. They "
+    "are\r\n"
+    "as on a project with one block of each kind. There are rows for all sensors of a block, "
+    "and\r\n"
+    "some choices depend on others: a pick that fails tells what there is.\r\n"
+    "\r\n";
+
+struct KindRow {
+  ControlKind kind;
+  std::string_view name;
+};
+constexpr std::array<KindRow, 6> kKinds = {{
+    {ControlKind::kLabel, "label"},
+    {ControlKind::kText, "text     type"},
+    {ControlKind::kNumber, "number   type"},
+    {ControlKind::kChoice, "choice   pick"},
+    {ControlKind::kCheck, "check    check"},
+    {ControlKind::kButton, "button   press"},
+}};
+
+// Whether an item is the number that follows on the one before it.
+bool follows(const std::string& item, const std::string& before) {
+  const std::optional<std::int16_t> number = ToInt16(item);
+  const std::optional<std::int16_t> previous = ToInt16(before);
+  return number && previous && *number == *previous + 1;
+}
+
+// Each item behind a blank and in quotes; numbers that follow each other as the first and the last.
+std::string itemsText(const std::vector<std::string>& items) {
+  constexpr std::size_t kFewest = 4;  // numbers worth a run
+  std::string text;
+  for (std::size_t at = 0; at < items.size();) {
+    std::size_t end = at + 1;
+    while (end < items.size() && follows(items[end], items[end - 1])) ++end;
+    if (end - at < kFewest) end = at + 1;
+    text += " " + Quoted(items[at]);
+    if (end - at > 1) text += " to " + Quoted(items[end - 1]);
+    at = end;
+  }
+  return text;
+}
+
+// What a control is and what can be done with it.
+std::string usesOf(const Control& control) {
+  std::string text(kKinds[static_cast<std::size_t>(control.Kind())].name);
+  if (const auto* number = dynamic_cast<const NumericField*>(&control)) {
+    if (number->HasLeast()) text += " from " + NumberText(number->Least());
+    if (number->HasMost()) text += " to " + NumberText(number->Most());
+  }
+  if (const auto* field = dynamic_cast<const TextField*>(&control);
+      field != nullptr && field->OnSpin) {
+    text += ", spin";
+  }
+  if (const auto* list = dynamic_cast<const ListField*>(&control)) {
+    text += ", pick" + itemsText(list->Items);
+  }
+  if (const auto* choice = dynamic_cast<const Choice*>(&control)) text += ItemsText(*choice);
+  if (!control.Caption.empty()) text += "  (" + control.Caption + ")";
+  return text;
+}
+
+// "Reps1" is the first of the rows of "Reps".
+struct RowName {
+  std::string stem;
+  int number = 0;  // 0 for a name without one
+};
+RowName rowNameOf(const std::string& name) {
+  const std::size_t end = name.find_last_not_of("0123456789") + 1;
+  return {name.substr(0, end), ToInt16(name.substr(end)).value_or(0)};
+}
+
+// The last of the rows from 1 that are all alike; 0 when there is no row 1.
+int lastRowAlike(const Screen& screen, const std::string& stem) {
+  const Control* first = screen.Find(stem + "1");
+  if (first == nullptr) return 0;
+  int last = 1;
+  for (;; ++last) {
+    const Control* next = screen.Find(stem + NumberText(last + 1));
+    if (next == nullptr || usesOf(*next) != usesOf(*first)) return last;
+  }
+}
+
+std::string controlsOf(const Screen& screen) {
+  std::string text;
+  for (const Control* control : screen.Controls()) {
+    std::string name = control->Name();
+    const RowName row = rowNameOf(name);
+    const int last = row.number > 0 ? lastRowAlike(screen, row.stem) : 0;
+    if (row.number > 1 && row.number <= last) continue;
+    if (row.number == 1 && last > 1) name += " to " + row.stem + NumberText(last);
+    std::string line = "  " + name;
+    line.resize(std::max<std::size_t>(line.size() + 1, 32), ' ');
+    text += line + usesOf(*control) + "\r\n";
+  }
+  return text;
+}
+
+// Walks through all screens and writes down what each of them has.
+class CatalogHost : public ScreenHost {
+ public:
+  void ShowModal(Screen& screen) override {
+    Entry& entry = entryOf(screen);
+    // What a screen opens depends on who opened it, and on the kind of a block.
+    for (const Screen::Opener& opener : screen.Openers()) {
+      const bool ofBlock = opener.argument == "block";
+      std::string line = "  open " + opener.name;
+      if (!opener.argument.empty()) line += " " + (ofBlock ? "BLOCK" : opener.argument);
+      if (std::find(entry.opens.begin(), entry.opens.end(), line) == entry.opens.end()) {
+        entry.opens.push_back(std::move(line));
+      }
+      if (!ofBlock) {
+        opener.open(opener.argument);
+        continue;
+      }
+      opener.open("1");
+      opener.open("2");
+    }
+    screen.End(ModalResult::kCancel);
+  }
+
+  // In the order in which they were met.
+  [[nodiscard]] std::string Text() const {
+    std::string text;
+    for (const Entry& entry : entries_) {
+      text += entry.text;
+      for (const std::string& line : entry.opens) text += line + "\r\n";
+      text += "\r\n";
+    }
+    return text;
+  }
+
+ private:
+  struct Entry {
+    std::string name;
+    std::string text;
+    std::vector<std::string> opens;
+  };
+
+  Entry& entryOf(const Screen& screen) {
+    const auto found = std::find_if(entries_.begin(), entries_.end(), [&](const Entry& entry) {
+      return entry.name == screen.Name();
+    });
+    if (found != entries_.end()) return *found;
+    std::string title = screen.Name();
+    if (!screen.Caption.empty()) title += "  (" + screen.Caption + ")";
+    if (ButtonOfScreen(screen.Name()) >= 0) title += ", by its main button";
+    return entries_.emplace_back(Entry{screen.Name(), title + "\r\n" + controlsOf(screen), {}});
+  }
+
+  std::deque<Entry> entries_;  // of which none moves
+};
+
+}  // namespace
+
+std::string ItemsText(const Choice& choice) {
+  std::vector<std::string> items;
+  for (const Choice::Item& item : choice.Items) {
+    if (item.Visible) items.emplace_back(Trim(item.Text));
+  }
+  return itemsText(items);
+}
+
+std::string ScreenCatalog(Ostrand& control) {
+  CatalogHost host;
+  ConnectSetupScreens(control, host);
+  for (int button = kConfigurationButton; button <= kExciteButton; ++button) {
+    if (control.Screens()[button]) control.Screens()[button]();
+  }
+  for (const OptionScreen& row : kOptionScreens) control.ShowOptions(row.option);
+  return std::string(kLead) + host.Text();
+}
+
+}  // namespace ostrand

@@ -1,0 +1,70 @@
+#include "session/script_forms.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "text/strings.h"
+
+namespace ostrand {
+
+using platform::Answer;
+
+void ScriptForms::Prepare(std::string title, Answer answer) {
+  answers_.push_back({std::move(title), answer});
+}
+
+void ScriptForms::StartAction() {
+  beeped_ = false;
+  seen_.clear();
+}
+
+Answer ScriptForms::ShowBox(const platform::MessageBox& box) {
+  const auto prepared = std::find_if(answers_.begin(), answers_.end(), [&](const Prepared& row) {
+    return SameText(row.title, box.title);
+  });
+  if (prepared != answers_.end()) {
+    const Answer answer = prepared->answer;
+    answers_.erase(prepared);
+    seen_.push_back({box.title, box.text});
+    return answer;
+  }
+  if (box.buttons == platform::Buttons::kOk) {
+    told_.push_back({box.title, box.text});
+    return Answer::kOk;
+  }
+  if (unanswered_.empty()) unanswered_ = Quoted(box.title) + ": " + box.text;
+  return box.buttons == platform::Buttons::kYesNo ? Answer::kNo : Answer::kCancel;
+}
+
+std::optional<ScriptForms::Box> ScriptForms::Claim(std::string_view title) {
+  for (std::vector<Box>* boxes : {&told_, &seen_}) {
+    const auto found = std::find_if(boxes->begin(), boxes->end(),
+                                    [&](const Box& box) { return SameText(box.title, title); });
+    if (found == boxes->end()) continue;
+    Box box = *found;
+    boxes->erase(found);
+    return box;
+  }
+  return std::nullopt;
+}
+
+std::string ScriptForms::Unforeseen() const {
+  if (!unanswered_.empty()) return "no answer to the box " + unanswered_;
+  if (told_.empty()) return {};
+  return "unexpected box " + Quoted(told_.front().title) + ": " + told_.front().text;
+}
+
+std::vector<std::string> ScriptForms::Unused() const {
+  std::vector<std::string> titles;
+  titles.reserve(answers_.size());
+  for (const Prepared& row : answers_) titles.push_back(row.title);
+  return titles;
+}
+
+std::optional<std::string> ScriptForms::takeFile() { return std::exchange(file_, std::nullopt); }
+
+std::optional<std::string> ScriptForms::AskOpen(const platform::FileDialog&) { return takeFile(); }
+
+std::optional<std::string> ScriptForms::AskSave(const platform::FileDialog&) { return takeFile(); }
+
+}  // namespace ostrand

@@ -1,0 +1,69 @@
+// What a script sees of a session beside its screens: boxes, beeps, file dialogs, the help line.
+#pragma once
+
+#include <deque>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/forms.h"
+
+namespace ostrand {
+
+// A text in double quotes.
+inline std::string Quoted(std::string_view text) { return "\"" + std::string(text) + "\""; }
+
+// The boxes, beeps and help lines of a session that a script drives. A box needs an answer given
+// beforehand; one that only tells may also be looked at afterwards.
+class ScriptForms : public platform::Forms {
+ public:
+  explicit ScriptForms(platform::Forms& inner) : inner_(inner) {}
+
+  struct Box {
+    std::string title;
+    std::string text;
+  };
+
+  void Prepare(std::string title, platform::Answer answer);
+  void PrepareFile(std::string path) { file_ = std::move(path); }
+
+  // Forgets beeps and boxes that were looked at, for the next action.
+  void StartAction();
+  // Takes a box of that title that has come, if there is one.
+  std::optional<Box> Claim(std::string_view title);
+  [[nodiscard]] bool Beeped() const { return beeped_; }
+  [[nodiscard]] const std::string& HelpLine() const { return helpLine_; }
+  // What must not be: a box that nobody foresaw, told in words. Empty for nothing.
+  [[nodiscard]] std::string Unforeseen() const;
+  // A question among them, which has got the answer that changes least.
+  [[nodiscard]] bool AskedInVain() const { return !unanswered_.empty(); }
+  // Titles of answers that no box has come for.
+  [[nodiscard]] std::vector<std::string> Unused() const;
+
+  platform::Answer ShowBox(const platform::MessageBox& box) override;
+  std::optional<std::string> AskOpen(const platform::FileDialog& dialog) override;
+  std::optional<std::string> AskSave(const platform::FileDialog& dialog) override;
+  void SetHelpLine(const std::string& text) override { helpLine_ = text; }
+  void SetPointer(platform::Pointer shape) override { inner_.SetPointer(shape); }
+  void Beep() override { beeped_ = true; }
+  void DoEvents() override { inner_.DoEvents(); }
+
+ private:
+  struct Prepared {
+    std::string title;
+    platform::Answer answer;
+  };
+  std::optional<std::string> takeFile();
+
+  platform::Forms& inner_;
+  std::deque<Prepared> answers_;
+  std::optional<std::string> file_;
+  std::vector<Box> told_;   // boxes with OK only that nobody has looked at yet
+  std::vector<Box> seen_;   // answered ones of the present action
+  std::string unanswered_;  // a question without an answer
+  std::string helpLine_;
+  bool beeped_ = false;
+};
+
+}  // namespace ostrand

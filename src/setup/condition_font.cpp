@@ -1,0 +1,43 @@
+#include "setup/condition_font.h"
+
+#include "text/strings.h"
+
+namespace ostrand {
+
+ConditionFontControls::ConditionFontControls(Screen& screen, TextFont* font,
+                                             std::initializer_list<GroupingField*> lines)
+    : FontName(screen, "FontName"),
+      FontStyle(screen, "FontStyle"),
+      FontSize(screen, "FontSize", NumberType::kInteger),
+      font_(font),
+      lines_(lines) {
+  FontStyle.SetItems({"Regular", "Bold", "Italic", "Bold Italic"});
+  FontSize.Limits(kLeastFontSize, kMostFontSize);
+  show();
+  FontName.OnTake = [this] { take(); };
+  FontStyle.OnPick = [this] { take(); };
+  FontSize.OnTake = [this] { take(); };
+}
+
+// A style that is none of the list stays until another one is picked.
+void ConditionFontControls::take() {
+  if (font_ == nullptr) return;
+  if (!Trim(FontName.Text()).empty()) font_->Name = Trim(FontName.Text());
+  if (FontStyle.Index() >= 0) font_->Style = FontStyle.Text();
+  font_->Size = static_cast<i32>(FontSize.Value());
+  show();
+}
+
+void ConditionFontControls::show() {
+  FontName.Enabled = FontStyle.Enabled = FontSize.Enabled = font_ != nullptr;
+  if (font_ == nullptr) return;
+  FontName.Text(font_->Name);
+  FontStyle.Show(-1);
+  for (std::size_t at = 0; at < FontStyle.Items.size(); ++at) {
+    if (SameText(FontStyle.Items[at].Text, font_->Style)) FontStyle.Show(static_cast<int>(at));
+  }
+  FontSize.Value(font_->Size);
+  for (GroupingField* line : lines_) line->Font = *font_;
+}
+
+}  // namespace ostrand

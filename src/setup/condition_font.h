@@ -1,0 +1,36 @@
+// The font of the lines that group conditions, which each user chooses.
+#pragma once
+
+#include <initializer_list>
+#include <vector>
+
+#include "model/options.h"
+#include "setup/conditions.h"
+#include "setup/controls/choice.h"
+#include "setup/controls/numeric_field.h"
+#include "setup/controls/screen.h"
+
+namespace ostrand {
+
+// Controls "FontName", "FontStyle" and "FontSize". A choice is the user's at once, however the
+// screen ends: it is no part of the project.
+class ConditionFontControls {
+ public:
+  // Sets the font of `lines` now and after each choice. Without a font of the user's to choose, a
+  // null one, the controls are disabled. Font and lines outlive the controls.
+  ConditionFontControls(Screen& screen, TextFont* font,
+                        std::initializer_list<GroupingField*> lines);
+
+  TextField FontName;
+  Choice FontStyle;
+  NumericField FontSize;  // points, kLeastFontSize to kMostFontSize
+
+ private:
+  void take();
+  void show();
+
+  TextFont* font_;
+  std::vector<GroupingField*> lines_;
+};
+
+}  // namespace ostrand
