@@ -3,7 +3,6 @@
 // reports of a statement is 1000 microseconds and one for each line of the program before it.
 #include <unistd.h>
 
-#include <array>
 #include <chrono>
 #include <cstdlib>
 #include <fstream>
@@ -19,6 +18,8 @@ namespace {
 std::string behaviour;
 
 bool is(std::string_view name) { return behaviour == name; }
+bool isOld() { return is("old") || is("oldbad"); }
+bool isBad() { return is("bad") || is("oldbad"); }
 
 void write(const std::string& path, const std::string& bytes) {
   std::ofstream(path, std::ios::binary) << bytes;
@@ -35,28 +36,16 @@ std::string lines(std::initializer_list<std::string> parts) {
 }
 
 std::string versionReport() {
-  if (is("old") || is("oldbad")) {
+  if (isOld()) {
     return lines({"Logger compiler", "[Version]", "VERSION: 4.2 DATE: 051507", "051507"});
   }
   if (is("exact")) return lines({"[Version] VERSION: 5.0 DATE: 060607"});
   return lines({"Logger compiler", "[Version] VERSION: 6.3 DATE: 051508"});
 }
 
-constexpr std::array<std::pair<std::string_view, std::string_view>, 13> kStatements = {{
-    {"Battery(", "Battery"},
-    {"PanelTemp(", "PanelTemp"},
-    {"TCDiff(", "TCDiff"},
-    {"TCSE(", "TCSE"},
-    {"VoltSE(", "VoltSE"},
-    {"VoltDiff(", "VoltDiff"},
-    {"BrFull(", "BrFull"},
-    {"BrFull6W(", "BrFull6W"},
-    {"BrHalf(", "BrHalf"},
-    {"BrHalf3W(", "BrHalf3W"},
-    {"BrHalf4W(", "BrHalf4W"},
-    {"PulseCount(", "PulseCount"},
-    {"TK40M(", "TK40M"},
-}};
+constexpr std::string_view kMeasured =
+    " Battery PanelTemp TCDiff TCSE VoltSE VoltDiff BrFull BrFull6W BrHalf BrHalf3W BrHalf4W "
+    "PulseCount TK40M ";
 
 // The scan of the program, statement by statement.
 std::string times(const std::string& source) {
@@ -73,19 +62,17 @@ std::string times(const std::string& source) {
     }
     if (!inScan) continue;
     if (statement.starts_with("NextScan")) break;
-    for (const auto& [begin, name] : kStatements) {
-      if (!statement.starts_with(begin)) continue;
-      text += lines({"Line " + std::to_string(number) + ": " + std::string(name) + " = " +
-                     std::to_string(1000 + number) + ".4 uSec"});
-    }
+    const std::string name = statement.substr(0, statement.find('('));
+    if (kMeasured.find(" " + name + " ") == std::string_view::npos) continue;
+    text += lines({"Line " + std::to_string(number) + ": " + name + " = " +
+                   std::to_string(1000 + number) + ".4 uSec"});
   }
   return text + lines({"Line 9999: Scan: 1 Sec", "Line 10000: VoltSE = 99"});
 }
 
 std::string compileReport(const std::string& source) {
-  const bool bad = is("bad") || is("oldbad");
-  const std::string verdict = bad ? "Line 7: Undeclared variable" : source + " Compiled OK";
-  if (is("old") || is("oldbad")) {
+  const std::string verdict = isBad() ? "Line 7: Undeclared variable" : source + " Compiled OK";
+  if (isOld()) {
     return lines({"Old compiler"}) + times(source) + lines({"[Compile Results]", verdict, "End"});
   }
   return times(source) + lines({verdict, "Memory 12345"});
@@ -96,29 +83,15 @@ void compile(const std::string& source, const std::string& report) {
   if (is("none")) return;
   if (is("empty")) return write(report, "");
   if (is("crash")) std::abort();
-  if (is("hang")) hang();
-  if (is("cut")) {
+  if (is("cut") || is("cuthang")) {
     write(report, bytes.substr(0, bytes.size() / 2));
+    if (is("cuthang")) hang();
     std::abort();
   }
-  if (is("cuthang")) {
-    write(report, bytes.substr(0, bytes.size() / 2));
-    hang();
-  }
-  if (is("huge")) {
-    std::ofstream file(report, std::ios::binary);
-    const std::string row(1 << 20, 'x');
-    for (int count = 0; count < 50; ++count) file << row << "\r\n";
-    file << bytes;
-    return;
-  }
   if (is("slow")) {
-    std::ofstream file(report, std::ios::binary);
     std::this_thread::sleep_for(std::chrono::milliseconds(50));
-    file << bytes.substr(0, 20) << std::flush;
+    write(report, bytes.substr(0, 20));
     std::this_thread::sleep_for(std::chrono::milliseconds(50));
-    file << bytes.substr(20);
-    return;
   }
   if (is("flood")) {
     const std::string row(1 << 16, 'x');
@@ -140,9 +113,8 @@ int main(int count, char** words) {
     write(arguments[1], versionReport());
     return 0;
   }
-  const bool old = is("old") || is("oldbad");
-  const std::size_t first = old ? 1 : 0;
-  if (arguments.size() != first + 2 || (old && arguments[0] != "-t")) return 3;
+  const std::size_t first = isOld() ? 1 : 0;
+  if (arguments.size() != first + 2 || (isOld() && arguments[0] != "-t")) return 3;
   compile(arguments[first], arguments[first + 1]);
-  return is("bad") || is("oldbad") ? 1 : 0;
+  return isBad() ? 1 : 0;
 }

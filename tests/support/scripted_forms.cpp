@@ -73,6 +73,7 @@ std::optional<std::string> ScriptedForms::ask(const platform::FileDialog& asked,
 }
 
 void ScriptedForms::DoEvents() {
+  meanwhile();
   if (rounds++ < restingRounds) std::this_thread::sleep_for(std::chrono::milliseconds(1));
 }
 

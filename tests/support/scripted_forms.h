@@ -3,6 +3,7 @@
 #pragma once
 
 #include <deque>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -41,8 +42,9 @@ class ScriptedForms : public platform::Forms {
   std::vector<std::string> helpLines;
   platform::Pointer pointer = platform::Pointer::kNormal;
   int beeps = 0;
-  int rounds = 0;         // of DoEvents
-  int restingRounds = 0;  // of these, the first so many take a millisecond each
+  int rounds = 0;                           // of DoEvents
+  int restingRounds = 0;                    // of these, the first so many take a millisecond each
+  std::function<void()> meanwhile = [] {};  // what the user does in each of them
 
  private:
   struct Box {
