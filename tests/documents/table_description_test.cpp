@@ -9,7 +9,6 @@
 #include "generator/savedld.h"
 #include "model/defaults.h"
 #include "platform/posix/posix_filesystem.h"
-#include "programcheck/program_project.h"
 #include "support/fixed_clock.h"
 #include "support/memory_filesystem.h"
 #include "support/project_random.h"
@@ -182,7 +181,7 @@ TEST_F(DescriptionAndProgram, CountTheSameColumnsInRandomProjects) {
   for (std::uint32_t seed = 1; seed <= 120 && !HasFailure(); ++seed) {
     SCOPED_TRACE("seed " + std::to_string(seed));
     forms.shown.clear();
-    testing::MakeProgramProject(*store, seed);
+    testing::MakeRandomProject(*store, seed);
     // Level crossings over a second dimension, and without one though the code tells a size.
     for (auto& block : store->VoltBlock.Blocks) {
       for (HistoSet& histo : block.Output.Histo) {

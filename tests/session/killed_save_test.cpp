@@ -1,0 +1,78 @@
+// Saves that end in the middle, as by a machine that stops.
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <csignal>
+#include <filesystem>
+#include <random>
+#include <thread>
+
+#include "platform/posix/posix_clock.h"
+#include "platform/posix/posix_filesystem.h"
+#include "session/ostrand.h"
+#include "support/scripted_forms.h"
+#include "support/temp_folder.h"
+#include "support/test_surroundings.h"
+
+namespace ostrand {
+namespace {
+
+using testing::ReadDisk;
+
+const std::vector<std::string> kExtensions = {".VKG", ".VKP", ".VKD", ".VKW"};
+
+TEST(KilledSave, LeavesWholeFilesAtAnyMoment) {
+  const testing::TempFolder folder;
+  testing::WriteDisk(folder / "VKPComp.EXE", "a compiler");
+  platform::PosixFileSystem files;
+  platform::PosixClock clock(1'000'000'000);
+  testing::ScriptedForms forms;
+  const std::unique_ptr<ProjectStore> store = NewStore();
+  testing::TestSurroundings around(files, clock, forms, folder.Path());
+  OstrandEvents nobodyListens;
+  Ostrand session(*store, around.all, nobodyListens);
+  session.UserSettings().CompilerPath(folder / "VKPComp.EXE");
+  session.NameProject(folder / "pump");
+  const std::string base = folder / "pump";
+
+  const std::vector<std::string> operators = {"Ada", "Marge with a longer name"};
+  std::vector<std::vector<std::string>> contents;
+  for (const std::string& name : operators) {
+    session.txtOper(name);
+    ASSERT_TRUE(session.SavePipeline());
+    contents.emplace_back();
+    for (const auto& extension : kExtensions) contents.back().push_back(ReadDisk(base + extension));
+  }
+  std::minstd_rand random(7);
+  int aside = 0;
+  for (int round = 0; round < 200; ++round) {
+    const pid_t child = ::fork();
+    if (child == 0) {
+      for (std::size_t turn = 0;; ++turn) {
+        session.txtOper(operators[turn % 2]);
+        session.SavePipeline();
+      }
+    }
+    std::this_thread::sleep_for(std::chrono::microseconds(random() % 8000));
+    ::kill(child, SIGKILL);
+    ASSERT_EQ(::waitpid(child, nullptr, 0), child);
+    if (!std::filesystem::exists(base + ".VKG")) {
+      std::filesystem::rename(base + "._KG", base + ".VKG");
+      ++aside;
+    }
+    for (std::size_t file = 0; file < kExtensions.size(); ++file) {
+      const std::string bytes = ReadDisk(base + kExtensions[file]);
+      ASSERT_TRUE(bytes == contents[0][file] || bytes == contents[1][file])
+          << round << kExtensions[file];
+    }
+  }
+  EXPECT_GT(aside, 0) << "no save was met in its middle";
+  EXPECT_TRUE(session.SavePipeline());
+  const std::filesystem::directory_iterator entries(folder.Path());
+  EXPECT_EQ(std::distance(begin(entries), end(entries)), 5) << "the next save tidies up";
+}
+
+}  // namespace
+}  // namespace ostrand
