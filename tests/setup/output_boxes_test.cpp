@@ -24,6 +24,7 @@ TEST_F(OutputBoxesTest, BoxesOfATableThatIsOffKeepWhatTheyHold) {
   boxes.Show(output);
   EXPECT_EQ(shown(screen, "Table"), "Table 3") << "the first that is on";
   EXPECT_EQ(shown(screen, "TableName"), "Fast");
+  EXPECT_FALSE(usable(screen, "Hst")) << "nobody can ask for its parameters";
   check(screen, "Smp", true);
   check(screen, "Avg", true);
   check(screen, "Avg", false);
@@ -35,36 +36,6 @@ TEST_F(OutputBoxesTest, BoxesOfATableThatIsOffKeepWhatTheyHold) {
   EXPECT_FALSE(usable(screen, "Max"));
   EXPECT_EQ(shown(screen, "Smp"), "off");
   EXPECT_EQ(output.OutputSelect[1][kMaximum], 1);
-}
-
-TEST_F(OutputBoxesTest, ACancelTakesBackOnlyABoxThatWasJustChecked) {
-  boxes.Show(output);
-  EXPECT_FALSE(usable(screen, "Hst")) << "nobody can ask for its parameters";
-  bool done = false;
-  boxes.AskParameters = [&](OutputCode code, int table, HistoSet& histo) {
-    EXPECT_EQ(code, kHistogram);
-    EXPECT_EQ(table, 3);
-    histo.HistogramCode = done ? "10,0,5,0,1" : "lost";
-    return done;
-  };
-  boxes.Refresh();
-  check(screen, "Hst", true);
-  EXPECT_EQ(shown(screen, "Hst"), "off");
-  EXPECT_EQ(output.OutputSelect[3][kHistogram], 0);
-  EXPECT_EQ(output.Histo[3].HistogramCode, "") << "a cancel changes nothing";
-  EXPECT_FALSE(usable(screen, "HstSetup"));
-
-  done = true;
-  check(screen, "Hst", true);
-  EXPECT_EQ(output.OutputSelect[3][kHistogram], 1);
-  EXPECT_EQ(output.Histo[3].HistogramCode, "10,0,5,0,1");
-  done = false;
-  press(screen, "HstSetup");
-  EXPECT_EQ(shown(screen, "Hst"), "on");
-  EXPECT_EQ(output.Histo[3].HistogramCode, "10,0,5,0,1");
-  check(screen, "Hst", false);
-  EXPECT_EQ(output.OutputSelect[3][kHistogram], 0);
-  EXPECT_EQ(output.Histo[3].HistogramCode, "10,0,5,0,1") << "stays for the next time";
 }
 
 TEST_F(OutputBoxesTest, ASampleTakesThePlaceInEveryTableAlsoInOneThatIsOff) {
@@ -114,18 +85,6 @@ TEST_F(OutputBoxesTest, SingleValuesAreEditedAsACopyUnderTheirTitles) {
     EXPECT_EQ(form.Result(), ModalResult::kDone);
     EXPECT_EQ(row.kept.OutputSelect[3][kMinimum], 1);
     EXPECT_EQ(row.kept.OutputSelect[1][kMinimum], 0);
-  }
-}
-
-TEST_F(OutputBoxesTest, ResolutionAndPublicGoWithDoneAndNotWithCancel) {
-  for (const bool done : {false, true}) {
-    frmPortTables form(context, SingleValue::kBatteryVolts);
-    EXPECT_EQ(shown(form, "DataResolution"), "FP2");
-    pick(form, "DataResolution", "IEEE4");
-    check(form, "Public", true);
-    done ? form.Done() : form.Cancel();
-    EXPECT_EQ(store->PowerOut.DataResolution, done ? "IEEE4" : "FP2");
-    EXPECT_EQ(store->PowerOut.Public, done ? kTrue : kFalse);
   }
 }
 

@@ -76,17 +76,20 @@ class ScreenTest : public ::testing::Test {
     ORVUS_COMMON::SetAllDefaults(*store);
   }
 
-  // Opens a screen from a list, acts on it, and leaves both by Done.
-  void edit(Screen& list, std::string_view name, std::string_view argument,
+  // Opens a screen from another and acts on it.
+  void open(Screen& from, std::string_view name, std::string_view argument,
             const std::function<void(Screen&)>& actions) {
-    host.onShow = [&](Screen& screen) {
+    host.onShow = actions;
+    ASSERT_TRUE(Open(from, name, argument)) << name;
+  }
+  // The same, left by Done.
+  void edit(Screen& from, std::string_view name, std::string_view argument,
+            const std::function<void(Screen&)>& actions) {
+    open(from, name, argument, [&](Screen& screen) {
       actions(screen);
       if (screen.Result() == ModalResult::kNone) screen.Done();
       ASSERT_NE(screen.Result(), ModalResult::kNone);
-    };
-    ASSERT_TRUE(Open(list, name, argument));
-    list.Done();
-    ASSERT_EQ(list.Result(), ModalResult::kDone);
+    });
   }
 
   ScriptedForms forms;
