@@ -2,7 +2,6 @@
 // and what the screens do not show.
 #include "setup/bridge_rules.h"
 #include "setup/frm_brdg_block.h"
-#include "setup/frm_brdg_setup.h"
 #include "setup/screen_driver.h"
 #include "text/number.h"
 
@@ -28,12 +27,10 @@ class BridgeScreen : public ScreenTest {
 
   // Opens the setup of a block and leaves both screens by Done.
   void inSetup(int number, const std::function<void(Screen&)>& actions) {
-    frmBrdgBlock list(context, hooks);
+    frmBrdgBlock list(context);
     edit(list, "frmBrdgSetup", NumberText(number), actions);
     list.Done();
   }
-
-  SetupHooks hooks;
 };
 
 TEST_F(BridgeScreen, KindsBringWhatTheirStatementTakes) {
@@ -164,29 +161,17 @@ TEST_F(BridgeScreen, RangesHaveTheirCodesAndOfferTheOpenInputTest) {
   });
 }
 
-TEST_F(BridgeScreen, CalculatorsAreAskedByKindAndCancelTakesAllBack) {
+TEST_F(BridgeScreen, CancelTakesAllBack) {
   BridgeBlockData& data = give(1, 3, 2, 1);
   data.Integration = 100;
   const auto before = std::make_unique<BridgeBlockData>(data);
-  std::vector<SolveSource> asked;
-  hooks.Solve = [&](const SolveSource& source, DefaultScaling& scaling) {
-    asked.push_back(source);
-    scaling = {"kN", 12.5F, -1};
-    return true;
-  };
   inSetup(1, [&](Screen& setup) {
-    ASSERT_TRUE(Open(setup, "frmSolveList"));
-    EXPECT_EQ(Shown(setup, "DefaultMult"), "12.5");
-    EXPECT_EQ(Shown(setup, "DefaultOffset"), "-1");
-    EXPECT_EQ(Shown(setup, "Units"), "kN");
-    Pick(setup, "Style", "Resistance Bridge (Vx)");
-    Press(setup, "Solve");
+    Pick(setup, "Style", "1/4 Bridge Strain (Vx)");
+    Type(setup, "GageFactor", "2.05");
+    Type(setup, "Integration", "750");
+    EXPECT_FALSE(data == *before);
     setup.Cancel();
   });
-  ASSERT_EQ(asked.size(), 2U);
-  EXPECT_EQ(asked[0].kind, "Brdg");
-  EXPECT_TRUE(asked[0].inVolts && !asked[0].inOhms);
-  EXPECT_TRUE(asked[1].inOhms && !asked[1].inVolts);
   EXPECT_TRUE(data == *before);
 }
 

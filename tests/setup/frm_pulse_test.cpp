@@ -21,12 +21,10 @@ class PulseScreen : public ScreenTest {
     return data;
   }
   void inSetup(int number, const std::function<void(Screen&)>& actions) {
-    frmPulseBlock list(context, hooks);
+    frmPulseBlock list(context);
     edit(list, "frmPulseSetup", NumberText(number), actions);
     list.Done();
   }
-
-  SetupHooks hooks;
 };
 
 TEST_F(PulseScreen, SensorsThatAProjectHasTooManyAreLowered) {
@@ -65,27 +63,6 @@ TEST_F(PulseScreen, OpeningAFrequencyChangesNothing) {
     EXPECT_FALSE(IsUsable(setup, "Avg"));
   });
   EXPECT_TRUE(data == *before);
-}
-
-TEST_F(PulseScreen, CalculatorsAreAskedByResult) {
-  std::vector<std::string> asked;
-  hooks.Solve = [&](const SolveSource& source, DefaultScaling& scaling) {
-    asked.emplace_back(source.kind);
-    scaling.Mult = 60;
-    return asked.size() < 2;
-  };
-  hooks.FieldNames = [&](const FieldNamesRequest& request) {
-    asked.emplace_back(request.solveSource.kind);
-  };
-  const PulseBlockData& data = give(1, 1, 1);
-  inSetup(1, [](Screen& setup) {
-    Press(setup, "Solve");
-    Pick(setup, "Option", "Totl");
-    EXPECT_TRUE(Open(setup, "frmSolveList"));
-    EXPECT_TRUE(Open(setup, "frmFldName"));
-  });
-  EXPECT_EQ(asked, (std::vector<std::string>{"Pulse", "Totalize", "Totalize"}));
-  EXPECT_EQ(data.DefaultMult, 60);
 }
 
 TEST_F(PulseScreen, UnitsOfSensorsFollowThoseOfTheBlock) {
