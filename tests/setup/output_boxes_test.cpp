@@ -2,12 +2,14 @@
 #include "setup/output_boxes.h"
 
 #include "setup/frm_port_tables.h"
-#include "setup/table_screens_fixture.h"
+#include "setup/screen_driver.h"
 
 namespace ostrand {
 namespace {
 
-class OutputBoxesTest : public testing::TableScreens {
+using namespace testing;
+
+class OutputBoxesTest : public ScreenTest {
  protected:
   OutputBoxesTest() {
     store->Tables[3].TableOn = kTrue;
@@ -22,19 +24,19 @@ class OutputBoxesTest : public testing::TableScreens {
 TEST_F(OutputBoxesTest, BoxesOfATableThatIsOffKeepWhatTheyHold) {
   output.OutputSelect[1][kMaximum] = 1;
   boxes.Show(output);
-  EXPECT_EQ(shown(screen, "Table"), "Table 3") << "the first that is on";
-  EXPECT_EQ(shown(screen, "TableName"), "Fast");
-  EXPECT_FALSE(usable(screen, "Hst")) << "nobody can ask for its parameters";
-  check(screen, "Smp", true);
-  check(screen, "Avg", true);
-  check(screen, "Avg", false);
+  EXPECT_EQ(Shown(screen, "Table"), "Table 3") << "the first that is on";
+  EXPECT_EQ(Shown(screen, "TableName"), "Fast");
+  EXPECT_FALSE(IsUsable(screen, "Hst")) << "nobody can ask for its parameters";
+  Check(screen, "Smp", true);
+  Check(screen, "Avg", true);
+  Check(screen, "Avg", false);
   EXPECT_EQ(output.OutputSelect[3][kSample], 1);
   EXPECT_EQ(output.OutputSelect[3][kAverage], 0);
 
-  pick(screen, "Table", "Table 1");
-  EXPECT_EQ(shown(screen, "Max"), "on");
-  EXPECT_FALSE(usable(screen, "Max"));
-  EXPECT_EQ(shown(screen, "Smp"), "off");
+  Pick(screen, "Table", "Table 1");
+  EXPECT_EQ(Shown(screen, "Max"), "on");
+  EXPECT_FALSE(IsUsable(screen, "Max"));
+  EXPECT_EQ(Shown(screen, "Smp"), "off");
   EXPECT_EQ(output.OutputSelect[1][kMaximum], 1);
 }
 
@@ -50,7 +52,7 @@ TEST_F(OutputBoxesTest, ASampleTakesThePlaceInEveryTableAlsoInOneThatIsOff) {
     EXPECT_EQ(output.OutputSelect[t][kAverage] + output.OutputSelect[t][kStdDev], 0) << t;
   }
   EXPECT_EQ(output.OutputSelect[4][kSample], 0);
-  EXPECT_FALSE(usable(screen, "Avg"));
+  EXPECT_FALSE(IsUsable(screen, "Avg"));
   EXPECT_FALSE(boxes.SampleInstead({kAverage, kStdDev})) << "the user is told once";
 }
 
@@ -79,7 +81,7 @@ TEST_F(OutputBoxesTest, SingleValuesAreEditedAsACopyUnderTheirTitles) {
     int codes = 0;
     for (const CheckBox& box : form.Output.Boxes) codes += box.Usable() ? 1 : 0;
     EXPECT_EQ(codes, row.codes);
-    check(form, "Min", true);
+    Check(form, "Min", true);
     EXPECT_EQ(row.kept.OutputSelect[3][kMinimum], 0) << "before Done";
     form.Done();
     EXPECT_EQ(form.Result(), ModalResult::kDone);
