@@ -2,14 +2,12 @@
 #include "setup/aliases.h"
 
 #include "setup/flag_usage.h"
-#include "setup/screen_user.h"
+#include "setup/screen_driver.h"
 
 namespace ostrand {
 namespace {
 
-using platform::Answer;
-
-class AliasesTest : public testing::ScreenUserTest {};
+class AliasesTest : public testing::ScreenTest {};
 
 TEST_F(AliasesTest, ProtectionIsByColumnAndByValue) {
   struct Case {
@@ -50,38 +48,12 @@ TEST_F(AliasesTest, ProtectionIsByColumnAndByValue) {
   }
 }
 
-TEST_F(AliasesTest, TheQuestionComesWithAChangeAndAnException) {
-  const DefaultScaling before = {"mVolts", 1, 0};
-  std::array<RepAlias, 2> plain = {{{"", "", "", "", ""}, {"", "", "", "", "0"}}};
-  std::array<RepAlias, 2> special = {{{"", "", "", "", ""}, {"", "", "", "", "2"}}};
-  int opened = 0;
-  const auto names = [&] { ++opened; };
-  EXPECT_TRUE(AskDefaultScaling(forms, before, {"mVolts", 2, 0}, plain, names));
-  EXPECT_TRUE(AskDefaultScaling(forms, before, before, special, names));
-  EXPECT_EQ(opened, 0);
-  const auto expect = [&](Answer answer) {
-    forms.ExpectBox("DEFAULT SCALING CHANGED",
-                    "\r\nIndividual multipliers and offsets are not all the same as the defaults."
-                    "\r\nWOULD YOU LIKE TO EXAMINE SCALARS NOW?",
-                    answer);
-  };
-  expect(Answer::kNo);
-  EXPECT_TRUE(AskDefaultScaling(forms, before, {"Bar", 1, 0}, special, names));
-  EXPECT_EQ(opened, 0);
-  expect(Answer::kCancel);
-  EXPECT_FALSE(AskDefaultScaling(forms, before, {"mVolts", 1, 1}, special, names));
-  EXPECT_EQ(opened, 0);
-  expect(Answer::kYes);
-  EXPECT_TRUE(AskDefaultScaling(forms, before, {"mVolts", 2, 0}, special, names));
-  EXPECT_EQ(opened, 1);
-}
-
 TEST_F(AliasesTest, FlagsOfTablesAreNotOffered) {
   store->Tables[1].FlagTable = 2;
   store->Tables[6].FlagMark = 8;  // off, and still its flag
   store->Tables[3].FlagFull = 1;
   store->Scan.FlagScan = 4;
-  Screen screen(context(), "frmTest");
+  Screen screen(context, "frmTest");
   Choice list(screen, "ZeroFlag");
   SetZeroFlagItems(list, *store);
   ASSERT_EQ(list.Items.size(), 9U);

@@ -1,29 +1,17 @@
 // The rules of the controls, key by key.
-#include <gtest/gtest.h>
-
-#include "model/options.h"
 #include "setup/controls/choice.h"
 #include "setup/controls/numeric_field.h"
-#include "setup/controls/screen.h"
-#include "support/scripted_forms.h"
+#include "setup/screen_driver.h"
 
 namespace ostrand {
 namespace {
 
-class NoHost : public ScreenHost {
- public:
-  void ShowModal(Screen&) override {}
+class ControlTest : public testing::ScreenTest {
+ protected:
+  Screen screen{context, "frmTest"};
 };
 
-class ControlTest : public ::testing::Test {
- protected:
-  testing::ScriptedForms forms;
-  NoHost host;
-  OptionValues options;
-  std::vector<i32> kinds;
-  std::unique_ptr<ProjectStore> store = NewStore();
-  Screen screen{{*store, forms, host, options, 0, kinds}, "frmTest"};
-};
+using enum NumberType;
 
 TEST_F(ControlTest, KeysThatMakeNoNumberAreDroppedWithABeep) {
   struct Case {
@@ -33,13 +21,13 @@ TEST_F(ControlTest, KeysThatMakeNoNumberAreDroppedWithABeep) {
     int beeps;
   };
   constexpr Case cases[] = {
-      {NumberType::kInteger, "-12", "-12", 0},      {NumberType::kInteger, "1-2", "12", 1},
-      {NumberType::kInteger, "e5", "5", 1},         {NumberType::kInteger, "-e.5", "-.5", 1},
-      {NumberType::kInteger, ".e5", ".5", 1},       {NumberType::kInteger, "1.2.3", "1.23", 1},
-      {NumberType::kInteger, "1e12", "1e1", 1},     {NumberType::kSingle, "1E-123", "1E-12", 1},
-      {NumberType::kSingle, "1e2e3", "1e23", 1},    {NumberType::kSingle, "1e2.5", "1e25", 1},
-      {NumberType::kDouble, "1e+308", "1e+308", 0}, {NumberType::kByte, "-1.5e", "15", 3},
-      {NumberType::kSingle, "12 a", "12", 2},
+      {kInteger, "-12", "-12", 0},      {kInteger, "1-2", "12", 1},
+      {kInteger, "e5", "5", 1},         {kInteger, "-e.5", "-.5", 1},
+      {kInteger, ".e5", ".5", 1},       {kInteger, "1.2.3", "1.23", 1},
+      {kInteger, "1e12", "1e1", 1},     {kSingle, "1E-123", "1E-12", 1},
+      {kSingle, "1e2e3", "1e23", 1},    {kSingle, "1e2.5", "1e25", 1},
+      {kDouble, "1e+308", "1e+308", 0}, {kByte, "-1.5e", "15", 3},
+      {kSingle, "12 a", "12", 2},
   };
   for (const Case& row : cases) {
     SCOPED_TRACE(row.keys);
@@ -56,32 +44,27 @@ TEST_F(ControlTest, KeysThatMakeNoNumberAreDroppedWithABeep) {
 TEST_F(ControlTest, NumbersTakeEffectWithinTheirLimitsAndInTheirForm) {
   struct Case {
     NumberType type;
-    double least;
-    double most;
     std::string_view keys;
     std::string_view taken;  // empty for one that is refused
+    double least = -1e39;
+    double most = 1e39;
   };
   constexpr Case cases[] = {
-      {NumberType::kInteger, 1, 20, "21", "20"},
-      {NumberType::kInteger, 1, 20, "-3", "1"},
-      {NumberType::kInteger, 1, 20, "7.5", "8"},
-      {NumberType::kInteger, 1, 20, "8.5", "8"},
-      {NumberType::kInteger, -1e9, 1e9, "99999", "32767"},
-      {NumberType::kLong, -1e19, 1e19, "3e9", "2147483647"},
-      {NumberType::kSingle, -1e39, 1e39, "1e39", "3.402e+38"},
-      {NumberType::kSingle, -1e39, 1e39, "1234.5678", "1234.568"},
-      {NumberType::kSingle, -1e39, 1e39, "1e7", "1e+07"},
-      {NumberType::kSingle, -1e39, 1e39, "9999999.6", "1e+07"},
-      {NumberType::kSingle, -1e39, 1e39, "1234567", "1234567"},
-      {NumberType::kSingle, -1e39, 1e39, ".000001", "0.000001"},
-      {NumberType::kSingle, -1e39, 1e39, "-.0000001234567", "-1.23457e-07"},
-      {NumberType::kSingle, -1e39, 1e39, "0.0000001234565", "1.23457e-07"},
-      {NumberType::kDouble, -1e39, 1e39, "3.14159265358979", "3.141592654"},
-      {NumberType::kSingle, -1e39, 1e39, "5.", "5"},
-      {NumberType::kSingle, -1e39, 1e39, "+7", "7"},
-      {NumberType::kSingle, -1e39, 1e39, "-", ""},
-      {NumberType::kSingle, -1e39, 1e39, "1e", ""},
-      {NumberType::kSingle, -1e39, 1e39, "", ""},
+      {kInteger, "21", "20", 1, 20},
+      {kInteger, "-3", "1", 1, 20},
+      {kInteger, "7.5", "8"},
+      {kInteger, "8.5", "8"},
+      {kInteger, "99999", "32767"},
+      {kLong, "3e9", "2147483647"},
+      {kSingle, "9999999.6", "1e+07"},
+      {kSingle, "1234567", "1234567"},
+      {kSingle, ".000001", "0.000001"},
+      {kSingle, "-.0000001234567", "-1.23457e-07"},
+      {kSingle, "0.0000001234565", "1.23457e-07"},
+      {kDouble, "3.14159265358979", "3.141592654"},
+      {kSingle, "+7", "7"},
+      {kSingle, "-", ""},
+      {kSingle, "", ""},
   };
   for (const Case& row : cases) {
     SCOPED_TRACE(row.keys);

@@ -2,12 +2,14 @@
 #include "setup/output_boxes.h"
 
 #include "setup/frm_port_tables.h"
-#include "setup/table_screens_fixture.h"
+#include "setup/screen_driver.h"
 
 namespace ostrand {
 namespace {
 
-class OutputBoxesTest : public testing::TableScreens {
+using namespace testing;
+
+class OutputBoxesTest : public ScreenTest {
  protected:
   OutputBoxesTest() {
     store->Tables[3].TableOn = kTrue;
@@ -22,49 +24,20 @@ class OutputBoxesTest : public testing::TableScreens {
 TEST_F(OutputBoxesTest, BoxesOfATableThatIsOffKeepWhatTheyHold) {
   output.OutputSelect[1][kMaximum] = 1;
   boxes.Show(output);
-  EXPECT_EQ(shown(screen, "Table"), "Table 3") << "the first that is on";
-  EXPECT_EQ(shown(screen, "TableName"), "Fast");
-  check(screen, "Smp", true);
-  check(screen, "Avg", true);
-  check(screen, "Avg", false);
+  EXPECT_EQ(Shown(screen, "Table"), "Table 3") << "the first that is on";
+  EXPECT_EQ(Shown(screen, "TableName"), "Fast");
+  EXPECT_FALSE(IsUsable(screen, "Hst")) << "nobody can ask for its parameters";
+  Check(screen, "Smp", true);
+  Check(screen, "Avg", true);
+  Check(screen, "Avg", false);
   EXPECT_EQ(output.OutputSelect[3][kSample], 1);
   EXPECT_EQ(output.OutputSelect[3][kAverage], 0);
 
-  pick(screen, "Table", "Table 1");
-  EXPECT_EQ(shown(screen, "Max"), "on");
-  EXPECT_FALSE(usable(screen, "Max"));
-  EXPECT_EQ(shown(screen, "Smp"), "off");
+  Pick(screen, "Table", "Table 1");
+  EXPECT_EQ(Shown(screen, "Max"), "on");
+  EXPECT_FALSE(IsUsable(screen, "Max"));
+  EXPECT_EQ(Shown(screen, "Smp"), "off");
   EXPECT_EQ(output.OutputSelect[1][kMaximum], 1);
-}
-
-TEST_F(OutputBoxesTest, ACancelTakesBackOnlyABoxThatWasJustChecked) {
-  boxes.Show(output);
-  EXPECT_FALSE(usable(screen, "Hst")) << "nobody can ask for its parameters";
-  bool done = false;
-  boxes.AskParameters = [&](OutputCode code, int table, HistoSet& histo) {
-    EXPECT_EQ(code, kHistogram);
-    EXPECT_EQ(table, 3);
-    histo.HistogramCode = done ? "10,0,5,0,1" : "lost";
-    return done;
-  };
-  boxes.Refresh();
-  check(screen, "Hst", true);
-  EXPECT_EQ(shown(screen, "Hst"), "off");
-  EXPECT_EQ(output.OutputSelect[3][kHistogram], 0);
-  EXPECT_EQ(output.Histo[3].HistogramCode, "") << "a cancel changes nothing";
-  EXPECT_FALSE(usable(screen, "HstSetup"));
-
-  done = true;
-  check(screen, "Hst", true);
-  EXPECT_EQ(output.OutputSelect[3][kHistogram], 1);
-  EXPECT_EQ(output.Histo[3].HistogramCode, "10,0,5,0,1");
-  done = false;
-  press(screen, "HstSetup");
-  EXPECT_EQ(shown(screen, "Hst"), "on");
-  EXPECT_EQ(output.Histo[3].HistogramCode, "10,0,5,0,1");
-  check(screen, "Hst", false);
-  EXPECT_EQ(output.OutputSelect[3][kHistogram], 0);
-  EXPECT_EQ(output.Histo[3].HistogramCode, "10,0,5,0,1") << "stays for the next time";
 }
 
 TEST_F(OutputBoxesTest, ASampleTakesThePlaceInEveryTableAlsoInOneThatIsOff) {
@@ -79,7 +52,7 @@ TEST_F(OutputBoxesTest, ASampleTakesThePlaceInEveryTableAlsoInOneThatIsOff) {
     EXPECT_EQ(output.OutputSelect[t][kAverage] + output.OutputSelect[t][kStdDev], 0) << t;
   }
   EXPECT_EQ(output.OutputSelect[4][kSample], 0);
-  EXPECT_FALSE(usable(screen, "Avg"));
+  EXPECT_FALSE(IsUsable(screen, "Avg"));
   EXPECT_FALSE(boxes.SampleInstead({kAverage, kStdDev})) << "the user is told once";
 }
 
@@ -108,24 +81,12 @@ TEST_F(OutputBoxesTest, SingleValuesAreEditedAsACopyUnderTheirTitles) {
     int codes = 0;
     for (const CheckBox& box : form.Output.Boxes) codes += box.Usable() ? 1 : 0;
     EXPECT_EQ(codes, row.codes);
-    check(form, "Min", true);
+    Check(form, "Min", true);
     EXPECT_EQ(row.kept.OutputSelect[3][kMinimum], 0) << "before Done";
     form.Done();
     EXPECT_EQ(form.Result(), ModalResult::kDone);
     EXPECT_EQ(row.kept.OutputSelect[3][kMinimum], 1);
     EXPECT_EQ(row.kept.OutputSelect[1][kMinimum], 0);
-  }
-}
-
-TEST_F(OutputBoxesTest, ResolutionAndPublicGoWithDoneAndNotWithCancel) {
-  for (const bool done : {false, true}) {
-    frmPortTables form(context, SingleValue::kBatteryVolts);
-    EXPECT_EQ(shown(form, "DataResolution"), "FP2");
-    pick(form, "DataResolution", "IEEE4");
-    check(form, "Public", true);
-    done ? form.Done() : form.Cancel();
-    EXPECT_EQ(store->PowerOut.DataResolution, done ? "IEEE4" : "FP2");
-    EXPECT_EQ(store->PowerOut.Public, done ? kTrue : kFalse);
   }
 }
 

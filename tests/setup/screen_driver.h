@@ -7,6 +7,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "model/defaults.h"
 #include "model/options.h"
@@ -16,24 +17,34 @@
 
 namespace ostrand::testing {
 
-// Shows a screen by running what the test does on it.
+// Shows a screen by running what the test does on it: always the same, or the next of its scenes.
 class DrivenHost : public ScreenHost {
  public:
-  std::function<void(Screen&)> onShow;
-  int shown = 0;
-
+  ~DrivenHost() override { EXPECT_TRUE(scenes.empty()) << "a screen was not opened"; }
   void ShowModal(Screen& screen) override {
     ++shown;
-    if (onShow) onShow(screen);
+    if (onShow) return onShow(screen);
+    ASSERT_FALSE(scenes.empty()) << "nobody asked for " << screen.Name();
+    const auto scene = std::move(scenes.front());
+    scenes.erase(scenes.begin());
+    scene(screen);
   }
+
+  std::function<void(Screen&)> onShow;
+  std::vector<std::function<void(Screen&)>> scenes;
+  int shown = 0;
 };
 
-inline Control& Usable(Screen& screen, std::string_view name) {
+inline Control& Reach(Screen& screen, std::string_view name) {
   Control* control = screen.Find(name);
   if (control == nullptr) throw std::runtime_error("no control " + std::string(name));
-  EXPECT_TRUE(control->Usable()) << name;
   screen.MoveFocus(control);
   return *control;
+}
+inline Control& Usable(Screen& screen, std::string_view name) {
+  Control& control = Reach(screen, name);
+  EXPECT_TRUE(control.Usable()) << name;
+  return control;
 }
 inline void Type(Screen& screen, std::string_view name, std::string_view keys) {
   EXPECT_TRUE(Usable(screen, name).TypeText(keys));
@@ -76,17 +87,20 @@ class ScreenTest : public ::testing::Test {
     ORVUS_COMMON::SetAllDefaults(*store);
   }
 
-  // Opens a screen from a list, acts on it, and leaves both by Done.
-  void edit(Screen& list, std::string_view name, std::string_view argument,
+  // Opens a screen from another and acts on it.
+  void open(Screen& from, std::string_view name, std::string_view argument,
             const std::function<void(Screen&)>& actions) {
-    host.onShow = [&](Screen& screen) {
+    host.onShow = actions;
+    ASSERT_TRUE(Open(from, name, argument)) << name;
+  }
+  // The same, left by Done.
+  void edit(Screen& from, std::string_view name, std::string_view argument,
+            const std::function<void(Screen&)>& actions) {
+    open(from, name, argument, [&](Screen& screen) {
       actions(screen);
       if (screen.Result() == ModalResult::kNone) screen.Done();
       ASSERT_NE(screen.Result(), ModalResult::kNone);
-    };
-    ASSERT_TRUE(Open(list, name, argument));
-    list.Done();
-    ASSERT_EQ(list.Result(), ModalResult::kDone);
+    });
   }
 
   ScriptedForms forms;
@@ -94,7 +108,7 @@ class ScreenTest : public ::testing::Test {
   OptionValues options;
   std::vector<i32> kinds{kVariableKinds.begin(), kVariableKinds.end()};
   std::unique_ptr<ProjectStore> store = NewStore();
-  ScreenContext context{*store, forms, host, options, 0, kinds};
+  ScreenContext context{*store, forms, host, options, -1, kinds};  // with all warnings
 };
 
 }  // namespace ostrand::testing
