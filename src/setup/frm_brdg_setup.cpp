@@ -32,6 +32,14 @@ i32 wholePart(const NumericField& field) {
   return static_cast<i32>(std::clamp(std::trunc(field.Value()), -kMost, kMost));
 }
 
+// What sensors follow. A project may not have copied the gauge factor into the offset yet, which
+// this screen does; that is no change of the user's.
+DefaultScaling scalingOf(const BridgeBlockData& block) {
+  DefaultScaling scaling = DefaultScalingOf(block);
+  if (IsStrainStyle(block.Style)) scaling.Offset = block.GageFactor;
+  return scaling;
+}
+
 }  // namespace
 
 frmBrdgSetup::frmBrdgSetup(const ScreenContext& context, frmBrdgBlock& list, int block,
@@ -76,7 +84,7 @@ frmBrdgSetup::frmBrdgSetup(const ScreenContext& context, frmBrdgBlock& list, int
       FreeDiff(*this, "FreeDiff"),
       FreeExcite(*this, "FreeExcite"),
       Outputs(*this, store()),
-      scalingBefore_(DefaultScalingOf(data())) {
+      scalingBefore_(scalingOf(data())) {
   Caption = NumberText(block_) + " BLOCK  BRIDGES";
   bindKind();
   bindCounts();

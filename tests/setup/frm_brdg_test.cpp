@@ -175,6 +175,18 @@ TEST_F(BridgeScreen, CancelTakesAllBack) {
   EXPECT_TRUE(data == *before);
 }
 
+TEST_F(BridgeScreen, AGaugeFactorNotYetCopiedIsNoChangeOfScaling) {
+  BridgeBlockData& data = give(1, kQuarterStrainStyle, 2, 1);
+  data.Units = "uStrain";
+  data.GageFactor = 2.08F;
+  data.DefaultOffset = 0;
+  data.Alias[2].AliasOffset = "2.11";
+  data.Alias[2].AliasExcept = "4";
+  inSetup(1, [](Screen&) {});  // without the question about sensors with values of their own
+  EXPECT_EQ(data.DefaultOffset, 2.08F);
+  EXPECT_EQ(data.Alias[2].AliasOffset, "2.11");
+}
+
 TEST_F(BridgeScreen, BlocksAboveTheFourthGoAtDone) {
   for (int b = 1; b <= 7; ++b) give(b, 2, 1, 1);
   {
