@@ -1,9 +1,8 @@
 // Conditions as screens compose them, and the line that groups them.
 #include "setup/conditions.h"
 
-#include <gtest/gtest.h>
-
-#include "setup/screen_driver.h"
+#include "model/variables.h"
+#include "setup/table_screens_fixture.h"
 
 namespace ostrand {
 namespace {
@@ -101,23 +100,19 @@ TEST(GroupingTest, LinesAreStoredAndExpanded) {
   EXPECT_EQ(ExpandGrouping("1 AND (2 OR 3)", rows, RowForm::kBare), "a = 1 AND (b = 2 OR c = 3)");
 }
 
-struct VoltProject {
+class VoltProject : public testing::TableScreens {
+ protected:
   VoltProject() {
-    ORVUS_COMMON::SetAllDefaults(*store);
+    kinds = {kVoltVariables, kFlagVariables};
     store->VoltBlock.BlockCount = 2;
     store->VoltBlock[1].Reps = 2;
     store->VoltBlock[1].Alias[2].AliasName = "Oil";
     store->VoltBlock[2].Reps = 1;
   }
-  std::unique_ptr<ProjectStore> store = NewStore();
-  std::vector<i32> kinds = {kVoltVariables, kFlagVariables};
 };
 
-class ConditionsTest : public VoltProject, public ::testing::Test {
+class ConditionsTest : public VoltProject {
  protected:
-  testing::ScriptedForms forms;
-  testing::DrivenHost host;
-  OptionValues options;
   Screen screen{{*store, forms, host, options, 0, kinds}, "frmTest"};
   ConditionVariables variables{*store, kinds};
   ConditionSet set{screen,
@@ -131,18 +126,12 @@ class ConditionsTest : public VoltProject, public ::testing::Test {
                     .grouping = "Grouping",
                     .expression = "Whole"}};
 
-  void use(std::string_view control, std::string_view keys) {
-    Control* found = screen.Find(control);
-    ASSERT_NE(found, nullptr) << control;
-    ASSERT_TRUE(screen.MoveFocus(found));
-    if (!found->Pick(keys)) {
-      ASSERT_TRUE(found->TypeText(keys)) << control;
-    }
-    ASSERT_TRUE(screen.MoveFocus(nullptr)) << control << " keeps " << found->Text();
+  void use(std::string_view name, std::string_view keys) {
+    Control& used = control(screen, name);
+    EXPECT_TRUE(used.Pick(keys) || used.TypeText(keys)) << name;
+    ASSERT_TRUE(screen.MoveFocus(nullptr)) << name << " keeps " << used.Text();
   }
-  [[nodiscard]] std::string shown(std::string_view control) const {
-    return screen.Find(control)->Text();
-  }
+  std::string shown(std::string_view name) { return TableScreens::shown(screen, name); }
 };
 
 TEST_F(ConditionsTest, NamesAndVariables) {
