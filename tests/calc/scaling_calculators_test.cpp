@@ -77,11 +77,9 @@ TEST(TwoPoint, TriesTheLineShown) {
 
 TEST(TwoPoint, ScrollsBetweenTheEnds) {
   LineCalcRecord record = points("300", "-100", "1", "0");
-  EXPECT_EQ(LineYOutAt(record, 0), "-100.0");
-  EXPECT_EQ(LineYOutAt(record, 250), "0.0");
-  EXPECT_EQ(LineYOutAt(record, kLineScrollSteps), "300.0");
-  EXPECT_EQ(LineYOutAt(record, -1), "-100.0");
-  EXPECT_EQ(LineYOutAt(record, kLineScrollSteps + 1), "300.0");
+  const std::pair<int, const char*> steps[] = {
+      {-1, "-100.0"}, {0, "-100.0"}, {250, "0.0"}, {1000, "300.0"}, {1001, "300.0"}};
+  for (const auto& [step, yOut] : steps) EXPECT_EQ(LineYOutAt(record, step), yOut) << step;
   const struct {
     const char* yOut;
     int position;
