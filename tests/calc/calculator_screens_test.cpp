@@ -52,15 +52,6 @@ TEST_F(CalculatorScreens, ARecordWithoutAnAnswerHandsNothingBack) {
   EXPECT_FALSE(screen.Answer());
 }
 
-TEST_F(CalculatorScreens, AMultiplierThatIsAnErrorStaysHere) {
-  frmCalcmVPerVolt screen(context, false);
-  edit(screen, {{"mVPerV", "0"}});
-  expect(screen, {{"Multiplier", "ERROR"}, {"TestUnits", "ERROR"}});
-  screen.Done();
-  EXPECT_FALSE(screen.Answer());
-  EXPECT_EQ(store->MVPerVoltCalc.mVPerV, "0");
-}
-
 TEST_F(CalculatorScreens, FlowKeepsWhatNobodyEditedAndHandsBackWithoutSeparators) {
   store->FlowCalc.Pulses = 100.00000000001;
   {
@@ -81,19 +72,6 @@ TEST_F(CalculatorScreens, FlowKeepsWhatNobodyEditedAndHandsBackWithoutSeparators
   EXPECT_FALSE(screen.Answer()->offset);
 }
 
-TEST_F(CalculatorScreens, AFigureThatCanNotBeKeepsItsUnits) {
-  store->SpeedCalc.MKSSpd = 1;
-  frmSpdCalc screen(context);
-  const std::string before = Shown(screen, "PulsesPerLength");
-  EXPECT_FALSE(before.empty());
-  // A wheel of no size has no pulses on a length.
-  edit(screen, {{"WheelSize", "0"}, {"MKSSpd", "English"}});
-  expect(screen, {{"LengthPerPulse", "0.0"},
-                  {"LengthPerPulseUnits", "inches/pulse"},
-                  {"PulsesPerLength", before},
-                  {"PulsesPerLengthUnits", "pulses/km"}});
-}
-
 TEST_F(CalculatorScreens, SwitchesOfTheProjectThatMeanTheSameStay) {
   store->SpeedCalc.MKSSpd = -1;
   store->SpeedCalc.UseMins = -1;
@@ -104,23 +82,6 @@ TEST_F(CalculatorScreens, SwitchesOfTheProjectThatMeanTheSameStay) {
   screen.Done();
   EXPECT_EQ(store->SpeedCalc.MKSSpd, -1);
   EXPECT_EQ(store->SpeedCalc.UseMins, 1);
-}
-
-// ---- The list -----------------------------------------------------------------------------------
-
-TEST_F(CalculatorScreens, TheListOffersWhatFitsTheSource) {
-  const std::pair<CalculatorSource, std::string> cases[] = {
-      {{"TK40M", "", true}, "X-&Y Calculator;"},
-      {{"FieldGrid", "Brdg"}, "mV/&Volt Calculator;mV/Volt X-Y Calculator;"},
-  };
-  for (const auto& [source, expected] : cases) {
-    std::string captions;
-    const frmSolveList list(context, source);
-    for (const Control* button : list.Controls()) {
-      if (button->Visible) captions += button->Caption + ";";
-    }
-    EXPECT_EQ(captions, expected);
-  }
 }
 
 // Every calculator: Done keeps all its inputs in the project, Cancel none.

@@ -9,7 +9,6 @@
 #include "support/memory_filesystem.h"
 #include "support/test_surroundings.h"
 #include "text/number.h"
-#include "text/strings.h"
 
 namespace ostrand {
 namespace {
@@ -40,35 +39,6 @@ class CanScreens : public testing::TableScreens {
 
   testing::MemoryFileSystem files;
 };
-
-TEST_F(CanScreens, TextsOfAFrameAreTestedWhenTheyAreTaken) {
-  giveItems(1);
-  store->Can.Item[1].ItemMessageType = 1;
-  auto screen = busScreen();
-  const struct {
-    std::string_view field, title, good;
-    std::vector<std::string> bad;
-  } cases[] = {
-      {"TxDataFrame",
-       "Hex Validation Failed",
-       "&h0123456789abcdef",
-       {"0123456789ABCDEF01", "&H0123456789ABCDE", "&H0123456789ABCDEF0", "&HXX23456789ABCDEF",
-        ""}},
-      {"RxDataMatch",
-       "Match Validation Failed",
-       "&H0123xx67XXabCDEF",
-       {"&H0XX3456789ABCDEF", "&HX123456789ABCDEF", "&HXXXXXXXXXXXXXXXG"}},
-  };
-  for (const auto& c : cases) {
-    type(*screen, c.field, c.good);
-    EXPECT_EQ(shown(*screen, c.field), Upper(c.good));
-    for (const std::string& keys : c.bad) {
-      forms.ExpectBoxWith(std::string(c.title), "");
-      type(*screen, c.field, keys);
-      EXPECT_EQ(shown(*screen, c.field), keys);
-    }
-  }
-}
 
 TEST_F(CanScreens, DoneAsksAboutImproperValues) {
   const std::function<void(CanItemData&)> spoils[] = {

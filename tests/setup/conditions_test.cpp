@@ -182,22 +182,5 @@ TEST_F(ConditionsTest, ARowThatIsOnlyLookedAtStaysAsItIs) {
   EXPECT_TRUE(set.Check());
 }
 
-TEST_F(ConditionsTest, TheLineFollowsTheRowsUntilItIsTheUsersOwn) {
-  set.Load({}, 0, "");
-  EXPECT_EQ(set.Count(), 0);
-  EXPECT_EQ(set.StoredLine(), "1");
-  use("Meas1", "Oil");
-  use("Meas2", "VBlk2");
-  use("Meas3", "VBlk1(1)");
-  EXPECT_EQ(shown("Grouping"), "1 OR 2 OR 3");
-  use("Grouping", "1 and (2 or 3)");
-  use("Meas4", "VBlk2");
-  EXPECT_EQ(shown("Grouping"), "1 AND (2 OR 3)");
-  use("Meas4", "(None)");  // the last one goes without a question
-  EXPECT_EQ(shown("Grouping"), "1 AND (2 OR 3)");
-  use("Meas3", "(None)");
-  EXPECT_EQ(shown("Grouping"), "1 OR 2") << "the line named a row that has gone";
-}
-
 }  // namespace
 }  // namespace ostrand

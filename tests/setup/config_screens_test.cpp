@@ -5,7 +5,6 @@
 #include "generator/generated.h"
 #include "setup/config_moment.h"
 #include "setup/frm_config.h"
-#include "setup/frm_excite.h"
 #include "setup/frm_execute.h"
 #include "setup/frm_flags.h"
 #include "setup/frm_ports.h"
@@ -103,7 +102,7 @@ TEST_F(ConfigScreens, ABufferBeyondTheMemoryFlashes) {
 }
 
 // What is typed on the screens is what the logger does.
-TEST_F(ConfigScreens, PowerFlagsAndOutputsReachTheProgram) {
+TEST_F(ConfigScreens, PowerAndPortsReachTheProgram) {
   fill<frmConfig>({{"MonitorPower2", "on"},
                    {"EnablePowerOff", "on"},
                    {"PowerOffMeasVar", "Oil"},
@@ -118,15 +117,6 @@ TEST_F(ConfigScreens, PowerFlagsAndOutputsReachTheProgram) {
                    {"EnableOnTime", "off"},
                    {"PowerOffPOTime", "30"},
                    {"PowerOnMins", "Min"}});
-  fill<frmFlags>({{"FlagInclude4", "on"},
-                  {"State1FlagVar4", "VBlk1(1)"},
-                  {"State2FlagVar4", "Flag(1)"},
-                  {"FlagOn4", "off"}});
-  fill<frmExcite>({{"Include2", "on"},
-                   {"DynamicStatic2", "Static"},
-                   {"State12", "-500"},
-                   {"FastDelay2", "on"},
-                   {"CurrentOut2", "5 mAmp Max"}});
   fill<frmPorts>({{"ByteMode", "Bit-Write"},
                   {"Include3", "on"},
                   {"State1MeasureVar3", "Oil"},
@@ -136,18 +126,13 @@ TEST_F(ConfigScreens, PowerFlagsAndOutputsReachTheProgram) {
   platform::PosixClock clock;
   using testing::At66;
   const auto lines = testing::LinesOf(SAVEDLD(*store, files, clock, forms).ProgramText());
-  EXPECT_THAT(lines,
-              ::testing::IsSupersetOf(
-                  {At66("      If VBlk1(2) <= -1.5 Then", "'Test for power off"),
-                   At66("         PowerOff(0,2,Hr)", "'Kill the logger, restart in 2 Hr"),
-                   At66("      If StopTime(4) = 23 Then", "'Hour"),
-                   At66("         PowerOff(0,30,Min)", "'Kill the logger"),
-                   At66("      If VBlk1(1) >= 0 Then", "'Test measurement"),
-                   At66("         Flag(4) = False", "'Flag(4) if test condition is true"),
-                   At66("      ElseIf Flag(1) = True Then", "'Other condition"),
-                   At66("      ElseIf VBlk1(2) < 0 Then", "'Other condition"),
-                   At66("         Port(3) = False", "'Port 3 if test condition is true"),
-                   At66("      ExciteCAO(CAO2,-500,False,True)", "'Set excitation channel")}));
+  EXPECT_THAT(lines, ::testing::IsSupersetOf(
+                         {At66("      If VBlk1(2) <= -1.5 Then", "'Test for power off"),
+                          At66("         PowerOff(0,2,Hr)", "'Kill the logger, restart in 2 Hr"),
+                          At66("      If StopTime(4) = 23 Then", "'Hour"),
+                          At66("         PowerOff(0,30,Min)", "'Kill the logger"),
+                          At66("      ElseIf VBlk1(2) < 0 Then", "'Other condition"),
+                          At66("         Port(3) = False", "'Port 3 if test condition is true")}));
   EXPECT_THAT(lines, ::testing::Not(::testing::Contains(::testing::HasSubstr("If StopTime(1)"))));
 }
 

@@ -89,26 +89,16 @@ TEST_F(HistoScreens, WhatIsOnlyLookedAtStaysAsItWasWritten) {
   EXPECT_EQ(histo().LevelMeas, 7);
 }
 
-TEST_F(HistoScreens, LevelsAreKeptSortedAndEachOnce) {
+TEST_F(HistoScreens, EachLevelIsKeptOnceAndNoMoreThan40) {
   frmLevel screen(context, {histo(), 1, "FP2"}, "VBlk1");
   for (const std::string_view value : {"5", "-1", "0.5", "5", "0.50"}) add(screen, "One", value);
   EXPECT_EQ(forms.beeps, 2) << "a value that is there already";
-  pick(screen, "NumDims", "Two Dimensions");
-  pick(screen, "LevelMeas", "VBlk1(2) - VOLT BLOCK");
-  for (int value = 1; value <= 41; ++value) add(screen, "Two", std::to_string(value));
+  for (int value = 6; value <= 43; ++value) add(screen, "One", std::to_string(value));
   EXPECT_EQ(forms.beeps, 3) << "the 41st";
-  for (int value = 1; value <= 38; ++value) {
-    pick(screen, "LevelsTwo", std::to_string(value));
-    press(screen, "RemoveTwo");
-  }
   screen.Done();
-  EXPECT_EQ(histo().LevelMeasName, "VBlk1(2)");
-  EXPECT_EQ(histo().LevelMeas, 1);
-  EXPECT_EQ(histo().LevNumLevels, 3);
+  EXPECT_EQ(histo().LevNumLevels, 40);
   EXPECT_EQ(histo().LevelVarOne[0], -1);
-  EXPECT_EQ(histo().LevelVarOne[2], 5);
-  EXPECT_EQ(histo().LevNumTests, 2);
-  EXPECT_EQ(histo().LevelVarTwo[0], 39);
+  EXPECT_EQ(histo().LevelVarOne[39], 42);
 }
 
 // One line of the table description.
@@ -159,19 +149,14 @@ std::pair<std::string, std::string> namesOf(const OutputSource& source, int t, i
 // Every kind of source with all that it can have in two tables, set up through the screens: two
 // dimensions in table 1, one in table 2.
 TEST_F(HistoScreens, ProgramRecordAndDescriptionAgree) {
-  store->TempBlock.BlockCount = store->BridgeBlock.BlockCount = 1;
-  store->TempBlock[1].Reps = store->BridgeBlock[1].Reps = 1;
-  store->PulseBlock[0].BlockCount = 1;
-  store->PulseBlock[0][1].Reps = 1;
-  store->Config.TK40MQty = 1;
-  store->TK40MBlock.BlockCount = 1;
+  store->TempBlock.BlockCount = store->BridgeBlock.BlockCount = store->PulseBlock[0].BlockCount =
+      store->TK40MBlock.BlockCount = store->Can.CanCount = 1;
+  store->TempBlock[1].Reps = store->BridgeBlock[1].Reps = store->PulseBlock[0][1].Reps =
+      store->Can.Item[1].Reps = 1;
   store->TK40MBlock[1].Reps = 2;
-  store->Config.CanBusQty = 1;
-  store->Can.Module[1].CanBusEnabled = 1;
-  store->Can.CanCount = 1;
+  store->Config.TK40MQty = store->Config.CanBusQty = 1;
+  store->Can.Module[1].CanBusEnabled = store->Can.Item[1].Enabled = 1;
   store->Can.Item[1].Name = "Rpm";
-  store->Can.Item[1].Enabled = 1;
-  store->Can.Item[1].Reps = 1;
   store->Config.MonitorPower[kMonitorBattery] = kTrue;
   store->Config.TcConfigOpts[1] = 1;
   store->CalcFields.CalcFieldCount = 1;
@@ -185,11 +170,13 @@ TEST_F(HistoScreens, ProgramRecordAndDescriptionAgree) {
       &store->BridgeBlock[1].Output,     &store->PulseBlock[0][1].Output,
       &store->TK40MBlock[1].Output,      &store->Can.Item[1].Output,
       &store->CalcFields.Field[1].Output};
-  for (const OutputSource& source : OutputSourcesOf(*store)) {
-    const auto at = std::find(outputs.begin(), outputs.end(), source.output);
-    ASSERT_NE(at, outputs.end()) << source.name;
+  const std::vector<OutputSource> sources = OutputSourcesOf(*store);
+  ASSERT_EQ(sources.size(), outputs.size());
+  for (std::size_t at = 0; at < sources.size(); ++at) {
+    const OutputSource& source = sources[at];
+    OutputSet& output = *outputs[at];
+    ASSERT_EQ(source.output, &output) << source.name;
     for (int t = 1; t <= 2; ++t) {
-      OutputSet& output = **at;
       const HistoTarget target{output.Histo[t], t, source.resolution};
       frmHistogram histogram(context, target);
       fill(histogram,
@@ -220,7 +207,7 @@ TEST_F(HistoScreens, ProgramRecordAndDescriptionAgree) {
     const std::vector<Described> described = describedFields(*store, t);
     std::size_t next = 0;
     int number = 1;
-    for (const OutputSource& source : OutputSourcesOf(*store)) {
+    for (const OutputSource& source : sources) {
       const std::string res(source.resolution);
       const std::string array = LevelStem(source) + std::to_string(t);
       if (lastCodeOf(source) == kLevelCrossing) {
