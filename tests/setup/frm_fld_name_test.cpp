@@ -40,15 +40,6 @@ TEST_F(FieldNamesTest, OnlyWhatDiffersFromTheDefaultIsKept) {
   EXPECT_EQ(rows, kept);
 }
 
-TEST_F(FieldNamesTest, DefaultPutsOneColumnBack) {
-  rows[0] = {"A", "Bar", "3", "4", "7"};
-  const auto form = open();
-  press(*form, "DefaultUnits");
-  press(*form, "DefaultMult");
-  form->Done();
-  EXPECT_EQ(rows[0], (RepAlias{"A", "", "", "4", "4"}));
-}
-
 TEST_F(FieldNamesTest, ACalculatorAnswersForOneSensor) {
   EXPECT_FALSE(usable(*open(), "Solve2"));
   const auto form = open([](DefaultScaling& scaling) {
