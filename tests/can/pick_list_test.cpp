@@ -118,7 +118,7 @@ TEST(PickList, AnItemThatOnlyTransmitsMakesTheHeaderLong) {
 }
 
 CanListItem randomItem(std::mt19937& random, OrvusCanDataIDTypes type) {
-  const auto below = [&](int most) { return static_cast<int>(random() % most); };
+  const auto below = [&](unsigned most) { return static_cast<int>(random() % most); };
   const auto text = [&] {
     constexpr std::string_view kLetters = "ab,\r\"' &H\\\xE9\t;";
     std::string letters;
