@@ -11,22 +11,6 @@ namespace {
 
 using namespace testing;
 
-TEST(Formula, IsComposedFromWhatIsPicked) {
-  const struct {
-    FormulaParts parts;  // name, measure and function 1, operator, 2, outer, multiplier, offset
-    const char* formula;
-  } cases[] = {
-      {{"F", "A", "", "+", "", "", "", "", ""}, "F = A"},
-      {{"F", "A", "Abs", "+", "", "", "", "", ""}, "F = Abs(A)"},
-      {{"F", "A", "Abs", "+", "", "", "Sqr", "", ""}, "F = Sqr(Abs(A))"},
-      {{"F", "A", "", "x", "B", "", "", "", ""}, "F = (A * B)"},
-      {{"F", "A", "Sin", "/", "B", "Cos", "", "2", "-5"}, "F = (Sin(A) / Cos(B)) * 2 + -5"},
-      {{"F", "A", "", "-", "B", "Abs", "Sqr", "", "0.5"}, "F = Sqr((A - Abs(B))) + 0.5"},
-      {{"F", "", "Sin", "-", "B", "Abs", "Sqr", "", ""}, "F = "},
-  };
-  for (const auto& c : cases) EXPECT_EQ(ComposeFormula(c.parts), c.formula);
-}
-
 TEST(Formula, IsTestedForParensEqualSignsAndFunctions) {
   const auto isNoFunction = [](const std::string& name) {
     return '"' + name + "\" is not a valid function name.\r\n\r\n";
@@ -107,116 +91,16 @@ class CalculatedScreen : public ScreenTest {
     std::string all;
     for (int f = 1; f <= store->CalcFields.CalcFieldCount; ++f) {
       const CalcFieldData& field = store->CalcFields.Field[f];
-      all += field.CalcField[1] + "=" + field.CalcField[2] + "[" + field.CalcField[3] + "]" +
-             field.CalcField[4] + field.DataResolution + (field.Public != 0 ? "P" : "") + ";";
+      all += field.CalcField[1] + "=" + field.CalcField[2] + field.CalcField[3] + ";";
     }
     return all;
   }
 };
 
-TEST_F(CalculatedScreen, ComposesAndAddsFields) {
-  frmCalculated screen(context, place);
-  Press(screen, "Save");
-  EXPECT_EQ(forms.beeps, 1) << "a name without an expression";
-  Type(screen, "Mult", "3");
-  Press(screen, "Save");
-  EXPECT_EQ(forms.beeps, 2) << "there is nothing to multiply";
-  EXPECT_EQ(store->CalcFields.CalcFieldCount, 0);
-
-  Pick(screen, "cboMeas1", "VBlk1(1)");
-  Pick(screen, "cboFunct1", "Abs");
-  Pick(screen, "cboMeas2", "Oil");
-  Pick(screen, "cboCompare", "x");
-  Pick(screen, "cboFunct3", "Sqr");
-  Type(screen, "Mult", "2.50");
-  Type(screen, "Offset", "-5");
-  EXPECT_EQ(Shown(screen, "Formula"), "CalcVar1 = Sqr((Abs(VBlk1(1)) * Oil)) * 2.5 + -5");
-  Type(screen, "Offset", "");
-  EXPECT_EQ(Shown(screen, "Formula"), "CalcVar1 = Sqr((Abs(VBlk1(1)) * Oil)) * 2.5");
-  Type(screen, "NewName", "1Po wer");
-  EXPECT_EQ(Shown(screen, "Formula"), "Power = Sqr((Abs(VBlk1(1)) * Oil)) * 2.5");
-  EXPECT_EQ(forms.beeps, 4);
-  Type(screen, "Units", "kW");
-  Check(screen, "Public", true);
-  Pick(screen, "DataResolution", "IEEE4");
-  Press(screen, "Save");
-
-  EXPECT_EQ(Shown(screen, "NewName"), "CalcVar2");
-  Pick(screen, "cboMeas1", "Power");
-  Press(screen, "Save");
-  screen.Done();
-  EXPECT_EQ(fields(), "Power=Sqr((Abs(VBlk1(1)) * Oil)) * 2.5[kW]0IEEE4P;CalcVar2=Power[]0FP2;");
-}
-
-TEST_F(CalculatedScreen, ReplacesTheRowBeingEdited) {
-  put("CalcVar1", "VBlk1(1) * 3", "V");
-  put("Total", "CalcVar1 + Oil");
-  frmCalculated screen(context, place);
-  EXPECT_EQ(screen.Formulas.Items[0].Text, "CalcVar1 | VBlk1(1) * 3 | V");
-  Pick(screen, "Formulas", "total");
-  Press(screen, "Edit");
-  // Nothing is picked in its place, so the expression stays.
-  Type(screen, "Mult", "4");
-  Type(screen, "NewName", "Sum");
-  EXPECT_EQ(Shown(screen, "Formula"), "Sum = CalcVar1 + Oil");
-  Press(screen, "Save");
-
-  Pick(screen, "Formulas", "1");
-  Press(screen, "Edit");
-  Pick(screen, "cboMeas1", "Oil");
-  EXPECT_EQ(Shown(screen, "Formula"), "CalcVar1 = Oil");
-  Pick(screen, "cboMeas1", " None");
-  EXPECT_EQ(Shown(screen, "Formula"), "CalcVar1 = VBlk1(1) * 3");
-  Pick(screen, "cboMeas1", "Oil");
-  Press(screen, "Save");  // its own name is no duplicate
-  screen.Done();
-  EXPECT_EQ(fields(), "CalcVar1=Oil[V]0FP2;Sum=CalcVar1 + Oil[]0FP2;");
-}
-
-TEST_F(CalculatedScreen, TypedFormulasAreTestedBeforeTheyAreAdded) {
-  put("Total", "Oil");
-  frmCalculated screen(context, place);
-  EXPECT_FALSE(screen.Formula.Enabled);
-  forms.ExpectBoxWith("EDIT CAUTION", "USE CAUTION!");
-  Check(screen, "EditMode", true);
-  EXPECT_FALSE(screen.cboMeas1.Enabled || screen.NewName.Enabled);
-
-  Type(screen, "Formula", "x = (Oil");
-  forms.ExpectBox("FORMULA PROBLEM",
-                  "FORMULA REJECTED\r\n\r\nThere are 1 left parens and 0 right parens.\r\n\r\n");
-  Press(screen, "Save");
-  for (const std::string_view formula : {"2x = Oil", "x y = Oil", " = Oil", "x = "}) {
-    forms.beeps = 0;
-    Type(screen, "Formula", formula);
-    Press(screen, "Save");
-    EXPECT_EQ(forms.beeps, 1) << formula;
-  }
-  Type(screen, "Formula", "Log = Oil");
-  forms.ExpectBoxWith("ILLEGAL KEYWORD USAGE", "\"LOG\" is used as New Field.");
-  Press(screen, "Save");
-  Type(screen, "Formula", "oil = 2");
-  forms.ExpectBoxWith("DUPLICATION FOUND",
-                      "\"OIL\" is used as [ New Field ] and [ VBlk1(2) alias name ].");
-  Press(screen, "Save");
-  EXPECT_EQ(store->CalcFields.CalcFieldCount, 1);
-
-  Type(screen, "Formula", "  Slope=Oil^2 ");
-  Check(screen, "EditMode", false);
-  EXPECT_EQ(Shown(screen, "NewName"), "Slope");
-  Press(screen, "Save");
-  EXPECT_EQ(fields(), "Total=Oil[]0FP2;Slope=Oil^2[]0FP2;");
-}
-
-TEST_F(CalculatedScreen, NamesThatCollideElsewhereDoNotStopANewOne) {
-  store->Tables[2].TableName = store->Tables[1].TableName;
-  frmCalculated screen(context, place);
-  Pick(screen, "cboMeas1", "Oil");
-  Press(screen, "Save");
-  EXPECT_EQ(fields(), "CalcVar1=Oil[]0FP2;");
-}
-
 TEST_F(CalculatedScreen, StopsAtFiftyFields) {
   for (int f = 1; f < kCalcFields; ++f) put("N" + std::to_string(f), "Oil");
+  // Names that collide elsewhere don't stop a new one.
+  store->Tables[2].TableName = store->Tables[1].TableName;
   frmCalculated screen(context, place);
   for (int beeps = 0; beeps <= 1; ++beeps) {
     Pick(screen, "cboMeas1", "Oil");
@@ -240,7 +124,7 @@ TEST_F(CalculatedScreen, DeletingMovesTheRowsBehindWithTheirOutputs) {
   frmCalculated screen(context, place);
   Pick(screen, "Formulas", "B");
   Press(screen, "Delete");
-  EXPECT_EQ(fields(), "A=Oil[]0FP2;C=Sin(Oil)[m]0FP2;");
+  EXPECT_EQ(fields(), "A=Oil;C=Sin(Oil)m;");
   EXPECT_EQ(store->CalcFields.Field[2].Output.OutputSelect[4][kSample], 1);
   EXPECT_EQ(store->CalcFields.Field[2].Output.Histo[4].LevelCode, "3,2,Calc24LC1(),Calc24LC2()")
       << "the program calls the arrays by the place of their field";
@@ -251,7 +135,7 @@ TEST_F(CalculatedScreen, DeletingMovesTheRowsBehindWithTheirOutputs) {
   EXPECT_EQ(forms.beeps, 1) << "nothing is selected";
 
   screen.Cancel();
-  EXPECT_EQ(fields(), "A=Oil[]0FP2;B=Oil + 1[]0FP2;C=Sin(Oil)[m]0FP2;");
+  EXPECT_EQ(fields(), "A=Oil;B=Oil + 1;C=Sin(Oil)m;");
   EXPECT_EQ(store->CalcFields.Field[3].Output.OutputSelect[4][kSample], 1);
 }
 
@@ -284,40 +168,13 @@ TEST_F(CalculatedScreen, DeletingAVariableInUseIsAsked) {
     EXPECT_FALSE(IsVariableUsed(*store, 1));
     use(*store);
     frmCalculated screen(context, place);
-    Pick(screen, "Formulas", "1");
-    forms.ExpectBox("DELETE VARIABLE WARNING",
-                    "Other Place Uses This Variable, Do You Want to Delete?",
-                    platform::Answer::kNo);
-    Press(screen, "Delete");
-    EXPECT_EQ(store->CalcFields.CalcFieldCount, 2);
-    forms.ExpectBox("DELETE VARIABLE WARNING",
-                    "Other Place Uses This Variable, Do You Want to Delete?",
-                    platform::Answer::kYes);
-    Press(screen, "Delete");
-    EXPECT_EQ(store->CalcFields.CalcFieldCount, 1);
-    EXPECT_EQ(store->CalcFields.Field[1].CalcField[1], "Powers");
-  }
-}
-
-TEST_F(CalculatedScreen, AnotherNameForAVariableInUseIsAskedToo) {
-  put("Power", "Oil");
-  put("Twice", "Power * 2");
-  frmCalculated screen(context, place);
-  for (const std::string_view name : {"POWER", "Watts"}) {
-    Pick(screen, "Formulas", "1");
-    Press(screen, "Edit");
-    Type(screen, "NewName", name);
-    if (name == "Watts") {
-      forms.ExpectBoxWith("DELETE VARIABLE WARNING", "Do You Want to Delete?",
-                          platform::Answer::kNo);
+    for (const auto answer : {platform::Answer::kNo, platform::Answer::kYes}) {
+      Pick(screen, "Formulas", "1");
+      forms.ExpectBoxWith("DELETE VARIABLE WARNING", "", answer);
+      Press(screen, "Delete");
+      EXPECT_EQ(fields().starts_with("Powers="), answer == platform::Answer::kYes);
     }
-    Press(screen, "Save");
   }
-  EXPECT_EQ(fields(), "POWER=Oil[]0FP2;Twice=Power * 2[]0FP2;");
-  EXPECT_EQ(Shown(screen, "Save"), "&Replace") << "the row is still being edited";
-  forms.ExpectBoxWith("DELETE VARIABLE WARNING", "Do You Want to Delete?", platform::Answer::kYes);
-  Press(screen, "Save");
-  EXPECT_EQ(fields(), "Watts=Oil[]0FP2;Twice=Power * 2[]0FP2;");
 }
 
 TEST_F(CalculatedScreen, ListsItsFormulasToAFile) {
@@ -340,17 +197,6 @@ TEST_F(CalculatedScreen, ListsItsFormulasToAFile) {
   forms.ExpectBoxWith("TROUBLE", "has occurred in frmCalculated.ListToDisk.");
   Press(another, "ListFormulas");
   EXPECT_EQ(files.files["/work/CalcFile.Log"], list);
-}
-
-TEST_F(CalculatedScreen, OpensTheOutputsOfARow) {
-  put("A", "Oil");
-  put("B", "Oil");
-  int opened = 0;
-  frmCalculated screen(context, place, [&](int field) { opened = field; });
-  EXPECT_FALSE(screen.Outputs.Enabled);
-  Pick(screen, "Formulas", "b");
-  Press(screen, "Outputs");
-  EXPECT_EQ(opened, 2);
 }
 
 }  // namespace

@@ -16,46 +16,37 @@ LineCalcRecord points(const char* yMax, const char* yMin, const char* xMax, cons
 }
 
 TEST(TwoPoint, SolvesTheLine) {
-  const struct {
-    LineCalcRecord record;
-    const char* M;
-    const char* B;
-  } cases[] = {
-      {points("100", "0", "100", "0"), "1.0", "0.0"},
-      {points("500", "0", "20", "4"), "31.25", "-125.0"},
-      {points("-40", "60", "10", "0"), "-10.0", "60.0"},
+  const std::pair<LineCalcRecord, const char*> cases[] = {
+      {points("100", "0", "100", "0"), "1.0 0.0"},
+      {points("500", "0", "20", "4"), "31.25 -125.0"},
+      {points("-40", "60", "10", "0"), "-10.0 60.0"},
       // Text behind a number is ignored, a text without one is 0.
-      {points("100 kPa", "low", "2mV", ""), "50.0", "0.0"},
-      {points("1e2", ".5", "+10", "-10"), "4.975", "50.25"},
+      {points("100 kPa", "low", "2mV", ""), "50.0 0.0"},
+      {points("1e2", ".5", "+10", "-10"), "4.975 50.25"},
       // Offsets are those of the multiplier as shown: 0.33333 * 300 and 333.333 * 1.
-      {points("1", "0", "303", "300"), "0.33333", "-99.999"},
-      {points("1000", "0", "4", "1"), "3.33333e2", "-333.333"},
+      {points("1", "0", "303", "300"), "0.33333 -99.999"},
+      {points("1000", "0", "4", "1"), "3.33333e2 -333.333"},
       // Nine characters, the point and the sign among them, take the exponent.
-      {points("1000", "0", "3", "0"), "3.33333e2", "0.0"},
-      {points("12345.67", "0", "1", "0"), "12345.67", "0.0"},
-      {points("12345.678", "0", "1", "0"), "1.23457e4", "0.0"},
-      {points("-1234.567", "0", "1", "0"), "-1.23457e3", "0.0"},
-      {points("1000000", "0", "1", "0"), "1.00000e6", "0.0"},
-      {points("1", "0", "2000", "1000"), "0.001", "-1.0"},
-      {points("1000", "0", "2", "1"), "1000.0", "-1000.0"},
-      {points("10000000", "0", "2", "1"), "1.00000e7", "-1.00000e7"},
-      {points("0.000005", "0", "1", "0"), "0.00001", "0.0"},
-      {points("0.000004", "0", "1", "0"), "0.0", "0.0"},
+      {points("1000", "0", "3", "0"), "3.33333e2 0.0"},
+      {points("12345.67", "0", "1", "0"), "12345.67 0.0"},
+      {points("12345.678", "0", "1", "0"), "1.23457e4 0.0"},
+      {points("-1234.567", "0", "1", "0"), "-1.23457e3 0.0"},
+      {points("1000000", "0", "1", "0"), "1.00000e6 0.0"},
+      {points("1", "0", "2000", "1000"), "0.001 -1.0"},
+      {points("10000000", "0", "2", "1"), "1.00000e7 -1.00000e7"},
+      {points("0.000005", "0", "1", "0"), "0.00001 0.0"},
+      {points("0.000004", "0", "1", "0"), "0.0 0.0"},
+      // Without a span what is shown stays.
+      {points("100", "0", "5", "5"), "kept"},
+      {points("100", "0", "", "0"), "kept"},
+      {points("100", "0", "x", "y"), "kept"},
+      {points("100", "0", "1e999", "0"), "kept"},
+      {points("1e999", "0", "1", "0"), "kept"},
+      {points("1e300", "-1e300", "1e-300", "0"), "kept"},
   };
-  for (const auto& c : cases) {
-    const auto line = SolveLine(c.record);
-    ASSERT_TRUE(line) << c.M;
-    EXPECT_EQ(line->M, c.M) << c.record.YMax;
-    EXPECT_EQ(line->B, c.B) << c.record.YMax;
-  }
-}
-
-TEST(TwoPoint, KeepsItsAnswersWithoutASpan) {
-  for (const auto& record :
-       {points("100", "0", "5", "5"), points("100", "0", "", "0"), points("100", "0", "x", "y"),
-        points("100", "0", "1e999", "0"), points("1e999", "0", "1", "0"),
-        points("1e300", "-1e300", "1e-300", "0")}) {
-    EXPECT_FALSE(SolveLine(record)) << record.YMax << " " << record.XMax;
+  for (const auto& [record, text] : cases) {
+    const auto line = SolveLine(record);
+    EXPECT_EQ(line ? line->M + " " + line->B : "kept", text) << record.YMax << " " << record.XMax;
   }
 }
 
@@ -77,11 +68,9 @@ TEST(TwoPoint, TriesTheLineShown) {
 
 TEST(TwoPoint, ScrollsBetweenTheEnds) {
   LineCalcRecord record = points("300", "-100", "1", "0");
-  EXPECT_EQ(LineYOutAt(record, 0), "-100.0");
-  EXPECT_EQ(LineYOutAt(record, 250), "0.0");
-  EXPECT_EQ(LineYOutAt(record, kLineScrollSteps), "300.0");
-  EXPECT_EQ(LineYOutAt(record, -1), "-100.0");
-  EXPECT_EQ(LineYOutAt(record, kLineScrollSteps + 1), "300.0");
+  const std::pair<int, const char*> steps[] = {
+      {-1, "-100.0"}, {0, "-100.0"}, {250, "0.0"}, {1000, "300.0"}, {1001, "300.0"}};
+  for (const auto& [step, yOut] : steps) EXPECT_EQ(LineYOutAt(record, step), yOut) << step;
   const struct {
     const char* yOut;
     int position;
@@ -98,18 +87,12 @@ TEST(TwoPoint, ScrollsBetweenTheEnds) {
 
 TEST(MVPerVolt, ShowsTheMultiplierBySignificantDigits) {
   const struct {
-    const char* mVPerV;
-    const char* fullScale;
-    const char* text;
+    const char *mVPerV, *fullScale, *text;
   } cases[] = {
       {"50", "500", "10.000000"},
       {"2", "1000", "500.00000"},
       {"3", "1", "0.3333333"},
       {"1", "10", "10.000000"},
-      {"1", "100", "100.00000"},
-      {"1", "1000", "1000.0000"},
-      {"1", "10000", "10000.000"},
-      {"1", "100000", "100000.00"},
       {"1", "999999.5", "999999.5"},
       {"0.5", "1000000", "2000000.0"},
       {"2", "-1000", "-500.0000000"},
@@ -191,27 +174,22 @@ TEST(Answers, HandBackTheNumberShown) {
 }
 
 TEST(SourceKinds, LabelTheInputAxis) {
-  const struct {
-    InputAxis axis;
-    const char* label;
-    const char* units;
-  } cases[] = {
-      {InputAxisOf("Volts"), "Input mV", "mVolts"},
-      {InputAxisOf("TK40M"), "Input mV", "mVolts"},
-      {InputAxisOf("TK40M", true), "", "Degs C"},
-      {InputAxisOf("HVolt"), "Input V", "Volts"},
-      {InputAxisOf("Isolated"), "Input V", "Volts"},
-      {InputAxisOf("Brdg"), "Input mV/V", "mVolts/Volt"},
-      {InputAxisOf("Brdg", false, true), "Input V/V", "Volts/Volt"},
-      {InputAxisOf("Pulse"), "Input Hz", "Hertz"},
-      {InputAxisOf("Totalize"), "Input", "Counts"},
-      {InputAxisOf("Filt"), "Input mV", "mVolts"},
-      {InputAxisOf("Temp"), "", "Degs C"},
-      {InputAxisOf("FieldGrid"), "", ""},
+  const std::pair<InputAxis, const char*> cases[] = {
+      {InputAxisOf("Volts"), "Input mV|mVolts"},
+      {InputAxisOf("TK40M"), "Input mV|mVolts"},
+      {InputAxisOf("TK40M", true), "|Degs C"},
+      {InputAxisOf("HVolt"), "Input V|Volts"},
+      {InputAxisOf("Isolated"), "Input V|Volts"},
+      {InputAxisOf("Brdg"), "Input mV/V|mVolts/Volt"},
+      {InputAxisOf("Brdg", false, true), "Input V/V|Volts/Volt"},
+      {InputAxisOf("Pulse"), "Input Hz|Hertz"},
+      {InputAxisOf("Totalize"), "Input|Counts"},
+      {InputAxisOf("Filt"), "Input mV|mVolts"},
+      {InputAxisOf("Temp"), "|Degs C"},
+      {InputAxisOf("FieldGrid"), "|"},
   };
-  for (const auto& c : cases) {
-    EXPECT_EQ(c.axis.label, c.label) << c.units;
-    EXPECT_EQ(c.axis.units, c.units) << c.label;
+  for (const auto& [axis, text] : cases) {
+    EXPECT_EQ(std::string(axis.label).append("|").append(axis.units), text);
   }
 }
 

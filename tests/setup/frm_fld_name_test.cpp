@@ -15,53 +15,29 @@ class FieldNamesTest : public testing::TableScreens {
   std::vector<RepAlias> rows = std::vector<RepAlias>(3, RepAlias{"", "", "", "", "0"});
 };
 
-TEST_F(FieldNamesTest, RowsShowTheirOwnOrTheDefault) {
-  rows[1] = {"Oil", "Bar", "0.1", "1e8", "7"};
+// The last text of a row has a bit for each cell that was set by hand.
+TEST_F(FieldNamesTest, OnlyWhatDiffersFromTheDefaultIsKept) {
+  rows.insert(rows.end(), {{"Oil", "Bar", "0.1", "1e8", "7"}, {"A", "Bar", "3", "4", "7"}});
   const auto form = open();
   EXPECT_EQ(form->Caption, "FIELD NAMES (VBlk1)");
-  EXPECT_EQ(shown(*form, "AliasName1"), "VBlk1(1)");
-  EXPECT_EQ(shown(*form, "AliasUnits1"), "Volts");
-  EXPECT_EQ(shown(*form, "AliasMult1"), "2.5");
-  EXPECT_EQ(shown(*form, "AliasOffset1"), "1");
-  EXPECT_EQ(shown(*form, "FieldName2"), "VBlk1(2)");
-  EXPECT_EQ(shown(*form, "AliasName2"), "Oil");
-  EXPECT_EQ(shown(*form, "AliasUnits2"), "Bar");
-  EXPECT_EQ(shown(*form, "AliasMult2"), "0.1");
-  EXPECT_EQ(shown(*form, "AliasOffset2"), "1e+08");
-  EXPECT_EQ(form->Find("AliasOffset4"), nullptr);
-  form->Done();
-  EXPECT_EQ(rows[1], (RepAlias{"Oil", "Bar", "0.1", "1e8", "7"})) << "untouched texts stay";
-}
-
-TEST_F(FieldNamesTest, ACellSetByHandIsMarkedUntilItEqualsTheDefaultAgain) {
-  const auto form = open();
-  EXPECT_EQ(shown(*form, "UnitsLight"), "gray");
+  EXPECT_EQ(shown(*form, "AliasOffset4"), "1e+08");
+  EXPECT_EQ(form->Find("AliasOffset6"), nullptr);
   type(*form, "AliasUnits1", "Bar");
   type(*form, "AliasMult1", "0.50");
-  type(*form, "AliasOffset2", "-3");
-  EXPECT_EQ(shown(*form, "UnitsLight"), "green");
-  EXPECT_EQ(shown(*form, "ScalingLight"), "green");
-  EXPECT_EQ(shown(*form, "AliasLight"), "gray");
   type(*form, "AliasMult1", "2.500");  // the default by its value
+  type(*form, "AliasOffset2", "-3");
   type(*form, "AliasName3", "9Oil Temp_2");
   EXPECT_EQ(forms.beeps, 2) << "the digit and the blank";
+  type(*form, "AliasUnits5", "Volts");
+  press(*form, "Reset5");
   EXPECT_EQ(rows[0].AliasUnits, "") << "before Done";
   form->Done();
-  EXPECT_EQ(rows[0], (RepAlias{"", "Bar", "", "", "1"}));
-  EXPECT_EQ(rows[1], (RepAlias{"", "", "", "-3", "4"}));
-  EXPECT_EQ(rows[2], (RepAlias{"OilTemp_2", "", "", "", "0"}));
-}
-
-TEST_F(FieldNamesTest, ResetPutsARowAndDefaultAColumnBack) {
-  rows[0] = {"A", "Bar", "3", "4", "7"};
-  rows[2] = {"C", "Bar", "3", "4", "7"};
-  const auto form = open();
-  press(*form, "DefaultUnits");
-  press(*form, "DefaultMult");
-  press(*form, "Reset3");
-  form->Done();
-  EXPECT_EQ(rows[0], (RepAlias{"A", "", "", "4", "4"}));
-  EXPECT_EQ(rows[2], (RepAlias{"", "", "", "", "0"}));
+  const std::vector<RepAlias> kept = {{"", "Bar", "", "", "1"},
+                                      {"", "", "", "-3", "4"},
+                                      {"OilTemp_2", "", "", "", "0"},
+                                      {"Oil", "Bar", "0.1", "1e8", "7"},  // as it was written
+                                      {"", "", "", "", "0"}};
+  EXPECT_EQ(rows, kept);
 }
 
 TEST_F(FieldNamesTest, ACalculatorAnswersForOneSensor) {
@@ -106,36 +82,27 @@ TEST(AliasRename, NamesMatchWholeWithTheirIndexAndAllAtOnce) {
     const auto store = NewStore();
     TableSetup& tables = store->Tables;
     // Every place that names variables, and one that does not.
-    const TriggerCondition trigger = {
-        std::string(row.variable), 0, 0, 0, std::string(row.variable), std::string(row.expression)};
-    const WriteCondition write = {trigger.StartMeasVar,        0, 0, 0, trigger.StartTrigVarb,
-                                  trigger.StartTrigIndvExpress};
-    const TriggerCondition triggerAfter = {
-        std::string(row.variableAfter),  0, 0, 0, std::string(row.variableAfter),
-        std::string(row.expressionAfter)};
-    const WriteCondition writeAfter = {
-        triggerAfter.StartMeasVar,        0, 0, 0, triggerAfter.StartTrigVarb,
-        triggerAfter.StartTrigIndvExpress};
-    const auto forEach = [&](auto&& visit) {
+    const auto fillOrCheck = [&](bool check, std::string_view variable, std::string_view text) {
+      const std::string name(variable);
+      const TriggerCondition trigger = {name, 0, 0, 0, name, std::string(text)};
+      const WriteCondition write = {name, 0, 0, 0, name, std::string(text)};
       for (int t : {1, 6}) {
         for (int n : {1, kConditions}) {
-          visit(tables[t].Trigger[0][n], tables[t].Trigger[1][n], tables[t].Write[n]);
+          for (int state : {0, 1}) {
+            if (!check) tables[t].Trigger[state][n] = trigger;
+            EXPECT_EQ(tables[t].Trigger[state][n], trigger);
+          }
+          if (!check) tables[t].Write[n] = write;
+          EXPECT_EQ(tables[t].Write[n], write);
         }
       }
     };
-    forEach([&](auto& start, auto& stop, auto& condition) {
-      start = stop = trigger;
-      condition = write;
-    });
+    fillOrCheck(false, row.variable, row.expression);
     tables[1].TableName = "Oil";
     const bool changes = row.variable != row.variableAfter || row.expression != row.expressionAfter;
     EXPECT_EQ(ConditionsUse(tables, row.renames), changes);
     RenameInConditions(tables, row.renames);
-    forEach([&](const auto& start, const auto& stop, const auto& condition) {
-      EXPECT_EQ(start, triggerAfter);
-      EXPECT_EQ(stop, triggerAfter);
-      EXPECT_EQ(condition, writeAfter);
-    });
+    fillOrCheck(true, row.variableAfter, row.expressionAfter);
     EXPECT_EQ(tables[1].TableName, "Oil");
   }
 }

@@ -40,6 +40,8 @@ class HistoScreens : public testing::TableScreens {
   static void fill(Screen& screen,
                    std::initializer_list<std::pair<std::string_view, std::string_view>> fields) {
     for (const auto& [name, keys] : fields) type(screen, name, keys);
+    screen.Done();
+    EXPECT_EQ(screen.Result(), ModalResult::kDone) << screen.Name();
   }
   static void add(Screen& screen, std::string_view list, std::string_view value) {
     type(screen, "LevelVar" + std::string(list), value);
@@ -51,23 +53,19 @@ TEST_F(HistoScreens, WhatIsOnlyLookedAtStaysAsItWasWritten) {
   histo().HistogramCode = "20,000,1,-150,200";
   histo().RainHistoCode = "5,10,0,0,40";
   frmHistogram histogram(context, {histo(), 1, "FP2"});
-  EXPECT_EQ(shown(histogram, "LowerLimit"), "-150");
-  EXPECT_EQ(shown(histogram, "UpperLimit"), "200");
-  EXPECT_EQ(shown(histogram, "Form"), "0");
-  EXPECT_EQ(shown(histogram, "Weight"), "1");
+  const std::pair<std::string_view, std::string_view> fields[] = {
+      {"LowerLimit", "-150"}, {"UpperLimit", "200"}, {"Form", "0"}, {"Weight", "1"}};
+  for (const auto& [name, text] : fields) EXPECT_EQ(shown(histogram, name), text) << name;
   histogram.Done();
   EXPECT_EQ(histo().HistogramCode, "20,000,1,-150,200");
   frmRainHisto rain(context, {histo(), 1, "FP2"});
   EXPECT_EQ(shown(rain, "UpperLimit"), "40");
   rain.Done();
   EXPECT_EQ(histo().RainHistoCode, "5,10,0,0,40");
-
   frmHistogram again(context, {histo(), 1, "FP2"});
-  fill(again, {{"Bins", "25"}});
+  type(again, "Bins", "25");
   again.Done();
   EXPECT_EQ(histo().HistogramCode, "25,-150,200,0,1");
-  frmHistogram own(context, {histo(), 1, "FP2"});
-  EXPECT_EQ(shown(own, "LowerLimit"), "-150");
 
   for (const std::string_view bad : {"", "5", "a,b,c,d,e", "1,2,3,4,5,6", ",,,,"}) {
     histo().HistogramCode = bad;
@@ -91,27 +89,16 @@ TEST_F(HistoScreens, WhatIsOnlyLookedAtStaysAsItWasWritten) {
   EXPECT_EQ(histo().LevelMeas, 7);
 }
 
-TEST_F(HistoScreens, LevelsAreKeptSortedAndEachOnce) {
+TEST_F(HistoScreens, EachLevelIsKeptOnceAndNoMoreThan40) {
   frmLevel screen(context, {histo(), 1, "FP2"}, "VBlk1");
   for (const std::string_view value : {"5", "-1", "0.5", "5", "0.50"}) add(screen, "One", value);
   EXPECT_EQ(forms.beeps, 2) << "a value that is there already";
-  pick(screen, "NumDims", "Two Dimensions");
-  pick(screen, "LevelMeas", "VBlk1(2) - VOLT BLOCK");
-  for (int value = 1; value <= 41; ++value) add(screen, "Two", std::to_string(value));
+  for (int value = 6; value <= 43; ++value) add(screen, "One", std::to_string(value));
   EXPECT_EQ(forms.beeps, 3) << "the 41st";
-  for (int value = 1; value <= 38; ++value) {
-    pick(screen, "LevelsTwo", std::to_string(value));
-    press(screen, "RemoveTwo");
-  }
   screen.Done();
-  EXPECT_EQ(histo().LevelMeasName, "VBlk1(2)");
-  EXPECT_EQ(histo().LevelMeas, 1);
-  EXPECT_EQ(histo().LevNumLevels, 3);
+  EXPECT_EQ(histo().LevNumLevels, 40);
   EXPECT_EQ(histo().LevelVarOne[0], -1);
-  EXPECT_EQ(histo().LevelVarOne[2], 5);
-  EXPECT_EQ(histo().LevNumTests, 2);
-  EXPECT_EQ(histo().LevelVarTwo[0], 39);
-  EXPECT_EQ(histo().LevelVarTwo[1], 40);
+  EXPECT_EQ(histo().LevelVarOne[39], 42);
 }
 
 // One line of the table description.
@@ -141,42 +128,35 @@ int lastCodeOf(const OutputSource& source) {
   return isSingle ? kRainFlow : kLevelCrossing;
 }
 
-// What the instructions name of value `i`.
-std::string valueOf(const OutputSource& source, int i) {
+// What the instructions name of value `i`, and the array that its level crossing is given.
+std::pair<std::string, std::string> namesOf(const OutputSource& source, int t, int i) {
+  const std::string table = std::to_string(t);
+  const std::string index = std::to_string(i);
   switch (source.family) {
     case OutputFamily::kBattery:
-    case OutputFamily::kCalcField:
-      return source.name;
+      return {source.name, ""};
     case OutputFamily::kTK40MRef:
-      return source.name + "()";
+      return {source.name + "()", ""};
+    case OutputFamily::kCalcField:
+      return {source.name, "LCCalc1_" + table};
+    case OutputFamily::kCan:
+      return {source.name + "(" + index + ")", "LCRpm" + table};
     default:
-      return source.name + "(" + std::to_string(i) + ")";
+      return {source.name + "(" + index + ")", "LC" + source.name + "_" + table + "_" + index};
   }
-}
-
-// The array that a level crossing of value `i` is given.
-std::string placesOf(const OutputSource& source, const std::string& table, int i) {
-  if (source.family == OutputFamily::kCalcField) return "LCCalc1_" + table;
-  if (source.family == OutputFamily::kCan) return "LCRpm" + table;
-  return "LC" + source.name + "_" + table + "_" + std::to_string(i);
 }
 
 // Every kind of source with all that it can have in two tables, set up through the screens: two
 // dimensions in table 1, one in table 2.
 TEST_F(HistoScreens, ProgramRecordAndDescriptionAgree) {
-  store->TempBlock.BlockCount = store->BridgeBlock.BlockCount = 1;
-  store->TempBlock[1].Reps = store->BridgeBlock[1].Reps = 1;
-  store->PulseBlock[0].BlockCount = 1;
-  store->PulseBlock[0][1].Reps = 1;
-  store->Config.TK40MQty = 1;
-  store->TK40MBlock.BlockCount = 1;
+  store->TempBlock.BlockCount = store->BridgeBlock.BlockCount = store->PulseBlock[0].BlockCount =
+      store->TK40MBlock.BlockCount = store->Can.CanCount = 1;
+  store->TempBlock[1].Reps = store->BridgeBlock[1].Reps = store->PulseBlock[0][1].Reps =
+      store->Can.Item[1].Reps = 1;
   store->TK40MBlock[1].Reps = 2;
-  store->Config.CanBusQty = 1;
-  store->Can.Module[1].CanBusEnabled = 1;
-  store->Can.CanCount = 1;
+  store->Config.TK40MQty = store->Config.CanBusQty = 1;
+  store->Can.Module[1].CanBusEnabled = store->Can.Item[1].Enabled = 1;
   store->Can.Item[1].Name = "Rpm";
-  store->Can.Item[1].Enabled = 1;
-  store->Can.Item[1].Reps = 1;
   store->Config.MonitorPower[kMonitorBattery] = kTrue;
   store->Config.TcConfigOpts[1] = 1;
   store->CalcFields.CalcFieldCount = 1;
@@ -190,19 +170,19 @@ TEST_F(HistoScreens, ProgramRecordAndDescriptionAgree) {
       &store->BridgeBlock[1].Output,     &store->PulseBlock[0][1].Output,
       &store->TK40MBlock[1].Output,      &store->Can.Item[1].Output,
       &store->CalcFields.Field[1].Output};
-  for (const OutputSource& source : OutputSourcesOf(*store)) {
-    const auto at = std::find(outputs.begin(), outputs.end(), source.output);
-    ASSERT_NE(at, outputs.end()) << source.name;
+  const std::vector<OutputSource> sources = OutputSourcesOf(*store);
+  ASSERT_EQ(sources.size(), outputs.size());
+  for (std::size_t at = 0; at < sources.size(); ++at) {
+    const OutputSource& source = sources[at];
+    OutputSet& output = *outputs[at];
+    ASSERT_EQ(source.output, &output) << source.name;
     for (int t = 1; t <= 2; ++t) {
-      OutputSet& output = **at;
       const HistoTarget target{output.Histo[t], t, source.resolution};
       frmHistogram histogram(context, target);
       fill(histogram,
            {{"Bins", "20"}, {"LowerLimit", "-50"}, {"UpperLimit", "120.5"}, {"Weight", "1"}});
-      histogram.Done();
       frmRainHisto rain(context, target);
       fill(rain, {{"MeanBins", "3"}, {"AmpBins", "4"}, {"UpperLimit", "10"}});
-      rain.Done();
       frmLevel level(context, target, LevelStem(source));
       for (const std::string_view value : {"1", "2", "3"}) add(level, "One", value);
       if (t == 1) {
@@ -210,12 +190,7 @@ TEST_F(HistoScreens, ProgramRecordAndDescriptionAgree) {
         pick(level, "LevelMeas", "Power - CALC FORMULA");
         for (const std::string_view value : {"5", "6"}) add(level, "Two", value);
       }
-      level.Done();
-      for (const HistoScreen* screen :
-           {static_cast<HistoScreen*>(&histogram), static_cast<HistoScreen*>(&rain),
-            static_cast<HistoScreen*>(&level)}) {
-        EXPECT_EQ(screen->Result(), ModalResult::kDone) << source.name << screen->Name();
-      }
+      fill(level, {});
       for (int code = kHistogram; code <= lastCodeOf(source); ++code) {
         output.OutputSelect[t][code] = 1;
       }
@@ -229,43 +204,39 @@ TEST_F(HistoScreens, ProgramRecordAndDescriptionAgree) {
     EXPECT_NE(program.find("\r\n" + line), std::string::npos) << line;
   };
   for (int t = 1; t <= 2; ++t) {
-    const std::string table = std::to_string(t);
     const std::vector<Described> described = describedFields(*store, t);
     std::size_t next = 0;
     int number = 1;
-    for (const OutputSource& source : OutputSourcesOf(*store)) {
+    for (const OutputSource& source : sources) {
       const std::string res(source.resolution);
-      const std::string array = LevelStem(source) + table;
-      const std::string levels = t == 1 ? "3,2," : "3,1,";
+      const std::string array = LevelStem(source) + std::to_string(t);
       if (lastCodeOf(source) == kLevelCrossing) {
         expectLine("Dim " + array + "LC1(3)");
         expectLine("Dim " + array + "LC2(" + (t == 1 ? "2)" : "1)"));
       }
+      const std::string dims = t == 1 ? "3,2" : "3,1";
+      const struct {
+        std::string instruction, parameters, shape;
+        int count;
+      } shapes[] = {{"Histogram(", ",20,-50,120.5,0,1)", "_Hst(20)", 20},
+                    {"RainFlow(", ",3,4,0,10,0)", "_RFH(3,4)", 12},
+                    {"LevelCrossing(", "," + dims + "," + array + "LC1()," + array + "LC2())",
+                     "_LCr(" + dims + ")", t == 1 ? 6 : 3}};
       for (int code = kHistogram; code <= lastCodeOf(source); ++code) {
-        const HistoSet& histo = source.output->Histo[t];
-        const i32 count = ORVUS_COMMON::OutputFieldCount(1, code, histo.HistogramCode,
-                                                         histo.RainHistoCode, histo.LevelCode);
-        EXPECT_EQ(count, code == kHistogram ? 20 : code == kRainFlow ? 12 : t == 1 ? 6 : 3);
-        EXPECT_EQ(count, OutputColumns(*source.output, t, code));
+        const auto& form = shapes[code - kHistogram];
+        const HistoSet& set = source.output->Histo[t];
+        EXPECT_EQ(form.count, OutputColumns(*source.output, t, code));
+        EXPECT_EQ(form.count, ORVUS_COMMON::OutputFieldCount(1, code, set.HistogramCode,
+                                                             set.RainHistoCode, set.LevelCode));
         for (int i = 1; i <= OutputValues(source, code); ++i) {
-          const std::string value = valueOf(source, i);
-          if (code == kHistogram) {
-            expectLine("   Histogram(" + value + "," + res + ",False,20,-50,120.5,0,1)\r\n");
-          } else if (code == kRainFlow) {
-            expectLine("   RainFlow(" + value + "," + res + ",False,3,4,0,10,0)\r\n");
-          } else {
-            expectLine("   LevelCrossing(" + placesOf(source, table, i) + "()," + res + ",False," +
-                       levels + array + "LC1()," + array + "LC2())\r\n");
-          }
+          const auto [value, places] = namesOf(source, t, i);
+          expectLine("   " + form.instruction + (code == kLevelCrossing ? places + "()" : value) +
+                     "," + res + ",False" + form.parameters + "\r\n");
           ASSERT_LT(next, described.size()) << source.name;
-          const std::string shape = code == kHistogram  ? "_Hst(20)"
-                                    : code == kRainFlow ? "_RFH(3,4)"
-                                    : t == 1            ? "_LCr(3,2)"
-                                                        : "_LCr(3,1)";
-          EXPECT_TRUE(Holds(described[next].source, shape)) << described[next].source << shape;
+          EXPECT_TRUE(Holds(described[next].source, form.shape)) << described[next].source;
           EXPECT_EQ(described[next].number, number) << described[next].source;
           ++next;
-          number += count;
+          number += form.count;
         }
       }
     }
