@@ -45,9 +45,13 @@ TEST(KilledSave, LeavesWholeFilesAtAnyMoment) {
     contents.emplace_back();
     for (const auto& extension : kExtensions) contents.back().push_back(ReadDisk(base + extension));
   }
+  const auto start = std::chrono::steady_clock::now();
+  ASSERT_TRUE(session.SavePipeline());
+  const auto oneSave = std::chrono::steady_clock::now() - start;
   std::minstd_rand random(7);
   int aside = 0;
-  for (int round = 0; round < 200; ++round) {
+  // On a slow machine more rounds may go by until one meets the moment without a project file.
+  for (int round = 0; round < 200 || (aside == 0 && round < 4000); ++round) {
     const pid_t child = ::fork();
     if (child == 0) {
       for (std::size_t turn = 0;; ++turn) {
@@ -55,7 +59,7 @@ TEST(KilledSave, LeavesWholeFilesAtAnyMoment) {
         session.SavePipeline();
       }
     }
-    std::this_thread::sleep_for(std::chrono::microseconds(random() % 8000));
+    std::this_thread::sleep_for(oneSave * 4 * static_cast<int>(random() % 1000) / 1000);
     ::kill(child, SIGKILL);
     ASSERT_EQ(::waitpid(child, nullptr, 0), child);
     if (!std::filesystem::exists(base + ".VKG")) {

@@ -2,9 +2,12 @@
 #include "session/test_compile.h"
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
+#include <iterator>
 
 #include "model/defaults.h"
 #include "platform/posix/posix_filesystem.h"
@@ -17,13 +20,19 @@ namespace {
 
 using testing::WriteDisk;
 
-// How many processes of the stand-in there are.
+// Marks what this process starts: other tests may have stand-ins of their own at the same time.
+const std::string kOwner = std::to_string(::getpid());
+
+// How many processes of the stand-in there are that this process has started.
 int standInsAlive() {
   int count = 0;
   for (const auto& entry : std::filesystem::directory_iterator("/proc")) {
     std::error_code error;
     const auto program = std::filesystem::read_symlink(entry.path() / "exe", error);
-    if (!error && program == OSTRAND_STAND_IN) ++count;
+    if (error || program != OSTRAND_STAND_IN) continue;
+    std::ifstream file(entry.path() / "environ", std::ios::binary);  // may be gone by now
+    const std::string environment{std::istreambuf_iterator<char>(file), {}};
+    if (environment.find("STAND_IN_OWNER=" + kOwner + '\0') != std::string::npos) ++count;
   }
   return count;
 }
@@ -44,6 +53,7 @@ class TestCompileRun : public ::testing::Test {
   // before.
   bool run(const char* behaviour, bool alwaysShow = false) {
     ::setenv("STAND_IN", behaviour, 1);
+    ::setenv("STAND_IN_OWNER", kOwner.c_str(), 1);
     store_->TempBlock[1].BlockTime = 5;
     platform::PosixFileSystem files;
     platform::PosixProcesses processes;
