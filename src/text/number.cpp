@@ -32,12 +32,12 @@ struct Scientific {
 // Two texts of six digits never read back as one value, so no search is needed.
 template <class Real>
 bool takeFewDigits(Real value, Scientific& result) {
-  constexpr long kHundred = 100;
-  constexpr long kSixDigits = 1000000;
+  constexpr double kHundred = 100;
+  constexpr double kBelow = 10000;  // from here on two decimals make more than six digits
   const auto size = static_cast<double>(value < 0 ? -value : value);
-  if (!(size < static_cast<double>(kSixDigits / kHundred))) return false;
+  if (!(size < kBelow)) return false;
   const long hundredths = std::lround(size * kHundred);
-  if (hundredths == 0 || hundredths == kSixDigits) return false;
+  if (hundredths == 0) return false;
   if (static_cast<Real>(static_cast<double>(hundredths) / kHundred) != static_cast<Real>(size)) {
     return false;
   }
