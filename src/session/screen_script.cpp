@@ -47,6 +47,12 @@ bool isAsExpected(std::string_view text, std::string_view expected) {
   return text.starts_with(expected.substr(0, expected.size() - kEllipsis.size()));
 }
 
+// What there is in place of an item that is not: ", but" and the items, if there are any.
+std::string butItems(const Choice& choice) {
+  const std::string items = ItemsText(choice);
+  return items.empty() ? "" : ", but" + items;
+}
+
 // The text boxes of the main screen.
 struct MainBox {
   std::string_view name;
@@ -315,8 +321,7 @@ void ScreenScript::pick(Screen* screen, const Words& words) {
   } else if (choice->Find(words[2].text) != nullptr) {
     fail(wanted + " of " + found->Name() + " is disabled or hidden");
   } else {
-    const std::string items = ItemsText(*choice);
-    fail(found->Name() + " has no " + wanted + " to pick" + (items.empty() ? "" : ", but" + items));
+    fail(found->Name() + " has no " + wanted + " to pick" + butItems(*choice));
   }
 }
 
@@ -400,9 +405,7 @@ void ScreenScript::expectItem(const Control& control, std::span<const Word> word
   if (choice == nullptr) return fail(control.Name() + " has no items");
   const Choice::Item* item = choice->Find(words[0].text);
   if (item == nullptr) {
-    const std::string items = ItemsText(*choice);
-    return fail(control.Name() + " has no item " + Quoted(words[0].text) +
-                (items.empty() ? "" : ", but" + items));
+    return fail(control.Name() + " has no item " + Quoted(words[0].text) + butItems(*choice));
   }
   const Looks looks = {Quoted(item->Text) + " of " + control.Name(), item->Enabled, item->Visible,
                        item->Text, item->ToolTip};

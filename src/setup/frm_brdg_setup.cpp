@@ -107,9 +107,9 @@ void frmBrdgSetup::bindCounts() {
   Reps.WholePart = true;
   Reps.OnTake = [this] { onReps(); };
   Reps.OnSpin = [this](bool up) {
-    const i32 shown = Trim(Reps.Text()).empty() ? data().Reps : wholePart(Reps);
-    fitReps(std::clamp(shown, -1, kReps) + (up ? 1 : -1));
-    if (data().Reps == shown) Forms().Beep();
+    const i16 before = data().Reps;  // what was typed has taken effect
+    fitReps(before + (up ? 1 : -1));
+    if (data().Reps == before) Forms().Beep();
   };
   StartBrdgChan.OnTake = [this] { takeStart(); };
   StartBrdgChan.OnSpin = [this](bool up) {
