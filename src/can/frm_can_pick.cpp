@@ -3,6 +3,8 @@
 #include <array>
 
 #include "can/item_rules.h"
+#include "can/list_items.h"
+#include "model/stored_text.h"
 #include "platform/guarded.h"
 #include "text/number.h"
 #include "verify/box.h"
@@ -236,6 +238,11 @@ bool frmCanPick::onDone() {
                  " is out of the allowed range [1-6] .",
              "Please check the [DataType] item in the [" + item->Config.Description + "] record",
              "of the [" + path_ + "] pick list."}));
+    return false;
+  }
+  if (item != nullptr && !CanBeKept(*item)) {
+    Forms().Beep();
+    Forms().SetHelpLine(std::string(kSectionMarkHelp));
     return false;
   }
   if (!mayLeaveList()) return false;

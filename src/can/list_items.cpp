@@ -1,6 +1,10 @@
 #include "can/list_items.h"
 
+#include <algorithm>
+#include <iterator>
+
 #include "can/item_rules.h"
+#include "model/stored_text.h"
 #include "model/table_outputs.h"
 #include "setup/controls/text_field.h"
 #include "text/number.h"
@@ -59,6 +63,14 @@ CanListItem ListItemOf(const CanItemData& item, OrvusCanDataIDTypes type) {
   result.Offset = item.DefaultOffset;
   result.Units = item.Units;
   return result;
+}
+
+bool CanBeKept(const CanListItem& item) {
+  const cCanConfig& config = item.Config;
+  const std::string_view texts[] = {item.Alias,        item.Units,        config.Description,
+                                    config.DataID(),   config.TxDataID(), config.TxDataFrame,
+                                    config.RxDataMatch};
+  return std::none_of(std::begin(texts), std::end(texts), HoldsSectionMark);
 }
 
 void TakeOver(const CanListItem& from, CanItemData& item) {

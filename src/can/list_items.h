@@ -14,6 +14,9 @@ namespace ostrand {
 // with a decimal identifier; there it is in hexadecimal.
 CanListItem ListItemOf(const CanItemData& item, OrvusCanDataIDTypes type);
 
+// Whether a project can keep all texts of an item.
+bool CanBeKept(const CanListItem& item);
+
 // An item of a project takes what one of a list has. It keeps its name when the list has none, and
 // what is transmitted when the other one transmits nothing.
 void TakeOver(const CanListItem& from, CanItemData& item);

@@ -4,6 +4,7 @@
 #include <array>
 
 #include "can/item_rules.h"
+#include "model/stored_text.h"
 #include "setup/controls/text_field.h"
 #include "text/number.h"
 #include "text/strings.h"
@@ -178,6 +179,7 @@ class ItemReader {
     const bool hex = description.starts_with(kHexMark);
     if (hex) description.remove_prefix(kHexMark.size());
     item_.Config.Description = description;
+    demand(!HoldsSectionMark(description), kDescription, " can't be kept in a project: no \"[\"");
 
     std::size_t absent = 0;
     for (std::size_t column = kReserved; column <= kPduSpecific; ++column) {

@@ -1,6 +1,7 @@
 // What the user does on the main screen of the control.
 #include <string>
 
+#include "model/stored_text.h"
 #include "platform/guarded.h"
 #include "session/ostrand.h"
 #include "session/user_action.h"
@@ -138,6 +139,16 @@ void Ostrand::CancelPrint() {
 }
 
 // ---- The keyboard -------------------------------------------------------------------------------
+
+// The text that a text box has after these keys.
+std::string Ostrand::typedText(std::string_view keys) {
+  std::string text(keys);
+  if (std::erase(text, kSectionMark) > 0) {
+    around_.forms.Beep();
+    around_.forms.SetHelpLine(std::string(kSectionMarkHelp));
+  }
+  return text.substr(0, kMostBoxLetters);
+}
 
 void Ostrand::SetFocus(Focus focus, int button) {
   focus_ = focus;

@@ -172,13 +172,13 @@ class Ostrand {
   // While a screen is open the panels of the control are hidden and it lays out nothing.
   [[nodiscard]] bool Working() const { return working_; }
 
-  // The two text boxes beside the summary, which take up to 30 characters. They enter the store
-  // when the project is saved.
+  // The two text boxes beside the summary, which take up to 30 characters; what no project file can
+  // keep is left out with a beep. They enter the store when the project is saved.
   static constexpr std::size_t kMostBoxLetters = 30;
   [[nodiscard]] const std::string& txtOper() const { return txtOper_; }
-  void txtOper(std::string_view text) { txtOper_ = text.substr(0, kMostBoxLetters); }
+  void txtOper(std::string_view text) { txtOper_ = typedText(text); }
   [[nodiscard]] const std::string& txtIDNum() const { return txtIDNum_; }
-  void txtIDNum(std::string_view text) { txtIDNum_ = text.substr(0, kMostBoxLetters); }
+  void txtIDNum(std::string_view text) { txtIDNum_ = typedText(text); }
   void KeepTextBoxes();
   // A text box with the focus shows its text selected, on the highlight colour.
   [[nodiscard]] Focus FocusAt() const { return focus_; }
@@ -250,6 +250,7 @@ class Ostrand {
   [[nodiscard]] bool loadProject();
   void showNotFound();
   void takeTextBoxes();
+  [[nodiscard]] std::string typedText(std::string_view keys);
   void loadSettings();
   void enableButtons();
   void runButton(int button);

@@ -150,6 +150,23 @@ TEST_F(PickScreen, EditsAreAskedForAndSaved) {
   EXPECT_EQ(copy->Result(), ModalResult::kCancel) << "no edits are left";
 }
 
+TEST_F(PickScreen, AnItemThatNoProjectCanKeepIsNotPicked) {
+  for (const std::string line :
+       {"\"Oil [bar]\",1,0,0,0,0,0,1,1,1,A,1,0,", "\"A\",1,0,0,0,0,0,1,1,1,A[1,1,0,",
+        "\"A\",1,0,0,0,0,0,1,1,1,A,1,0,[V"}) {
+    files.files["/work/a.29LST"] = "ORVUSV5\r\n" + std::string(kHeader) + "\r\n" + line + "\r\n";
+    auto screen = pickScreen();
+    screen->Items.Index(0);
+    forms.helpLines.clear();
+    screen->Done();
+    EXPECT_EQ(screen->Result(), ModalResult::kNone) << line;
+    EXPECT_FALSE(screen->Picked());
+    ASSERT_EQ(forms.helpLines.size(), 1U);
+    EXPECT_TRUE(forms.helpLines[0].starts_with("A text can't hold \"[\""));
+  }
+  EXPECT_EQ(forms.beeps, 3);
+}
+
 TEST_F(PickScreen, AListThatCanNotBeSavedStaysOpen) {
   auto screen = pickScreen();
   press(*screen, "Add");

@@ -253,13 +253,14 @@ TEST(PickList, ACheckTellsOfValuesThatAreNotAsMeant) {
   const std::string content = linesOf({
       "ORVUSV5",
       kLong,
-      "\"A\",9,0,0,254,202,3,7,0,65,9A,1,0,deg C,&H20000000,&H12,&HX0,20001",
+      "\"A[1\",9,0,0,254,202,3,7,0,65,9A,1,0,deg C,&H20000000,&H12,&HX0,20001",
       "\"B\",536870912,-1,-1,-1,-1,0,1,1,1,Oil,1,0,,,,,",
       "\"b\",-1,-1,-1,-1,-1,0,1,1,1,OIL,1,0,,,,,",
       "\"\",&H1FFFFFFF,-1,-1,-1,-1,0,1,1,1,,1,0,,1,&H0000000000000000,&HXX00XXffXXXXXXXX,1",
   });
   // The line, "!" for what can't be picked, and how the text begins.
   constexpr std::string_view kExpected[] = {
+      R"(3!Description "A[1")",
       R"(3 Priority "9" is too large and is read as 7)",
       R"(3!DataType "7")",
       R"(3!StartBit "0")",

@@ -96,6 +96,19 @@ TEST_F(ControlTest, UnitNamesBeginWithALetterAndLoseTheirBlanks) {
   EXPECT_EQ(forms.beeps, 2);
 }
 
+TEST_F(ControlTest, ABracketIsRefusedWithItsReason) {
+  TextField field(screen, "Expression");
+  field.Text("a[");  // from elsewhere: it stays
+  screen.MoveFocus(&field);
+  field.Key(']');  // all of it was selected
+  field.TypeText("[b[(1)");
+  EXPECT_EQ(field.Text(), "b(1)");
+  EXPECT_EQ(forms.beeps, 2);
+  ASSERT_FALSE(forms.helpLines.empty());
+  EXPECT_EQ(forms.helpLines.back(),
+            "A text can't hold \"[\": it begins a section of the project file.");
+}
+
 TEST_F(ControlTest, APickAndACheckFireOnlyWhereThereIsSomethingToTake) {
   Choice choice(screen, "Range");
   choice.SetItems({"  50 mV", "Auto", "20 mV"});

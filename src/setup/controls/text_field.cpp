@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "model/stored_text.h"
 #include "setup/controls/screen.h"
 
 namespace ostrand {
@@ -46,6 +47,11 @@ void TextField::change(std::string text) {
 }
 
 void TextField::Key(char letter) {
+  if (letter == kSectionMark) {
+    Owner().Forms().Beep();
+    Owner().Forms().SetHelpLine(std::string(kSectionMarkHelp));
+    return;
+  }
   std::string text = selected_ ? std::string(1, letter) : text_ + letter;
   if (text.size() > MostLetters || !filter_(text) || (MayHold && !MayHold(text))) {
     Owner().Forms().Beep();

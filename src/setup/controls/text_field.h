@@ -39,7 +39,8 @@ class TextField : public Control {
   void Correct(std::string_view text) { text_ = text; }
 
   // One key at the end of the text, or in place of all of it when it has just got the focus. A key
-  // that the filter refuses is dropped with a beep.
+  // that the filter refuses is dropped with a beep; so is one that no project file can keep, for
+  // which the help line gives the reason.
   virtual void Key(char letter);
   // The next key replaces all of the text.
   void SelectAll() { selected_ = true; }
