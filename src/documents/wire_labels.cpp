@@ -4,6 +4,7 @@
 #include <array>
 #include <string_view>
 
+#include "model/channels.h"
 #include "text/mask.h"
 #include "text/number.h"
 #include "text/strings.h"
@@ -73,13 +74,44 @@ void takeUserChannels(Row<int, 1, kBlocks>& channels, const Group& group) {
   for (int n = 1; n <= kBlocks; ++n) channels[n] = group[n].StartChan;
 }
 
-// The statements tell the excitation even where the user chooses the channels.
+// A block whose statement was lost with its section is wired where the allocation puts it: its
+// sensors are there all the same.
+void fillLost(Row<int, 1, kBlocks>& channels, const Row<int, 1, kBlocks>& starts) {
+  for (int n = 1; n <= kBlocks; ++n) {
+    if (channels[n] == 0) channels[n] = starts[n];
+  }
+}
+
+// The same of excitations, which follow each other in the order of the blocks.
+void fillLostExcitations(Row<int, 1, kBlocks>& excitations, const BridgeBlockGroup& group) {
+  int vxUsed = 0;
+  int caoUsed = 0;
+  for (int n = 1; n <= countOf(group); ++n) {
+    const BridgeBlockData& block = group[n];
+    if (block.Reps < 1) continue;
+    const bool cao = block.CheckCAO != 0;
+    int& used = cao ? caoUsed : vxUsed;
+    if (excitations[n] == 0) excitations[n] = used + 1;
+    used += cao ? block.Reps : ExcitePortsOf(block.Reps, std::max(int{block.ExciteReps}, 1));
+  }
+}
+
+// The statements give the excitation even where the user chooses the channels.
 StatementChannels channelsOf(const ProjectStore& store, const StatementChannels& statements) {
   StatementChannels channels = statements;
-  if (store.Config.AutoChan != 0) return channels;
-  takeUserChannels(channels.Temp, store.TempBlock);
-  takeUserChannels(channels.Volt, store.VoltBlock);
-  takeUserChannels(channels.Bridge, store.BridgeBlock);
+  fillLostExcitations(channels.Excite, store.BridgeBlock);
+  if (store.Config.AutoChan == 0) {
+    takeUserChannels(channels.Temp, store.TempBlock);
+    takeUserChannels(channels.Volt, store.VoltBlock);
+    takeUserChannels(channels.Bridge, store.BridgeBlock);
+    return channels;
+  }
+  StartChans starts;
+  ComputeStartChans(ChannelBlocksOf(store.TempBlock), ChannelBlocksOf(store.VoltBlock),
+                    ChannelBlocksOf(store.BridgeBlock), starts);
+  fillLost(channels.Temp, starts.Temp);
+  fillLost(channels.Volt, starts.Volt);
+  fillLost(channels.Bridge, starts.Bridge);
   return channels;
 }
 

@@ -94,7 +94,7 @@ void SAVEDLD::MainProgram() {
   Guarded(forms_, "SAVEDLD.Exceptions", [this] { Exceptions(); });
   flaggedScanHead();
   if (canInUse()) canPreliminaryScans();
-  if (anyZeroGroupUsed()) zeroFlagStart();
+  if (needs_.ZeroFlagUsed) zeroFlagStart();
   if (needsFieldCal()) fieldCalStart();
   scanLine();
   if (store_.Config.MonitorPower[kMonitorBattery] != 0) {

@@ -279,8 +279,8 @@ void SAVEDLD::tableEnd(int t) {
 void SAVEDLD::zeroTable(int group) {
   const auto blocks = zeroedBlocks(group);
   if (blocks.empty()) return;
-  const int scans = zeroScans();
   PutTitle("", Joined({" Store zero values from Sub Zero", group, " "}), '-');
+  const int scans = zeroScans();
   Put({"DataTable(ZERO_", group, ",Count>", scans - 1, ",100)"}, {"'Trigger on Count ", scans},
       Pad::kTouching);
   for (const BlockView& view : blocks) {

@@ -97,9 +97,11 @@ void SAVEDLD::generalVariables() {
   };
   const Configuration& config = store_.Config;
   Put({"Public Flag(8)"}, {"'General Purpose Flags"});
-  if (anyZeroGroupUsed()) Put({"Public ScanFlg1x(8) As Boolean"});
   for (int group = 1; group <= kFlags; ++group) {
-    if (zeroGroupUsed(group)) Put({"Public FlagMode", group});
+    if (!zeroGroupUsed(group)) continue;
+    if (!needs_.ZeroFlagUsed) Put({"Public ScanFlg1x(8) As Boolean"});
+    needs_.ZeroFlagUsed = true;
+    Put({"Public FlagMode", group});
   }
   if (config.MonitorPower[kMonitorBattery] != 0) {
     Put({publicOrDim(store_.PowerOut.Public), "BattVolt"}, {"'Battery voltage"});

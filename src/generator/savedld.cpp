@@ -230,13 +230,6 @@ std::vector<BlockView> SAVEDLD::zeroedBlocks(int group) {
   return found;
 }
 
-bool SAVEDLD::anyZeroGroupUsed() {
-  for (int group = 1; group <= kFlags; ++group) {
-    if (!flaggedBlocks(group).empty()) return true;
-  }
-  return false;
-}
-
 int SAVEDLD::zeroScans() const {
   const double period = ORVUS_COMMON::ScanIntervalMicros(store_);
   if (period == 0) throw DivisionByZero();

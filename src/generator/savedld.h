@@ -103,7 +103,6 @@ class SAVEDLD {
   // multiplexer that is there.
   [[nodiscard]] std::vector<BlockView> zeroedBlocks(int group);
   [[nodiscard]] bool zeroGroupUsed(int group) { return !flaggedBlocks(group).empty(); }
-  [[nodiscard]] bool anyZeroGroupUsed();
   [[nodiscard]] int zeroScans() const;          // scans of a zeroing burst, 2 to 100
   [[nodiscard]] std::string fileBytes() const;  // the buffer as a file, zero lines filled in
 
@@ -229,6 +228,7 @@ class SAVEDLD {
   struct Needs {
     bool NeedLoopIndex = false;
     bool NeedCount = false;
+    bool ZeroFlagUsed = false;  // ScanFlg1x is declared
     bool AnySiteCal = false;
     bool AnyZeroCal = false;
     int StrainCalMask = 0;  // 4 quarter, 2 half, 1 full bridge strain
