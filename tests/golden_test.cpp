@@ -30,7 +30,7 @@ TEST(GoldenProject, GivesTheExactProgramAndDocumentsAndIsSavedAsItWasRead) {
     ORVUS_COMMON::SetAllDefaults(*store);
     ORVUS_COMMON::SetLoggerConstants(*store);
     const std::string project = testing::ReadDisk(source + "/examples/" + name + ".VKG");
-    ORVUS_GENFILE::ReadProjectText(*store, project);
+    EXPECT_EQ(ORVUS_GENFILE::ReadProjectText(*store, project).skipped, 0);
     platform::PosixFileSystem files;
     testing::FixedClock clock;
     testing::ScriptedForms forms;

@@ -10,6 +10,9 @@
 namespace ostrand::cli {
 namespace {
 
+using ORVUS_GENFILE::ReadReport;
+using ORVUS_GENFILE::SkippedText;
+
 int countAgainst(const Findings& findings) {
   return static_cast<int>(
       std::count_if(findings.begin(), findings.end(),
@@ -24,6 +27,15 @@ std::string placeOf(const Finding& finding) {
   return place;
 }
 
+constexpr std::string_view kNoticeTitle = "LINES NOT READ";
+
+// Lines that were not read are no finding of the checks: nothing is wrong with what was read.
+std::string noticeText(std::string_view file, const ReadReport& skipped) {
+  if (skipped.skipped == 0) return "";
+  return platform::HeadAndLines(std::string(file).append(": ").append(kNoticeTitle) + ", notice",
+                                Utf8FromWindows1252(SkippedText(skipped)));
+}
+
 std::string resultLine(const Findings& findings) {
   if (findings.empty()) return "all checks are clean";
   const int against = countAgainst(findings);
@@ -32,8 +44,8 @@ std::string resultLine(const Findings& findings) {
          (against == 0 ? "none" : NumberText(against)) + " against saving";
 }
 
-std::string asText(std::string_view file, const Findings& findings) {
-  std::string text;
+std::string asText(std::string_view file, const Findings& findings, const ReadReport& skipped) {
+  std::string text = noticeText(file, skipped);
   for (const Finding& finding : findings) {
     std::string head = std::string(file).append(": ").append(finding.title);
     if (finding.againstSaving) head += ", against saving";
@@ -41,7 +53,8 @@ std::string asText(std::string_view file, const Findings& findings) {
     if (const std::string place = placeOf(finding); !place.empty()) lines += "\r\n" + place;
     text += platform::HeadAndLines(head, lines);
   }
-  return platform::TerminalText(text.append(file).append(": ") + resultLine(findings) + "\n");
+  text.append(file).append(": ").append(resultLine(findings));
+  return platform::TerminalText(text + (skipped.skipped > 0 ? ", 1 notice\n" : "\n"));
 }
 
 // ---- For a program ------------------------------------------------------------------------------
@@ -73,9 +86,15 @@ std::string asJson(const Finding& finding) {
          ", \"againstSaving\": " + (finding.againstSaving ? "true" : "false") + "}";
 }
 
-std::string asJson(std::string_view file, bool opened, const Findings& findings) {
+std::string asJson(std::string_view file, bool opened, const Findings& findings,
+                   const ReadReport& skipped) {
   std::string text = "{\"file\": " + quoted(platform::TerminalText(file)) +
-                     ", \"opened\": " + (opened ? "true" : "false") + ", \"findings\": [";
+                     ", \"opened\": " + (opened ? "true" : "false");
+  if (skipped.skipped > 0) {
+    text += ", \"notices\": [{\"title\": " + quoted(kNoticeTitle) +
+            ", \"text\": " + quoted(Utf8FromWindows1252(SkippedText(skipped))) + "}]";
+  }
+  text += ", \"findings\": [";
   for (const Finding& finding : findings) {
     text += (&finding == &findings.front() ? "\n  " : ",\n  ") + asJson(finding);
   }
@@ -87,11 +106,12 @@ std::string asJson(std::string_view file, bool opened, const Findings& findings)
 bool check(ProjectRun& run, Ostrand& session, std::string_view file) {
   const bool opened = OpenProject(session, file);
   const Findings findings = opened ? CheckAll(session.Checks()) : Findings();
+  const ReadReport skipped = opened ? session.SkippedLines() : ReadReport();
   bool told = true;
   if (run.line.json) {
-    told = Say((run.handled == 0 ? "" : ",\n") + asJson(file, opened, findings));
+    told = Say((run.handled == 0 ? "" : ",\n") + asJson(file, opened, findings, skipped));
   } else if (opened) {
-    told = Say(asText(file, findings));
+    told = Say(asText(file, findings, skipped));
   }
   return told && opened && countAgainst(findings) == 0;
 }

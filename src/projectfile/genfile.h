@@ -8,6 +8,7 @@
 #include "model/store.h"
 #include "platform/clock.h"
 #include "platform/filesystem.h"
+#include "projectfile/read_report.h"
 #include "text/result.h"
 
 namespace ostrand::ORVUS_GENFILE {
@@ -33,8 +34,8 @@ Result<bool> LoadProjectFile(ProjectStore& store, platform::FileSystem& files,
                              std::string_view name);
 
 // Reads the bytes of a project file, of this or an older format, and brings old forms up to date.
-// What is not understood is passed over, and a key that the bytes leave out keeps its value.
-void ReadProjectText(ProjectStore& store, std::string_view bytes);
+// What is not understood is skipped, and a key that the bytes leave out keeps its value.
+ReadReport ReadProjectText(ProjectStore& store, std::string_view bytes);
 
 // Finds anew which repetitions differ from their block in units (1), multiplier (2) or offset (4),
 // in all blocks of the five kinds. A repetition with no difference gets an empty text.

@@ -10,6 +10,7 @@
 #include <type_traits>
 #include <utility>
 
+#include "model/stored_text.h"
 #include "projectfile/genfile.h"
 #include "projectfile/key.h"
 #include "projectfile/tables.h"
@@ -49,25 +50,27 @@ std::optional<flag> readTruth(std::string_view text) {
   return *number == 0 ? kFalse : kTrue;
 }
 
-// A value that can't be read leaves the member as it is.
+// A value that can't be read leaves the member as it is, and gives false.
 template <class Number>
-void takeValue(Number& member, Form form, i16 limit, std::string_view text) {
+bool takeValue(Number& member, Form form, i16 limit, std::string_view text) {
   std::optional<Number> number;
   if (form == Form::kTruth) {
     if (const auto truth = readTruth(text)) number = static_cast<Number>(*truth);
   } else {
     number = readNumber<Number>(form, text);
   }
-  if (!number) return;
+  if (!number) return false;
   member = limit > 0 && *number > static_cast<Number>(limit) ? static_cast<Number>(limit) : *number;
+  return true;
 }
 
-void takeValue(std::string& member, Form form, i16, std::string_view text) {
-  if (form == Form::kWrittenOnly) return;
+bool takeValue(std::string& member, Form form, i16, std::string_view text) {
+  if (form == Form::kWrittenOnly) return true;
   if (form == Form::kResolution) {
     if (const auto code = ToDouble(text)) text = *code == 0 ? "FP2" : "IEEE4";
   }
   member.assign(text);
+  return true;
 }
 
 // Parts of a section. Each has a table of keys and tells which record the brackets of a key mean:
@@ -75,6 +78,8 @@ void takeValue(std::string& member, Form form, i16, std::string_view text) {
 
 struct Part {
   static constexpr std::string_view kPrefix{};
+  // Whether a key that means no record is left out on purpose.
+  static bool Ignores(ProjectStore&, const Key&) { return false; }
 };
 
 bool between(int low, int value, int high) { return low <= value && value <= high; }
@@ -262,6 +267,9 @@ struct OldTK40MMembers : ItemMembers<TK40MFamily, Keys> {
     TK40MBlockData* block = ItemMembers<TK40MFamily, Keys>::Find(store, key);
     return block != nullptr && block->TK40Volts == Volts ? block : nullptr;
   }
+  static bool Ignores(ProjectStore& store, const Key& key) {
+    return ItemMembers<TK40MFamily, Keys>::Find(store, key) != nullptr;
+  }
 };
 
 // Ports: slot 0, as its literal 0 says.
@@ -367,16 +375,28 @@ struct CalcColumns : Part {
   }
 };
 
+// What has become of a line.
+enum class Fate {
+  kRead,
+  kUnknownKey,  // the section has no such key
+  kNoPlace,     // its indices lie outside of what is in force
+  kBadValue,
+};
+
 // The keys of one section behind a small hash table that is made at compile time.
 template <class... Parts>
 class Keys {
  public:
   // Stores the value under the key; a key that is none of the section's changes nothing.
-  static void Take(ProjectStore& store, const Key& key, std::string_view value) {
+  static Fate Take(ProjectStore& store, const Key& key, std::string_view value) {
+    Fate fate = Fate::kUnknownKey;
     for (std::size_t at = placeOf(key.name); kPlaces[at] != 0; at = (at + 1) % kPlaceCount) {
       const Entry& entry = kEntries[kPlaces[at] - 1U];
-      if (isNamed(entry, key.name) && takeBy(entry, store, key, value)) return;
+      if (!isNamed(entry, key.name)) continue;
+      fate = takeBy(entry, store, key, value);
+      if (fate != Fate::kNoPlace) return fate;
     }
+    return fate;
   }
 
  private:
@@ -411,17 +431,19 @@ class Keys {
   }
 
   template <class P>
-  static bool takeField(std::size_t field, ProjectStore& store, const Key& key,
+  static Fate takeField(std::size_t field, ProjectStore& store, const Key& key,
                         std::string_view value) {
     auto* record = P::Find(store, key);
-    if (record == nullptr) return false;
+    if (record == nullptr) return P::Ignores(store, key) ? Fate::kRead : Fate::kNoPlace;
     const auto& entry = P::kKeys[field];
-    Visit(entry, *record, [&](auto& member) { takeValue(member, entry.form, entry.limit, value); });
-    return true;
+    bool taken = false;
+    Visit(entry, *record,
+          [&](auto& member) { taken = takeValue(member, entry.form, entry.limit, value); });
+    return taken ? Fate::kRead : Fate::kBadValue;
   }
-  static bool takeBy(const Entry& entry, ProjectStore& store, const Key& key,
+  static Fate takeBy(const Entry& entry, ProjectStore& store, const Key& key,
                      std::string_view value) {
-    using Taker = bool (*)(std::size_t, ProjectStore&, const Key&, std::string_view);
+    using Taker = Fate (*)(std::size_t, ProjectStore&, const Key&, std::string_view);
     static constexpr Taker kTakers[] = {takeField<Parts>...};
     return kTakers[entry.part](entry.field, store, key, value);
   }
@@ -472,7 +494,7 @@ using FamilyKeys =
 
 using P = ProjectStore;
 
-void takeKey(ProjectStore& store, Section section, const Key& key, std::string_view value) {
+Fate takeKey(ProjectStore& store, Section section, const Key& key, std::string_view value) {
   switch (section) {
     case Section::kGenVersion:
       return Keys<Single<kGenVersionKeys, &P::Gen>>::Take(store, key, value);
@@ -551,6 +573,7 @@ void takeKey(ProjectStore& store, Section section, const Key& key, std::string_v
       return OutputKeys<CalcFamily, GroupMembers<CalcFamily>, ItemMembers<CalcFamily>,
                         CalcColumns>::Take(store, key, value);
   }
+  return Fate::kUnknownKey;
 }
 
 // Lines
@@ -573,33 +596,90 @@ std::optional<Section> findSection(std::string_view line) {
   return std::nullopt;
 }
 
-// Reads the lines; true when the section of the panel reference was met.
-bool readLines(ProjectStore& store, std::string_view rest) {
-  bool sawTcRef = false;
-  bool firstLine = true;
-  std::optional<Section> section;
-  while (!rest.empty()) {
-    const std::string_view line = TakeLine(rest);
-    if (std::exchange(firstLine, false) && Holds(line, ".")) store.Gen.Version.assign(line);
-    if (line.find('[') != std::string_view::npos) {
-      section = findSection(line);
-      if (section == Section::kTcRef) sawTcRef = true;
-      continue;
+bool isBlank(std::string_view line) { return Trim(line).empty(); }
+
+// Why a line was skipped.
+constexpr std::string_view kNoSection = "no section of a project";
+constexpr std::string_view kMarkInText = "\"[\" in a text, which begins a section";
+constexpr std::string_view kBehindTheEnd = "behind the line where the reading ends";
+constexpr std::string_view kOutsideSections = "in no section of a project";
+constexpr std::string_view kNoEquals = "no \"=\" in it";
+
+// By Fate.
+constexpr std::string_view kReasons[] = {
+    "", "unknown key", "outside of what the counts above it have room for", "no value of this key"};
+
+// Reads a file line by line.
+class LineReader {
+ public:
+  explicit LineReader(ProjectStore& store) : store_(store) {}
+
+  void Read(std::string_view rest) {
+    while (!rest.empty()) {
+      const std::string_view line = TakeLine(rest);
+      ++number_;
+      if (ended_) {
+        if (!isBlank(line)) skip(line, kBehindTheEnd);
+      } else {
+        take(line);
+      }
     }
-    const std::size_t equals = line.find('=');
-    if (equals == std::string_view::npos) continue;
-    if (!section) break;
-    takeKey(store, *section, ParseKey(line.substr(0, equals)), line.substr(equals + 1));
   }
-  return sawTcRef;
-}
+  // Whether the section of the panel reference was met.
+  [[nodiscard]] bool SawTcRef() const { return sawTcRef_; }
+  [[nodiscard]] const ReadReport& Report() const { return report_; }
+
+ private:
+  void take(std::string_view line) {
+    const bool version = number_ == 1 && Holds(line, ".");
+    if (version) store_.Gen.Version.assign(line);
+    const std::size_t equals = line.find('=');
+    if (HoldsSectionMark(line)) {
+      section_ = findSection(line);
+      if (section_ == Section::kTcRef) sawTcRef_ = true;
+      if (!section_ && !version) {
+        skip(line, equals < line.find(kSectionMark) ? kMarkInText : kNoSection);
+      }
+    } else if (equals == std::string_view::npos) {
+      if (!isBlank(line) && !version) skip(line, section_ ? kNoEquals : kOutsideSections);
+    } else if (!section_) {
+      ended_ = true;
+      if (!version) skip(line, kOutsideSections);
+    } else {
+      takeSetting(line, line.substr(0, equals), line.substr(equals + 1));
+    }
+  }
+
+  void takeSetting(std::string_view line, std::string_view key, std::string_view value) {
+    const Fate fate = takeKey(store_, *section_, ParseKey(key), value);
+    if (fate == Fate::kRead || (fate == Fate::kBadValue && isBlank(value))) return;
+    skip(line, kReasons[static_cast<std::size_t>(fate)]);
+  }
+
+  void skip(std::string_view line, std::string_view why) {
+    if (++report_.skipped <= ReadReport::kMaxShown) {
+      report_.first.push_back({number_, std::string(line), why});
+    }
+  }
+
+  ProjectStore& store_;
+  ReadReport report_;
+  std::optional<Section> section_;
+  int number_ = 0;  // of the line
+  bool sawTcRef_ = false;
+  bool ended_ = false;
+};
 
 }  // namespace
 
-void ReadProjectText(ProjectStore& store, std::string_view bytes) {
-  const bool sawTcRef = readLines(store, bytes);
+ReadReport ReadProjectText(ProjectStore& store, std::string_view bytes) {
+  // A file that was cut between CR and LF has lost nothing else.
+  if (bytes.ends_with('\r')) bytes.remove_suffix(1);
+  LineReader reader(store);
+  reader.Read(bytes);
   UpgradeConditions(store);
-  if (!sawTcRef) RecountAliasExcept(store);
+  if (!reader.SawTcRef()) RecountAliasExcept(store);
+  return reader.Report();
 }
 
 }  // namespace ostrand::ORVUS_GENFILE

@@ -200,6 +200,7 @@ bool Ostrand::openNamed(bool fromDialog) {
   const bool there = around_.files.Taken(currentFileName_);
   if (there && !loadProject()) return false;
   // A new name from the dialog is how a new project starts.
+  if (!there) readReport_ = {};
   if (!there && !fromDialog) {
     showNotFound();
     return false;
@@ -213,7 +214,7 @@ bool Ostrand::loadProject() {
   const auto bytes = ORVUS_GENFILE::ReadProjectFile(around_.files, currentFileName_);
   if (bytes && bytes.Value()) {  // only now may the project before go
     startProject(store_);
-    ORVUS_GENFILE::ReadProjectText(store_, *bytes.Value());
+    readReport_ = ORVUS_GENFILE::ReadProjectText(store_, *bytes.Value());
     dirtyFlag_ = false;
     return true;
   }

@@ -12,6 +12,7 @@
 #include "model/variables.h"
 #include "platform/socket.h"
 #include "platform/surroundings.h"
+#include "projectfile/read_report.h"
 #include "session/main_buttons.h"
 #include "session/settings.h"
 #include "verify/check_context.h"
@@ -217,6 +218,8 @@ class Ostrand {
   [[nodiscard]] bool CompileFailed() const { return compileFailed_; }
   // What the last test compile skipped, and why; empty when the compiler gave its reports.
   [[nodiscard]] const std::string& CompileSkipped() const { return compileSkipped_; }
+  // Lines of the project file that its reading has skipped.
+  [[nodiscard]] const ORVUS_GENFILE::ReadReport& SkippedLines() const { return readReport_; }
   // What the checks work on.
   [[nodiscard]] CheckContext Checks();
 
@@ -284,6 +287,7 @@ class Ostrand {
   std::string txtIDNum_;
   std::string compileSkipped_;
   std::vector<std::string> savedFiles_;
+  ORVUS_GENFILE::ReadReport readReport_;
   SocketObject* socketControl_ = nullptr;
   i16 whoCalled_ = 0;
   Focus focus_ = Focus::kNone;

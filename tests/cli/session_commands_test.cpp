@@ -76,6 +76,25 @@ TEST_F(CliSession, CheckTellsFindingsWithTheirPlaceAndWritesNothing) {
   EXPECT_EQ(RunOstrand({"check", project, "--format=json"}, {.out = "/dev/full"}).code, 1);
 }
 
+TEST_F(CliSession, CheckNotesLinesThatWereNotRead) {
+  WriteDisk(project, "[CONFIGURATION]\r\nOperator=H. Quist [lab]\r\nIDNumber=7\r\n");
+  const Outcome text = RunOstrand({"check", project});
+  EXPECT_EQ(text.code, 0);
+  EXPECT_EQ(text.out, project + R"(: LINES NOT READ, notice
+  2 lines of the file were not read, and the next save drops them.
+  line 2: Operator=H. Quist [lab]: "[" in a text, which begins a section
+  line 3: IDNumber=7: in no section of a project
+)" + project + ": all checks are clean, 1 notice\n");
+  const Outcome json = RunOstrand({"check", "--format=json", project});
+  EXPECT_EQ(json.code, 0);
+  EXPECT_EQ(json.out, "[{\"file\": \"" + project +
+                          R"(", "opened": true, "notices": [{"title": "LINES NOT READ", "text": )" +
+                          R"("2 lines of the file were not read, and the next save drops them.\n)" +
+                          R"(line 2: Operator=H. Quist [lab]: \"[\" in a text, which begins a )" +
+                          R"(section\nline 3: IDNumber=7: in no section of a project"}], )" +
+                          "\"findings\": []}]\n");
+}
+
 TEST_F(CliSession, SaveWritesAllFilesAndAsksAsTheScreenDoes) {
   std::filesystem::create_directory(folder / "out");
   const std::string bytes = makeWithTwoTables("Table1", "T");

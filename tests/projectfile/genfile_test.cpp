@@ -185,7 +185,8 @@ constexpr platform::Moment kMoment = {2003, 3, 10, 14, 5, 0};
 std::unique_ptr<ProjectStore> reread(const std::string& text) {
   auto store = NewStore();
   ORVUS_COMMON::SetAllDefaults(*store);
-  ReadProjectText(*store, text);
+  const ReadReport report = ReadProjectText(*store, text);
+  EXPECT_EQ(report.skipped, 0) << SkippedText(report);
   return store;
 }
 

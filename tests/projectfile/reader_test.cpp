@@ -37,6 +37,7 @@ TEST(ProjectReader, LinesAndSections) {
   expectAll("", {
                     {"[CONFIGURATION]\r\nOperator=B\r\nOperator=A\r\n", {"Operator=A"}},
                     {config + "Operator=A\rB\n", {"Operator=A\rB"}},  // a lone CR is data
+                    {config + "Operator=A\r", {"Operator=A"}},        // but not at the end
                     {config + nul + "\n", {nul}},
                     {config + "Operator=a=b\n", {"Operator=a=b"}},
                     {config + "Operator=\n", {"Operator="}},
@@ -130,6 +131,63 @@ TEST(ProjectReader, Values) {
            {"RainHistoCode(1,1)=r"}},
           {"[PULSE BLOCKS]\nPulseBlockCount=1\nDataType(1)= 0\n", {"DataType(1)= 0"}},
       });
+}
+
+// The first line that is skipped, or "" for none.
+std::string firstSkipped(std::string_view text, int& count) {
+  auto store = NewStore();
+  ORVUS_COMMON::SetAllDefaults(*store);
+  const ReadReport report = ReadProjectText(*store, text);
+  count = report.skipped;
+  return report.first.empty() ? "" : SkippedLineText(report.first.front());
+}
+
+TEST(ProjectReader, ReportsTheLinesThatItSkips) {
+  struct Skipped {
+    std::string text;
+    int count;
+    std::string_view first;
+  };
+  const std::string config = "[CONFIGURATION]\r\n";
+  const std::string mux = "[TK40MBLOCKS]\nBlockCount=1\n";
+  const Skipped cases[] = {
+      {"", 0, ""},
+      {"5.3.1\n[GEN VERSION]\nVersionLastSaved=5\nPCTime=x\n\n \n", 0, ""},
+      {"[V.1]\n[CONFIGURATION]\n", 0, ""},
+      {config + "Operator=A\r", 0, ""},
+      {config + "TK40MQty= \nCanBusQty=\n", 0, ""},
+      {config + "Operator=H. Quist [lab]\r\n\r\nIDNumber=7\r\n[SCAN SETUP]\r\nBurstMode=1\r\n", 4,
+       R"(line 2: Operator=H. Quist [lab]: "[" in a text, which begins a section)"},
+      {config + "Operator=[\n[SCAN SETUP]\nBurstMode=1\n", 1,
+       R"(line 2: Operator=[: "[" in a text, which begins a section)"},
+      {"[OTHER]\nx\n" + config, 2, "line 1: [OTHER]: no section of a project"},
+      {"[CONFIGURATION] \nOperator=A\nB=1\n", 3,
+       "line 1: [CONFIGURATION] : no section of a project"},
+      {"Operator=A\n" + config + "Operator=B\n", 3,
+       "line 1: Operator=A: in no section of a project"},
+      {config + "lone\n", 1, "line 2: lone: no \"=\" in it"},
+      {config + "Foo=1\nTK40MQty= 2\n", 1, "line 2: Foo=1: unknown key"},
+      {config + "TK40MQty=two\n", 1, "line 2: TK40MQty=two: no value of this key"},
+      {"[VOLTAGE BLOCKS]\nBlockCount=1\nReps(2)=1\nReps(1)=1\nAliasName(1,2)=a\n", 2,
+       "line 3: Reps(2)=1: outside of what the counts above it have room for"},
+      {mux + "Units(1)=Hz\nTCRange(1)=1 V\nVoltRange(1)=2 V\nVoltRangeNo(1)=3\n", 0, ""},
+      {mux + "VoltRange(2)=2 V\n", 1,
+       "line 3: VoltRange(2)=2 V: outside of what the counts above it have room for"},
+      {"[PULSE BLOCKS]\nPulseBlockCount=1\n[CONFIGURATION]\n" + std::string(70, 'x'), 1,
+       "line 4: xxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxx...: no \"=\" in it"},
+  };
+  for (const Skipped& row : cases) {
+    int count = 0;
+    EXPECT_EQ(firstSkipped(row.text, count), row.first);
+    EXPECT_EQ(count, row.count) << row.text;
+  }
+  const ReadReport many = [] {
+    auto store = NewStore();
+    return ReadProjectText(*store, "a\nb\nc\nd\ne\nf\n");
+  }();
+  EXPECT_EQ(many.first.size(), 5U);
+  EXPECT_TRUE(SkippedText(many).starts_with("6 lines of the file were not read, and"));
+  EXPECT_TRUE(SkippedText(many).ends_with("\r\nline 5: e: in no section of a project\r\n..."));
 }
 
 TEST(ProjectReader, KeepsWhatTheFileLeavesOut) {

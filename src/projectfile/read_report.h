@@ -1,0 +1,31 @@
+// What a project file holds that its reading has skipped.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace ostrand::ORVUS_GENFILE {
+
+// The next save drops these lines. Lines that the format never keeps, and old keys that stand for
+// others, are not among them.
+struct SkippedLine {
+  int number = 0;  // from 1
+  std::string text;
+  std::string_view why;
+};
+
+struct ReadReport {
+  static constexpr int kMaxShown = 5;
+  int skipped = 0;
+  std::vector<SkippedLine> first;  // up to kMaxShown of them
+};
+
+// "3 lines were not read", with one line for each that is shown; lines end in CR LF but the last.
+// Bytes of the file's code page.
+std::string SkippedText(const ReadReport& report);
+
+// "line 12: Operator=A [lab]: the reason", a long line cut.
+std::string SkippedLineText(const SkippedLine& line);
+
+}  // namespace ostrand::ORVUS_GENFILE
