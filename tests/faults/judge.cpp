@@ -1,0 +1,204 @@
+#include "judge.h"
+
+#include <algorithm>
+#include <cctype>
+#include <cerrno>
+#include <set>
+
+#include "system_calls.h"
+
+namespace ostrand::faults {
+namespace {
+
+std::string lower(std::string text) {
+  std::transform(text.begin(), text.end(), text.begin(),
+                 [](unsigned char letter) { return static_cast<char>(std::tolower(letter)); });
+  return text;
+}
+
+// The content of a file; a null pointer for none.
+const std::string* contentOf(const Tree& tree, const std::string& name) {
+  const auto found = tree.find(name);
+  return found == tree.end() ? nullptr : &found->second;
+}
+
+bool same(const Tree& left, const Tree& right, const std::string& name) {
+  const std::string* one = contentOf(left, name);
+  const std::string* other = contentOf(right, name);
+  return (one == nullptr) == (other == nullptr) && (one == nullptr || *one == *other);
+}
+
+bool isOldOrNew(const Subject& subject, const Tree& tree, const std::string& name) {
+  return same(tree, subject.before, name) ||
+         std::any_of(subject.after.begin(), subject.after.end(),
+                     [&](const Tree& after) { return same(tree, after, name); });
+}
+
+// Whether the files are `after` up to one, and as before from there on.
+bool isInOrder(const Subject& subject, const Tree& tree, const Tree& after) {
+  auto file = subject.files.begin();
+  while (file != subject.files.end() && same(tree, after, *file)) ++file;
+  return std::all_of(file, subject.files.end(),
+                     [&](const std::string& rest) { return same(tree, subject.before, rest); });
+}
+
+bool isDone(const Subject& subject, const Tree& tree, const Tree& after) {
+  return std::all_of(subject.files.begin(), subject.files.end(),
+                     [&](const std::string& name) { return same(tree, after, name); });
+}
+
+// The lines of `text` that are not in `usual`.
+std::string added(const std::string& text, const std::string& usual) {
+  std::string result;
+  for (std::size_t at = 0; at < text.size();) {
+    const std::size_t end = std::min(text.find('\n', at), text.size());
+    const std::string line = text.substr(at, end - at);
+    if (usual.find(line + "\n") == std::string::npos) result += line + "\n";
+    at = end + 1;
+  }
+  return result;
+}
+
+// A file that stays beside the others for good, as a lock that no process may delete while
+// another waits for it.
+bool isLockFile(const std::string& name) { return name.ends_with(".lock"); }
+
+// What a killed program leaves, as the guide says: hidden neighbours, the project's old file, the
+// folder of a test compile.
+bool mayStay(const std::string& name) {
+  return name.ends_with("._KG") || name.find(".writing") != std::string::npos ||
+         name.starts_with("work/");
+}
+
+bool isFolderOnTheWay(const std::string& name) { return name == "home/ostrand/"; }
+
+// Files that are neither there before nor after.
+std::vector<std::string> extraFiles(const Subject& subject, const Tree& tree) {
+  std::vector<std::string> names;
+  for (const auto& [name, bytes] : tree) {
+    const bool known = contentOf(subject.before, name) != nullptr ||
+                       contentOf(subject.after.front(), name) != nullptr;
+    if (!known && !isLockFile(name) && !isFolderOnTheWay(name)) names.push_back(name);
+  }
+  return names;
+}
+
+// Files that the command has nothing to do with and that are not as they were.
+std::vector<std::string> touchedFiles(const Subject& subject, const Tree& tree) {
+  std::vector<std::string> names;
+  for (const auto& [name, bytes] : subject.before) {
+    const bool own =
+        std::find(subject.files.begin(), subject.files.end(), name) != subject.files.end();
+    if (!own && !same(tree, subject.before, name)) names.push_back(name);
+  }
+  return names;
+}
+
+bool hindersRemoval(const Fault& fault, const Run& run) {
+  if (fault.kind == Fault::Kind::kKill) return true;
+  if (fault.at >= run.calls.size()) return false;
+  const CallRow* row = FindCall(run.calls[fault.at].number);
+  // Without memory or descriptors even the way to the file cannot be found.
+  const bool noMeans = fault.error == ENOMEM || fault.error == EMFILE;
+  const bool goesOn = fault.kind == Fault::Kind::kOn;
+  return row != nullptr && ((row->traits & kRemoves) != 0 || goesOn || noMeans);
+}
+
+bool names(const Subject& subject, const std::string& message) {
+  const std::string text = lower(message);
+  return std::any_of(subject.named.begin(), subject.named.end(), [&](const std::string& name) {
+    return text.find(lower(name)) != std::string::npos;
+  });
+}
+
+// "wrote pump.VKG" of a file that is not new.
+std::string falseClaim(const Subject& subject, const std::string& out, const Tree& tree) {
+  for (const std::string& file : subject.files) {
+    const std::string title = file.substr(file.rfind('/') + 1);
+    if (out.find("wrote " + title + "\n") == std::string::npos) continue;
+    const bool isNew = std::any_of(subject.after.begin(), subject.after.end(),
+                                   [&](const Tree& after) { return same(tree, after, file); });
+    if (!isNew) return title;
+  }
+  return {};
+}
+
+// Why the run counts as a silent failure; empty if it does not.
+std::string silence(const Subject& subject, const Fault& fault, const Outcome& normal,
+                    const Outcome& met, const Tree& left) {
+  const int code = met.run.code;
+  if (met.run.hung) return "it does not end";
+  if (code < 0 || code > 2) return "it ends with code " + std::to_string(code);
+  if (const std::string title = falseClaim(subject, met.out, left); !title.empty()) {
+    return "says that it wrote " + title;
+  }
+  const std::string message = added(met.err, normal.err);
+  const bool done = isDone(subject, left, subject.after.front());
+  if (done && met.out == normal.out && code == 0) return {};
+  // A message that cannot be shown is missed by nobody else than the code.
+  const SeenCall* call = fault.at < met.run.calls.size() ? &met.run.calls[fault.at] : nullptr;
+  const bool muted = call != nullptr && call->path.empty() && call->descriptor == 2;
+  if (muted) return code != 0 || done ? "" : "no message and code 0";
+  if (done && code == 0) return "code 0, but not what it said without the fault";
+  const bool otherEnd =
+      std::any_of(subject.after.begin() + 1, subject.after.end(),
+                  [&](const Tree& after) { return isDone(subject, left, after); });
+  if (code == 0 && !(otherEnd && !message.empty())) return "code 0, but not all was written";
+  if (message.empty()) return "no message";
+  const CallRow* row = call == nullptr ? nullptr : FindCall(call->number);
+  const bool memory = row != nullptr && (row->traits & kMemory) != 0;
+  const bool namesCall = call != nullptr && call->path.find('/') != std::string::npos &&
+                         message.find(call->path) != std::string::npos;
+  return memory || namesCall || names(subject, message) ? "" : "the message names no file";
+}
+
+}  // namespace
+
+bool ProjectReadable(const Subject& subject, const Tree& tree) {
+  return isOldOrNew(subject, tree, subject.files.front());
+}
+
+std::vector<Finding> Judge(const Subject& subject, const Fault& fault, const Outcome& normal,
+                           const Outcome& met, const Tree& left) {
+  std::vector<Finding> findings;
+  for (const std::string& name : subject.files) {
+    if (isOldOrNew(subject, left, name)) continue;
+    const bool gone = contentOf(left, name) == nullptr;
+    findings.push_back({kLoss, name + (gone ? " is gone" : " is neither old nor new")});
+  }
+  if (findings.empty() &&
+      std::none_of(subject.after.begin(), subject.after.end(),
+                   [&](const Tree& after) { return isInOrder(subject, left, after); })) {
+    findings.push_back({kMixture, "files of two saves"});
+  }
+  for (const std::string& name : touchedFiles(subject, left)) {
+    findings.push_back({kLoss, name + " is not as it was"});
+  }
+  const bool excused = hindersRemoval(fault, met.run);
+  for (const std::string& name : extraFiles(subject, left)) {
+    if (!excused || !mayStay(name)) findings.push_back({kLeftover, name + " is left"});
+  }
+  if (fault.kind == Fault::Kind::kKill) return findings;
+  if (met.run.strays) findings.push_back({kLeftover, "a process is left"});
+  if (const std::string why = silence(subject, fault, normal, met, left); !why.empty()) {
+    findings.push_back({kSilent, why});
+  }
+  return findings;
+}
+
+std::vector<Finding> JudgeNext(const Subject& subject, const Outcome& next, const Tree& left) {
+  if (next.run.code != 0) {
+    return {{kNext, "code " + std::to_string(next.run.code) + ": " + next.err}};
+  }
+  std::vector<Finding> findings;
+  if (!isDone(subject, left, subject.after.front())) {
+    findings.push_back({kNext, "other files than without a fault"});
+  }
+  for (const std::string& name : extraFiles(subject, left)) {
+    // Folders of a test compile are the system's to clear away, as all temporary files.
+    if (!name.starts_with("work/")) findings.push_back({kNext, name + " is still there"});
+  }
+  return findings;
+}
+
+}  // namespace ostrand::faults

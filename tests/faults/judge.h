@@ -1,0 +1,48 @@
+// What is wrong after a fault.
+#pragma once
+
+#include <array>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "commands.h"
+
+namespace ostrand::faults {
+
+enum Wrong : std::size_t {
+  kLoss,      // a file is neither as before nor as after, or gone
+  kMixture,   // files of two saves in an order that no save writes
+  kSilent,    // another result than without the fault, and no code or no message that names a file
+  kMoment,    // the project could not be read between two calls
+  kLeftover,  // files or processes that nobody needs
+  kNext,      // the next command fails or does not tidy up
+  kWrongs
+};
+
+constexpr std::array<std::string_view, kWrongs> kWrongNames = {
+    "losses", "mixtures", "silent failures", "moments without project", "leftovers", "next fails"};
+
+struct Finding {
+  Wrong wrong;
+  std::string text;
+};
+
+// What a run said.
+struct Outcome {
+  Run run;
+  std::string out;
+  std::string err;
+};
+
+// Whether `tree` has the project (or settings) whole, as before or as after.
+bool ProjectReadable(const Subject& subject, const Tree& tree);
+
+// After an interrupted run. `normal` is the run without a fault.
+std::vector<Finding> Judge(const Subject& subject, const Fault& fault, const Outcome& normal,
+                           const Outcome& met, const Tree& left);
+
+// After the command that follows.
+std::vector<Finding> JudgeNext(const Subject& subject, const Outcome& next, const Tree& left);
+
+}  // namespace ostrand::faults
