@@ -15,6 +15,7 @@
 #include "support/memory_filesystem.h"
 #include "support/temp_folder.h"
 #include "text/number.h"
+#include "text/strings.h"
 
 namespace ostrand::platform {
 namespace {
@@ -111,6 +112,33 @@ TEST_F(PosixSettings, AFolderOrALinkInTheirPlaceStopsNothing) {
   ASSERT_TRUE(put(store, "GenPath", "b"));
   EXPECT_TRUE(std::filesystem::is_symlink(path));
   EXPECT_EQ(ReadDisk(folder / "mine"), kHead + "GenPath = b\n");
+}
+
+// Only a file that does not exist reads as empty for good.
+TEST_F(PosixSettings, AFileThatTheDiskDoesNotGiveIsNeverChanged) {
+  lay(kHead + "GenPath = a\nOther = b\n");
+  testing::FaultyFileSystem faulty(files, 1);  // the first read fails
+  PosixSettingsStore later(faulty, path);
+  EXPECT_TRUE(later.Read(kApp, kApp).empty());
+  EXPECT_TRUE(Holds(later.TakeNotice(), "the defaults are in use: " + path));
+  EXPECT_FALSE(put(later, "GenPath", "default")) << "what was read were no settings of the user";
+  EXPECT_EQ(get(later, "Other"), "b");
+  EXPECT_TRUE(put(later, "GenPath", "c"));
+  testing::FaultyFileSystem again(files, 1);
+  PosixSettingsStore blind(again, path);
+  EXPECT_TRUE(put(blind, "GenPath", "d")) << "the second look, under the lock, counts";
+  EXPECT_EQ(ReadDisk(path), kHead + "GenPath = d\nOther = b\n");
+  testing::FaultyFileSystem broken(files, 1, true);
+  PosixSettingsStore never(broken, path);
+  EXPECT_FALSE(put(never, "GenPath", "e"));
+  EXPECT_EQ(ReadDisk(path), kHead + "GenPath = d\nOther = b\n");
+
+  std::filesystem::remove(path);
+  std::filesystem::create_symlink("settings", path);
+  const Result<> looped = put(store, "GenPath", "b");
+  ASSERT_FALSE(looped);
+  EXPECT_EQ(looped.ErrorText(), path + ": Too many levels of symbolic links");
+  EXPECT_TRUE(std::filesystem::is_symlink(path));
 }
 
 // In turn each call to the disk fails: what was there before stays or the new content stands

@@ -18,8 +18,8 @@ RegistryReading PosixMachineRegistry::Read(std::string_view hive, std::string_vi
   if (!machine && !SameText(hive, "HKCU")) return {{}, RegistryFailure::kOpenKey};
   const SettingsFile file = LoadSettingsFile(files_, machine ? machinePath_ : userPath_);
   // What is wrong with the user's file is told by the store that owns it.
-  if (machine && !file.damage.empty()) {
-    notices_.Add("The keys of this machine cannot be read: " + file.damage);
+  for (const std::string& why : {file.damage, file.unread}) {
+    if (machine && !why.empty()) notices_.Add("The keys of this machine cannot be read: " + why);
   }
   if (machine && !file.strange.empty()) {
     notices_.Add("A line of the machine's keys is not understood and is passed over: " +

@@ -14,6 +14,7 @@
 #include "platform/paths.h"
 #include "platform/posix/file_lock.h"
 #include "text/number.h"
+#include "text/strings.h"
 
 namespace ostrand::platform {
 namespace {
@@ -42,10 +43,21 @@ Result<> makeFolders(const std::string& path) {
 }
 
 // The file that is meant when `path` is a symbolic link: it is replaced, and not the link.
-std::string targetOf(const std::string& path) {
+Result<std::string> targetOf(const std::string& path) {
   const std::unique_ptr<char, decltype(&std::free)> real(::realpath(path.c_str(), nullptr),
                                                          &std::free);
-  return real == nullptr ? path : std::string(real.get());
+  if (real != nullptr) return std::string(real.get());
+  if (errno == ENOENT) return path;
+  return failure(path, errno);
+}
+
+// Whether all the values are in the file already, so that nothing needs to be written.
+bool holdsAll(const SettingsFile& file, std::string_view section, std::span<const Setting> values) {
+  return file.damage.empty() && file.unread.empty() &&
+         std::all_of(values.begin(), values.end(), [&](const Setting& row) {
+           const auto there = file.text.Find(section, row.name);
+           return there && there->text == row.value;
+         });
 }
 
 // Keeps other writers of the settings out while it lives, of this process and of others.
@@ -87,8 +99,9 @@ PosixSettingsStore::PosixSettingsStore(FileSystem& files, std::string path)
 
 SettingsFile PosixSettingsStore::load() {
   SettingsFile file = LoadSettingsFile(files_, path_);
-  if (!file.damage.empty()) {
-    notices_.Add("The settings cannot be read, the defaults are in use: " + file.damage);
+  for (const std::string& why : {file.damage, file.unread}) {
+    if (why.empty()) continue;
+    notices_.Add("The settings cannot be read, the defaults are in use: " + why);
   }
   if (!file.strange.empty()) {
     notices_.Add("A line of the settings is not understood and is passed over: " + file.strange);
@@ -98,7 +111,10 @@ SettingsFile PosixSettingsStore::load() {
 
 std::vector<Setting> PosixSettingsStore::Read(std::string_view application,
                                               std::string_view section) {
-  return load().text.Rows(sectionOf(application, section));
+  const std::string place = sectionOf(application, section);
+  const SettingsFile file = load();
+  unread_[Upper(place)] = file.unread;
+  return file.text.Rows(place);
 }
 
 Result<> PosixSettingsStore::Write(std::string_view application, std::string_view section,
@@ -107,37 +123,32 @@ Result<> PosixSettingsStore::Write(std::string_view application, std::string_vie
     return Error{"There is no folder for settings: neither XDG_CONFIG_HOME nor HOME names one"};
   }
   const std::string place = sectionOf(application, section);
-  if (stand(place, values)) {
+  if (const std::string& why = unread_[Upper(place)]; !why.empty()) return Error{why};
+  if (const SettingsFile file = load(); holdsAll(file, place, values)) {
     closeToOthers(path_);
     return Done{};
   }
   if (auto made = makeFolders(path_); !made) return made;
   WriteLock lock;
   if (auto taken = lock.Take(path_); !taken) return taken;
-  return replace(place, values);
-}
-
-// Whether all the values stand in the file as they are, so that nothing needs to be written.
-bool PosixSettingsStore::stand(std::string_view section, std::span<const Setting> values) {
-  const SettingsFile file = load();
-  return file.damage.empty() && std::all_of(values.begin(), values.end(), [&](const Setting& row) {
-           const auto there = file.text.Find(section, row.name);
-           return there && there->text == row.value;
-         });
-}
-
-Result<> PosixSettingsStore::replace(std::string_view section, std::span<const Setting> values) {
   SettingsFile file = load();
+  if (!file.unread.empty()) return Error{file.unread};
+  return replace(file, place, values);
+}
+
+Result<> PosixSettingsStore::replace(SettingsFile& file, std::string_view section,
+                                     std::span<const Setting> values) {
   for (const Setting& row : values) {
     if (auto set = file.text.Set(section, row.name, row.value); !set) return set;
   }
   const std::string bytes = file.text.Bytes();
   if (bytes.size() > SettingsText::kMostBytes) return failure(path_, EFBIG);
-  const std::string target = targetOf(path_);
+  const auto target = targetOf(path_);
+  if (!target) return Error{target.ErrorText()};
   if (!file.damage.empty()) {
-    if (auto moved = moveAside(target); !moved) return moved;
+    if (auto moved = moveAside(target.Value()); !moved) return moved;
   }
-  return WriteWhole(files_, target, bytes);
+  return WriteWhole(files_, target.Value(), bytes);
 }
 
 Result<> PosixSettingsStore::moveAside(const std::string& path) {

@@ -1,6 +1,7 @@
 // The user's settings on a POSIX machine: one plain text file.
 #pragma once
 
+#include <map>
 #include <string>
 #include <string_view>
 
@@ -14,8 +15,10 @@ namespace ostrand::platform {
 // programs side by side see each other's values; a write holds a lock beside the file while it
 // reads, changes and replaces it whole. Rows and lines of others are kept.
 //
-// A file that is of no use (no text, too large, not to be read, a folder) counts as empty and is
-// told in a notice. A write renames it to "settings.damaged" first.
+// A file that is of no use (no text, too large, a folder) counts as empty and is told in a notice.
+// A write renames it to "settings.damaged" first. A file that the disk does not give counts as
+// empty too, but is left as it is: each write is an error until it can be read, and so is a write
+// of a section whose last Read failed in this way, since the values may be nothing but defaults.
 class PosixSettingsStore : public SettingsStore {
  public:
   // `files` is to create files that only their owner may read (Readers::kOwner). An empty `path`
@@ -29,12 +32,12 @@ class PosixSettingsStore : public SettingsStore {
 
  private:
   SettingsFile load();
-  bool stand(std::string_view section, std::span<const Setting> values);
-  Result<> replace(std::string_view section, std::span<const Setting> values);
+  Result<> replace(SettingsFile& file, std::string_view section, std::span<const Setting> values);
   Result<> moveAside(const std::string& path);
 
   FileSystem& files_;
   std::string path_;
+  std::map<std::string, std::string> unread_;  // why the last Read of a section failed
   Notices notices_;
 };
 

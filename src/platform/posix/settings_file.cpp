@@ -1,6 +1,10 @@
 #include "platform/posix/settings_file.h"
 
+#include <sys/stat.h>
+
 #include <algorithm>
+#include <cerrno>
+#include <cstring>
 #include <utility>
 
 #include "text/number.h"
@@ -9,16 +13,21 @@ namespace ostrand::platform {
 
 SettingsFile LoadSettingsFile(FileSystem& files, const std::string& path) {
   SettingsFile file;
-  if (path.empty() || !files.Taken(path)) return file;
+  if (path.empty()) return file;
   const std::string name = files.Find(path);
-  // Asked before the file is read, since reading alone takes anything up to a gigabyte.
-  if (files.Size(name) > SettingsText::kMostBytes) {
+  struct stat info {};
+  if (::stat(name.c_str(), &info) != 0) {
+    // Any other error may be gone in the next moment; what the file holds is not known then.
+    if (errno != ENOENT && errno != ENOTDIR) file.unread = name + ": " + std::strerror(errno);
+    return file;
+  }
+  if (S_ISREG(info.st_mode) && info.st_size > static_cast<off_t>(SettingsText::kMostBytes)) {
     file.damage = name + ": File too large";
     return file;
   }
   const auto bytes = files.Read(name);
   if (!bytes) {
-    file.damage = bytes.ErrorText();
+    (S_ISREG(info.st_mode) ? file.unread : file.damage) = bytes.ErrorText();
     return file;
   }
   auto text = SettingsText::FromBytes(bytes.Value());

@@ -13,10 +13,11 @@ namespace ostrand::platform {
 struct SettingsFile {
   SettingsText text;    // empty when there is no file, or one of no use
   std::string damage;   // why the file is of no use, with its path; empty for none
+  std::string unread;   // why the disk could not give the file, with its path; empty for nothing
   std::string strange;  // where the file is not understood: path and line; empty for nowhere
 };
 
-// A path that is empty or not taken gives an empty text.
+// An empty path, and one where nothing exists, give an empty text.
 SettingsFile LoadSettingsFile(FileSystem& files, const std::string& path);
 
 // What the user is to hear, each text once.
