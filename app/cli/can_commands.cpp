@@ -14,7 +14,9 @@ ExitCode listItems(platform::FileSystem& files, const std::string& path) {
     Complain(list.ErrorText());
     return kFault;
   }
-  return Say(platform::TerminalText(CanListListing(path, list.Value()))) ? kDone : kFault;
+  return Say(platform::TerminalText(CanListListing(platform::TerminalName(path), list.Value())))
+             ? kDone
+             : kFault;
 }
 
 ExitCode checkItems(platform::FileSystem& files, const std::string& path) {
@@ -22,12 +24,12 @@ ExitCode checkItems(platform::FileSystem& files, const std::string& path) {
   std::string text;
   ExitCode result = kDone;
   for (const CanListFinding& finding : findings) {
-    text += path + ": ";
-    if (finding.Line > 0) text += "line " + NumberText(finding.Line) + ": ";
-    text += finding.Text + "\n";
+    std::string row = path + ": ";
+    if (finding.Line > 0) row += "line " + NumberText(finding.Line) + ": ";
+    text += platform::TerminalLines(row + finding.Text) + "\n";
     if (finding.Wrong) result = kFault;
   }
-  if (findings.empty()) text = path + ": all items can be picked\n";
+  if (findings.empty()) text = platform::TerminalName(path) + ": all items can be picked\n";
   return Say(platform::TerminalText(text)) ? result : kFault;
 }
 

@@ -45,19 +45,28 @@ std::string resultLine(const Findings& findings) {
 }
 
 std::string asText(std::string_view file, const Findings& findings, const ReadReport& skipped) {
-  std::string text = noticeText(file, skipped);
+  const std::string name = platform::TerminalName(file);
+  std::string text = noticeText(name, skipped);
   for (const Finding& finding : findings) {
-    std::string head = std::string(file).append(": ").append(finding.title);
+    std::string head = (name + ": ").append(finding.title);
     if (finding.againstSaving) head += ", against saving";
     std::string lines = Utf8FromWindows1252(finding.text);
     if (const std::string place = placeOf(finding); !place.empty()) lines += "\r\n" + place;
     text += platform::HeadAndLines(head, lines);
   }
-  text.append(file).append(": ").append(resultLine(findings));
+  text.append(name).append(": ").append(resultLine(findings));
   return platform::TerminalText(text + (skipped.skipped > 0 ? ", 1 notice\n" : "\n"));
 }
 
 // ---- For a program ------------------------------------------------------------------------------
+
+// The control character at the head of a text in UTF-8, of one byte or of two; -1 for any other.
+int controlAt(std::string_view utf8) {
+  const auto first = static_cast<unsigned char>(utf8.front());
+  if (first < 0x20 || first == 0x7F) return first;
+  const int second = utf8.size() > 1 ? static_cast<unsigned char>(utf8[1]) : 0;
+  return first == 0xC2 && second >= 0x80 && second < 0xA0 ? second : -1;
+}
 
 // A JSON string of a text in UTF-8; lines are parted by LF.
 std::string quoted(std::string_view utf8) {
@@ -70,8 +79,10 @@ std::string quoted(std::string_view utf8) {
       result.append("\\").append(1, utf8[at]);
     } else if (byte == '\n') {
       result += "\\n";
-    } else if (byte < 0x20) {
-      result.append("\\u00").append(1, kDigits[byte >> 4]).append(1, kDigits[byte & 0xFU]);
+    } else if (const int control = controlAt(utf8.substr(at)); control >= 0) {
+      const auto number = static_cast<std::size_t>(control);
+      result.append("\\u00").append(1, kDigits[number / 16]).append(1, kDigits[number % 16]);
+      if (control >= 0x80) ++at;
     } else {
       result += utf8[at];
     }
@@ -88,7 +99,7 @@ std::string asJson(const Finding& finding) {
 
 std::string asJson(std::string_view file, bool opened, const Findings& findings,
                    const ReadReport& skipped) {
-  std::string text = "{\"file\": " + quoted(platform::TerminalText(file)) +
+  std::string text = "{\"file\": " + quoted(platform::Utf8Text(file)) +
                      ", \"opened\": " + (opened ? "true" : "false");
   if (skipped.skipped > 0) {
     text += ", \"notices\": [{\"title\": " + quoted(kNoticeTitle) +

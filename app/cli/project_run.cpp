@@ -30,7 +30,8 @@ platform::Surroundings CliHost::Around(platform::Forms& shown) {
           processes,
           places.settings,
           places.registry,
-          platform::TemporaryFolder()};
+          platform::TemporaryFolder(),
+          &workFolders};
 }
 
 std::unique_ptr<CliHost> HostOf(const CommandLine& line, ExitCode& refused) {
@@ -97,7 +98,7 @@ bool NotYetWritten(const ProjectRun& run, const std::string& path) {
 
 bool TellWritten(ProjectRun& run, const std::string& path) {
   run.written.push_back(run.files.Find(path));
-  return Say("wrote " + run.written.back() + "\n");
+  return Say("wrote " + platform::TerminalName(run.written.back()) + "\n");
 }
 
 }  // namespace ostrand::cli

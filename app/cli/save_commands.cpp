@@ -116,7 +116,7 @@ bool compile(ProjectRun& run, Ostrand& session, std::string_view file) {
     Complain(std::string(file) + " did not compile");
     return false;
   }
-  const std::string result = std::string(file) + ": test compiled OK\n";
+  const std::string result = platform::TerminalName(file) + ": test compiled OK\n";
   return Say(platform::TerminalText(result + measuredTimes(session.Store()))) &&
          (!run.line.store || WriteProject(run, session));
 }

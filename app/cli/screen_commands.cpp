@@ -46,17 +46,22 @@ ExitCode PlayScreens(const CommandLine& line) {
   Ostrand session(TheStore(), host->Around(forms), nobodyListens);
   ScreenScript player(session, forms, script.Value());
   const bool opened = OpenProject(session, file);
-  if (const std::string box = forms.Unforeseen(); !box.empty()) {
-    Complain(std::string(file) + ": " + box);
-    return kFault;
-  }
+  const auto complainOfBox = [&] {
+    const std::string box = forms.Unforeseen();
+    if (!box.empty()) Complain(std::string(file) + ": " + box);
+    return !box.empty();
+  };
+  if (complainOfBox()) return kFault;
   if (!opened) return kFault;
   if (const Result<> played = player.Run(); !played) {
     Complain(std::string(path) + ": " + played.ErrorText());
     return kFault;
   }
   ProjectRun run{line, host->files, host->forms, {}, 0};
-  if (!WriteProject(run, session)) return kFault;
+  if (!WriteProject(run, session)) {
+    complainOfBox();
+    return kFault;
+  }
   Settings& settings = session.UserSettings();
   if (!player.OpenedOptions() && !settings.ViewChanged()) return kDone;
   const Result<> kept = settings.SaveSettings();

@@ -44,7 +44,7 @@ class Forms {
   virtual void Beep() = 0;
   // Shows a help file at a context. A host without a viewer shows none.
   virtual void ShowHelp(const std::string& /*file*/, int /*context*/) {}
-  // Lets the host's events run and rests about a millisecond; for loops that wait.
+  // Lets the host's events run; for loops that wait, which rest themselves.
   virtual void DoEvents() = 0;
 };
 

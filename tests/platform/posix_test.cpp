@@ -181,17 +181,20 @@ TEST(PosixClock, AnEpochIsDigitsUpToTheYear9999) {
   }
 }
 
-TEST(TerminalText, KeepsUtf8TurnsProjectBytesAndStopsControlCharacters) {
+TEST(TerminalText, KeepsUtf8TurnsProjectBytesAndEscapesControlCharacters) {
   constexpr std::pair<std::string_view, std::string_view> cases[] = {
       {"one\r\ntwo\nthree", "one\ntwo\nthree"},
       {"20 \xB0, \x80 5", "20 \xC2\xB0, \xE2\x82\xAC 5"},
       {"/home/\xC3\xA9t\xC3\xA9/\xE6\xB8\xAC.VKG", "/home/\xC3\xA9t\xC3\xA9/\xE6\xB8\xAC.VKG"},
-      {"\x1B[2J\x07", "?[2J?"},
+      {"\x1B[2J\x07\r\x7F", "\\x1B[2J\\x07\\r\\x7F"},
       {"\xC3", "\xC3\x83"},                              // a lead byte alone is a letter
       {"\xED\xA0\x80", "\xC3\xAD\xC2\xA0\xE2\x82\xAC"},  // a surrogate is no UTF-8
-      {"\xC2\x9B", "\xC3\x82\xE2\x80\xBA"},              // nor is a hidden escape let through
+      {"\xC2\x9B", "\\u009B"},
+      {"\xC2\xA0\xC2", "\xC2\xA0\xC3\x82"},
   };
   for (const auto& [bytes, shown] : cases) EXPECT_EQ(TerminalText(bytes), shown);
+  EXPECT_EQ(TerminalLines("a\nb\tc\r\nd"), "a\\nb\tc\nd");
+  EXPECT_EQ(TerminalName("a\r\nb\t\xB0"), "a\\r\\nb\\t\xB0");
 }
 
 // Puts another standard input in place for the time of a test.

@@ -5,9 +5,10 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <ctime>
+#include <initializer_list>
 #include <utility>
 
+#include "platform/posix/interrupts.h"
 #include "text/codepage.h"
 #include "text/strings.h"
 
@@ -47,14 +48,7 @@ Answer safeAnswer(Buttons buttons) {
 }
 
 // A terminal that is gone takes no text; the exit code still tells.
-void tell(std::string_view text) {
-  while (!text.empty()) {
-    const ssize_t written = ::write(STDERR_FILENO, text.data(), text.size());
-    if (written < 0 && errno == EINTR) continue;
-    if (written <= 0) return;
-    text.remove_prefix(static_cast<std::size_t>(written));
-  }
-}
+void tell(std::string_view text) { static_cast<void>(WriteTerminal(STDERR_FILENO, text)); }
 
 std::string prompt(Buttons buttons) {
   std::string result;
@@ -90,27 +84,97 @@ Answer askAtTerminal(Buttons buttons) {
   }
 }
 
-}  // namespace
+// The first letter of a text in bytes that are UTF-8 or, where they are not, Windows-1252.
+struct Letter {
+  std::size_t length = 1;
+  int control = -1;  // its number, for a control character
+  bool utf8 = true;
+};
 
-std::string TerminalText(std::string_view text) {
+Letter letterOf(std::string_view text) {
+  const auto first = static_cast<unsigned char>(text.front());
+  if (first < 0x20 || first == 0x7F) return {.control = first};
+  if (first < 0x80) return {};
+  const int second = text.size() > 1 ? static_cast<unsigned char>(text[1]) : 0;
+  if (first == 0xC2 && second >= 0x80 && second < 0xA0) return {.length = 2, .control = second};
+  const std::size_t length = Utf8Length(text);
+  return length == 0 ? Letter{.utf8 = false} : Letter{.length = length};
+}
+
+std::string utf8Of(std::string_view text, const Letter& letter) {
+  const std::string_view bytes = text.substr(0, letter.length);
+  return letter.utf8 ? std::string(bytes) : Utf8FromWindows1252(bytes);
+}
+
+// "\n", "\x1B", "\u009B".
+std::string escaped(int control) {
+  constexpr std::string_view kDigits = "0123456789ABCDEF";
+  if (control == '\n') return "\\n";
+  if (control == '\r') return "\\r";
+  if (control == '\t') return "\\t";
+  const auto number = static_cast<std::size_t>(control);
+  std::string result = control < 0x80 ? "\\x" : "\\u00";
+  return result.append(1, kDigits[number / 16]).append(1, kDigits[number % 16]);
+}
+
+// The text in UTF-8 with its control characters escaped, but for those in `kept`; CR LF as LF where
+// that is kept.
+std::string shown(std::string_view text, std::initializer_list<char> kept) {
+  const auto isKept = [&](int control) {
+    return std::find(kept.begin(), kept.end(), control) != kept.end();
+  };
   std::string result;
   while (!text.empty()) {
-    const auto letter = static_cast<unsigned char>(text.front());
-    std::size_t length = 1;
-    if (text.starts_with("\r\n")) {
-      length = 2;
-      result += '\n';
-    } else if (letter == 0x7F || (letter < 0x20 && letter != '\n' && letter != '\t')) {
-      result += '?';
-    } else if (letter < 0x80) {
-      result += text.front();
-    } else if (const std::size_t sequence = Utf8Length(text); sequence != 0) {
-      length = sequence;
-      result += text.substr(0, sequence);
-    } else {
-      result += Utf8FromWindows1252(text.substr(0, 1));
-    }
-    text.remove_prefix(length);
+    if (text.starts_with("\r\n") && isKept('\n')) text.remove_prefix(1);
+    const Letter letter = letterOf(text);
+    const bool escape = letter.control >= 0 && !isKept(letter.control);
+    result += escape ? escaped(letter.control) : utf8Of(text, letter);
+    text.remove_prefix(letter.length);
+  }
+  return result;
+}
+
+}  // namespace
+
+bool WriteTerminal(int descriptor, std::string_view text) {
+  while (!text.empty() && !InterruptGuard::Noted()) {
+    const ssize_t written = ::write(descriptor, text.data(), text.size());
+    if (written < 0 && errno == EINTR) continue;
+    if (written <= 0) return false;
+    text.remove_prefix(static_cast<std::size_t>(written));
+  }
+  return text.empty();
+}
+
+std::string TerminalText(std::string_view text) { return shown(text, {'\n', '\t'}); }
+
+std::string TerminalName(std::string_view name) {
+  std::string result;
+  while (!name.empty()) {
+    const Letter letter = letterOf(name);
+    result +=
+        letter.control >= 0 ? escaped(letter.control) : std::string(name.substr(0, letter.length));
+    name.remove_prefix(letter.length);
+  }
+  return result;
+}
+
+std::string TerminalLines(std::string_view text) {
+  std::string result;
+  while (true) {
+    result += shown(Before(text, "\r\n"), {'\t'});
+    if (!Holds(text, "\r\n")) return result;
+    result += '\n';
+    text = After(text, "\r\n");
+  }
+}
+
+std::string Utf8Text(std::string_view bytes) {
+  std::string result;
+  while (!bytes.empty()) {
+    const Letter letter = letterOf(bytes);
+    result += utf8Of(bytes, letter);
+    bytes.remove_prefix(letter.length);
   }
   return result;
 }
@@ -139,7 +203,7 @@ std::optional<Answer> TerminalForms::prepared(const MessageBox& box) const {
 Answer TerminalForms::ShowBox(const MessageBox& box) {
   if (box.icon != Icon::kInformation) boxesShown_.push_back(box.title);
   const std::string about = subject_.empty() ? "" : subject_ + ": ";
-  tell(TerminalText(HeadAndLines(about + box.title, box.text)));
+  tell(TerminalLines(HeadAndLines(about + box.title, box.text)));
   if (box.buttons == Buttons::kOk) return Answer::kOk;
 
   std::optional<Answer> answer = prepared(box);
@@ -149,11 +213,6 @@ Answer TerminalForms::ShowBox(const MessageBox& box) {
                                  [&](const AnswerWord& row) { return row.answer == given; });
   tell("  answered " + std::string(word->prompt) + (answer ? "\n" : ", nobody being asked\n"));
   return given;
-}
-
-void TerminalForms::DoEvents() {
-  const timespec rest{0, 1'000'000};
-  ::nanosleep(&rest, nullptr);
 }
 
 std::optional<std::string> TerminalForms::AskOpen(const FileDialog&) { return std::nullopt; }

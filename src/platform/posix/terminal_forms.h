@@ -1,4 +1,4 @@
-// The user at a terminal, or a script in his place.
+// The user at a terminal, or a script in their place.
 #pragma once
 
 #include <optional>
@@ -9,6 +9,10 @@
 #include "platform/forms.h"
 
 namespace ostrand::platform {
+
+// A file name for a text that goes to the terminal: control characters escaped ("\n", "\x1B",
+// "\u009B").
+std::string TerminalName(std::string_view name);
 
 // An answer given beforehand to every box of a title, upper and lower case alike.
 struct PreparedAnswer {
@@ -31,7 +35,7 @@ class TerminalForms : public Forms {
   explicit TerminalForms(PreparedAnswers answers) : answers_(std::move(answers)) {}
 
   // What the boxes from now on are about, the project file for one.
-  void Subject(std::string_view text) { subject_ = text; }
+  void Subject(std::string_view name) { subject_ = TerminalName(name); }
   // The answer to the next dialog that asks where to save.
   void SaveAs(std::string name) { saveName_ = std::move(name); }
   // Titles of the boxes since the last call, in their order; without those that only inform.
@@ -43,7 +47,7 @@ class TerminalForms : public Forms {
   void SetHelpLine(const std::string&) override {}
   void SetPointer(Pointer) override {}
   void Beep() override {}
-  void DoEvents() override;
+  void DoEvents() override {}
 
  private:
   std::optional<Answer> prepared(const MessageBox& box) const;
@@ -57,9 +61,18 @@ class TerminalForms : public Forms {
 // The lines of a text of CR LF below its head, indented by two blanks.
 std::string HeadAndLines(std::string_view head, std::string_view text);
 
-// The text for a terminal: lines end in LF, and bytes that are not UTF-8 already, as file names
-// are, are taken as Windows-1252, as project texts are. Control characters become "?", so that no
-// project can steer the terminal.
+// What a terminal shows is UTF-8: bytes that are not UTF-8 already, as file names are, are taken as
+// Windows-1252, as project texts are. Control characters are escaped ("\n", "\x1B", "\u009B"), so
+// that neither a project nor a file name can steer the terminal.
+
+// A text whose lines end in CR LF or LF, and may hold tabs.
 std::string TerminalText(std::string_view text);
+// A text whose lines end in CR LF. LF alone can only be in a file name.
+std::string TerminalLines(std::string_view text);
+// Bytes in UTF-8, control characters as they are.
+std::string Utf8Text(std::string_view bytes);
+
+// Writes all bytes. False when they cannot be written, or a signal is to end the process.
+bool WriteTerminal(int descriptor, std::string_view text);
 
 }  // namespace ostrand::platform
