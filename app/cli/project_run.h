@@ -12,6 +12,7 @@
 #include "platform/posix/posix_clock.h"
 #include "platform/posix/posix_filesystem.h"
 #include "platform/posix/posix_process.h"
+#include "platform/posix/posix_work_folders.h"
 #include "platform/posix/terminal_forms.h"
 #include "platform/surroundings.h"
 #include "session/ostrand.h"
@@ -44,6 +45,7 @@ struct CliHost {
   platform::PosixClock clock;
   platform::TerminalForms forms;
   platform::PosixProcesses processes;
+  platform::PosixWorkFolders workFolders{files};
   SettingsPlaces places;
 };
 

@@ -1,8 +1,11 @@
 // External programs that run beside the session.
 #pragma once
 
+#include <chrono>
 #include <memory>
+#include <optional>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "text/result.h"
@@ -17,11 +20,20 @@ struct ProgramCall {
   std::string text;
 };
 
-// A program that was started. Its end ends what it started itself, and so does destroying it.
+// How a program that ended failed.
+struct ProcessFailure {
+  bool crashed = false;  // or exited with a code other than 0
+  std::string text;      // "exited with code 3", "was ended by signal 11 (Segmentation fault)"
+};
+
+// A program that was started.
 class Process {
  public:
   virtual ~Process() = default;
   virtual bool Running() = 0;
+  // Nothing for success, while it runs, and after End.
+  virtual std::optional<ProcessFailure> Failure() = 0;
+  // Ends the program, if it still runs, and all that it started. So does destroying it.
   virtual void End() = 0;
 };
 
@@ -30,6 +42,8 @@ class Processes {
   virtual ~Processes() = default;
   // Starts the program minimised, without input, its output dropped; the error names the program.
   virtual Result<std::unique_ptr<Process>> Start(const ProgramCall& call) = 0;
+  // Rests about a millisecond, for loops that wait for a program.
+  virtual void Rest() { std::this_thread::sleep_for(std::chrono::milliseconds(1)); }
 };
 
 }  // namespace ostrand::platform

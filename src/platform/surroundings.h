@@ -9,6 +9,7 @@
 #include "platform/machine_registry.h"
 #include "platform/process.h"
 #include "platform/settings_store.h"
+#include "platform/work_folders.h"
 
 namespace ostrand::platform {
 
@@ -21,6 +22,9 @@ struct Surroundings {
   SettingsStore& settings;
   MachineRegistry& registry;
   std::string temporaryFolder;  // where the machine names no folder for temporary files
+  // Makes the folder of each test compile private; without it all share the one for temporary
+  // files.
+  WorkFolders* workFolders = nullptr;
 };
 
 }  // namespace ostrand::platform

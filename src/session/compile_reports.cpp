@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <limits>
 #include <optional>
 
@@ -221,6 +222,44 @@ CompileVerdict ReadCompileVerdict(std::string_view report, bool newCompiler) {
     line = rest.empty() ? std::nullopt : std::optional(TakeLine(rest));
   }
   return verdict;
+}
+
+std::string ReportText(std::string_view bytes) {
+  std::string text;
+  text.reserve(bytes.size() + bytes.size() / 16);
+  for (std::size_t at = 0; at < bytes.size(); ++at) {
+    const char letter = bytes[at];
+    if (letter != '\r' && letter != '\n') {
+      text += letter;
+      continue;
+    }
+    text += "\r\n";
+    if (letter == '\r' && bytes.substr(at + 1).starts_with('\n')) ++at;
+  }
+  return text;
+}
+
+std::string ShownInBox(std::string_view text) {
+  constexpr std::size_t kPart = std::size_t{32} << 10;
+  if (text.size() <= 2 * kPart) return std::string(text);
+  // Whole lines, unless one is longer than its part.
+  std::string_view head = text.substr(0, kPart);
+  if (const std::size_t end = head.rfind('\n'); end != std::string_view::npos) {
+    head = head.substr(0, end + 1);
+  }
+  std::string_view tail = text.substr(text.size() - kPart);
+  if (const std::size_t end = tail.find('\n'); end + 1 < tail.size()) tail = tail.substr(end + 1);
+  const std::string_view between =
+      text.substr(head.size(), text.size() - head.size() - tail.size());
+  const auto lines = std::count(between.begin(), between.end(), '\n');
+  std::string shown(head);
+  if (!shown.ends_with('\n')) shown += "\r\n";
+  return shown.append("\r\n(")
+      .append(NumberText(static_cast<std::int64_t>(lines)))
+      .append(" lines, ")
+      .append(NumberText(static_cast<std::int64_t>(between.size())))
+      .append(" bytes not shown)\r\n\r\n")
+      .append(tail);
 }
 
 void StoreMeasuredTimes(ProjectStore& store, std::string_view report, const MuxLines& muxLines) {

@@ -1,6 +1,7 @@
 // What the logger's compiler reports, read from its two text files.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -16,12 +17,22 @@ struct VersionReport {
 };
 VersionReport ReadVersionReport(std::string_view report);
 
-// What a compile came to.
+// What a compile came to, by its report: the text that ReportText gives.
 struct CompileVerdict {
   bool compiled = false;
   std::string message;  // for the user; lines end in CR LF
 };
 CompileVerdict ReadCompileVerdict(std::string_view report, bool newCompiler);
+
+// The largest report that is read.
+inline constexpr std::size_t kMaxReportBytes = std::size_t{4} << 20;
+
+// The text of a report with all its line ends, CR, LF or both, as CR LF.
+std::string ReportText(std::string_view bytes);
+
+// A text as a box shows it: one of more than 64 KB is its first and last lines, with the number of
+// lines and bytes left out between them.
+std::string ShownInBox(std::string_view text);
 
 // Program lines that hold the statements of the multiplexer blocks, each with a blank behind it.
 using MuxLines = Row<std::string, 1, kBlocks>;

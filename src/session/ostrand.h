@@ -262,6 +262,7 @@ class Ostrand {
   void send();
   bool confirmBadSave(bool send, bool upgrade);
   bool confirmUpgrade();
+  void testCompileIn(const std::string& folder);
   bool findCompiler(std::string_view missing, std::string_view question);
   [[nodiscard]] bool hostIsHarrier() const;
 

@@ -137,27 +137,37 @@ void Ostrand::RunPreCompile() {
   around_.forms.SetPointer(platform::Pointer::kBusy);
   Guarded(around_.forms, "Ostrand.RunPreCompile", [&] {
     if (!findCompiler("Pre-Compiler was not found.", "Would you like to search for it?")) return;
-    const std::string base = InFolder(WorkDir(), "TEMP$$$$");
-    const std::string testFile = base + ".VKP";
-    const auto removeTestFile = [&] {
-      if (around_.files.Exists(testFile)) static_cast<void>(around_.files.Delete(testFile));
-    };
-    removeTestFile();
-    generator_.ClearTK40MLines();
-    if (WriteProgram(base)) {
-      TestCompile compile({around_.files, around_.forms, around_.processes}, WorkDir());
-      const bool alwaysShow = (settings_.WarningMessageMask() & kShowCompileResult) != 0;
-      Guarded(around_.forms, "Ostrand.ParseCompileResults", [&] {
-        compileFailed_ = !compile.ParseCompileResults(store_, generator_.TK40MLines(), testFile,
-                                                      settings_.CompilerPath(), alwaysShow);
-        compileSkipped_ = compile.Skipped();
-      });
-      Summarize();
-    }
-    removeTestFile();
+    settings_.ReadWorkDir();
+    if (around_.workFolders == nullptr) return testCompileIn(WorkDir());
+    auto folder = around_.workFolders->Create(WorkDir());
+    if (!folder) throw FileAccess(folder.ErrorText());
+    testCompileIn(folder.Value()->Path());
+    if (const auto gone = folder.Value()->Remove(); !gone) throw FileAccess(gone.ErrorText());
   });
   around_.forms.SetPointer(platform::Pointer::kNormal);
   compiling_ = false;
+}
+
+// Compiles the program for a test with all files in `folder`.
+void Ostrand::testCompileIn(const std::string& folder) {
+  const std::string base = InFolder(folder, "TEMP$$$$");
+  const std::string testFile = base + ".VKP";
+  // What is there could be a link, through which the program would be written.
+  if (const auto gone = RemoveOld(around_.files, testFile); !gone) {
+    throw FileAccess(gone.ErrorText());
+  }
+  generator_.ClearTK40MLines();
+  if (WriteProgram(base)) {
+    TestCompile compile({around_.files, around_.forms, around_.processes}, folder);
+    const bool alwaysShow = (settings_.WarningMessageMask() & kShowCompileResult) != 0;
+    Guarded(around_.forms, "Ostrand.ParseCompileResults", [&] {
+      compileFailed_ = !compile.ParseCompileResults(store_, generator_.TK40MLines(), testFile,
+                                                    settings_.CompilerPath(), alwaysShow);
+      compileSkipped_ = compile.Skipped();
+    });
+    Summarize();
+  }
+  static_cast<void>(RemoveOld(around_.files, testFile));
 }
 
 // ---- The download -------------------------------------------------------------------------------

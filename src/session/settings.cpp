@@ -223,9 +223,13 @@ void Settings::BuildSettingsTable() {
   UseLegacy(false);
 }
 
-void Settings::readFolders() {
+void Settings::ReadWorkDir() {
   workDir_ = ORVUS_COMMON::QuietRegistrySetting(registry_, kMachine, kProductKey, "WorkDir");
   if (Trim(workDir_).empty()) workDir_ = temporaryFolder_;
+}
+
+void Settings::readFolders() {
+  ReadWorkDir();
   compilers_ = ORVUS_COMMON::QuietRegistrySetting(registry_, kMachine, kMakerKey, "Compilers");
 }
 

@@ -80,6 +80,8 @@ class Settings {
   // Folders of the machine: for temporary files, never empty, and of the compiler, which is empty
   // where none is named. As they stand in the registry, with or without a trailing separator.
   [[nodiscard]] const std::string& WorkDir() const { return workDir_; }
+  // Reads WorkDir again, which may have changed since the start.
+  void ReadWorkDir();
   [[nodiscard]] const std::string& Compilers() const { return compilers_; }
 
   // Folder of the project, with a trailing separator.

@@ -23,7 +23,7 @@ platform::MessageBox resultBox(const std::string& sourceName, const VersionRepor
                                const std::string& message) {
   return {.title = "COMPILE RESULT",
           .text = "Pre-Compiler: " + sourceName + "\r\nVersion No: " + version.version +
-                  "   Date Code: " + version.dateCode + "\r\n\r\n" + message,
+                  "   Date Code: " + version.dateCode + "\r\n\r\n" + ShownInBox(message),
           .icon = platform::Icon::kInformation};
 }
 
@@ -38,35 +38,42 @@ TestCompile::TestCompile(Surroundings around, std::string_view workDir)
       versionFile_(InFolder(workDir, "VERCOMP.TXT")),
       resultFile_(InFolder(workDir, "PRECOMP.TXT")) {}
 
+Result<> RemoveOld(platform::FileSystem& files, const std::string& path) {
+  return files.Taken(path) ? files.Delete(path) : Result<>(Done{});
+}
+
 bool TestCompile::ParseCompileResults(ProjectStore& store, const MuxLines& muxLines,
                                       const std::string& sourceName,
                                       const std::string& compilerPath, bool alwaysShow) {
   VersionReport version;
   CompileVerdict verdict;
-  std::string bytes;
+  std::string text;
   skipped_.clear();
-  if (report(versionCall(compilerPath, versionFile_), versionFile_, "Skipped version.", bytes)) {
-    version = ReadVersionReport(bytes);
+  if (report(versionCall(compilerPath, versionFile_), versionFile_, "Skipped version.", text)) {
+    version = ReadVersionReport(text);
     const auto call = compileCall(compilerPath, sourceName, resultFile_, version.newCompiler);
-    if (report(call, resultFile_, "Skipped pre-compile.", bytes)) {
-      StoreMeasuredTimes(store, bytes, muxLines);
-      verdict = ReadCompileVerdict(bytes, version.newCompiler);
+    if (report(call, resultFile_, "Skipped pre-compile.", text)) {
+      StoreMeasuredTimes(store, text, muxLines);
+      verdict = ReadCompileVerdict(text, version.newCompiler);
+      // An exit code is how a compiler marks a bad program; with a good report it is a fault.
+      if (failure_ && (verdict.compiled || failure_->crashed)) {
+        verdict = {false, "The compiler " + failure_->text + ".\r\n\r\n" + text};
+      }
       if (!verdict.compiled || alwaysShow) {
         around_.forms.ShowBox(resultBox(sourceName, version, verdict.message));
       }
     }
   }
-  remove(versionFile_);
-  remove(resultFile_);
+  // What stays here makes the next compile fail.
+  static_cast<void>(RemoveOld(around_.files, versionFile_));
+  static_cast<void>(RemoveOld(around_.files, resultFile_));
   return verdict.compiled;
 }
 
-// Runs the compiler for one report and takes what it wrote to `path`. An old report is out of the
-// way before, or it would be taken for the new one.
+// Runs the compiler for one report and takes the text that it wrote to `path`.
 bool TestCompile::report(const platform::ProgramCall& call, const std::string& path,
-                         std::string_view skippedText, std::string& bytes) {
-  remove(path);
-  const std::string why = outcome(call, path, bytes);
+                         std::string_view skippedText, std::string& text) {
+  const std::string why = outcome(call, path, text);
   if (why.empty()) return true;
   around_.forms.SetHelpLine(std::string(skippedText));
   skipped_ = std::string(skippedText).append(" ").append(why);
@@ -75,26 +82,44 @@ bool TestCompile::report(const platform::ProgramCall& call, const std::string& p
 
 // Why there is no report; empty when it was read.
 std::string TestCompile::outcome(const platform::ProgramCall& call, const std::string& path,
-                                 std::string& bytes) {
+                                 std::string& text) {
+  // An old report would be taken for the new one.
+  if (const auto removed = RemoveOld(around_.files, path); !removed) return removed.ErrorText();
   auto compiler = around_.processes.Start(call);
   if (!compiler) return compiler.ErrorText();
   const bool written = waitFor(*compiler.Value(), path);
   const bool hangs = compiler.Value()->Running();
+  failure_ = compiler.Value()->Failure();
   compiler.Value()->End();
-  if (!written) {
-    return call.words.front() + (hangs ? " did not end in time" : " ended without a report");
+  if (around_.files.Size(path) > kMaxReportBytes) {
+    return path + ": the report is larger than 4 MB";
   }
-  auto read = around_.files.Read(path);
+  if (!written) {
+    return hangs ? call.words.front() + " did not end in time"
+                 : call.words.front() + withoutReport(path);
+  }
+  const auto read = around_.files.Read(path);
   if (!read) return read.ErrorText();
-  bytes = std::move(read.Value());
+  text = ReportText(read.Value());
   return {};
 }
 
+// How a compiler ended that left no report, or something else in its place.
+std::string TestCompile::withoutReport(const std::string& path) const {
+  if (around_.files.Taken(path) && !around_.files.Exists(path)) {
+    return " made no regular file of its report";
+  }
+  return (failure_ ? " " + failure_->text : " ended") + " without a report";
+}
+
 // First until the file exists, then until it has content and its writer has ended, so that no half
-// report is read.
+// report is read. A report that grows too large is not waited for.
 bool TestCompile::waitFor(platform::Process& compiler, const std::string& path) {
   return poll(compiler, [&](bool) { return around_.files.Exists(path); }) &&
-         poll(compiler, [&](bool ended) { return ended && around_.files.Size(path) > 0; });
+         poll(compiler, [&](bool ended) {
+           const auto size = around_.files.Size(path);
+           return (ended && size > 0) || size > kMaxReportBytes;
+         });
 }
 
 // Rounds until `reached`; false at the bound, and when the compiler has ended before.
@@ -105,12 +130,9 @@ bool TestCompile::poll(platform::Process& compiler, Reached&& reached) {
     if (reached(ended)) return true;
     if (ended) return false;
     around_.forms.DoEvents();
+    around_.processes.Rest();
   }
   return false;
-}
-
-void TestCompile::remove(const std::string& path) {
-  if (around_.files.Exists(path)) static_cast<void>(around_.files.Delete(path));
 }
 
 }  // namespace ostrand

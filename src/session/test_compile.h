@@ -1,6 +1,7 @@
 // The test compile: the logger's own compiler run over a program.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -12,8 +13,7 @@
 
 namespace ostrand {
 
-// Polling rounds of a wait for the compiler. A bound and not a time; a round takes about a
-// millisecond.
+// Polling rounds of a wait for the compiler, with a rest of about a millisecond after each.
 inline constexpr int kMostCompileRounds = 50000;
 
 class TestCompile {
@@ -29,8 +29,8 @@ class TestCompile {
 
   // Compiles `sourceName` by the compiler at `compilerPath`, puts the measured times into the
   // store and shows the result when it is bad, or with `alwaysShow` in any case. True when the
-  // program compiled. A compiler that gives no report is told on the help line alone, and by
-  // Skipped.
+  // report says so and the compiler ended well. A compiler that gives no report is told on the help
+  // line alone, and by Skipped; so is one whose old report cannot be removed.
   bool ParseCompileResults(ProjectStore& store, const MuxLines& muxLines,
                            const std::string& sourceName, const std::string& compilerPath,
                            bool alwaysShow);
@@ -39,19 +39,23 @@ class TestCompile {
 
  private:
   bool report(const platform::ProgramCall& call, const std::string& path,
-              std::string_view skippedText, std::string& bytes);
+              std::string_view skippedText, std::string& text);
   std::string outcome(const platform::ProgramCall& call, const std::string& path,
-                      std::string& bytes);
+                      std::string& text);
+  std::string withoutReport(const std::string& path) const;
   bool waitFor(platform::Process& compiler, const std::string& path);
   template <class Reached>
   bool poll(platform::Process& compiler, Reached&& reached);
-  void remove(const std::string& path);
 
   Surroundings around_;
   std::string versionFile_;
   std::string resultFile_;
   std::string skipped_;
+  std::optional<platform::ProcessFailure> failure_;  // of the last call
 };
+
+// Removes what is at `path`, if there is anything.
+Result<> RemoveOld(platform::FileSystem& files, const std::string& path);
 
 // The path of `title` in `folder`, whether or not that ends in a separator.
 std::string InFolder(std::string_view folder, std::string_view title);

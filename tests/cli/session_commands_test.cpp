@@ -1,10 +1,16 @@
 // The commands that check, save, compile and send, and those of the settings.
 #include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
+#include <chrono>
+#include <csignal>
+#include <cstdlib>
 #include <filesystem>
 
 #include "support/cli_run.h"
 #include "support/listener.h"
+#include "support/stand_ins.h"
 #include "support/temp_folder.h"
 #include "text/strings.h"
 
@@ -131,8 +137,9 @@ TEST_F(CliSession, CompileTellsTheTimesAndStoresThemWhenAsked) {
   const Outcome told = RunOstrand(words, {.home = home.Path()});
   EXPECT_EQ(told.code, 0) << told.err;
   EXPECT_TRUE(told.out.starts_with(project + ": test compiled OK\n  Battery   "));
-  EXPECT_TRUE(Holds(told.err, project + ": COMPILE RESULT\n  Pre-Compiler: " +
-                                  (home / "TEMP$$$$.VKP") + "\n  Version No: 6.3   Date Code: "));
+  EXPECT_TRUE(
+      Holds(told.err, project + ": COMPILE RESULT\n  Pre-Compiler: " + (home / "ostrand-")));
+  EXPECT_TRUE(Holds(told.err, "/TEMP$$$$.VKP\n  Version No: 6.3   Date Code: "));
   EXPECT_EQ(ReadDisk(project), bytes);
   EXPECT_TRUE(std::filesystem::is_empty(home.Path()));
 
@@ -141,7 +148,7 @@ TEST_F(CliSession, CompileTellsTheTimesAndStoresThemWhenAsked) {
   const std::string after = ReadDisk(project);
   EXPECT_TRUE(Holds(after, "\r\nBatteryTime= 1"));
 
-  ::setenv("STAND_IN", "noversion", 1);
+  ::setenv("STAND_IN", "versionnone", 1);
   const Outcome skipped = RunOstrand(words);
   EXPECT_EQ(skipped.code, 1);
   EXPECT_EQ(skipped.err, "ostrand: Skipped version. " OSTRAND_STAND_IN
@@ -169,6 +176,110 @@ TEST_F(CliSession, SaveSendsAndTellsWhenNobodyIsThere) {
   EXPECT_EQ(nobody.code, 1);
   EXPECT_EQ(nobody.err,
             "ostrand: " + name + ": Connection refused; " + project + " was not saved\n");
+}
+
+// Pairs of a good program and one that does not compile, tried and sent at the same time.
+TEST_F(CliSession, TwoThatSendAtOnceNeverSendTheWrongProgram) {
+  const char* asked = std::getenv("OSTRAND_PAIRS");
+  const int pairs = asked == nullptr ? 5 : std::atoi(asked);
+  const std::string bad = folder / "bad.VKG";
+  make("\r\nOperator=", "\r\nOperator=does not compile");
+  std::filesystem::rename(project, bad);
+  make();
+  ::setenv("STAND_IN", "judge", 1);
+  const testing::Listener server;
+  int good = 0;
+  int wrong = 0;
+  for (int pair = 0; pair < pairs; ++pair) {
+    const auto send = [&](const std::string& file) {
+      return testing::StartOstrand(
+          {"save", file, "--compiler", OSTRAND_STAND_IN, "--send", server.Name()}, home.Path());
+    };
+    const pid_t first = send(pair % 2 == 0 ? project : bad);
+    const pid_t second = send(pair % 2 == 0 ? bad : project);
+    for (int peer = 0; peer < 2; ++peer) {
+      const std::string received = server.Received();
+      if (received.ends_with(base + ".VKP")) {
+        ++good;
+      } else if (!received.empty()) {
+        ++wrong;
+      }
+    }
+    EXPECT_EQ(testing::EndOf(first) + testing::EndOf(second), 1) << "that of the bad program";
+  }
+  EXPECT_EQ(good, pairs);
+  EXPECT_EQ(wrong, 0);
+  EXPECT_TRUE(std::filesystem::is_empty(home.Path()));
+}
+
+TEST_F(CliSession, ASignalInATestCompileEndsTheCompilerAndLeavesNothing) {
+  make();
+  const std::string ready = folder / "ready";
+  ::setenv("STAND_IN", "leavehang", 1);
+  ::setenv("STAND_IN_READY", ready.c_str(), 1);
+  ASSERT_EQ(testing::StandInsAlive(), 0);  // marks what is started from here on
+  // The signals sent, the first of which is ignored by the process when there are two.
+  const std::vector<int> cases[] = {{SIGHUP},  {SIGINT},  {SIGQUIT},
+                                    {SIGPIPE}, {SIGTERM}, {SIGHUP, SIGTERM}};
+  for (const std::vector<int>& signals : cases) {
+    SCOPED_TRACE(signals.front());
+    if (signals.size() > 1) ::signal(signals.front(), SIG_IGN);
+    const pid_t child =
+        testing::StartOstrand({"save", project, "--compiler", OSTRAND_STAND_IN}, home.Path());
+    ::signal(signals.front(), SIG_DFL);
+    while (!std::filesystem::exists(ready) && ::waitpid(child, nullptr, WNOHANG) == 0)
+      ::usleep(1000);
+    const auto start = std::chrono::steady_clock::now();
+    for (const int signal : signals) ::kill(child, signal);
+    EXPECT_EQ(testing::EndOf(child), 128 + signals.back());
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
+    EXPECT_EQ(testing::StandInsAlive(), 0);
+    EXPECT_TRUE(std::filesystem::is_empty(home.Path()));
+    EXPECT_FALSE(std::filesystem::exists(base + ".VKP"));
+    std::filesystem::remove(ready);
+  }
+}
+
+// A name that a terminal would obey is shown on both outputs so that it does not.
+TEST_F(CliSession, ControlCharactersOfNamesAreEscaped) {
+  const std::string name = folder / "a\nb\x1B\x7F\xC2\x9B.VKG";
+  const std::string none = folder / "a\nb\x1B\x7F\xC2\x9Bnone.VKG";
+  ::setenv("STAND_IN", "good", 1);
+  const std::vector<std::string> cases[] = {{"new", name},
+                                            {"new", name},
+                                            {"check", name},
+                                            {"check", none},
+                                            {"save", name},
+                                            {"save", none},
+                                            {"resave", name},
+                                            {"generate", name},
+                                            {"compile", name, "--compiler", OSTRAND_STAND_IN},
+                                            {"compile", name},
+                                            {"can", "check", none},
+                                            {"can", "list", none},
+                                            {"screen", name, none},
+                                            {name},
+                                            {"resave", name, "-o", none}};
+  for (const auto& words : cases) {
+    const Outcome outcome = RunOstrand(words);
+    const std::string both = outcome.out + outcome.err;
+    EXPECT_TRUE(Holds(Upper(both), "A\\NB\\X1B\\X7F\\U009B")) << words[0] << both;
+    for (const char* raw : {"/a\n", "/A\n", "\x1B", "\x7F", "\xC2\x9B"}) {
+      EXPECT_FALSE(Holds(both, raw)) << words[0] << both;
+    }
+  }
+  const Outcome json = RunOstrand({"check", "--format=json", name});
+  EXPECT_TRUE(Holds(json.out, "a\\nb\\u001b\\u007f\\u009b.VKG\"")) << json.out;
+}
+
+TEST_F(CliSession, ScreenReportsAProjectThatCannotBeWritten) {
+  make();
+  std::filesystem::create_directories(folder / "out/pump.VKG/inner");
+  WriteDisk(folder / "script", "");
+  const Outcome outcome = RunOstrand({"screen", project, folder / "script", "-o", folder / "out"});
+  EXPECT_EQ(outcome.code, 1);
+  EXPECT_EQ(outcome.out, "");
+  EXPECT_TRUE(Holds(outcome.err, (folder / "out/pump.VKG") + ": Is a directory\"")) << outcome.err;
 }
 
 TEST_F(CliSession, SettingsAreShownAndChanged) {

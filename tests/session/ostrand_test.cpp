@@ -51,7 +51,6 @@ class Session : public ::testing::Test {
     ::setenv("STAND_IN", "good", 1);
     around.settings.sections["QUILLON\\QUILLON"] = {{"VKCompPath", OSTRAND_STAND_IN},
                                                     {"WarningMessageMask", "4095"}};
-    forms.restingRounds = 60000;
     session.RegistryApp("");
   }
 

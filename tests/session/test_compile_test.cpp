@@ -2,40 +2,28 @@
 #include "session/test_compile.h"
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <iterator>
 
 #include "model/defaults.h"
+#include "platform/posix/posix_clock.h"
 #include "platform/posix/posix_filesystem.h"
 #include "platform/posix/posix_process.h"
+#include "platform/posix/posix_work_folders.h"
+#include "session/ostrand.h"
+#include "support/memory_settings.h"
 #include "support/scripted_forms.h"
+#include "support/stand_ins.h"
 #include "support/temp_folder.h"
+#include "text/strings.h"
 
 namespace ostrand {
 namespace {
 
+using testing::ReadDisk;
 using testing::WriteDisk;
-
-// Marks what this process starts: other tests may have stand-ins of their own at the same time.
-const std::string kOwner = std::to_string(::getpid());
-
-// How many processes of the stand-in there are that this process has started.
-int standInsAlive() {
-  int count = 0;
-  for (const auto& entry : std::filesystem::directory_iterator("/proc")) {
-    std::error_code error;
-    const auto program = std::filesystem::read_symlink(entry.path() / "exe", error);
-    if (error || program != OSTRAND_STAND_IN) continue;
-    std::ifstream file(entry.path() / "environ", std::ios::binary);  // may be gone by now
-    const std::string environment{std::istreambuf_iterator<char>(file), {}};
-    if (environment.find("STAND_IN_OWNER=" + kOwner + '\0') != std::string::npos) ++count;
-  }
-  return count;
-}
 
 class TestCompileRun : public ::testing::Test {
  protected:
@@ -53,17 +41,13 @@ class TestCompileRun : public ::testing::Test {
   // before.
   bool run(const char* behaviour, bool alwaysShow = false) {
     ::setenv("STAND_IN", behaviour, 1);
-    ::setenv("STAND_IN_OWNER", kOwner.c_str(), 1);
     store_->TempBlock[1].BlockTime = 5;
     platform::PosixFileSystem files;
     platform::PosixProcesses processes;
     TestCompile compile({files, forms_, processes}, workDir_.Path());
     const bool compiled =
         compile.ParseCompileResults(*store_, MuxLines(), source_, compiler_, alwaysShow);
-    skipped_ = compile.Skipped();
-    // What was killed may take a moment to be gone.
-    for (int wait = 0; wait < 2000 && standInsAlive() > 0; ++wait) forms_.DoEvents();
-    EXPECT_EQ(standInsAlive(), 0);
+    EXPECT_EQ(testing::StandInsAlive(), 0);
     const std::filesystem::directory_iterator entries(workDir_.Path());
     EXPECT_EQ(std::distance(begin(entries), end(entries)), 1) << "besides the program";
     return compiled;
@@ -72,15 +56,13 @@ class TestCompileRun : public ::testing::Test {
   testing::TempFolder workDir_;
   std::string source_ = workDir_ / "TEMP $'\".VKP";
   std::string compiler_ = OSTRAND_STAND_IN;
-  std::string skipped_;
   testing::ScriptedForms forms_;
   std::unique_ptr<ProjectStore> store_ = NewStore();
 };
 
 TEST_F(TestCompileRun, AGoodProgramGivesTheTimesOfItsBlocks) {
-  for (const char* behaviour : {"good", "old", "exact", "lf", "slow", "flood", "child"}) {
+  for (const char* behaviour : {"good", "old", "exact", "lf", "cr", "slow"}) {
     SCOPED_TRACE(behaviour);
-    forms_.restingRounds = forms_.rounds + 20000;
     EXPECT_TRUE(run(behaviour));
     EXPECT_EQ(store_->TempBlock[1].BlockTime, 1003);
     EXPECT_EQ(store_->TempBlock[2].BlockTime, 0);
@@ -91,7 +73,6 @@ TEST_F(TestCompileRun, AGoodProgramGivesTheTimesOfItsBlocks) {
 }
 
 TEST_F(TestCompileRun, TheResultIsShownWhenItIsBadOrAskedFor) {
-  forms_.restingRounds = 60000;
   const std::string head = "Pre-Compiler: " + source_ + "\r\nVersion No: ";
   const std::string newHead = head + "6.3   Date Code: 051508\r\n\r\n";
   const std::string oldHead = head + "4.2   Date Code: 051507\r\n\r\n";
@@ -105,34 +86,198 @@ TEST_F(TestCompileRun, TheResultIsShownWhenItIsBadOrAskedFor) {
   EXPECT_TRUE(run("good", true));
   forms_.ExpectBox("COMPILE RESULT", oldHead + "Test compiled OK.");
   EXPECT_TRUE(run("old", true));
-  // Half a report of a compiler that ended is all there is to show.
-  forms_.ExpectBoxWith("COMPILE RESULT", newHead + "Line 1: Scan:");
+  // Half a report of a compiler that crashed is all there is to show.
+  forms_.ExpectBoxWith(
+      "COMPILE RESULT",
+      newHead + "The compiler was ended by signal 6 (Aborted).\r\n\r\nLine 1: Scan:");
   EXPECT_FALSE(run("cut"));
+  forms_.ExpectBoxWith("COMPILE RESULT", "\r\n\r\nfirst line\r\nerror\r\n");
+  EXPECT_FALSE(run("manylines"));
 }
 
-TEST_F(TestCompileRun, ACompilerWithoutAReportIsToldAndChangesNothing) {
-  // `restingRounds` is none for one that hangs: its bound is a count.
-  const std::tuple<const char*, std::string, std::string, int> cases[] = {
-      {"noversion", "Skipped version.", " ended without a report", 20000},
-      {"none", "Skipped pre-compile.", " ended without a report", 20000},
-      {"empty", "Skipped pre-compile.", " ended without a report", 20000},
-      {"crash", "Skipped pre-compile.", " ended without a report", 20000},
-      {"versionhang", "Skipped version.", " did not end in time", 0},
-      {"cuthang", "Skipped pre-compile.", " did not end in time", 1000},
-      {"missing", "Skipped version.", ": No such file or directory", 0},
-  };
-  for (const auto& [behaviour, told, why, restingRounds] : cases) {
-    SCOPED_TRACE(behaviour);
-    forms_.helpLines.clear();
-    forms_.restingRounds = forms_.rounds + restingRounds;
-    WriteDisk(workDir_ / "VERCOMP.TXT", "[Version] VERSION: 1 DATE: 051508");
-    WriteDisk(workDir_ / "PRECOMP.TXT", "an old report: Compiled OK\r\n");
-    if (behaviour == std::string_view("missing")) compiler_ = workDir_ / "no such compiler";
-    EXPECT_FALSE(run(behaviour));
-    EXPECT_EQ(skipped_, told + " " + compiler_ + why);
-    EXPECT_EQ(forms_.helpLines, std::vector<std::string>{told});
-    EXPECT_EQ(store_->TempBlock[1].BlockTime, 5);
+// What is to be sent to the logger.
+class Sendings : public OstrandEvents {
+ public:
+  void DownloadRequest(const std::string& name, bool) override { sent.push_back(name); }
+  std::vector<std::string> sent;
+};
+
+// Rests in so many rounds after each start only, so that the bound of a hanging compiler is soon
+// reached.
+class HastyProcesses : public platform::PosixProcesses {
+ public:
+  Result<std::unique_ptr<platform::Process>> Start(const platform::ProgramCall& call) override {
+    rounds_ = 0;
+    return PosixProcesses::Start(call);
   }
+  void Rest() override {
+    if (rounds_++ < restingRounds) PosixProcesses::Rest();
+  }
+  int restingRounds = kMostCompileRounds;
+
+ private:
+  int rounds_ = 0;
+};
+
+// The button that saves and sends, with a compiler that does what it should not.
+class IllCompilers : public ::testing::Test {
+ protected:
+  IllCompilers() {
+    settings.sections["QUILLON\\QUILLON"] = {{"WarningMessageMask", "4095"}};
+    bool cancelled = false;
+    session.NameProject(project);
+    EXPECT_TRUE(session.WriteProjectFile(folder / "pump"));
+    session.isHarrierRunning(true);
+    session.OpenFile(project, cancelled);
+    EXPECT_FALSE(cancelled);
+  }
+
+  // What the user reads of the compile: the box of its result, and what was skipped.
+  std::string saveAndSend(const std::string& compiler, const char* behaviour) {
+    ::setenv("STAND_IN", behaviour, 1);
+    session.UserSettings().CompilerPath(compiler);
+    host.sent.clear();
+    forms.shown.clear();
+    forms.CollectBoxes();
+    forms.ExpectSave(project);
+    std::filesystem::remove(folder / "pump.VKP");
+    session.Click(kSaveAndSendButton);
+    EXPECT_TRUE(session.Saved());
+    EXPECT_TRUE(std::filesystem::exists(folder / "pump.VKP"));
+    EXPECT_EQ(testing::StandInsAlive(), 0);
+    std::string read = session.CompileSkipped();
+    for (const platform::MessageBox& box : forms.shown) read += box.title + "\n" + box.text;
+    return read;
+  }
+
+  testing::TempFolder folder;
+  testing::TempFolder work;
+  const std::string project = folder / "pump.VKG";
+  platform::PosixFileSystem files{platform::Syncing::kOff};
+  platform::PosixClock clock{1'000'000'000};
+  platform::PosixWorkFolders workFolders{files};
+  testing::ScriptedForms forms;
+  HastyProcesses hasty;
+  testing::MemorySettingsStore settings;
+  testing::MemoryRegistry registry;
+  Sendings host;
+  std::unique_ptr<ProjectStore> store = NewStore();
+  Ostrand session{
+      *store, {files, clock, forms, hasty, settings, registry, work.Path(), &workFolders}, host};
+};
+
+TEST_F(IllCompilers, LeaveNothingAndHaveNoWrongProgramSent) {
+  const std::string aFolder = folder / "folder";
+  const std::string notExecutable = folder / "data";
+  const std::string script = folder / "script";
+  std::filesystem::create_directory(aFolder);
+  WriteDisk(notExecutable, "#!/bin/sh\n");
+  WriteDisk(script, "#!/no/such/interpreter\n");
+  WriteDisk(folder / "garbage",
+            "\x7F"
+            "ELF and no more");
+  for (const std::string& program : {script, folder / "garbage"}) {
+    std::filesystem::permissions(program, std::filesystem::perms::owner_all);
+  }
+  const std::string standIn = OSTRAND_STAND_IN;
+  const std::string version = "Skipped version. ";
+  const std::string compile = "Skipped pre-compile. ";
+  const std::string missing = "MISSING FILE\nPre-Compiler was not found.";
+  const std::string result = "COMPILE RESULT\nPre-Compiler: " + work.Path() + "ostrand-";
+  // What the user reads; nothing for a good program, which is sent.
+  const std::tuple<std::string, const char*, std::string> cases[] = {
+      {folder / "none", "", missing},
+      {aFolder, "", missing},
+      {notExecutable, "", version + notExecutable + ": Permission denied"},
+      {script, "", version + script + ": No such file or directory"},
+      {folder / "garbage", "", version + (folder / "garbage") + ": Exec format error"},
+      {standIn, "versionnone", version + standIn + " ended without a report"},
+      {standIn, "versionempty", version + standIn + " ended without a report"},
+      {standIn, "versioncode", version + standIn + " exited with code 3 without a report"},
+      {standIn, "versioncrash", version + standIn + " was ended by signal 6 (Aborted) without"},
+      {standIn, "versionhang", version + standIn + " did not end in time"},
+      {standIn, "versionfolder", version + standIn + " made no regular file of its report"},
+      {standIn, "versionfifo", version + standIn + " made no regular file of its report"},
+      {standIn, "versionlarge", "VERCOMP.TXT: the report is larger than 4 MB"},
+      {standIn, "versionendless", "VERCOMP.TXT: the report is larger than 4 MB"},
+      {standIn, "versionbinary", compile + standIn + " exited with code 3 without a report"},
+      {standIn, "none", compile + standIn + " ended without a report"},
+      {standIn, "empty", compile + standIn + " ended without a report"},
+      {standIn, "code", compile + standIn + " exited with code 3 without a report"},
+      {standIn, "crash", compile + standIn + " was ended by signal 6 (Aborted) without a report"},
+      {standIn, "hang", compile + standIn + " did not end in time"},
+      {standIn, "cuthang", compile + standIn + " did not end in time"},
+      {standIn, "stop", compile + standIn + " did not end in time"},
+      {standIn, "folder", compile + standIn + " made no regular file of its report"},
+      {standIn, "fifo", compile + standIn + " made no regular file of its report"},
+      {standIn, "dangling", compile + standIn + " made no regular file of its report"},
+      {standIn, "large", "PRECOMP.TXT: the report is larger than 4 MB"},
+      {standIn, "endless", "PRECOMP.TXT: the report is larger than 4 MB"},
+      {standIn, "wipe", compile + standIn + " ended without a report"},
+      {standIn, "bad", result},
+      {standIn, "oldbad", result},
+      {standIn, "binary", result},
+      {standIn, "longline", "bytes not shown)"},
+      {standIn, "manylines", "error\r\nlast line\r\n"},
+      {standIn, "cut", "The compiler was ended by signal 6 (Aborted).\r\n\r\nLine 1: Scan:"},
+      {standIn, "aftercrash", "The compiler was ended by signal 6 (Aborted).\r\n\r\nLine 1: Scan:"},
+      {standIn, "afterkill", "The compiler was ended by signal 9 (Killed).\r\n\r\nLine 1: Scan:"},
+      {standIn, "aftercode", "The compiler exited with code 3.\r\n\r\nLine 1: Scan:"},
+      {standIn, "oldcode", "The compiler exited with code 3.\r\n\r\nOld compiler"},
+      {standIn, "leavecrash", "The compiler was ended by signal 6 (Aborted)."},
+      {standIn, "good", ""},
+      {standIn, "cr", ""},
+      {standIn, "slow", ""},
+      {standIn, "flood", ""},
+      {standIn, "extra", ""},
+      {standIn, "child", ""},
+      {standIn, "leave", ""},
+  };
+  for (const auto& [compiler, behaviour, expected] : cases) {
+    SCOPED_TRACE(compiler + " " + behaviour);
+    hasty.restingRounds = expected.ends_with("did not end in time") ? 1000 : kMostCompileRounds;
+    const std::string read = saveAndSend(compiler, behaviour);
+    EXPECT_TRUE(Holds(read, expected)) << read.substr(0, 1000);
+    EXPECT_EQ(read.empty(), expected.empty()) << read.substr(0, 1000);
+    EXPECT_LT(read.size(), 70'000U);
+    EXPECT_EQ(host.sent.size(), expected.empty() ? 1U : 0U);
+    EXPECT_TRUE(std::filesystem::is_empty(work.Path()));
+  }
+}
+
+// In a folder that others can write, what is planted under the names of the compile is never read
+// and never written through; in a private one it is out of the way.
+TEST_F(IllCompilers, BelieveNothingThatWasThereBefore) {
+  const std::string outside = folder / "outside";
+  Ostrand plain{*store, {files, clock, forms, hasty, settings, registry, work.Path()}, host};
+  for (const std::string name : {"TEMP$$$$.VKP", "VERCOMP.TXT", "PRECOMP.TXT"}) {
+    for (const bool isLink : {true, false}) {
+      SCOPED_TRACE(name + (isLink ? " link" : " folder"));
+      WriteDisk(outside, "[Version] VERSION: 6 DATE: 051508\r\nCompiled OK\r\n");
+      const std::string planted = work / name;
+      if (isLink) std::filesystem::create_symlink(outside, planted);
+      if (!isLink) std::filesystem::create_directories(planted + "/inner");
+      EXPECT_EQ(saveAndSend(OSTRAND_STAND_IN, "good"), "");
+      EXPECT_TRUE(std::filesystem::exists(planted));
+      plain.UserSettings().CompilerPath(OSTRAND_STAND_IN);
+      plain.RunPreCompile();
+      EXPECT_EQ(plain.CompileFailed(), !isLink);
+      const std::string told =
+          plain.CompileSkipped() + (forms.shown.empty() ? "" : forms.shown.back().text);
+      EXPECT_EQ(Holds(told, planted + ": Is a directory"), !isLink) << told;
+      EXPECT_EQ(ReadDisk(outside), "[Version] VERSION: 6 DATE: 051508\r\nCompiled OK\r\n");
+      std::filesystem::remove_all(planted);
+      EXPECT_TRUE(std::filesystem::is_empty(work.Path()));
+    }
+  }
+}
+
+TEST_F(IllCompilers, FindTheFolderThatTheMachineNamesNow) {
+  registry.values["HKLM\\SOFTWARE\\Fernhollow Instruments\\ProgGen\\WorkDir"] = {folder / "none",
+                                                                                 {}};
+  EXPECT_TRUE(Holds(saveAndSend(OSTRAND_STAND_IN, "good"),
+                    (folder / "none") + ": No such file or directory"));
+  EXPECT_TRUE(host.sent.empty());
 }
 
 TEST(CompileReports, TellTheVersionAndTheFormOfTheCommand) {
@@ -151,6 +296,15 @@ TEST(CompileReports, TellTheVersionAndTheFormOfTheCommand) {
     EXPECT_EQ(report.version, version);
     EXPECT_EQ(report.dateCode, dateCode);
   }
+}
+
+TEST(CompileReports, AreShownByTheirFirstAndLastLines) {
+  std::string text;
+  for (int line = 0; line < 40'000; ++line) text += "x\r\n";
+  const std::string shown = ShownInBox(text);
+  EXPECT_EQ(shown.size(), text.size() - 54'468 + 42);
+  EXPECT_TRUE(Holds(shown, "x\r\n\r\n(18156 lines, 54468 bytes not shown)\r\n\r\nx\r\n"));
+  EXPECT_EQ(ShownInBox(text.substr(0, 65'536)), text.substr(0, 65'536));
 }
 
 TEST(CompileReports, TimesGoToTheBlocksThatHaveTheStatements) {

@@ -1,12 +1,16 @@
 // A stand-in for the logger's compiler: the same command lines, both reports in the old and the
 // new form, and the ways in which a real one fails. STAND_IN names what it does. The time that it
 // reports of a statement is 1000 microseconds and one for each line of the program before it.
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <chrono>
+#include <csignal>
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <iostream>
+#include <iterator>
 #include <sstream>
 #include <string>
 #include <string_view>
@@ -18,11 +22,21 @@ namespace {
 std::string behaviour;
 
 bool is(std::string_view name) { return behaviour == name; }
-bool isOld() { return is("old") || is("oldbad"); }
-bool isBad() { return is("bad") || is("oldbad"); }
+bool isOld() { return is("old") || is("oldbad") || is("oldcode"); }
 
 void write(const std::string& path, const std::string& bytes) {
   std::ofstream(path, std::ios::binary) << bytes;
+}
+
+std::string read(const std::string& path) {
+  std::ifstream file(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), {}};
+}
+
+// With "judge" the program itself says whether it is good.
+bool isBad(const std::string& source) {
+  return is("bad") || is("oldbad") ||
+         (is("judge") && read(source).find("does not compile") != std::string::npos);
 }
 
 [[noreturn]] void hang() {
@@ -31,7 +45,7 @@ void write(const std::string& path, const std::string& bytes) {
 
 std::string lines(std::initializer_list<std::string> parts) {
   std::string text;
-  for (const std::string& part : parts) text += part + (is("lf") ? "\n" : "\r\n");
+  for (const std::string& part : parts) text += part + (is("lf") ? "\n" : is("cr") ? "\r" : "\r\n");
   return text;
 }
 
@@ -71,22 +85,62 @@ std::string times(const std::string& source) {
 }
 
 std::string compileReport(const std::string& source) {
-  const std::string verdict = isBad() ? "Line 7: Undeclared variable" : source + " Compiled OK";
+  const std::string verdict =
+      isBad(source) ? "Line 7: Undeclared variable" : source + " Compiled OK";
   if (isOld()) {
     return lines({"Old compiler"}) + times(source) + lines({"[Compile Results]", verdict, "End"});
   }
   return times(source) + lines({verdict, "Memory 12345"});
 }
 
+// Processes that hang: a child in the compiler's group, or one that has left it, with an orphan
+// that has left both.
+void leaveChildren() {
+  if (::fork() != 0) return;
+  if (is("child")) hang();
+  ::setsid();
+  if (::fork() != 0) hang();
+  if (::fork() != 0) ::_exit(0);
+  ::setsid();
+  hang();
+}
+
+// What a compiler can put in the place of a report. False when `what` is none of it.
+bool spoil(const std::string& what, const std::string& report) {
+  if (what == "none") return true;
+  if (what == "code") std::exit(3);
+  if (what == "crash") std::abort();
+  if (what == "hang") hang();
+  if (what == "empty") return write(report, ""), true;
+  if (what == "folder") return ::mkdir(report.c_str(), 0777) == 0;
+  if (what == "fifo") return ::mkfifo(report.c_str(), 0666) == 0;
+  if (what == "dangling") return ::symlink("nowhere", report.c_str()) == 0;
+  if (what == "large") return write(report, std::string((4 << 20) + 1, '\n')), true;
+  if (what == "endless") {
+    std::ofstream file(report, std::ios::binary);
+    for (const std::string row(1 << 16, 'x');;) file << row << std::flush;
+  }
+  if (what == "binary") {
+    std::string bytes;
+    for (int at = 0; at < 5000; ++at) bytes += static_cast<char>(at * at / 7);
+    return write(report, bytes), true;
+  }
+  return false;
+}
+
 void compile(const std::string& source, const std::string& report) {
   const std::string bytes = compileReport(source);
-  if (is("none")) return;
-  if (is("empty")) return write(report, "");
-  if (is("crash")) std::abort();
+  if (spoil(behaviour, report)) return;
   if (is("cut") || is("cuthang")) {
     write(report, bytes.substr(0, bytes.size() / 2));
     if (is("cuthang")) hang();
     std::abort();
+  }
+  if (is("longline")) return write(report, std::string(3 << 20, 'y'));
+  if (is("manylines")) {
+    std::string text = "first line\n";
+    for (int line = 0; line < 300'000; ++line) text += "error\n";
+    return write(report, text + "last line\n");
   }
   if (is("slow")) {
     std::this_thread::sleep_for(std::chrono::milliseconds(50));
@@ -97,8 +151,23 @@ void compile(const std::string& source, const std::string& report) {
     const std::string row(1 << 16, 'x');
     for (int count = 0; count < 64; ++count) std::cout << row << std::flush, std::cerr << row;
   }
-  if (is("child") && ::fork() == 0) hang();
+  if (is("extra")) {
+    const std::filesystem::path folder = std::filesystem::path(report).parent_path();
+    std::filesystem::create_directories(folder / "listing/deep");
+    write(folder / "listing/deep/out.txt", "x");
+    std::filesystem::create_symlink(folder, folder / "loop");
+  }
+  if (is("wipe")) std::filesystem::remove_all(std::filesystem::path(report).parent_path());
+  if (is("child") || is("leave") || is("leavecrash") || is("leavehang")) leaveChildren();
+  if (is("leavehang")) {
+    write(std::getenv("STAND_IN_READY"), "");
+    hang();
+  }
+  if (is("stop")) ::raise(SIGSTOP);
   write(report, bytes);
+  if (is("aftercrash") || is("leavecrash")) std::abort();
+  if (is("afterkill")) ::raise(SIGKILL);
+  if (is("aftercode") || is("oldcode")) std::exit(3);
 }
 
 }  // namespace
@@ -108,13 +177,15 @@ int main(int count, char** words) {
   behaviour = asked != nullptr ? asked : "good";
   const std::vector<std::string> arguments(words + 1, words + count);
   if (arguments.size() == 2 && arguments[0] == "-d") {
-    if (is("noversion")) return 0;
-    if (is("versionhang")) hang();
+    const std::string version = "version";
+    if (behaviour.starts_with(version) && spoil(behaviour.substr(version.size()), arguments[1])) {
+      return 0;
+    }
     write(arguments[1], versionReport());
     return 0;
   }
   const std::size_t first = isOld() ? 1 : 0;
   if (arguments.size() != first + 2 || (isOld() && arguments[0] != "-t")) return 3;
   compile(arguments[first], arguments[first + 1]);
-  return isBad() ? 1 : 0;
+  return isBad(arguments[first]) ? 1 : 0;
 }

@@ -28,6 +28,8 @@ pid_t start(const std::vector<std::string>& arguments, const Setting& setting,
   ::setenv("XDG_CONFIG_HOME", home.c_str(), 1);
   ::setenv("OSTRAND_REGISTRY", registry.c_str(), 1);
   ::setenv("TMPDIR", home.c_str(), 1);
+  const rlimit noCore{0, 0};
+  ::setrlimit(RLIMIT_CORE, &noCore);
   const rlimit limit{setting.mostBytes, setting.mostBytes};
   if (::setrlimit(RLIMIT_FSIZE, &limit) == 0 && ::chdir(setting.folder.c_str()) == 0) {
     ::execv(OSTRAND_PROGRAM, argv.data());

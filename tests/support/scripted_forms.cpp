@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <chrono>
-#include <thread>
 #include <utility>
 
 namespace ostrand::testing {
@@ -70,11 +68,6 @@ std::optional<std::string> ScriptedForms::ask(const platform::FileDialog& asked,
   dialogs_.pop_front();
   EXPECT_EQ(save, expected.save) << asked.title;
   return std::move(expected.answer);
-}
-
-void ScriptedForms::DoEvents() {
-  meanwhile();
-  if (rounds++ < restingRounds) std::this_thread::sleep_for(std::chrono::milliseconds(1));
 }
 
 }  // namespace ostrand::testing

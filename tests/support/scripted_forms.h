@@ -35,16 +35,14 @@ class ScriptedForms : public platform::Forms {
   void SetHelpLine(const std::string& text) override { helpLines.push_back(text); }
   void SetPointer(platform::Pointer shape) override { pointer = shape; }
   void Beep() override { ++beeps; }
-  void DoEvents() override;
+  void DoEvents() override { meanwhile(); }
 
   platform::FileDialog dialog;              // the last one asked
   std::vector<platform::MessageBox> shown;  // boxes collected
   std::vector<std::string> helpLines;
   platform::Pointer pointer = platform::Pointer::kNormal;
   int beeps = 0;
-  int rounds = 0;                           // of DoEvents
-  int restingRounds = 0;                    // of these, the first so many take a millisecond each
-  std::function<void()> meanwhile = [] {};  // what the user does in each of them
+  std::function<void()> meanwhile = [] {};  // what the user does in each round of DoEvents
 
  private:
   struct Box {

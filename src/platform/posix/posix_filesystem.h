@@ -21,7 +21,7 @@ enum class Readers { kAll, kOwner };
 // "/x/y.VKG: Permission denied". Only regular files are read, none above kMostBytes.
 class PosixFileSystem : public FileSystem {
  public:
-  static constexpr std::size_t kMostBytes = std::size_t{1} << 30;
+  static constexpr std::size_t kMostBytes = std::size_t{64} << 20;
 
   explicit PosixFileSystem(Syncing syncing = Syncing::kOn, Readers readers = Readers::kAll)
       : syncing_(syncing), readers_(readers) {}
