@@ -1,0 +1,45 @@
+// Values at the ends of their members, in all places at once. Under the sanitizers of the debug
+// builds this is where arithmetic on what a file holds has to stay inside its type.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <random>
+
+#include "support/extreme_project.h"
+#include "support/temp_folder.h"
+#include "text/strings.h"
+
+namespace ostrand::testing {
+namespace {
+
+TEST(ExtremeValues, GiveTheSameFilesEachTime) {
+  std::mt19937 random(1);
+  for (int run = 0; run < 20; ++run) {
+    std::string bytes(1 + 3 * (random() % 200), '\0');
+    for (char& byte : bytes) byte = static_cast<char>(random());
+    const std::string text = ExtremeProjectText(bytes);
+    ASSERT_EQ(MakeEverything(text), MakeEverything(text)) << run;
+  }
+}
+
+TEST(ExtremeValues, AThermocoupleTypeThatIsNoneHasNoLetter) {
+  for (const std::string type : {"9", "2147483647", "-2", "-2147483648"}) {
+    const std::string made =
+        MakeEverything("[THERMOCOUPLE BLOCKS]\nBlockCount=1\nReps(1)=1\nTypeNo(1)=" + type + "\n");
+    EXPECT_TRUE(Holds(made, "Const TTYPE1 = " + type + " ")) << type;
+    EXPECT_TRUE(Holds(made, "thermocouple type ()")) << type;
+  }
+}
+
+TEST(ExtremeValues, SeedsOfTheFuzzerAreMade) {
+  int seeds = 0;
+  for (const auto& entry :
+       std::filesystem::directory_iterator(OSTRAND_SOURCE_DIR "/fuzz/corpus/project")) {
+    EXPECT_FALSE(MakeEverything(ReadDisk(entry.path())).empty()) << entry.path();
+    ++seeds;
+  }
+  EXPECT_GT(seeds, 2);
+}
+
+}  // namespace
+}  // namespace ostrand::testing
