@@ -6,6 +6,8 @@
 
 #include "platform/paths.h"
 #include "platform/posix/user_folders.h"
+#include "text/codepage.h"
+#include "text/number.h"
 
 namespace ostrand::cli {
 namespace {
@@ -79,8 +81,23 @@ void UseCompiler(const ProjectRun& run, Ostrand& session) {
 
 bool WriteProject(ProjectRun& run, Ostrand& session) {
   const std::string base = OutputBase(run, session);
-  return NotYetWritten(run, base + ".VKG") && session.WriteProjectFile(base) &&
-         TellWritten(run, base + ".VKG");
+  if (!NotYetWritten(run, base + ".VKG") || !session.WriteProjectFile(base)) return false;
+  WarnOfSkippedLines(session, base + ".VKG");
+  return TellWritten(run, base + ".VKG");
+}
+
+void WarnOfSkippedLines(const Ostrand& session, std::string_view file) {
+  const ORVUS_GENFILE::ReadReport& skipped = session.SkippedLines();
+  if (skipped.skipped == 0) return;
+  std::string text(file);
+  text.append(": warning: ").append(NumberText(skipped.skipped));
+  text += skipped.skipped == 1 ? " line was not read and is not written"
+                               : " lines were not read and are not written";
+  text += " (" + Utf8FromWindows1252(SkippedLineText(skipped.first.front())) + ")";
+  if (!session.OldFileKept().empty()) {
+    text += "; the old file is kept as " + session.OldFileKept();
+  }
+  Complain(text);
 }
 
 std::string OutputBase(const ProjectRun& run, const Ostrand& session) {

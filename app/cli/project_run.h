@@ -65,6 +65,9 @@ void UseCompiler(const ProjectRun& run, Ostrand& session);
 // Writes the project file into its place.
 bool WriteProject(ProjectRun& run, Ostrand& session);
 
+// Tells in one line what a save of the session has dropped, if anything, and where it is kept.
+void WarnOfSkippedLines(const Ostrand& session, std::string_view file);
+
 // Where the files of the session's project go, without extension.
 std::string OutputBase(const ProjectRun& run, const Ostrand& session);
 

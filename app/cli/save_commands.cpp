@@ -44,6 +44,7 @@ bool saveBy(int button, ProjectRun& run, Ostrand& session, std::string_view file
                                                  : OutputBase(run, session) + ".VKG");
   session.Click(button);
   bool told = true;
+  if (!session.SavedFiles().empty()) WarnOfSkippedLines(session, session.SavedFiles().front());
   for (const std::string& name : session.SavedFiles()) told = TellWritten(run, name) && told;
   if (!session.CompileSkipped().empty()) Complain(session.CompileSkipped());
   if (!session.Saved()) Complain(std::string(file) + " was not saved");

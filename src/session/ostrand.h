@@ -218,8 +218,10 @@ class Ostrand {
   [[nodiscard]] bool CompileFailed() const { return compileFailed_; }
   // What the last test compile skipped, and why; empty when the compiler gave its reports.
   [[nodiscard]] const std::string& CompileSkipped() const { return compileSkipped_; }
-  // Lines of the project file that its reading has skipped.
+  // Lines of the project file that its reading has skipped. A save drops them, and keeps the old
+  // file first; the name of that copy after the last save, empty for none.
   [[nodiscard]] const ORVUS_GENFILE::ReadReport& SkippedLines() const { return readReport_; }
+  [[nodiscard]] const std::string& OldFileKept() const { return oldFileKept_; }
   // What the checks work on.
   [[nodiscard]] CheckContext Checks();
 
@@ -252,6 +254,7 @@ class Ostrand {
   [[nodiscard]] bool openNamed(bool fromDialog);
   [[nodiscard]] bool loadProject();
   void showNotFound();
+  void keepOldFile(const std::string& path);
   void takeTextBoxes();
   [[nodiscard]] std::string typedText(std::string_view keys);
   void loadSettings();
@@ -289,6 +292,7 @@ class Ostrand {
   std::string compileSkipped_;
   std::vector<std::string> savedFiles_;
   ORVUS_GENFILE::ReadReport readReport_;
+  std::string oldFileKept_;
   SocketObject* socketControl_ = nullptr;
   i16 whoCalled_ = 0;
   Focus focus_ = Focus::kNone;

@@ -8,6 +8,7 @@
 #include "platform/guarded.h"
 #include "platform/paths.h"
 #include "projectfile/genfile.h"
+#include "projectfile/kept_copy.h"
 #include "session/ostrand.h"
 #include "session/test_compile.h"
 #include "session/user_action.h"
@@ -63,10 +64,20 @@ bool Ostrand::SavePipeline() {
 
 bool Ostrand::WriteProjectFile(std::string_view base) {
   return Guarded(around_.forms, "ORVUS_GENFILE.SaveProjectFile", [&] {
+    keepOldFile(std::string(base).append(".VKG"));
     const Result<> saved =
         ORVUS_GENFILE::SaveProjectFile(store_, around_.files, around_.clock, base);
     if (!saved) throw FileAccess(saved.ErrorText());
   });
+}
+
+// Without the copy there is no save.
+void Ostrand::keepOldFile(const std::string& path) {
+  oldFileKept_.clear();
+  if (readReport_.skipped == 0) return;
+  const Result<std::string> kept = ORVUS_GENFILE::KeepOldFile(around_.files, path);
+  if (!kept) throw FileAccess(kept.ErrorText());
+  oldFileKept_ = kept.Value();
 }
 
 bool Ostrand::WriteProgram(std::string_view base) {

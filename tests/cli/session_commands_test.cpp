@@ -101,6 +101,42 @@ TEST_F(CliSession, CheckNotesLinesThatWereNotRead) {
                           "\"findings\": []}]\n");
 }
 
+// Whatever writes the project says what it drops, and the first save keeps the old file.
+TEST_F(CliSession, ASaveThatDropsLinesKeepsTheOldFile) {
+  const std::string old = "[CONFIGURATION]\r\nOperator=H. Quist [lab]\r\nIDNumber=7\r\n";
+  const std::string script = folder / "nothing.txt";
+  WriteDisk(script, "");
+  const std::string copy = project + ".bak";
+  const std::string warning =
+      ": warning: 2 lines were not read and are not written (line 2: Operator=H. Quist [lab]: "
+      "\"[\" in a text, which begins a section)";
+  for (const std::vector<std::string>& command : std::vector<std::vector<std::string>>{
+           {"resave", project}, {"screen", project, script}, {"save", project}}) {
+    SCOPED_TRACE(command[0]);
+    std::filesystem::remove(copy);
+    WriteDisk(project, old);
+    std::filesystem::permissions(project, std::filesystem::perms(0600));
+    const Outcome first = RunOstrand(command);
+    EXPECT_EQ(first.code, 0) << first.err;
+    EXPECT_TRUE(Holds(first.err,
+                      "ostrand: " + project + warning + "; the old file is kept as " + copy + "\n"))
+        << first.err;
+    EXPECT_EQ(ReadDisk(copy), old);
+    EXPECT_EQ(std::filesystem::status(copy).permissions(), std::filesystem::perms(0600));
+    const Outcome second = RunOstrand(command);
+    EXPECT_FALSE(Holds(second.err, "warning")) << second.err;
+    EXPECT_FALSE(std::filesystem::exists(copy + ".1"));
+  }
+  // The old file stays where it is.
+  WriteDisk(project, old);
+  std::filesystem::remove(copy);
+  std::filesystem::create_directory(folder / "out");
+  const Outcome elsewhere = RunOstrand({"resave", project, "-o", folder / "out"});
+  EXPECT_EQ(elsewhere.err, "ostrand: " + (folder / "out/pump.VKG") + warning + "\n");
+  EXPECT_FALSE(std::filesystem::exists(copy));
+  EXPECT_EQ(ReadDisk(project), old);
+}
+
 TEST_F(CliSession, SaveWritesAllFilesAndAsksAsTheScreenDoes) {
   std::filesystem::create_directory(folder / "out");
   const std::string bytes = makeWithTwoTables("Table1", "T");
