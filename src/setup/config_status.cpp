@@ -82,6 +82,7 @@ StatusMonitorPanel::StatusMonitorPanel(Screen& screen, Configuration& config)
 }
 
 void StatusMonitorPanel::bind() {
+  StatusRows.PicksAgain = true;  // shows the row as it is kept
   StatusRows.OnPick = [this] {
     if (!screen_.IsLoading()) showRow();
   };

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "setup/controls/screen.h"
 #include "text/strings.h"
 
 namespace ostrand {
@@ -42,7 +43,8 @@ bool Choice::Pick(std::string_view item) {
   for (std::size_t at = 0; at < Items.size(); ++at) {
     const Item& candidate = Items[at];
     if (!candidate.Enabled || !candidate.Visible || !isNamed(candidate, item)) continue;
-    Index(static_cast<int>(at));
+    const bool same = static_cast<int>(at) == index_;
+    if (!same || PicksAgain || Owner().IsLoading()) Index(static_cast<int>(at));
     return true;
   }
   return false;

@@ -21,8 +21,9 @@ class Choice : public Control {
   };
 
   Choice(Screen& screen, std::string_view name) : Control(screen, ControlKind::kChoice, name) {}
-  // After a pick; also of the item that was picked before.
-  std::function<void()> OnPick;
+  std::function<void()> OnPick;  // after a pick
+  // Whether picking the item that is picked already is a pick too. Elsewhere it changes nothing.
+  bool PicksAgain = false;
 
   std::vector<Item> Items;  // counted from 0
   void SetItems(std::initializer_list<std::string_view> texts);
