@@ -6,22 +6,6 @@
 namespace ostrand {
 namespace {
 
-struct Range {
-  std::string_view text;
-  i32 code;
-  bool openSensor;  // the test for an open sensor works on it
-};
-
-// In the order of the screens' lists.
-constexpr std::array<Range, 6> kRanges = {{
-    {"Auto", 5, false},
-    {"5000 mV", 0, false},
-    {"1000 mV", 1, false},
-    {"200 mV", 2, true},
-    {"50 mV", 3, true},
-    {"20 mV", 4, true},
-}};
-
 constexpr std::array<std::string_view, 4> kScaleUnits = {"Deg_C", "Deg_F", "Kelvin", "Rankine"};
 
 // Modules of the larger family.
@@ -69,6 +53,11 @@ i32 steppedInteg(i32 micros, bool increase) {
 }
 
 }  // namespace
+
+i32 ForcedIntegration(i32 integrationCode) {
+  if (integrationCode == ORVUS_MEAS_INTEG_50HZ) return 20000;
+  return integrationCode == ORVUS_MEAS_INTEG_60HZ ? 16670 : 0;
+}
 
 cAnalogConfig::cAnalogConfig(const MeasurementOptions& options)
     : InputType(options.DefaultInputType) {
@@ -162,10 +151,8 @@ void cAnalogConfig::IntegCode(i32 code) {
 }
 
 void cAnalogConfig::IntegTime(i32 micros) {
-  if (integCode_ == ORVUS_MEAS_INTEG_50HZ) {
-    micros = 20000;
-  } else if (integCode_ == ORVUS_MEAS_INTEG_60HZ) {
-    micros = 16670;
+  if (const i32 forced = ForcedIntegration(integCode_); forced > 0) {
+    micros = forced;
   } else if (device_ == kAnalogModule || device_ == kHighVoltModule) {
     micros = micros / 10 * 10;
   } else if (device_ == ORVUS_MEASDEV_VK7300) {
@@ -196,28 +183,28 @@ void cAnalogConfig::MeasureType(OrvusAnalogTypes type) {
 
 i32 cAnalogConfig::RangeIndex() const {
   if (device_ != ORVUS_MEASDEV_VK7300) return -1;
-  const auto found = std::find_if(kRanges.begin(), kRanges.end(),
-                                  [&](const Range& range) { return range.text == InputRange; });
-  return found == kRanges.end() ? -1 : static_cast<i32>(found - kRanges.begin());
+  const auto found = std::find_if(kAnalogRanges.begin(), kAnalogRanges.end(),
+                                  [&](const auto& range) { return range.text == InputRange; });
+  return found == kAnalogRanges.end() ? -1 : static_cast<i32>(found - kAnalogRanges.begin());
 }
 
 void cAnalogConfig::RangeIndex(i32 index) {
-  if (device_ != ORVUS_MEASDEV_VK7300 || index < 0 || index >= static_cast<i32>(kRanges.size())) {
+  if (device_ != ORVUS_MEASDEV_VK7300 || index < 0 ||
+      index >= static_cast<i32>(kAnalogRanges.size())) {
     return;
   }
-  InputRange = kRanges[static_cast<std::size_t>(index)].text;
+  InputRange = kAnalogRanges[static_cast<std::size_t>(index)].text;
 }
 
 bool cAnalogConfig::OpenSensIsValid() const {
   const i32 index = RangeIndex();
-  return index >= 0 && kRanges[static_cast<std::size_t>(index)].openSensor;
+  return index >= 0 && kAnalogRanges[static_cast<std::size_t>(index)].openSensor;
 }
 
 i32 cAnalogConfig::RangeCode() const {
   const i32 index = RangeIndex();
   if (index < 0) return -1;
-  const Range& range = kRanges[static_cast<std::size_t>(index)];
-  return OpenSens && range.openSensor ? range.code * 10 : range.code;
+  return AnalogRangeCode(kAnalogRanges[static_cast<std::size_t>(index)], OpenSens);
 }
 
 i32 cAnalogConfig::leastSettleTime() const {

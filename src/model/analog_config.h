@@ -1,6 +1,7 @@
 // The analog and the bridge part of a data object, with the limits of the logger's inputs.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -12,6 +13,27 @@
 #include "model/store.h"
 
 namespace ostrand {
+
+// An input range of the logger.
+struct AnalogRange {
+  std::string_view text;  // as shown
+  i16 code;               // in the program
+  bool openSensor;        // the test for an open sensor works on it
+};
+// In the order of the screens' lists.
+inline constexpr std::array<AnalogRange, 6> kAnalogRanges = {{{"Auto", 5, false},
+                                                              {"5000 mV", 0, false},
+                                                              {"1000 mV", 1, false},
+                                                              {"200 mV", 2, true},
+                                                              {"50 mV", 3, true},
+                                                              {"20 mV", 4, true}}};
+// The code, ten times that with the test for an open sensor.
+inline i16 AnalogRangeCode(const AnalogRange& range, bool openSensor) {
+  return static_cast<i16>(openSensor && range.openSensor ? range.code * 10 : range.code);
+}
+
+// The integration time, in microseconds, of the choices 50 Hz and 60 Hz; 0 for the others.
+i32 ForcedIntegration(i32 integrationCode);
 
 // What the user has set for new measurements.
 struct MeasurementOptions {

@@ -15,6 +15,7 @@ struct Column {
 constexpr Column kUnits = {kUnitsByHand, &RepAlias::AliasUnits};
 constexpr Column kMult = {kMultByHand, &RepAlias::AliasMult};
 constexpr Column kOffset = {kOffsetByHand, &RepAlias::AliasOffset};
+constexpr Column kColumns[] = {kUnits, kMult, kOffset};
 
 bool isProtected(const RepAlias& alias, const Column& column) {
   return (ExceptionsOf(alias) & column.byHand) != 0;
@@ -34,6 +35,12 @@ void follow(RepAlias& alias, const Column& column, float before, float after) {
 
 int ExceptionsOf(const RepAlias& alias) {
   return RoundToInt16(Val(alias.AliasExcept)).value_or(0) & 7;
+}
+
+void MarkByHand(RepAlias& alias, int column, bool byHand) {
+  const int before = ExceptionsOf(alias);
+  const int after = byHand ? before | column : before & ~column;
+  if (after != before) alias.AliasExcept = NumberText(after);
 }
 
 DefaultScaling DefaultScalingOf(const MeasBlock& block) {
@@ -81,8 +88,36 @@ void OverwriteAliases(std::span<RepAlias> aliases, const DefaultScaling& scaling
 
 void ClearAliases(std::span<RepAlias> aliases) {
   for (RepAlias& alias : aliases) {
-    for (const Column& column : {kUnits, kMult, kOffset}) set(alias, column, {});
+    for (const Column& column : kColumns) set(alias, column, {});
   }
+}
+
+void ResetColumn(std::span<RepAlias> aliases, int column) {
+  for (RepAlias& alias : aliases) {
+    MarkByHand(alias, column, false);
+    for (const Column& candidate : kColumns) {
+      if (candidate.byHand == column) (alias.*candidate.entry).clear();
+    }
+  }
+}
+
+void ClearRowsBeyond(std::span<RepAlias> rows, int reps) {
+  const auto count = static_cast<std::size_t>(std::max(reps, 0));
+  for (std::size_t at = count; at < rows.size(); ++at) {
+    rows[at] = {};
+    rows[at].AliasExcept = "0";
+  }
+}
+
+void ScalingEdit::Follow(std::span<RepAlias> rows, const DefaultScaling& now) {
+  FollowDefaults(rows, followed_, now);
+  followed_ = now;
+}
+
+bool ScalingEdit::Ask(platform::Forms& forms, const DefaultScaling& now,
+                      std::span<const RepAlias> aliases,
+                      const std::function<void()>& openFieldNames) const {
+  return AskDefaultScaling(forms, opened_, now, aliases, openFieldNames);
 }
 
 }  // namespace ostrand

@@ -19,8 +19,10 @@ inline constexpr int kUnitsByHand = 1;
 inline constexpr int kMultByHand = 2;
 inline constexpr int kOffsetByHand = 4;
 
-// The bits of a repetition; none for a text that is no number.
+// The bits of a repetition; none for a text that is not a number.
 int ExceptionsOf(const RepAlias& alias);
+// Sets or clears the bit of a column.
+void MarkByHand(RepAlias& alias, int column, bool byHand);
 
 // The rows of the repetitions that a block has.
 template <int MaxReps>
@@ -57,5 +59,33 @@ void OverwriteAliases(std::span<RepAlias> aliases, const DefaultScaling& scaling
 
 // Clears all entries that are not protected, so that they follow the default.
 void ClearAliases(std::span<RepAlias> aliases);
+
+// Clears a column, values set by hand as well, and its bit.
+void ResetColumn(std::span<RepAlias> aliases, int column);
+
+// Clears the rows behind the first `reps`. They keep what they hold while the setup of a block is
+// open, so that a count that rises again brings it back.
+void ClearRowsBeyond(std::span<RepAlias> rows, int reps);
+
+// The scaling of a block while its setup is open, and how all rows of the block keep step with it,
+// those beyond the count too.
+class ScalingEdit {
+ public:
+  explicit ScalingEdit(DefaultScaling onOpening) : opened_(onOpening), followed_(onOpening) {}
+
+  // Entries that equal the scaling followed so far take the present one.
+  void Follow(std::span<RepAlias> rows, const DefaultScaling& now);
+  // From here on the rows follow this scaling: they were given it, or cleared.
+  void Restart(const DefaultScaling& now) { followed_ = now; }
+  void RestartOffset(float now) { followed_.Offset = now; }
+  // The question of AskDefaultScaling, against the scaling on opening.
+  [[nodiscard]] bool Ask(platform::Forms& forms, const DefaultScaling& now,
+                         std::span<const RepAlias> aliases,
+                         const std::function<void()>& openFieldNames) const;
+
+ private:
+  DefaultScaling opened_;
+  DefaultScaling followed_;
+};
 
 }  // namespace ostrand

@@ -87,6 +87,8 @@ std::span<RepAlias> AnalogList::Aliases(int block) {
   return AliasesOf(aliasRows(block), Data(block).Reps);
 }
 
+std::span<RepAlias> AnalogList::AliasRows(int block) { return AliasesOf(aliasRows(block), kReps); }
+
 std::vector<ChannelBlock> AnalogList::liveBlocks() const {
   std::vector<ChannelBlock> blocks;
   for (int b = 1; b <= Blocks.Count(); ++b) {
@@ -105,7 +107,10 @@ bool AnalogList::ShowSetup(int block) {
   const auto aliases = std::make_unique<Row<RepAlias, 1, kReps>>(aliasRows(block));
   const auto output = std::make_unique<OutputSet>(Output(block));
   Backup<TableSetup> conditions(store().Tables);
+  const bool untouched = sameAsBaseline(block);
   const std::unique_ptr<Screen> setup = makeSetup(block);
+  // What opening alone puts right is no edit.
+  if (untouched) takeAsBaseline(block);
   const bool accepted = showModal(*setup);
   if (accepted) {
     conditions.Keep();
@@ -113,6 +118,7 @@ bool AnalogList::ShowSetup(int block) {
     data_[block] = std::move(data);
     aliasRows(block) = *aliases;
     Output(block) = *output;
+    if (untouched) takeAsBaseline(block);
   }
   Refresh();
   return accepted;
@@ -121,15 +127,25 @@ bool AnalogList::ShowSetup(int block) {
 bool AnalogList::edited() {
   if (Blocks.Count() != countOnOpening_) return true;
   for (int b = 1; b <= Blocks.Count(); ++b) {
-    recordFromObject(b);
     if (!sameAsBaseline(b)) return true;
   }
   return false;
 }
 
+bool AnalogList::sameAsBaseline(int block) {
+  recordFromObject(block);
+  return recordIsBaseline(block);
+}
+
+void AnalogList::takeAsBaseline(int block) {
+  recordFromObject(block);
+  keepBaseline(block);
+}
+
 bool AnalogList::onDone() {
   for (int b = 1; b <= Blocks.Count(); ++b) recordFromObject(b);
   storeRecords(Blocks.Count());
+  StoreAutomaticStarts(store());
   conditions_.Keep();
   return true;
 }

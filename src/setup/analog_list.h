@@ -40,6 +40,8 @@ class AnalogList : public Screen {
   [[nodiscard]] cOrvusData& Data(int block) { return *data_[block]; }
   [[nodiscard]] const cOrvusData& Data(int block) const { return *data_[block]; }
   [[nodiscard]] std::span<RepAlias> Aliases(int block);
+  // All rows that a block has room for.
+  [[nodiscard]] std::span<RepAlias> AliasRows(int block);
   // What the tables store of a block.
   [[nodiscard]] virtual OutputSet& Output(int block) = 0;
 
@@ -79,9 +81,10 @@ class AnalogList : public Screen {
   virtual void recordFromObject(int block) = 0;
   virtual void releaseRecords(int first) = 0;
   [[nodiscard]] virtual Row<RepAlias, 1, kReps>& aliasRows(int block) = 0;
-  // Begins the comparison with the blocks as they are now.
+  // The blocks as they are without an edit: all records as they are now, or that of one block.
   virtual void keepBaseline() = 0;
-  [[nodiscard]] virtual bool sameAsBaseline(int block) const = 0;
+  virtual void keepBaseline(int block) = 0;
+  [[nodiscard]] virtual bool recordIsBaseline(int block) const = 0;
   // Writes the records into the project.
   virtual void storeRecords(int count) = 0;
 
@@ -91,6 +94,9 @@ class AnalogList : public Screen {
  private:
   void makeObject(int block);
   [[nodiscard]] bool edited();
+  // Both look at the block's object, which its record takes over.
+  [[nodiscard]] bool sameAsBaseline(int block);
+  void takeAsBaseline(int block);
 
   AnalogListKind kind_;
   Row<std::unique_ptr<cOrvusData>, 1, kBlocks> data_;
@@ -125,7 +131,8 @@ class AnalogGroupList : public AnalogList {
   Row<RepAlias, 1, kReps>& aliasRows(int block) override { return (*records_)[block].Alias; }
   OutputSet& Output(int block) override { return (*records_)[block].Output; }
   void keepBaseline() override { baseline_ = std::make_unique<Group>(*records_); }
-  [[nodiscard]] bool sameAsBaseline(int block) const override {
+  void keepBaseline(int block) override { (*baseline_)[block] = (*records_)[block]; }
+  [[nodiscard]] bool recordIsBaseline(int block) const override {
     return SameBlock((*baseline_)[block], (*records_)[block]);
   }
   void storeRecords(int count) override {
@@ -186,9 +193,6 @@ class PanelList : public AnalogGroupList<Group> {
   [[nodiscard]] bool mayTypeMore() const override { return ofNewBlock() >= 1; }
 
   void storeRecords(int count) override {
-    if (autoChan()) {
-      for (int b = 1; b <= count; ++b) this->records()[b].StartChan = static_cast<i16>(StartOf(b));
-    }
     for (int b = 1; b <= count; ++b) {
       i16& start = this->records()[b].StartChan;
       if (start < 1) start = 1;

@@ -3,14 +3,12 @@
 #include <algorithm>
 
 #include "model/names.h"
+#include "setup/field_keys.h"
 #include "setup/output_parameters.h"
-#include "text/mask.h"
 #include "text/number.h"
 
 namespace ostrand {
 namespace {
-
-std::string timeText(i32 micros) { return FormatNumber(micros, "#,##0") + " uSecs"; }
 
 constexpr i32 kSettleOfHumFilter = 3000;  // with 50 or 60 Hz
 constexpr i32 kSettleOfMicros = 100;
@@ -35,7 +33,8 @@ AnalogSetup::AnalogSetup(const ScreenContext& context, std::string_view name, An
       FieldNames(*this, "FieldNames"),
       Outputs(*this, context.store),
       list_(list),
-      block_(block) {
+      block_(block),
+      scaling_(Scaling()) {
   Caption = NumberText(block) + " BLOCK " + std::string(list.Kind().plural);
   Reps.Limits(0, kReps);
   Each.Caption = "Each:";
@@ -89,7 +88,6 @@ void AnalogSetup::bind() {
 void AnalogSetup::load() {
   guarded("ShowSetup", [this] {
     const Loading loading(*this);
-    KeepScaling();
     Outputs.Show(list_.Output(block_));
     Changed();
   });
@@ -97,6 +95,17 @@ void AnalogSetup::load() {
 
 DefaultScaling AnalogSetup::Scaling() const {
   return {Data().DefaultUnits, Data().DefaultMult, Data().DefaultOffset};
+}
+
+void AnalogSetup::GiveScaling() {
+  if (Data().Reps < 1) return ClearScaling();
+  OverwriteAliases(list_.AliasRows(block_), Scaling());
+  scaling_.Restart(Scaling());
+}
+
+void AnalogSetup::ClearScaling() {
+  ClearAliases(list_.AliasRows(block_));
+  scaling_.Restart(Scaling());
 }
 
 void AnalogSetup::TakeReps() {
@@ -156,8 +165,8 @@ void AnalogSetup::Changed() {
   Integration.Value(analog.IntegTime());
   Integration.Enabled = analog.IntegCode() == ORVUS_MEAS_INTEG_USECS;
   SettleTime.Value(analog.SettleTime());
-  Each.Text(timeText(Data().MeasTime()));
-  Block.Text(timeText(Data().BlockTime()));
+  Each.Text(MicrosText(Data().MeasTime()));
+  Block.Text(MicrosText(Data().BlockTime()));
   FieldNames.Enabled = Data().Reps > 0 && list_.Hooks.FieldNames != nullptr;
   showOthers();
   list_.Refresh();
@@ -165,6 +174,7 @@ void AnalogSetup::Changed() {
 
 void AnalogSetup::openFieldNames() {
   if (!list_.Hooks.FieldNames) return;
+  scaling_.Follow(list_.AliasRows(block_), Scaling());
   FieldNamesRequest request;
   request.kind = list_.Kind().type;
   request.block = block_;
@@ -176,12 +186,9 @@ void AnalogSetup::openFieldNames() {
 }
 
 bool AnalogSetup::onDone() {
-  const DefaultScaling scaling = Scaling();
-  if (!AskDefaultScaling(Forms(), scalingOnOpening_, scaling, Aliases(),
-                         [this] { openFieldNames(); })) {
-    return false;
-  }
-  FollowDefaults(Aliases(), scalingOnOpening_, scaling);
+  if (!scaling_.Ask(Forms(), Scaling(), Aliases(), [this] { openFieldNames(); })) return false;
+  scaling_.Follow(Aliases(), Scaling());
+  ClearRowsBeyond(list_.AliasRows(block_), Data().Reps);
   return true;
 }
 

@@ -37,9 +37,12 @@ class AnalogSetup : public Screen {
   [[nodiscard]] int BlockNumber() const { return block_; }
   [[nodiscard]] bool OnThermocouples() const { return Analog().MeasureType() == ORVUS_MEASURE_TC; }
 
-  // The scaling that the repetitions follow, and the one on opening, which Done compares it with.
+  // The scaling that the sensors follow.
   [[nodiscard]] DefaultScaling Scaling() const;
-  void KeepScaling() { scalingOnOpening_ = Scaling(); }
+  // A new scale is given to all rows; a new kind clears them. Without sensors there is nobody to
+  // give a scale to, and rows that come back follow the block.
+  void GiveScaling();
+  void ClearScaling();
 
   // The count of sensors takes effect again: it goes down until there is room for it.
   void TakeReps();
@@ -69,7 +72,7 @@ class AnalogSetup : public Screen {
 
   AnalogList& list_;
   int block_;
-  DefaultScaling scalingOnOpening_;
+  ScalingEdit scaling_;
 };
 
 // Input type and start channel of a block on the panel.

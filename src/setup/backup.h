@@ -16,7 +16,6 @@ class Backup {
   Backup& operator=(const Backup&) = delete;
 
   [[nodiscard]] const Part& Before() const { return *before_; }
-  [[nodiscard]] bool Changed() const { return !(live_ == *before_); }
   // What is there now is what is put back.
   void Retake() { *before_ = live_; }
   // The edits stay.

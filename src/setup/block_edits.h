@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 
 #include "model/store.h"
 #include "setup/backup.h"
@@ -14,12 +15,24 @@ namespace ostrand {
 template <class Group>
 class BlockEdits {
  public:
-  BlockEdits(Group& group, TableSetup& tables) : blocks_(group), conditions_(tables) {}
+  BlockEdits(Group& group, TableSetup& tables)
+      : group_(group),
+        blocks_(group),
+        opened_(std::make_unique<Group>(group)),
+        conditions_(tables) {}
 
   // The list shows so many blocks; what it made of the group up to here is no edit.
   void Begin(int count) {
     blocks_.Retake();
+    *opened_ = group_;
     count_ = count;
+  }
+
+  // The setup of a block was opened and, without an edit, would leave `settled` in place of
+  // `before`.
+  template <class Block>
+  void Opened(int block, const Block& before, const Block& settled) {
+    if (before == blocks_.Before()[block]) (*opened_)[block] = settled;
   }
 
   // The edits stay.
@@ -31,7 +44,7 @@ class BlockEdits {
   // The list of now so many blocks is cancelled: whether it may close. The user is asked about
   // edits: No takes them back, Yes runs `save`, which ends the list in its own way.
   [[nodiscard]] bool Cancel(platform::Forms& forms, int count, const std::function<void()>& save) {
-    if (!blocks_.Changed() && count == count_) return true;
+    if (count == count_ && !edited()) return true;
     const platform::Answer answer = AskSaveEdits(forms);
     if (answer == platform::Answer::kNo) blocks_.PutBack();
     if (answer == platform::Answer::kYes) save();
@@ -39,7 +52,17 @@ class BlockEdits {
   }
 
  private:
+  // Counts of channels follow the blocks and are no edits themselves.
+  [[nodiscard]] bool edited() const {
+    for (int b = 1; b <= Group::kLast; ++b) {
+      if (group_[b] != blocks_.Before()[b] && group_[b] != (*opened_)[b]) return true;
+    }
+    return false;
+  }
+
+  Group& group_;
   Backup<Group> blocks_;
+  std::unique_ptr<Group> opened_;  // the blocks as their setups leave them without an edit
   Backup<TableSetup> conditions_;
   int count_ = 0;
 };

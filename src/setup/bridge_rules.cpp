@@ -96,12 +96,6 @@ int LastBridgeStart(bool differential, int reps) {
   return std::max(ManualRoom(differential, std::max(reps, 1)), 1);
 }
 
-i32 ForcedIntegration(i32 integrationRange) {
-  constexpr std::array<i32, 2> kForced = {20000, 16670};
-  if (integrationRange < 0 || integrationRange >= static_cast<i32>(kForced.size())) return 0;
-  return kForced[static_cast<std::size_t>(integrationRange)];
-}
-
 i32 RoundedBridgeIntegration(i32 micros) {
   if (micros >= kMostBridgeIntegration) return kMostBridgeIntegration;
   if (micros > 750) return (micros / 500 + 1) * 500 + 250;  // may pass the most by a step
@@ -134,14 +128,10 @@ i32 TakenBridgeSettling(i32 settling, i32 integration) {
 }
 
 int BridgeRangeIndex(std::string_view range) {
-  for (std::size_t at = 0; at < kBridgeRanges.size(); ++at) {
-    if (SameText(kBridgeRanges[at].text, Trim(range))) return static_cast<int>(at);
+  for (std::size_t at = 0; at < kAnalogRanges.size(); ++at) {
+    if (SameText(kAnalogRanges[at].text, Trim(range))) return static_cast<int>(at);
   }
   return -1;
-}
-
-i16 BridgeRangeCode(const BridgeRange& range, bool openInput) {
-  return static_cast<i16>(openInput && range.openInput ? range.code * 10 : range.code);
 }
 
 i32 BridgeMeasTime(const BridgeBlockData& block) {

@@ -8,6 +8,7 @@
 #include <span>
 #include <string_view>
 
+#include "model/analog_config.h"
 #include "model/channels.h"
 #include "model/store.h"
 
@@ -56,8 +57,6 @@ inline constexpr int kLeastExcite = 30;  // millivolts
 inline constexpr int kMostExcite = 5000;
 
 inline constexpr int kMostBridgeIntegration = 15750;
-// Integration times of the choices 50 Hz and 60 Hz; 0 for the others.
-i32 ForcedIntegration(i32 integrationRange);
 i32 RoundedBridgeIntegration(i32 micros);
 // One click up or down along 100, 200, 250, 750, 1250 and on by 500. From less than a step below
 // the most a click up passes it, to come back with the next. A time below 1 stays on the way down.
@@ -69,21 +68,8 @@ i32 LeastBridgeSettling(i32 integration);
 // Down to a multiple of 10 and within the limits that go with an integration time.
 i32 TakenBridgeSettling(i32 settling, i32 integration);
 
-// Ranges as shown, and their codes in the program.
-struct BridgeRange {
-  std::string_view text;
-  i16 code;
-  bool openInput;  // the test for an open input is offered, and multiplies the code by 10
-};
-inline constexpr std::array<BridgeRange, 6> kBridgeRanges = {{{"Auto", 5, false},
-                                                              {"5000 mV", 0, false},
-                                                              {"1000 mV", 1, false},
-                                                              {"200 mV", 2, true},
-                                                              {"50 mV", 3, true},
-                                                              {"20 mV", 4, true}}};
-// The place of a range in the list, -1 for another text.
+// The place of a range among the inputs' ranges, -1 for another text.
 int BridgeRangeIndex(std::string_view range);
-i16 BridgeRangeCode(const BridgeRange& range, bool openInput);
 
 // The time of one sensor, and that of all of them; 0 without sensors.
 i32 BridgeMeasTime(const BridgeBlockData& block);

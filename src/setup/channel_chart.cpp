@@ -15,6 +15,15 @@ void takeStarts(const Group& group, Row<int, 1, kBlocks>& starts) {
   }
 }
 
+template <class Group>
+void giveStarts(Group& group, const Row<int, 1, kBlocks>& starts) {
+  for (int b = 1; b <= std::min<int>(group.BlockCount, kBlocks); ++b) {
+    i16& start = group[b].StartChan;
+    if (starts[b] >= 1) start = static_cast<i16>(starts[b]);
+    start = std::max<i16>(start, 1);
+  }
+}
+
 // Single-ended channels of one sensor.
 int width(const ChannelBlock& block, bool bridge) {
   const bool differential = IsDifferential(block.MeasType);
@@ -63,6 +72,17 @@ StartChans AutomaticStartChans(const ChartBlocks& blocks) {
   StartChans starts;
   ComputeStartChans(blocks.temps, blocks.volts, blocks.bridges, starts);
   return starts;
+}
+
+void TakeAutomaticStarts(ProjectStore& store) {
+  const StartChans starts = AutomaticStartChans(ChartBlocksOf(store));
+  giveStarts(store.TempBlock, starts.Temp);
+  giveStarts(store.VoltBlock, starts.Volt);
+  giveStarts(store.BridgeBlock, starts.Bridge);
+}
+
+void StoreAutomaticStarts(ProjectStore& store) {
+  if (store.Config.AutoChan != kFalse) TakeAutomaticStarts(store);
 }
 
 std::string UseText(const TerminalUse& use) {

@@ -26,6 +26,12 @@ StartChans StoredStartChans(const ProjectStore& store);
 // The starts under automatic selection; 0 for rows without one.
 StartChans AutomaticStartChans(const ChartBlocks& blocks);
 
+// Gives all blocks of the panel the starts that automatic selection finds for them. One without a
+// place keeps its start, which is at least 1.
+void TakeAutomaticStarts(ProjectStore& store);
+// The same, but nothing when channels are selected by hand.
+void StoreAutomaticStarts(ProjectStore& store);
+
 // One use of a terminal. A multiplexer is of kind ORVUS_DOBJ_BLK_TK40M, numbered by `block`.
 struct TerminalUse {
   OrvusDataObjTypes kind;

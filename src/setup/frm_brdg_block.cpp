@@ -125,17 +125,9 @@ bool frmBrdgBlock::openGraph() {
 bool frmBrdgBlock::onDone() {
   const int count = List.Count();
   Recount();
-  if (store().Config.AutoChan != kFalse) {
-    const StartChans starts = Starts(Bridges());
-    for (int b = 1; b <= count; ++b) {
-      i16& start = group()[b].StartChan;
-      // A first block without sensors has no place of its own and keeps what it had.
-      const int found = starts.Bridge[b] > 0 ? starts.Bridge[b] : start;
-      start = static_cast<i16>(std::max(found, 1));
-    }
-  }
   group().BlockCount = static_cast<i16>(count);
   ORVUS_COMMON::SetBridgeDefaults(store(), count);
+  StoreAutomaticStarts(store());
   edits_.Keep();
   return true;
 }

@@ -37,6 +37,11 @@ class frmBrdgBlock final : public Screen {
   // Both, with the rows.
   void Recount();
 
+  // The setup of a block was opened and would leave `settled` in place of `before`.
+  void Opened(int block, const BridgeBlockData& before, const BridgeBlockData& settled) {
+    edits_.Opened(block, before, settled);
+  }
+
  protected:
   bool onDone() override;
   bool onCancel() override;

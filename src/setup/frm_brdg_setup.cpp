@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <memory>
 
 #include "model/names.h"
 #include "setup/aliases.h"
@@ -84,7 +85,7 @@ frmBrdgSetup::frmBrdgSetup(const ScreenContext& context, frmBrdgBlock& list, int
       FreeDiff(*this, "FreeDiff"),
       FreeExcite(*this, "FreeExcite"),
       Outputs(*this, store()),
-      scalingBefore_(scalingOf(data())) {
+      scaling_(scalingOf(data())) {
   Caption = NumberText(block_) + " BLOCK  BRIDGES";
   bindKind();
   bindCounts();
@@ -99,6 +100,7 @@ void frmBrdgSetup::bindKind() {
   for (const BridgeKind& kind : kBridgeKinds) {
     Style.Items.push_back({std::string(kind.caption), true, true, std::string(kind.status)});
   }
+  Style.PicksAgain = true;  // each pick puts the count to 1
   Style.OnPick = [this] { onStyle(); };
 }
 
@@ -160,7 +162,7 @@ void frmBrdgSetup::bindExcitation() {
 }
 
 void frmBrdgSetup::bindTiming() {
-  for (const BridgeRange& range : kBridgeRanges)
+  for (const AnalogRange& range : kAnalogRanges)
     Range.Items.push_back({std::string(range.text), true, true, {}});
   Range.OnPick = [this] { onRange(); };
   OpenSensDetect.ToolTip =
@@ -217,6 +219,7 @@ void frmBrdgSetup::bindScaling() {
   ZeroPanel.OnPress = [this] { showZeroPanel(true); };
   CloseZeroPanel.OnPress = [this] { showZeroPanel(false); };
   SetZeroFlagItems(ZeroFlag, store());
+  ZeroFlag.PicksAgain = true;  // to close its panel
   ZeroFlag.OnPick = [this] { onZeroFlag(); };
   bindFlag(Public, &BridgeBlockData::Public, [] {});
   DataResolution.SetItems({"FP2", "IEEE4"});
@@ -238,7 +241,6 @@ void frmBrdgSetup::load() {
   Reps.Value(block.Reps);
   ExciteReps.Value(std::max<int>(block.ExciteReps, 1));
   StartBrdgChan.Enabled = !autoChan();
-  showStart(list_.Bridges());
   Excite.Value(block.Excite);
   CheckCAO.Checked(block.CheckCAO != kFalse);
   RevExcite.Checked(block.RevExcite != kFalse);
@@ -252,6 +254,9 @@ void frmBrdgSetup::load() {
   ZeroFlag.Index(block.ZeroFlag);
   CalOnSite.Checked(block.CalOnSite != 0);
   recount();
+  auto settled = std::make_unique<BridgeBlockData>(block);
+  settle(*settled);
+  list_.Opened(block_, before_.Before(), *settled);
 }
 
 void frmBrdgSetup::onStyle() {
@@ -269,15 +274,8 @@ void frmBrdgSetup::onStyle() {
   }
   allowSolve(!IsStrainStyle(style));
   if (!IsLoading()) DataResolution.Pick("IEEE4");
-  if (autoChan()) {
-    // At this moment the chart takes every kind for a differential one.
-    std::vector<ChannelBlock> bridges = list_.Bridges();
-    bridges[static_cast<std::size_t>(block_ - 1)].MeasType = "Diff";
-    showStart(bridges);
-  } else if (!IsLoading()) {
-    takeStart();
-  }
-  fillGaugeFactors();
+  if (!autoChan() && !IsLoading()) takeStart();
+  fillGaugeFactors(data());
   Forms().SetHelpLine(std::string(kindOf(style).status));
   if (!IsLoading()) fitReps(data().Reps);
 }
@@ -293,24 +291,25 @@ void frmBrdgSetup::takeKind(int style, bool changed) {
   block.MeasType = kBridgeStyles[static_cast<std::size_t>(style)].measType;
   block.Type = kind.instruction;
   StyleInfo.Text(kind.info);
-  if (changed) {
-    for (RepAlias& alias : block.Alias) alias.AliasUnits.clear();
-  }
+  if (changed) ResetColumn(aliasRows(), kUnitsByHand);
   if (changed || Trim(Units.Text()).empty()) Units.Text(kind.units);
 }
 
 void frmBrdgSetup::scaleByKind(int style, int styleBefore, bool changed) {
   BridgeBlockData& block = data();
+  const bool otherOffsets = changed && IsStrainStyle(style) != IsStrainStyle(styleBefore);
+  // A gauge factor must not be added as an offset, nor an offset be taken for a gauge factor.
+  if (otherOffsets) ResetColumn(aliasRows(), kOffsetByHand);
   if (style == kResistanceBridge) setScaling(kResistanceMult, 0);
   if (IsStrainStyle(style)) {
     block.GageCode = kindOf(style).gageCode;
     setScaling(1, block.GageFactor);
     CalOnSite.Checked(false);
     block.CalOnSite = 0;
-  } else if (changed && IsStrainStyle(styleBefore)) {
-    // What was a gauge factor must not be added as an offset.
+  } else if (otherOffsets) {
     setScaling(block.DefaultMult, 0);
   }
+  if (otherOffsets) scaling_.RestartOffset(block.DefaultOffset);
 }
 
 void frmBrdgSetup::showPanels() {
@@ -327,21 +326,27 @@ void frmBrdgSetup::showPanels() {
   showZeroPanel(strain);
 }
 
-void frmBrdgSetup::showStart(ChannelBlocks bridges) {
-  int start = data().StartChan;
-  if (autoChan()) {
-    const int found = list_.Starts(bridges).Bridge[block_];
-    if (found > 0) start = found;
-  }
-  StartBrdgChan.Value(start);
+void frmBrdgSetup::showStart() {
+  const int found = autoChan() ? list_.Starts(list_.Bridges()).Bridge[block_] : 0;
+  StartBrdgChan.Value(found > 0 ? found : data().StartChan);
 }
 
 // Repetitions of strain kinds that have no gauge factor of their own hold a zero for it.
-void frmBrdgSetup::fillGaugeFactors() {
+void frmBrdgSetup::fillGaugeFactors(BridgeBlockData& block) const {
   if (!IsStrainStyle(kind_)) return;
-  for (RepAlias& alias : AliasesOf(data().Alias, data().Reps)) {
+  for (RepAlias& alias : AliasesOf(block.Alias, block.Reps)) {
     if (Trim(alias.AliasOffset).empty()) alias.AliasOffset = "0";
   }
+}
+
+// What Done makes of a block beside its counts.
+void frmBrdgSetup::settle(BridgeBlockData& block) const {
+  block.Units = Trim(Units.Text());
+  block.SettleTime = TakenBridgeSettling(block.SettleTime, integration());
+  block.DataResolution = DataResolution.Text();
+  block.BlockTime = BridgeBlockTime(block);
+  fillGaugeFactors(block);
+  ClearRowsBeyond(AliasesOf(block.Alias, kReps), block.Reps);
 }
 
 void frmBrdgSetup::onReps() {
@@ -393,6 +398,7 @@ void frmBrdgSetup::recount() {
   list_.BrdBlock_ExcitCount();
   FreeExcite.Text(list_.FreeExcite.Text());
   list_.List.RefreshRows();
+  if (autoChan() || IsLoading()) showStart();
   FieldNames.Enabled = data().Reps > 0 && hooks_.FieldNames != nullptr;
   showTimes();
 }
@@ -487,15 +493,15 @@ void frmBrdgSetup::setSettling(i32 micros) {
 }
 
 void frmBrdgSetup::onRange() {
-  const BridgeRange& range = kBridgeRanges[static_cast<std::size_t>(Range.Index())];
+  const AnalogRange& range = kAnalogRanges[static_cast<std::size_t>(Range.Index())];
   data().Range = range.text;
-  OpenSensDetect.Visible = range.openInput;
+  OpenSensDetect.Visible = range.openSensor;
   storeRangeCode();
 }
 
 void frmBrdgSetup::storeRangeCode() {
   if (Range.Index() < 0) return;
-  data().RangeNo = BridgeRangeCode(kBridgeRanges[static_cast<std::size_t>(Range.Index())],
+  data().RangeNo = AnalogRangeCode(kAnalogRanges[static_cast<std::size_t>(Range.Index())],
                                    data().OpenSensDetect != kFalse);
   list_.List.RefreshRows();
   showTimes();
@@ -542,10 +548,11 @@ void frmBrdgSetup::solve() {
 }
 
 void frmBrdgSetup::onZeroFlag() {
+  const bool changed = data().ZeroFlag != ZeroFlag.Index();
   data().ZeroFlag = static_cast<i16>(ZeroFlag.Index());
   ZeroFlagShown.Text(ZeroFlag.Text());
   if (!IsStrainStyle(kind_)) showZeroPanel(false);
-  if (!IsLoading() && ZeroFlag.Index() > 0) CheckFlagUsage(Forms(), store(), ZeroFlag.Index());
+  if (changed && ZeroFlag.Index() > 0) CheckFlagUsage(Forms(), store(), ZeroFlag.Index());
 }
 
 void frmBrdgSetup::showZeroPanel(bool open) {
@@ -559,27 +566,22 @@ DefaultScaling frmBrdgSetup::scaling() const {
 
 void frmBrdgSetup::openFieldNames(const DefaultScaling& defaults) {
   if (!hooks_.FieldNames) return;
+  scaling_.Follow(aliasRows(), defaults);
   hooks_.FieldNames({.kind = ORVUS_DOBJ_BLK_BRIDGE,
                      .block = block_,
                      .name = SourceName(ORVUS_DOBJ_BLK_BRIDGE, block_),
                      .defaults = defaults,
                      .gaugeFactor = IsStrainStyle(kind_),
-                     .aliases = AliasesOf(data().Alias, data().Reps),
+                     .aliases = aliases(),
                      .solveSource = solveSource()});
 }
 
 bool frmBrdgSetup::onDone() {
-  BridgeBlockData& block = data();
   const DefaultScaling after = scaling();
-  const auto aliases = AliasesOf(block.Alias, block.Reps);
-  if (!AskDefaultScaling(Forms(), scalingBefore_, after, aliases, [&] { openFieldNames(after); })) {
-    return false;
-  }
-  block.Units = after.Units;
-  FollowDefaults(aliases, scalingBefore_, after);
-  fitReps(block.Reps);
-  setSettling(TakenBridgeSettling(block.SettleTime, integration()));
-  block.DataResolution = DataResolution.Text();
+  if (!scaling_.Ask(Forms(), after, aliases(), [&] { openFieldNames(after); })) return false;
+  scaling_.Follow(aliasRows(), after);
+  fitReps(data().Reps);
+  settle(data());
   before_.Keep();
   conditions_.Keep();
   return true;

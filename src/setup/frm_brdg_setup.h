@@ -2,8 +2,10 @@
 #pragma once
 
 #include <functional>
+#include <span>
 #include <string_view>
 
+#include "setup/aliases.h"
 #include "setup/backup.h"
 #include "setup/controls/choice.h"
 #include "setup/controls/edits.h"
@@ -88,8 +90,11 @@ class frmBrdgSetup final : public Screen {
   void takeKind(int style, bool changed);
   void scaleByKind(int style, int styleBefore, bool changed);
   void showPanels();
-  void showStart(ChannelBlocks bridges);
-  void fillGaugeFactors();
+  void showStart();
+  void fillGaugeFactors(BridgeBlockData& block) const;
+  void settle(BridgeBlockData& block) const;
+  [[nodiscard]] std::span<RepAlias> aliases() const { return AliasesOf(data().Alias, data().Reps); }
+  [[nodiscard]] std::span<RepAlias> aliasRows() const { return AliasesOf(data().Alias, kReps); }
 
   void onReps();
   void fitReps(int reps);
@@ -122,7 +127,7 @@ class frmBrdgSetup final : public Screen {
   void openFieldNames(const DefaultScaling& defaults);
   [[nodiscard]] DefaultScaling scaling() const;
 
-  DefaultScaling scalingBefore_;
+  ScalingEdit scaling_;
   int kind_ = 0;
 };
 

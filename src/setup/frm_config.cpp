@@ -6,6 +6,7 @@
 
 #include "model/channels.h"
 #include "model/defaults.h"
+#include "setup/channel_chart.h"
 #include "setup/flag_usage.h"
 #include "setup/state_rows.h"
 #include "setup/table_objects.h"
@@ -235,6 +236,10 @@ bool frmConfig::onDone() {
   }
   if (now > before) freeMultiplexerPorts();
   if (offCard_) MoveTablesOffCard(store());
+  // The blocks stay where the automatic selection had them.
+  if (before_.Before().AutoChan != kFalse && config().AutoChan == kFalse) {
+    TakeAutomaticStarts(store());
+  }
   before_.Keep();
   batteryBefore_.Keep();
   panelBefore_.Keep();

@@ -20,12 +20,6 @@ std::string numbered(std::string_view name, int number) {
   return std::string(name) + NumberText(number);
 }
 
-void mark(RepAlias& row, int byHand, bool set) {
-  const int before = ExceptionsOf(row);
-  const int after = set ? before | byHand : before & ~byHand;
-  if (after != before) row.AliasExcept = NumberText(after);
-}
-
 }  // namespace
 
 const frmFldName::Number frmFldName::kMult = {kMultByHand, &RepAlias::AliasMult,
@@ -117,6 +111,10 @@ std::string frmFldName::elementOf(std::size_t at) const {
 }
 
 float frmFldName::valueOf(const RepAlias& row, const Number& column) const {
+  // Gauge factors that were not set by hand are filled up with zeros.
+  const bool filler = block_.gaugeFactor && column.byHand == kOffsetByHand &&
+                      (ExceptionsOf(row) & kOffsetByHand) == 0;
+  if (filler) return block_.defaults.Offset;
   return ToSingle(row.*column.entry).value_or(block_.defaults.*column.byDefault);
 }
 
@@ -157,7 +155,7 @@ void frmFldName::takeName(std::size_t at) {
 void frmFldName::takeUnits(std::size_t at, std::string_view units) {
   const bool byHand = !units.empty() && units != block_.defaults.Units;
   rows_[at].AliasUnits = byHand ? units : std::string_view();
-  mark(rows_[at], kUnitsByHand, byHand);
+  MarkByHand(rows_[at], kUnitsByHand, byHand);
 }
 
 // An empty text stands for the default.
@@ -165,7 +163,7 @@ void frmFldName::takeNumber(std::size_t at, const Number& column, const std::str
   const std::optional<float> value = ToSingle(text);
   const bool byHand = value && *value != block_.defaults.*column.byDefault;
   rows_[at].*column.entry = byHand ? text : std::string();
-  mark(rows_[at], column.byHand, byHand);
+  MarkByHand(rows_[at], column.byHand, byHand);
 }
 
 void frmFldName::solve(std::size_t at) {

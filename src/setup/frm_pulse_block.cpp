@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "model/defaults.h"
+#include "setup/channel_chart.h"
 #include "setup/frm_pulse_setup.h"
 #include "text/mask.h"
 #include "text/number.h"
@@ -70,6 +71,7 @@ int frmPulseBlock::FreeChans() {
 bool frmPulseBlock::onDone() {
   group().BlockCount = static_cast<i16>(List.Count());
   ORVUS_COMMON::SetPulseDefaults(store(), 0, List.Count());
+  StoreAutomaticStarts(store());
   edits_.Keep();
   return true;
 }

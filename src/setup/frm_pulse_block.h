@@ -27,6 +27,11 @@ class frmPulseBlock final : public Screen {
   // Counts the free channels anew; below 0 when there are too many sensors.
   int FreeChans();
 
+  // The setup of a block was opened and would leave `settled` in place of `before`.
+  void Opened(int block, const PulseBlockData& before, const PulseBlockData& settled) {
+    edits_.Opened(block, before, settled);
+  }
+
  protected:
   bool onDone() override;
   bool onCancel() override;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <memory>
 
 #include "model/names.h"
 #include "setup/aliases.h"
@@ -24,6 +25,7 @@ enum : int { kFrequency = 0, kTotal = 1 };
 constexpr std::string_view kFrequencyUnits = "Hz";
 constexpr std::string_view kTotalUnits = "Counts";
 
+constexpr int kHighResolution = 1;  // place of "IEEE4"
 constexpr int kMostAverage = 32767;
 constexpr i32 kPulseTime = 100;  // microseconds of a sensor
 
@@ -62,8 +64,8 @@ frmPulseSetup::frmPulseSetup(const ScreenContext& context, frmPulseBlock& list, 
       Each(*this, "Each"),
       Block(*this, "Block"),
       Outputs(*this, store()),
-      openedWith_(DefaultScalingOf(data())),
-      unitsBefore_(openedWith_.Units) {
+      scaling_(DefaultScalingOf(data())),
+      unitsBefore_(data().Units) {
   Caption = NumberText(block_) + " BLOCK  PULSES";
   bind();
   load();
@@ -140,6 +142,9 @@ void frmPulseSetup::load() {
   Meas.Pick(PulseInputOf(block).meas);
   Option.Index(block.Opt > 0 ? kFrequency : kTotal);
   SiteCal.Checked(block.CalOnSite != 0);
+  auto settled = std::make_unique<PulseBlockData>(block);
+  settled->Units = Trim(Units.Text());
+  list_.Opened(block_, before_.Before(), *settled);
 }
 
 void frmPulseSetup::onRepsTyped() {
@@ -206,7 +211,7 @@ void frmPulseSetup::offerAverages(bool offered) {
 void frmPulseSetup::totalize() {
   Opt.Enabled = false;
   if (!IsLoading()) {
-    DataType.Pick("IEEE4");
+    DataType.Index(kHighResolution);
     if (data().Opt > 0) keptAverage_ = data().Opt;
     data().Opt = 0;
   }
@@ -270,6 +275,7 @@ DefaultScaling frmPulseSetup::scaling() const {
 
 void frmPulseSetup::openFieldNames(const DefaultScaling& defaults) {
   if (!hooks_.FieldNames) return;
+  scaling_.Follow(AliasesOf(data().Alias, kReps), defaults);
   hooks_.FieldNames({.kind = ORVUS_DOBJ_BLK_PULSE,
                      .block = block_,
                      .name = SourceName(ORVUS_DOBJ_BLK_PULSE, block_),
@@ -282,15 +288,14 @@ bool frmPulseSetup::onDone() {
   PulseBlockData& block = data();
   const DefaultScaling after = scaling();
   const auto aliases = AliasesOf(block.Alias, block.Reps);
-  if (!AskDefaultScaling(Forms(), openedWith_, after, aliases, [&] { openFieldNames(after); })) {
-    return false;
-  }
+  if (!scaling_.Ask(Forms(), after, aliases, [&] { openFieldNames(after); })) return false;
   block.Units = after.Units;
-  FollowDefaults(aliases, openedWith_, after);
+  scaling_.Follow(aliases, after);
   DefaultScaling swapped = after;
   swapped.Units = unitsBefore_;
   FollowDefaults(aliases, swapped, after);
   CountersCount();
+  ClearRowsBeyond(AliasesOf(block.Alias, kReps), block.Reps);
   before_.Keep();
   conditions_.Keep();
   return true;

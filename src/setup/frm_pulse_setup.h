@@ -84,7 +84,7 @@ class frmPulseSetup final : public Screen {
   void openFieldNames(const DefaultScaling& defaults);
   [[nodiscard]] DefaultScaling scaling() const;
 
-  DefaultScaling openedWith_;
+  ScalingEdit scaling_;
   std::string unitsBefore_;  // that repetitions leave for the new ones too
   int keptAverage_ = 0;      // from before the block totalized; 0 for none
 };

@@ -1,5 +1,7 @@
 #include "setup/frm_tk40m_block.h"
 
+#include <algorithm>
+
 #include "model/defaults.h"
 #include "setup/controls/edits.h"
 #include "setup/frm_tk40m_setup.h"
@@ -18,9 +20,7 @@ frmTK40MBlock::frmTK40MBlock(const ScreenContext& context, SetupHooks hooks)
   FreeChannels.Caption = "FREE CHANNELS";
   TK40MCount.Text("TK40M Count = " + NumberText(int{store().Config.TK40MQty}));
   ReferenceTemp.OnPress = [this] {
-    if (!Hooks.ReferenceOutput) return;
-    referenceOutput_ = true;
-    Hooks.ReferenceOutput();
+    if (Hooks.ReferenceOutput) Hooks.ReferenceOutput();
   };
   addOpener({"frmTK40Graph", "", [this](std::string_view) {
                frmTK40Graph graph(this->context(), liveBlocks(), store().Config.TK40MQty);
@@ -29,6 +29,16 @@ frmTK40MBlock::frmTK40MBlock(const ScreenContext& context, SetupHooks hooks)
              }});
   addOpener(OpenedBy(ReferenceTemp, "frmPortTables"));
   load();
+}
+
+// However the list ends, the reference goes with the blocks that the project holds then.
+frmTK40MBlock::~frmTK40MBlock() {
+  const TK40MBlockGroup& group = project();
+  const int count = std::min<int>(group.BlockCount, kBlocks);
+  setReference(std::any_of(group.Blocks.begin(), group.Blocks.begin() + std::max(count, 0),
+                           [](const TK40MBlockData& block) {
+                             return block.TK40Volts != ORVUS_MEASURE_VOLT && block.Reps >= 1;
+                           }));
 }
 
 std::unique_ptr<Screen> frmTK40MBlock::makeSetup(int block) {
@@ -48,14 +58,15 @@ bool frmTK40MBlock::anyThermocouples() const {
 
 void frmTK40MBlock::showFigures() {
   FreeChannels.Text(NumberText(ChannelsAvailable()));
-  referenceOutput_ = anyThermocouples();
-  ReferenceTemp.Enabled = referenceOutput_ && Hooks.ReferenceOutput != nullptr;
+  const bool measured = anyThermocouples();
+  setReference(measured);
+  ReferenceTemp.Enabled = measured && Hooks.ReferenceOutput != nullptr;
 }
 
-void frmTK40MBlock::storeRecords(int count) {
+// The measurement of the reference temperature; any number other than 0 stands for it.
+void frmTK40MBlock::setReference(bool measured) {
   i16& output = store().Config.TcConfigOpts[1];
-  if ((output != 0) != referenceOutput_) output = referenceOutput_ ? 1 : 0;
-  AnalogGroupList::storeRecords(count);
+  if ((output != 0) != measured) output = measured ? 1 : 0;
 }
 
 }  // namespace ostrand

@@ -12,6 +12,7 @@ class frmTK40MBlock final : public AnalogGroupList<TK40MBlockGroup> {
   Button ReferenceTemp;
 
   explicit frmTK40MBlock(const ScreenContext& context, SetupHooks hooks = {});
+  ~frmTK40MBlock() override;
 
   // Free inputs, however channels of the panel are selected.
   [[nodiscard]] int ChannelsAvailable() const;
@@ -26,12 +27,10 @@ class frmTK40MBlock final : public AnalogGroupList<TK40MBlockGroup> {
   void showFigures() override;
   [[nodiscard]] bool maySpinUp() const override { return ChannelsAvailable() != 0; }
   [[nodiscard]] bool mayTypeMore() const override { return ChannelsAvailable() >= 1; }
-  void storeRecords(int count) override;
 
  private:
   [[nodiscard]] bool anyThermocouples() const;
-
-  bool referenceOutput_ = false;
+  void setReference(bool measured);
 };
 
 }  // namespace ostrand

@@ -31,8 +31,7 @@ void frmTK40MSetup::onKind() {
     analog.RangeIndex(kDefaultRange);
   }
   // What the repetitions have of their own was of the other kind.
-  ClearAliases(Aliases());
-  KeepScaling();
+  ClearScaling();
   TakeSettleTime();
 }
 

@@ -88,7 +88,7 @@ void ThermocoupleControls::onType() {
 
 void ThermocoupleControls::onScale() {
   screen_.Analog().TempScale(static_cast<OrvusTemperatureScales>(Scale.Index()));
-  if (screen_.OnThermocouples()) OverwriteAliases(screen_.Aliases(), screen_.Scaling());
+  if (screen_.OnThermocouples()) screen_.GiveScaling();
   screen_.Changed();
 }
 

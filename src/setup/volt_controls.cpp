@@ -24,7 +24,9 @@ VoltControls::VoltControls(AnalogSetup& screen, std::string_view unitsName,
       screen_(screen),
       solveKind_(solveKind) {
   Solve.Caption = "Sol&ve";
-  Range.SetItems({"Auto", "5000 mV", "1000 mV", "200 mV", "50 mV", "20 mV"});
+  for (const AnalogRange& range : kAnalogRanges) {
+    Range.Items.push_back({std::string(range.text), true, true, {}});
+  }
   SetZeroFlagItems(ZeroFlag, screen.Project());
   Units.OnTake = [this] {
     screen_.Data().DefaultUnits = Trim(Units.Text());

@@ -1,5 +1,8 @@
 // The screens of thermocouple, voltage and multiplexer blocks, through their controls.
 #include "projectfile/genfile.h"
+#include "setup/frm_brdg_block.h"
+#include "setup/frm_pulse_block.h"
+#include "setup/frm_temp_block.h"
 #include "setup/frm_tk40m_block.h"
 #include "setup/frm_volt_block.h"
 #include "setup/screen_driver.h"
@@ -86,15 +89,35 @@ TEST_F(AnalogScreensTest, FreeChannelsDecideOnAnotherBlock) {
   }
 }
 
-TEST_F(AnalogScreensTest, DoneWritesTheStartsOfAllBlocks) {
+TEST_F(AnalogScreensTest, DoneWritesTheStartsOfAllBlocksOfAllKinds) {
   fill(store->TempBlock, {{3, "SE"}});
   fill(store->VoltBlock, {{2, "Diff"}, {1, "Diff"}, {0, "SE"}, {2, "SE"}});
-  for (int b = 1; b <= 4; ++b) store->VoltBlock[b].StartChan = 9;
-  frmVoltBlock list(context);
-  list.Done();
-  // The first block skips a channel that the others don't know of.
-  constexpr int starts[] = {3, 5, 11, 11};
-  for (int b = 1; b <= 4; ++b) EXPECT_EQ(store->VoltBlock[b].StartChan, starts[b - 1]) << b;
+  fill(store->BridgeBlock, {{1, "Diff"}, {1, "Diff"}});
+  const auto expectStarts = [&]<class List>(bool written) {
+    store->TempBlock[1].StartChan = 7;
+    for (int b = 1; b <= 4; ++b) store->VoltBlock[b].StartChan = 9;
+    for (int b = 1; b <= 2; ++b) store->BridgeBlock[b].StartChan = 9;
+    List list(context);
+    list.Done();
+    SCOPED_TRACE(list.Name());
+    EXPECT_EQ(store->TempBlock[1].StartChan, written ? 1 : 7);
+    // The first block skips a channel that the others don't know of.
+    constexpr int volts[] = {3, 5, 11, 11};
+    for (int b = 1; b <= 4; ++b) {
+      EXPECT_EQ(store->VoltBlock[b].StartChan, written ? volts[b - 1] : 9) << b;
+    }
+    EXPECT_EQ(store->BridgeBlock[1].StartChan, written ? 7 : 9);
+    EXPECT_EQ(store->BridgeBlock[2].StartChan, written ? 8 : 9);
+  };
+  for (const flag automatic : {kTrue, kFalse}) {
+    store->Config.AutoChan = automatic;
+    expectStarts.operator()<frmTempBlock>(automatic != kFalse);
+    expectStarts.operator()<frmVoltBlock>(automatic != kFalse);
+    expectStarts.operator()<frmTK40MBlock>(automatic != kFalse);
+    expectStarts.operator()<frmBrdgBlock>(automatic != kFalse);
+    expectStarts.operator()<frmPulseBlock>(automatic != kFalse);
+  }
+  store->Config.AutoChan = kTrue;
 
   fill(store->VoltBlock, {{0, "Diff"}});
   store->VoltBlock[1].StartChan = -4;
@@ -141,13 +164,25 @@ TEST_F(AnalogScreensTest, TheReferenceIsMeasuredForThermocouplesOnly) {
                           {"Millivolts", "3", 0},
                           {"Thermocouples", "3", 1},
                           {"Thermocouples", "0", 0}}) {
+    const auto change = [&](frmTK40MBlock& list) {
+      edit(list, "frmTK40MSetup", "1", [&](Screen& setup) {
+        if (Shown(setup, "TK40Volts") != row.kind) Pick(setup, "TK40Volts", row.kind);
+        Type(setup, "Reps", row.reps);
+      });
+      EXPECT_EQ(store->Config.TcConfigOpts[1], row.measured) << row.kind << row.reps;
+    };
+    const i16 before = store->TK40MBlock[1].TK40Volts == 0 ? 1 : 0;
+    store->Config.TcConfigOpts[1] = before == 0 ? 1 : 0;
+    {
+      frmTK40MBlock dropped(context);
+      EXPECT_EQ(store->Config.TcConfigOpts[1], before) << "on opening";
+      change(dropped);
+      dropped.End(ModalResult::kCancel);
+    }
+    EXPECT_EQ(store->Config.TcConfigOpts[1], before) << "taken back";
     frmTK40MBlock list(context);
-    edit(list, "frmTK40MSetup", "1", [&](Screen& setup) {
-      if (Shown(setup, "TK40Volts") != row.kind) Pick(setup, "TK40Volts", row.kind);
-      Type(setup, "Reps", row.reps);
-    });
+    change(list);
     list.Done();
-    EXPECT_EQ(store->Config.TcConfigOpts[1], row.measured) << row.kind << row.reps;
   }
 }
 

@@ -175,10 +175,6 @@ std::string CountsOutOfLimits(const ProjectStore& store) {
   found.Expect(store.BridgeBlock.ExciteSwitched == ports, "bridge", ports, "ExciteSwitched");
   const int pulses = FreePulseChans(ChannelBlocksOf(store.PulseBlock[0]));
   found.Expect(pulses >= 0, "pulse", pulses, "free channels");
-  const int inputs = FreeTK40MInputs(store.Config.TK40MQty, ChannelBlocksOf(store.TK40MBlock));
-  found.Expect(inputs >= 0, "multiplexer", inputs, "free inputs");
-  const int free = PanelFreeChans(temp, volt, bridge, store.Config.TK40MQty);
-  found.Expect(free >= 0 || store.Config.AutoChan == kFalse, "panel", free, "free channels");
   bool thermocouples = false;
   for (int b = 1; b <= store.TK40MBlock.BlockCount; ++b) {
     const TK40MBlockData& block = store.TK40MBlock[b];
@@ -189,8 +185,22 @@ std::string CountsOutOfLimits(const ProjectStore& store) {
   return found.text;
 }
 
+std::string RoomOverdrawn(const ProjectStore& store) {
+  Findings found;
+  const int multiplexers = store.Config.TK40MQty;
+  const int inputs = FreeTK40MInputs(multiplexers, ChannelBlocksOf(store.TK40MBlock));
+  found.Expect(inputs >= 0, "multiplexer", inputs, "free inputs");
+  const int free =
+      PanelFreeChans(LiveChannelCount(ChannelBlocksOf(store.TempBlock)),
+                     LiveChannelCount(ChannelBlocksOf(store.VoltBlock)),
+                     LiveBridgeCount(ChannelBlocksOf(store.BridgeBlock)), multiplexers);
+  found.Expect(free >= 0 || store.Config.AutoChan == kFalse, "panel", free, "free channels");
+  return found.text;
+}
+
 std::string BrokenInvariants(const ProjectStore& store) {
-  return SensorsOutOfStep(store) + WrongStarts(store) + CountsOutOfLimits(store);
+  return SensorsOutOfStep(store) + WrongStarts(store) + CountsOutOfLimits(store) +
+         RoomOverdrawn(store);
 }
 
 }  // namespace ostrand::testing

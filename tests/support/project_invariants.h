@@ -1,4 +1,4 @@
-// What holds of every project that was made on the screens.
+// What holds of every project that was made on the screens of blocks.
 #pragma once
 
 #include <string>
@@ -14,13 +14,18 @@ namespace ostrand::testing {
 std::string SensorsOutOfStep(const ProjectStore& store);
 
 // Under automatic selection the stored starts are the computed ones, and no terminal has two
-// blocks. A differential block that is the first of its kind may lie behind an odd number of
-// channels: the allocation does not count the one that it skips, and no terminals are compared.
+// blocks. Done of a list of blocks brings that about; switching to automatic selection does not. A
+// differential block that is the first of its kind may lie behind an odd number of channels: the
+// allocation does not count the one that it skips, and no terminals are compared.
 std::string WrongStarts(const ProjectStore& store);
 
-// Counts of blocks, sensors, multiplexers, excitations and channels within the panel's limits, and
-// the totals that are kept of them. Room on the panel is looked at under automatic selection only.
+// Counts of blocks, sensors, excitations and pulses within their limits, the totals that are kept
+// of them, and whether the reference temperature of the multiplexers is measured.
 std::string CountsOutOfLimits(const ProjectStore& store);
+
+// Room on the multiplexers and, under automatic selection, on the panel. The configuration can take
+// room away from blocks that are there already.
+std::string RoomOverdrawn(const ProjectStore& store);
 
 // All of them.
 std::string BrokenInvariants(const ProjectStore& store);
