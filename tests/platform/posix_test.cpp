@@ -12,6 +12,7 @@
 #include "platform/posix/posix_clock.h"
 #include "platform/posix/posix_filesystem.h"
 #include "platform/posix/posix_socket.h"
+#include "platform/posix/posix_work_folders.h"
 #include "platform/posix/terminal_forms.h"
 #include "support/listener.h"
 #include "support/memory_filesystem.h"
@@ -179,6 +180,29 @@ TEST(PosixClock, AnEpochIsDigitsUpToTheYear9999) {
        {"", "-1", "+1", " 1", "1.5", "&H10", "253402300800", "9999999999999999999"}) {
     EXPECT_EQ(PosixClock::EpochFromText(bad), std::nullopt) << bad;
   }
+}
+
+TEST(PosixWorkFolders, ArePrivateAndGoWithAllTheyHold) {
+  const testing::TempFolder parent;
+  PosixFileSystem files;
+  PosixWorkFolders folders(files);
+  auto one = folders.Create(parent.Path());
+  ASSERT_TRUE(one);
+  const std::string path = one.Value()->Path();
+  EXPECT_TRUE(path.starts_with(parent / "ostrand-")) << path;
+  EXPECT_EQ(std::filesystem::status(path).permissions(), std::filesystem::perms::owner_all);
+  {
+    const auto other = folders.Create(parent.Path());
+    ASSERT_TRUE(other);
+    EXPECT_NE(other.Value()->Path(), path);
+    std::filesystem::create_directories(path + "/a/b");
+    std::filesystem::create_symlink(parent.Path(), path + "/a/link");
+  }
+  EXPECT_TRUE(one.Value()->Remove());
+  EXPECT_TRUE(std::filesystem::is_empty(parent.Path()));
+  const auto none = folders.Create(parent / "none");
+  ASSERT_FALSE(none);
+  EXPECT_EQ(none.ErrorText(), (parent / "none") + ": No such file or directory");
 }
 
 TEST(TerminalText, KeepsUtf8TurnsProjectBytesAndEscapesControlCharacters) {

@@ -111,8 +111,10 @@ class HastyProcesses : public platform::PosixProcesses {
     return PosixProcesses::Start(call);
   }
   void Rest() override {
+    ++rests;
     if (rounds_++ < restingRounds) PosixProcesses::Rest();
   }
+  int rests = 0;
   int restingRounds = kMostCompileRounds;
 
  private:
@@ -233,6 +235,8 @@ TEST_F(IllCompilers, LeaveNothingAndHaveNoWrongProgramSent) {
       {standIn, "child", ""},
       {standIn, "leave", ""},
   };
+  int rounds = 0;
+  forms.meanwhile = [&] { ++rounds; };
   for (const auto& [compiler, behaviour, expected] : cases) {
     SCOPED_TRACE(compiler + " " + behaviour);
     hasty.restingRounds = expected.ends_with("did not end in time") ? 1000 : kMostCompileRounds;
@@ -243,6 +247,7 @@ TEST_F(IllCompilers, LeaveNothingAndHaveNoWrongProgramSent) {
     EXPECT_EQ(host.sent.size(), expected.empty() ? 1U : 0U);
     EXPECT_TRUE(std::filesystem::is_empty(work.Path()));
   }
+  EXPECT_EQ(hasty.rests, rounds) << "whatever the host does in its own events";
 }
 
 // In a folder that others can write, what is planted under the names of the compile is never read
