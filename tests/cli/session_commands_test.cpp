@@ -248,6 +248,13 @@ TEST_F(CliSession, TwoThatSendAtOnceNeverSendTheWrongProgram) {
   EXPECT_TRUE(std::filesystem::is_empty(home.Path()));
 }
 
+// By the mask of the system, whose lowest bit is that of signal 1.
+bool ignoresHangup(pid_t process) {
+  const std::string status = ReadDisk("/proc/" + std::to_string(process) + "/status");
+  const std::string_view mask = Before(After(status, "SigIgn:\t"), "\n");
+  return !mask.empty() && std::string_view("13579bdf").find(mask.back()) != std::string_view::npos;
+}
+
 TEST_F(CliSession, ASignalInATestCompileEndsTheCompilerAndLeavesNothing) {
   make();
   const std::string ready = folder / "ready";
@@ -266,6 +273,7 @@ TEST_F(CliSession, ASignalInATestCompileEndsTheCompilerAndLeavesNothing) {
     while (!std::filesystem::exists(ready) && ::waitpid(child, nullptr, WNOHANG) == 0)
       ::usleep(1000);
     const auto start = std::chrono::steady_clock::now();
+    EXPECT_EQ(ignoresHangup(child), signals.size() > 1);
     for (const int signal : signals) ::kill(child, signal);
     EXPECT_EQ(testing::EndOf(child), 128 + signals.back());
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
