@@ -1,6 +1,7 @@
 // The screens of thermocouple, voltage and multiplexer blocks, through their controls.
 #include "projectfile/genfile.h"
 #include "setup/frm_brdg_block.h"
+#include "setup/frm_config.h"
 #include "setup/frm_pulse_block.h"
 #include "setup/frm_temp_block.h"
 #include "setup/frm_tk40m_block.h"
@@ -119,6 +120,17 @@ TEST_F(AnalogScreensTest, DoneWritesTheStartsOfAllBlocksOfAllKinds) {
   }
   store->Config.AutoChan = kTrue;
 
+  // So does the choice of the manual selection, at its Done.
+  for (const bool kept : {false, true}) {
+    for (int b = 1; b <= 4; ++b) store->VoltBlock[b].StartChan = 9;
+    frmConfig config(context);
+    Pick(config, "AutoChan", "Manual Channel Selection");
+    kept ? config.Done() : config.Cancel();
+    EXPECT_EQ(store->VoltBlock[1].StartChan, kept ? 3 : 9);
+    EXPECT_EQ(store->VoltBlock[4].StartChan, kept ? 11 : 9);
+  }
+  store->Config.AutoChan = kTrue;
+
   fill(store->VoltBlock, {{0, "Diff"}});
   store->VoltBlock[1].StartChan = -4;
   frmVoltBlock empty(context);
@@ -215,6 +227,24 @@ TEST_F(AnalogScreensTest, AMultiplexerBlockThatWasOfVoltsKeepsNothingOfThem) {
   EXPECT_EQ(block.Alias[1].AliasName, "Oil");
   EXPECT_EQ(block.Alias[1].AliasUnits + block.Alias[1].AliasMult, "");
   EXPECT_EQ(block.Alias[2].AliasUnits + block.Alias[2].AliasMult, "3");
+}
+
+TEST_F(AnalogScreensTest, AScaleReachesRowsThatTheCountLeavesOut) {
+  fill(store->TempBlock, {{2, "Diff"}});
+  TempBlockData& block = store->TempBlock[1];
+  block.Alias[1] = {"Oil", "Deg_C", "1", "0", "0"};  // of another scale, but not marked
+  block.Alias[2] = {"", "oil_C", "1", "0", "1"};
+  frmTempBlock list(context);
+  forms.ExpectBoxWith("DEFAULT SCALING CHANGED", "", platform::Answer::kNo);
+  edit(list, "frmTempSetup", "1", [](Screen& setup) {
+    Type(setup, "Reps", "0");
+    Pick(setup, "Units", "Rankine");
+    Type(setup, "Reps", "2");
+  });
+  list.Done();
+  EXPECT_EQ(block.Alias[1].AliasName, "Oil");
+  EXPECT_EQ(block.Alias[1].AliasUnits + block.Alias[1].AliasMult + block.Alias[1].AliasOffset, "");
+  EXPECT_EQ(block.Alias[2].AliasUnits + block.Alias[2].AliasMult, "oil_C");
 }
 
 TEST_F(AnalogScreensTest, NewBlocksStartWithTheUsersOptions) {

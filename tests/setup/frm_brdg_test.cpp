@@ -61,7 +61,8 @@ TEST_F(BridgeScreen, KindsBringWhatTheirStatementTakes) {
     data.GageCode = 9;
     data.GageFactor = 2.1F;
     data.DefaultMult = 7;
-    data.DefaultOffset = 5;
+    const float offset = style % 2 == 0 ? 5 : 0;
+    data.DefaultOffset = offset;
     data.DataResolution = "FP2";
     data.Alias[90].AliasUnits = "kN";
     data.CalOnSite = 1;
@@ -76,7 +77,7 @@ TEST_F(BridgeScreen, KindsBringWhatTheirStatementTakes) {
     EXPECT_EQ(data.GageCode, row.gageCode);
     EXPECT_EQ(data.DataResolution, "IEEE4");
     EXPECT_EQ(data.DefaultMult, row.mult);
-    EXPECT_EQ(data.DefaultOffset, row.strain ? 2.05F : (style == 4 ? 0 : 5));
+    EXPECT_EQ(data.DefaultOffset, row.strain ? 2.05F : (style == 4 ? 0 : offset));
     EXPECT_EQ(data.GageFactor, row.strain ? 2.05F : 2.1F);
     EXPECT_EQ(data.CalOnSite, row.strain ? 0 : 1);
     EXPECT_EQ(data.Alias[1].AliasOffset, row.strain ? "0" : "");
@@ -159,6 +160,17 @@ TEST_F(BridgeScreen, RangesHaveTheirCodesAndOfferTheOpenInputTest) {
     Check(setup, "OpenSensDetect", false);
     EXPECT_EQ(data.RangeNo, 4);
   });
+}
+
+TEST_F(BridgeScreen, ZeroFlagPickedTwiceIsReportedOnce) {
+  store->Flags[3].FlagInclude = kTrue;
+  give(1, kQuarterStrainStyle, 1, 1);
+  forms.ExpectBoxWith("FLAG INFORMATION", "");
+  inSetup(1, [](Screen& setup) {
+    Pick(setup, "ZeroFlag", "3");
+    Pick(setup, "ZeroFlag", "3");
+  });
+  EXPECT_EQ(block(1).ZeroFlag, 3);
 }
 
 TEST_F(BridgeScreen, CancelTakesAllBack) {
