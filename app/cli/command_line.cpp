@@ -52,11 +52,12 @@ struct AnswerName {
   Answer answer;
 };
 
-constexpr std::array<AnswerName, 4> kAnswerNames = {{
+constexpr std::array<AnswerName, 5> kAnswerNames = {{
     {"yes", Answer::kYes},
     {"no", Answer::kNo},
     {"cancel", Answer::kCancel},
     {"ok", Answer::kOk},
+    {"overwrite", Answer::kOverwrite},
 }};
 
 bool takeAnswer(CommandLine& line, std::string_view value) {
@@ -96,7 +97,7 @@ constexpr std::array<OptionRow, 12> kOptions = {{
     {kOutput, "--output", "-o", "DIR", "write into the folder DIR, which must exist", takeOutput},
     {kHostApp, "--host-app", "", "NAME", "write for the host NAME, \"Harrier\" for one",
      takeHostApp},
-    {kForce, "--force", "", "", "replace the file when it exists", takeForce},
+    {kForce, "--force", "", "", "replace a file that exists, or was changed meanwhile", takeForce},
     {kRtf, "--rtf", "", "", "as rich text, for a word processor", takeRtf},
     {kFormat, "--format", "", "text|json", "how the findings are told", takeFormat},
     {kCompiler, "--compiler", "", "PATH", "the compiler to use, in place of that of the settings",
@@ -104,7 +105,7 @@ constexpr std::array<OptionRow, 12> kOptions = {{
     {kSend, "--send", "", "HOST:PORT", "send the program through the toolbar server there",
      takeSend},
     {kStore, "--store", "", "", "write the measured times into the project file", takeStore},
-    {kAnswer, "--answer", "", "TITLE=yes|no|cancel|ok", "answer the message box TITLE so",
+    {kAnswer, "--answer", "", "TITLE=yes|no|cancel|ok|overwrite", "answer the message box TITLE so",
      takeAnswer},
     {kYes, "--yes", "", "", "answer every other question with yes or ok", takeYes},
     {kNoSync, "--no-sync", "", "", "do not wait until the disk has the files (for benchmarks)",

@@ -17,6 +17,7 @@ ExitCode Compile(const CommandLine& line);
 ExitCode Generate(const CommandLine& line);
 ExitCode Resave(const CommandLine& line);
 ExitCode StartNew(const CommandLine& line);
+ExitCode Recover(const CommandLine& line);
 ExitCode Summary(const CommandLine& line);
 ExitCode Wiring(const CommandLine& line);
 ExitCode ChangeSettings(const CommandLine& line);

@@ -3,6 +3,7 @@
 #include "documents/makewire.h"
 #include "documents/wire_rtf.h"
 #include "project_run.h"
+#include "projectfile/genfile.h"
 
 namespace ostrand::cli {
 namespace {
@@ -10,10 +11,11 @@ namespace {
 bool generate(ProjectRun& run, Ostrand& session, std::string_view file) {
   if (!OpenProject(session, file)) return false;
   const std::string base = OutputBase(run, session);
-  return NotYetWritten(run, base + ".VKP") && session.WriteProgram(base) &&
-         TellWritten(run, base + ".VKP") && session.WriteTableDescription(base) &&
-         TellWritten(run, base + ".VKD") && session.WriteWiringDiagram(base) &&
-         TellWritten(run, base + ".VKW");
+  return NotYetWritten(run, base + ".VKP") && session.UnderLock(base, [&] {
+    return session.WriteProgram(base) && TellWritten(run, base + ".VKP") &&
+           session.WriteTableDescription(base) && TellWritten(run, base + ".VKD") &&
+           session.WriteWiringDiagram(base) && TellWritten(run, base + ".VKW");
+  });
 }
 
 bool wiring(ProjectRun& run, Ostrand& session, std::string_view file) {
@@ -33,17 +35,42 @@ bool resave(ProjectRun& run, Ostrand& session, std::string_view file) {
   return OpenProject(session, file) && WriteProject(run, session);
 }
 
-bool startNew(ProjectRun& run, Ostrand& session, std::string_view file) {
+bool nameProject(Ostrand& session, std::string_view file) {
   session.NameProject(file);
-  if (session.BaseName().empty()) {
-    Complain(std::string(file) + " names no file");
+  if (session.BaseName().empty()) Complain(std::string(file) + " names no file");
+  return !session.BaseName().empty();
+}
+
+// Whether the line lets a new project take the place of what is there.
+bool mayStart(const ProjectRun& run, const std::string& path) {
+  if (run.line.force) return true;
+  if (run.files.Taken(path)) {
+    Complain(run.files.Find(path) + " exists already; --force replaces it");
     return false;
   }
-  if (!run.line.force && run.files.Taken(session.CurrentFileName())) {
-    Complain(run.files.Find(session.CurrentFileName()) + " exists already; --force replaces it");
-    return false;
-  }
-  return WriteProject(run, session);
+  const auto left = ORVUS_GENFILE::InterruptedSave(run.files, path);
+  if (!left) return true;
+  Complain(*left + " is left of a save that was interrupted. To restore the project: ostrand " +
+           "recover " + path + "; --force starts a new one");
+  return false;
+}
+
+bool startNew(ProjectRun& run, Ostrand& session, std::string_view file) {
+  if (!nameProject(session, file)) return false;
+  const std::string base = OutputBase(run, session);
+  return session.UnderLock(
+      base, [&] { return mayStart(run, session.CurrentFileName()) && WriteProject(run, session); });
+}
+
+bool recoverProject(ProjectRun& run, Ostrand& session, std::string_view file) {
+  if (!nameProject(session, file)) return false;
+  const std::string& path = session.CurrentFileName();
+  return session.UnderLock(OutputBase(run, session), [&] {
+    const auto from = ORVUS_GENFILE::RecoverProjectFile(run.files, path);
+    if (!from) Complain(from.ErrorText());
+    return from &&
+           Say(platform::TerminalText("recovered " + path + " from " + from.Value() + "\n"));
+  });
 }
 
 }  // namespace
@@ -57,5 +84,7 @@ ExitCode Summary(const CommandLine& line) { return ForEachProject(line, summary)
 ExitCode Resave(const CommandLine& line) { return ForEachProject(line, resave); }
 
 ExitCode StartNew(const CommandLine& line) { return ForEachProject(line, startNew); }
+
+ExitCode Recover(const CommandLine& line) { return ForEachProject(line, recoverProject); }
 
 }  // namespace ostrand::cli

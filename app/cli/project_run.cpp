@@ -61,6 +61,7 @@ ExitCode ForEachProject(const CommandLine& line, ProjectCommand command) {
     host->forms.Subject(file);
     Ostrand session(TheStore(), host->Around(host->forms), nobodyListens);
     session.HostApp(line.hostApp);
+    session.OverwriteChanged(line.force);
     const bool worked = command(run, session, file);
     const bool toBeSeen = !host->forms.TakeBoxesShown().empty();
     if (!worked || toBeSeen) result = kFault;
@@ -72,6 +73,7 @@ ExitCode ForEachProject(const CommandLine& line, ProjectCommand command) {
 bool OpenProject(Ostrand& session, std::string_view file) {
   bool cancelled = false;
   session.OpenFile(file, cancelled);
+  if (cancelled) TellInterrupted(session);
   return !cancelled;
 }
 
@@ -81,9 +83,25 @@ void UseCompiler(const ProjectRun& run, Ostrand& session) {
 
 bool WriteProject(ProjectRun& run, Ostrand& session) {
   const std::string base = OutputBase(run, session);
-  if (!NotYetWritten(run, base + ".VKG") || !session.WriteProjectFile(base)) return false;
-  WarnOfSkippedLines(session, base + ".VKG");
-  return TellWritten(run, base + ".VKG");
+  const std::string path = base + ".VKG";
+  if (!NotYetWritten(run, path)) return false;
+  const bool written = session.WriteProjectFile(base);
+  if (session.ChangedOutside()) TellChanged(path);
+  if (!written) return false;
+  WarnOfSkippedLines(session, path);
+  return TellWritten(run, path);
+}
+
+void TellChanged(const std::string& path) {
+  Complain(path + " was changed meanwhile and is left as it is; --force overwrites it");
+}
+
+void TellInterrupted(const Ostrand& session) {
+  const InterruptedProject& found = session.Interrupted();
+  if (found.left.empty()) return;
+  Hint(platform::TerminalText("An earlier save was interrupted: " + found.left +
+                              " holds the project. To restore it: ostrand recover " +
+                              found.project + "\n"));
 }
 
 void WarnOfSkippedLines(const Ostrand& session, std::string_view file) {

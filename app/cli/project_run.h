@@ -59,6 +59,12 @@ ExitCode ForEachProject(const CommandLine& line, ProjectCommand command);
 // False when the file could not be opened, which has been told then.
 bool OpenProject(Ostrand& session, std::string_view file);
 
+// After a failed OpenProject: says what an interrupted save has left in place of the project.
+void TellInterrupted(const Ostrand& session);
+
+// Says that another program has changed the project, so that it was not saved.
+void TellChanged(const std::string& path);
+
 // Puts the compiler of the line in place of that of the settings, which opening a project loads.
 void UseCompiler(const ProjectRun& run, Ostrand& session);
 

@@ -47,6 +47,7 @@ bool saveBy(int button, ProjectRun& run, Ostrand& session, std::string_view file
   if (!session.SavedFiles().empty()) WarnOfSkippedLines(session, session.SavedFiles().front());
   for (const std::string& name : session.SavedFiles()) told = TellWritten(run, name) && told;
   if (!session.CompileSkipped().empty()) Complain(session.CompileSkipped());
+  if (session.ChangedOutside()) TellChanged(session.CurrentFileName());
   if (!session.Saved()) Complain(std::string(file) + " was not saved");
   return noTrouble(run.forms) && told && session.Saved();
 }

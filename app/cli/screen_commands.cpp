@@ -44,6 +44,7 @@ ExitCode PlayScreens(const CommandLine& line) {
   ScriptForms forms(host->forms);
   OstrandEvents nobodyListens;
   Ostrand session(TheStore(), host->Around(forms), nobodyListens);
+  session.OverwriteChanged(line.force);
   ScreenScript player(session, forms, script.Value());
   const bool opened = OpenProject(session, file);
   const auto complainOfBox = [&] {

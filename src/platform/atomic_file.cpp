@@ -1,22 +1,26 @@
 #include "platform/atomic_file.h"
 
+#include <utility>
+
 #include "platform/paths.h"
+#include "text/number.h"
 
 namespace ostrand::platform {
 namespace {
 
 // Of a very long title, so that the neighbour's name stays one that a disk takes.
-constexpr std::size_t kMostOfTitle = 240;
+constexpr std::size_t kMaxTitle = 240;
+constexpr int kMaxNeighbours = 9;
 
 }  // namespace
 
-AtomicFile::AtomicFile(FileSystem& files, std::string_view path, std::string_view rightsOf)
-    : files_(files), path_(files.Find(path)), rightsOf_(rightsOf.empty() ? path_ : rightsOf) {
-  const SplitPath parts = Split(path_);
-  title_ = parts.title;
-  hiddenTitle_ = "." + title_.substr(0, kMostOfTitle) + ".writing";
-  hidden_ = parts.folder + hiddenTitle_;
+std::string HiddenNeighbour(std::string_view path) {
+  const SplitPath parts = Split(path);
+  return parts.folder + "." + parts.title.substr(0, kMaxTitle) + ".writing";
 }
+
+AtomicFile::AtomicFile(FileSystem& files, std::string path, std::string_view rightsOf)
+    : files_(files), path_(std::move(path)), rightsOf_(rightsOf.empty() ? path_ : rightsOf) {}
 
 AtomicFile::~AtomicFile() {
   file_.reset();
@@ -26,47 +30,75 @@ AtomicFile::~AtomicFile() {
 
 Result<> AtomicFile::Write(std::string_view bytes) { return ofTarget(write(bytes)); }
 
+Result<> AtomicFile::Finish() { return ofTarget(finish()); }
+
 Result<> AtomicFile::Commit() { return ofTarget(commit()); }
 
 Result<> AtomicFile::ofTarget(Result<> result) const {
   if (result) return result;
   std::string text = result.ErrorText();
-  const std::size_t at = text.find(hiddenTitle_);
-  if (at != std::string::npos) text.replace(at, hiddenTitle_.size(), title_);
+  const std::string hidden = Split(hidden_).title;
+  const std::size_t at = hidden.empty() ? std::string::npos : text.find(hidden);
+  if (at != std::string::npos) text.replace(at, hidden.size(), Split(path_).title);
   return Error{std::move(text)};
+}
+
+Result<> AtomicFile::open() {
+  if (auto allowed = files_.MayReplace(path_); !allowed) return allowed;
+  const std::string first = HiddenNeighbour(path_);
+  hidden_ = first;
+  for (int number = 1;; ++number) {
+    Result<> created = create();
+    if (created || number > kMaxNeighbours || files_.LookAt(hidden_) == Entry::kNone) {
+      return created;
+    }
+    hidden_ = first + "." + NumberText(number);
+  }
+}
+
+Result<> AtomicFile::create() {
+  for (bool again = false;; again = true) {
+    auto created = files_.Create(hidden_, rightsOf_);
+    if (created) {
+      file_ = std::move(created.Value());
+      created_ = true;
+      return Done{};
+    }
+    // A remainder of a process that died is of no use to anybody.
+    const bool remainder = !again && files_.LookAt(hidden_) == Entry::kFile;
+    if (!remainder || !files_.Delete(hidden_)) return Error{created.ErrorText()};
+  }
 }
 
 Result<> AtomicFile::write(std::string_view bytes) {
   if (!file_) {
-    if (auto allowed = files_.MayReplace(path_); !allowed) return allowed;
-    // A remainder of a process that died is of no use to anybody.
-    if (files_.Exists(hidden_)) {
-      if (auto removed = files_.Delete(hidden_); !removed) return removed;
-    }
-    auto created = files_.Create(hidden_);
-    if (!created) return Error{created.ErrorText()};
-    file_ = std::move(created.Value());
-    created_ = true;
+    if (auto opened = open(); !opened) return opened;
   }
   return file_->Write(bytes);
 }
 
-Result<> AtomicFile::commit() {
+Result<> AtomicFile::finish() {
+  if (!file_) return Done{};
   if (auto synced = file_->Sync(); !synced) return synced;
   auto closed = file_->Close();
   file_.reset();
-  if (!closed) return closed;
-  files_.CopyRights(rightsOf_, hidden_);
+  return closed;
+}
+
+Result<> AtomicFile::commit() {
+  if (auto finished = finish(); !finished) return finished;
   if (auto renamed = files_.Rename(hidden_, path_); !renamed) return renamed;
   created_ = false;
+  replaced_ = true;
   return files_.SyncFolder(path_);
 }
 
-Result<> WriteWhole(FileSystem& files, std::string_view path, std::string_view bytes,
-                    std::string_view rightsOf) {
+Result<> WriteWhole(FileSystem& files, std::string_view path, std::string_view bytes) {
+  const std::string target = files.Target(path);
+  // By the name that was asked for, since that is the one a project's lock is held for.
   const auto lock = files.LockFolder(path);
   if (!lock) return Error{lock.ErrorText()};
-  AtomicFile file(files, path, rightsOf);
+  AtomicFile file(files, target);
   if (auto written = file.Write(bytes); !written) return written;
   return file.Commit();
 }

@@ -9,36 +9,49 @@
 
 namespace ostrand::platform {
 
+// Hidden name beside `path` under which its new content is written.
+std::string HiddenNeighbour(std::string_view path);
+
 // Writes to a hidden neighbour of `path`; Commit checks every step, syncs and renames it over the
 // target. What was not committed is removed by the destructor. A target that may not be changed is
-// an error, though a rename could replace it. Errors name the target. Two writers at once would
-// share the neighbour: the caller holds the lock of the folder.
+// an error, though a rename could replace it. What a process that died left under the neighbour's
+// name is removed; anything but a regular file there is left alone, and the neighbour takes a
+// numbered name. Errors name the target. Two writers at once would share the neighbour: the caller
+// holds the lock of the folder or of the project.
 class AtomicFile {
  public:
-  // The new file takes the rights of the file `rightsOf`, or of the target itself.
-  AtomicFile(FileSystem& files, std::string_view path, std::string_view rightsOf = {});
+  // `path` is a name that Target gave. The new file takes the rights of the file `rightsOf`, or of
+  // the target.
+  AtomicFile(FileSystem& files, std::string path, std::string_view rightsOf = {});
   ~AtomicFile();
   AtomicFile(const AtomicFile&) = delete;
   AtomicFile& operator=(const AtomicFile&) = delete;
 
   Result<> Write(std::string_view bytes);
+  // All of it is on the disk itself, under the hidden name.
+  Result<> Finish();
+  // Finishes what is not finished yet and puts it into its place.
   Result<> Commit();
+  // The target has the new content, though Commit may have failed after that.
+  [[nodiscard]] bool Replaced() const { return replaced_; }
 
  private:
+  Result<> open();
+  Result<> create();
   Result<> write(std::string_view bytes);
+  Result<> finish();
   Result<> commit();
-  // An error of the neighbour, told of the file that the user knows; the disk may spell the folder
-  // in its own way.
+  // An error of the neighbour in terms of the file that the user knows; the disk may spell the
+  // folder in another way.
   [[nodiscard]] Result<> ofTarget(Result<> result) const;
 
   FileSystem& files_;
   std::string path_;
   std::string rightsOf_;
-  std::string title_;        // of the target, without its folder
-  std::string hiddenTitle_;  // of the neighbour
   std::string hidden_;
   std::unique_ptr<OutputFile> file_;
-  bool created_ = false;  // the neighbour stands on the disk
+  bool created_ = false;  // the neighbour is on the disk
+  bool replaced_ = false;
 };
 
 }  // namespace ostrand::platform

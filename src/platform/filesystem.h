@@ -2,7 +2,9 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -27,6 +29,30 @@ class FolderLock {
   virtual ~FolderLock() = default;
 };
 
+// Keeps other saves of a project out while it lives.
+class ProjectLock {
+ public:
+  virtual ~ProjectLock() = default;
+  // Called between the files of a save: shows other machines that this save lives, and is an error
+  // once another one has taken the lock over.
+  virtual Result<> Keep() = 0;
+};
+
+// Called while a lock is waited for, with its holder: "anna on lab-pc, process 4711".
+using Waiting = std::function<void(const std::string& holder)>;
+
+// What is under a name; a symbolic link is not followed.
+enum class Entry { kNone, kFile, kFolder, kLink, kOther };
+
+// Tells one state of a file from another without a look at its bytes.
+struct FileStamp {
+  std::uint64_t device = 0;
+  std::uint64_t number = 0;  // of the file on that device
+  std::uint64_t size = 0;
+  std::int64_t modified = 0;  // nanoseconds
+  friend bool operator==(const FileStamp&, const FileStamp&) = default;
+};
+
 // Paths are bytes. An implementation turns `\` into its own separator, and finds a name first
 // exactly and then without regard to upper and lower case. Error texts name the path.
 class FileSystem {
@@ -39,6 +65,15 @@ class FileSystem {
   virtual bool Taken(std::string_view path) { return Exists(path); }
   // The name of that file as it stands on the disk; the path itself when there is none.
   virtual std::string Find(std::string_view path) = 0;
+  // The name that a write of `path` replaces or creates: that of Find, symbolic links followed; for
+  // a new file its name in the folder as it is on the disk.
+  virtual std::string Target(std::string_view path) { return Find(path); }
+  // What is under exactly this name, in this spelling.
+  virtual Entry LookAt(std::string_view path) { return Exists(path) ? Entry::kFile : Entry::kNone; }
+  // Of exactly this name; nothing when there is no such file, or when the disk cannot tell.
+  virtual std::optional<FileStamp> Stamp(std::string_view /*path*/) { return std::nullopt; }
+  // Whether two folders, with their separators, are one.
+  virtual bool SameFolder(std::string_view one, std::string_view other) { return one == other; }
   // Folder the process stands in, with its trailing separator.
   virtual std::string WorkingFolder() = 0;
 
@@ -48,21 +83,37 @@ class FileSystem {
     const auto bytes = Read(path);
     return bytes ? bytes.Value().size() : 0;
   }
-  // Creates a new file; an error when the name is taken.
-  virtual Result<std::unique_ptr<OutputFile>> Create(std::string_view path) = 0;
-  // Replaces `to` when it exists.
+  // Creates a new file of exactly this name; an error when it is taken, by a link too. The file has
+  // the rights of the file `rightsOf`, if there is one, from the first moment, so that a replaced
+  // file stays as open or as closed to others as it was; its owner and group where the system lets
+  // this user give them.
+  virtual Result<std::unique_ptr<OutputFile>> Create(std::string_view path,
+                                                     std::string_view rightsOf) = 0;
+  // Both by their exact names. Rename replaces `to` when it exists; for RenameNew that is an error.
   virtual Result<> Rename(std::string_view from, std::string_view to) = 0;
+  virtual Result<> RenameNew(std::string_view from, std::string_view to) {
+    if (LookAt(to) != Entry::kNone) return Error{std::string(to) + ": File exists"};
+    return Rename(from, to);
+  }
+  // Gives the file `from` a second name. An error when `to` is taken, and on a disk without links.
+  virtual Result<> Link(std::string_view from, std::string_view to) = 0;
   virtual Result<> Delete(std::string_view path) = 0;
-  // An error when a file of that name stands and is not to be changed: it has the read-only mark or
-  // is closed to this user. A look only; nothing happens on the disk.
+  // An error when what is there under that name is not to be replaced: no regular file, or one that
+  // has the read-only mark or is closed to this user. A look only; nothing happens on the disk.
   virtual Result<> MayReplace(std::string_view /*path*/) { return Done{}; }
-  // Gives the file `to` the rights of the file `from`, so that a replaced file stays as open or as
-  // closed to others as it was. Does what it can; a disk without rights does nothing.
-  virtual void CopyRights(std::string_view /*from*/, std::string_view /*to*/) {}
   // Takes the read-only mark off a file.
   virtual Result<> ClearReadOnly(std::string_view path) = 0;
+  // Keeps other saves of the project file `path` out, of this process as well, until the lock is
+  // destroyed. Waits for one that runs, calling `waiting` all the while, and gives up after ten
+  // seconds with an error that names its holder. A holder that died is no obstacle. Null on a disk
+  // without such locks, and in a folder that cannot be written.
+  virtual Result<std::unique_ptr<ProjectLock>> LockProject(std::string_view /*path*/,
+                                                           const Waiting& /*waiting*/) {
+    return std::unique_ptr<ProjectLock>();
+  }
   // Waits until nobody else writes into the folder of `path`, and keeps others out, of this process
-  // as well, until the lock is destroyed. Null on a disk without such locks.
+  // as well, until the lock is destroyed. Null on a disk without such locks, and for a file of a
+  // project whose lock is held.
   virtual Result<std::unique_ptr<FolderLock>> LockFolder(std::string_view /*path*/) {
     return std::unique_ptr<FolderLock>();
   }
@@ -73,9 +124,8 @@ class FileSystem {
 // Writes `bytes` as the whole content of `path`: into a hidden neighbour first, every step
 // checked, synced, renamed over the target. After an error the target is as it was, or, when only
 // the sync of its folder failed, stands whole with the new content. Writers of one folder take
-// turns, so that two of them never share a neighbour.
-// The file gets the rights of `rightsOf`, or, when none is named, of the file that it replaces.
-Result<> WriteWhole(FileSystem& files, std::string_view path, std::string_view bytes,
-                    std::string_view rightsOf = {});
+// turns, so that two of them never share a neighbour. The file gets the rights of the file that it
+// replaces; a symbolic link stays, and the file it leads to is replaced.
+Result<> WriteWhole(FileSystem& files, std::string_view path, std::string_view bytes);
 
 }  // namespace ostrand::platform

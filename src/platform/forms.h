@@ -7,8 +7,8 @@
 namespace ostrand::platform {
 
 enum class Icon { kNone, kInformation, kExclamation, kQuestion, kStop };
-enum class Buttons { kOk, kOkCancel, kYesNo, kYesNoCancel };
-enum class Answer { kOk, kCancel, kYes, kNo };
+enum class Buttons { kOk, kOkCancel, kYesNo, kYesNoCancel, kOverwriteCancel };
+enum class Answer { kOk, kCancel, kYes, kNo, kOverwrite };
 enum class Pointer { kNormal, kBusy };
 
 // A message box. Lines of `text` are parted by CR LF.
@@ -40,6 +40,8 @@ class Forms {
   virtual std::optional<std::string> AskSave(const FileDialog& dialog) = 0;
   // Sets the text of the panel "Help" of the status line and repaints it.
   virtual void SetHelpLine(const std::string& text) = 0;
+  // What the session waits for at present; on the help line where a host has no other place.
+  virtual void ShowWaiting(const std::string& text) { SetHelpLine(text); }
   virtual void SetPointer(Pointer shape) = 0;
   virtual void Beep() = 0;
   // Shows a help file at a context. A host without a viewer shows none.

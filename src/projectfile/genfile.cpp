@@ -1,8 +1,12 @@
 #include "projectfile/genfile.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "platform/atomic_file.h"
+#include "platform/paths.h"
+#include "text/number.h"
+#include "text/strings.h"
 
 namespace ostrand::ORVUS_GENFILE {
 namespace {
@@ -10,41 +14,126 @@ namespace {
 constexpr std::string_view kExtension = ".VKG";
 constexpr std::string_view kOldExtension = "._KG";
 
-// In one piece, as WriteWhole does, but under a lock that is held already.
-Result<> write(platform::FileSystem& files, const std::string& path, const std::string& text,
-               const std::string& rightsOf) {
-  platform::AtomicFile file(files, path, rightsOf);
-  if (auto written = file.Write(text); !written) return written;
-  return file.Commit();
+constexpr std::string_view kLastSection = "\r\n[CALCULATED FIELDS]\r\nCalcFieldCount=";
+constexpr int kMaxKept = 999;
+
+// `path` with another extension.
+std::string besideIt(const std::string& path, std::string_view extension) {
+  const std::string title = platform::Split(path).title;
+  return path.substr(0, path.size() - title.size()) +
+         title.substr(0, std::min(title.rfind('.'), title.size())).append(extension);
 }
 
-// A remainder that stands already is the last good content of a save that died: it is not replaced.
+// A project that is there is spelled as it was asked for; a link keeps its name. Gives the name.
+Result<std::string> spelledAs(platform::FileSystem& files, std::string_view path,
+                              const std::string& target) {
+  const std::string asked = platform::Split(path).title;
+  const platform::SplitPath parts = platform::Split(target);
+  if (parts.title == asked || !SameText(parts.title, asked) || files.Find(path) != target ||
+      files.LookAt(target) != platform::Entry::kFile) {
+    return target;
+  }
+  if (auto allowed = files.MayReplace(target); !allowed) return Error{allowed.ErrorText()};
+  std::string spelled = parts.folder + asked;
+  if (auto renamed = files.Rename(target, spelled); !renamed) return Error{renamed.ErrorText()};
+  return spelled;
+}
+
+// The only copy of a project is moved to the first name that is free, and the name returned.
+Result<std::string> keepRemainder(platform::FileSystem& files, const std::string& old) {
+  for (int number = 1; number <= kMaxKept; ++number) {
+    std::string kept = old + "." + NumberText(number);
+    if (files.LookAt(kept) != platform::Entry::kNone) continue;
+    if (auto moved = files.RenameNew(old, kept); !moved) return Error{moved.ErrorText()};
+    return kept;
+  }
+  return Error{old + ": Too many copies of it are kept"};
+}
+
+// Gives the project a second name, or a copy on a disk without links. False when neither could be
+// done, or the name is taken by what is no file: the save does not depend on it.
 bool putAside(platform::FileSystem& files, const std::string& project, const std::string& old) {
-  if (!files.Exists(project) || files.Exists(old)) return false;
-  return static_cast<bool>(files.Rename(project, old));
+  switch (files.LookAt(old)) {
+    case platform::Entry::kNone:
+      break;
+    case platform::Entry::kFile:  // of a save that died, beside a project that is whole
+      if (!files.Delete(old)) return false;
+      break;
+    default:
+      return false;
+  }
+  if (files.Link(project, old)) return true;
+  const auto bytes = files.Read(project);
+  if (!bytes) return false;
+  platform::AtomicFile copy(files, old, project);
+  return static_cast<bool>(copy.Write(bytes.Value())) && static_cast<bool>(copy.Commit());
 }
 
 }  // namespace
 
-Result<> SaveProjectFile(ProjectStore& store, platform::FileSystem& files, platform::Clock& clock,
-                         std::string_view base) {
+Result<SavedProject> SaveProjectFile(ProjectStore& store, platform::FileSystem& files,
+                                     platform::Clock& clock, std::string_view base) {
   const std::string text = ProjectFileText(store, clock.Now());
   const std::string path = std::string(base).append(kExtension);
-  const std::string old = std::string(base).append(kOldExtension);
-  // Another save of this project would take its old content for a remainder of this one.
-  const auto lock = files.LockFolder(path);
-  if (!lock) return Error{lock.ErrorText()};
-  const std::string found = files.Find(path);  // the name to go back to, in its own spelling
-  if (auto allowed = files.MayReplace(found); !allowed) return allowed;
-  const bool aside = putAside(files, found, old);
-  if (auto written = write(files, path, text, aside ? old : ""); !written) {
-    // When even this fails, the old content stays where a dead save would leave it.
-    if (aside) static_cast<void>(static_cast<bool>(files.Rename(old, found)));
-    return written;
+  const std::string target = files.Target(path);
+  const auto spelled = spelledAs(files, path, target);
+  if (!spelled) return Error{spelled.ErrorText()};
+  const std::string& project = spelled.Value();
+  const std::string old = besideIt(project, kOldExtension);
+
+  platform::AtomicFile file(files, project);
+  if (auto written = file.Write(text); !written) return Error{written.ErrorText()};
+  if (auto finished = file.Finish(); !finished) return Error{finished.ErrorText()};
+  SavedProject saved{platform::IdentityOf(project, text), {}};
+  bool aside = false;
+  if (files.LookAt(project) == platform::Entry::kFile) {
+    aside = putAside(files, project, old);
+  } else if (files.LookAt(old) == platform::Entry::kFile) {
+    auto kept = keepRemainder(files, old);
+    if (!kept) return Error{kept.ErrorText()};
+    saved.keptAs = std::move(kept.Value());
   }
-  // The project stands. A remainder that can't be deleted takes nothing from it.
-  if (files.Exists(old)) static_cast<void>(static_cast<bool>(files.Delete(old)));
-  return Done{};
+  const auto committed = file.Commit();
+  // The project is there, the new one or the old one; a second name that stays takes nothing from
+  // it. A new one that may not be on the disk yet keeps the old one beside it.
+  if (aside && (committed || !file.Replaced())) {
+    static_cast<void>(static_cast<bool>(files.Delete(old)));
+  }
+  if (!committed) return Error{committed.ErrorText()};
+  return saved;
+}
+
+std::optional<std::string> InterruptedSave(platform::FileSystem& files, std::string_view name) {
+  const std::string project = files.Target(name);
+  if (files.LookAt(project) != platform::Entry::kNone) return std::nullopt;
+  for (const std::string& left :
+       {besideIt(project, kOldExtension), platform::HiddenNeighbour(project)}) {
+    if (files.LookAt(left) == platform::Entry::kFile) return left;
+  }
+  return std::nullopt;
+}
+
+Result<std::string> RecoverProjectFile(platform::FileSystem& files, std::string_view name) {
+  const std::string project = files.Target(name);
+  if (files.LookAt(project) != platform::Entry::kNone) {
+    return Error{project + ": The project exists and is left as it is"};
+  }
+  const auto left = InterruptedSave(files, name);
+  if (!left) {
+    return Error{project + ": No interrupted save is beside it (" +
+                 besideIt(project, kOldExtension) + ")"};
+  }
+  if (*left == platform::HiddenNeighbour(project)) {
+    const auto bytes = files.Read(*left);
+    if (!bytes) return Error{bytes.ErrorText()};
+    const std::string& text = bytes.Value();
+    if (text.find(kLastSection) == std::string::npos || !text.ends_with("\r\n")) {
+      return Error{*left + ": The save was interrupted before the file was whole"};
+    }
+  }
+  if (auto moved = files.RenameNew(*left, project); !moved) return Error{moved.ErrorText()};
+  if (auto synced = files.SyncFolder(project); !synced) return Error{synced.ErrorText()};
+  return *left;
 }
 
 Result<std::optional<std::string>> ReadProjectFile(platform::FileSystem& files,

@@ -7,6 +7,7 @@
 
 #include "model/store.h"
 #include "platform/clock.h"
+#include "platform/file_identity.h"
 #include "platform/filesystem.h"
 #include "projectfile/read_report.h"
 #include "text/result.h"
@@ -17,11 +18,30 @@ namespace ostrand::ORVUS_GENFILE {
 // use a WriteIf of -1 becomes 1, and a negative TrigTabStop takes the value of TrigTable.
 std::string ProjectFileText(ProjectStore& store, const platform::Moment& now);
 
-// Writes `base`.VKG, where `base` is the path without extension. The old file waits under
-// `base`._KG until the new one stands whole. After an error, whose text names the path, the old
-// content is back under its name, or still under `base`._KG when even that could not be done.
-Result<> SaveProjectFile(ProjectStore& store, platform::FileSystem& files, platform::Clock& clock,
-                         std::string_view base);
+// What a save has written, and what it found.
+struct SavedProject {
+  platform::FileIdentity file;
+  // Where an old file is kept that an earlier save left alone under `base`._KG; empty for none.
+  std::string keptAs;
+};
+
+// Writes `base`.VKG, where `base` is the path without extension. The caller holds the lock of the
+// project. A project exists at every moment, the old one or the new one: the new file is written to
+// a hidden neighbour, the old one gets `base`._KG as a second name, the new file takes its place,
+// and the second name goes. After an error, whose text names the path, the old file is untouched,
+// or, when only its folder could not be synced, the new one is in its place.
+Result<SavedProject> SaveProjectFile(ProjectStore& store, platform::FileSystem& files,
+                                     platform::Clock& clock, std::string_view base);
+
+// What an interrupted save has left in place of the project file `name`: the path of its old file,
+// else of a first one that was being written. Nothing when the project exists, or when there is
+// nothing.
+std::optional<std::string> InterruptedSave(platform::FileSystem& files, std::string_view name);
+
+// Gives what InterruptedSave finds its name back and returns where it was; the caller holds the
+// lock of the project. An error, naming the path, when the project exists, when there is nothing,
+// and when what is there ends before its last section.
+Result<std::string> RecoverProjectFile(platform::FileSystem& files, std::string_view name);
 
 // The bytes of a project file, whose read-only mark is taken off; nothing when there is no such
 // file; an error, naming the path, when it can't be read. A name without "." means ".VKG".

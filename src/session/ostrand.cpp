@@ -197,22 +197,29 @@ void Ostrand::OpenFile(std::string_view sFileName, bool& bCancel) {
 
 // Whether the session has a project to go on with.
 bool Ostrand::openNamed(bool fromDialog) {
+  interrupted_ = {};
   const bool there = around_.files.Taken(currentFileName_);
-  if (there && !loadProject()) return false;
-  // A new name from the dialog is how a new project starts.
   if (!there) readReport_ = {};
-  if (!there && !fromDialog) {
-    showNotFound();
+  const bool opened = there ? loadProject() : fromDialog;
+  if (!there && !fromDialog) showNotFound();
+  if (!opened) {
+    const auto left = ORVUS_GENFILE::InterruptedSave(around_.files, currentFileName_);
+    if (left) interrupted_ = {currentFileName_, *left};
     return false;
   }
+  // A new name from the dialog is how a new project starts.
+  if (!there) known_ = {around_.files.Target(currentFileName_), false, std::nullopt, 0, 0};
   calcVarRefs_ = CollectCalcVarRefs(store_);
   if (there) events_.NewFile(currentFileName_);
   return true;
 }
 
 bool Ostrand::loadProject() {
+  const std::string path = around_.files.Target(currentFileName_);
+  const auto stamp = around_.files.Stamp(path);
   const auto bytes = ORVUS_GENFILE::ReadProjectFile(around_.files, currentFileName_);
   if (bytes && bytes.Value()) {  // only now may the project before go
+    known_ = platform::IdentityOf(path, *bytes.Value(), stamp);
     startProject(store_);
     readReport_ = ORVUS_GENFILE::ReadProjectText(store_, *bytes.Value());
     dirtyFlag_ = false;

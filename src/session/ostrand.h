@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -10,6 +11,7 @@
 #include "generator/savedld.h"
 #include "model/store.h"
 #include "model/variables.h"
+#include "platform/file_identity.h"
 #include "platform/socket.h"
 #include "platform/surroundings.h"
 #include "projectfile/read_report.h"
@@ -50,6 +52,12 @@ struct Appearance {
   i32 SummaryBack = 0;
   i32 SummaryText = 0;
   i32 Highlight = 0;
+};
+
+// A missing project, and the file in which an interrupted save has left it; empty for none.
+struct InterruptedProject {
+  std::string project;
+  std::string left;
 };
 
 // Properties are pairs of overloads: AppPath() reads, AppPath(text) sets. Folders end in a
@@ -222,13 +230,24 @@ class Ostrand {
   // file first; the name of that copy after the last save, empty for none.
   [[nodiscard]] const ORVUS_GENFILE::ReadReport& SkippedLines() const { return readReport_; }
   [[nodiscard]] const std::string& OldFileKept() const { return oldFileKept_; }
+  // What the last OpenFile found in place of a project that is missing.
+  [[nodiscard]] const InterruptedProject& Interrupted() const { return interrupted_; }
+  // A save that finds the project file changed by another program asks before it overwrites it;
+  // with `true` it overwrites without a question.
+  void OverwriteChanged(bool overwrite) { overwriteChanged_ = overwrite; }
+  // The last save was not done, since another program has changed the project file.
+  [[nodiscard]] bool ChangedOutside() const { return changedOutside_; }
   // What the checks work on.
   [[nodiscard]] CheckContext Checks();
 
   // Writes the project file, the program, its table description and the wiring diagram, in this
-  // order. The first failure is reported and ends it; what was written stays. True when all was
-  // written.
+  // order and under one lock of the project. The first failure is reported and ends it; what was
+  // written stays. True when all was written.
   bool SavePipeline();
+  // Runs `body`, which writes files of the project `base`, with other saves of it kept out; inside
+  // such a body it just runs. False when `body` says so, or when another save did not end, which
+  // has been reported then.
+  bool UnderLock(std::string_view base, const std::function<bool()>& body);
   // The steps of the pipeline, for `base` and their extension. False when the file could not be
   // written, which has been reported then. The wiring diagram is that of the last program.
   bool WriteProjectFile(std::string_view base);
@@ -250,11 +269,18 @@ class Ostrand {
 
  private:
   static constexpr i32 kHelpContext = 1800;
+  class Held;
 
   [[nodiscard]] bool openNamed(bool fromDialog);
   [[nodiscard]] bool loadProject();
   void showNotFound();
   void keepOldFile(const std::string& path);
+  bool saveUnchanged(std::string_view base, const std::function<bool()>& body);
+  [[nodiscard]] std::optional<platform::FileIdentity> changedOnDisk(std::string_view base);
+  bool askToOverwrite(const std::string& path);
+  bool writeProject(std::string_view base);
+  bool keepLock();
+  void tellKept();
   void takeTextBoxes();
   [[nodiscard]] std::string typedText(std::string_view keys);
   void loadSettings();
@@ -293,6 +319,11 @@ class Ostrand {
   std::vector<std::string> savedFiles_;
   ORVUS_GENFILE::ReadReport readReport_;
   std::string oldFileKept_;
+  InterruptedProject interrupted_;
+  platform::FileIdentity known_;           // the project file as it was last read or written
+  platform::ProjectLock* lock_ = nullptr;  // of the save under way; null on a disk without locks
+  std::string lockedBase_;                 // its project; empty for none
+  std::string keptAs_;                     // what that save found and kept
   SocketObject* socketControl_ = nullptr;
   i16 whoCalled_ = 0;
   Focus focus_ = Focus::kNone;
@@ -307,6 +338,8 @@ class Ostrand {
   bool closing_ = false;
   bool working_ = false;
   bool printPanelShown_ = false;
+  bool overwriteChanged_ = false;
+  bool changedOutside_ = false;
 };
 
 }  // namespace ostrand

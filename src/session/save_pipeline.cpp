@@ -1,5 +1,7 @@
 // The road of a project to its files, through the logger's compiler and to the logger.
 #include <algorithm>
+#include <memory>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -25,6 +27,8 @@ constexpr std::string_view kDownloadApplication = "Harrier";
 
 constexpr std::size_t kLongBytes = 4;
 
+constexpr std::string_view kProjectExtension = ".VKG";
+
 // One step of the pipeline.
 struct Step {
   std::string_view extension;
@@ -32,6 +36,28 @@ struct Step {
 };
 
 }  // namespace
+
+// The lock of the save under way; the one before it, if any, comes back at the end.
+class Ostrand::Held {
+ public:
+  Held(Ostrand& session, std::string_view base, std::unique_ptr<platform::ProjectLock> lock)
+      : session_(session),
+        lock_(std::move(lock)),
+        lockBefore_(std::exchange(session.lock_, lock_.get())),
+        baseBefore_(std::exchange(session.lockedBase_, std::string(base))) {}
+  ~Held() {
+    session_.lock_ = lockBefore_;
+    session_.lockedBase_ = std::move(baseBefore_);
+  }
+  Held(const Held&) = delete;
+  Held& operator=(const Held&) = delete;
+
+ private:
+  Ostrand& session_;
+  std::unique_ptr<platform::ProjectLock> lock_;
+  platform::ProjectLock* lockBefore_;
+  std::string baseBefore_;
+};
 
 void Ostrand::KeepTextBoxes() {
   store_.Gen.Operator = txtOper_;
@@ -48,26 +74,121 @@ bool Ostrand::SavePipeline() {
   const std::string base(WithoutExtension(currentFileName_));
   const auto run = [&](const Step& step) {
     around_.forms.SetHelpLine("Saving " + Upper(base) + std::string(step.extension) + ".");
-    if (!(this->*step.write)(base)) return false;
+    if (!keepLock() || !(this->*step.write)(base)) return false;
     savedFiles_.push_back(base + std::string(step.extension));
     return true;
   };
   savedFiles_.clear();
-  if (!run({".VKG", &Ostrand::WriteProjectFile})) return false;
-  if (!run({".VKP", &Ostrand::WriteProgram})) return false;
-  findCompiler(settings_.CompilerPath() + " was not found.", "Would you like to search for it?.");
-  if (!run({".VKD", &Ostrand::WriteTableDescription})) return false;
-  if (!run({".VKW", &Ostrand::WriteWiringDiagram})) return false;
-  around_.forms.SetHelpLine("");
-  return true;
+  return saveUnchanged(base, [&] {
+    if (!run({".VKG", &Ostrand::writeProject})) return false;
+    if (!run({".VKP", &Ostrand::WriteProgram})) return false;
+    findCompiler(settings_.CompilerPath() + " was not found.", "Would you like to search for it?.");
+    if (!run({".VKD", &Ostrand::WriteTableDescription})) return false;
+    if (!run({".VKW", &Ostrand::WriteWiringDiagram})) return false;
+    around_.forms.SetHelpLine("");
+    return true;
+  });
+}
+
+// ---- The lock and the project on the disk -------------------------------------------------------
+
+bool Ostrand::UnderLock(std::string_view base, const std::function<bool()>& body) {
+  if (lockedBase_ == base) return body();
+  std::string shown;
+  const auto waiting = [&](const std::string& holder) {
+    if (shown != holder) {
+      around_.forms.ShowWaiting("Waiting for " + holder + ", to end a save of this project.");
+    }
+    shown = holder;
+    around_.forms.DoEvents();
+    around_.processes.Rest();
+  };
+  auto lock = around_.files.LockProject(std::string(base).append(kProjectExtension), waiting);
+  if (!lock) {
+    around_.forms.Beep();
+    around_.forms.ShowBox({.title = "PROJECT NOT SAVED",
+                           .text = lock.ErrorText() + "\r\nNothing was written.",
+                           .icon = platform::Icon::kExclamation});
+    return false;
+  }
+  const Held held(*this, base, std::move(lock.Value()));
+  return body();
+}
+
+// Whether the lock is still ours; the loss has been reported then.
+bool Ostrand::keepLock() {
+  return Guarded(around_.forms, "Ostrand.SavePipeline", [&] {
+    const Result<> kept = lock_ == nullptr ? Result<>(Done{}) : lock_->Keep();
+    if (!kept) throw FileAccess(kept.ErrorText());
+  });
+}
+
+// Runs `body` under the lock while the project file has the content that the session knows, or one
+// that the user lets it overwrite. Nobody waits for the lock while the user is asked.
+bool Ostrand::saveUnchanged(std::string_view base, const std::function<bool()>& body) {
+  changedOutside_ = false;
+  keptAs_.clear();
+  for (;;) {
+    std::optional<platform::FileIdentity> other;
+    const bool done = UnderLock(base, [&] {
+      other = changedOnDisk(base);
+      return !other && body();
+    });
+    if (!other) {
+      tellKept();
+      return done;
+    }
+    changedOutside_ = !overwriteChanged_ && !askToOverwrite(other->path);
+    if (changedOutside_) return false;
+    known_ = std::move(*other);
+  }
+}
+
+std::optional<platform::FileIdentity> Ostrand::changedOnDisk(std::string_view base) {
+  if (known_.path.empty()) return std::nullopt;
+  const std::string path = around_.files.Target(std::string(base).append(kProjectExtension));
+  if (!platform::SameFile(around_.files, known_.path, path)) return std::nullopt;
+  return platform::ChangedSince(around_.files, known_, path);
+}
+
+bool Ostrand::askToOverwrite(const std::string& path) {
+  around_.forms.Beep();
+  const platform::Answer answer = around_.forms.ShowBox(
+      {.title = "PROJECT CHANGED",
+       .text = path + "\r\nwas changed by another program since it was read here.\r\n"
+                      "Overwriting it loses what the other program wrote.",
+       .icon = platform::Icon::kExclamation,
+       .buttons = platform::Buttons::kOverwriteCancel,
+       .preselected = platform::Answer::kCancel});
+  return answer == platform::Answer::kOverwrite;
+}
+
+void Ostrand::tellKept() {
+  if (keptAs_.empty()) return;
+  around_.forms.ShowBox(
+      {.title = "EARLIER SAVE KEPT",
+       .text = "An interrupted save had left an older project beside this one.\r\n"
+               "It is kept as " +
+               keptAs_ + ".",
+       .icon = platform::Icon::kInformation});
 }
 
 bool Ostrand::WriteProjectFile(std::string_view base) {
+  return saveUnchanged(base, [&] { return writeProject(base); });
+}
+
+bool Ostrand::writeProject(std::string_view base) {
   return Guarded(around_.forms, "ORVUS_GENFILE.SaveProjectFile", [&] {
     keepOldFile(std::string(base).append(".VKG"));
-    const Result<> saved =
-        ORVUS_GENFILE::SaveProjectFile(store_, around_.files, around_.clock, base);
-    if (!saved) throw FileAccess(saved.ErrorText());
+    auto saved = ORVUS_GENFILE::SaveProjectFile(store_, around_.files, around_.clock, base);
+    if (!saved) {
+      // The new content may be in its place all the same.
+      const std::string path = around_.files.Target(std::string(base).append(kProjectExtension));
+      if (auto now = platform::IdentityNow(around_.files, path)) known_ = std::move(*now);
+      throw FileAccess(saved.ErrorText());
+    }
+    known_ = std::move(saved.Value().file);
+    keptAs_ = std::move(saved.Value().keptAs);
   });
 }
 

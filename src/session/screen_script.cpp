@@ -19,11 +19,12 @@ struct AnswerWord {
   std::string_view word;
   Answer answer;
 };
-constexpr std::array<AnswerWord, 4> kAnswers = {{
+constexpr std::array<AnswerWord, 5> kAnswers = {{
     {"yes", Answer::kYes},
     {"no", Answer::kNo},
     {"cancel", Answer::kCancel},
     {"ok", Answer::kOk},
+    {"overwrite", Answer::kOverwrite},
 }};
 
 constexpr std::string_view kEllipsis = "...";

@@ -45,6 +45,7 @@ class ScriptForms : public platform::Forms {
   std::optional<std::string> AskOpen(const platform::FileDialog& dialog) override;
   std::optional<std::string> AskSave(const platform::FileDialog& dialog) override;
   void SetHelpLine(const std::string& text) override { helpLine_ = text; }
+  void ShowWaiting(const std::string& text) override { inner_.ShowWaiting(text); }
   void SetPointer(platform::Pointer shape) override { inner_.SetPointer(shape); }
   void Beep() override { beeped_ = true; }
   void DoEvents() override { inner_.DoEvents(); }

@@ -47,7 +47,7 @@ TEST_F(Cli, WrongUsageEndsWithTwoAndNamesTheHelp) {
       {{"settings", "set", "GenPath", "x", "y"}, "too much: y", " settings"},
       {{"new", "x", "y"}, "one file at a time, please", " new"},
       {{"new", "x", "--answer", "TROUBLE=maybe"},
-       "--answer takes TITLE=yes|no|cancel|ok, not \"TROUBLE=maybe\"",
+       "--answer takes TITLE=yes|no|cancel|ok|overwrite, not \"TROUBLE=maybe\"",
        " new"},
   };
   for (const auto& [arguments, message, help] : cases) {
@@ -124,6 +124,37 @@ TEST_F(Cli, FaultsEndWithOneNameTheFileAndGoOnWithTheNext) {
   const Outcome noFolder = RunOstrand({"generate", pump, "-o", folder / "none"});
   EXPECT_EQ(noFolder.code, 1);
   EXPECT_EQ(noFolder.err, "ostrand: " + (folder / "none/") + " is no folder\n");
+}
+
+TEST_F(Cli, AnInterruptedSaveIsToldAndRecovered) {
+  makeProject(pump);
+  const std::string bytes = ReadDisk(pump);
+  for (const std::string left : {"pump._KG", ".pump.VKG.writing"}) {
+    std::filesystem::rename(pump, folder / left);
+    const Outcome missing = RunOstrand({"generate", "pump"}, here);
+    EXPECT_EQ(missing.code, 1);
+    EXPECT_TRUE(
+        missing.err.ends_with("could not be located on this computer.\n"
+                              "An earlier save was interrupted: " +
+                              left +
+                              " holds the project. To restore it: ostrand recover "
+                              "pump.VKG\n"))
+        << missing.err;
+    const Outcome fresh = RunOstrand({"new", "pump"}, here);
+    EXPECT_EQ(fresh.code, 1);
+    EXPECT_EQ(fresh.err, "ostrand: " + left +
+                             " is left of a save that was interrupted. To restore the project: "
+                             "ostrand recover pump.VKG; --force starts a new one\n");
+    EXPECT_FALSE(std::filesystem::exists(pump));
+    EXPECT_EQ(RunOstrand({"recover", "pump"}, here).out, "recovered pump.VKG from " + left + "\n");
+    EXPECT_EQ(ReadDisk(pump), bytes);
+    EXPECT_EQ(RunOstrand({"recover", "pump"}, here).code, 1);
+  }
+  std::filesystem::rename(pump, folder / "pump._KG");
+  const Outcome forced = RunOstrand({"new", "pump", "--force"}, here);
+  EXPECT_EQ(forced.code, 0);
+  EXPECT_TRUE(Holds(forced.err, "pump: EARLIER SAVE KEPT\n")) << forced.err;
+  EXPECT_EQ(ReadDisk(folder / "pump._KG.1"), bytes);
 }
 
 TEST_F(Cli, TwoProjectsOfOneNameNeverShareAnOutput) {

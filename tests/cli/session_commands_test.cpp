@@ -351,31 +351,25 @@ TEST_F(CliSession, SettingsAreShownAndChanged) {
   EXPECT_TRUE(Holds(damaged.err, ": SETTINGS\n"));
 }
 
-TEST_F(CliSession, TwoSavesAtOnceNeverMixAFile) {
-  for (const auto* name : {"out", "big", "small"}) std::filesystem::create_directory(folder / name);
-  std::filesystem::copy_file(OSTRAND_SOURCE_DIR "/examples/building-climate.VKG",
-                             folder / "big/pump.VKG");
-  ASSERT_EQ(RunOstrand({"new", folder / "small/pump"}).code, 0);
-  for (const auto* file : {"big/pump", "small/pump"}) {
-    ASSERT_EQ(RunOstrand({"save", folder / file}).code, 0);
-  }
-  for (int round = 0; round < 10; ++round) {
-    const auto save = [&](const char* file) {
-      return testing::StartOstrand({"save", folder / file, "-o", folder / "out"}, home.Path());
-    };
-    const pid_t first = save("big/pump");
-    const pid_t second = save("small/pump");
-    EXPECT_EQ(testing::EndOf(first), 0);
-    EXPECT_EQ(testing::EndOf(second), 0);
-    for (const std::string& extension : kExtensions) {
-      const std::string bytes = ReadDisk(folder / ("out/pump" + extension));
-      EXPECT_TRUE(bytes == ReadDisk(folder / ("big/pump" + extension)) ||
-                  bytes == ReadDisk(folder / ("small/pump" + extension)))
-          << round << extension;
-    }
-    const std::filesystem::directory_iterator entries(folder / "out");
-    EXPECT_EQ(std::distance(begin(entries), end(entries)), 4);
-  }
+// The compiler runs between reading and saving.
+TEST_F(CliSession, SaveLeavesAProjectThatChangedMeanwhileUnlessForced) {
+  make();
+  const std::string compiler = folder / "compiler";
+  WriteDisk(compiler, "#!/bin/sh\necho changed > '" + project + "'\n");
+  std::filesystem::permissions(compiler, std::filesystem::perms::owner_all);
+  std::vector<std::string> words = {"save", project, "--compiler", compiler, "--yes"};
+  const Outcome refused = RunOstrand(words);
+  EXPECT_EQ(refused.code, 1);
+  EXPECT_EQ(refused.out, "");
+  EXPECT_TRUE(Holds(refused.err, "  answered [c]ancel, nobody being asked\n")) << refused.err;
+  EXPECT_TRUE(Holds(refused.err, "ostrand: " + project +
+                                     " was changed meanwhile and is left as it is; --force "
+                                     "overwrites it\n"));
+  EXPECT_EQ(ReadDisk(project), "changed\n");
+  make();
+  words.emplace_back("--force");
+  EXPECT_EQ(RunOstrand(words).out, wroteAll(base));
+  EXPECT_TRUE(Holds(ReadDisk(project), "[CONFIGURATION]"));
 }
 
 }  // namespace

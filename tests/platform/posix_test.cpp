@@ -1,13 +1,17 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <stdlib.h>
+#include <sys/socket.h>
 #include <sys/stat.h>
+#include <sys/un.h>
 #include <unistd.h>
 
 #include <chrono>
 #include <filesystem>
+#include <functional>
 #include <thread>
 
+#include "platform/atomic_file.h"
 #include "platform/moment_text.h"
 #include "platform/posix/posix_clock.h"
 #include "platform/posix/posix_filesystem.h"
@@ -101,7 +105,7 @@ TEST_F(PosixFiles, FailuresOfWritingNameThePathAndLeaveNothingBehind) {
   EXPECT_EQ(errorOf(folder / "pump.VKP"), (folder / "pump.VKP") + ": Is a directory");
   EXPECT_EQ(errorOf(folder / "none\\pump.VKP"),
             folder / "none/pump.VKP: No such file or directory");
-  EXPECT_FALSE(files.Create(folder / "OLD.VKP"));
+  EXPECT_FALSE(files.Create(folder / "old.VKP", ""));
   EXPECT_FALSE(files.Delete(folder / "none"));
   EXPECT_FALSE(files.Rename(folder / "none", folder / "old.VKP"));
   EXPECT_EQ(ReadDisk(folder / "old.VKP"), "old");
@@ -129,6 +133,95 @@ TEST_F(PosixFiles, LoseTheReadOnlyMarkWhenAskedAndKeepTheirOtherRights) {
   EXPECT_EQ(errorOf(folder / "FILE"), "");
   EXPECT_EQ(modeOf("file"), 0604U);
   EXPECT_FALSE(files.ClearReadOnly(folder / "none"));
+}
+
+TEST_F(PosixFiles, OnlyRegularFilesAreReplaced) {
+  std::filesystem::create_directory(folder / "folder");
+  ASSERT_EQ(::mkfifo((folder / "pipe").c_str(), 0600), 0);
+  const int listener = ::socket(AF_UNIX, SOCK_STREAM, 0);
+  sockaddr_un address{};
+  address.sun_family = AF_UNIX;
+  (folder / "socket").copy(address.sun_path, sizeof address.sun_path - 1);
+  ASSERT_EQ(::bind(listener, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+  ::close(listener);
+  std::filesystem::create_symlink("/dev/null", folder / "device");
+  std::filesystem::create_symlink("pipe", folder / "toPipe");
+  std::filesystem::create_symlink("circle", folder / "circle");
+  const std::pair<std::string, std::string> cases[] = {
+      {"folder", folder / "folder: Is a directory"},
+      {"pipe", folder / "pipe: Not a regular file"},
+      {"socket", folder / "socket: Not a regular file"},
+      {"device", "/dev/null: Not a regular file"},
+      {"toPipe", folder / "pipe: Not a regular file"},
+      {"circle", folder / "circle: Too many levels of symbolic links"},
+  };
+  for (const auto& [name, error] : cases) EXPECT_EQ(errorOf(folder / name), error);
+  const std::filesystem::directory_iterator entries(folder.Path());
+  EXPECT_EQ(std::distance(begin(entries), end(entries)), 6);
+}
+
+TEST_F(PosixFiles, LinksAreFollowedIntoTheFolderOfTheirTarget) {
+  std::filesystem::create_directories(folder / "far/inner");
+  WriteDisk(folder / "far/real", "old");
+  std::filesystem::create_symlink("far/second", folder / "link");
+  std::filesystem::create_symlink(folder / "far/real", folder / "far/second");
+  std::filesystem::create_symlink("far/inner/new", folder / "dangling");
+  for (const auto& [link, target] :
+       {std::pair("link", "far/real"), std::pair("dangling", "far/inner/new")}) {
+    AtomicFile file(files, files.Target(folder / link));
+    ASSERT_TRUE(file.Write("new"));
+    EXPECT_TRUE(std::filesystem::exists(HiddenNeighbour(folder / target)));
+    ASSERT_TRUE(file.Commit());
+    EXPECT_TRUE(std::filesystem::is_symlink(folder / link));
+    EXPECT_EQ(ReadDisk(folder / target), "new");
+  }
+}
+
+TEST_F(PosixFiles, WhatIsPlantedUnderTheHiddenNameIsLeftAlone) {
+  const std::string path = folder / "pump.VKP";
+  const std::string hidden = HiddenNeighbour(path);
+  WriteDisk(folder / "precious", "kept");
+  const std::function<void()> plants[] = {
+      [&] { std::filesystem::create_symlink("precious", hidden); },
+      [&] { std::filesystem::create_symlink("nowhere", hidden); },
+      [&] { std::filesystem::create_directories(hidden + "/inner"); },
+      [&] { ASSERT_EQ(::mkfifo(hidden.c_str(), 0600), 0); },
+  };
+  for (const auto& plant : plants) {
+    WriteDisk(path, "old");
+    WriteDisk(hidden + ".1", "half of a pro");
+    plant();
+    EXPECT_EQ(errorOf(path), "");
+    EXPECT_EQ(ReadDisk(path), "new");
+    EXPECT_EQ(ReadDisk(folder / "precious"), "kept");
+    EXPECT_NE(files.LookAt(hidden), Entry::kNone);
+    std::filesystem::remove_all(hidden);
+    const std::filesystem::directory_iterator entries(folder.Path());
+    EXPECT_EQ(std::distance(begin(entries), end(entries)), 2);
+  }
+}
+
+TEST_F(PosixFiles, TheNeighbourHasTheRightsAndTheOwnerOfTheFileFromTheStart) {
+  const std::string path = folder / "pump.VKG";
+  const std::string hidden = HiddenNeighbour(path);
+  const mode_t before = ::umask(0);
+  for (const unsigned mode : {0600U, 0640U, 0664U}) {
+    WriteDisk(path, "old");
+    ASSERT_EQ(::chmod(path.c_str(), mode), 0);
+    const bool root = ::geteuid() == 0;
+    if (root) {
+      ASSERT_EQ(::chown(path.c_str(), 4711, 4712), 0);
+    }
+    const auto neighbour = files.Create(hidden, path);
+    ASSERT_TRUE(neighbour);
+    struct stat info {};
+    ASSERT_EQ(::stat(hidden.c_str(), &info), 0);
+    EXPECT_EQ(info.st_mode & 07777U, mode);
+    EXPECT_EQ(info.st_uid, root ? 4711 : ::geteuid());
+    ASSERT_TRUE(files.Delete(hidden));
+    ASSERT_TRUE(files.Delete(path));
+  }
+  ::umask(before);
 }
 
 // The calls of one write, in their order: create, write, sync, close, rename, sync of the folder.
@@ -270,6 +363,12 @@ TEST_F(TerminalAnswers, ComeFromWhatWasPreparedElseWriteNothing) {
       {{{"missing file", Answer::kYes}}, false, Buttons::kYesNo, Answer::kYes},
       {{{"Missing File", Answer::kNo}}, true, Buttons::kYesNo, Answer::kNo},
       {{{"ANOTHER", Answer::kYes}}, false, Buttons::kYesNo, Answer::kNo},
+      // Yes to everything overwrites nothing.
+      {{}, true, Buttons::kOverwriteCancel, Answer::kCancel},
+      {{{"MISSING FILE", Answer::kOverwrite}},
+       false,
+       Buttons::kOverwriteCancel,
+       Answer::kOverwrite},
       // An answer that the box does not offer is none.
       {{{"MISSING FILE", Answer::kOk}}, false, Buttons::kYesNo, Answer::kNo},
   };

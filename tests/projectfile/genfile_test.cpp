@@ -29,12 +29,92 @@ class ProjectFile : public ::testing::Test {
 };
 
 TEST_F(ProjectFile, SavingLeavesTheNewFileAlone) {
-  for (const Files& before :
-       {Files{}, Files{{"/p/pump.VKG", "old"}}, Files{{"/p/pump._KG", "dead"}},
-        Files{{"/p/pump.VKG", "old"}, {"/p/pump._KG", "dead"}}, Files{{"/p/PUMP.vkg", "old"}}}) {
+  for (const bool hasLinks : {true, false}) {
+    files_.hasLinks = hasLinks;
+    for (const Files& before :
+         {Files{}, Files{{"/p/pump.VKG", "old"}}, Files{{"/p/.pump.VKG.writing", "half"}},
+          Files{{"/p/pump.VKG", "old"}, {"/p/pump._KG", "dead"}}, Files{{"/p/PUMP.vkg", "old"}}}) {
+      files_.files = before;
+      const auto saved = SaveProjectFile(*store_, files_, clock_, "/p/pump");
+      ASSERT_TRUE(saved);
+      EXPECT_EQ(saved.Value().keptAs, "");
+      EXPECT_EQ(saved.Value().file.path, "/p/pump.VKG");
+      EXPECT_EQ(files_.files, (Files{{"/p/pump.VKG", text()}}));
+    }
+  }
+}
+
+TEST_F(ProjectFile, SavingKeepsTheOnlyCopyThatADeadSaveLeft) {
+  files_.files = {{"/p/pump._KG", "only"}, {"/p/pump._KG.1", "other"}};
+  const auto saved = SaveProjectFile(*store_, files_, clock_, "/p/pump");
+  ASSERT_TRUE(saved);
+  EXPECT_EQ(saved.Value().keptAs, "/p/pump._KG.2");
+  EXPECT_EQ(
+      files_.files,
+      (Files{{"/p/pump.VKG", text()}, {"/p/pump._KG.1", "other"}, {"/p/pump._KG.2", "only"}}));
+}
+
+// A disk that looks after every call whether the project can be read.
+class WatchedDisk : public testing::MemoryFileSystem {
+ public:
+  Result<> Rename(std::string_view from, std::string_view to) override {
+    return look(MemoryFileSystem::Rename(from, to));
+  }
+  Result<> Link(std::string_view from, std::string_view to) override {
+    aside = true;
+    return look(MemoryFileSystem::Link(from, to));
+  }
+  Result<> Delete(std::string_view path) override { return look(MemoryFileSystem::Delete(path)); }
+  bool aside = false;
+
+ private:
+  Result<> look(Result<> result) {
+    EXPECT_TRUE(Exists("/p/pump.VKG"));
+    return result;
+  }
+};
+
+TEST_F(ProjectFile, AProjectIsThereAtEveryMomentOfASave) {
+  for (const std::string name : {"/p/pump.VKG", "/p/PUMP.vkg"}) {
+    WatchedDisk disk;
+    disk.files = {{name, "old"}, {"/p/pump._KG", "dead"}};
+    ASSERT_TRUE(SaveProjectFile(*store_, disk, clock_, "/p/pump"));
+    EXPECT_TRUE(disk.aside);
+    EXPECT_EQ(disk.files, (Files{{"/p/pump.VKG", text()}}));
+  }
+}
+
+TEST_F(ProjectFile, WhatAnInterruptedSaveLeftIsGivenBack) {
+  const std::string whole = text();
+  const std::string hidden = "/p/.pump.VKG.writing";
+  // `left` is what is found and, unless there is an error, moved.
+  const std::tuple<Files, std::string, std::string> cases[] = {
+      {{{"/p/pump._KG", "old"}}, "/p/pump._KG", ""},
+      {{{"/p/pump._KG", "old"}, {hidden, "half"}}, "/p/pump._KG", ""},
+      {{{hidden, whole}}, hidden, ""},
+      {{{hidden, whole.substr(0, whole.size() - 1)}},
+       hidden,
+       hidden + ": The save was interrupted before the file was whole"},
+      {{{hidden, whole.substr(0, whole.find("[FLOW"))}},
+       hidden,
+       hidden + ": The save was interrupted before the file was whole"},
+      {{{"/p/Pump.vkg", "new"}, {"/p/pump._KG", "old"}},
+       "",
+       "/p/Pump.vkg: The project exists and is left as it is"},
+      {{}, "", "/p/pump.VKG: No interrupted save is beside it (/p/pump._KG)"},
+  };
+  for (const auto& [before, left, error] : cases) {
     files_.files = before;
-    EXPECT_TRUE(SaveProjectFile(*store_, files_, clock_, "/p/pump"));
-    EXPECT_EQ(files_.files, (Files{{"/p/pump.VKG", text()}}));
+    EXPECT_EQ(InterruptedSave(files_, "/p/pump.VKG").value_or(""), left);
+    const auto recovered = RecoverProjectFile(files_, "/p/pump.VKG");
+    EXPECT_EQ(recovered ? recovered.Value() : "", error.empty() ? left : "");
+    if (recovered) {
+      EXPECT_EQ(files_.files["/p/pump.VKG"], before.at(left));
+      EXPECT_FALSE(files_.files.contains(left));
+    } else {
+      EXPECT_EQ(recovered.ErrorText(), error);
+      EXPECT_EQ(files_.files, before);
+    }
   }
 }
 

@@ -67,12 +67,17 @@ std::string MemoryFileSystem::Find(std::string_view path) {
 
 bool MemoryFileSystem::Exists(std::string_view path) { return files.contains(Find(path)); }
 
+platform::Entry MemoryFileSystem::LookAt(std::string_view path) {
+  return files.contains(diskName(path)) ? platform::Entry::kFile : platform::Entry::kNone;
+}
+
 Result<std::string> MemoryFileSystem::Read(std::string_view path) {
   if (!Exists(path)) return failure(path, "No such file");
   return files[Find(path)];
 }
 
-Result<std::unique_ptr<platform::OutputFile>> MemoryFileSystem::Create(std::string_view path) {
+Result<std::unique_ptr<platform::OutputFile>> MemoryFileSystem::Create(std::string_view path,
+                                                                       std::string_view) {
   const std::string name = diskName(path);
   if (files.contains(name)) return failure(path, "File exists");
   return std::unique_ptr<platform::OutputFile>(std::make_unique<MemoryFile>(files[name]));
@@ -85,6 +90,13 @@ Result<> MemoryFileSystem::Rename(std::string_view from, std::string_view to) {
   std::string bytes = std::move(found->second);
   files.erase(found);
   files[diskName(to)] = std::move(bytes);
+  return Done{};
+}
+
+Result<> MemoryFileSystem::Link(std::string_view from, std::string_view to) {
+  if (!hasLinks) return failure(to, "Operation not permitted");
+  if (LookAt(to) != platform::Entry::kNone) return failure(to, "File exists");
+  files[diskName(to)] = files[diskName(from)];
   return Done{};
 }
 
@@ -114,9 +126,10 @@ Result<std::string> FaultyFileSystem::Read(std::string_view path) {
   return inner_.Read(path);
 }
 
-Result<std::unique_ptr<platform::OutputFile>> FaultyFileSystem::Create(std::string_view path) {
+Result<std::unique_ptr<platform::OutputFile>> FaultyFileSystem::Create(std::string_view path,
+                                                                       std::string_view rightsOf) {
   if (Fails()) return failure(path, "Permission denied");
-  auto created = inner_.Create(path);
+  auto created = inner_.Create(path, rightsOf);
   if (!created) return created;
   return std::unique_ptr<platform::OutputFile>(
       std::make_unique<FaultyFile>(*this, std::string(path), std::move(created.Value())));
@@ -124,6 +137,10 @@ Result<std::unique_ptr<platform::OutputFile>> FaultyFileSystem::Create(std::stri
 
 Result<> FaultyFileSystem::Rename(std::string_view from, std::string_view to) {
   return Fails() ? Result<>(failure(from, "Permission denied")) : inner_.Rename(from, to);
+}
+
+Result<> FaultyFileSystem::Link(std::string_view from, std::string_view to) {
+  return Fails() ? Result<>(failure(to, "Operation not permitted")) : inner_.Link(from, to);
 }
 
 Result<> FaultyFileSystem::Delete(std::string_view path) {

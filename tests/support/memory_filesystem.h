@@ -13,13 +13,17 @@ class MemoryFileSystem : public platform::FileSystem {
  public:
   std::map<std::string, std::string> files;  // by name, `\` as `/`
   std::set<std::string> readOnly;            // names of `files` with the read-only mark
+  bool hasLinks = true;
 
   bool Exists(std::string_view path) override;
   std::string Find(std::string_view path) override;
+  platform::Entry LookAt(std::string_view path) override;
   std::string WorkingFolder() override { return "/"; }
   Result<std::string> Read(std::string_view path) override;
-  Result<std::unique_ptr<platform::OutputFile>> Create(std::string_view path) override;
+  Result<std::unique_ptr<platform::OutputFile>> Create(std::string_view path,
+                                                       std::string_view rightsOf) override;
   Result<> Rename(std::string_view from, std::string_view to) override;
+  Result<> Link(std::string_view from, std::string_view to) override;
   Result<> Delete(std::string_view path) override;
   Result<> MayReplace(std::string_view path) override;
   Result<> ClearReadOnly(std::string_view path) override;
@@ -40,10 +44,14 @@ class FaultyFileSystem : public platform::FileSystem {
 
   bool Exists(std::string_view path) override { return inner_.Exists(path); }
   std::string Find(std::string_view path) override { return inner_.Find(path); }
+  std::string Target(std::string_view path) override { return inner_.Target(path); }
+  platform::Entry LookAt(std::string_view path) override { return inner_.LookAt(path); }
   std::string WorkingFolder() override { return inner_.WorkingFolder(); }
   Result<std::string> Read(std::string_view path) override;
-  Result<std::unique_ptr<platform::OutputFile>> Create(std::string_view path) override;
+  Result<std::unique_ptr<platform::OutputFile>> Create(std::string_view path,
+                                                       std::string_view rightsOf) override;
   Result<> Rename(std::string_view from, std::string_view to) override;
+  Result<> Link(std::string_view from, std::string_view to) override;
   Result<> Delete(std::string_view path) override;
   Result<> MayReplace(std::string_view path) override { return inner_.MayReplace(path); }
   Result<> ClearReadOnly(std::string_view path) override;

@@ -13,18 +13,17 @@ namespace {
 constexpr std::chrono::milliseconds kBetweenTries{10};
 constexpr int kTries = 1000;
 
-// Some network disks have no locks, or none of a folder. Whole files are the better part of what
-// is wanted.
-bool isNoLock(int number) {
+}  // namespace
+
+bool IsNoLock(int number) {
   return number == ENOLCK || number == EOPNOTSUPP || number == ENOSYS || number == EBADF ||
          number == EINVAL;
 }
 
-}  // namespace
-
 Result<> LockOpened(int descriptor, const std::string& path, const std::string& held) {
   for (int tries = 0; tries < kTries; ++tries) {
-    if (::flock(descriptor, LOCK_EX | LOCK_NB) == 0 || isNoLock(errno)) return Done{};
+    // Without locks whole files are still the better part of what is wanted.
+    if (::flock(descriptor, LOCK_EX | LOCK_NB) == 0 || IsNoLock(errno)) return Done{};
     if (errno == EINTR) continue;
     if (errno != EWOULDBLOCK) return Error{path + ": " + std::strerror(errno)};
     std::this_thread::sleep_for(kBetweenTries);

@@ -7,6 +7,10 @@
 
 namespace ostrand::platform {
 
+// Whether an error number of flock says that the disk has no locks, as some network disks have
+// none, or none of a folder.
+bool IsNoLock(int number);
+
 // Locks what the descriptor has open, as long as it is open, against all others that do the same.
 // Waits up to ten seconds, where a write takes a few milliseconds; then the error is `held`, with
 // `path` before it. On a disk without locks it does nothing.

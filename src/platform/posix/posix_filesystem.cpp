@@ -9,11 +9,13 @@
 #include <array>
 #include <cerrno>
 #include <climits>
+#include <cstdio>
 #include <cstring>
 #include <utility>
 
 #include "platform/paths.h"
 #include "platform/posix/file_lock.h"
+#include "platform/posix/project_lock.h"
 
 namespace ostrand::platform {
 namespace {
@@ -70,10 +72,15 @@ std::string entryLike(const std::string& folder, std::string_view name) {
   return best;
 }
 
+std::string slashed(std::string_view path) {
+  std::string result(path);
+  std::replace(result.begin(), result.end(), '\\', '/');
+  return result;
+}
+
 // The path as it stands on the disk; from the first part that cannot be found on, as given.
 std::string onDisk(std::string_view path) {
-  std::string given(path);
-  std::replace(given.begin(), given.end(), '\\', '/');
+  std::string given = slashed(path);
   if (stands(given)) return given;
   std::string result;
   std::size_t at = 0;
@@ -83,7 +90,9 @@ std::string onDisk(std::string_view path) {
     if (part.empty() || stands(result + part)) {
       result += part;
     } else {
-      const std::string found = entryLike(result, part);
+      std::string found = entryLike(result, part);
+      // A save that spells its project anew may have done so during the search.
+      if (found.empty() && stands(result + part)) found = part;
       if (found.empty()) return result + given.substr(at);
       result += found;
     }
@@ -129,11 +138,41 @@ class PosixFile : public OutputFile {
   Syncing syncing_;
 };
 
-// The folder in which `path` stands, with its separator.
 std::string folderOf(std::string_view path) {
-  std::string folder = Split(onDisk(path)).folder;
+  std::string folder = Split(path).folder;
   return folder.empty() ? "./" : folder;
 }
+
+// Where a symbolic link leads to, over all its steps; a path that is none as it stands, and one
+// that leads round in a circle, too.
+std::string linkTarget(const std::string& path) {
+  constexpr int kMaxSteps = 40;
+  std::string name = path;
+  for (int step = 0; step < kMaxSteps; ++step) {
+    std::array<char, PATH_MAX> target{};
+    const ssize_t length = ::readlink(name.c_str(), target.data(), target.size());
+    if (length < 0) return name;
+    const std::string_view text(target.data(), static_cast<std::size_t>(length));
+    name = text.starts_with('/') ? std::string(text) : Split(name).folder.append(text);
+  }
+  return path;
+}
+
+FileStamp stampOf(const struct stat& info) {
+  return {static_cast<std::uint64_t>(info.st_dev), static_cast<std::uint64_t>(info.st_ino),
+          static_cast<std::uint64_t>(info.st_size),
+          std::int64_t{info.st_mtim.tv_sec} * 1'000'000'000 + info.st_mtim.tv_nsec};
+}
+
+// The owner is for root alone to give; of a group that this user is not in, its rights go too.
+void giveRights(int descriptor, const struct stat& old) {
+  const bool sameGroup = ::fchown(descriptor, old.st_uid, old.st_gid) == 0 ||
+                         ::fchown(descriptor, static_cast<uid_t>(-1), old.st_gid) == 0;
+  static_cast<void>(::fchmod(descriptor, old.st_mode & (sameGroup ? 0777U : 0707U)));
+}
+
+// A path less its last extension.
+std::string_view withoutExtension(std::string_view path) { return path.substr(0, path.rfind('.')); }
 
 class PosixFolderLock : public FolderLock {
  public:
@@ -165,6 +204,40 @@ bool PosixFileSystem::IsFolder(std::string_view path) {
 std::string PosixFileSystem::Find(std::string_view path) {
   std::string found = onDisk(path);
   return stands(found) ? found : std::string(path);
+}
+
+std::string PosixFileSystem::Target(std::string_view path) {
+  if (!isName(path)) return std::string(path);
+  std::string name = slashed(path);
+  struct stat info {};
+  if (::lstat(name.c_str(), &info) != 0) {
+    name = onDisk(path);
+    if (::lstat(name.c_str(), &info) != 0) return name;
+  }
+  return S_ISLNK(info.st_mode) ? linkTarget(name) : name;
+}
+
+Entry PosixFileSystem::LookAt(std::string_view path) {
+  struct stat info {};
+  if (!isName(path) || ::lstat(slashed(path).c_str(), &info) != 0) return Entry::kNone;
+  if (S_ISREG(info.st_mode)) return Entry::kFile;
+  if (S_ISDIR(info.st_mode)) return Entry::kFolder;
+  return S_ISLNK(info.st_mode) ? Entry::kLink : Entry::kOther;
+}
+
+std::optional<FileStamp> PosixFileSystem::Stamp(std::string_view path) {
+  struct stat info {};
+  if (!isName(path) || ::stat(slashed(path).c_str(), &info) != 0) return std::nullopt;
+  return stampOf(info);
+}
+
+bool PosixFileSystem::SameFolder(std::string_view one, std::string_view other) {
+  if (one == other) return true;
+  struct stat first {};
+  struct stat second {};
+  return ::stat(one.empty() ? "." : slashed(one).c_str(), &first) == 0 &&
+         ::stat(other.empty() ? "." : slashed(other).c_str(), &second) == 0 &&
+         first.st_ino == second.st_ino && first.st_dev == second.st_dev;
 }
 
 std::string PosixFileSystem::WorkingFolder() {
@@ -210,49 +283,75 @@ std::uint64_t PosixFileSystem::Size(std::string_view path) {
   return found ? static_cast<std::uint64_t>(info.st_size) : 0;
 }
 
-Result<std::unique_ptr<OutputFile>> PosixFileSystem::Create(std::string_view path) {
+Result<std::unique_ptr<OutputFile>> PosixFileSystem::Create(std::string_view path,
+                                                            std::string_view rightsOf) {
   if (!isName(path)) return failure(std::string(path), EINVAL);
-  const std::string name = onDisk(path);
-  const mode_t mode = readers_ == Readers::kOwner ? 0600 : 0666;
-  const int descriptor = ::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
+  const std::string name = slashed(path);
+  struct stat old {};
+  const bool replaces = readers_ == Readers::kAll && !rightsOf.empty() && isName(rightsOf) &&
+                        ::stat(slashed(rightsOf).c_str(), &old) == 0 && S_ISREG(old.st_mode);
+  mode_t mode = readers_ == Readers::kOwner ? 0600 : 0666;
+  // The rights of a group are those of that group alone, which the new file does not have yet.
+  if (replaces) mode = old.st_mode & 0707U;
+  const int descriptor =
+      ::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, mode);
   if (descriptor < 0) return failure(name, errno);
-  return std::unique_ptr<OutputFile>(std::make_unique<PosixFile>(name, descriptor, syncing_));
+  auto file = std::make_unique<PosixFile>(name, descriptor, syncing_);
+  if (replaces) giveRights(descriptor, old);
+  return std::unique_ptr<OutputFile>(std::move(file));
 }
 
 Result<> PosixFileSystem::Rename(std::string_view from, std::string_view to) {
   if (!isName(from) || !isName(to)) return failure(std::string(to), EINVAL);
-  const std::string name = onDisk(to);
-  if (::rename(onDisk(from).c_str(), name.c_str()) != 0) return failure(name, errno);
+  const std::string name = slashed(to);
+  if (::rename(slashed(from).c_str(), name.c_str()) != 0) return failure(name, errno);
+  return Done{};
+}
+
+Result<> PosixFileSystem::RenameNew(std::string_view from, std::string_view to) {
+  if (!isName(from) || !isName(to)) return failure(std::string(to), EINVAL);
+  const std::string source = slashed(from);
+  const std::string name = slashed(to);
+  if (::renameat2(AT_FDCWD, source.c_str(), AT_FDCWD, name.c_str(), RENAME_NOREPLACE) == 0) {
+    return Done{};
+  }
+  if (errno != EINVAL && errno != ENOSYS) return failure(name, errno);
+  // Not every disk can do it in one step.
+  if (stands(name)) return failure(name, EEXIST);
+  return Rename(from, to);
+}
+
+Result<> PosixFileSystem::Link(std::string_view from, std::string_view to) {
+  if (!isName(from) || !isName(to)) return failure(std::string(to), EINVAL);
+  const std::string name = slashed(to);
+  if (::link(slashed(from).c_str(), name.c_str()) != 0) return failure(name, errno);
   return Done{};
 }
 
 Result<> PosixFileSystem::Delete(std::string_view path) {
   if (!isName(path)) return failure(std::string(path), EINVAL);
-  const std::string name = onDisk(path);
-  if (::unlink(name.c_str()) != 0) return failure(name, errno);
-  return Done{};
+  std::string name = slashed(path);
+  if (::unlink(name.c_str()) == 0) return Done{};
+  if (errno == ENOENT) {
+    name = onDisk(path);
+    if (::unlink(name.c_str()) == 0) return Done{};
+  }
+  return failure(name, errno);
 }
 
 Result<> PosixFileSystem::MayReplace(std::string_view path) {
   if (!isName(path)) return failure(std::string(path), EINVAL);
-  const std::string name = onDisk(path);
+  const std::string name = slashed(path);
   struct stat info {};
-  if (::stat(name.c_str(), &info) != 0 || !S_ISREG(info.st_mode)) return Done{};
+  if (::stat(name.c_str(), &info) != 0) {
+    return errno == ENOENT ? Result<>(Done{}) : failure(name, errno);
+  }
+  if (S_ISDIR(info.st_mode)) return failure(name, EISDIR);
+  if (!S_ISREG(info.st_mode)) return Error{name + ": Not a regular file"};
   // The mark holds for everybody, also for one whom access() lets write anywhere.
   if ((info.st_mode & S_IWUSR) == 0) return failure(name, EACCES);
   if (::access(name.c_str(), W_OK) != 0) return failure(name, errno);
   return Done{};
-}
-
-void PosixFileSystem::CopyRights(std::string_view from, std::string_view to) {
-  if (readers_ == Readers::kOwner) return;
-  struct stat info {};
-  if (!isName(from) || !isName(to) || ::stat(onDisk(from).c_str(), &info) != 0) return;
-  if (!S_ISREG(info.st_mode)) return;
-  const std::string name = onDisk(to);
-  // The rights of a group are those of that group alone, and it may not be ours to give.
-  const bool sameGroup = ::chown(name.c_str(), static_cast<uid_t>(-1), info.st_gid) == 0;
-  static_cast<void>(::chmod(name.c_str(), info.st_mode & (sameGroup ? 0777U : 0707U)));
 }
 
 Result<> PosixFileSystem::ClearReadOnly(std::string_view path) {
@@ -267,9 +366,40 @@ Result<> PosixFileSystem::ClearReadOnly(std::string_view path) {
   return Done{};
 }
 
+// A project's lock that its files know of.
+class PosixFileSystem::HeldLock : public ProjectLock {
+ public:
+  HeldLock(std::unique_ptr<ProjectLock> inner, std::shared_ptr<Locked> locked,
+           std::string_view path)
+      : inner_(std::move(inner)),
+        locked_(std::move(locked)),
+        place_(locked_->emplace(withoutExtension(path))) {}
+  ~HeldLock() override { locked_->erase(place_); }
+  HeldLock(const HeldLock&) = delete;
+  HeldLock& operator=(const HeldLock&) = delete;
+
+  Result<> Keep() override { return inner_->Keep(); }
+
+ private:
+  std::unique_ptr<ProjectLock> inner_;
+  std::shared_ptr<Locked> locked_;
+  Locked::iterator place_;
+};
+
+Result<std::unique_ptr<ProjectLock>> PosixFileSystem::LockProject(std::string_view path,
+                                                                  const Waiting& waiting) {
+  if (!isName(path)) return std::unique_ptr<ProjectLock>();
+  auto lock = LockProjectFile(Target(path), waiting);
+  if (!lock || lock.Value() == nullptr) return lock;
+  return std::unique_ptr<ProjectLock>(
+      std::make_unique<HeldLock>(std::move(lock.Value()), locked_, path));
+}
+
 Result<std::unique_ptr<FolderLock>> PosixFileSystem::LockFolder(std::string_view path) {
-  if (!isName(path)) return std::unique_ptr<FolderLock>();
-  const std::string folder = folderOf(path);
+  if (!isName(path) || locked_->contains(withoutExtension(path))) {
+    return std::unique_ptr<FolderLock>();
+  }
+  const std::string folder = folderOf(Target(path));
   auto lock = std::make_unique<PosixFolderLock>(openFolder(folder));
   // One that may not be read may still be written; of one that is not there the write tells.
   if (!lock->Folder().IsOpen()) return std::unique_ptr<FolderLock>();
@@ -281,7 +411,7 @@ Result<std::unique_ptr<FolderLock>> PosixFileSystem::LockFolder(std::string_view
 
 Result<> PosixFileSystem::SyncFolder(std::string_view path) {
   if (syncing_ == Syncing::kOff) return Done{};
-  const std::string folder = folderOf(path);
+  const std::string folder = folderOf(slashed(path));
   const Descriptor descriptor(openFolder(folder));
   // A folder that may be written but not read cannot be synced; the rename itself has happened.
   if (!descriptor.IsOpen()) return errno == EACCES ? Result<>(Done{}) : failure(folder, errno);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <memory>
+#include <set>
 #include <string>
 #include <string_view>
 
@@ -29,15 +30,23 @@ class PosixFileSystem : public FileSystem {
   bool Exists(std::string_view path) override;
   bool Taken(std::string_view path) override;
   std::string Find(std::string_view path) override;
+  std::string Target(std::string_view path) override;
+  Entry LookAt(std::string_view path) override;
+  std::optional<FileStamp> Stamp(std::string_view path) override;
+  bool SameFolder(std::string_view one, std::string_view other) override;
   std::string WorkingFolder() override;
   Result<std::string> Read(std::string_view path) override;
   std::uint64_t Size(std::string_view path) override;
-  Result<std::unique_ptr<OutputFile>> Create(std::string_view path) override;
+  Result<std::unique_ptr<OutputFile>> Create(std::string_view path,
+                                             std::string_view rightsOf) override;
   Result<> Rename(std::string_view from, std::string_view to) override;
+  Result<> RenameNew(std::string_view from, std::string_view to) override;
+  Result<> Link(std::string_view from, std::string_view to) override;
   Result<> Delete(std::string_view path) override;
   Result<> MayReplace(std::string_view path) override;
-  void CopyRights(std::string_view from, std::string_view to) override;
   Result<> ClearReadOnly(std::string_view path) override;
+  Result<std::unique_ptr<ProjectLock>> LockProject(std::string_view path,
+                                                   const Waiting& waiting) override;
   Result<std::unique_ptr<FolderLock>> LockFolder(std::string_view path) override;
   Result<> SyncFolder(std::string_view path) override;
 
@@ -45,6 +54,11 @@ class PosixFileSystem : public FileSystem {
   bool IsFolder(std::string_view path);
 
  private:
+  // Projects whose lock is held through this object, without extension.
+  using Locked = std::multiset<std::string, std::less<>>;
+  class HeldLock;
+
+  std::shared_ptr<Locked> locked_ = std::make_shared<Locked>();
   Syncing syncing_;
   Readers readers_;
 };

@@ -21,10 +21,11 @@ struct AnswerWord {
   std::string_view prompt;
 };
 
-constexpr std::array<AnswerWord, 4> kAnswerWords = {{
+constexpr std::array<AnswerWord, 5> kAnswerWords = {{
     {Answer::kOk, 'o', "[o]k"},
     {Answer::kYes, 'y', "[y]es"},
     {Answer::kNo, 'n', "[n]o"},
+    {Answer::kOverwrite, 'o', "[o]verwrite"},
     {Answer::kCancel, 'c', "[c]ancel"},
 }};
 
@@ -37,7 +38,9 @@ bool offers(Buttons buttons, Answer answer) {
     case Buttons::kYesNo:
       return answer == Answer::kYes || answer == Answer::kNo;
     case Buttons::kYesNoCancel:
-      return answer != Answer::kOk;
+      return answer == Answer::kYes || answer == Answer::kNo || answer == Answer::kCancel;
+    case Buttons::kOverwriteCancel:
+      return answer == Answer::kOverwrite || answer == Answer::kCancel;
   }
   return false;
 }
@@ -197,7 +200,10 @@ std::optional<Answer> TerminalForms::prepared(const MessageBox& box) const {
       [&](const PreparedAnswer& candidate) { return SameText(candidate.title, box.title); });
   if (found != answers_.byTitle.rend() && offers(box.buttons, found->answer)) return found->answer;
   if (!answers_.yes) return std::nullopt;
-  return offers(box.buttons, Answer::kYes) ? Answer::kYes : Answer::kOk;
+  for (const Answer answer : {Answer::kYes, Answer::kOk}) {
+    if (offers(box.buttons, answer)) return answer;
+  }
+  return std::nullopt;  // nothing is overwritten by a yes to everything
 }
 
 Answer TerminalForms::ShowBox(const MessageBox& box) {
@@ -213,6 +219,10 @@ Answer TerminalForms::ShowBox(const MessageBox& box) {
                                  [&](const AnswerWord& row) { return row.answer == given; });
   tell("  answered " + std::string(word->prompt) + (answer ? "\n" : ", nobody being asked\n"));
   return given;
+}
+
+void TerminalForms::ShowWaiting(const std::string& text) {
+  tell(TerminalText((subject_.empty() ? "" : subject_ + ": ") + text + "\n"));
 }
 
 std::optional<std::string> TerminalForms::AskOpen(const FileDialog&) { return std::nullopt; }

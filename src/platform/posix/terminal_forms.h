@@ -45,6 +45,7 @@ class TerminalForms : public Forms {
   std::optional<std::string> AskOpen(const FileDialog& dialog) override;
   std::optional<std::string> AskSave(const FileDialog& dialog) override;
   void SetHelpLine(const std::string&) override {}
+  void ShowWaiting(const std::string& text) override;
   void SetPointer(Pointer) override {}
   void Beep() override {}
   void DoEvents() override {}
