@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Installs what is missing of the package groups named: tools/setup.sh build test
-# The groups are those of tools/packages.txt. Where nothing may be installed, it says what is
-# missing and leaves it to the build to find its tools elsewhere.
+# The groups are those of tools/packages.txt. Where nothing may be installed, it names what is
+# missing and the command that installs it, and ends with 1, so that its caller goes no further.
 set -euo pipefail
 export PATH="${PATH:-/usr/local/sbin:/usr/local/bin:/usr/sbin:/usr/bin:/sbin:/bin}"
 here="$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)"
@@ -14,15 +14,21 @@ while read -r group package; do
 done < <(grep -v '^#' "$here/packages.txt")
 [[ ${#missing[@]} -gt 0 ]] || exit 0
 
+refuse() {
+  echo "Missing packages: ${missing[*]}" >&2
+  echo "$1. Install them with:" >&2
+  echo "  sudo apt-get install --no-install-recommends ${missing[*]}" >&2
+  exit 1
+}
+
 as_root=()
 if [[ "$(id -u)" -ne 0 ]]; then
   as_root=(sudo -n)
+  sudo -n true 2>/dev/null || refuse "This user may not install packages"
 fi
-if ! command -v apt-get >/dev/null || ! "${as_root[@]}" true 2>/dev/null; then
-  echo "Packages that could not be installed here: ${missing[*]}" >&2
-  exit 0
-fi
+command -v apt-get >/dev/null || refuse "There is no apt-get on this machine"
 echo "Installing ${missing[*]}"
-"${as_root[@]}" apt-get update -qq
+"${as_root[@]}" apt-get update -qq || refuse "The package lists cannot be fetched"
 "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
-  apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
+  apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null ||
+  refuse "The packages cannot be installed"

@@ -101,7 +101,6 @@ bool Ostrand::UnderLock(std::string_view base, const std::function<bool()>& body
     }
     shown = holder;
     around_.forms.DoEvents();
-    around_.processes.Rest();
   };
   auto lock = around_.files.LockProject(std::string(base).append(kProjectExtension), waiting);
   if (!lock) {

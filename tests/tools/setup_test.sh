@@ -1,0 +1,72 @@
+#!/usr/bin/env bash
+# What ./test and ./run do on a machine without packages: tests/tools/setup_test.sh SOURCE_FOLDER
+# dpkg-query, id, sudo, apt-get, cmake and ctest are stand-ins that note their calls; nothing is
+# installed and nothing is built.
+set -euo pipefail
+shopt -s extglob
+source_folder="$1"
+scratch="$(mktemp -d)"
+trap 'rm -rf "$scratch"' EXIT
+calls="$scratch/calls"
+failures=0
+
+# One stand-in: a name, and what it does after its call was noted.
+stand_in() {
+  printf '#!/bin/bash\necho "%s $*" >>"%s"\n%s\n' "$1" "$calls" "$2" >"$scratch/bin/$1"
+  chmod +x "$scratch/bin/$1"
+}
+
+# A machine: how many packages it has ("all" or "none"), its user's number, and whether sudo,
+# `apt-get update` and `apt-get install` succeed (0) or not (1).
+machine() {
+  rm -rf "$scratch/bin"
+  mkdir "$scratch/bin"
+  : >"$calls"
+  case "$1" in
+    all) stand_in dpkg-query 'echo -n installed' ;;
+    none) stand_in dpkg-query 'exit 1' ;;
+  esac
+  stand_in id "echo $2"
+  # shellcheck disable=SC2016
+  stand_in sudo '[ '"$3"' = 0 ] || exit 1; shift; exec "$@"'
+  # shellcheck disable=SC2016
+  stand_in apt-get 'case "$*" in *install*) exit '"$5"' ;; *) exit '"$4"' ;; esac'
+  stand_in cmake ''
+  stand_in ctest ''
+}
+
+# Runs a script of the project and compares its exit code, the message and the calls (patterns).
+expect() {
+  local what="$1" script="$2" code="$3" message="$4" called="$5" not_called="$6" got=0
+  PATH="$scratch/bin:$PATH" "$source_folder/$script" >"$scratch/out" 2>"$scratch/err" || got=$?
+  [[ "$got" -eq "$code" ]] || fail "$what: exit code $got"
+  [[ "$(cat "$scratch/err")" == $message ]] || fail "$what: $(cat "$scratch/err")"
+  [[ "$(cat "$calls")" == $called ]] || fail "$what: not called: $called"
+  [[ -z "$not_called" || "$(cat "$calls")" != $not_called ]] || fail "$what: called: $not_called"
+}
+fail() {
+  echo "FAILED: $1" >&2
+  failures=$((failures + 1))
+}
+
+build="cmake ninja-build g++"
+tests="$build libgtest-dev libgmock-dev"
+command="  sudo apt-get install --no-install-recommends"
+
+machine none 1000 1 0 0
+expect "test without rights" test 1 \
+  "Missing packages: $tests"$'\n'"This user may not install packages. Install them with:"$'\n'"$command $tests" \
+  '*' '*@(apt-get|cmake|ctest) *'
+machine none 1000 1 0 0
+expect "run without rights" run 1 "Missing packages: $build"$'\n'*"$command $build" '*' '*@(apt-get|cmake) *'
+machine none 0 1 1 0
+expect "no package lists" test 1 "Missing packages: $tests"$'\n'"The package lists cannot be fetched.*$command $tests" \
+  '*apt-get update*' '*@(apt-get install|cmake|ctest) *'
+machine none 0 1 0 1
+expect "no such package" test 1 "*The packages cannot be installed.*$command $tests" '*apt-get install*' '*cmake --*'
+machine none 1000 0 0 0
+expect "installed with sudo" test 0 '' "*apt-get update*apt-get install*$tests*ctest *" ''
+machine all 1000 1 0 0
+expect "nothing missing" test 0 '' '*cmake --preset*cmake --build*ctest *' '*@(sudo|apt-get) *'
+
+[[ "$failures" -eq 0 ]]
