@@ -76,7 +76,7 @@ void askToDropZeroFlags(const CheckContext& context, bool& bad) {
       JoinLines({"The Program Generator will not allow zero subroutines in conjunction with",
                  "burst mode, as this operation may not achieve the results desired.", "",
                  "The following blocks have been configured with zero flags:", "",
-                 TextsOf(findings), "", "Proceeding will disable all flags now.  Continue?"});
+                 TextsOf(findings), "Proceeding will disable all flags now.  Continue?"});
   bad = Ask(context.forms, kTitle, text, Buttons::kOkCancel) != Answer::kOk;
   if (!bad) clearAll(context.store, &MeasBlock::ZeroFlag);
 }
@@ -86,7 +86,7 @@ void askToDropCalibrations(const CheckContext& context, bool& bad) {
   if (findings.empty()) return;
   const std::string text =
       JoinLines({"Cal-On-Site previously selected may not give the results desired",
-                 "with burst mode. These are selected:", "", TextsOf(findings), "",
+                 "with burst mode. These are selected:", "", TextsOf(findings),
                  "WOULD YOU LIKE THEM DISABLED NOW?"});
   const Answer answer = Ask(context.forms, kTitle, text, Buttons::kYesNoCancel);
   if (answer == Answer::kYes) clearAll(context.store, &MeasBlock::CalOnSite);
