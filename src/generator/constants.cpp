@@ -5,7 +5,6 @@
 #include "generator/savedld.h"
 #include "model/names.h"
 #include "model/units.h"
-#include "platform/guarded.h"
 #include "text/number.h"
 #include "text/strings.h"
 
@@ -83,7 +82,7 @@ void SAVEDLD::Constants() {
     }
   }
   CanDeclarations();
-  Guarded(forms_, "SAVEDLD.CalcVarConstants", [this] { CalcVarConstants(); });
+  section("SAVEDLD.CalcVarConstants", &SAVEDLD::CalcVarConstants);
 }
 
 void SAVEDLD::timingConstants() {

@@ -8,7 +8,6 @@
 #include "model/names.h"
 #include "model/port_mask.h"
 #include "model/units.h"
-#include "platform/guarded.h"
 #include "text/mask.h"
 #include "text/number.h"
 
@@ -91,7 +90,7 @@ void SAVEDLD::MainProgram() {
   if (store_.Config.TK40MQty > 0) startUpAssignments(Family::kTK40M);
   if (canInUse()) startUpAssignments(Family::kCan);
   calcFieldLevelReads();
-  Guarded(forms_, "SAVEDLD.Exceptions", [this] { Exceptions(); });
+  section("SAVEDLD.Exceptions", &SAVEDLD::Exceptions);
   flaggedScanHead();
   if (canInUse()) canPreliminaryScans();
   if (needs_.ZeroFlagUsed) zeroFlagStart();
@@ -103,7 +102,7 @@ void SAVEDLD::MainProgram() {
   flagControl();
   portControl();
   portSet();
-  Guarded(forms_, "SAVEDLD.ExciteControl", [this] { ExciteControl(); });
+  section("SAVEDLD.ExciteControl", &SAVEDLD::ExciteControl);
   ZeroFlagLogic();
   measurements();
   FieldCalCalls();
@@ -111,7 +110,7 @@ void SAVEDLD::MainProgram() {
   calculatedFields();
   PutEmpty();
   levelSources();
-  Guarded(forms_, "SAVEDLD.MainProgram2", [this] { MainProgram2(); });
+  section("SAVEDLD.MainProgram2", &SAVEDLD::MainProgram2);
 }
 
 void SAVEDLD::startUpAssignments(Family family) {
@@ -340,12 +339,12 @@ void SAVEDLD::putSeparator() { Put({"      '", Fill{'-', 64}}); }
 void SAVEDLD::measurements() {
   BlockChan_ = 1;
   ChanCursor_ = 0;
-  Guarded(forms_, "SAVEDLD.Temperature", [this] { Temperature(); });
-  Guarded(forms_, "SAVEDLD.Voltage", [this] { Voltage(); });
-  Guarded(forms_, "SAVEDLD.Bridges", [this] { Bridges(); });
-  Guarded(forms_, "SAVEDLD.Pulses", [this] { Pulses(); });
-  if (store_.Config.TK40MQty > 0) Guarded(forms_, "SAVEDLD.TK40Ms", [this] { TK40Ms(); });
-  if (store_.Config.CanBusQty > 0) Guarded(forms_, "SAVEDLD.CanBus", [this] { CanBus(); });
+  section("SAVEDLD.Temperature", &SAVEDLD::Temperature);
+  section("SAVEDLD.Voltage", &SAVEDLD::Voltage);
+  section("SAVEDLD.Bridges", &SAVEDLD::Bridges);
+  section("SAVEDLD.Pulses", &SAVEDLD::Pulses);
+  if (store_.Config.TK40MQty > 0) section("SAVEDLD.TK40Ms", &SAVEDLD::TK40Ms);
+  if (store_.Config.CanBusQty > 0) section("SAVEDLD.CanBus", &SAVEDLD::CanBus);
 }
 
 void SAVEDLD::calculatedFields() {

@@ -1,6 +1,5 @@
 // The end of the scan and of the program.
 #include "generator/savedld.h"
-#include "platform/guarded.h"
 
 namespace ostrand {
 namespace {
@@ -29,7 +28,7 @@ void SAVEDLD::MainProgram2() {
     Put({"   Flag(", f, ") = False"}, {"'Set Flag(", f, ") back to false"});
     Put({"Loop"}, {"'Loop up to allow scan on flag"});
   }
-  Guarded(forms_, "SAVEDLD.LowPriority", [this] { LowPriority(); });
+  section("SAVEDLD.LowPriority", &SAVEDLD::LowPriority);
   Put({"EndProg"}, {"'Program ends here"});
   PutEmpty();
   Put({"'***** Program End *****"});

@@ -96,6 +96,10 @@ void ProgramLines::store() {
   ends_.push_back(static_cast<std::uint32_t>(bytes_.size()));
 }
 
+std::string_view ProgramLines::Unstored() const {
+  return std::string_view(bytes_).substr(ends_.empty() ? 0 : ends_.back());
+}
+
 std::string_view ProgramLines::operator[](int position) const {
   if (position < 1 || position > LineCount()) throw SubscriptOutOfRange();
   const auto at = static_cast<std::size_t>(position);

@@ -71,6 +71,8 @@ class ProgramLines {
   void Add(Pieces statement, Pieces comment, Pad pad);
 
   [[nodiscard]] int LineCount() const { return static_cast<int>(ends_.size()); }
+  // What there was of a line that could not be stored, until the next one begins; else empty.
+  [[nodiscard]] std::string_view Unstored() const;
   // The line at a position from 1 to LineCount. Fault 9 outside.
   [[nodiscard]] std::string_view operator[](int position) const;
 

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "generator/bridge_style.h"
+#include "generator/section_faults.h"
 #include "model/intervals.h"
 #include "platform/guarded.h"
 #include "platform/moment_text.h"
@@ -52,18 +53,24 @@ SAVEDLD::SAVEDLD(ProjectStore& store, platform::FileSystem& files, platform::Clo
 
 std::string SAVEDLD::ProgramText() {
   lines_.Clear();
+  faults_.clear();
   needs_ = {};
   channels_ = {};
   VZeroText_.Fill("");
   BZeroText_.Fill("");
   for (auto& statements : AZeroText_) statements.Fill("");
   Header();
-  Guarded(forms_, "SAVEDLD.Constants", [this] { Constants(); });
-  Guarded(forms_, "SAVEDLD.PubVars", [this] { PubVars(); });
-  Guarded(forms_, "SAVEDLD.OutputTables", [this] { OutputTables(); });
-  Guarded(forms_, "SAVEDLD.Subroutines", [this] { Subroutines(); });
-  Guarded(forms_, "SAVEDLD.MainProgram", [this] { MainProgram(); });
+  section("SAVEDLD.Constants", &SAVEDLD::Constants);
+  section("SAVEDLD.PubVars", &SAVEDLD::PubVars);
+  section("SAVEDLD.OutputTables", &SAVEDLD::OutputTables);
+  section("SAVEDLD.Subroutines", &SAVEDLD::Subroutines);
+  section("SAVEDLD.MainProgram", &SAVEDLD::MainProgram);
   return fileBytes();
+}
+
+void SAVEDLD::section(std::string_view routine, void (SAVEDLD::*body)()) {
+  if (Guarded(forms_, routine, [&] { (this->*body)(); })) return;
+  faults_.push_back(std::string(routine) + " failed " + PlaceOfFault(store_, lines_));
 }
 
 bool SAVEDLD::SaveTheDld(std::string_view base) {

@@ -3,6 +3,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "generator/families.h"
 #include "generator/program_lines.h"
@@ -40,6 +41,9 @@ class SAVEDLD {
 
   // Lines of the last run, for what reads the program afterwards.
   [[nodiscard]] const ProgramLines& Lines() const { return lines_; }
+  // The sections of the last run that failed, each with its block or item and the line: "SAVEDLD.
+  // PubVars failed in Volt Block 2, at: Alias ...". Empty for a complete program.
+  [[nodiscard]] const std::vector<std::string>& Faults() const { return faults_; }
   // Where the statements of the last run measure.
   [[nodiscard]] const StatementChannels& Channels() const { return channels_; }
   // Line positions of the statements of a multiplexer block, each with a blank behind it.
@@ -47,6 +51,8 @@ class SAVEDLD {
   void ClearTK40MLines() { TK40MLines_.Fill(""); }
 
  private:
+  // Runs a section; a failure in it is reported under `routine` and noted, and the run goes on.
+  void section(std::string_view routine, void (SAVEDLD::*body)());
   // Sections, one source each.
   void Header();
   void Constants();
@@ -223,6 +229,7 @@ class SAVEDLD {
   std::string baseName_;
 
   ProgramLines lines_;
+  std::vector<std::string> faults_;
 
   // Needs and marks that sections pass on; all cleared at the start of a run.
   struct Needs {

@@ -5,6 +5,7 @@
 //   --- parts      parts of lines
 //   --- never      parts that no line holds
 //   --- fault 9 Subroutines    the failure that the run before reports, and its description
+//   --- faults     what is told of all sections that failed; nothing for a complete program
 //   --- host       the application that asks for the program
 #include <gtest/gtest.h>
 
@@ -37,6 +38,10 @@ class CaseOfAProgram : public ProgramMaker {
 
  private:
   void expect(const std::string& kind, const Lines& lines) const {
+    if (kind == "faults") {
+      EXPECT_EQ(generator.Faults(), lines);
+      return;
+    }
     ASSERT_FALSE(lines.empty()) << kind;
     if (kind == "program") {
       ExpectRun(lines);
@@ -64,7 +69,7 @@ TEST_P(ProgramCases, HaveTheirLines) {
 
 INSTANTIATE_TEST_SUITE_P(Of, ProgramCases,
                          ::testing::Values("declarations.txt", "blocks.txt", "scan.txt",
-                                           "tables.txt", "slow_sequence.txt"));
+                                           "tables.txt", "slow_sequence.txt", "faults.txt"));
 
 }  // namespace
 }  // namespace ostrand::testing
