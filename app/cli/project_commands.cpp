@@ -35,8 +35,7 @@ bool resave(ProjectRun& run, Ostrand& session, std::string_view file) {
   return OpenProject(session, file) && WriteProject(run, session);
 }
 
-bool nameProject(Ostrand& session, std::string_view file) {
-  session.NameProject(file);
+bool isNamed(const Ostrand& session, std::string_view file) {
   if (session.BaseName().empty()) Complain(std::string(file) + " names no file");
   return !session.BaseName().empty();
 }
@@ -56,14 +55,15 @@ bool mayStart(const ProjectRun& run, const std::string& path) {
 }
 
 bool startNew(ProjectRun& run, Ostrand& session, std::string_view file) {
-  if (!nameProject(session, file)) return false;
+  if (!session.NewProject(file) || !isNamed(session, file)) return false;
   const std::string base = OutputBase(run, session);
   return session.UnderLock(
       base, [&] { return mayStart(run, session.CurrentFileName()) && WriteProject(run, session); });
 }
 
 bool recoverProject(ProjectRun& run, Ostrand& session, std::string_view file) {
-  if (!nameProject(session, file)) return false;
+  session.NameProject(file);
+  if (!isNamed(session, file)) return false;
   const std::string& path = session.CurrentFileName();
   return session.UnderLock(OutputBase(run, session), [&] {
     const auto from = ORVUS_GENFILE::RecoverProjectFile(run.files, path);

@@ -33,6 +33,7 @@ platform::Surroundings CliHost::Around(platform::Forms& shown) {
           places.settings,
           places.registry,
           platform::TemporaryFolder(),
+          platform::ModuleFolder(),
           &workFolders};
 }
 
@@ -63,6 +64,9 @@ ExitCode ForEachProject(const CommandLine& line, ProjectCommand command) {
     session.HostApp(line.hostApp);
     session.OverwriteChanged(line.force);
     const bool worked = command(run, session, file);
+    for (const std::string& fault : session.ProgramFaults()) {
+      Complain(std::string(file) + ": the program is not complete: " + Utf8FromWindows1252(fault));
+    }
     const bool toBeSeen = !host->forms.TakeBoxesShown().empty();
     if (!worked || toBeSeen) result = kFault;
     ++run.handled;

@@ -21,7 +21,8 @@ struct Surroundings {
   Processes& processes;
   SettingsStore& settings;
   MachineRegistry& registry;
-  std::string temporaryFolder;  // where the machine names no folder for temporary files
+  std::string temporaryFolder;    // where the machine names no folder for temporary files
+  std::string moduleFolder = {};  // where the program and its help file are installed
   // Makes the folder of each test compile private; without it all share the one for temporary
   // files.
   WorkFolders* workFolders = nullptr;

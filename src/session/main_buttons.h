@@ -40,6 +40,12 @@ inline constexpr std::string_view kQuitHelp = "Quit Program Generator.";
 using ShowScreen = std::function<void()>;
 using ScreenTable = Row<ShowScreen, kConfigurationButton, kExciteButton>;
 
+// One of the option screens. Without a screen it shows nothing.
+struct OptionDialog {
+  std::function<bool()> Show;    // until the user ends it; true after Done
+  std::function<void()> Cancel;  // ends it while it is shown
+};
+
 // Which buttons can be pressed.
 class MainRow {
  public:

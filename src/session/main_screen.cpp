@@ -40,28 +40,28 @@ void Ostrand::enableButtons() {
 }
 
 void Ostrand::Click(int button) {
-  if (!row_.Enabled(button)) return;
+  if (Busy() || !row_.Enabled(button)) return;
   const UserAction action(*this);
-  around_.forms.SetPointer(platform::Pointer::kBusy);
-  working_ = true;
-  row_.DisableAll();
-  Guarded(around_.forms, "Ostrand.cmdOption_Click", [&] { runButton(button); });
-  if (button < kSaveAndSendButton) {  // a screen that failed may have edited before
-    dirtyFlag_ = true;
-    Summarize();
-  }
-  enableButtons();
-  working_ = false;
-  if (button != kSaveAndSendButton) SetFocus(Focus::kButton, button);
-  around_.forms.SetPointer(platform::Pointer::kNormal);
+  const auto run = [&] {
+    const Marked working(working_);
+    row_.DisableAll();
+    Guarded(around_.forms, "Ostrand.cmdOption_Click", [&] { runButton(button); });
+  };
+  const auto settle = [&] {
+    enableButtons();
+    if (button < kSaveAndSendButton) {  // a screen that failed may have edited before
+      dirtyFlag_ = true;
+      Summarize();
+    }
+    if (button != kSaveAndSendButton) SetFocus(Focus::kButton, button);
+  };
+  WithBusyPointer(around_.forms, [&] { Finally(run, settle); });
 }
 
 void Ostrand::runButton(int button) {
-  if (button >= kSaveAndSendButton) {
-    saveByButton(button == kSaveAndSendButton);
-  } else {
-    screens_[button]();
-  }
+  if (button >= kSaveAndSendButton) return saveByButton(button == kSaveAndSendButton);
+  const Marked screenOpen(screenOpen_);
+  screens_[button]();
 }
 
 void Ostrand::RightClick(int) { events_.PopupOptionsMenu(); }
@@ -81,23 +81,32 @@ void Ostrand::ClickQuit() {
 // ---- Saving -------------------------------------------------------------------------------------
 
 void Ostrand::saveByButton(bool send) {
+  if (checkAndSave(send) && send) this->send();
+}
+
+// Whether all was written and its program is one to send.
+bool Ostrand::checkAndSave(bool send) {
+  const Marked saving(saving_);
   bool bad = false;
   bool upgrade = false;
   ORVUS_COMMON::VerifyBeforeSave(Checks(), bad, upgrade);
-  if (!bad && !upgrade) {
-    saveClean(send);
-    return;
-  }
-  if (bad ? !confirmBadSave(send, upgrade) : !confirmUpgrade()) return;
+  if (!bad && !upgrade) return saveClean(send);
+  if (bad ? !confirmBadSave(send, upgrade) : !confirmUpgrade()) return false;
   if (upgrade) store_.Gen.Version = kSavedFormat;
-  SaveDldFile();
+  saveDldFile();
+  return false;
 }
 
-void Ostrand::saveClean(bool send) {
+bool Ostrand::saveClean(bool send) {
   ORVUS_COMMON::FloatingGroundWarning(Checks());
-  RunPreCompile();
-  SaveDldFile();
-  if (send && saved_ && !compileFailed_) this->send();
+  runPreCompile();
+  saveDldFile();
+  if (send && !compileSkipped_.empty()) {
+    around_.forms.SetHelpLine(compileSkipped_);
+  } else if (send && !ProgramFaults().empty()) {
+    around_.forms.SetHelpLine("Not sent: " + ProgramFaults().front());
+  }
+  return saved_ && !compileFailed_ && ProgramFaults().empty();
 }
 
 void Ostrand::send() {
@@ -127,6 +136,7 @@ bool Ostrand::confirmUpgrade() {
 // ---- Printing -----------------------------------------------------------------------------------
 
 void Ostrand::PrintSelect() {
+  if (!printPanelShown_) rowBeforePrint_ = row_;
   row_.DisableAll();
   printPanelShown_ = true;
   SetFocus(Focus::kCancelPrint);
@@ -134,7 +144,8 @@ void Ostrand::PrintSelect() {
 
 void Ostrand::CancelPrint() {
   if (!printPanelShown_) return;
-  enableButtons();
+  printPanelShown_ = false;
+  row_ = rowBeforePrint_;
   SetFocus(Focus::kNone);
 }
 

@@ -1,6 +1,7 @@
 #include "session/ostrand.h"
 
 #include <algorithm>
+#include <exception>
 #include <optional>
 #include <utility>
 
@@ -34,6 +35,22 @@ void startProject(ProjectStore& store) {
   ORVUS_COMMON::SetLoggerConstants(store);
 }
 
+// What the user wants every new project to begin with. The settings keep any number; one that no
+// project can have stands for the usual one.
+void giveUserDefaults(ProjectStore& store, const OptionValues& options) {
+  const OptionValues usual;
+  const i32 units = options.DefaultScanIntervalUnits;
+  const bool scanFits = options.DefaultScanInterval >= 1 && units >= 0 && units <= 3;
+  const OptionValues& scan = scanFits ? options : usual;
+  store.Scan.ExecutionTime = static_cast<float>(scan.DefaultScanInterval);
+  store.Scan.ExecTimeUnits = static_cast<i16>(scan.DefaultScanIntervalUnits);
+  const OptionValues& records = options.DefaultTableNumRecs >= 1 ? options : usual;
+  for (int t = 1; t <= kTables; ++t) {
+    store.Tables[t].AutoSize = options.DefaultTableAutoSize == 1 ? kTrue : kFalse;
+    store.Tables[t].Buffer = records.DefaultTableNumRecs;
+  }
+}
+
 }  // namespace
 
 UserAction::UserAction(Ostrand& control) : before_(std::exchange(currentControl, &control)) {}
@@ -46,7 +63,8 @@ Ostrand::Ostrand(ProjectStore& store, const platform::Surroundings& around, Ostr
       events_(events),
       generator_(store, around.files, around.clock, around.forms),
       settings_(around.settings, around.registry, around.temporaryFolder),
-      baseName_(kNoName) {
+      baseName_(kNoName),
+      helpPath_(platform::WithSeparator(around.moduleFolder)) {
   startProject(store_);
   AppPath(settings_.Compilers());
   ApplyColors();
@@ -107,25 +125,35 @@ void Ostrand::SetSelectedColors(const Settings::ColorTable& sColors) {
 }
 
 void Ostrand::ShowOptions(std::string_view sOption) {
+  if (Busy()) return;
   const UserAction action(*this);
-  const auto show = [](const ShowScreen& screen) {
-    if (screen) screen();
-  };
-  Guarded(around_.forms, "Ostrand.ShowOptions", [&] {
-    if (sOption == "Colors") show(colorsScreen_);
+  const auto ended = [](const OptionDialog& dialog) { return dialog.Show && dialog.Show(); };
+  const auto show = [&] {
+    bool done = false;
+    if (sOption == "Colors") done = ended(colorsScreen_);
     if (sOption == "Settings") {
       settings_.CopyToTable();
-      show(settingsScreen_);
+      done = ended(settingsScreen_);
       settings_.LoadSettings(false);
     }
-  });
-  ApplyColors();
-  Summarize();
+    if (done) keepSettings();
+  };
+  Finally([&] { Guarded(around_.forms, "Ostrand.ShowOptions", show); },
+          [&] {
+            ApplyColors();
+            Summarize();
+          });
+}
+
+// The settings go into the user's store at once: the next opening reads them from there.
+void Ostrand::keepSettings() {
+  if (const Result<> kept = settings_.SaveSettings(); !kept) throw FileAccess(kept.ErrorText());
 }
 
 void Ostrand::FormCleanup() {
-  colorsScreen_ = nullptr;
-  settingsScreen_ = nullptr;
+  for (const OptionDialog* dialog : {&colorsScreen_, &settingsScreen_}) {
+    if (dialog->Cancel) dialog->Cancel();
+  }
 }
 
 bool Ostrand::Summarize() {
@@ -161,13 +189,13 @@ std::string_view Ostrand::WithoutExtension(std::string_view name) {
 }
 
 void Ostrand::OpenFile(std::string_view sFileName, bool& bCancel) {
-  const UserAction action(*this);
   bCancel = true;
-  around_.forms.SetPointer(platform::Pointer::kBusy);
+  if (Busy() || screenOpen_) return;
+  const UserAction action(*this);
   const std::string fileBefore = std::exchange(currentFileName_, "");
   const std::string baseBefore = baseName_;
   const std::string folderBefore = GenFilePath();
-  Guarded(around_.forms, "Ostrand.OpenFile", [&] {
+  const auto open = [&] {
     if (RegistryApp() == kOwnRegistryApp) loadSettings();
     const bool fromDialog = Trim(sFileName).empty();
     std::optional<std::string> name(sFileName);
@@ -181,37 +209,60 @@ void Ostrand::OpenFile(std::string_view sFileName, bool& bCancel) {
     }
     if (!name) return;
     NameProject(*name);
-    bCancel = !openNamed(fromDialog);
-  });
-  if (bCancel) {
+    openNamed(fromDialog, bCancel);
+  };
+  // Whatever ended it, names and store are those of one project.
+  const auto settle = [&] {
+    if (!bCancel) return showProject();
     currentFileName_ = fileBefore;
     baseName_ = baseBefore;
     GenFilePath(folderBefore);
-  } else {
-    takeTextBoxes();
-    enableButtons();
-    Summarize();
-  }
-  around_.forms.SetPointer(platform::Pointer::kNormal);
+  };
+  WithBusyPointer(around_.forms, [&] {
+    Finally([&] { Guarded(around_.forms, "Ostrand.OpenFile", open); }, settle);
+  });
 }
 
-// Whether the session has a project to go on with.
-bool Ostrand::openNamed(bool fromDialog) {
+// `cancel` becomes false as soon as the session has the project of the present name.
+void Ostrand::openNamed(bool fromDialog, bool& cancel) {
   interrupted_ = {};
   const bool there = around_.files.Taken(currentFileName_);
-  if (!there) readReport_ = {};
   const bool opened = there ? loadProject() : fromDialog;
   if (!there && !fromDialog) showNotFound();
   if (!opened) {
     const auto left = ORVUS_GENFILE::InterruptedSave(around_.files, currentFileName_);
     if (left) interrupted_ = {currentFileName_, *left};
-    return false;
+    return;
   }
-  // A new name from the dialog is how a new project starts.
-  if (!there) known_ = {around_.files.Target(currentFileName_), false, std::nullopt, 0, 0};
+  cancel = false;
+  if (!there) {  // a new name from the dialog is how a new project starts
+    readReport_ = {};
+    known_ = {around_.files.Target(currentFileName_), false, std::nullopt, 0, 0};
+  }
   calcVarRefs_ = CollectCalcVarRefs(store_);
   if (there) events_.NewFile(currentFileName_);
-  return true;
+}
+
+void Ostrand::showProject() {
+  takeTextBoxes();
+  enableButtons();
+  Summarize();
+}
+
+bool Ostrand::NewProject(std::string_view path) {
+  if (Busy() || screenOpen_) return false;
+  const UserAction action(*this);
+  return Guarded(around_.forms, "Ostrand.NewProject", [&] {
+    if (RegistryApp() == kOwnRegistryApp) loadSettings();
+    startProject(store_);
+    giveUserDefaults(store_, settings_.Options());
+    NameProject(path);
+    calcVarRefs_ = CollectCalcVarRefs(store_);
+    readReport_ = {};
+    known_ = {};
+    dirtyFlag_ = false;
+    showProject();
+  });
 }
 
 bool Ostrand::loadProject() {
@@ -257,7 +308,14 @@ CheckContext Ostrand::Checks() {
   return {store_, around_.forms, settings_.WarningMessageMask(), calcVarRefs_};
 }
 
-void Ostrand::SaveDldFile() {
+bool Ostrand::SaveDldFile() {
+  if (Busy()) return false;
+  const Marked saving(saving_);
+  saveDldFile();
+  return saved_;
+}
+
+void Ostrand::saveDldFile() {
   const UserAction action(*this);
   saveCancelled_ = false;
   saved_ = false;
@@ -274,16 +332,23 @@ void Ostrand::SaveDldFile() {
     NameProject(*name);
     events_.NewFile(currentFileName_);
     store_.Gen.PCTime = ShortMomentText(around_.clock.Now());
-    saved_ = SavePipeline();
+    saved_ = savePipeline();
     if (saved_) dirtyFlag_ = false;
     Summarize();
   });
 }
 
 void Ostrand::AskToSaveAll(bool bForce, bool& bCancel) {
+  bCancel = true;
+  if (Busy()) return;
+  const Marked saving(saving_);
+  askToSaveAll(bForce, bCancel);
+}
+
+void Ostrand::askToSaveAll(bool force, bool& cancel) {
   using platform::Answer;
   using platform::Buttons;
-  bCancel = false;
+  cancel = false;
   if (!dirtyFlag_) return;
   const UserAction action(*this);
   Guarded(around_.forms, "Ostrand.AskToSaveAll", [&] {
@@ -292,31 +357,43 @@ void Ostrand::AskToSaveAll(bool bForce, bool& bCancel) {
         {.title = "QUIT GENERATOR",
          .text = "Do you want to save changes made to " + currentFileName_ + "?",
          .icon = platform::Icon::kQuestion,
-         .buttons = bForce ? Buttons::kYesNo : Buttons::kYesNoCancel});
-    bCancel = answer == Answer::kCancel;
+         .buttons = force ? Buttons::kYesNo : Buttons::kYesNoCancel});
+    cancel = answer == Answer::kCancel;
     if (answer != Answer::kYes) return;
     bool upgrade = false;
-    ORVUS_COMMON::VerifyBeforeSave(Checks(), bCancel, upgrade);
-    if (bCancel) return;
-    bCancel = !SavePipeline();  // a session that ends now would lose the edits
-    if (!bCancel) dirtyFlag_ = false;
+    ORVUS_COMMON::VerifyBeforeSave(Checks(), cancel, upgrade);
+    if (cancel) return;
+    cancel = !savePipeline();  // a session that ends now would lose the edits
+    if (!cancel) dirtyFlag_ = false;
   });
 }
 
 void Ostrand::CloseSession(bool bForce, i16& iCancel) {
   if (closing_) return;
-  closing_ = true;
+  if (Busy()) {
+    iCancel = kTrue;
+    return;
+  }
+  const Marked closing(closing_);
   const UserAction action(*this);
   bool cancel = false;
-  around_.forms.SetHelpLine("");
-  AskToSaveAll(bForce, cancel);
-  Guarded(around_.forms, "Ostrand.CloseSession", [&] {
-    if (const Result<> kept = settings_.SaveSettings(); !kept) throw FileAccess(kept.ErrorText());
+  std::exception_ptr failure;  // of the host, which waits for SessionComplete all the same
+  const auto run = [&](const auto& step) {
+    try {
+      step();
+    } catch (...) {
+      if (!failure) failure = std::current_exception();
+    }
+  };
+  run([&] {
+    around_.forms.SetHelpLine("");
+    AskToSaveAll(bForce, cancel);
   });
-  if (bForce) cancel = false;
+  run([&] { Guarded(around_.forms, "Ostrand.CloseSession", [&] { keepSettings(); }); });
+  cancel = !bForce && (cancel || failure);
   iCancel = cancel ? kTrue : kFalse;
-  if (!cancel) events_.SessionComplete();
-  closing_ = false;
+  if (!cancel) run([&] { events_.SessionComplete(); });
+  if (failure) std::rethrow_exception(failure);
 }
 
 }  // namespace ostrand

@@ -62,6 +62,11 @@ struct InterruptedProject {
 
 // Properties are pairs of overloads: AppPath() reads, AppPath(text) sets. Folders end in a
 // separator; setting one adds what is missing. Paths may part folders by `\` or `/`.
+//
+// A host may call the control from an event and from DoEvents. While a save or a test compile runs
+// (Busy), what would change the project or its files under it is refused: nothing happens, and the
+// caller gets the result that each declaration states. An exception out of a host's handler goes
+// through to the host; flags, buttons and pointer are then as after any other end of the action.
 class Ostrand {
  public:
   // Start-up: the store is cleared and takes the defaults of a new project, the table of settings
@@ -81,7 +86,7 @@ class Ostrand {
   // Folder of the project.
   [[nodiscard]] const std::string& GenFilePath() const { return settings_.GenFilePath(); }
   void GenFilePath(std::string_view folder) { settings_.GenFilePath(folder); }
-  // Folder of the help file.
+  // Folder of the help file; that of the module until a host sets another.
   [[nodiscard]] const std::string& HelpPath() const { return helpPath_; }
   void HelpPath(std::string_view folder);
   [[nodiscard]] static std::string_view HelpFileName() { return "OSTRAND.HLP"; }
@@ -102,7 +107,7 @@ class Ostrand {
   // The project's name, "NoName" for one without a file.
   [[nodiscard]] const std::string& BaseName() const { return baseName_; }
   // Saves the whole project and gives the path of its program, cut at its first ".". That reading
-  // it saves is what hosts count on.
+  // it saves is what hosts count on. While Busy it gives the path alone.
   std::string CurBasicFileName();
 
   // The host's name; "Harrier", in any case, switches some behaviours.
@@ -139,43 +144,56 @@ class Ostrand {
   // Asks the toolbar server of "Harrier" to send the program `FileName` to the logger.
   void HarrierDownload(const std::string& FileName);
   // Ends the session, unless the user cancels: asks about unsaved edits, keeps the settings, raises
-  // SessionComplete. `iCancel` becomes -1 when it was cancelled, which `bForce` rules out.
+  // SessionComplete. `iCancel` becomes -1 when it was cancelled or when an exception of the host
+  // came between, which `bForce` rules out; the exception goes on after SessionComplete. While Busy
+  // it is refused, forced or not: `iCancel` becomes -1 and there is no SessionComplete. A second
+  // call while one runs does nothing.
   void CloseSession(bool bForce, i16& iCancel);
   // Name, value and default of each colour.
   void GetSelectedColors(Settings::ColorTable& sColors) const;
   // Opens a project; an empty name asks the user. A name chosen by the user that does not exist
   // starts a new project from the store as it is. `bCancel` becomes true, and the project before
   // stays, when the host's name does not exist or the file cannot be read, which the user has been
-  // told; and, without a word, when the user cancelled.
+  // told; and, without a word, when the user cancelled, while Busy and while a setup screen is
+  // open.
   void OpenFile(std::string_view sFileName, bool& bCancel);
+  // Starts a new project that will be saved at `path` (by the rules of NameProject) in place of
+  // the present one: the defaults of a project, with the user's scan interval and table sizes.
+  // Asks nothing and touches no file. False, and no change, while Busy or a setup screen is open.
+  bool NewProject(std::string_view path);
   // Shows what can be printed in place of the main row.
   void PrintSelect();
   void SetSelectedColors(const Settings::ColorTable& sColors);
   void ShowHelpFile(i32 lContext);
-  void OffSaveDownload() { row_.Enable(kSaveAndSendButton, false); }
+  void OffSaveDownload() { SetSaveDownload(false); }
   // Asks whether to save unsaved edits, and saves. `bCancel` becomes true when the user cancelled,
-  // when the checks found what stands against it, or when the project could not be saved.
+  // when the checks found what stands against it, when the project could not be saved, and while
+  // Busy.
   void AskToSaveAll(bool bForce, bool& bCancel);
   // Asks for a name and saves the project under it. A cancelled dialog writes nothing and sets
-  // SaveCancelled.
-  void SaveDldFile();
-  // Shows the option screen "Colors" or "Settings" and takes what it changed.
+  // SaveCancelled. True when all files were written; false, with SaveCancelled and Saved as they
+  // were, while Busy.
+  bool SaveDldFile();
+  // Shows the option screen "Colors" or "Settings" and takes what it changed; Done keeps the
+  // settings at once. Shows nothing while Busy.
   void ShowOptions(std::string_view sOption);
-  void SetQuitButton(bool Enable) { row_.EnableQuit(Enable); }
-  void SetSaveDownload(bool Enable) { row_.Enable(kSaveAndSendButton, Enable); }
-  // Lets go of the two option screens.
+  // While the print panel is shown, these two take effect when the main row comes back.
+  void SetQuitButton(bool Enable) { mainRow().EnableQuit(Enable); }
+  void SetSaveDownload(bool Enable) { mainRow().Enable(kSaveAndSendButton, Enable); }
+  // Cancels the option screen that is open, if one is. The next ShowOptions shows a fresh one.
   void FormCleanup();
 
   // ---- What the user does -----------------------------------------------------------------------
 
   [[nodiscard]] const MainRow& MainButtons() const { return row_; }
-  // A press of a main button; nothing when it is disabled.
+  // A press of a main button; nothing when it is disabled, and while Busy.
   void Click(int button);
   void RightClick(int button);
   void PointAt(int button);  // shows its help
   void PointAtQuit();
   void ClickQuit();
-  // The panel of what can be printed is shown; its cancel button brings the main row back.
+  // The panel of what can be printed is shown; its cancel button brings the main row back as it
+  // was.
   [[nodiscard]] bool PrintPanelShown() const { return printPanelShown_; }
   void CancelPrint();
   // While a screen is open the panels of the control are hidden and it lays out nothing.
@@ -205,8 +223,8 @@ class Ostrand {
 
   // The screens of the buttons 0 to 15 and of ShowOptions, which a host or the setup fills in.
   [[nodiscard]] ScreenTable& Screens() { return screens_; }
-  void ColorsScreen(ShowScreen show) { colorsScreen_ = std::move(show); }
-  void SettingsScreen(ShowScreen show) { settingsScreen_ = std::move(show); }
+  void ColorsScreen(OptionDialog dialog) { colorsScreen_ = std::move(dialog); }
+  void SettingsScreen(OptionDialog dialog) { settingsScreen_ = std::move(dialog); }
 
   // ---- State ------------------------------------------------------------------------------------
 
@@ -214,6 +232,8 @@ class Ostrand {
   [[nodiscard]] const platform::Surroundings& Around() const { return around_; }
   [[nodiscard]] Settings& UserSettings() { return settings_; }
   [[nodiscard]] const Settings& UserSettings() const { return settings_; }
+  // A save or a test compile runs, from its first question to its last file.
+  [[nodiscard]] bool Busy() const { return saving_ || compiling_; }
   // Unsaved edits may exist.
   [[nodiscard]] bool DirtyFlag() const { return dirtyFlag_; }
   // The last SaveDldFile was cancelled.
@@ -237,27 +257,35 @@ class Ostrand {
   void OverwriteChanged(bool overwrite) { overwriteChanged_ = overwrite; }
   // The last save was not done, since another program has changed the project file.
   [[nodiscard]] bool ChangedOutside() const { return changedOutside_; }
+  // The sections that failed in the last program, each with its block or item and the line, in
+  // Windows-1252; empty for a complete program. One with faults is written, and never sent.
+  [[nodiscard]] const std::vector<std::string>& ProgramFaults() const {
+    return generator_.Faults();
+  }
   // What the checks work on.
   [[nodiscard]] CheckContext Checks();
 
   // Writes the project file, the program, its table description and the wiring diagram, in this
   // order and under one lock of the project. The first failure is reported and ends it; what was
-  // written stays. True when all was written.
+  // written stays. True when all was written; false
+  // while Busy.
   bool SavePipeline();
   // Runs `body`, which writes files of the project `base`, with other saves of it kept out; inside
   // such a body it just runs. False when `body` says so, or when another save did not end, which
   // has been reported then.
   bool UnderLock(std::string_view base, const std::function<bool()>& body);
   // The steps of the pipeline, for `base` and their extension. False when the file could not be
-  // written, which has been reported then. The wiring diagram is that of the last program.
+  // written, which has been reported then, and while Busy. The wiring diagram is that of the last
+  // program.
   bool WriteProjectFile(std::string_view base);
   bool WriteProgram(std::string_view base);
   bool WriteTableDescription(std::string_view base);
   bool WriteWiringDiagram(std::string_view base);
-  // The bytes of the wiring diagram, for its own run of the generator.
+  // The bytes of the wiring diagram, for its own run of the generator; empty while Busy.
   std::string WiringText();
 
-  // The test compile by the logger's compiler; measured times go into the store.
+  // The test compile by the logger's compiler; measured times go into the store. Does nothing while
+  // Busy.
   void RunPreCompile();
 
   // Makes `path` the session's project file by the rules for names: a title that holds ".VKG", in
@@ -271,27 +299,39 @@ class Ostrand {
   static constexpr i32 kHelpContext = 1800;
   class Held;
 
-  [[nodiscard]] bool openNamed(bool fromDialog);
+  void openNamed(bool fromDialog, bool& cancel);
+  void showProject();
   [[nodiscard]] bool loadProject();
   void showNotFound();
   void keepOldFile(const std::string& path);
   bool saveUnchanged(std::string_view base, const std::function<bool()>& body);
   [[nodiscard]] std::optional<platform::FileIdentity> changedOnDisk(std::string_view base);
   bool askToOverwrite(const std::string& path);
-  bool writeProject(std::string_view base);
   bool keepLock();
   void tellKept();
   void takeTextBoxes();
   [[nodiscard]] std::string typedText(std::string_view keys);
   void loadSettings();
   void enableButtons();
+  [[nodiscard]] MainRow& mainRow() { return printPanelShown_ ? rowBeforePrint_ : row_; }
   void runButton(int button);
   void saveByButton(bool send);
-  void saveClean(bool send);
+  bool checkAndSave(bool send);
+  bool saveClean(bool send);
   void send();
+  void keepSettings();
+  // The routines behind the public ones of the same name, for callers that hold Busy themselves.
+  void askToSaveAll(bool force, bool& cancel);
+  void saveDldFile();
+  bool savePipeline();
+  bool writeProject(std::string_view base);
+  bool writeProgram(std::string_view base);
+  bool writeTableDescription(std::string_view base);
+  bool writeWiringDiagram(std::string_view base);
+  void runPreCompile();
+  void testCompileIn(const std::string& folder);
   bool confirmBadSave(bool send, bool upgrade);
   bool confirmUpgrade();
-  void testCompileIn(const std::string& folder);
   bool findCompiler(std::string_view missing, std::string_view question);
   [[nodiscard]] bool hostIsHarrier() const;
 
@@ -304,8 +344,9 @@ class Ostrand {
   RtfText summary_;
   MainRow row_;
   ScreenTable screens_;
-  ShowScreen colorsScreen_;
-  ShowScreen settingsScreen_;
+  MainRow rowBeforePrint_;
+  OptionDialog colorsScreen_;
+  OptionDialog settingsScreen_;
   Appearance appearance_;
 
   std::string currentFileName_;
@@ -334,7 +375,9 @@ class Ostrand {
   bool saveCancelled_ = false;
   bool saved_ = false;
   bool compileFailed_ = false;
+  bool saving_ = false;
   bool compiling_ = false;
+  bool screenOpen_ = false;
   bool closing_ = false;
   bool working_ = false;
   bool printPanelShown_ = false;

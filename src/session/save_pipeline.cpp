@@ -65,6 +65,28 @@ void Ostrand::KeepTextBoxes() {
 }
 
 bool Ostrand::SavePipeline() {
+  if (Busy()) return false;
+  const Marked saving(saving_);
+  return savePipeline();
+}
+
+bool Ostrand::WriteProjectFile(std::string_view base) {
+  if (Busy()) return false;
+  const Marked saving(saving_);
+  return saveUnchanged(base, [&] { return writeProject(base); });
+}
+
+bool Ostrand::WriteProgram(std::string_view base) { return !Busy() && writeProgram(base); }
+
+bool Ostrand::WriteTableDescription(std::string_view base) {
+  return !Busy() && writeTableDescription(base);
+}
+
+bool Ostrand::WriteWiringDiagram(std::string_view base) {
+  return !Busy() && writeWiringDiagram(base);
+}
+
+bool Ostrand::savePipeline() {
   const UserAction action(*this);
   KeepTextBoxes();
   if (currentFileName_.empty() || SameText(currentFileName_, "NoName.VKG")) {
@@ -81,10 +103,10 @@ bool Ostrand::SavePipeline() {
   savedFiles_.clear();
   return saveUnchanged(base, [&] {
     if (!run({".VKG", &Ostrand::writeProject})) return false;
-    if (!run({".VKP", &Ostrand::WriteProgram})) return false;
+    if (!run({".VKP", &Ostrand::writeProgram})) return false;
     findCompiler(settings_.CompilerPath() + " was not found.", "Would you like to search for it?.");
-    if (!run({".VKD", &Ostrand::WriteTableDescription})) return false;
-    if (!run({".VKW", &Ostrand::WriteWiringDiagram})) return false;
+    if (!run({".VKD", &Ostrand::writeTableDescription})) return false;
+    if (!run({".VKW", &Ostrand::writeWiringDiagram})) return false;
     around_.forms.SetHelpLine("");
     return true;
   });
@@ -172,13 +194,9 @@ void Ostrand::tellKept() {
        .icon = platform::Icon::kInformation});
 }
 
-bool Ostrand::WriteProjectFile(std::string_view base) {
-  return saveUnchanged(base, [&] { return writeProject(base); });
-}
-
 bool Ostrand::writeProject(std::string_view base) {
   return Guarded(around_.forms, "ORVUS_GENFILE.SaveProjectFile", [&] {
-    keepOldFile(std::string(base).append(".VKG"));
+    keepOldFile(std::string(base).append(kProjectExtension));
     auto saved = ORVUS_GENFILE::SaveProjectFile(store_, around_.files, around_.clock, base);
     if (!saved) {
       // The new content may be in its place all the same.
@@ -200,13 +218,13 @@ void Ostrand::keepOldFile(const std::string& path) {
   oldFileKept_ = kept.Value();
 }
 
-bool Ostrand::WriteProgram(std::string_view base) {
+bool Ostrand::writeProgram(std::string_view base) {
   generator_.HostApp(hostApp_);
   generator_.BaseName(baseName_);
   return generator_.SaveTheDld(base);
 }
 
-bool Ostrand::WriteTableDescription(std::string_view base) {
+bool Ostrand::writeTableDescription(std::string_view base) {
   bool written = false;
   Guarded(around_.forms, "Ostrand.WriteTableDescription", [&] {
     const DocumentHead head{platform::Split(base).title, around_.clock.Now()};
@@ -216,13 +234,14 @@ bool Ostrand::WriteTableDescription(std::string_view base) {
   return written;
 }
 
-bool Ostrand::WriteWiringDiagram(std::string_view base) {
+bool Ostrand::writeWiringDiagram(std::string_view base) {
   MAKEWIRE wire(store_, around_.files, around_.clock, around_.forms);
   return wire.MakeWire_MasterWire(base, generator_.Channels());
 }
 
 std::string Ostrand::WiringText() {
   std::string diagram;
+  if (Busy()) return diagram;
   Guarded(around_.forms, "MAKEWIRE.MakeWire_MasterWire", [&] {
     generator_.HostApp(hostApp_);
     generator_.BaseName(baseName_);
@@ -256,29 +275,33 @@ bool Ostrand::findCompiler(std::string_view missing, std::string_view question) 
                              .helpContext = kHelpContext});
   if (!found) return false;
   settings_.CompilerPath(*found);
+  Guarded(around_.forms, "Ostrand.FindCompiler", [&] { keepSettings(); });
   return true;
 }
 
 void Ostrand::RunPreCompile() {
-  if (compiling_) return;
+  if (!Busy()) runPreCompile();
+}
+
+void Ostrand::runPreCompile() {
   const UserAction action(*this);
-  compiling_ = true;
+  const Marked compiling(compiling_);
   compileFailed_ = true;
   compileSkipped_.clear();
-  around_.forms.SetPointer(platform::Pointer::kBusy);
-  Guarded(around_.forms, "Ostrand.RunPreCompile", [&] {
-    if (!findCompiler("Pre-Compiler was not found.", "Would you like to search for it?")) return;
+  const auto compile = [&] {
+    if (!findCompiler("Pre-Compiler was not found.", "Would you like to search for it?")) {
+      compileSkipped_ = "Skipped pre-compile. Pre-Compiler was not found.";
+      return;
+    }
     settings_.ReadWorkDir();
     if (around_.workFolders == nullptr) return testCompileIn(WorkDir());
     auto folder = around_.workFolders->Create(WorkDir());
     if (!folder) throw FileAccess(folder.ErrorText());
     testCompileIn(folder.Value()->Path());
     if (const auto gone = folder.Value()->Remove(); !gone) throw FileAccess(gone.ErrorText());
-  });
-  around_.forms.SetPointer(platform::Pointer::kNormal);
-  compiling_ = false;
+  };
+  WithBusyPointer(around_.forms, [&] { Guarded(around_.forms, "Ostrand.RunPreCompile", compile); });
 }
-
 // Compiles the program for a test with all files in `folder`.
 void Ostrand::testCompileIn(const std::string& folder) {
   const std::string base = InFolder(folder, "TEMP$$$$");
@@ -288,17 +311,18 @@ void Ostrand::testCompileIn(const std::string& folder) {
     throw FileAccess(gone.ErrorText());
   }
   generator_.ClearTK40MLines();
-  if (WriteProgram(base)) {
-    TestCompile compile({around_.files, around_.forms, around_.processes}, folder);
+  const auto compile = [&] {
+    if (!writeProgram(base)) return;
+    TestCompile test({around_.files, around_.forms, around_.processes}, folder);
     const bool alwaysShow = (settings_.WarningMessageMask() & kShowCompileResult) != 0;
     Guarded(around_.forms, "Ostrand.ParseCompileResults", [&] {
-      compileFailed_ = !compile.ParseCompileResults(store_, generator_.TK40MLines(), testFile,
-                                                    settings_.CompilerPath(), alwaysShow);
-      compileSkipped_ = compile.Skipped();
+      compileFailed_ = !test.ParseCompileResults(store_, generator_.TK40MLines(), testFile,
+                                                 settings_.CompilerPath(), alwaysShow);
+      compileSkipped_ = test.Skipped();
     });
     Summarize();
-  }
-  static_cast<void>(RemoveOld(around_.files, testFile));
+  };
+  Finally(compile, [&] { static_cast<void>(RemoveOld(around_.files, testFile)); });
 }
 
 // ---- The download -------------------------------------------------------------------------------

@@ -478,7 +478,7 @@ Fault registryFault(platform::RegistryFailure failure, std::string_view key) {
     case platform::RegistryFailure::kOpenKey:
       return {76, "Error Opening Registry Key : " + name};
     case platform::RegistryFailure::kDataType:
-      return {13, "Unsupported Data Type for Registry Value : " + name};
+      return {13, "Unsupported Data Type for Registry Value" + name};  // no mark between the two
     case platform::RegistryFailure::kReadValue:
       return {53, "Error Reading Registry Key Value : " + name};
     case platform::RegistryFailure::kCloseKey:

@@ -1,12 +1,15 @@
 #include "session/setup_screens.h"
 
 #include <array>
+#include <memory>
+#include <type_traits>
 
 #include "calc/frm_calculated.h"
 #include "calc/frm_solve_list.h"
 #include "can/frm_can_bus.h"
 #include "session/frm_opt_gen.h"
 #include "session/frm_opt_orvus.h"
+#include "session/user_action.h"
 #include "setup/backup.h"
 #include "setup/frm_brdg_block.h"
 #include "setup/frm_config.h"
@@ -23,6 +26,7 @@
 #include "setup/frm_volt_block.h"
 #include "text/number.h"
 #include "text/strings.h"
+#include "verify/pick_var_checks.h"
 
 namespace ostrand {
 namespace {
@@ -136,11 +140,17 @@ void show(Ostrand& control, ScreenHost& host) {
   host.ShowModal(form);
 }
 
-template <class Form>
+// Variables that conditions name may be gone after an edit of the blocks.
+template <class Form, auto Blocks>
 void showBlocks(Ostrand& control, ScreenHost& host) {
   const ScreenContext context = contextOf(control, host);
+  const auto& blocks = control.Store().*Blocks;
   Form form(context, hooksOf(context));
+  const auto before = std::make_unique<std::decay_t<decltype(blocks)>>(blocks);
   host.ShowModal(form);
+  if (form.Result() == ModalResult::kDone && !(blocks == *before)) {
+    ORVUS_COMMON::VerifyPickVars(control.Checks(), kWarnVariablesAfterEdits);
+  }
 }
 
 void showCan(Ostrand& control, ScreenHost& host) {
@@ -173,11 +183,11 @@ constexpr std::array<ScreenRow, 13> kScreens = {{
     {kConfigurationButton, "frmConfig", show<frmConfig>},
     {kExecutionButton, "frmExecute", show<frmExecute>},
     {kTablesButton, "frmOutInt", show<frmOutInt>},
-    {kThermocoupleButton, "frmTempBlock", showBlocks<frmTempBlock>},
-    {kVoltageButton, "frmVoltBlock", showBlocks<frmVoltBlock>},
-    {kBridgeButton, "frmBrdgBlock", showBlocks<frmBrdgBlock>},
-    {kPulseButton, "frmPulseBlock", showBlocks<frmPulseBlock>},
-    {kTK40MButton, "frmTK40MBlock", showBlocks<frmTK40MBlock>},
+    {kThermocoupleButton, "frmTempBlock", showBlocks<frmTempBlock, &ProjectStore::TempBlock>},
+    {kVoltageButton, "frmVoltBlock", showBlocks<frmVoltBlock, &ProjectStore::VoltBlock>},
+    {kBridgeButton, "frmBrdgBlock", showBlocks<frmBrdgBlock, &ProjectStore::BridgeBlock>},
+    {kPulseButton, "frmPulseBlock", showBlocks<frmPulseBlock, &ProjectStore::PulseBlock>},
+    {kTK40MButton, "frmTK40MBlock", showBlocks<frmTK40MBlock, &ProjectStore::TK40MBlock>},
     {kCanButton, "frmCanBus", showCan},
     {kCalcFieldsButton, "frmCalculated", showCalculated},
     {kPortsButton, "frmPorts", show<frmPorts>},
@@ -185,21 +195,36 @@ constexpr std::array<ScreenRow, 13> kScreens = {{
     {kExciteButton, "frmExcite", show<frmExcite>},
 }};
 
+// ---- The option screens -------------------------------------------------------------------------
+
+// `make` makes a fresh one each time it is shown.
+template <class Make>
+OptionDialog optionDialog(ScreenHost& host, Make make) {
+  const auto shown = std::make_shared<Screen*>(nullptr);
+  return {[&host, shown, make] {
+            const auto form = make();
+            *shown = form.get();
+            Finally([&] { host.ShowModal(*form); }, [&] { *shown = nullptr; });
+            return form->Result() == ModalResult::kDone;
+          },
+          [shown] {
+            if (*shown != nullptr) (*shown)->Cancel();
+          }};
+}
+
 }  // namespace
 
 void ConnectSetupScreens(Ostrand& control, ScreenHost& host) {
   for (const ScreenRow& row : kScreens) {
     control.Screens()[row.button] = [&control, &host, &row] { row.show(control, host); };
   }
-  control.ColorsScreen([&control, &host] {
-    frmOptGen form(contextOf(control, host), control.UserSettings(),
-                   [&control] { control.ApplyColors(); });
-    host.ShowModal(form);
-  });
-  control.SettingsScreen([&control, &host] {
-    frmOptOrvus form(contextOf(control, host), control.UserSettings());
-    host.ShowModal(form);
-  });
+  control.ColorsScreen(optionDialog(host, [&control, &host] {
+    return std::make_unique<frmOptGen>(contextOf(control, host), control.UserSettings(),
+                                       [&control] { control.ApplyColors(); });
+  }));
+  control.SettingsScreen(optionDialog(host, [&control, &host] {
+    return std::make_unique<frmOptOrvus>(contextOf(control, host), control.UserSettings());
+  }));
 }
 
 int ButtonOfScreen(std::string_view name) {

@@ -326,6 +326,23 @@ TEST_F(CliSession, ScreenReportsAProjectThatCannotBeWritten) {
   EXPECT_TRUE(Holds(outcome.err, (folder / "out/pump.VKG") + ": Is a directory\"")) << outcome.err;
 }
 
+TEST_F(CliSession, AnIncompleteProgramIsWrittenAndNeverSent) {
+  make("\r\n[PULSE BLOCKS]\r\n", "\r\n[VOLTAGE BLOCKS]\r\nBlockCount=1\r\nReps(1)=1\r\nUnits(1)=" +
+                                     std::string(60, 'u') + "\r\n\r\n[PULSE BLOCKS]\r\n");
+  const testing::Listener server;
+  ::setenv("STAND_IN", "good", 1);
+  const Outcome outcome =
+      RunOstrand({"save", project, "--compiler", OSTRAND_STAND_IN, "--send", server.Name()});
+  EXPECT_EQ(outcome.code, 1);
+  EXPECT_EQ(outcome.out, wroteAll(base));
+  EXPECT_TRUE(Holds(outcome.err, project + " was not sent\n"));
+  EXPECT_TRUE(outcome.err.ends_with("ostrand: " + project +
+                                    ": the program is not complete: SAVEDLD.Constants failed in "
+                                    "Volt Block 1, at: Units VBlk1 = " +
+                                    std::string(60, 'u') + "\n"))
+      << outcome.err;
+}
+
 TEST_F(CliSession, SettingsAreShownAndChanged) {
   const testing::Setting kept{.home = home.Path()};
   const auto settings = [&](std::vector<std::string> words) {
@@ -340,6 +357,10 @@ TEST_F(CliSession, SettingsAreShownAndChanged) {
   EXPECT_TRUE(Holds(list, "\nDefaultNumFlags = 8\n"));
   EXPECT_EQ(settings({"get", "Speed"}).err, "ostrand: there is no setting \"Speed\"\n");
   EXPECT_EQ(settings({"set", "DefaultInputType", "7"}).code, 1);
+
+  EXPECT_EQ(settings({"set", "DefaultScanInterval", "25"}).code, 0);
+  EXPECT_EQ(RunOstrand({"new", project}, kept).code, 0);
+  EXPECT_TRUE(Holds(ReadDisk(project), "\r\nExecutionTime= 25\r\n"));
 
   // They count for the other commands: without its bit a check finds no floating input.
   const std::string example = OSTRAND_SOURCE_DIR "/examples/engine-test-cell.VKG";

@@ -11,6 +11,9 @@
 #include "model/defaults.h"
 #include "platform/posix/posix_clock.h"
 #include "platform/posix/posix_filesystem.h"
+#include "platform/posix/user_folders.h"
+#include "session/setup_screens.h"
+#include "setup/controls/numeric_field.h"
 #include "support/memory_filesystem.h"
 #include "support/scripted_forms.h"
 #include "support/temp_folder.h"
@@ -30,10 +33,12 @@ class KeepingHost : public OstrandEvents {
  public:
   void DownloadRequest(const std::string& name, bool inside) override {
     told.push_back("download " + name + (inside ? " inside" : ""));
+    onDownload();
   }
   void NewFile(const std::string& name) override {
     told.push_back("file " + name);
     control = Ostrand::Current();
+    onNewFile();
   }
   void PopupOptionsMenu() override { told.emplace_back("menu"); }
   void SessionComplete() override {
@@ -42,6 +47,8 @@ class KeepingHost : public OstrandEvents {
   }
   Told told;
   std::function<void()> onComplete = [] {};
+  std::function<void()> onNewFile = [] {};
+  std::function<void()> onDownload = [] {};
   Ostrand* control = nullptr;  // that held the process-wide reference at the last NewFile
 };
 
@@ -78,7 +85,7 @@ class Session : public ::testing::Test {
   testing::ScriptedForms forms;
   KeepingHost host;
   std::unique_ptr<ProjectStore> store = NewStore();
-  testing::TestSurroundings around{files, clock, forms, work.Path()};
+  testing::TestSurroundings around{files, clock, forms, work.Path(), "/opt/ostrand"};
   Ostrand session{*store, around.all, host};
 };
 
@@ -110,6 +117,45 @@ TEST_F(Session, NamesProjectsByTheRules) {
   EXPECT_EQ(Ostrand::WithoutExtension("pump.1.VKG.VKG"), "pump.1");
   EXPECT_EQ(Ostrand::WithoutExtension("pump.VKP.VKG"), "pump.VKP");
   EXPECT_EQ(Ostrand::WithoutExtension("pump.VKP.old"), "pump");
+}
+
+TEST_F(Session, TheHelpFileIsThatOfTheModuleUntilAHostSaysOtherwise) {
+  EXPECT_EQ(session.HelpPath(), "/opt/ostrand/");
+  session.HelpPath("C:\\Help");
+  EXPECT_EQ(session.HelpPath(), "C:\\Help\\");
+  EXPECT_TRUE(std::filesystem::exists(platform::ModuleFolder() + "ostrand_tests"));
+}
+
+// What a file does not say is as ever; only a new project begins with the user's values.
+TEST_F(Session, ANewProjectBeginsWithTheUsersIntervalAndTableSizes) {
+  const auto values = [&] {
+    const OutputTable& last = store->Tables[6];
+    return NumberText(store->Scan.ExecutionTime) + " " + NumberText(store->Scan.ExecTimeUnits) +
+           " " + NumberText(last.AutoSize) + " " + NumberText(last.Buffer);
+  };
+  auto& stored = around.settings.sections["QUILLON\\QUILLON"];
+  EXPECT_TRUE(session.NewProject(folder / "pump"));
+  EXPECT_EQ(values(), "10 1 0 1000");
+  stored["DefaultScanInterval"] = "2";
+  stored["DefaultScanIntervalUnits"] = "2";
+  stored["DefaultTableAutoSize"] = "1";
+  stored["DefaultTableNumRecs"] = "250";
+  store->VoltBlock.BlockCount = 3;
+  EXPECT_TRUE(session.NewProject(folder / "pump"));
+  EXPECT_EQ(values(), "2 2 -1 250");
+  EXPECT_EQ(store->VoltBlock.BlockCount, 0);
+  EXPECT_EQ(session.CurrentFileName(), project);
+  EXPECT_TRUE(session.MainButtons().Enabled(kSaveButton) && !session.DirtyFlag());
+  EXPECT_EQ(host.told, Told{});
+  WriteDisk(project, kPump);
+  EXPECT_FALSE(openCancelled(project));
+  EXPECT_EQ(values(), "10 1 0 1000");
+  stored["DefaultScanInterval"] = "0";
+  stored["DefaultScanIntervalUnits"] = "4";
+  stored["DefaultTableAutoSize"] = "2";
+  stored["DefaultTableNumRecs"] = "-1";
+  EXPECT_TRUE(session.NewProject(folder / "pump"));
+  EXPECT_EQ(values(), "10 1 0 1000") << "what no project can have";
 }
 
 TEST_F(Session, OpensAFileIntoAFreshStore) {
@@ -353,7 +399,16 @@ class MainScreen : public Session {
   void makeBad() { store->Tables[2].TableName = store->Tables[1].TableName; }
   void expectRefusal() { forms.ExpectBoxWith("DUPLICATION FOUND", "is used as"); }
 
+  // From a handler: whether another project could not be opened.
+  bool openCancelledInside() {
+    WriteDisk(folder / "other.VKG", kPump);
+    bool cancelled = false;
+    session.OpenFile(folder / "other.VKG", cancelled);
+    return cancelled;
+  }
+
   const Told newFile = {"file " + project};
+  i16 ignored = 0;
 };
 
 // ---- Buttons ------------------------------------------------------------------------------------
@@ -557,6 +612,8 @@ TEST_F(MainScreen, AMissingCompilerIsSearchedForIfTheUserLikes) {
             "1800");
   forms.ExpectOpen(OSTRAND_STAND_IN);
   EXPECT_TRUE(compile(Answer::kYes));
+  reopen();
+  EXPECT_EQ(session.UserSettings().CompilerPath(), OSTRAND_STAND_IN) << "kept at once";
   EXPECT_TRUE(std::filesystem::is_empty(work.Path()));
 
   // A save alone tells the path, and goes on without.
@@ -568,18 +625,133 @@ TEST_F(MainScreen, AMissingCompilerIsSearchedForIfTheUserLikes) {
   EXPECT_TRUE(onDisk("pump.VKW"));
 }
 
-TEST_F(MainScreen, ASecondCompileWhileOneRunsDoesNothing) {
-  int meanwhile = 0;
-  ::setenv("STAND_IN", "slow", 1);
-  forms.meanwhile = [&] {
-    if (++meanwhile > 3) return;
+// A save or a test compile has the project to itself.
+TEST_F(MainScreen, WhatWouldChangeTheProjectUnderASaveOrACompileIsRefused) {
+  WriteDisk(folder / "other.VKG", kPump);
+  bool shown = false;
+  session.Screens()[kFlagsButton] = [&] { shown = true; };
+  session.SettingsScreen({[&] { return shown = true; }, {}});
+  reopen();
+  int calls = 0;
+  const auto tryAll = [&] {
+    if (++calls > 1) return;
+    EXPECT_TRUE(session.Busy());
+    bool cancelled = false;
+    session.OpenFile(folder / "other.VKG", cancelled);
+    EXPECT_TRUE(cancelled);
+    i16 stays = kFalse;
+    session.CloseSession(true, stays);
+    EXPECT_EQ(stays, kTrue);
+    cancelled = false;
+    session.AskToSaveAll(true, cancelled);
+    EXPECT_TRUE(cancelled);
+    EXPECT_FALSE(session.NewProject(folder / "other.VKG"));
+    EXPECT_FALSE(session.SaveDldFile() || session.SavePipeline());
+    EXPECT_FALSE(session.WriteProjectFile(folder / "x") || session.WriteProgram(folder / "x") ||
+                 session.WriteTableDescription(folder / "x") ||
+                 session.WriteWiringDiagram(folder / "x"));
+    EXPECT_EQ(session.WiringText(), "");
+    EXPECT_EQ(session.CurBasicFileName(), program);
+    session.Click(kFlagsButton);
+    session.Click(kSaveButton);
+    session.ShowOptions("Settings");
     session.RunPreCompile();
     EXPECT_EQ(Ostrand::Current(), &session);
-    EXPECT_TRUE(session.CompileFailed()) << "as long as it runs";
   };
+  ::setenv("STAND_IN", "slow", 1);
+  forms.meanwhile = tryAll;
   session.RunPreCompile();
-  EXPECT_GE(meanwhile, 3);
+  EXPECT_GE(calls, 1);
   EXPECT_FALSE(session.CompileFailed());
+
+  host.onNewFile = tryAll;
+  for (const bool byButton : {true, false}) {
+    calls = 0;
+    forms.ExpectSave(project);
+    if (byButton) {
+      session.Click(kSaveButton);
+    } else {
+      EXPECT_TRUE(session.SaveDldFile());
+    }
+    EXPECT_GE(calls, 1);
+    EXPECT_TRUE(session.Saved() && !session.SaveCancelled());
+  }
+  EXPECT_FALSE(shown || session.Busy());
+  EXPECT_EQ(store->Gen.Operator, "Name");
+  EXPECT_EQ(host.told, (Told{newFile[0], newFile[0]}));
+  EXPECT_FALSE(onDisk("x.VKG") || onDisk("x.VKP") || onDisk("x.VKD") || onDisk("x.VKW"));
+
+  // A screen holds a part of the project to put it back; a download is no longer a save.
+  host.onNewFile = [] {};
+  session.Screens()[kFlagsButton] = [&] {
+    EXPECT_TRUE(openCancelledInside() && !session.NewProject("x"));
+  };
+  session.Click(kFlagsButton);
+  host.onDownload = [&] { EXPECT_FALSE(openCancelledInside()); };
+  save(kSaveAndSendButton, project);
+  EXPECT_EQ(store->Gen.Operator, "Marge");
+}
+
+struct HostFailure {};
+
+TEST_F(MainScreen, AnExceptionOfTheHostLeavesTheControlUsable) {
+  const auto fail = [] { throw HostFailure(); };
+  const auto open = [&] {
+    bool cancelled = false;
+    session.OpenFile(folder / "other.VKG", cancelled);
+  };
+  const std::tuple<std::string_view, std::function<void()>, std::function<void()>> cases[] = {
+      {"screen", [&] { session.Screens()[kFlagsButton] = fail; },
+       [&] { session.Click(kFlagsButton); }},
+      {"options",
+       [&] {
+         session.SettingsScreen({[&] { return fail(), true; }, {}});
+       },
+       [&] { session.ShowOptions("Settings"); }},
+      {"opening", [&] { host.onNewFile = fail; }, open},
+      {"saving", [&] { host.onNewFile = fail; }, [&] { save(kSaveButton, project); }},
+      {"save", [&] { host.onNewFile = fail; },
+       [&] { forms.ExpectSave(project), session.SaveDldFile(); }},
+      {"compile", [&] { forms.meanwhile = fail; }, [&] { session.RunPreCompile(); }},
+      {"download", [&] { host.onDownload = fail; }, [&] { save(kSaveAndSendButton, project); }},
+      {"end", [&] { host.onComplete = fail; }, [&] { session.ClickQuit(); }},
+  };
+  for (const auto& [name, prepare, act] : cases) {
+    SCOPED_TRACE(name);
+    WriteDisk(folder / "other.VKG", kPump);
+    edit();
+    session.Screens()[kFlagsButton] = [] {};
+    if (name == "end") reopen();
+    prepare();
+    EXPECT_THROW(act(), HostFailure);
+    host.onNewFile = host.onDownload = host.onComplete = forms.meanwhile = [] {};
+    EXPECT_FALSE(session.Working() || session.Busy());
+    EXPECT_EQ(forms.pointer, platform::Pointer::kNormal);
+    EXPECT_EQ(Ostrand::Current(), nullptr);
+    EXPECT_TRUE(session.MainButtons().Enabled(kSaveButton) && session.MainButtons().QuitEnabled());
+    EXPECT_FALSE(std::filesystem::exists(work / "TEMP$$$$.VKP"));
+    const bool opened = session.CurrentFileName() != project;
+    EXPECT_EQ(opened, name == "opening");
+    EXPECT_EQ(store->Gen.Operator, opened ? "Marge" : "Name") << "name and project go together";
+    if (session.DirtyFlag()) forms.ExpectBoxWith("QUIT GENERATOR", "save changes", Answer::kNo);
+    session.CloseSession(true, ignored);
+    EXPECT_EQ(host.told.back(), "complete");
+  }
+}
+
+TEST_F(MainScreen, ASkippedCompileIsTheLastWordOnTheHelpLine) {
+  ::setenv("STAND_IN", "versionnone", 1);
+  const std::string skipped = "Skipped version. " OSTRAND_STAND_IN " ended without a report";
+  save(kSaveAndSendButton, project);
+  EXPECT_EQ(forms.helpLines.back(), skipped);
+  EXPECT_EQ(host.told, newFile);
+  save(kSaveButton, project);
+  EXPECT_EQ(forms.helpLines.back(), "");
+  session.UserSettings().CompilerPath("");
+  forms.ExpectBoxWith("MISSING FILE", "Pre-Compiler", Answer::kNo);
+  forms.ExpectBoxWith("MISSING FILE", "was not found", Answer::kNo);
+  save(kSaveAndSendButton, project);
+  EXPECT_EQ(forms.helpLines.back(), "Skipped pre-compile. Pre-Compiler was not found.");
 }
 
 // ---- Ending -------------------------------------------------------------------------------------
@@ -633,6 +805,29 @@ TEST_F(MainScreen, ASecondEndWhileOneRunsDoesNothingAndSettingsThatCannotBeKeptA
   EXPECT_EQ(forms.helpLines.back(), "");
 }
 
+TEST_F(MainScreen, AForcedEndRaisesSessionCompleteWhateverFails) {
+  edit();
+  makeBad();
+  around.settings.failure = "/home/settings: No space left on device";
+  forms.ExpectBoxWith("QUIT GENERATOR", "save changes", Answer::kYes);
+  expectRefusal();
+  forms.ExpectBoxWith("TROUBLE", "No space left");
+  session.CloseSession(true, ignored);
+  EXPECT_EQ(host.told, Told{"complete"});
+
+  for (const bool force : {true, false}) {
+    edit();
+    around.settings.failure.clear();
+    const int writes = around.settings.writes;
+    forms.onBox = [] { throw HostFailure(); };
+    EXPECT_THROW(session.CloseSession(force, ignored), HostFailure);
+    forms.onBox = [] {};
+    EXPECT_EQ(host.told, force ? Told{"complete"} : Told{});
+    EXPECT_EQ(ignored, force ? kFalse : kTrue);
+    EXPECT_EQ(around.settings.writes, writes + 1);
+  }
+}
+
 // ---- Keys, text boxes, options ------------------------------------------------------------------
 
 TEST_F(MainScreen, ArrowsGoFromBoxToBox) {
@@ -650,13 +845,34 @@ TEST_F(MainScreen, ArrowsGoFromBoxToBox) {
   EXPECT_EQ(session.FocusButton(), kConfigurationButton);
 }
 
+TEST_F(MainScreen, TheRowComesBackFromThePrintPanelAsItWas) {
+  session.SetQuitButton(false);
+  session.OffSaveDownload();
+  session.PrintSelect();
+  session.PrintSelect();
+  EXPECT_FALSE(session.MainButtons().Enabled(kSaveButton));
+  session.CancelPrint();
+  EXPECT_FALSE(session.PrintPanelShown() || session.MainButtons().QuitEnabled() ||
+               session.MainButtons().Enabled(kSaveAndSendButton));
+  EXPECT_TRUE(session.MainButtons().Enabled(kSaveButton));
+  session.PrintSelect();
+  session.SetSaveDownload(true);
+  EXPECT_FALSE(session.MainButtons().Enabled(kSaveAndSendButton));
+  session.CancelPrint();
+  EXPECT_TRUE(session.MainButtons().Enabled(kSaveAndSendButton));
+}
+
 TEST_F(MainScreen, OptionScreensWorkOnTheTableAndTakeEffect) {
   Settings& settings = session.UserSettings();
-  session.SettingsScreen([&] {
-    EXPECT_EQ(settings.Rows()[25].Value, "4095");
-    settings.Rows()[25].Value = "7";
-    settings.Rows()[10].Value = "255";
-  });
+  auto& stored = around.settings.sections["QUILLON\\QUILLON"];
+  bool done = true;
+  session.SettingsScreen({[&] {
+                            EXPECT_EQ(settings.Rows()[25].Value, "4095");
+                            settings.Rows()[25].Value = "7";
+                            settings.Rows()[10].Value = "255";
+                            return done;
+                          },
+                          {}});
   store->EstMeasTime = -1;
   session.ShowOptions("settings");  // no such screen
   EXPECT_EQ(settings.WarningMessageMask(), 4095);
@@ -664,6 +880,83 @@ TEST_F(MainScreen, OptionScreensWorkOnTheTableAndTakeEffect) {
   session.ShowOptions("Settings");
   EXPECT_EQ(settings.WarningMessageMask(), 7);
   EXPECT_EQ(session.Colors().FormBack, 255);
+  EXPECT_EQ(stored["WarningMessageMask"], "7") << "kept at once";
+  reopen();
+  EXPECT_EQ(settings.WarningMessageMask(), 7) << "and not undone by the next opening";
+
+  done = false;
+  session.ColorsScreen({[&] { return done; }, {}});
+  const int writes = around.settings.writes;
+  session.ShowOptions("Colors");
+  EXPECT_EQ(around.settings.writes, writes) << "a cancelled one keeps nothing";
+  done = true;
+  around.settings.failure = "disk full";
+  forms.ExpectBoxWith("TROUBLE", "disk full\" has occurred in Ostrand.ShowOptions.");
+  session.ShowOptions("Colors");
+}
+
+// ---- The screens of the setup -------------------------------------------------------------------
+
+// Does one thing on each screen.
+class OneAct : public ScreenHost {
+ public:
+  void ShowModal(Screen& screen) override {
+    ++shown;
+    act(screen);
+  }
+  std::function<void(Screen&)> act;
+  int shown = 0;
+};
+
+TEST_F(MainScreen, VariablesAreCheckedAfterAnEditOfTheBlocks) {
+  OneAct user;
+  ConnectSetupScreens(session, user);
+  reopen();
+  const auto remove = [](Screen& screen) {
+    dynamic_cast<NumericField&>(*screen.Find("BlockCount")).Spin(false);
+  };
+  // The mask, whether the last block goes, whether it ends with Done, whether the user is told.
+  constexpr std::tuple<i32, bool, bool, bool> cases[] = {
+      {1, true, true, true},  {3, true, true, true},   {2, true, true, false},
+      {0, true, true, false}, {1, false, true, false}, {1, true, false, false},
+  };
+  constexpr int kScreens[] = {kThermocoupleButton, kVoltageButton, kBridgeButton, kPulseButton,
+                              kTK40MButton};
+  store->Config.TK40MQty = 1;
+  for (const int button : kScreens) {
+    for (const auto& [mask, edited, done, told] : cases) {
+      store->TempBlock.BlockCount = store->VoltBlock.BlockCount = store->BridgeBlock.BlockCount =
+          store->TK40MBlock.BlockCount = store->PulseBlock[0].BlockCount = 1;
+      store->Tables[1].WriteIf = 1;
+      store->Tables[1].Write[1].MeasureVar = "Gone";
+      session.UserSettings().WarningMessageMask(0);
+      user.act = [](Screen& screen) { screen.Done(); };  // what is worked out is up to date
+      session.Click(button);
+      session.UserSettings().WarningMessageMask(mask);
+      user.act = [&, edits = edited, ends = done](Screen& screen) {
+        if (edits) remove(screen);
+        ends ? screen.Done() : screen.End(ModalResult::kCancel);
+      };
+      if (told) forms.ExpectBoxWith("INVALID WRITE IF TRIGGER", "Variable Gone");
+      session.Click(button);
+    }
+  }
+  EXPECT_EQ(user.shown, 60);
+}
+
+TEST_F(MainScreen, FormCleanupCancelsAnOptionScreenAndTheNextIsAFreshOne) {
+  OneAct user;
+  ConnectSetupScreens(session, user);
+  session.FormCleanup();
+  for (const std::string_view option : {"Settings", "Colors", "Settings"}) {
+    user.act = [&](Screen& screen) {
+      session.FormCleanup();
+      EXPECT_EQ(screen.Result(), ModalResult::kCancel);
+    };
+    session.ShowOptions(option);
+  }
+  session.FormCleanup();
+  EXPECT_EQ(user.shown, 3);
 }
 
 }  // namespace

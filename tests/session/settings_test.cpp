@@ -164,7 +164,7 @@ TEST(RegistrySetting, GivesTextsAndNumbersAndReportsFailures) {
       {{"Larkfield", {}}, "", "Larkfield"},
       {{"", RegistryFailure::kOpenKey}, "76, \"Error Opening Registry Key : A\\B\"", ""},
       {{"", RegistryFailure::kDataType},
-       "13, \"Unsupported Data Type for Registry Value : A\\B\"",
+       "13, \"Unsupported Data Type for Registry ValueA\\B\"",
        ""},
       {{"", RegistryFailure::kReadValue}, "53, \"Error Reading Registry Key Value : A\\B\"", ""},
       {{"x", RegistryFailure::kCloseKey}, "75, \"Error Closing Registry Key : A\\B\"", "x"},

@@ -165,7 +165,7 @@ class IllCompilers : public ::testing::Test {
   Sendings host;
   std::unique_ptr<ProjectStore> store = NewStore();
   Ostrand session{
-      *store, {files, clock, forms, hasty, settings, registry, work.Path(), &workFolders}, host};
+      *store, {files, clock, forms, hasty, settings, registry, work.Path(), "", &workFolders}, host};
 };
 
 TEST_F(IllCompilers, LeaveNothingAndHaveNoWrongProgramSent) {

@@ -30,6 +30,7 @@ void ScriptedForms::ExpectSave(std::optional<std::string> answer) {
 }
 
 Answer ScriptedForms::ShowBox(const platform::MessageBox& box) {
+  onBox();
   if (boxes_.empty() && collecting_) {
     shown.push_back(box);
     return Answer::kOk;

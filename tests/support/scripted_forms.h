@@ -42,7 +42,10 @@ class ScriptedForms : public platform::Forms {
   std::vector<std::string> helpLines;
   platform::Pointer pointer = platform::Pointer::kNormal;
   int beeps = 0;
-  std::function<void()> meanwhile = [] {};  // what the user does in each round of DoEvents
+  int rounds = 0;                           // of DoEvents
+  int restingRounds = 0;                    // of these, the first so many take a millisecond each
+  std::function<void()> meanwhile = [] {};  // what the user does in each of them
+  std::function<void()> onBox = [] {};      // before a box is shown
 
  private:
   struct Box {

@@ -11,8 +11,15 @@ namespace ostrand::testing {
 
 struct TestSurroundings {
   TestSurroundings(platform::FileSystem& files, platform::Clock& clock, platform::Forms& forms,
-                   std::string workDir)
-      : all{files, clock, forms, processes, settings, registry, std::move(workDir)} {}
+                   std::string workDir, std::string moduleFolder = {})
+      : all{files,
+            clock,
+            forms,
+            processes,
+            settings,
+            registry,
+            std::move(workDir),
+            std::move(moduleFolder)} {}
 
   MemorySettingsStore settings;
   MemoryRegistry registry;

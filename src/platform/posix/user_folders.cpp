@@ -3,7 +3,10 @@
 #include <pwd.h>
 #include <unistd.h>
 
+#include <climits>
 #include <cstdlib>
+
+#include "platform/paths.h"
 
 namespace ostrand::platform {
 namespace {
@@ -53,6 +56,13 @@ std::string MachineRegistryPath() {
 std::string TemporaryFolder() {
   const std::string named = namedFolder("TMPDIR");
   return named.empty() ? "/tmp" : named;
+}
+
+std::string ModuleFolder() {
+  std::string path(PATH_MAX, '\0');
+  const ssize_t length = ::readlink("/proc/self/exe", path.data(), path.size());
+  path.resize(length > 0 ? static_cast<std::size_t>(length) : 0);
+  return Split(path).folder;
 }
 
 }  // namespace ostrand::platform

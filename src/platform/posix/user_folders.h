@@ -15,4 +15,7 @@ std::string MachineRegistryPath();
 // Folder for temporary files, without a trailing separator: the one that TMPDIR names, or /tmp.
 std::string TemporaryFolder();
 
+// Folder of the running program; empty where the system does not say.
+std::string ModuleFolder();
+
 }  // namespace ostrand::platform
