@@ -35,6 +35,7 @@ TEST(KilledSave, LeavesWholeFilesAtAnyMoment) {
   Ostrand session(*store, around.all, nobodyListens);
   session.UserSettings().CompilerPath(folder / "VKPComp.EXE");
   session.NameProject(folder / "pump");
+  session.OverwriteChanged(true);  // by the saves that are killed
   const std::string base = folder / "pump";
 
   const std::vector<std::string> operators = {"Ada", "Marge with a longer name"};
