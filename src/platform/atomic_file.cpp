@@ -89,7 +89,6 @@ Result<> AtomicFile::commit() {
   if (auto finished = finish(); !finished) return finished;
   if (auto renamed = files_.Rename(hidden_, path_); !renamed) return renamed;
   created_ = false;
-  replaced_ = true;
   return files_.SyncFolder(path_);
 }
 

@@ -32,8 +32,6 @@ class AtomicFile {
   Result<> Finish();
   // Finishes what is not finished yet and puts it into its place.
   Result<> Commit();
-  // The target has the new content, though Commit may have failed after that.
-  [[nodiscard]] bool Replaced() const { return replaced_; }
 
  private:
   Result<> open();
@@ -51,7 +49,6 @@ class AtomicFile {
   std::string hidden_;
   std::unique_ptr<OutputFile> file_;
   bool created_ = false;  // the neighbour is on the disk
-  bool replaced_ = false;
 };
 
 }  // namespace ostrand::platform

@@ -94,11 +94,8 @@ Result<SavedProject> SaveProjectFile(ProjectStore& store, platform::FileSystem& 
     saved.keptAs = std::move(kept.Value());
   }
   const auto committed = file.Commit();
-  // The project is there, the new one or the old one; a second name that stays takes nothing from
-  // it. A new one that may not be on the disk yet keeps the old one beside it.
-  if (aside && (committed || !file.Replaced())) {
-    static_cast<void>(static_cast<bool>(files.Delete(old)));
-  }
+  // The project is there, the new one or the old one; a second name that stays takes nothing from it.
+  if (aside) static_cast<void>(static_cast<bool>(files.Delete(old)));
   if (!committed) return Error{committed.ErrorText()};
   return saved;
 }
