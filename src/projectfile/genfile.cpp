@@ -94,7 +94,8 @@ Result<SavedProject> SaveProjectFile(ProjectStore& store, platform::FileSystem& 
     saved.keptAs = std::move(kept.Value());
   }
   const auto committed = file.Commit();
-  // The project is there, the new one or the old one; a second name that stays takes nothing from it.
+  // The project is there, the new one or the old one; a second name that stays takes nothing from
+  // it.
   if (aside) static_cast<void>(static_cast<bool>(files.Delete(old)));
   if (!committed) return Error{committed.ErrorText()};
   return saved;

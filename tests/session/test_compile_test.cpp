@@ -164,8 +164,9 @@ class IllCompilers : public ::testing::Test {
   testing::MemoryRegistry registry;
   Sendings host;
   std::unique_ptr<ProjectStore> store = NewStore();
-  Ostrand session{
-      *store, {files, clock, forms, hasty, settings, registry, work.Path(), "", &workFolders}, host};
+  Ostrand session{*store,
+                  {files, clock, forms, hasty, settings, registry, work.Path(), "", &workFolders},
+                  host};
 };
 
 TEST_F(IllCompilers, LeaveNothingAndHaveNoWrongProgramSent) {
