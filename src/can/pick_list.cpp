@@ -76,13 +76,6 @@ std::string quoted(std::string_view text) { return "\"" + std::string(text) + "\
 
 bool transmits(const cCanConfig& item) { return item.MessageType() != ORVUS_CAN_MSGTYPE_RxOnly; }
 
-// Whether it was ever given anything to transmit.
-bool hasTransmission(const cCanConfig& item) {
-  const cCanConfig fresh;
-  return item.TxDataID() != fresh.TxDataID() || item.TxDataFrame != fresh.TxDataFrame ||
-         item.RxDataMatch != fresh.RxDataMatch || item.RxTimeout != fresh.RxTimeout;
-}
-
 // ---- Reading ------------------------------------------------------------------------------------
 
 void skipBlanks(std::string_view& rest) {
@@ -249,8 +242,7 @@ class ItemReader {
     demand(UnitNameText(item_.Units), kUnits, " can't be a unit in a program");
   }
 
-  // All four are blank for an item of a list with others that transmit; and an item that was never
-  // given anything to transmit has nothing for the bus.
+  // All four are blank for an item that only receives, in a list with others that transmit.
   void readTransmission() {
     if (std::all_of(cells_.begin() + kBaseColumns, cells_.end(),
                     [](const std::string& text) { return text.empty(); })) {
@@ -263,8 +255,7 @@ class ItemReader {
     config.TxDataFrame = cell(kTxDataFrame);
     config.RxDataMatch = cell(kRxDataMatch);
     take<std::int32_t>(kRxTimeout, config.RxTimeout, ToInt32, " is no number of 32 bits");
-    config.SetMsgMode(hasTransmission(config) ? ORVUS_CAN_MSGTYPE_TxRxPair
-                                              : ORVUS_CAN_MSGTYPE_RxOnly);
+    config.SetMsgMode(ORVUS_CAN_MSGTYPE_TxRxPair);
 
     remarkLimit(kTxDataID, *number, config.TxDataID());
     demand(TxDataFrameOf(config.TxDataFrame).has_value(), kTxDataFrame, " is no frame of 64 bits");

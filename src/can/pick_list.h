@@ -45,10 +45,9 @@ Result<CanList> ReadCanList(platform::FileSystem& files, std::string_view path);
 // The same of the content of a file.
 Result<CanList> CanListOf(std::string_view path, std::string_view content);
 
-// The content of a file that reads back as the same list. A line has no room for two things: an
-// item that transmits with all four values as a new item has them reads back as one that only
-// receives; and a description that begins with "&H" makes its item show the identifier in
-// hexadecimal. A line feed in a text becomes a blank.
+// The content of a file that reads back as the same list. The one thing that a line has no room
+// for: a description that begins with "&H" makes its item show the identifier in hexadecimal. A
+// line feed in a text becomes a blank.
 std::string CanListContent(const CanList& list);
 
 Result<> WriteCanList(platform::FileSystem& files, std::string_view path, const CanList& list);

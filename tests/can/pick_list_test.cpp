@@ -41,6 +41,7 @@ std::string told(const CanListItem& item) {
                 number(c.RxTimeout));
 }
 
+// What a new item has; whether it transmits stands in front.
 constexpr std::string_view kReceiveOnly = "0|0|&H0000000000000000|&HXXXXXXXXXXXXXXXX|1000|";
 
 TEST(PickList, ItemsAreReadFieldByField) {
@@ -71,8 +72,8 @@ TEST(PickList, ItemsAreReadFieldByField) {
             "Speed|536805631|decimal|fields|6|1|8||0.001|0||" + std::string(kReceiveOnly));
   EXPECT_EQ(told(items[2]), "Plain|&H1ABC|hex|plain|1|64|1|Raw|1|0||" + std::string(kReceiveOnly));
   EXPECT_EQ(told(items[3]),
-            "Shown in hex|&HABC|hex|plain|1|64|1|Raw2|1|0||" + std::string(kReceiveOnly))
-      << "nothing to transmit";
+            "Shown in hex|&HABC|hex|plain|1|64|1|Raw2|1|0||1" + std::string(kReceiveOnly.substr(1)))
+      << "filled, though as a new item has it";
 }
 
 TEST(PickList, AListIsWrittenLineByLine) {
@@ -144,6 +145,7 @@ CanListItem randomItem(std::mt19937& random, OrvusCanDataIDTypes type) {
   item.Units = text();
   if (below(2) != 0) {
     config.SetMsgMode(ORVUS_CAN_MSGTYPE_TxRxPair);
+    if (below(4) == 0) return item;  // with the values of a new item
     config.TxDataID(identifier());
     config.TxDataFrame = text();
     config.RxDataMatch = text();

@@ -200,8 +200,7 @@ class CliCan : public ::testing::Test {
 TEST_F(CliCan, ListsAndChecksItems) {
   WriteDisk(path, kBase +
                       ",TxDataID,TxDataFrame,RxDataMatch,RxTimeout\r\n"
-                      "\"&HSpeed, EEC1\",3,0,0,240,4,0,2,25,16,EngSpeed,0.125,0,RPM,0,"
-                      "&H0000000000000000,&HXXXXXXXXXXXXXXXX,1000\r\n"
+                      "\"&HSpeed, EEC1\",3,0,0,240,4,0,2,25,16,EngSpeed,0.125,0,RPM,,,,\r\n"
                       "\"Oil \xB0\",291,-1,-1,-1,-1,0,2,25,8,OilTemp,1,-40,Deg_C,"
                       "&H18DB33F1,&H00000000005C0102,&HXXXXXXXXXX5C41XX,200\r\n");
   const Outcome list = RunOstrand({"can", "list", path});
