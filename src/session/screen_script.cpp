@@ -54,6 +54,13 @@ std::string butItems(const Choice& choice) {
   return items.empty() ? "" : ", but" + items;
 }
 
+// A control by its name and its caption, which has "&" before the access key.
+std::string named(const Control& control) {
+  std::string caption = control.Caption;
+  std::erase(caption, '&');
+  return caption.empty() ? control.Name() : control.Name() + " (" + caption + ")";
+}
+
 // The text boxes of the main screen.
 struct MainBox {
   std::string_view name;
@@ -112,8 +119,11 @@ Result<> ScreenScript::Run() {
   return Error{"line " + NumberText(line_) + ": " + failure_};
 }
 
+// A line that fails behind a refused way out most likely was for another screen.
 void ScreenScript::fail(const std::string& why) {
-  if (failure_.empty()) failure_ = why;
+  if (!failure_.empty()) return;
+  failure_ = refusal_.empty() ? why : refusal_;
+  if (!refusal_.empty()) line_ = refusalLine_;
 }
 
 // Fails for a box that nobody foresaw, at the line that brought it.
@@ -129,6 +139,7 @@ void ScreenScript::ShowModal(Screen& screen) {
   play(&screen);
   // A script that fails or ends leaves no screen open behind it.
   if (screen.Result() == ModalResult::kNone) {
+    failForBox();
     fail(screen.Name() + " is still open at the end of the script");
     screen.End(ModalResult::kCancel);
   }
@@ -231,15 +242,21 @@ Control* ScreenScript::usable(Screen* screen, const Word& name) {
   } else if (!found->Enabled) {
     fail(found->Name() + " is disabled");
   } else if (!screen->MoveFocus(found)) {
-    fail(screen->Focused()->Name() + " keeps the focus, since it can't take " +
-         Quoted(screen->Focused()->Text()));
+    fail(keptFocus(*screen));
   } else if (!found->Usable()) {
     // What was taken on the way has changed the screen.
     fail(found->Name() + " is disabled or hidden now");
   } else {
+    refusal_.clear();
     return found;
   }
   return nullptr;
+}
+
+// Why the focus did not go.
+std::string ScreenScript::keptFocus(const Screen& screen) {
+  const Control& field = *screen.Focused();
+  return named(field) + " keeps the focus, since it can't take " + Quoted(field.Text());
 }
 
 void ScreenScript::open(Screen* screen, const Words& words) {
@@ -254,7 +271,7 @@ void ScreenScript::open(Screen* screen, const Words& words) {
     }
     return control_.Click(button);
   }
-  if (!screen->MoveFocus(nullptr)) return fail("a field keeps the focus");
+  if (!screen->MoveFocus(nullptr)) return fail(keptFocus(*screen));
   // One screen may be opened for several things, which the argument tells apart.
   bool known = false;
   for (const Screen::Opener& opener : screen->Openers()) {
@@ -349,26 +366,48 @@ void ScreenScript::press(Screen* screen, const Words& words) {
   if (found != nullptr && !found->Press()) fail(found->Name() + " is no button");
 }
 
+// A screen that stays open is one that the script has to know of: by the box, the beep or the help
+// line that it expects next, or by going on there.
 void ScreenScript::end(Screen* screen, const Words& words) {
-  if (SameText(words[0].text, "done")) {
+  const std::string help = forms_.HelpLine();
+  const bool done = SameText(words[0].text, "done");
+  if (done) {
     screen->Done();
   } else {
     screen->Cancel();
+  }
+  if (screen->Result() != ModalResult::kNone) {
+    if (refusalAnswered_) refusal_.clear();
+    return;
+  }
+  // A box that nobody foresaw is told itself.
+  if (!forms_.Unforeseen().empty() || !refusal_.empty()) return;
+  refusalLine_ = line_;
+  refusalAnswered_ = forms_.Answered();
+  refusal_ = screen->Name() + " stays open";
+  if (done && screen->Focused() != nullptr) {
+    refusal_ += ": " + keptFocus(*screen);
+  } else if (done && !screen->DoneEnabled) {
+    refusal_ += ": its Done is disabled";
+  } else if (forms_.HelpLine() != help) {
+    refusal_ += ": " + forms_.HelpLine();
   }
 }
 
 void ScreenScript::expect(Screen* screen, const Words& words) {
   const Word& what = words[1];
   if (isWord(what, "beep")) {
-    if (!forms_.Beeped()) fail("no beep came");
+    if (!forms_.Beeped()) return fail("no beep came");
+    refusal_.clear();
   } else if (isWord(what, "box")) {
     expectBox(words);
   } else if (words.size() < 3) {
     fail("expect what of " + what.text + "?");
   } else if (isWord(what, "help")) {
     if (!isAsExpected(forms_.HelpLine(), words[2].text)) {
-      fail("the help line shows " + Quoted(forms_.HelpLine()));
+      return fail("the help line shows " + Quoted(forms_.HelpLine()));
     }
+    refusal_.clear();
   } else {
     expectControl(screen, words);
   }
@@ -378,6 +417,7 @@ void ScreenScript::expectBox(const Words& words) {
   if (words.size() < 3) return fail("which box?");
   const std::optional<ScriptForms::Box> box = forms_.Claim(words[2].text);
   if (!box) return fail("no box " + Quoted(words[2].text) + " came");
+  refusal_.clear();
   if (words.size() > 3 && !isAsExpected(box->text, withBreaks(words[3].text))) {
     fail("the box says " + Quoted(box->text));
   }

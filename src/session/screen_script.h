@@ -44,6 +44,7 @@ class ScreenScript : public ScreenHost {
   void fail(const std::string& why);
   bool failForBox();
   Control* usable(Screen* screen, const Word& name);
+  static std::string keptFocus(const Screen& screen);
 
   void open(Screen* screen, const Words& words);
   bool openOptions(std::string_view name);
@@ -71,6 +72,10 @@ class ScreenScript : public ScreenHost {
   std::string_view rest_;
   int line_ = 0;
   int actionLine_ = 0;  // the last line that did something
+  // A way out that was refused, until the script shows that it knows of it.
+  std::string refusal_;
+  int refusalLine_ = 0;
+  bool refusalAnswered_ = false;  // it came with a question that the script had an answer for
   std::string failure_;
   bool openedOptions_ = false;
 };

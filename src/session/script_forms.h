@@ -33,6 +33,8 @@ class ScriptForms : public platform::Forms {
   // Takes a box of that title that has come, if there is one.
   std::optional<Box> Claim(std::string_view title);
   [[nodiscard]] bool Beeped() const { return beeped_; }
+  // Whether the present action brought a question that an answer was given for.
+  [[nodiscard]] bool Answered() const { return !seen_.empty(); }
   [[nodiscard]] const std::string& HelpLine() const { return helpLine_; }
   // What must not be: a box that nobody foresaw, told in words. Empty for nothing.
   [[nodiscard]] std::string Unforeseen() const;

@@ -214,6 +214,19 @@ const Stop kSetupStops[] = {
     {"NoTyping", "type Range Auto\n", "line 4: Range is not typed into"},
     {"Focus", "type DefaultMult -\ntype Reps 4\n",
      "line 5: DefaultMult keeps the focus, since it can't take \"-\""},
+    // A refused way out is told at its line, where the next line fails for it.
+    {"DoneWithAField", "type DefaultMult -\ndone\nexpect BlockCount 1\ndone\n",
+     "line 5: frmVoltSetup stays open: DefaultMult keeps the focus, since it can't take \"-\""},
+    {"DoneAtTheEnd", "type DefaultMult -\ndone\n",
+     "line 5: frmVoltSetup stays open: DefaultMult keeps the focus, since it can't take \"-\""},
+    {"DoneThenAction", "type DefaultMult -\ndone\nspin BlockCount up\n",
+     "line 5: frmVoltSetup stays open: DefaultMult keeps the focus, since it can't take \"-\""},
+    {"DoneWithACaption", "type Reps 1\nopen frmFldName\ntype AliasMult1 1e\ndone\nexpect Reps 1\n",
+     "line 7: frmFldName stays open: AliasMult1 (MULT) keeps the focus, since it can't take "
+     "\"1e\""},
+    {"RefusalForeseen",
+     "type DefaultMult -\ndone\nexpect beep\ntype DefaultMult 2\ndone\nexpect BlockCount 2\n",
+     "line 9: BlockCount shows \"1\""},
     {"Caption", "expect Solve caption Solve\n", "line 4: Solve's caption shows \"Sol&ve\""},
     {"Tip", "expect Solve tip Solve\n", "line 4: Solve's tool tip shows \"\""},
     // A question that nobody has answered stops the script where it came, not where it is missed.
