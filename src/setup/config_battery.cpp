@@ -82,6 +82,7 @@ void BatterySaverPanel::Load() {
   DoNotRetry.Checked(config_.LowBattRetry == kFalse);
   BattRetryMins.Index(config_.BattRetryMins != kFalse ? 0 : 1);
   interval_ = config_.RetryInterval;
+  if (DefaultBattVolt.Checked()) takeTripLevel(kDefaultTripVolts);
   showTripLevel();
   showRetry();
 }

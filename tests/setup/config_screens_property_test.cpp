@@ -123,6 +123,7 @@ class ConfigScreensByChance : public ::testing::TestWithParam<std::uint32_t> {
 
 TEST_P(ConfigScreensByChance, AProjectThatIsOnlyLookedAtStays) {
   testing::MakeRandomProject(*store, GetParam());
+  if (store->Config.DefaultBattVolt != kFalse) store->Config.BattTripVolts = 11.5F;
   const std::string before = savedText(*store);
   for (const MakeScreen& makeScreen : allScreens()) {
     const std::unique_ptr<Screen> screen = makeScreen(context);

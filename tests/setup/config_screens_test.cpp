@@ -40,6 +40,17 @@ class ConfigScreens : public testing::TableScreens {
   }
 };
 
+TEST_F(ConfigScreens, TheDefaultTripLevelIsShownWhateverAFileHolds) {
+  store->Config.MonitorPower[kMonitorBatterySaver] = kTrue;
+  store->Config.DefaultBattVolt = kTrue;
+  store->Config.BattTripVolts = 12.5F;
+  frmConfig screen(context);
+  EXPECT_EQ(shown(screen, "BattTripVolts"), "11.5");
+  EXPECT_FALSE(usable(screen, "BattTripVolts"));
+  screen.Done();
+  EXPECT_EQ(store->Config.BattTripVolts, 11.5F);
+}
+
 TEST_F(ConfigScreens, WhatIsOnlyLookedAtStays) {
   Configuration& config = store->Config;
   config.MonitorPower[kMonitorBattery] = config.MonitorPower[kMonitorPowerControl] = kTrue;
