@@ -61,15 +61,20 @@ frmPortTables::frmPortTables(const ScreenContext& context, Kept kept)
   Output.Show(output_);
 }
 
-// What the project could not keep, or the program not measure, is not offered: the panel's
-// temperature has no parameters, levels have arrays in blocks, items and formulas alone, and ports
-// are stored as they are but for a histogram of their byte.
+// What the project could not keep, or the program not measure, is not offered: reference
+// temperatures have no parameters, levels have arrays in blocks, items and formulas alone, and
+// ports are stored as they are but for a histogram of their byte, and only when they are read.
 void frmPortTables::limit(SingleValue value, int number) {
   Output.Offer(kLevelCrossing, value == SingleValue::kCalcField);
   if (value == SingleValue::kPortBytes) {
-    Output.Offer(kHistogram, store().Ports.Slot[number].Ports[kPorts].Include != kFalse);
+    const PortSlot& slot = store().Ports.Slot[number];
+    const bool reads = slot.ReadMode != 0;
+    for (int code = kSample; code <= kStdDev; ++code) {
+      Output.Offer(static_cast<OutputCode>(code), reads);
+    }
+    Output.Offer(kHistogram, reads && slot.Ports[kPorts].Include != kFalse);
     Output.Offer(kRainFlow, false);
-  } else if (value == SingleValue::kPanelRef) {
+  } else if (value == SingleValue::kPanelRef || value == SingleValue::kTK40MRef) {
     Output.Offer(kHistogram, false);
     Output.Offer(kRainFlow, false);
   }

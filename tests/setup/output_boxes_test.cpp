@@ -65,11 +65,12 @@ TEST_F(OutputBoxesTest, SingleValuesAreEditedAsACopyUnderTheirTitles) {
     int codes;  // that can be chosen
   };
   store->Ports.Slot[1].Ports[kPorts].Include = kTrue;
+  for (PortSlot& slot : store->Ports.Slot) slot.ReadMode = 1;
   const Case cases[] = {
       {SingleValue::kPortBytes, 0, "PORT TABLE SELECT, SLOT 1-8", store->Ports.Slot[0].Output, 5},
       {SingleValue::kPortBytes, 1, "PORT TABLE SELECT, SLOT 9-16", store->Ports.Slot[1].Output, 6},
       {SingleValue::kPanelRef, 0, "PANEL REFERENCE TEMPERATURE", store->TcRef.Output, 5},
-      {SingleValue::kTK40MRef, 0, "TK40M REFERENCE TEMPERATURES", store->TK40MRef.Output, 7},
+      {SingleValue::kTK40MRef, 0, "TK40M REFERENCE TEMPERATURES", store->TK40MRef.Output, 5},
       {SingleValue::kCalcField, 7, "CALCULATED FIELDS  FORMULA 7",
        store->CalcFields.Field[7].Output, 8},
       {SingleValue::kBatteryVolts, 0, "LOGGER BATTERY VOLTAGE", store->PowerOut.Output, 7},
@@ -87,6 +88,31 @@ TEST_F(OutputBoxesTest, SingleValuesAreEditedAsACopyUnderTheirTitles) {
     EXPECT_EQ(form.Result(), ModalResult::kDone);
     EXPECT_EQ(row.kept.OutputSelect[3][kMinimum], 1);
     EXPECT_EQ(row.kept.OutputSelect[1][kMinimum], 0);
+  }
+}
+
+// What the project file can't keep is not offered.
+TEST_F(OutputBoxesTest, SingleValuesOfferWhatTheFileKeeps) {
+  struct Offer {
+    SingleValue value;
+    i16 readMode;
+    std::string_view usable;  // of the boxes
+  };
+  constexpr Offer kOffers[] = {{SingleValue::kPanelRef, 0, "Smp Max Min Avg Std "},
+                               {SingleValue::kTK40MRef, 0, "Smp Max Min Avg Std "},
+                               {SingleValue::kBatteryVolts, 0, "Smp Max Min Avg Std Hst RFH "},
+                               {SingleValue::kPortBytes, 1, "Smp Max Min Avg Std Hst "},
+                               {SingleValue::kPortBytes, 0, ""}};
+  for (const Offer& offer : kOffers) {
+    PortSlot& slot = store->Ports.Slot[0];
+    slot.ReadMode = offer.readMode;
+    slot.Ports[kPorts].Include = kTrue;
+    frmPortTables form(context, offer.value);
+    std::string usable;
+    for (const CheckBox& box : form.Output.Boxes) {
+      if (box.Usable()) usable += box.Name() + " ";
+    }
+    EXPECT_EQ(usable, offer.usable);
   }
 }
 
