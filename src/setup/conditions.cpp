@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
+#include "model/names_in_text.h"
 #include "model/variables.h"
 #include "setup/controls/numeric_field.h"
-#include "setup/names_in_text.h"
 #include "text/mask.h"
 #include "text/number.h"
 #include "text/strings.h"
@@ -458,8 +458,9 @@ std::string ExpandGrouping(std::string_view line, std::span<const std::string> r
 }
 
 ConditionSet::Rows ConditionSet::makeRows(Screen& screen, const ConditionVariables& variables,
-                                          const Names& names) {
-  const ConditionOffer offer{.compares = kTriggerCompares, .variablesAsValues = true};
+                                          const Names& names, int firstCompare) {
+  const ConditionOffer offer{
+      .compares = kTriggerCompares, .variablesAsValues = true, .firstCompare = firstCompare};
   Rows rows;
   for (int n = 1; n <= kConditions; ++n) {
     rows[n] = std::make_unique<ConditionControls>(screen, variables, names.row(n), offer);
@@ -467,12 +468,14 @@ ConditionSet::Rows ConditionSet::makeRows(Screen& screen, const ConditionVariabl
   return rows;
 }
 
-ConditionSet::ConditionSet(Screen& screen, const ConditionVariables& variables, const Names& names)
-    : rows_(makeRows(screen, variables, names)),
+ConditionSet::ConditionSet(Screen& screen, const ConditionVariables& variables, const Names& names,
+                           int firstCompare)
+    : rows_(makeRows(screen, variables, names, firstCompare)),
       Grouping(screen, names.grouping),
       Expression(screen, names.expression),
       screen_(screen),
-      variables_(variables) {
+      variables_(variables),
+      firstCompare_(firstCompare) {
   for (int n = 1; n <= kConditions; ++n) {
     rows_[n]->AllowPick = [this, n] { return allowPick(n); };
     rows_[n]->OnEdit = [this] { onEdit(); };
@@ -503,6 +506,13 @@ int ConditionSet::Count() const {
   int count = 0;
   while (count < kConditions && rows_[count + 1]->Valid()) ++count;
   return count;
+}
+
+ConditionRow ConditionSet::Stored(int n) const {
+  if (n <= Count()) return rows_[n]->Stored();
+  ConditionRow empty;
+  empty.Compare = firstCompare_;
+  return empty;
 }
 
 std::string ConditionSet::expanded(bool aliases) const {

@@ -209,7 +209,9 @@ class ConditionSet {
     std::string grouping;
     std::string expression;
   };
-  ConditionSet(Screen& screen, const ConditionVariables& variables, const Names& names);
+  // `firstCompare` is the place in the list that empty rows start with.
+  ConditionSet(Screen& screen, const ConditionVariables& variables, const Names& names,
+               int firstCompare = 0);
 
   // Row `n`, from 1 to kConditions; any other raises Fault 9.
   [[nodiscard]] ConditionControls& operator[](int n) { return *rows_[n]; }
@@ -226,7 +228,8 @@ class ConditionSet {
   void Enable(bool enabled);
   // Rows in use: those in front of the first empty one.
   [[nodiscard]] int Count() const;
-  [[nodiscard]] ConditionRow Stored(int n) const { return rows_[n]->Stored(); }
+  // A row as it is stored, from 1; one that is not in use is empty.
+  [[nodiscard]] ConditionRow Stored(int n) const;
   [[nodiscard]] std::string StoredLine() const { return StoredGrouping(Grouping.Text(), Count()); }
 
   // The whole expression with its rows in parentheses; empty without rows.
@@ -239,7 +242,8 @@ class ConditionSet {
   void View(std::string_view title, std::string text);
 
  private:
-  static Rows makeRows(Screen& screen, const ConditionVariables& variables, const Names& names);
+  static Rows makeRows(Screen& screen, const ConditionVariables& variables, const Names& names,
+                       int firstCompare);
   [[nodiscard]] std::string expanded(bool aliases) const;
   bool acceptGrouping(std::string& line);
   bool allowPick(int n);
@@ -250,6 +254,7 @@ class ConditionSet {
   Screen& screen_;
   const ConditionVariables& variables_;
   bool enabled_ = true;
+  int firstCompare_;
   int grouped_ = 0;  // rows when the line was last renewed
 };
 

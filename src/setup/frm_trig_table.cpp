@@ -11,13 +11,14 @@
 namespace ostrand {
 namespace {
 
-// What the two states are called.
+// What the two states are called, and the comparison of their rows in a new project.
 struct StateNames {
   std::string_view prefix;  // of the controls
   std::string_view variable;
+  int firstCompare;
 };
 constexpr std::array<StateNames, 2> kStates = {
-    {{"Start", "     bStartTrigger = ("}, {"Stop", "     bStopTrigger = ("}}};
+    {{"Start", "     bStartTrigger = (", 1}, {"Stop", "     bStopTrigger = (", 2}}};
 
 constexpr std::array<std::string_view, 4> kScanUnits = {" uSecs", " mSecs", " Secs", " Mins"};
 
@@ -60,8 +61,8 @@ frmTrigTable::frmTrigTable(const ScreenContext& context)
       AftTriggerTime(*this, "AftTriggerTime"),
       DataEventCode(*this, "DataEventCode"),
       variables_(context.store, context.UserVarListTypes),
-      Start(*this, variables_, namesOf(kStates[0].prefix)),
-      Stop(*this, variables_, namesOf(kStates[1].prefix)),
+      Start(*this, variables_, namesOf(kStates[0].prefix), kStates[0].firstCompare),
+      Stop(*this, variables_, namesOf(kStates[1].prefix), kStates[1].firstCompare),
       ViewStart(*this, "ViewStart"),
       ViewStop(*this, "ViewStop"),
       ListStart(*this, "ListStart"),
@@ -192,7 +193,7 @@ bool frmTrigTable::onDone() {
 
 void frmTrigTable::keep(const ConditionSet& set, int state) {
   for (int n = 1; n <= kConditions; ++n) {
-    const ConditionRow row = n <= set.Count() ? set.Stored(n) : ConditionRow{};
+    const ConditionRow row = set.Stored(n);
     table_->TriggerMeasVar(state, n, row.MeasVar);
     table_->TriggerCompare(state, n, static_cast<i16>(row.Compare));
     table_->TriggerVarIdx(state, n, static_cast<i16>(row.VarIdx));

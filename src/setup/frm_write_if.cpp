@@ -67,7 +67,7 @@ bool frmWriteIf::onDone() {
   table_->WriteIfNumber = static_cast<i16>(Write.Count());
   table_->WriteIfGrpExpress = Write.StoredLine();
   for (int n = 1; n <= kConditions; ++n) {
-    const ConditionRow row = n <= Write.Count() ? Write.Stored(n) : ConditionRow{};
+    const ConditionRow row = Write.Stored(n);
     table_->WriteIfMeasVar(n, row.MeasVar);
     table_->WriteIfCompare(n, static_cast<i16>(row.Compare));
     table_->WriteIfVarIdx(n, static_cast<i16>(row.VarIdx));
