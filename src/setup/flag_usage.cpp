@@ -20,17 +20,18 @@ bool isMonitored(const ProjectStore& store, int flagNumber) {
 }
 
 template <class Group>
-void addZeroBlocks(const Group& group, int flagNumber, std::string_view kind, Lines& users) {
+void addZeroBlocks(const Group& group, int flagNumber, OrvusDataObjTypes kind, Lines& users) {
   for (int b = 1; b <= std::min<int>(group.BlockCount, kBlocks); ++b) {
-    if (group[b].ZeroFlag == flagNumber) users.push_back(std::string(kind) + NumberText(b));
+    if (group[b].ZeroFlag == flagNumber) users.push_back(ZeroFlagUser(kind, b));
   }
 }
 
 Lines usersOf(const ProjectStore& store, int flagNumber) {
-  Lines users = {"Flags Setup"};
-  if (isMonitored(store, flagNumber)) users.emplace_back("Status Monitor");
+  Lines users;
+  if (store.Flags[flagNumber].FlagInclude != kFalse) users.emplace_back("Flags Setup");
+  if (isMonitored(store, flagNumber)) users.emplace_back(kStatusMonitorUser);
   if (store.Scan.BurstMode != kFalse && store.Scan.FlagScan == flagNumber) {
-    users.emplace_back("Scan Burst");
+    users.emplace_back(kScanBurstUser);
   }
   for (const Lines& more : {TablesWithFlag(store, flagNumber), BlocksZeroedBy(store, flagNumber)}) {
     users.insert(users.end(), more.begin(), more.end());
@@ -40,12 +41,23 @@ Lines usersOf(const ProjectStore& store, int flagNumber) {
 
 }  // namespace
 
+std::string TableFlagUser(int table, const TableFlag& use) {
+  return "Table " + NumberText(table) + std::string(use.role);
+}
+
+std::string ZeroFlagUser(OrvusDataObjTypes kind, int block) {
+  std::string_view name = "Voltage Block ";
+  if (kind == ORVUS_DOBJ_BLK_BRIDGE) name = "Bridge Block ";
+  if (kind == ORVUS_DOBJ_BLK_TK40M) name = "TK40M Block ";
+  return std::string(name) + NumberText(block);
+}
+
 Lines TablesWithFlag(const ProjectStore& store, int flagNumber) {
   Lines users;
   for (int t = 1; t <= kTables; ++t) {
     for (const TableFlag& use : kTableFlags) {
       if (store.Tables[t].*use.number != flagNumber) continue;
-      users.push_back("Table " + NumberText(t) + std::string(use.role));
+      users.push_back(TableFlagUser(t, use));
     }
   }
   return users;
@@ -53,9 +65,9 @@ Lines TablesWithFlag(const ProjectStore& store, int flagNumber) {
 
 Lines BlocksZeroedBy(const ProjectStore& store, int flagNumber) {
   Lines users;
-  addZeroBlocks(store.VoltBlock, flagNumber, "Voltage Block ", users);
-  addZeroBlocks(store.BridgeBlock, flagNumber, "Bridge Block ", users);
-  addZeroBlocks(store.TK40MBlock, flagNumber, "TK40M Block ", users);
+  addZeroBlocks(store.VoltBlock, flagNumber, ORVUS_DOBJ_BLK_VOLT, users);
+  addZeroBlocks(store.BridgeBlock, flagNumber, ORVUS_DOBJ_BLK_BRIDGE, users);
+  addZeroBlocks(store.TK40MBlock, flagNumber, ORVUS_DOBJ_BLK_TK40M, users);
   return users;
 }
 
@@ -74,12 +86,16 @@ void ShowFlagInformation(platform::Forms& forms, std::string text) {
   forms.ShowBox(box);
 }
 
-void CheckFlagUsage(platform::Forms& forms, const ProjectStore& store, int flagNumber) {
-  if (store.Flags[flagNumber].FlagInclude == kFalse) return;
+void CheckFlagUsage(platform::Forms& forms, const ProjectStore& store, int flagNumber,
+                    std::string_view self) {
+  const Lines users = usersOf(store, flagNumber);
+  if (std::all_of(users.begin(), users.end(), [&](const auto& user) { return user == self; })) {
+    return;
+  }
   std::string text = "JUST LETTING YOU KNOW.\r\nDuring program execution, the state of Flag(" +
                      NumberText(flagNumber) +
                      "may potentially be set by the following program configuration settings:";
-  for (const std::string& user : usersOf(store, flagNumber)) text += "\r\n" + user;
+  for (const std::string& user : users) text += "\r\n" + user;
   ShowFlagInformation(forms, std::move(text));
 }
 

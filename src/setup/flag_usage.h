@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "model/enums.h"
 #include "model/store.h"
 #include "platform/forms.h"
 #include "setup/controls/choice.h"
@@ -24,6 +25,13 @@ inline constexpr std::array<TableFlag, 3> kTableFlags = {{
     {&OutputTable::FlagFull, " Full Flag", "Full Flag"},
 }};
 
+inline constexpr std::string_view kStatusMonitorUser = "Status Monitor";
+inline constexpr std::string_view kScanBurstUser = "Scan Burst";
+// A use by a table or by a block that is zeroed, both from 1. The kinds of blocks are
+// ORVUS_DOBJ_BLK_VOLT, _BRIDGE and _TK40M.
+std::string TableFlagUser(int table, const TableFlag& use);
+std::string ZeroFlagUser(OrvusDataObjTypes kind, int block);
+
 // Uses of a flag, from 1, as boxes list them: "Table 1 Run Flag", "Voltage Block 2". A table that
 // is off counts as well.
 std::vector<std::string> TablesWithFlag(const ProjectStore& store, int flagNumber);
@@ -36,7 +44,9 @@ void SetZeroFlagItems(Choice& list, const ProjectStore& store);
 // Tells about a flag that the flags screen drives.
 void ShowFlagInformation(platform::Forms& forms, std::string text);
 
-// A flag that the flags screen drives got one more user: the user is told who sets it.
-void CheckFlagUsage(platform::Forms& forms, const ProjectStore& store, int flagNumber);
+// A flag that other settings drive got one more user: the user is told which they are. `self` is
+// the new one, as boxes list it; the one of a condition is not listed.
+void CheckFlagUsage(platform::Forms& forms, const ProjectStore& store, int flagNumber,
+                    std::string_view self = {});
 
 }  // namespace ostrand

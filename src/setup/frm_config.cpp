@@ -77,7 +77,9 @@ frmConfig::frmConfig(const ScreenContext& context)
   };
   TellOfFlagPicked(Power.Condition, Forms(), store());
   Status.OnRows = [this] { listVariables(); };
-  Status.OnFlag = [this](int flagNumber) { CheckFlagUsage(Forms(), store(), flagNumber); };
+  Status.OnFlag = [this](int flagNumber) {
+    CheckFlagUsage(Forms(), store(), flagNumber, kStatusMonitorUser);
+  };
   bindBoxes();
   load();
 }

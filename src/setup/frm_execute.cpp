@@ -149,9 +149,8 @@ void frmExecute::takeBurst() {
 void frmExecute::warnOfFlag() {
   const int flagNumber = store().Scan.FlagScan;
   if (flagNumber < 1 || flagNumber > kFlags) return;
-  if (store().Flags[flagNumber].FlagInclude == kFalse) return;
-  ShowBurstFlagNotice(Forms(), flagNumber);
-  CheckFlagUsage(Forms(), store(), flagNumber);
+  if (store().Flags[flagNumber].FlagInclude != kFalse) ShowBurstFlagNotice(Forms(), flagNumber);
+  CheckFlagUsage(Forms(), store(), flagNumber, kScanBurstUser);
 }
 
 void frmExecute::showInterval() {

@@ -136,9 +136,9 @@ void frmOutInt::bind() {
     refresh();
   };
   PamCard.OnPick = [this] { table().PamCard = static_cast<i16>(PamCard.Index()); };
-  bindFlag(FlagTable, &cOutputTable::FlagWrite);
-  bindFlag(FlagMark, &cOutputTable::FlagMark);
-  bindFlag(FlagFull, &cOutputTable::FlagFull);
+  bindFlag(FlagTable, &cOutputTable::FlagWrite, kTableFlags[0]);
+  bindFlag(FlagMark, &cOutputTable::FlagMark, kTableFlags[1]);
+  bindFlag(FlagFull, &cOutputTable::FlagFull, kTableFlags[2]);
   HDU7.OnPick = [this] { hdu7_ = static_cast<i16>(HDU7.Index()); };
 
   Trigger.OnPress = [this] { openTriggers(); };
@@ -154,13 +154,12 @@ void frmOutInt::bind() {
   AllTables.OnPress = [this] { ShowTableTimes(Forms(), store(), tables_); };
 }
 
-void frmOutInt::bindFlag(Choice& list, i16 cOutputTable::*number) {
-  list.OnPick = [this, &list, number] {
+void frmOutInt::bindFlag(Choice& list, i16 cOutputTable::*number, const TableFlag& use) {
+  list.OnPick = [this, &list, number, &use] {
     if (IsLoading()) return;
     const auto picked = static_cast<i16>(list.Index());
-    const bool isNew = table().*number != picked;
     table().*number = picked;
-    if (isNew && picked > 0) CheckFlagUsage(Forms(), store(), picked);
+    if (picked > 0) CheckFlagUsage(Forms(), store(), picked, TableFlagUser(current(), use));
   };
 }
 
@@ -316,15 +315,15 @@ bool frmOutInt::keep() {
   }
   i16 uneven = 0;
   ORVUS_COMMON::CheckTableIntervals(checks, kScreenMode, uneven);
-  tellFlagsInUse(kept);
+  tellFlagsInUse();
   return true;
 }
 
-// Of each flag that a table has taken and that the flags screen drives as well.
-void frmOutInt::tellFlagsInUse(const TableSetup& before) {
+// Of each flag of a table in use that the flags screen drives as well.
+void frmOutInt::tellFlagsInUse() {
   for (int f = 1; f <= kFlags; ++f) {
     if (store().Flags[f].FlagInclude == kFalse) continue;
-    if (!TablesInUseHaveFlag(store().Tables, f) || TablesInUseHaveFlag(before, f)) continue;
+    if (!TablesInUseHaveFlag(store().Tables, f)) continue;
     ShowFlagInformation(
         Forms(),
         JoinLines({"JUST LETTING YOU KNOW.",

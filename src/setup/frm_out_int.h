@@ -7,6 +7,7 @@
 #include "setup/controls/choice.h"
 #include "setup/controls/numeric_field.h"
 #include "setup/controls/screen.h"
+#include "setup/flag_usage.h"
 #include "setup/table_objects.h"
 
 namespace ostrand {
@@ -45,7 +46,7 @@ class frmOutInt final : public Screen {
  private:
   void setTexts();
   void bind();
-  void bindFlag(Choice& list, i16 cOutputTable::*number);
+  void bindFlag(Choice& list, i16 cOutputTable::*number, const TableFlag& use);
   void load();
   void showTable();
   void refresh();
@@ -62,7 +63,7 @@ class frmOutInt final : public Screen {
   [[nodiscard]] TableSetup edited() const;
   bool agreedToFlags();
   bool keep();
-  void tellFlagsInUse(const TableSetup& before);
+  void tellFlagsInUse();
 
   [[nodiscard]] int current() const { return Table.Index() + 1; }
   cOutputTable& table() { return tables_[current()]; }

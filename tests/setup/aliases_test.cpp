@@ -63,8 +63,46 @@ TEST_F(AliasesTest, FlagsOfTablesAreNotOffered) {
   }
 }
 
-TEST_F(AliasesTest, AFlagThatTheFlagsScreenDrivesIsToldWithItsUsers) {
-  CheckFlagUsage(forms, *store, 3);  // not driven: no box
+// Any other setting is a reason, and the new one alone is none.
+TEST_F(AliasesTest, AFlagNoticeCountsEverySettingButTheNewOne) {
+  const auto notice = [this](std::string_view user) {
+    forms.ExpectBox("FLAG INFORMATION",
+                    "JUST LETTING YOU KNOW.\r\nDuring program execution, the state of Flag(3"
+                    "may potentially be set by the following program configuration settings:\r\n" +
+                        std::string(user));
+  };
+  const auto blank = std::make_unique<ProjectStore>(*store);
+  const auto tell = [&](std::string_view user, const std::function<void()>& set) {
+    *store = *blank;
+    set();
+    CheckFlagUsage(forms, *store, 3, user);  // no box
+    notice(user);
+    CheckFlagUsage(forms, *store, 3);
+  };
+  CheckFlagUsage(forms, *store, 3);  // no box
+  notice("Flags Setup");
+  store->Flags[3].FlagInclude = kTrue;
+  CheckFlagUsage(forms, *store, 3);
+  tell(kScanBurstUser, [this] {
+    store->Scan.BurstMode = kTrue;
+    store->Scan.FlagScan = 3;
+  });
+  tell(kStatusMonitorUser, [this] {
+    store->Config.MonitorPower[kMonitorStatus] = kTrue;
+    store->Config.StatusMonCount = 1;
+    store->Config.Status[1][4] = "3 T";
+  });
+  tell(TableFlagUser(2, kTableFlags[1]), [this] { store->Tables[2].FlagMark = 3; });
+  const auto zeroedBy = [](auto& group) {
+    group.BlockCount = 2;
+    group[2].ZeroFlag = 3;
+  };
+  tell(ZeroFlagUser(ORVUS_DOBJ_BLK_VOLT, 2), [&] { zeroedBy(store->VoltBlock); });
+  tell(ZeroFlagUser(ORVUS_DOBJ_BLK_BRIDGE, 2), [&] { zeroedBy(store->BridgeBlock); });
+  tell(ZeroFlagUser(ORVUS_DOBJ_BLK_TK40M, 2), [&] { zeroedBy(store->TK40MBlock); });
+}
+
+TEST_F(AliasesTest, AFlagNoticeListsAllUsers) {
   store->Flags[3].FlagInclude = kTrue;
   store->Tables[2].FlagTable = 3;
   store->Tables[2].FlagFull = 3;

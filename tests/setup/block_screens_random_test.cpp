@@ -243,6 +243,7 @@ TEST_F(AnyActions, BridgesKeepWithinChannelsAndExcitations) {
   }
   EXPECT_EQ(mostUsed, PanelExcitePorts) << "the walk has filled the panel";
   expectBoxes({"MeasPerEx has been Changed",
+               "JUST LETTING YOU KNOW.\r\nDuring program execution, the state of ",
                "The excitation repeat value (MeasPerEx) is too large for the number\r\n"
                "of available channels, and has been reduced."});
 }
