@@ -1,5 +1,7 @@
 #include "calc/calculator.h"
 
+#include "model/name_limits.h"
+#include "model/names.h"
 #include "text/number.h"
 
 namespace ostrand {
@@ -42,6 +44,14 @@ void Calculator::bind(TextField& field, std::string& member) {
     show();
   };
   field.OnTake = [this] { settle(); };
+}
+
+// Units that no block has room for are not handed back to any; all arrays have names of one length.
+void Calculator::bindUnits(TextField& field, std::string& member) {
+  bind(field, member);
+  field.WhyNot = [](std::string_view units) {
+    return UnitsFit(SourceName(ORVUS_DOBJ_BLK_VOLT, 1), units) ? "" : kTooLongHelp;
+  };
 }
 
 void Calculator::bindCodes(Choice& choice, i16& member) {

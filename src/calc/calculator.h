@@ -41,6 +41,7 @@ class Calculator : public Screen {
   // The controls show members of the copy and write each edit into it. A member that nobody edits
   // stays as the project has it.
   void bind(TextField& field, std::string& member);
+  void bindUnits(TextField& field, std::string& member);
   void bindCodes(Choice& choice, i16& member);  // the first item is 1
   void bindSwitch(CheckBox& box, i16& member);
   void solveAndSettle();

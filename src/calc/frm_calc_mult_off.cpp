@@ -38,7 +38,7 @@ LineCalculator::LineCalculator(const ScreenContext& context, std::string_view na
   bind(YMin, record_.YMin);
   bind(XMax, record_.XMax);
   bind(XMin, record_.XMin);
-  bind(Units, record_.Units);
+  bindUnits(Units, record_.Units);
   YOut.Text(record_.YOut);
   YOut.OnChange = [this] { onYOut(); };
   XOut.OnChange = [this] { onXOut(); };

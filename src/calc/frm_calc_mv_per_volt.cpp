@@ -1,5 +1,6 @@
 #include "calc/frm_calc_mv_per_volt.h"
 
+#include "calc/answers.h"
 #include "text/number.h"
 #include "text/strings.h"
 #include "verify/box.h"
@@ -29,7 +30,7 @@ frmCalcmVPerVolt::frmCalcmVPerVolt(const ScreenContext& context, bool inVolts)
   FullScale.Caption = "Rated Capacity";
   bind(mVPerV, record_.mVPerV);
   bind(FullScale, record_.FullScale);
-  bind(Units, record_.Units);
+  bindUnits(Units, record_.Units);
   bind(mVOut, record_.mVOut);
   Excite.Text(NumberText(kMaxExcitation));
   TestUnits.OnChange = [this] { tryOut(); };
@@ -69,7 +70,7 @@ void frmCalcmVPerVolt::solve() {
 void frmCalcmVPerVolt::tryOut() {
   computed().Text(SolveMVPerVolt(kMVPerVoltStates[state_].solves, Multiplier.Text(),
                                  {TestUnits.Text(), mVOut.Text(), Excite.Text()}));
-  record_.mVOut = mVOut.Text();
+  if (mVOut.Text() != kErrorText) record_.mVOut = mVOut.Text();  // the last good value stays
 }
 
 bool frmCalcmVPerVolt::mayEnd() {

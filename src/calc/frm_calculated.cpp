@@ -4,6 +4,7 @@
 
 #include "calc/variable_uses.h"
 #include "model/defaults.h"
+#include "model/name_limits.h"
 #include "model/names.h"
 #include "model/table_outputs.h"
 #include "model/variables.h"
@@ -34,6 +35,10 @@ void fillFunctions(Choice& choice) {
     choice.Items.push_back({std::string(function), true, true, {}});
   }
 }
+
+// Whether a formula of a variable is accepted. That of an element is not, when its array is called
+// like no function that is known.
+bool mayStand(const std::string& variable) { return FormulaMistakes("x = " + variable).empty(); }
 
 // The two sides of the first equal sign.
 std::string nameIn(std::string_view formula) { return std::string(Trim(Before(formula, "="))); }
@@ -141,6 +146,8 @@ void frmCalculated::bind() {
     field->OnChange = [this] { compose(); };
     field->OnTake = [this] { compose(); };
   }
+  NewName.WhyNot = [this](std::string_view name) { return whyNot(name, Trim(Units.Text())); };
+  Units.WhyNot = [this](std::string_view units) { return whyNot(NewName.Text(), Trim(units)); };
   NewName.OnChange = [this] { takeName(); };
   EditMode.OnClick = [this] { setEditMode(); };
   Formulas.OnPick = [this] { enableRowButtons(); };
@@ -170,7 +177,8 @@ void frmCalculated::listMeasures() {
   for (Choice* choice : {&cboMeas1, &cboMeas2}) {
     choice->SetItems({kNoChoice});
     for (const PickVariable& variable : list.Variables()) {
-      choice->Items.push_back({std::string(Trim(variable.name)), true, true, {}});
+      const std::string name(Trim(variable.name));
+      if (mayStand(name)) choice->Items.push_back({name, true, true, {}});
     }
   }
 }
@@ -236,6 +244,11 @@ void frmCalculated::takeName() {
   Formula.Text(NewName.Text() + " =" + std::string(After(formula, "=")));
 }
 
+// Why the program has no room for a field of that name and these units.
+std::string_view frmCalculated::whyNot(std::string_view name, std::string_view units) {
+  return CalcFieldFits(name, units) ? "" : kTooLongHelp;
+}
+
 void frmCalculated::setEditMode() {
   const bool on = EditMode.Checked();
   if (on) {
@@ -271,6 +284,11 @@ void frmCalculated::save() {
   // What is typed is the user's own affair, but what is picked must have a measure to multiply.
   const bool nothingPicked = !EditMode.Checked() && expression.starts_with('*');
   if (!IsVariableName(name) || expression.empty() || nothingPicked) return Forms().Beep();
+  // The name of an edited formula is not tested key by key.
+  if (const std::string_view why = whyNot(name, Trim(Units.Text())); !why.empty()) {
+    Forms().SetHelpLine(std::string(why));
+    return Forms().Beep();
+  }
   if (!nameIsFree(name)) return;
   if (editing_ != 0 && !SameText(name, Trim(fields().Field[editing_].CalcField[1])) &&
       !mayLoseVariable(editing_)) {

@@ -84,6 +84,7 @@ class frmCalculated final : public Screen {
   void clearParts();
   void compose();
   void takeName();
+  static std::string_view whyNot(std::string_view name, std::string_view units);
   void setEditMode();
   void save();
   [[nodiscard]] bool nameIsFree(const std::string& name);

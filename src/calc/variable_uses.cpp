@@ -1,11 +1,10 @@
 #include "calc/variable_uses.h"
 
-#include <algorithm>
-#include <initializer_list>
 #include <string>
 
 #include "calc/formula.h"
 #include "model/table_outputs.h"
+#include "model/variable_texts.h"
 #include "text/strings.h"
 
 namespace ostrand {
@@ -17,12 +16,16 @@ class Search {
   Search(const ProjectStore& store, std::string_view name) : store_(store), name_(name) {}
 
   [[nodiscard]] bool InConditions() const {
-    return inPowerOff() || inTables() || inPorts() || inFlags() || inAnalogOutputs();
+    bool found = false;
+    VisitConditions(store_, [&](const std::string& text, VariableText) {
+      found = found || NamesVariable(text, name_);
+    });
+    return found;
   }
 
   [[nodiscard]] bool InFormulas(int but) const {
     for (int c = 1; c <= store_.CalcFields.CalcFieldCount; ++c) {
-      if (c != but && in({store_.CalcFields.Field[c].CalcField[2]})) return true;
+      if (c != but && NamesVariable(store_.CalcFields.Field[c].CalcField[2], name_)) return true;
     }
     return false;
   }
@@ -32,7 +35,7 @@ class Search {
       if (source.family == OutputFamily::kCalcField && source.n == butOfField) continue;
       for (int t = 1; t <= kTables; ++t) {
         if (IsSelected(*source.output, t, kLevelCrossing) &&
-            in({source.output->Histo[t].LevelMeasName})) {
+            NamesVariable(source.output->Histo[t].LevelMeasName, name_)) {
           return true;
         }
       }
@@ -41,68 +44,6 @@ class Search {
   }
 
  private:
-  [[nodiscard]] bool in(std::initializer_list<std::string_view> texts) const {
-    return std::any_of(texts.begin(), texts.end(),
-                       [&](std::string_view text) { return NamesVariable(text, name_); });
-  }
-
-  [[nodiscard]] bool inPowerOff() const {
-    return in({store_.Config.PowerOffMeasVar, store_.Config.PowerOffLine});
-  }
-
-  [[nodiscard]] bool inTables() const {
-    for (const OutputTable& table : store_.Tables.Table) {
-      if (in({table.DataEventCode, table.DataEventCodeStart, table.DataEventCodeStop,
-              table.GroupWriteIf})) {
-        return true;
-      }
-      for (const auto& conditions : table.Trigger) {
-        for (const TriggerCondition& condition : conditions) {
-          if (in({condition.StartMeasVar, condition.StartTrigVarb,
-                  condition.StartTrigIndvExpress})) {
-            return true;
-          }
-        }
-      }
-      for (const WriteCondition& condition : table.Write) {
-        if (in({condition.MeasureVar, condition.Varb, condition.Expression})) return true;
-      }
-    }
-    return false;
-  }
-
-  [[nodiscard]] bool inPorts() const {
-    for (const PortSlot& slot : store_.Ports.Slot) {
-      for (const Port& port : slot.Ports) {
-        for (const PortState& state : port.State) {
-          if (in({state.MeasureVar, state.Expression})) return true;
-        }
-      }
-    }
-    return false;
-  }
-
-  [[nodiscard]] bool inFlags() const {
-    for (const FlagControl& control : store_.Flags) {
-      for (const FlagState& state : control.State) {
-        if (in({state.FlagVar, state.FlagExpression})) return true;
-      }
-    }
-    return false;
-  }
-
-  [[nodiscard]] bool inAnalogOutputs() const {
-    for (const auto& slot : store_.ExciteOut.Slot) {
-      for (const ExciteChannel& channel : slot) {
-        if (in({channel.Excite1MeasVar, channel.Excite2MeasVar, channel.Excite1Expression,
-                channel.Excite2Expression})) {
-          return true;
-        }
-      }
-    }
-    return false;
-  }
-
   const ProjectStore& store_;
   std::string_view name_;
 };

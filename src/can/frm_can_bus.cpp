@@ -9,6 +9,7 @@
 #include "can/item_rules.h"
 #include "can/list_items.h"
 #include "model/defaults.h"
+#include "model/name_limits.h"
 #include "setup/controls/edits.h"
 #include "text/number.h"
 #include "text/strings.h"
@@ -166,6 +167,14 @@ void frmCanBus::bindItem() {
     if (IsLoading()) return;
     current_ = Item.Index() + 1;
     showItem();
+  };
+  ItemName.WhyNot = [this](std::string_view name) {
+    CanItemData renamed = item();
+    renamed.Name = name;
+    return ItemFits(renamed, current_) ? "" : kTooLongHelp;
+  };
+  Units.WhyNot = [this](std::string_view units) {
+    return UnitsFit(item().Name, units) ? "" : kTooLongHelp;
   };
   ItemName.OnTake = [this] { takeName(); };
   Description.OnTake = [this] { item().Description = Description.Text(); };
@@ -473,7 +482,7 @@ void frmCanBus::enableItem() {
 bool frmCanBus::allValid() const {
   std::vector<std::string> names;
   for (int n = 1; n <= can().CanCount; ++n) {
-    if (!IsValidItem(can().Item[n], idType())) return false;
+    if (!IsValidItem(can().Item[n], idType()) || !ItemFits(can().Item[n], n)) return false;
     names.push_back(Upper(can().Item[n].Name));
   }
   std::sort(names.begin(), names.end());

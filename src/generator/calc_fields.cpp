@@ -59,8 +59,14 @@ void SAVEDLD::CalcVarConstants() {
     const CalcFieldData& field = group.Field[f];
     const std::string& name = field.CalcField[1];
     const std::string& units = field.CalcField[3];
-    Put({field.Public != 0 ? "Public " : "Dim ", name}, {"'Declare ", name, " as variable"});
-    if (!units.empty()) Put({"Units ", name, " = ", units}, {"'", name, " Units"});
+    const auto declare = [&](const auto&... statement) {
+      Put({statement...}, {"'Declare ", name, " as variable"});
+    };
+    VariableStatement(declare, field.Public != 0, name);
+    const auto putUnits = [&](const auto&... statement) {
+      Put({statement...}, {"'", name, " Units"});
+    };
+    if (!units.empty()) UnitsStatement(putUnits, name, units);
   }
   for (int t = 1; t <= kTables; ++t) {
     for (int f = 1; f <= count; ++f) {

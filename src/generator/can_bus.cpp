@@ -47,8 +47,9 @@ void SAVEDLD::canModuleConstants() {
 
 void SAVEDLD::canItemConstants(const BlockView& view, const CanItemData& item) {
   const std::string& name = item.Name;
-  const auto constant = [&](std::string_view what, Piece value, std::string_view comment) {
-    Put({"Const ", name, what, " = ", value}, {"'", name, comment});
+  const auto constant = [&](std::string_view what, auto value, std::string_view comment) {
+    const auto put = [&](const auto&... statement) { Put({statement...}, {"'", name, comment}); };
+    ItemConstantStatement(put, name, what, value);
   };
   PutTitle("", Joined({view.texts->blockTitle, view.n, " "}));
   constant("DataType", item.DataStyle, " data type");
@@ -57,17 +58,26 @@ void SAVEDLD::canItemConstants(const BlockView& view, const CanItemData& item) {
   constant("NumVals", item.Reps, " number of values");
   constant("Mult", item.DefaultMult, " multiplier");
   constant("OSet", item.DefaultOffset, " offset");
-  Put({item.Public != 0 ? "Public " : "Dim ", name, "(", view.names.reps, ")"},
-      {"'", name, " dimensioned source"});
+  const auto source = [&](const auto&... statement) {
+    Put({statement...}, {"'", name, " dimensioned source"});
+  };
+  ItemArrayStatement(source, item.Public != 0, name, view.names.reps);
   if (view.except->Any()) {
-    Put({"Dim ", view.names.mult, "(", view.names.reps, ")"},
-        {"'Item", view.n, " dimensioned multiplier"});
-    Put({"Dim ", view.names.offset, "(", view.names.reps, ")"},
-        {"'Item", view.n, " dimensioned offset"});
+    const auto scaling = [&](std::string_view array, std::string_view what) {
+      const auto put = [&](const auto&... statement) {
+        Put({statement...}, {"'Item", view.n, what});
+      };
+      ItemArrayStatement(put, false, array, view.names.reps);
+    };
+    scaling(view.names.mult, " dimensioned multiplier");
+    scaling(view.names.offset, " dimensioned offset");
     needs_.NeedLoopIndex = true;
   }
   if (!item.Units.empty()) {
-    Put({"Units ", name, " = ", item.Units}, {"'", name, " units (", item.Units, ")"});
+    const auto put = [&](const auto&... statement) {
+      Put({statement...}, {"'", name, " units (", item.Units, ")"});
+    };
+    UnitsStatement(put, name, item.Units);
   }
 }
 
@@ -82,7 +92,10 @@ void SAVEDLD::canLevelLines(const BlockView& view) {
   }
   for (int t = 1; t <= kTables; ++t) {
     if (!IsSelected(output, t, kLevelCrossing)) continue;
-    Put({"Dim LC", name, t, "(2)"}, {"'", name, " Table", t, " source for level crossing"});
+    const auto put = [&](const auto&... statement) {
+      Put({statement...}, {"'", name, " Table", t, " source for level crossing"});
+    };
+    ItemLevelStatement(put, name, t);
   }
 }
 

@@ -326,8 +326,10 @@ void SAVEDLD::putPublicScaling(const BlockView& view) {
 
 void SAVEDLD::putUnits(const BlockView& view) {
   const std::string& units = view.data->Units;
-  Put({"Units ", view.names.source, " = ", units},
-      {"'Block", view.n, " default units (", units, ")"});
+  const auto put = [&](const auto&... statement) {
+    Put({statement...}, {"'Block", view.n, " default units (", units, ")"});
+  };
+  UnitsStatement(put, view.names.source, units);
 }
 
 void SAVEDLD::putTwoPointVariables(const BlockView& view) {

@@ -388,9 +388,14 @@ void SAVEDLD::levelSources() {
 }
 
 void SAVEDLD::levelSource(const HistoSet& level, std::string_view name, std::string_view source) {
-  Put({"      ", name, "(1) = ", source}, {"'1st source dimension for ", name, "()"});
-  if (level.NumDims != 1) return;
-  Put({"      ", name, "(2) = ", level.LevelMeasName}, {"'2nd source dimension for ", name, "()"});
+  const auto putSource = [&](int dimension, std::string_view value, std::string_view nth) {
+    const auto put = [&](const auto&... statement) {
+      Put({statement...}, {nth, " source dimension for ", name, "()"});
+    };
+    LevelSourceStatement(put, name, dimension, value);
+  };
+  putSource(1, source, "'1st");
+  if (level.NumDims == 1) putSource(2, level.LevelMeasName, "'2nd");
 }
 
 }  // namespace ostrand

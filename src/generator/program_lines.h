@@ -7,6 +7,8 @@
 #include <string_view>
 #include <vector>
 
+#include "model/name_statements.h"
+
 namespace ostrand {
 
 // So many copies of one character.
@@ -55,9 +57,6 @@ enum class Pad {
   kOver,      // the same, but one blank from a length of 66 on
   kTouching,  // the same, but nothing from a length of 65 on
 };
-
-// Comments start in the column behind this one.
-inline constexpr int kCommentColumn = 65;
 
 // `ProgramLines` and `LineCount`: up to 3000 lines, counted from 1. A line that can't be stored
 // leaves the buffer as it was: Fault 9 for the 3001st, Fault 5 for a statement too long for the

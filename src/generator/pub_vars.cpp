@@ -70,19 +70,26 @@ void SAVEDLD::aliasLines(Family family) {
     for (int r = 1; r <= view.data->Reps; ++r) {
       const RepAlias& alias = view.Alias(r);
       if (!alias.AliasName.empty()) {
-        Put({"Alias ", source, "(", r, ") = ", alias.AliasName},
-            {"'Assign alias name \"", alias.AliasName, "\" to ", source, "(", r, ")"});
+        const auto put = [&](const auto&... statement) {
+          Put({statement...},
+              {"'Assign alias name \"", alias.AliasName, "\" to ", source, "(", r, ")"});
+        };
+        AliasStatement(put, source, r, alias.AliasName);
       }
       const std::string name = effectiveName(view, r);
       if (!alias.AliasUnits.empty() && !SameText(alias.AliasUnits, view.data->Units)) {
-        Put({"Units ", name, " = ", alias.AliasUnits},
-            {"'Assign units \"", alias.AliasUnits, "\" to ", name});
+        const auto put = [&](const auto&... statement) {
+          Put({statement...}, {"'Assign units \"", alias.AliasUnits, "\" to ", name});
+        };
+        UnitsStatement(put, name, alias.AliasUnits);
       }
       if (!calibrated) continue;
       if (family != Family::kBridge) needs_.AnySiteCal = true;
       const auto scalingAlias = [&](std::string_view prefix, const std::string& array) {
-        Put({"Alias ", array, "(", r, ") = ", prefix, name},
-            {"'Assign alias name \"", prefix, name, "\" to ", array, "_", r});
+        const auto put = [&](const auto&... statement) {
+          Put({statement...}, {"'Assign alias name \"", prefix, name, "\" to ", array, "_", r});
+        };
+        ScalingAliasStatement(put, array, r, prefix, name);
       };
       scalingAlias("M$", view.names.mult);
       scalingAlias("O$", view.names.offset);

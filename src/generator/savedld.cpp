@@ -193,12 +193,17 @@ void SAVEDLD::putLevelArrays(const OutputSet& output, int t, std::string_view ar
     return text;
   };
   needs_.NeedLoopIndex = true;
-  Put({"Dim ", array, "LC1(", level.LevNumLevels, ")"}, {label, " level crossing array 1"});
+  const auto putArray = [&](int dimension, int levels) {
+    const auto put = [&](const auto&... statement) {
+      Put({statement...}, {label, " level crossing array ", dimension});
+    };
+    LevelArrayStatement(put, array, dimension, levels);
+  };
+  putArray(1, level.LevNumLevels);
   Put({dataLine(level.LevelVarOne, level.LevNumLevels)}, {label, " data for array 1"},
       Pad::kGuarded);
   const bool second = level.NumDims == 1;
-  Put({"Dim ", array, "LC2(", second ? level.LevNumTests : 1, ")"},
-      {label, " level crossing array 2"});
+  putArray(2, second ? level.LevNumTests : 1);
   if (!second) return;
   const std::string data = dataLine(level.LevelVarTwo, level.LevNumTests);
   if (static_cast<int>(data.size()) < kCommentColumn) {

@@ -10,7 +10,6 @@
 #include "session/frm_opt_gen.h"
 #include "session/frm_opt_orvus.h"
 #include "session/user_action.h"
-#include "setup/backup.h"
 #include "setup/frm_brdg_block.h"
 #include "setup/frm_config.h"
 #include "setup/frm_excite.h"
@@ -24,6 +23,7 @@
 #include "setup/frm_temp_block.h"
 #include "setup/frm_tk40m_block.h"
 #include "setup/frm_volt_block.h"
+#include "setup/names_backup.h"
 #include "text/number.h"
 #include "text/strings.h"
 #include "verify/pick_var_checks.h"
@@ -109,7 +109,8 @@ SetupHooks hooksOf(const ScreenContext& context) {
   return hooks;
 }
 
-CanHooks canHooksOf(const ScreenContext& context) {
+// `renamed` gets the names that values of items were given.
+CanHooks canHooksOf(const ScreenContext& context, std::vector<AliasRenames>& renamed) {
   CanHooks hooks;
   hooks.Outputs = [context](CanItemData& item, int number) {
     frmPortTables output(context, {.caption = "CAN ITEM " + NumberText(number),
@@ -120,13 +121,16 @@ CanHooks canHooksOf(const ScreenContext& context) {
     context.host.ShowModal(output);
     return output.Result() == ModalResult::kDone;
   };
-  hooks.FieldNames = [context](CanItemData& item, int number) {
+  hooks.FieldNames = [context, &renamed](CanItemData& item, int number) {
     const auto before = item.Alias;
     editFieldNames(context, {.kind = ORVUS_DOBJ_BLK_QBCAN,
                              .block = number,
                              .name = item.Name,
                              .defaults = DefaultScalingOf(item),
-                             .aliases = AliasesOf(item.Alias, item.Reps)});
+                             .aliases = AliasesOf(item.Alias, item.Reps),
+                             .onRename = [&renamed](const AliasRenames& renames) {
+                               renamed.push_back(renames);
+                             }});
     return !(item.Alias == before);
   };
   return hooks;
@@ -155,11 +159,17 @@ void showBlocks(Ostrand& control, ScreenHost& host) {
 
 void showCan(Ostrand& control, ScreenHost& host) {
   const ScreenContext context = contextOf(control, host);
-  // Names of values go into the conditions of tables at once, and out again with the items.
-  Backup<TableSetup> conditions(control.Store().Tables);
-  frmCanBus form(context, control.Around().files, control.WorkDir(), canHooksOf(context));
+  // Names of values go into the project at once, and out again with the items; those into which
+  // the screen's own items go come with Done.
+  NamesBackup names(control.Store());
+  std::vector<AliasRenames> renamed;
+  frmCanBus form(context, control.Around().files, control.WorkDir(), canHooksOf(context, renamed));
   host.ShowModal(form);
-  if (form.Result() == ModalResult::kDone) conditions.Keep();
+  if (form.Result() != ModalResult::kDone) return;
+  names.Keep();
+  for (const AliasRenames& renames : renamed) {
+    for (CanItemData& item : control.Store().Can.Item) RenameInLevels(item.Output, renames);
+  }
 }
 
 void showCalculated(Ostrand& control, ScreenHost& host) {

@@ -53,7 +53,7 @@ AnalogList::AnalogList(const ScreenContext& context, SetupHooks hooks, const Ana
                            }}}}),
       Hooks(std::move(hooks)),
       kind_(kind),
-      conditions_(store().Tables) {
+      names_(store()) {
   Caption = kind.caption;
   addOpener({std::string(kind.setup), "block", [this](std::string_view argument) {
                const int block = blockNamed(argument, Blocks.Count());
@@ -106,15 +106,17 @@ bool AnalogList::ShowSetup(int block) {
   std::unique_ptr<cOrvusData> data = Data(block).Clone();
   const auto aliases = std::make_unique<Row<RepAlias, 1, kReps>>(aliasRows(block));
   const auto output = std::make_unique<OutputSet>(Output(block));
-  Backup<TableSetup> conditions(store().Tables);
+  NamesBackup names(store());
+  const std::size_t renamed = renamed_.size();
   const bool untouched = sameAsBaseline(block);
   const std::unique_ptr<Screen> setup = makeSetup(block);
   // What opening alone puts right is no edit.
   if (untouched) takeAsBaseline(block);
   const bool accepted = showModal(*setup);
   if (accepted) {
-    conditions.Keep();
+    names.Keep();
   } else {
+    renamed_.resize(renamed);
     data_[block] = std::move(data);
     aliasRows(block) = *aliases;
     Output(block) = *output;
@@ -143,10 +145,14 @@ void AnalogList::takeAsBaseline(int block) {
 }
 
 bool AnalogList::onDone() {
+  for (const AliasRenames& renames : renamed_) {
+    for (int b = 1; b <= Blocks.Count(); ++b) RenameInLevels(Output(b), renames);
+  }
+  renamed_.clear();
   for (int b = 1; b <= Blocks.Count(); ++b) recordFromObject(b);
   storeRecords(Blocks.Count());
   StoreAutomaticStarts(store());
-  conditions_.Keep();
+  names_.Keep();
   return true;
 }
 

@@ -9,11 +9,11 @@
 #include "model/channels.h"
 #include "model/orvus_data.h"
 #include "setup/analog_record.h"
-#include "setup/backup.h"
 #include "setup/block_list.h"
 #include "setup/channel_chart.h"
 #include "setup/controls/screen.h"
 #include "setup/frm_graphs.h"
+#include "setup/names_backup.h"
 #include "setup/setup_hooks.h"
 
 namespace ostrand {
@@ -42,6 +42,8 @@ class AnalogList : public Screen {
   [[nodiscard]] std::span<RepAlias> Aliases(int block);
   // All rows that a block has room for.
   [[nodiscard]] std::span<RepAlias> AliasRows(int block);
+  // Sensors got other names, which the list's blocks take over on Done.
+  void Renamed(const AliasRenames& renames) { renamed_.push_back(renames); }
   // What the tables store of a block.
   [[nodiscard]] virtual OutputSet& Output(int block) = 0;
 
@@ -101,7 +103,8 @@ class AnalogList : public Screen {
   AnalogListKind kind_;
   Row<std::unique_ptr<cOrvusData>, 1, kBlocks> data_;
   int countOnOpening_ = 0;
-  Backup<TableSetup> conditions_;  // a renamed sensor is renamed in them too
+  NamesBackup names_;                  // a renamed sensor is renamed in the project too,
+  std::vector<AliasRenames> renamed_;  // and on Done in the blocks of this list
 };
 
 // A figure of free channels; "?" for none.

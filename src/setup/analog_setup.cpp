@@ -182,6 +182,8 @@ void AnalogSetup::openFieldNames() {
   request.defaults = Scaling();
   request.solveSource.onTemperature = OnThermocouples();
   request.aliases = Aliases();
+  request.calibrated = Analog().SiteCal != 0;
+  request.onRename = [this](const AliasRenames& renames) { list_.Renamed(renames); };
   list_.Hooks.FieldNames(request);
 }
 

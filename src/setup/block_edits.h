@@ -7,19 +7,17 @@
 #include "model/store.h"
 #include "setup/backup.h"
 #include "setup/controls/edits.h"
+#include "setup/names_backup.h"
 
 namespace ostrand {
 
-// The blocks of a group as they were when their list opened, and the conditions of the tables, in
-// which a renamed sensor is renamed too.
+// The blocks of a group as they were when their list opened, and the names of sensors in the rest
+// of the project.
 template <class Group>
 class BlockEdits {
  public:
-  BlockEdits(Group& group, TableSetup& tables)
-      : group_(group),
-        blocks_(group),
-        opened_(std::make_unique<Group>(group)),
-        conditions_(tables) {}
+  BlockEdits(Group& group, ProjectStore& store)
+      : group_(group), blocks_(group), opened_(std::make_unique<Group>(group)), names_(store) {}
 
   // The list shows so many blocks; what it made of the group up to here is no edit.
   void Begin(int count) {
@@ -38,7 +36,7 @@ class BlockEdits {
   // The edits stay.
   void Keep() {
     blocks_.Keep();
-    conditions_.Keep();
+    names_.Keep();
   }
 
   // The list of now so many blocks is cancelled: whether it may close. The user is asked about
@@ -63,7 +61,7 @@ class BlockEdits {
   Group& group_;
   Backup<Group> blocks_;
   std::unique_ptr<Group> opened_;  // the blocks as their setups leave them without an edit
-  Backup<TableSetup> conditions_;
+  NamesBackup names_;
   int count_ = 0;
 };
 

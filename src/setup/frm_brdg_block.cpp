@@ -19,7 +19,7 @@ frmBrdgBlock::frmBrdgBlock(const ScreenContext& context, SetupHooks hooks)
       FreeExcite(*this, "FreeExcite"),
       FreeCAO(*this, "FreeCAO"),
       hooks_(std::move(hooks)),
-      edits_(group(), store().Tables) {
+      edits_(group(), store()) {
   for (int row = 1; row <= kMostBridgeBlocks; ++row) {
     Find("Reps" + NumberText(row))->ToolTip =
         "The actual number of analog channels being used. 6 wire full and 3 wire half bridges "

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <memory>
 
+#include "model/name_limits.h"
 #include "model/names.h"
 #include "setup/aliases.h"
 #include "setup/bridge_rules.h"
@@ -50,7 +51,7 @@ frmBrdgSetup::frmBrdgSetup(const ScreenContext& context, frmBrdgBlock& list, int
       block_(block),
       hooks_(hooks),
       before_(data()),
-      conditions_(store().Tables),
+      names_(store()),
       Style(*this, "Style"),
       StyleInfo(*this, "StyleInfo"),
       Reps(*this, "Reps", NumberType::kInteger),
@@ -130,6 +131,9 @@ void frmBrdgSetup::bindCounts() {
     const i32 shown = std::clamp(wholePart(ExciteReps), 1, kMostExciteReps);
     ExciteReps.Value(shown + (up ? 1 : -1));
     onExciteReps();
+  };
+  Units.WhyNot = [this](std::string_view units) {
+    return UnitsFit(SourceName(ORVUS_DOBJ_BLK_BRIDGE, block_), units) ? "" : kTooLongHelp;
   };
   FieldNames.OnPress = [this] { openFieldNames(scaling()); };
   addOpener(OpenedBy(FieldNames, "frmFldName"));
@@ -552,7 +556,8 @@ void frmBrdgSetup::onZeroFlag() {
   data().ZeroFlag = static_cast<i16>(ZeroFlag.Index());
   ZeroFlagShown.Text(ZeroFlag.Text());
   if (!IsStrainStyle(kind_)) showZeroPanel(false);
-  if (changed && ZeroFlag.Index() > 0) CheckFlagUsage(Forms(), store(), ZeroFlag.Index());
+  if (!changed || ZeroFlag.Index() < 1) return;
+  CheckFlagUsage(Forms(), store(), ZeroFlag.Index(), ZeroFlagUser(ORVUS_DOBJ_BLK_BRIDGE, block_));
 }
 
 void frmBrdgSetup::showZeroPanel(bool open) {
@@ -573,6 +578,7 @@ void frmBrdgSetup::openFieldNames(const DefaultScaling& defaults) {
                      .defaults = defaults,
                      .gaugeFactor = IsStrainStyle(kind_),
                      .aliases = aliases(),
+                     .calibrated = data().CalOnSite != 0 && !IsStrainStyle(kind_),
                      .solveSource = solveSource()});
 }
 
@@ -583,7 +589,7 @@ bool frmBrdgSetup::onDone() {
   fitReps(data().Reps);
   settle(data());
   before_.Keep();
-  conditions_.Keep();
+  names_.Keep();
   return true;
 }
 

@@ -11,6 +11,7 @@
 #include "setup/controls/edits.h"
 #include "setup/controls/numeric_field.h"
 #include "setup/frm_brdg_block.h"
+#include "setup/names_backup.h"
 #include "setup/output_boxes.h"
 
 namespace ostrand {
@@ -28,7 +29,7 @@ class frmBrdgSetup final : public Screen {
   int block_;
   const SetupHooks& hooks_;
   Backup<BridgeBlockData> before_;
-  Backup<TableSetup> conditions_;  // a renamed sensor is renamed in them too
+  NamesBackup names_;  // a renamed sensor is renamed in the project too
 
  public:
   Choice Style;

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "model/name_limits.h"
+#include "model/names.h"
 #include "text/number.h"
 #include "text/strings.h"
 #include "verify/box.h"
@@ -85,7 +87,13 @@ void frmFldName::bind() {
 void frmFldName::bindSensor(std::size_t at) {
   Sensor& sensor = *sensors_[at];
   sensor.FieldName.Text(elementOf(at));
+  sensor.AliasName.WhyNot = [this, at](std::string_view name) {
+    return whyNot(at, name, rows_[at].AliasUnits);
+  };
   sensor.AliasName.OnTake = [this, at] { takeName(at); };
+  sensor.AliasUnits.WhyNot = [this, at](std::string_view units) {
+    return whyNot(at, rows_[at].AliasName, units);
+  };
   sensor.AliasUnits.OnTake = [this, at, &sensor] {
     takeUnits(at, sensor.AliasUnits.Text());
     show();
@@ -108,6 +116,19 @@ void frmFldName::bindSensor(std::size_t at) {
 
 std::string frmFldName::elementOf(std::size_t at) const {
   return block_.name + "(" + NumberText(static_cast<int>(at) + 1) + ")";
+}
+
+// Why the program has no room for a sensor of these; units of the block need none.
+std::string_view frmFldName::whyNot(std::size_t at, std::string_view alias,
+                                    std::string_view units) const {
+  ValueName value{
+      .array = block_.name, .index = static_cast<int>(at) + 1, .only = rows_.size() == 1};
+  if (block_.calibrated) {
+    value.mult = MultName(block_.kind, block_.block);
+    value.offset = OffsetName(block_.kind, block_.block);
+  }
+  const bool own = !SameText(units, block_.defaults.Units);
+  return ValueFits(value, alias, own ? units : "") ? "" : kTooLongHelp;
 }
 
 float frmFldName::valueOf(const RepAlias& row, const Number& column) const {
@@ -172,7 +193,15 @@ void frmFldName::solve(std::size_t at) {
                             valueOf(row, kMult), valueOf(row, kOffset)};
   const DefaultScaling before = scaling;
   if (!calculator_(scaling)) return;
-  if (scaling.Units != before.Units) takeUnits(at, scaling.Units);
+  if (scaling.Units != before.Units) {
+    const std::string_view why = whyNot(at, row.AliasName, scaling.Units);
+    if (why.empty()) {
+      takeUnits(at, scaling.Units);
+    } else {
+      Forms().Beep();
+      Forms().SetHelpLine(std::string(why));
+    }
+  }
   if (scaling.Mult != before.Mult) takeNumber(at, kMult, NumberText(scaling.Mult));
   if (scaling.Offset != before.Offset) takeNumber(at, kOffset, NumberText(scaling.Offset));
   show();
@@ -202,7 +231,8 @@ bool frmFldName::agreedTo(const AliasRenames& renames) {
 bool frmFldName::onDone() {
   const AliasRenames changed = renames();
   if (!agreedTo(changed)) return false;
-  RenameInConditions(store().Tables, changed);
+  RenameVariables(store(), changed);
+  if (block_.onRename) block_.onRename(changed);
   std::copy(rows_.begin(), rows_.end(), block_.aliases.begin());
   return true;
 }

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "setup/alias_rename.h"
+#include "model/alias_rename.h"
 #include "setup/aliases.h"
 #include "setup/controls/numeric_field.h"
 #include "setup/controls/screen.h"
@@ -66,6 +66,8 @@ class frmFldName final : public Screen {
   void bindSensor(std::size_t at);
   void show();
   void showSensor(std::size_t at);
+  [[nodiscard]] std::string_view whyNot(std::size_t at, std::string_view alias,
+                                        std::string_view units) const;
   [[nodiscard]] float valueOf(const RepAlias& row, const Number& column) const;
 
   void takeName(std::size_t at);

@@ -17,7 +17,7 @@ frmPulseBlock::frmPulseBlock(const ScreenContext& context, SetupHooks hooks)
       FreeLoLev(*this, "FreeLoLev"),
       FreeSwtch(*this, "FreeSwtch"),
       hooks_(std::move(hooks)),
-      edits_(group(), store().Tables) {
+      edits_(group(), store()) {
   addOpener(List.SetupOpener("frmPulseSetup", [this](int block) {
     frmPulseSetup setup(this->context(), *this, block, hooks_);
     showModal(setup);

@@ -4,6 +4,7 @@
 #include <array>
 #include <memory>
 
+#include "model/name_limits.h"
 #include "model/names.h"
 #include "setup/aliases.h"
 #include "setup/field_keys.h"
@@ -45,7 +46,7 @@ frmPulseSetup::frmPulseSetup(const ScreenContext& context, frmPulseBlock& list, 
       block_(block),
       hooks_(hooks),
       before_(data()),
-      conditions_(store().Tables),
+      names_(store()),
       Reps(*this, "Reps", NumberType::kByte),
       Meas(*this, "Meas"),
       Option(*this, "Option"),
@@ -109,6 +110,9 @@ void frmPulseSetup::bind() {
   Public.OnClick = [this] { data().Public = Public.Checked() ? kTrue : kFalse; };
   DataType.SetItems({"FP2", "IEEE4"});
   DataType.OnPick = [this] { data().DataResolution = DataType.Text(); };
+  Units.WhyNot = [this](std::string_view units) {
+    return UnitsFit(SourceName(ORVUS_DOBJ_BLK_PULSE, block_), units) ? "" : kTooLongHelp;
+  };
   FieldNames.OnPress = [this] { openFieldNames(scaling()); };
   addOpener(OpenedBy(Solve, "frmSolveList"));
   Outputs.AskParameters = [this](OutputCode code, int table, HistoSet& histo) {
@@ -281,6 +285,7 @@ void frmPulseSetup::openFieldNames(const DefaultScaling& defaults) {
                      .name = SourceName(ORVUS_DOBJ_BLK_PULSE, block_),
                      .defaults = defaults,
                      .aliases = AliasesOf(data().Alias, data().Reps),
+                     .calibrated = data().CalOnSite != 0,
                      .solveSource = solveSource()});
 }
 
@@ -297,7 +302,7 @@ bool frmPulseSetup::onDone() {
   CountersCount();
   ClearRowsBeyond(AliasesOf(block.Alias, kReps), block.Reps);
   before_.Keep();
-  conditions_.Keep();
+  names_.Keep();
   return true;
 }
 

@@ -8,6 +8,7 @@
 #include "setup/controls/edits.h"
 #include "setup/controls/numeric_field.h"
 #include "setup/frm_pulse_block.h"
+#include "setup/names_backup.h"
 #include "setup/output_boxes.h"
 #include "setup/setup_hooks.h"
 
@@ -35,7 +36,7 @@ class frmPulseSetup final : public Screen {
   int block_;
   const SetupHooks& hooks_;
   Backup<PulseBlockData> before_;
-  Backup<TableSetup> conditions_;  // a renamed sensor is renamed in them too
+  NamesBackup names_;  // a renamed sensor is renamed in the project too
 
  public:
   NumericField Reps;

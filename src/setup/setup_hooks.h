@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "model/alias_rename.h"
 #include "model/enums.h"
 #include "setup/aliases.h"
 
@@ -27,8 +28,11 @@ struct FieldNamesRequest {
   DefaultScaling defaults;
   bool gaugeFactor = false;  // strain: the offset column is a gauge factor
   std::span<RepAlias> aliases;
+  bool calibrated = false;  // on site: multipliers and offsets are called after their values
   // Of the calculators for one of them; without a kind it is that of the block.
   SolveSource solveSource = {};
+  // After the project has got the new names: renames what the screens keep in copies.
+  std::function<void(const AliasRenames&)> onRename = {};
 };
 
 struct SetupHooks {

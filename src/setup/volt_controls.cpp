@@ -1,3 +1,5 @@
+#include "model/name_limits.h"
+#include "model/names.h"
 #include "setup/analog_setup.h"
 #include "setup/flag_usage.h"
 #include "text/mask.h"
@@ -28,6 +30,10 @@ VoltControls::VoltControls(AnalogSetup& screen, std::string_view unitsName,
     Range.Items.push_back({std::string(range.text), true, true, {}});
   }
   SetZeroFlagItems(ZeroFlag, screen.Project());
+  Units.WhyNot = [this](std::string_view units) {
+    const std::string array = SourceName(screen_.List().Kind().type, screen_.BlockNumber());
+    return UnitsFit(array, units) ? "" : kTooLongHelp;
+  };
   Units.OnTake = [this] {
     screen_.Data().DefaultUnits = Trim(Units.Text());
     screen_.Changed();
@@ -54,7 +60,8 @@ VoltControls::VoltControls(AnalogSetup& screen, std::string_view unitsName,
   ZeroFlag.OnPick = [this] {
     screen_.Analog().ZeroFlag = static_cast<i16>(ZeroFlag.Index());
     if (ZeroFlag.Index() >= 1) {
-      CheckFlagUsage(screen_.Forms(), screen_.Project(), ZeroFlag.Index());
+      CheckFlagUsage(screen_.Forms(), screen_.Project(), ZeroFlag.Index(),
+                     ZeroFlagUser(screen_.List().Kind().type, screen_.BlockNumber()));
     }
   };
   Solve.OnPress = [this] { solve(); };

@@ -97,6 +97,34 @@ class CalculatedScreen : public ScreenTest {
   }
 };
 
+// A formula that can only be rejected is not offered: of a flag, of an element whose array is
+// called like no function.
+TEST_F(CalculatedScreen, OffersTheVariablesThatAFormulaTakes) {
+  store->Config.CanBusQty = 1;
+  store->Can.Module[1].CanBusEnabled = 1;
+  store->Can.CanCount = 3;
+  const auto setItem = [this](int number, const std::string& name, i16 values) {
+    CanItemData& item = store->Can.Item[number];
+    item.Name = name;
+    item.Enabled = 1;
+    item.Reps = values;
+  };
+  setItem(1, "Speed", 2);
+  store->Can.Item[1].Alias[2].AliasName = "Wheel";
+  setItem(2, "CanTemp", 2);
+  setItem(3, "Torque", 1);
+  const frmCalculated screen(context, place, nullptr);
+  for (const Choice* list : {&screen.cboMeas1, &screen.cboMeas2}) {
+    for (const std::string_view name :
+         {"VBlk1(1)", "Oil", "Wheel", "CanTemp(1)", "CanTemp(2)", "Torque"}) {
+      EXPECT_NE(list->Find(name), nullptr) << name;
+    }
+    for (const std::string_view name : {"Flag(1)", "Speed(1)", "Speed(2)"}) {
+      EXPECT_EQ(list->Find(name), nullptr) << name;
+    }
+  }
+}
+
 TEST_F(CalculatedScreen, StopsAtFiftyFields) {
   for (int f = 1; f < kCalcFields; ++f) put("N" + std::to_string(f), "Oil");
   // Names that collide elsewhere don't stop a new one.

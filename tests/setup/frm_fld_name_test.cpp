@@ -101,7 +101,7 @@ TEST(AliasRename, NamesMatchWholeWithTheirIndexAndAllAtOnce) {
     tables[1].TableName = "Oil";
     const bool changes = row.variable != row.variableAfter || row.expression != row.expressionAfter;
     EXPECT_EQ(ConditionsUse(tables, row.renames), changes);
-    RenameInConditions(tables, row.renames);
+    RenameVariables(*store, row.renames);
     fillOrCheck(true, row.variableAfter, row.expressionAfter);
     EXPECT_EQ(tables[1].TableName, "Oil");
   }

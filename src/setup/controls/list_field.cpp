@@ -15,6 +15,7 @@ int ListField::ItemIndex() const {
 bool ListField::Pick(std::string_view item) {
   for (const std::string& candidate : Items) {
     if (!SameText(candidate, Trim(item))) continue;
+    if (candidate == Text() && !isTyped()) return true;
     Text(candidate);
     fire(OnTake, "Click");
     return true;

@@ -18,7 +18,8 @@ class ListField : public TextField {
 
   // The place of the text among the items, in any case of letters; -1 for a text that is none.
   [[nodiscard]] int ItemIndex() const;
-  // An item by its text, blanks around it and upper and lower case apart; it takes effect at once.
+  // An item by its text, blanks around it and upper and lower case apart; it takes effect at once,
+  // unless the field holds it already.
   bool Pick(std::string_view item) override;
 };
 

@@ -46,17 +46,19 @@ void TextField::change(std::string text) {
   fire(OnChange, "Change");
 }
 
+void TextField::refuse(std::string_view why) {
+  Owner().Forms().Beep();
+  Owner().Forms().SetHelpLine(std::string(why));
+}
+
 void TextField::Key(char letter) {
-  if (letter == kSectionMark) {
-    Owner().Forms().Beep();
-    Owner().Forms().SetHelpLine(std::string(kSectionMarkHelp));
-    return;
-  }
+  if (letter == kSectionMark) return refuse(kSectionMarkHelp);
   std::string text = selected_ ? std::string(1, letter) : text_ + letter;
   if (text.size() > MostLetters || !filter_(text) || (MayHold && !MayHold(text))) {
     Owner().Forms().Beep();
     return;
   }
+  if (const std::string_view why = WhyNot ? WhyNot(text) : ""; !why.empty()) return refuse(why);
   selected_ = false;
   typed_ = true;
   change(std::move(text));

@@ -28,6 +28,8 @@ class TextField : public Control {
   // Whether the field may hold a text while it is typed, beside its own filter; where a key is
   // tested against what the rest of the screen shows.
   std::function<bool(std::string_view text)> MayHold;
+  // Why it may not hold a text while it is typed, for the help line; empty when it may.
+  std::function<std::string_view(std::string_view text)> WhyNot;
   std::function<void()> OnChange;  // after each key
   std::function<void()> OnTake;    // when it takes effect
   std::function<void(bool up)> OnSpin;
@@ -39,8 +41,8 @@ class TextField : public Control {
   void Correct(std::string_view text) { text_ = text; }
 
   // One key at the end of the text, or in place of all of it when it has just got the focus. A key
-  // that the filter refuses is dropped with a beep; so is one that no project file can keep, for
-  // which the help line gives the reason.
+  // that the filter refuses is dropped with a beep; so is one that no project file can keep, and
+  // one that `WhyNot` is against, for which the help line gives the reason.
   virtual void Key(char letter);
   // The next key replaces all of the text.
   void SelectAll() { selected_ = true; }
@@ -66,9 +68,12 @@ class TextField : public Control {
   virtual bool normalize(std::string& /*text*/) { return true; }
   // Whether the next key replaces all of the text.
   [[nodiscard]] bool isSelected() const { return selected_; }
+  // Something was typed that has not taken effect yet.
+  [[nodiscard]] bool isTyped() const { return typed_; }
 
  private:
   void change(std::string text);
+  void refuse(std::string_view why);
 
   KeyFilter filter_;
   std::string text_;

@@ -1,4 +1,4 @@
-// Aliases that got another name, and the conditions of tables that name them.
+// Aliases that got another name, and the texts of a project that name them.
 #pragma once
 
 #include <string>
@@ -25,8 +25,12 @@ using AliasRenames = std::vector<AliasRename>;
 // Whether a start, stop or write condition of any table names one of the sensors as it was called.
 bool ConditionsUse(const TableSetup& tables, const AliasRenames& renames);
 
-// Gives the conditions the new names, all at once, so that two aliases can change places. A sensor
-// without an alias is named by its element. Expressions that name an element go on to do so.
-void RenameInConditions(TableSetup& tables, const AliasRenames& renames);
+// Gives all texts of a project that name the sensors their new names, all at once, so that two
+// aliases can change places. A sensor without an alias is named by its element, the only one of a
+// block by its array. Expressions and formulas that name an element go on to do so.
+void RenameVariables(ProjectStore& store, const AliasRenames& renames);
+
+// The same in the level crossings of one block or item, for a copy that a screen works on.
+void RenameInLevels(OutputSet& output, const AliasRenames& renames);
 
 }  // namespace ostrand

@@ -1,4 +1,4 @@
-#include "setup/names_in_text.h"
+#include "model/names_in_text.h"
 
 #include <algorithm>
 
@@ -10,7 +10,7 @@ namespace {
 
 bool isDigit(char letter) { return letter >= '0' && letter <= '9'; }
 
-bool isOfName(char letter) { return !Holds(" ()=<>+-*/^,", std::string_view(&letter, 1)); }
+bool isOfName(char letter) { return !Holds(" ()=<>+-*/\\^,", std::string_view(&letter, 1)); }
 
 // An index that no element has, as of a value that is called like a function.
 constexpr int kNoElement = -1;

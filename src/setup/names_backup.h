@@ -1,0 +1,40 @@
+// Renamed sensors, and how screens take the renaming back.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "model/variable_texts.h"
+
+namespace ostrand {
+
+// Holds the texts of a project that name variables as they were. A renaming goes with this object,
+// unless it was to stay.
+class NamesBackup {
+ public:
+  explicit NamesBackup(ProjectStore& store) : store_(store) {
+    VisitVariableTexts(store_,
+                       [this](const std::string& text, VariableText) { before_.push_back(text); });
+  }
+  ~NamesBackup() { PutBack(); }
+  NamesBackup(const NamesBackup&) = delete;
+  NamesBackup& operator=(const NamesBackup&) = delete;
+
+  // The new names stay.
+  void Keep() { over_ = true; }
+  // Once; later calls do nothing.
+  void PutBack() {
+    if (!over_) {
+      auto before = before_.begin();
+      VisitVariableTexts(store_, [&](std::string& text, VariableText) { text = *before++; });
+    }
+    over_ = true;
+  }
+
+ private:
+  ProjectStore& store_;
+  std::vector<std::string> before_;
+  bool over_ = false;
+};
+
+}  // namespace ostrand
