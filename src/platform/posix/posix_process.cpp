@@ -98,9 +98,14 @@ class Adoption {
   int before_ = 0;
 };
 
-void reap(pid_t child) {
-  while (::waitpid(child, nullptr, 0) < 0 && errno == EINTR) {
+// Waits for a child; false when the system does not give it.
+bool reap(pid_t child) {
+  constexpr int kTries = 100;  // of a call that is interrupted
+  for (int tries = 0; tries < kTries; ++tries) {
+    if (::waitpid(child, nullptr, 0) >= 0) return true;
+    if (errno != EINTR) return false;
   }
+  return false;
 }
 
 class PosixProcess : public Process {
@@ -159,13 +164,12 @@ class PosixProcess : public Process {
         const bool known = std::find(family_.begin(), family_.end(), child.number) != family_.end();
         if (known || child.group == ::getpgrp()) continue;
         if (::kill(child.number, SIGKILL) != 0) continue;  // one that has taken another identity
-        reap(child.number);
-        found = true;
+        found = reap(child.number) || found;
       }
     }
   }
 
-  static constexpr int kMaxAdoptionRounds = 1000;
+  static constexpr int kMaxAdoptionRounds = 100;
 
   Pids family_;  // children of this process that were there before
   Adoption adoption_;

@@ -30,7 +30,11 @@ class PosixWorkFolder : public WorkFolder {
     if (path_.empty()) return Done{};
     const std::string path = std::exchange(path_, {});
     std::error_code error;
-    std::filesystem::remove_all(path, error);
+    // A call that fails for a moment leaves nothing behind.
+    for (int tries = 0; tries == 0 || (error && tries < 3); ++tries) {
+      error.clear();
+      std::filesystem::remove_all(path, error);
+    }
     if (error) return Error{path + ": " + std::strerror(error.value())};
     return Done{};
   }
