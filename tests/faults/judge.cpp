@@ -16,6 +16,8 @@ std::string lower(std::string text) {
   return text;
 }
 
+std::string titleOf(const std::string& path) { return path.substr(path.rfind('/') + 1); }
+
 // The content of a file; a null pointer for none.
 const std::string* contentOf(const Tree& tree, const std::string& name) {
   const auto found = tree.find(name);
@@ -94,14 +96,22 @@ std::vector<std::string> touchedFiles(const Subject& subject, const Tree& tree) 
   return names;
 }
 
-bool hindersRemoval(const Fault& fault, const Run& run) {
+// Whether the fault keeps the program from removing that file, or is a reason to keep it.
+bool excuses(const Fault& fault, const Run& run, const std::string& file) {
+  if (!mayStay(file)) return false;
   if (fault.kind == Fault::Kind::kKill) return true;
   if (fault.at >= run.calls.size()) return false;
-  const CallRow* row = FindCall(run.calls[fault.at].number);
+  const SeenCall& call = run.calls[fault.at];
+  const CallRow* row = FindCall(call.number);
+  if (row == nullptr) return false;
   // Without memory or descriptors even the way to the file cannot be found.
   const bool noMeans = fault.error == ENOMEM || fault.error == EMFILE;
   const bool goesOn = fault.kind == Fault::Kind::kOn;
-  return row != nullptr && ((row->traits & kRemoves) != 0 || goesOn || noMeans);
+  const bool looksAtIt = !call.path.empty() && file.find(titleOf(call.path)) != std::string::npos;
+  const bool keepsOld = (row->traits & kSyncs) != 0 && file.ends_with("._KG");
+  const bool looksAtOpened = (row->traits & kNamesEntry) != 0 && call.path.empty();
+  return noMeans || goesOn || looksAtIt || looksAtOpened || keepsOld ||
+         (row->traits & (kRemoves | kLists)) != 0;
 }
 
 bool names(const Subject& subject, const std::string& message) {
@@ -114,7 +124,7 @@ bool names(const Subject& subject, const std::string& message) {
 // "wrote pump.VKG" of a file that is not new.
 std::string falseClaim(const Subject& subject, const std::string& out, const Tree& tree) {
   for (const std::string& file : subject.files) {
-    const std::string title = file.substr(file.rfind('/') + 1);
+    const std::string title = titleOf(file);
     if (out.find("wrote " + title + "\n") == std::string::npos) continue;
     const bool isNew = std::any_of(subject.after.begin(), subject.after.end(),
                                    [&](const Tree& after) { return same(tree, after, file); });
@@ -174,9 +184,8 @@ std::vector<Finding> Judge(const Subject& subject, const Fault& fault, const Out
   for (const std::string& name : touchedFiles(subject, left)) {
     findings.push_back({kLoss, name + " is not as it was"});
   }
-  const bool excused = hindersRemoval(fault, met.run);
   for (const std::string& name : extraFiles(subject, left)) {
-    if (!excused || !mayStay(name)) findings.push_back({kLeftover, name + " is left"});
+    if (!excuses(fault, met.run, name)) findings.push_back({kLeftover, name + " is left"});
   }
   if (fault.kind == Fault::Kind::kKill) return findings;
   if (met.run.strays) findings.push_back({kLeftover, "a process is left"});

@@ -93,11 +93,12 @@ std::vector<Fault> pointsOf(const std::vector<SeenCall>& calls) {
   for (std::size_t at = 0; at < calls.size(); ++at) {
     points.push_back({Fault::Kind::kKill, at, 0});
     const CallRow* row = FindCall(calls[at].number);
-    if (row == nullptr) continue;
+    if (row == nullptr || !CanFail(calls[at].number, calls[at].command)) continue;
     for (const int error : row->errors) {
       points.push_back({Fault::Kind::kOnce, at, error});
-      // A call that is always interrupted may be tried for ever.
-      if (error != EINTR) points.push_back({Fault::Kind::kOn, at, error});
+      // A call that is always interrupted may be tried for ever; children that can never be waited
+      // for are no failure that a machine has.
+      if (error != EINTR && error != ECHILD) points.push_back({Fault::Kind::kOn, at, error});
     }
     if (calls[at].takesSpace) points.push_back({Fault::Kind::kFull, at, 0});
     if ((row->traits & kWrites) != 0) points.push_back({Fault::Kind::kShort, at, 0});
@@ -206,7 +207,7 @@ void write(std::ostream& to, const Tally& tally) {
 
 void addFrom(std::istream& from, Tally& tally) {
   Tally part;
-  if (!(from >> part.points >> part.missed)) throw std::runtime_error("a part of the sweep died");
+  from >> part.points >> part.missed;
   for (std::size_t& count : part.wrong) from >> count;
   tally.points += part.points;
   tally.missed += part.missed;
@@ -214,6 +215,32 @@ void addFrom(std::istream& from, Tally& tally) {
   std::string line;
   std::getline(from, line);
   while (std::getline(from, line)) tally.lines.push_back(line);
+}
+
+// Every so many-th point, as a process that ends here.
+[[noreturn]] void sweepShare(const Options& options, const Subject& subject, const Outcome& normal,
+                             const std::vector<Fault>& points, unsigned worker) {
+  try {
+    AdoptOrphans();
+    const std::string own = options.folder + "/worker" + std::to_string(worker);
+    Tally part;
+    for (std::size_t at = worker; at < points.size(); at += options.jobs) {
+      const PointResult result = runPoint(own, options.programs, subject, normal, points[at]);
+      add(part, points[at], normal.run.calls[points[at].at], result);
+    }
+    std::ofstream report(own + ".report");
+    write(report, part);
+    report.close();
+    ::_exit(report ? 0 : 1);
+  } catch (const std::exception& error) {
+    std::cerr << error.what() << "\n";
+    ::_exit(1);
+  }
+}
+
+std::string endOf(int status) {
+  return WIFEXITED(status) ? "code " + std::to_string(WEXITSTATUS(status))
+                           : "signal " + std::to_string(WTERMSIG(status));
 }
 
 // Shares the points out to processes; each works in a folder of its own.
@@ -237,20 +264,13 @@ Tally sweep(const Options& options, const Subject& subject, const Normal& normal
       workers.push_back(child);
       continue;
     }
-    AdoptOrphans();
-    const std::string own = options.folder + "/worker" + std::to_string(worker);
-    Tally part;
-    for (std::size_t at = worker; at < points.size(); at += options.jobs) {
-      const PointResult result =
-          runPoint(own, options.programs, subject, normal.outcome, points[at]);
-      add(part, points[at], normal.outcome.run.calls[points[at].at], result);
-    }
-    std::ofstream report(own + ".report");
-    write(report, part);
-    report.close();
-    ::_exit(0);
+    sweepShare(options, subject, normal.outcome, points, worker);
   }
-  for (const pid_t worker : workers) ::waitpid(worker, nullptr, 0);
+  for (const pid_t worker : workers) {
+    int status = 0;
+    ::waitpid(worker, &status, 0);
+    if (status != 0) throw std::runtime_error("a part of the sweep ended with " + endOf(status));
+  }
   for (unsigned worker = 0; worker < options.jobs; ++worker) {
     std::ifstream report(options.folder + "/worker" + std::to_string(worker) + ".report");
     addFrom(report, tally);

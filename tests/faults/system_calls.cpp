@@ -1,5 +1,6 @@
 #include "system_calls.h"
 
+#include <fcntl.h>
 #include <sys/syscall.h>
 
 #include <algorithm>
@@ -42,8 +43,8 @@ constexpr std::array kCalls = std::to_array<CallRow>({
     {SYS_copy_file_range, "copy_file_range", kTakesSpace, kWriteErrors},
     {SYS_fallocate, "fallocate", kTakesSpace, kWriteErrors},
     {SYS_ftruncate, "ftruncate", kTakesSpace, kWriteErrors},
-    {SYS_fsync, "fsync", kTakesSpace, kSyncErrors},
-    {SYS_fdatasync, "fdatasync", kTakesSpace, kSyncErrors},
+    {SYS_fsync, "fsync", kTakesSpace | kSyncs, kSyncErrors},
+    {SYS_fdatasync, "fdatasync", kTakesSpace | kSyncs, kSyncErrors},
     {SYS_close, "close", kRunsFirst, kCloseErrors},
     {SYS_rename, "rename", kTakesSpace | kRemoves | kNamesFile, kNameErrors},
     {SYS_renameat, "renameat", kTakesSpace | kRemoves | kNamesEntry, kNameErrors},
@@ -59,7 +60,7 @@ constexpr std::array kCalls = std::to_array<CallRow>({
     {SYS_rmdir, "rmdir", kRemoves | kNamesFile, kRemoveErrors},
     {SYS_stat, "stat", kNamesFile, kLookErrors},
     {SYS_lstat, "lstat", kNamesFile, kLookErrors},
-    {SYS_fstat, "fstat", kNone, kLookErrors},
+    {SYS_fstat, "fstat", kLists, kLookErrors},
     {SYS_newfstatat, "newfstatat", kNamesEntry, kLookErrors},
     {SYS_statx, "statx", kNamesEntry, kLookErrors},
     {SYS_access, "access", kNamesFile, kLookErrors},
@@ -78,7 +79,7 @@ constexpr std::array kCalls = std::to_array<CallRow>({
     {SYS_flock, "flock", kNone, kLockErrors},
     {SYS_fcntl, "fcntl", kNone, kLockErrors},
     {SYS_lseek, "lseek", kNone, kSeekErrors},
-    {SYS_getdents64, "getdents64", kNone, kFolderErrors},
+    {SYS_getdents64, "getdents64", kLists, kFolderErrors},
     {SYS_getcwd, "getcwd", kNone, kLookErrors},
     {SYS_chdir, "chdir", kNamesFile, kLookErrors},
     {SYS_fchdir, "fchdir", kNone, kLookErrors},
@@ -121,6 +122,11 @@ constexpr std::array kErrors = std::to_array<ErrorRow>({
 });
 
 }  // namespace
+
+bool CanFail(long number, long command) {
+  return number != SYS_fcntl || command == F_SETLK || command == F_SETLKW ||
+         command == F_OFD_SETLK || command == F_OFD_SETLKW;
+}
 
 const CallRow* FindCall(long number) {
   const auto found = std::find_if(kCalls.begin(), kCalls.end(),

@@ -19,6 +19,8 @@ enum Trait : unsigned {
   kOpens = 64,       // takes space only when it may create
   kStarts = 128,     // returns the number of a new process
   kMemory = 256,     // a message need not name a file
+  kLists = 512,      // looks at an open folder or what is in it
+  kSyncs = 1024,     // the old file is kept when the new one may not be on the disk yet
 };
 
 struct CallRow {
@@ -28,6 +30,8 @@ struct CallRow {
   std::span<const int> errors;  // empty: never made to fail
 };
 
+// Whether the call can fail: fcntl does for locks alone, everything else it is asked needs nothing.
+bool CanFail(long number, long command);
 // The row of a call; nullptr for one that is only killed at.
 const CallRow* FindCall(long number);
 // The name of a call for a message, its number if it has no row.

@@ -51,6 +51,8 @@ pid_t start(const Command& command, bool traced) {
   const std::vector<char*> envp = pointers(environment);
   const pid_t child = ::fork();
   if (child != 0) return child;
+
+  ::setpgid(0, 0);
   ::dup2(::open("/dev/null", O_RDONLY), STDIN_FILENO);
   ::dup2(::open(command.out.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_APPEND, 0600), STDOUT_FILENO);
   ::dup2(::open(command.err.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_APPEND, 0600), STDERR_FILENO);
@@ -123,7 +125,7 @@ bool endStrays() {
     if (Clock::now() >= until) {
       const std::string self = std::to_string(::getpid());
       std::ifstream children("/proc/self/task/" + self + "/children");
-      for (pid_t child = 0; children >> child;) ::kill(child, SIGKILL);
+      for (pid_t child = 0; children >> child && child > 0;) ::kill(child, SIGKILL);
       killed = true;
     }
     std::this_thread::sleep_for(kBetweenLooks);
@@ -258,7 +260,8 @@ class Tracer {
   // The error that call `at` fails with; 0 for none.
   [[nodiscard]] int errorAt(std::size_t at) const {
     const SeenCall& call = run_.calls[at];
-    if (at < fault_.at) return 0;
+    // The calls of this run can be others than those of the first.
+    if (at < fault_.at || FindCall(call.number) == nullptr) return 0;
     switch (fault_.kind) {
       case Fault::Kind::kOnce:
         return at == fault_.at ? fault_.error : 0;

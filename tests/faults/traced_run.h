@@ -25,6 +25,7 @@ struct Fault {
 struct SeenCall {
   long number = 0;
   long descriptor = -1;  // argument 0, unless the call names a file there
+  long command = 0;      // argument 1
   bool takesSpace = false;
   std::string path;  // as the call names it; empty for none
 };
