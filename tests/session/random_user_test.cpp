@@ -1,0 +1,304 @@
+// Whatever a user does on any screen: the project keeps the rules of the screens, is read back as
+// it was saved, and its program can be made.
+//
+// OSTRAND_RANDOM_SEED repeats a failed round first, OSTRAND_RANDOM_ACTIONS sets how long it goes
+// on.
+#include "support/random_user.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <memory>
+
+#include "documents/summary.h"
+#include "generator/savedld.h"
+#include "model/defaults.h"
+#include "projectfile/genfile.h"
+#include "session/ostrand.h"
+#include "session/setup_screens.h"
+#include "setup/bridge_rules.h"
+#include "support/fixed_clock.h"
+#include "support/memory_filesystem.h"
+#include "support/project_invariants.h"
+#include "support/project_random.h"
+#include "support/temp_folder.h"
+#include "support/test_surroundings.h"
+#include "text/number.h"
+#include "verify/verify_before_save.h"
+
+namespace ostrand {
+namespace {
+
+using testing::RandomUser;
+
+#if defined(__SANITIZE_ADDRESS__)
+constexpr int kActions = 10'000;
+#else
+constexpr int kActions = 100'000;
+#endif
+constexpr int kVisits = 12;  // of screens in a round
+
+int numberOf(const char* variable, int otherwise) {
+  const char* text = std::getenv(variable);
+  return text == nullptr ? otherwise : std::atoi(text);
+}
+
+std::string saved(ProjectStore& store) {
+  return ORVUS_GENFILE::ProjectFileText(store, {2003, 3, 10, 14, 5, 0});
+}
+
+std::unique_ptr<ProjectStore> readBack(std::string_view text) {
+  auto store = NewStore();
+  ORVUS_COMMON::SetLoggerConstants(*store);
+  ORVUS_COMMON::SetAllDefaults(*store);
+  ORVUS_GENFILE::ReadProjectText(*store, text);
+  return store;
+}
+
+// The lines of the second text that are not in the first, and the other way round.
+std::string difference(const std::string& before, const std::string& after) {
+  std::string text;
+  const auto add = [&](const std::string& from, const std::string& other, std::string_view mark) {
+    for (std::size_t at = 0; at < from.size();) {
+      const std::size_t end = std::min(from.find("\r\n", at), from.size());
+      const std::string line = from.substr(at, end - at);
+      if (other.find(line + "\r\n") == std::string::npos)
+        text.append(mark).append(line).append("\n");
+      at = end + 2;
+    }
+  };
+  add(before, after, "- ");
+  add(after, before, "+ ");
+  return text.empty() && before != after ? "the order of lines" : text;
+}
+
+// Without what Done of these screens works out anew each time.
+std::string withoutRenewed(const std::string& text) {
+  std::string kept;
+  for (std::size_t at = 0; at < text.size();) {
+    const std::size_t end = std::min(text.find('\n', at), text.size() - 1) + 1;
+    const std::string line = text.substr(at, end - at);
+    const bool renewed = line.starts_with("ScanBuffer=") || line.starts_with("PowerOffMins=") ||
+                         line.starts_with("PowerOnMins=");
+    if (!renewed) kept += line;
+    at = end;
+  }
+  return kept;
+}
+
+// What a screen that is cancelled puts back: not what was done before on screens of their own, the
+// calculators and the outputs of reference temperatures, nor whether there is one to be measured.
+std::string withoutOwnScreens(const ProjectStore& project) {
+  const auto store = std::make_unique<ProjectStore>(project);
+  store->SpeedCalc = {};
+  store->MultOffCalc = store->PotCalc = {};
+  store->MVPerVoltCalc = {};
+  store->RsCalc = {};
+  store->RpmCalc = {};
+  store->MoreSpeedCalc = {};
+  store->FlowCalc = {};
+  store->Config.TcConfigOpts = {};
+  store->TcRef = {};
+  store->TK40MRef = {};
+  return saved(*store);
+}
+
+// The project in the form that its screens give it when they are opened: the code of a new bridge
+// goes with no range, a resistance bridge has one multiplier, and no conditions are grouped as "1".
+// Under automatic selection any list of blocks gives all of them their starts.
+std::string settled(const ProjectStore& project) {
+  const auto store = std::make_unique<ProjectStore>(project);
+  for (BridgeBlockData& block : store->BridgeBlock.Blocks) {
+    if (block.Reps == 0) block.RangeNo = 0;
+    if (block.Style != kResistanceBridge) continue;
+    block.DefaultMult = 0;
+    block.DefaultOffset = 0;
+  }
+  if (store->Config.AutoChan != kFalse) {
+    for (TempBlockData& block : store->TempBlock.Blocks) block.StartChan = 1;
+    for (VoltBlockData& block : store->VoltBlock.Blocks) block.StartChan = 1;
+    for (BridgeBlockData& block : store->BridgeBlock.Blocks) block.StartChan = 1;
+  }
+  for (OutputTable& table : store->Tables.Table) {
+    if (table.WriteIf <= 0) table.GroupWriteIf = "1";
+  }
+  return saved(*store);
+}
+
+// What the checks find, one line each. The file holds nothing of a table that is not in use, and no
+// outputs of ports that are written, and no conditions of ports that are read.
+std::string findingsOf(const ProjectStore& project, platform::Forms& forms) {
+  const auto copy = std::make_unique<ProjectStore>(project);
+  ProjectStore& store = *copy;
+  for (OutputTable& table : store.Tables.Table) {
+    if (table.TableOn == kFalse) table = {};
+  }
+  for (PortSlot& slot : store.Ports.Slot) {
+    if (slot.ReadMode == kFalse) slot.Output = {};
+    for (Port& port : slot.Ports) {
+      if (slot.ReadMode != kFalse) port.State = {};
+    }
+  }
+  const CalcVarRefs none;
+  std::string text;
+  for (const Finding& finding : CheckAll({store, forms, -1, none})) {
+    text.append(finding.title).append(" ").append(finding.key).append("\r\n");
+  }
+  return text;
+}
+
+constexpr std::string_view kExamples[] = {"building-climate", "engine-test-cell",
+                                          "thermal-survey",   "vehicle-test",
+                                          "weather-mast",     "bridge-monitoring"};
+
+// One user, one project, some visits.
+class Round {
+ public:
+  explicit Round(std::uint32_t seed) : user_(seed) {
+    ConnectSetupScreens(session_, user_);
+    takeProject(seed);
+    bool cancelled = false;
+    session_.OpenFile("/any.VKG", cancelled);
+    // What a file holds besides, the screens of blocks bring into their own form; the others don't.
+    user_.mood = RandomUser::Mood::kLooks;
+    for (int button = 0; button <= kExciteButton; ++button) {
+      // A file can hold another level than the default that it asks for.
+      if (store_->Config.DefaultBattVolt != kFalse) store_->Config.BattTripVolts = 11.5F;
+      const std::string before = withoutRenewed(saved(*store_));
+      session_.Click(button);
+      const bool leavesAll =
+          button == kConfigurationButton || button == kExecutionButton || button >= kPortsButton;
+      if (leavesAll && user_.boxes == 0) {
+        firstLook_ += difference(before, withoutRenewed(saved(*store_)));
+      }
+      user_.boxes = 0;
+    }
+    inStep_ = stepsMissed().empty();
+  }
+
+  // What is wrong; empty for nothing.
+  std::string Play() {
+    if (!firstLook_.empty()) return "first look:\n" + firstLook_;
+    for (int visit = 0; visit < kVisits; ++visit) {
+      if (const std::string wrong = playVisit(); !wrong.empty()) return wrong + "\n" + told();
+    }
+    return {};
+  }
+
+  [[nodiscard]] RandomUser& User() { return user_; }
+
+ private:
+  void takeProject(std::uint32_t seed) {
+    const auto project = NewStore();
+    ORVUS_COMMON::SetLoggerConstants(*project);
+    ORVUS_COMMON::SetAllDefaults(*project);
+    switch (seed % 3) {
+      case 0:
+        project->Config.AutoChan = seed % 2 == 0 ? kTrue : kFalse;
+        project->Config.TK40MQty = static_cast<i16>(seed % 5);
+        project->Config.CanBusQty = 1;
+        break;
+      case 1: {
+        const std::string_view name = kExamples[seed % std::size(kExamples)];
+        files_.files["/any.VKG"] =
+            testing::ReadDisk(std::string(OSTRAND_SOURCE_DIR "/examples/").append(name) + ".VKG");
+        return;
+      }
+      default:
+        testing::MakeRandomProject(*project, seed);
+    }
+    files_.files["/any.VKG"] = saved(*project);
+  }
+
+  // The lines of the last visit.
+  std::string told() const {
+    std::string text;
+    for (const std::string& line : user_.log) text += line + "\n";
+    return text;
+  }
+
+  // What does not hold of the blocks whatever the channel selection is.
+  std::string stepsMissed() {
+    return testing::SensorsOutOfStep(session_.Store()) +
+           testing::CountsOutOfLimits(session_.Store());
+  }
+
+  // What a visit of the screen behind the button has to leave in order.
+  std::string outOfOrder(int button, bool hadRoom) {
+    ProjectStore& store = session_.Store();
+    std::string text;
+    if (inStep_) text += stepsMissed();
+    if (hadRoom && button != kConfigurationButton) text += testing::RoomOverdrawn(store);
+    const bool places =
+        button == kThermocoupleButton || button == kVoltageButton || button == kBridgeButton;
+    if (places && inStep_ && user_.ended == ModalResult::kDone) text += testing::WrongStarts(store);
+    return text;
+  }
+
+  std::string playVisit() {
+    const int button = user_.Below(kExciteButton + 1);
+    if (!session_.MainButtons().Enabled(button)) return {};
+    const std::string before = withoutOwnScreens(session_.Store());
+    const bool hadRoom = testing::RoomOverdrawn(session_.Store()).empty();
+    user_.log.clear();
+    user_.mood = RandomUser::Mood::kEdits;
+    session_.Click(button);
+    if (!user_.stuck.empty()) return user_.stuck + " can't be left";
+    if (!user_.trouble.empty()) return user_.trouble;
+    const std::string after = saved(session_.Store());
+    if (user_.ended == ModalResult::kCancel && withoutOwnScreens(session_.Store()) != before) {
+      return "cancelled:\n" + difference(before, withoutOwnScreens(session_.Store()));
+    }
+    if (const std::string wrong = outOfOrder(button, hadRoom); !wrong.empty()) return wrong;
+    const auto again = readBack(after);
+    if (saved(*again) != after) return "read back:\n" + difference(after, saved(*again));
+    again->EstMeasTime = session_.Store().EstMeasTime;
+    const std::string found = findingsOf(session_.Store(), user_);
+    if (findingsOf(*again, user_) != found) {
+      return "checks after reading back:\n" + difference(found, findingsOf(*again, user_));
+    }
+
+    user_.mood = RandomUser::Mood::kLooks;
+    const std::string kept = settled(session_.Store());
+    const int boxes = user_.boxes;
+    session_.Click(button);
+    const std::string looked = settled(session_.Store());
+    if (user_.boxes == boxes && looked != kept) {
+      return "opened and Done:\n" + difference(kept, looked);
+    }
+    session_.SavePipeline();
+    return user_.trouble;
+  }
+
+  RandomUser user_;
+  std::string firstLook_;  // what a look at the logger's screens has changed
+  bool inStep_ = false;    // the project began as its screens would have made it
+  testing::MemoryFileSystem files_;
+  testing::FixedClock clock_;
+  testing::TestSurroundings around_{files_, clock_, user_, "/work"};
+  std::unique_ptr<ProjectStore> store_ = NewStore();
+  OstrandEvents nobodyListens_;
+  Ostrand session_{*store_, around_.all, nobodyListens_};
+};
+
+TEST(RandomUser, KeepsEveryProjectInOrder) {
+  const auto first = static_cast<std::uint32_t>(numberOf("OSTRAND_RANDOM_SEED", 1));
+  const int wanted = numberOf("OSTRAND_RANDOM_ACTIONS", kActions);
+  std::set<std::string> screens;
+  std::set<std::string> titles;
+  int actions = 0;
+  std::uint32_t seed = first;
+  for (; actions < wanted; ++seed) {
+    Round round(seed);
+    const std::string wrong = round.Play();
+    if (!wrong.empty()) FAIL() << "OSTRAND_RANDOM_SEED=" << seed << " repeats it\n" << wrong;
+    actions += round.User().actions;
+    screens.merge(round.User().screens);
+    titles.merge(round.User().titles);
+  }
+  std::printf("seeds %u to %u: %d actions on %zu screens\n", first, seed - 1, actions,
+              screens.size());
+}
+
+}  // namespace
+}  // namespace ostrand

@@ -1,0 +1,198 @@
+#include "support/random_user.h"
+
+#include <array>
+
+#include "setup/controls/choice.h"
+#include "setup/controls/list_field.h"
+#include "text/number.h"
+
+namespace ostrand::testing {
+namespace {
+
+using platform::Answer;
+
+constexpr int kMaxActions = 60;  // on one screen
+constexpr int kMaxWaysOut = 200;
+constexpr int kMaxBlock = 9;  // also numbers that no block has
+
+std::string quoted(std::string_view text) {
+  std::string result = "\"";
+  for (const char letter : text) result.append(letter == '"' ? 2 : 1, letter);
+  return result + "\"";
+}
+
+constexpr std::array kNumbers = std::to_array<std::string_view>(
+    {"0",      "1",  "2",  "3",   "4",   "5",   "7",   "8",   "12",   "19",   "20",
+     "21",     "25", "40", "99",  "100", "250", "300", "800", "1000", "5000", "16001",
+     "100000", "-1", "-5", "0.5", "2.5", "1e9", "-",   "e",   ".5e",  "9 x",  ""});
+constexpr std::array kWords = std::to_array<std::string_view>(
+    {"Counts", "Hz", "mBar", "Deg_C", "Flag(1)", "True", "False", "&HFF", "&B101", "Tank", "Tank_2",
+     "Flow", "x.", "VBlk1(1)", "VBlk1(1) + 2", "a[1]", "A_name_that_is_much_too_long_for_any_field",
+     ""});
+
+template <class Words>
+std::string_view anyOf(RandomUser& user, const Words& words) {
+  return words[static_cast<std::size_t>(user.Below(words.size()))];
+}
+
+}  // namespace
+
+void RandomUser::note(std::string line) {
+  log.push_back(std::string(2 * static_cast<std::size_t>(depth_), ' ') + std::move(line));
+}
+
+void RandomUser::ShowModal(Screen& screen) {
+  screens.insert(screen.Name());
+  note("# " + screen.Name());
+  ++depth_;
+  mood == Mood::kEdits ? edit(screen) : look(screen);
+  --depth_;
+  if (depth_ == 0) ended = screen.Result();
+}
+
+void RandomUser::edit(Screen& screen) {
+  for (int n = Below(kMaxActions); n > 0 && screen.Result() == ModalResult::kNone; --n) act(screen);
+  leave(screen);
+}
+
+void RandomUser::look(Screen& screen) {
+  openAll(screen);
+  // Screens of tables show one of six.
+  auto* tables = dynamic_cast<Choice*>(screen.Find("Table"));
+  for (std::size_t t = 0; tables != nullptr && t < tables->Items.size(); ++t) {
+    if (tables->Usable() && tables->Pick(std::string(tables->Items[t].Text))) openAll(screen);
+  }
+  if (screen.Name().starts_with("frmCalc") || screen.Name() == "frmSolveList") {
+    // frmCalculated is the list of fields, and no calculator.
+    if (screen.Name() != "frmCalculated") return screen.Cancel();
+  }
+  screen.Done();
+  if (screen.Result() == ModalResult::kNone) leave(screen);
+}
+
+// Those of blocks for each block; others with what they say of their argument.
+void RandomUser::openAll(Screen& screen) {
+  for (const Screen::Opener& opener : screen.Openers()) {
+    for (int block = 1; block <= (opener.argument == "block" ? kMaxBlock : 1); ++block) {
+      opener.open(NumberText(block));
+    }
+  }
+}
+
+void RandomUser::leave(Screen& screen) {
+  for (int n = 0; screen.Result() == ModalResult::kNone; ++n) {
+    moveFocus(screen, nullptr);
+    const bool cancels = Below(4) == 0;
+    note(cancels ? "cancel" : "done");
+    cancels ? screen.Cancel() : screen.Done();
+    if (n < kMaxWaysOut) continue;
+    stuck = screen.Name();
+    screen.End(ModalResult::kCancel);
+  }
+}
+
+// A field that can't be left is as it was before.
+void RandomUser::moveFocus(Screen& screen, Control* next) {
+  if (!screen.MoveFocus(next)) dynamic_cast<TextField&>(*screen.Focused()).Escape();
+}
+
+void RandomUser::act(Screen& screen) {
+  ++actions;
+  if (Below(4) == 0) return openAny(screen);
+  if (screen.Controls().empty()) return;
+  Control& control = *screen.Controls()[static_cast<std::size_t>(Below(screen.Controls().size()))];
+  if (!control.Usable()) return;
+  moveFocus(screen, &control);
+  if (screen.Focused() == &control && control.Usable()) use(control);
+}
+
+void RandomUser::openAny(Screen& screen) {
+  const auto& openers = screen.Openers();
+  if (openers.empty()) return;
+  moveFocus(screen, nullptr);
+  const auto& opener = openers[static_cast<std::size_t>(Below(openers.size()))];
+  const std::string argument = NumberText(Below(kMaxBlock + 1));
+  note("open " + opener.name + " " + argument);
+  opener.open(argument);
+}
+
+void RandomUser::use(Control& control) {
+  if (auto* choice = dynamic_cast<Choice*>(&control)) {
+    if (choice->Items.empty()) return;
+    const std::string item =
+        choice->Items[static_cast<std::size_t>(Below(choice->Items.size()))].Text;
+    note("pick " + control.Name() + " " + quoted(item));
+    choice->Pick(item);
+  } else if (control.Kind() == ControlKind::kCheck) {
+    const bool on = Below(2) == 0;
+    note("check " + control.Name() + (on ? " on" : " off"));
+    control.Check(on);
+  } else if (control.Kind() == ControlKind::kButton) {
+    note("press " + control.Name());
+    control.Press();
+  } else if (control.Kind() == ControlKind::kLabel) {
+    return;
+  } else if (Below(3) == 0) {
+    const bool up = Below(3) != 0;
+    note("spin " + control.Name() + (up ? " up" : " down"));
+    control.Spin(up);
+  } else {
+    const std::string text = textFor(control);
+    note("type " + control.Name() + " " + quoted(text));
+    control.TypeText(text);
+    if (Below(8) == 0) {
+      note("escape");
+      dynamic_cast<TextField&>(control).Escape();
+    }
+  }
+}
+
+std::string RandomUser::textFor(const Control& control) {
+  // The project file does not keep that units are blank.
+  if (control.Name().find("Units") != std::string::npos) return Below(2) == 0 ? "Counts" : "mBar";
+  const auto* list = dynamic_cast<const ListField*>(&control);
+  if (list != nullptr && !list->Items.empty() && Below(2) == 0) {
+    return std::string(anyOf(*this, list->Items));
+  }
+  const bool number = control.Kind() == ControlKind::kNumber || Below(2) == 0;
+  return std::string(number ? anyOf(*this, kNumbers) : anyOf(*this, kWords));
+}
+
+Answer RandomUser::ShowBox(const platform::MessageBox& box) {
+  ++boxes;
+  titles.insert(box.title);
+  if (box.text.starts_with("Unexpected error")) trouble = box.text;
+  const auto answer = [&] {
+    // Whoever insists on improper values has a program that can't be made.
+    if (box.title == "CONTINUE WITH IMPROPER VALUES ?") return Answer::kNo;
+    constexpr std::array kAnswers = {Answer::kYes, Answer::kNo, Answer::kCancel};
+    switch (box.buttons) {
+      case platform::Buttons::kOk:
+        return Answer::kOk;
+      case platform::Buttons::kOkCancel:
+        return Below(2) == 0 ? Answer::kOk : Answer::kCancel;
+      case platform::Buttons::kYesNo:
+        return kAnswers[static_cast<std::size_t>(Below(2))];
+      default:
+        return kAnswers[static_cast<std::size_t>(Below(3))];
+    }
+  }();
+  constexpr std::array<std::string_view, 4> kNames = {"ok", "cancel", "yes", "no"};
+  const auto place = answer == Answer::kOk       ? 0
+                     : answer == Answer::kCancel ? 1
+                     : answer == Answer::kYes    ? 2
+                                                 : 3;
+  note("# box " + quoted(box.title) + " " + std::string(kNames[static_cast<std::size_t>(place)]));
+  return answer;
+}
+
+std::optional<std::string> RandomUser::AskOpen(const platform::FileDialog&) {
+  if (Below(2) == 0) return std::nullopt;
+  return Below(2) == 0 ? "/lists/any.11LST" : "/lists/any.29LST";
+}
+
+std::optional<std::string> RandomUser::AskSave(const platform::FileDialog& dialog) {
+  return AskOpen(dialog);
+}
+
+}  // namespace ostrand::testing
