@@ -150,12 +150,20 @@ TEST_F(Session, ANewProjectBeginsWithTheUsersIntervalAndTableSizes) {
   WriteDisk(project, kPump);
   EXPECT_FALSE(openCancelled(project));
   EXPECT_EQ(values(), "10 1 0 1000");
-  stored["DefaultScanInterval"] = "0";
-  stored["DefaultScanIntervalUnits"] = "4";
-  stored["DefaultTableAutoSize"] = "2";
-  stored["DefaultTableNumRecs"] = "-1";
-  EXPECT_TRUE(session.NewProject(folder / "pump"));
-  EXPECT_EQ(values(), "10 1 0 1000") << "what no project can have";
+  // What no project can have stands for the usual; an interval goes with its units.
+  const std::tuple<std::string, std::string, std::string> cases[] = {
+      {"DefaultScanInterval", "0", "10 1 -1 250"},
+      {"DefaultScanIntervalUnits", "4", "10 1 -1 250"},
+      {"DefaultScanIntervalUnits", "-1", "10 1 -1 250"},
+      {"DefaultTableAutoSize", "2", "2 2 0 250"},
+      {"DefaultTableNumRecs", "0", "2 2 -1 1000"},
+  };
+  for (const auto& [name, value, expected] : cases) {
+    const std::string before = std::exchange(stored[name], value);
+    EXPECT_TRUE(session.NewProject(folder / "pump"));
+    EXPECT_EQ(values(), expected) << name;
+    stored[name] = before;
+  }
 }
 
 TEST_F(Session, OpensAFileIntoAFreshStore) {
@@ -610,6 +618,7 @@ TEST_F(MainScreen, AMissingCompilerIsSearchedForIfTheUserLikes) {
   EXPECT_EQ(dialog(),
             "FIND VK7300 COMPILER; (VKPComp.EXE)|VKPComp.EXE|(All Files)|*.*; VKPComp.EXE; EXE; ; "
             "1800");
+  around.settings.sections["QUILLON\\QUILLON"]["VKCompPath"] = "/none";
   forms.ExpectOpen(OSTRAND_STAND_IN);
   EXPECT_TRUE(compile(Answer::kYes));
   reopen();
@@ -723,6 +732,7 @@ TEST_F(MainScreen, AnExceptionOfTheHostLeavesTheControlUsable) {
     session.Screens()[kFlagsButton] = [] {};
     if (name == "end") reopen();
     prepare();
+    ::setenv("STAND_IN", name == "compile" ? "slow" : "good", 1);  // which lets the host in
     EXPECT_THROW(act(), HostFailure);
     host.onNewFile = host.onDownload = host.onComplete = forms.meanwhile = [] {};
     EXPECT_FALSE(session.Working() || session.Busy());
