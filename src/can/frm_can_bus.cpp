@@ -365,8 +365,8 @@ void frmCanBus::deleteItem() {
                                       platform::Buttons::kYesNo);
   if (answer != platform::Answer::kYes) return;
   CanBus& bus = can();
-  std::move(bus.Item.begin() + current_, bus.Item.begin() + bus.CanCount,
-            bus.Item.begin() + current_ - 1);
+  const auto items = bus.Item.Leading(bus.CanCount);
+  std::copy(items.begin() + current_, items.end(), items.begin() + current_ - 1);
   ORVUS_COMMON::SetCanItemDefaults(*work_, bus.CanCount - 1);
   current_ = std::min<int>(current_, bus.CanCount);
   showList();

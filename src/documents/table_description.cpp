@@ -147,7 +147,7 @@ std::string valueName(const OutputSource& source, int t, int code, int i) {
     case OutputFamily::kCalcField:
       return code == kLevelCrossing ? CalcFieldLevelName(source.n, t) : source.name;
     default:
-      return source.aliases.empty() ? source.name : numbered(source.name);
+      return source.numbered ? numbered(source.name) : source.name;
   }
 }
 

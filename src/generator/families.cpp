@@ -41,7 +41,7 @@ BlockView viewOf(const FamilyTexts& texts, int n, Block& block, Flags& except) {
   view.texts = &texts;
   view.n = n;
   view.data = &block;
-  view.aliases = std::span(block.Alias.begin(), block.Alias.end());
+  view.aliases = block.Alias.Leading(block.Reps);
   view.except = &except;
   return view;
 }
@@ -58,7 +58,7 @@ void addGroup(std::vector<BlockView>& views, const FamilyTexts& texts, Group& gr
 
 const FamilyTexts& TextsOf(Family family) { return kFamilies[static_cast<std::size_t>(family)]; }
 
-RepAlias& BlockView::Alias(int r) const {
+const RepAlias& BlockView::Alias(int r) const {
   if (r < 1 || r > static_cast<int>(aliases.size())) throw SubscriptOutOfRange();
   return aliases[static_cast<std::size_t>(r - 1)];
 }
@@ -95,7 +95,9 @@ std::vector<BlockView> BlocksOf(ProjectStore& store, AllExceptFlags& flags, Fami
 }
 
 int ExceptCode(const RepAlias& alias) {
-  const double value = Val(alias.AliasExcept);
+  const std::string& text = alias.AliasExcept;
+  if (text.size() == 1 && text[0] >= '0' && text[0] <= '7') return text[0] - '0';  // as most are
+  const double value = Val(text);
   const bool known = value >= 0 && value <= 7 && value == static_cast<int>(value);
   return known ? static_cast<int>(value) : 0;
 }

@@ -54,13 +54,13 @@ struct BlockView {
   const FamilyTexts* texts = nullptr;
   int n = 0;  // number in the program, from 1
   MeasBlock* data = nullptr;
-  std::span<RepAlias> aliases;
+  std::span<const RepAlias> aliases;  // of the repetitions
   ExceptFlags* except = nullptr;
   BlockNames names;
 
   [[nodiscard]] Family Kind() const { return texts->family; }
   // Repetition `r` from 1; Fault 9 past the rows that the block has.
-  [[nodiscard]] RepAlias& Alias(int r) const;
+  [[nodiscard]] const RepAlias& Alias(int r) const;
 };
 
 inline bool HasReps(const BlockView& view) { return view.data->Reps > 0; }

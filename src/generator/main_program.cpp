@@ -159,8 +159,11 @@ void SAVEDLD::levelReads(const OutputSet& output, int t, std::string_view array)
 void SAVEDLD::calcFieldLevelReads() {
   if (store_.CalcFields.CalcFieldCount <= 0) return;
   for (int t = 1; t <= kTables; ++t) {
-    for (int c = 1; c <= kCalcFields; ++c) {  // all positions, whatever the count
-      levelReads(store_.CalcFields.Field[c].Output, t, Joined({"Calc", c, t}));
+    int c = 0;
+    for (const CalcFieldData& field : store_.CalcFields.Field.Made()) {  // whatever the count
+      ++c;
+      if (!IsSelected(field.Output, t, kLevelCrossing)) continue;
+      levelReads(field.Output, t, Joined({"Calc", c, t}));
     }
   }
 }

@@ -56,8 +56,8 @@ bool namesBlock(std::string_view word, Family family, int n) {
 template <class Group>
 int blockOfAlias(const Group& group, std::string_view word) {
   for (int b = 1; b <= std::min<int>(group.BlockCount, Group::kLast); ++b) {
-    const auto& aliases = group[b].Alias;
-    const auto reps = std::clamp<std::ptrdiff_t>(group[b].Reps, 0, aliases.end() - aliases.begin());
+    const auto aliases = group[b].Alias.Made();  // others have no name
+    const auto reps = std::clamp<std::ptrdiff_t>(group[b].Reps, 0, std::ssize(aliases));
     if (std::any_of(aliases.begin(), aliases.begin() + reps,
                     [&](const RepAlias& alias) { return alias.AliasName == word; })) {
       return b;

@@ -1,33 +1,21 @@
 #include "model/defaults.h"
 
-#include <memory>
-#include <new>
-
 namespace ostrand {
-
-std::unique_ptr<ProjectStore> NewStore() { return std::make_unique<ProjectStore>(); }
-
-ProjectStore& TheStore() {
-  static ProjectStore store;
-  return store;
-}
 
 namespace ORVUS_COMMON {
 namespace {
 
 constexpr std::string_view kNoTime = "---- --- -- --:--:--";
 
-// A record back to zeros and empty texts, in place: no copy of a large one on the stack. Every
-// member has its initializer, so the record is not zeroed as a whole first.
+// A record back to zeros and empty texts. It is assigned to, so that nothing in it moves.
 template <class Record>
 void clear(Record& record) {
-  std::destroy_at(&record);
-  ::new (static_cast<void*>(&record)) Record;
+  record = Record{};
 }
 
-template <class Block>
-void clearAliases(Block& block) {
-  for (RepAlias& alias : block.Alias) alias.AliasExcept = "0";
+const RepAlias& unusedAlias() {
+  static const RepAlias alias = {"", "", "", "", "0"};
+  return alias;
 }
 
 // What a block's kind gives to a block not yet used.
@@ -39,13 +27,14 @@ struct BlockDefaults {
 };
 
 template <class Block>
-void setMeasBlock(Block& block, const BlockDefaults& defaults) {
-  clear(block);
+Block unusedBlock(const BlockDefaults& defaults) {
+  Block block;
   block.DataResolution = defaults.resolution;
   block.Units = defaults.units;
   block.DefaultMult = defaults.mult;
   block.DefaultOffset = defaults.offset;
-  clearAliases(block);
+  block.Alias.Reset(unusedAlias());
+  return block;
 }
 
 struct AnalogDefaults {
@@ -64,7 +53,9 @@ constexpr AnalogDefaults kTK40M = {{"FP2", "Deg_F", 1.8F, 32}, "", "50 mV", 30, 
 constexpr BlockDefaults kPulse = {"IEEE4", "Hz", 1, 0};
 constexpr BlockDefaults kCanItem = {"IEEE4", "", 1, 0};
 
-void setAnalogBlock(AnalogBlock& block, const AnalogDefaults& defaults) {
+template <class Block>
+Block unusedAnalogBlock(const AnalogDefaults& defaults) {
+  auto block = unusedBlock<Block>(defaults.block);
   block.MeasType = defaults.measType;
   block.Range = defaults.range;
   block.RangeNo = defaults.rangeNo;
@@ -74,6 +65,52 @@ void setAnalogBlock(AnalogBlock& block, const AnalogDefaults& defaults) {
   block.ReverseMes = kTrue;
   block.SettleTime = 200;
   block.StartChan = defaults.startChan;
+  return block;
+}
+
+BridgeBlockData unusedBridgeBlock() {
+  auto block = unusedAnalogBlock<BridgeBlockData>(kBridge);
+  block.Type = "BrFull";
+  block.ExciteReps = 1;
+  block.Excite = 5000;
+  block.GageFactor = 2;
+  block.GageCode = 1;
+  return block;
+}
+
+PulseBlockData unusedPulseBlock() {
+  auto block = unusedBlock<PulseBlockData>(kPulse);
+  block.Meas = "HiLev";
+  block.Opt = 1;
+  return block;
+}
+
+CanItemData unusedCanItem() {
+  auto item = unusedBlock<CanItemData>(kCanItem);
+  item.Reps = 1;
+  item.Enabled = 1;
+  item.StartBit = 1;
+  item.NumBits = 1;
+  item.DataId = "0";
+  item.TxDataId = "0";
+  item.TxDataFrame = "&H0000000000000000";
+  item.RxDataMatch = "&HXXXXXXXXXXXXXXXX";
+  item.RxDataMask = "0";
+  item.RxTimeout = 1000;
+  return item;
+}
+
+CalcFieldData unusedCalcField() {
+  CalcFieldData field;
+  field.DataResolution = "FP2";
+  field.CalcField[4] = "0";
+  return field;
+}
+
+TriggerCondition unusedCondition(i16 compare) {
+  TriggerCondition condition;
+  condition.StartCompare = compare;
+  return condition;
 }
 
 // Lowers the count of a group to `first`; true when no block is left.
@@ -81,14 +118,6 @@ template <class Group>
 bool lowerCount(Group& group, int first) {
   if (group.BlockCount > first) group.BlockCount = static_cast<i16>(first);
   return group.BlockCount == 0;
-}
-
-template <class Group>
-void releaseAnalog(Group& group, const AnalogDefaults& defaults, int first) {
-  for (int b = first + 1; b <= Group::kLast; ++b) {
-    setMeasBlock(group[b], defaults.block);
-    setAnalogBlock(group[b], defaults);
-  }
 }
 
 void setReference(ReferenceOutput& reference) {
@@ -100,7 +129,7 @@ void clearSelection(OutputSet& output, int table) { output.OutputSelect[table].F
 
 template <class Items>
 void clearSelections(Items& items, int table) {
-  for (auto& item : items) clearSelection(item.Output, table);
+  for (auto& item : items.Made()) clearSelection(item.Output, table);
 }
 
 void clearTableSelections(ProjectStore& store, int table) {
@@ -112,14 +141,17 @@ void clearTableSelections(ProjectStore& store, int table) {
   clearSelections(store.BridgeBlock.Blocks, table);
   clearSelections(store.TK40MBlock.Blocks, table);
   for (PulseBlockGroup& group : store.PulseBlock) clearSelections(group.Blocks, table);
-  clearSelections(store.Ports.Slot, table);
+  for (PortSlot& slot : store.Ports.Slot) clearSelection(slot.Output, table);
   clearSelections(store.Can.Item, table);
   clearSelections(store.CalcFields.Field, table);
 }
 
 }  // namespace
 
-void ClearStore(ProjectStore& store) { clear(store); }
+void ClearStore(ProjectStore& store) {
+  const auto cleared = NewStore();
+  store = *cleared;
+}
 
 void SetLoggerConstants(ProjectStore& store) { store.Logger = {40, 4, 2, 2, 8}; }
 
@@ -165,20 +197,24 @@ void SetTableDefaults(ProjectStore& store, int table, bool clearSelections) {
   output.TableLocation = 1;
   output.PreTriggerScans = 10;
   output.AftTriggerScans = 10;
-  for (TriggerCondition& condition : output.Trigger[0]) condition.StartCompare = 1;
-  for (TriggerCondition& condition : output.Trigger[1]) condition.StartCompare = 2;
+  static const TriggerCondition unusedStart = unusedCondition(1);
+  static const TriggerCondition unusedStop = unusedCondition(2);
+  output.Trigger[0].Reset(unusedStart);
+  output.Trigger[1].Reset(unusedStop);
   if (clearSelections) clearTableSelections(store, table);
 }
 
 void SetTempDefaults(TempBlockGroup& group, int first) {
-  releaseAnalog(group, kTemp, first);
+  static const auto unused = unusedAnalogBlock<TempBlockData>(kTemp);
+  group.Blocks.Reset(unused, first + 1);
   if (lowerCount(group, first)) group.SEChannelCount = 0;
 }
 
 void SetTempDefaults(ProjectStore& store, int first) { SetTempDefaults(store.TempBlock, first); }
 
 void SetVoltDefaults(VoltBlockGroup& group, int first) {
-  releaseAnalog(group, kVolt, first);
+  static const auto unused = unusedAnalogBlock<VoltBlockData>(kVolt);
+  group.Blocks.Reset(unused, first + 1);
   if (lowerCount(group, first)) group.SEChannelCount = 0;
 }
 
@@ -186,31 +222,23 @@ void SetVoltDefaults(ProjectStore& store, int first) { SetVoltDefaults(store.Vol
 
 void SetBridgeDefaults(ProjectStore& store, int first) {
   BridgeBlockGroup& group = store.BridgeBlock;
-  releaseAnalog(group, kBridge, first);
-  for (int b = first + 1; b <= kBlocks; ++b) {
-    group[b].Type = "BrFull";
-    group[b].ExciteReps = 1;
-    group[b].Excite = 5000;
-    group[b].GageFactor = 2;
-    group[b].GageCode = 1;
-  }
+  static const BridgeBlockData unused = unusedBridgeBlock();
+  group.Blocks.Reset(unused, first + 1);
   if (lowerCount(group, first)) group.SEChannelCount = 0;
 }
 
 void SetTK40MDefaults(TK40MBlockGroup& group, int first) {
-  releaseAnalog(group, kTK40M, first);
+  static const auto unused = unusedAnalogBlock<TK40MBlockData>(kTK40M);
+  group.Blocks.Reset(unused, first + 1);
   lowerCount(group, first);
 }
 
 void SetTK40MDefaults(ProjectStore& store, int first) { SetTK40MDefaults(store.TK40MBlock, first); }
 
 void SetPulseDefaults(ProjectStore& store, int slot, int first) {
+  static const PulseBlockData unused = unusedPulseBlock();
   PulseBlockGroup& group = store.PulseBlock[slot];
-  for (int b = first + 1; b <= kPulseBlocks; ++b) {
-    setMeasBlock(group[b], kPulse);
-    group[b].Meas = "HiLev";
-    group[b].Opt = 1;
-  }
+  group.Blocks.Reset(unused, first + 1);
   lowerCount(group, first);
 }
 
@@ -256,30 +284,15 @@ void SetCanModuleDefaults(ProjectStore& store, int module) {
 }
 
 void SetCanItemDefaults(ProjectStore& store, int first) {
-  for (int i = first + 1; i <= kCanItems; ++i) {
-    CanItemData& item = store.Can.Item[i];
-    setMeasBlock(item, kCanItem);
-    item.Reps = 1;
-    item.Enabled = 1;
-    item.StartBit = 1;
-    item.NumBits = 1;
-    item.DataId = "0";
-    item.TxDataId = "0";
-    item.TxDataFrame = "&H0000000000000000";
-    item.RxDataMatch = "&HXXXXXXXXXXXXXXXX";
-    item.RxDataMask = "0";
-    item.RxTimeout = 1000;
-  }
+  static const CanItemData unused = unusedCanItem();
+  store.Can.Item.Reset(unused, first + 1);
   if (store.Can.CanCount > first) store.Can.CanCount = static_cast<i16>(first);
 }
 
 void SetCalcFieldDefaults(ProjectStore& store, int first) {
+  static const CalcFieldData unused = unusedCalcField();
   CalcFieldGroup& group = store.CalcFields;
-  for (int f = first + 1; f <= kCalcFields; ++f) {
-    clear(group.Field[f]);
-    group.Field[f].DataResolution = "FP2";
-    group.Field[f].CalcField[4] = "0";
-  }
+  group.Field.Reset(unused, first + 1);
   if (group.CalcFieldCount > first) group.CalcFieldCount = static_cast<i16>(first);
 }
 

@@ -101,8 +101,8 @@ class cOutputTable {
   void WriteIfExpression(int number, std::string_view text) { write_[number].Expression = text; }
 
  private:
-  Row<Row<TriggerCondition, 1, kConditions>, 0, 1> trigger_;
-  Row<WriteCondition, 1, kConditions> write_;
+  TriggerConditions trigger_;
+  WriteConditions write_;
 };
 
 namespace ORVUS_COMMON {

@@ -1,11 +1,13 @@
 // The one record that holds a project. Members carry the names of their project file keys;
-// rows are counted as those keys count.
+// rows are counted as those keys count. The large ones are late rows, so that a project costs the
+// memory and the time of what it uses.
 #pragma once
 
 #include <cstdint>
 #include <memory>
 #include <string>
 
+#include "text/late_row.h"
 #include "text/row.h"
 
 namespace ostrand {
@@ -74,7 +76,7 @@ struct HistoSet {
 // What is stored of one measured item, table by table.
 struct OutputSet {
   Row<Row<i16, 0, kOutputCodes - 1>, 1, kTables> OutputSelect;  // [table][OutputCode], key `Table`
-  Row<HistoSet, 1, kTables> Histo;                              // [table]
+  LateRow<HistoSet, 1, kTables> Histo;                          // [table]
 
   bool operator==(const OutputSet&) const = default;
 };
@@ -109,7 +111,7 @@ struct MeasBlock {
 // A block of up to `MaxReps` repetitions.
 template <int MaxReps>
 struct RepBlock : MeasBlock {
-  Row<RepAlias, 1, MaxReps> Alias;
+  LateRow<RepAlias, 1, MaxReps> Alias;
 
   bool operator==(const RepBlock&) const = default;
 };
@@ -172,7 +174,7 @@ template <class Data, int Last>
 struct BlockGroup {
   static constexpr int kLast = Last;
   i16 BlockCount = 0;
-  Row<Data, 1, Last> Blocks;
+  LateRow<Data, 1, Last> Blocks;
 
   Data& operator[](int block) { return Blocks[block]; }
   const Data& operator[](int block) const { return Blocks[block]; }
@@ -316,6 +318,9 @@ struct WriteCondition {
   friend bool operator==(const WriteCondition&, const WriteCondition&) = default;
 };
 
+using TriggerConditions = Row<LateRow<TriggerCondition, 1, kConditions>, 0, 1>;  // 0 start, 1 stop
+using WriteConditions = LateRow<WriteCondition, 1, kConditions>;
+
 struct OutputTable {
   flag TableOn = kFalse;
   std::string TableName;
@@ -339,10 +344,10 @@ struct OutputTable {
   std::string DataEventCode;
   std::string DataEventCodeStart;
   std::string DataEventCodeStop;
-  Row<Row<TriggerCondition, 1, kConditions>, 0, 1> Trigger;  // 0 start, 1 stop
-  i16 WriteIf = 0;                                           // number of write conditions
+  TriggerConditions Trigger;
+  i16 WriteIf = 0;  // number of write conditions
   flag DisableWriteIf = kFalse;
-  Row<WriteCondition, 1, kConditions> Write;
+  WriteConditions Write;
   std::string GroupWriteIf;
   float FieldBytes = 0;  // bytes of a record; not saved
   i32 NumFields = 0;     // fields of a record; not saved
@@ -457,7 +462,7 @@ struct CanBus {
   i16 CanCount = 0;
   i16 CanPickDataFormat = 0;
   i16 CanAutoSaveLists = 0;
-  Row<CanItemData, 1, kCanItems> Item;
+  LateRow<CanItemData, 1, kCanItems> Item;
 };
 
 struct CalcFieldData {
@@ -469,7 +474,7 @@ struct CalcFieldData {
 
 struct CalcFieldGroup {
   i16 CalcFieldCount = 0;
-  Row<CalcFieldData, 1, kCalcFields> Field;
+  LateRow<CalcFieldData, 1, kCalcFields> Field;
 };
 
 // Calculators keep what the user typed as text.
@@ -535,7 +540,21 @@ struct ProjectStore {
   [[nodiscard]] int TK40ChanTotal() const { return 25 * Config.TK40MQty; }
 };
 
-// A store of its own, cleared, on the heap: it is far too large for a stack.
+// In store.cpp, once for all.
+extern template class LateRow<HistoSet, 1, kTables>;
+extern template class LateRow<RepAlias, 1, kReps>;
+extern template class LateRow<RepAlias, 1, kCanValues>;
+extern template class LateRow<TriggerCondition, 1, kConditions>;
+extern template class LateRow<WriteCondition, 1, kConditions>;
+extern template class LateRow<TempBlockData, 1, kBlocks>;
+extern template class LateRow<VoltBlockData, 1, kBlocks>;
+extern template class LateRow<BridgeBlockData, 1, kBlocks>;
+extern template class LateRow<TK40MBlockData, 1, kBlocks>;
+extern template class LateRow<PulseBlockData, 1, kPulseBlocks>;
+extern template class LateRow<CanItemData, 1, kCanItems>;
+extern template class LateRow<CalcFieldData, 1, kCalcFields>;
+
+// A store of its own, cleared, on the heap: it is too large for a stack.
 std::unique_ptr<ProjectStore> NewStore();
 
 // The store of this process. Only the session and the hosts reach for it.

@@ -25,7 +25,8 @@ class Sources {
     source.n = n;
     source.name = std::move(name);
     source.reps = source.histoReps = source.levelReps = block.Reps;
-    source.aliases = std::span(block.Alias.begin(), block.Alias.end());
+    source.numbered = true;
+    source.aliases = block.Alias.Made();
     source.units = block.Units;
   }
 

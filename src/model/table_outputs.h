@@ -44,7 +44,8 @@ struct OutputSource {
   int reps = 1;
   int histoReps = 1;
   int levelReps = 1;
-  std::span<const RepAlias> aliases = {};  // of the repetitions, where they can have any
+  bool numbered = false;                   // its values are elements of an array in the program
+  std::span<const RepAlias> aliases = {};  // of the first repetitions; later ones have none
   std::string_view units = {};
 };
 

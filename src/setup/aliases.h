@@ -26,9 +26,8 @@ void MarkByHand(RepAlias& alias, int column, bool byHand);
 
 // The rows of the repetitions that a block has.
 template <int MaxReps>
-std::span<RepAlias> AliasesOf(Row<RepAlias, 1, MaxReps>& rows, int reps) {
-  const int count = reps < 0 ? 0 : (reps > MaxReps ? MaxReps : reps);
-  return {rows.begin(), static_cast<std::size_t>(count)};
+std::span<RepAlias> AliasesOf(LateRow<RepAlias, 1, MaxReps>& rows, int reps) {
+  return rows.Leading(reps);
 }
 
 // What a block gives to repetitions that have nothing of their own.

@@ -104,7 +104,7 @@ void AnalogList::Refresh() {
 
 bool AnalogList::ShowSetup(int block) {
   std::unique_ptr<cOrvusData> data = Data(block).Clone();
-  const auto aliases = std::make_unique<Row<RepAlias, 1, kReps>>(aliasRows(block));
+  const LateRow<RepAlias, 1, kReps> aliases = aliasRows(block);
   const auto output = std::make_unique<OutputSet>(Output(block));
   NamesBackup names(store());
   const std::size_t renamed = renamed_.size();
@@ -118,7 +118,7 @@ bool AnalogList::ShowSetup(int block) {
   } else {
     renamed_.resize(renamed);
     data_[block] = std::move(data);
-    aliasRows(block) = *aliases;
+    aliasRows(block) = aliases;
     Output(block) = *output;
     if (untouched) takeAsBaseline(block);
   }

@@ -82,7 +82,7 @@ class AnalogList : public Screen {
   virtual void objectFromRecord(int block) = 0;
   virtual void recordFromObject(int block) = 0;
   virtual void releaseRecords(int first) = 0;
-  [[nodiscard]] virtual Row<RepAlias, 1, kReps>& aliasRows(int block) = 0;
+  [[nodiscard]] virtual LateRow<RepAlias, 1, kReps>& aliasRows(int block) = 0;
   // The blocks as they are without an edit: all records as they are now, or that of one block.
   virtual void keepBaseline() = 0;
   virtual void keepBaseline(int block) = 0;
@@ -131,7 +131,7 @@ class AnalogGroupList : public AnalogList {
   void objectFromRecord(int block) override { ObjectFromBlock(Data(block), (*records_)[block]); }
   void recordFromObject(int block) override { BlockFromObject((*records_)[block], Data(block)); }
   void releaseRecords(int first) override { release_(*records_, first); }
-  Row<RepAlias, 1, kReps>& aliasRows(int block) override { return (*records_)[block].Alias; }
+  LateRow<RepAlias, 1, kReps>& aliasRows(int block) override { return (*records_)[block].Alias; }
   OutputSet& Output(int block) override { return (*records_)[block].Output; }
   void keepBaseline() override { baseline_ = std::make_unique<Group>(*records_); }
   void keepBaseline(int block) override { (*baseline_)[block] = (*records_)[block]; }

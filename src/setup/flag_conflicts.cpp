@@ -26,7 +26,7 @@ bool askToFree(platform::Forms& forms, const std::string& firstLine,
 
 template <class Group>
 void freeZeroBlocks(Group& group, int flagNumber) {
-  for (auto& block : group.Blocks) {
+  for (auto& block : group.Blocks.Made()) {
     if (block.ZeroFlag == flagNumber) block.ZeroFlag = 0;
   }
 }

@@ -1,6 +1,7 @@
 #include "setup/frm_tk40m_block.h"
 
 #include <algorithm>
+#include <iterator>
 
 #include "model/defaults.h"
 #include "setup/controls/edits.h"
@@ -35,7 +36,8 @@ frmTK40MBlock::frmTK40MBlock(const ScreenContext& context, SetupHooks hooks)
 frmTK40MBlock::~frmTK40MBlock() {
   const TK40MBlockGroup& group = project();
   const int count = std::min<int>(group.BlockCount, kBlocks);
-  setReference(std::any_of(group.Blocks.begin(), group.Blocks.begin() + std::max(count, 0),
+  setReference(std::any_of(group.Blocks.begin(),
+                           std::next(group.Blocks.begin(), std::max(count, 0)),
                            [](const TK40MBlockData& block) {
                              return block.TK40Volts != ORVUS_MEASURE_VOLT && block.Reps >= 1;
                            }));
