@@ -66,12 +66,25 @@ void PlainText::SelText(std::string_view text) {
 
 void RtfText::Text(std::string_view text) {
   look_ = {};
-  looks_.assign(text.size(), look_);
+  runs_.clear();
+  if (!text.empty()) runs_.push_back({text.size(), look_});
   PlainText::Text(text);
 }
 
 void RtfText::SelText(std::string_view text) {
-  looks_.insert(looks_.begin() + static_cast<std::ptrdiff_t>(SelStart()), text.size(), look_);
+  std::size_t before = SelStart();
+  auto run = runs_.begin();
+  for (; run != runs_.end() && run->length <= before; ++run) before -= run->length;
+  if (before > 0) {  // within a run: what is behind the insertion point becomes one of its own
+    const Run rest = {run->length - before, run->look};
+    run->length = before;
+    run = runs_.insert(run + 1, rest);
+  }
+  if (run != runs_.begin() && (run - 1)->look == look_) {
+    (run - 1)->length += text.size();
+  } else if (!text.empty()) {
+    runs_.insert(run, {text.size(), look_});
+  }
   PlainText::SelText(text);
 }
 
@@ -80,13 +93,16 @@ std::string RtfText::Rtf() const {
   ColourTable colours;
   std::string body;
   Look shown;
+  auto run = runs_.begin();
+  std::size_t runEnd = runs_.empty() ? 0 : run->length;
   for (std::size_t at = 0; at < text.size(); ++at) {
     if (text.compare(at, 2, "\r\n") == 0) {
       body += "\\par\r\n";
       ++at;
       continue;
     }
-    const Look& look = looks_[at];
+    while (at >= runEnd) runEnd += (++run)->length;
+    const Look& look = run->look;
     if (look.colour != shown.colour) {
       body += "\\cf" + NumberText(colours.EntryOf(look.colour)) + " ";
     }

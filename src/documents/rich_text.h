@@ -72,8 +72,14 @@ class RtfText : public PlainText {
     friend bool operator==(const Look&, const Look&) = default;
   };
 
+  // So many characters of one look.
+  struct Run {
+    std::size_t length;
+    Look look;
+  };
+
   Look look_;
-  std::vector<Look> looks_;  // of each character
+  std::vector<Run> runs_;  // of the whole text, in its order
 };
 
 }  // namespace ostrand

@@ -1,21 +1,23 @@
 #include "generator/program_lines.h"
 
+#include <algorithm>
+#include <cstring>
+#include <utility>
+
+#include "text/copy.h"
 #include "text/fault.h"
 #include "text/number.h"
 
 namespace ostrand {
 namespace {
 
-template <class Number>
-void appendNumber(std::string& text, Number number) {
-  const std::size_t size = text.size();
-  text.resize(size + kNumberTextRoom);
-  const int length = WriteNumber(text.data() + size, number);
-  text.resize(size + static_cast<std::size_t>(length));
-}
+constexpr std::string_view kLineEnd = "\r\n";
+constexpr std::size_t kFirstSize = 64 * 1024;  // a common program needs no more
 
-void append(std::string& text, Pieces pieces) {
-  for (const Piece& piece : pieces) piece.AppendTo(text);
+std::size_t roomOf(Pieces pieces) {
+  std::size_t room = 0;
+  for (const Piece& piece : pieces) room += piece.Room();
+  return room;
 }
 
 // Blanks between a statement of this length and its comment.
@@ -36,75 +38,104 @@ int padOf(int length, Pad pad) {
 
 }  // namespace
 
-void Piece::AppendTo(std::string& text) const {
+std::size_t Piece::Room() const {
+  if (kind_ == Kind::kText) return text_.size();
+  if (kind_ != Kind::kFill) return kNumberTextRoom;
+  return static_cast<std::size_t>(std::max(fill_.count, 0));
+}
+
+char* Piece::WriteTo(char* to) const {
   switch (kind_) {
     case Kind::kText:
-      text.append(text_);
-      break;
+      return CopyText(to, text_);
     case Kind::kFill:
       if (fill_.count < 0) throw InvalidProcedureCall();
-      text.append(static_cast<std::size_t>(fill_.count), fill_.character);
-      break;
+      std::memset(to, fill_.character, static_cast<std::size_t>(fill_.count));
+      return to + fill_.count;
     case Kind::kWhole:
-      appendNumber(text, whole_);
-      break;
+      return to + WriteNumber(to, whole_);
     case Kind::kSingle:
-      appendNumber(text, single_);
-      break;
+      return to + WriteNumber(to, single_);
     case Kind::kDouble:
-      appendNumber(text, double_);
-      break;
+      return to + WriteNumber(to, double_);
   }
+  return to;
 }
 
 std::string Joined(Pieces pieces) {
-  std::string text;
-  append(text, pieces);
+  std::string text(roomOf(pieces), '\0');
+  char* end = text.data();
+  for (const Piece& piece : pieces) end = piece.WriteTo(end);
+  text.resize(static_cast<std::size_t>(end - text.data()));
   return text;
 }
 
 void ProgramLines::Clear() {
-  bytes_.clear();
   ends_.clear();
+  used_ = 0;
 }
 
-// Where the next line begins; what a line that failed has left behind is dropped.
-std::size_t ProgramLines::beginLine() {
-  const std::size_t start = ends_.empty() ? 0 : ends_.back();
-  bytes_.resize(start);
-  return start;
+std::size_t ProgramLines::startOf(int position) const {
+  return position == 1 ? 0 : ends_[static_cast<std::size_t>(position) - 2];
+}
+
+// The next line begins, with so much room and that of its line end; what a line that failed has
+// left behind is dropped.
+void ProgramLines::beginLine(std::size_t room) {
+  room += kLineEnd.size();
+  used_ = startOf(LineCount() + 1);
+  if (size_ - used_ >= room) return;
+  const std::size_t larger = std::max(kFirstSize, 2 * size_ + room);
+  auto bytes = std::make_unique_for_overwrite<char[]>(larger);
+  CopyText(bytes.get(), {bytes_.get(), used_});
+  bytes_ = std::move(bytes);
+  size_ = larger;
+}
+
+void ProgramLines::append(const Piece& piece) {
+  used_ = static_cast<std::size_t>(piece.WriteTo(bytes_.get() + used_) - bytes_.get());
+}
+
+void ProgramLines::append(Pieces pieces) {
+  for (const Piece& piece : pieces) append(piece);
 }
 
 void ProgramLines::Add(Pieces line) {
-  beginLine();
-  append(bytes_, line);
+  beginLine(roomOf(line));
+  append(line);
   store();
 }
 
 void ProgramLines::Add(Pieces statement, Pieces comment, Pad pad) {
-  const std::size_t start = beginLine();
-  append(bytes_, statement);
-  const int blanks = padOf(static_cast<int>(bytes_.size() - start), pad);
-  if (blanks < 0) throw InvalidProcedureCall();
-  bytes_.append(static_cast<std::size_t>(blanks), ' ');
-  append(bytes_, comment);
+  beginLine(roomOf(statement) + kCommentColumn + roomOf(comment));
+  const std::size_t start = used_;
+  append(statement);
+  append(Fill{' ', padOf(static_cast<int>(used_ - start), pad)});
+  append(comment);
   store();
 }
 
 void ProgramLines::store() {
   if (LineCount() == kRoom) throw SubscriptOutOfRange();
-  ends_.push_back(static_cast<std::uint32_t>(bytes_.size()));
+  append(kLineEnd);
+  ends_.push_back(static_cast<std::uint32_t>(used_));
 }
 
 std::string_view ProgramLines::Unstored() const {
-  return std::string_view(bytes_).substr(ends_.empty() ? 0 : ends_.back());
+  const std::size_t start = startOf(LineCount() + 1);
+  return {bytes_.get() + start, used_ - start};
 }
 
 std::string_view ProgramLines::operator[](int position) const {
   if (position < 1 || position > LineCount()) throw SubscriptOutOfRange();
-  const auto at = static_cast<std::size_t>(position);
-  const std::size_t start = position == 1 ? 0 : ends_[at - 2];
-  return std::string_view(bytes_).substr(start, ends_[at - 1] - start);
+  std::string_view line = Between(position, position + 1);
+  line.remove_suffix(kLineEnd.size());
+  return line;
+}
+
+std::string_view ProgramLines::Between(int first, int last) const {
+  const std::size_t start = startOf(first);
+  return {bytes_.get() + start, startOf(last) - start};
 }
 
 }  // namespace ostrand

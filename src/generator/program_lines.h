@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <initializer_list>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -30,8 +31,10 @@ class Piece {
   Piece(float number) : kind_(Kind::kSingle), single_(number) {}
   Piece(double number) : kind_(Kind::kDouble), double_(number) {}
 
-  // Appends the piece to a text. A fill of a negative count raises Fault 5.
-  void AppendTo(std::string& text) const;
+  // Bytes that WriteTo may take.
+  [[nodiscard]] std::size_t Room() const;
+  // Writes the piece and returns where it ends. A fill of a negative count raises Fault 5.
+  char* WriteTo(char* to) const;
 
  private:
   enum class Kind { kText, kFill, kWhole, kSingle, kDouble };
@@ -74,13 +77,23 @@ class ProgramLines {
   [[nodiscard]] std::string_view Unstored() const;
   // The line at a position from 1 to LineCount. Fault 9 outside.
   [[nodiscard]] std::string_view operator[](int position) const;
+  // The lines from `first` up to the one before `last`, each with its line end; both positions from
+  // 1 to LineCount + 1.
+  [[nodiscard]] std::string_view Between(int first, int last) const;
 
  private:
-  std::size_t beginLine();
+  [[nodiscard]] std::size_t startOf(int position) const;
+  void beginLine(std::size_t room);
+  void append(Pieces pieces);
+  void append(const Piece& piece);
   void store();
 
-  std::string bytes_;                // all lines, one behind the other
-  std::vector<std::uint32_t> ends_;  // where each of them ends
+  // All lines with their line ends, one behind the other. The memory is not filled beforehand and
+  // is kept from run to run.
+  std::unique_ptr<char[]> bytes_;
+  std::size_t size_ = 0;             // of that memory
+  std::size_t used_ = 0;             // of it, by the lines and by one that is not stored yet
+  std::vector<std::uint32_t> ends_;  // behind the line end of each line
 };
 
 }  // namespace ostrand

@@ -102,8 +102,9 @@ void SAVEDLD::Header() {
 // The zero subroutines repeat measurement statements that the scan makes only later, so their
 // lines were left empty and are filled in here.
 std::string SAVEDLD::fileBytes() const {
-  std::string file;
   const int count = lines_.LineCount();
+  std::string file;
+  file.reserve(lines_.Between(1, count + 1).size());
   int i = 1;
   const auto voltageLines = [&] {
     for (int b = 1; b <= kBlocks; ++b) {
@@ -140,7 +141,20 @@ std::string SAVEDLD::fileBytes() const {
       if (filled) ++i;
     }
   };
+  // The next line that a block may fill in, `i` or one behind it.
+  const auto nextZeroLine = [&] {
+    int next = count + 1;
+    for (const auto* positions : {&VZeroLine_, &BZeroLine_, &AZeroLine_}) {
+      for (const int position : *positions) {
+        if (position >= i) next = std::min(next, position);
+      }
+    }
+    return next;
+  };
   while (i <= count) {
+    const int zeroLine = nextZeroLine();
+    file.append(lines_.Between(i, zeroLine));
+    i = zeroLine;
     voltageLines();
     bridgeLines();
     multiplexerLines();

@@ -1,12 +1,12 @@
 // The writer of the project file.
 #include <array>
-#include <cstring>
 #include <utility>
 
 #include "model/defaults.h"
 #include "platform/moment_text.h"
 #include "projectfile/genfile.h"
 #include "projectfile/tables.h"
+#include "text/copy.h"
 #include "text/number.h"
 #include "text/strings.h"
 
@@ -49,7 +49,7 @@ class BracketText {
     return result;
   }
   void put(std::string_view text) {
-    text.copy(text_.data() + length_, text.size());
+    CopyText(text_.data() + length_, text);
     length_ += text.size();
   }
   void putNumber(int number) {
@@ -69,7 +69,7 @@ class Lines {
 
   void Plain(std::string_view line) {
     char* const at = room(line.size() + kLineEnd.size());
-    copy(copy(at, line), kLineEnd);
+    CopyText(CopyText(at, line), kLineEnd);
   }
 
   // The lines of a table of keys, unrolled: what a key's line looks like is settled by the
@@ -109,12 +109,12 @@ class Lines {
   void put(std::string_view prefix, std::string_view key, std::string_view brackets,
            std::string_view value) {
     char* at = room(prefix.size() + key.size() + brackets.size() + value.size() + 3);
-    if (!prefix.empty()) at = copy(at, prefix);
-    at = copy(at, key);
-    at = copy(at, brackets);
+    at = CopyText(at, prefix);
+    at = CopyText(at, key);
+    at = CopyText(at, brackets);
     *at++ = '=';
-    at = copy(at, value);
-    copy(at, kLineEnd);
+    at = CopyText(at, value);
+    CopyText(at, kLineEnd);
   }
   // Takes the next `size` bytes of the text.
   char* room(std::size_t size) {
@@ -122,10 +122,6 @@ class Lines {
     char* const start = text_.data() + used_;
     used_ += size;
     return start;
-  }
-  static char* copy(char* to, std::string_view text) {
-    std::memcpy(to, text.data(), text.size());
-    return to + text.size();
   }
 
   void line(std::string_view prefix, std::string_view key, std::string_view brackets, Form form,
@@ -189,11 +185,11 @@ void writeLevels(Lines& out, Row<float, 0, kLevels - 1>& values, int count, int 
 }
 
 void writeOutput(Lines& out, OutputSet& output, int table, int item, std::string_view prefix) {
-  HistoSet& histo = output.Histo[table];
   const BracketText brackets = BracketText::Of(table, item);
-  if (selected(output, table, kHistogram)) out.Keys<kHistogramKeys>(histo, brackets);
-  if (selected(output, table, kRainFlow)) out.Keys<kRainHistoKeys>(histo, brackets);
+  if (selected(output, table, kHistogram)) out.Keys<kHistogramKeys>(output.Histo[table], brackets);
+  if (selected(output, table, kRainFlow)) out.Keys<kRainHistoKeys>(output.Histo[table], brackets);
   if (selected(output, table, kLevelCrossing)) {
+    HistoSet& histo = output.Histo[table];
     out.Keys<kLevelKeys>(histo, brackets, prefix);
     writeLevels<kLevelOneKeys>(out, histo.LevelVarOne, histo.LevNumLevels, table, item, prefix);
     out.Keys<kLevNumTestsKeys>(histo, brackets, prefix);

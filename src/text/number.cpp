@@ -28,33 +28,43 @@ struct Scientific {
   int exponent = 0;
 };
 
-// The digits of a number of six at most with two decimals at most, as most are; false for others.
-// Two texts of six digits never read back as one value, so no search is needed.
+char* putWhole(char* to, std::uint64_t value) {
+  if (value < 10) {
+    *to = static_cast<char>('0' + value);
+    return to + 1;
+  }
+  return std::to_chars(to, to + kNumberTextRoom, value).ptr;
+}
+
+// Writes a number of six digits at most with two decimals at most, as most are, and returns where
+// it ends; null for others. Two texts of six digits never read back as one value, so no search for
+// the shortest is needed.
 template <class Real>
-bool takeFewDigits(Real value, Scientific& result) {
-  constexpr double kHundred = 100;
+char* putFewDigits(char* to, Real value) {
+  constexpr std::uint64_t kParts = 100;
+  constexpr double kHundred = kParts;
+  constexpr double kHalf = 0.5;
   constexpr double kBelow = 10000;  // from here on two decimals make more than six digits
   const auto size = static_cast<double>(value < 0 ? -value : value);
-  if (!(size < kBelow)) return false;
-  const long hundredths = std::lround(size * kHundred);
-  if (hundredths == 0) return false;
+  if (!(size < kBelow)) return nullptr;
+  const auto hundredths = static_cast<std::uint64_t>(size * kHundred + kHalf);
+  if (hundredths == 0) return nullptr;
   if (static_cast<Real>(static_cast<double>(hundredths) / kHundred) != static_cast<Real>(size)) {
-    return false;
+    return nullptr;
   }
-  result.negative = value < 0;
-  const char* const end =
-      std::to_chars(result.digits.data(), result.digits.data() + result.digits.size(), hundredths)
-          .ptr;
-  result.count = static_cast<int>(end - result.digits.data());
-  result.exponent = result.count - 3;
-  while (result.digits[static_cast<std::size_t>(result.count - 1)] == '0') --result.count;
-  return true;
+  if (value < 0) *to++ = '-';
+  to = putWhole(to, hundredths / kParts);
+  const std::uint64_t decimals = hundredths % kParts;
+  if (decimals == 0) return to;
+  *to++ = '.';
+  *to++ = static_cast<char>('0' + decimals / 10);
+  if (decimals % 10 != 0) *to++ = static_cast<char>('0' + decimals % 10);
+  return to;
 }
 
 template <class Real>
 Scientific shortestDigits(Real value) {
   Scientific result;
-  if (takeFewDigits(value, result)) return result;
   std::array<char, 48> raw{};
   const auto end =
       std::to_chars(raw.data(), raw.data() + raw.size(), value, std::chars_format::scientific).ptr;
@@ -93,6 +103,7 @@ int writeReal(char* to, Real value, int plainBelow) {
     *to = '0';
     return 1;
   }
+  if (const char* const end = putFewDigits(to, value)) return static_cast<int>(end - to);
   const Scientific number = shortestDigits(value);
   const char* digits = number.digits.data();
   char* at = to;
@@ -221,10 +232,39 @@ Scan<Real> scanNumber(std::string_view text) {
   return based.length > 0 ? based : scanDecimal<Real>(text);
 }
 
+// The value of a few digits with a point among them at most, as most numbers are; nothing for any
+// other text. The digits and the power of ten are exact in both types, so that their quotient is
+// the nearest value.
+template <class Real>
+std::optional<Real> fewDigitsAs(std::string_view text) {
+  constexpr std::array<Real, 7> kTens = {1, 10, 100, 1000, 10000, 100000, 1000000};
+  const bool negative = text.starts_with('-');
+  if (negative) text.remove_prefix(1);
+  if (text.empty() || text.size() > kTens.size() + 1) return std::nullopt;
+  if (!isDigit(text.front()) || !isDigit(text.back())) return std::nullopt;
+  std::int32_t digits = 0;
+  std::size_t count = 0;
+  std::size_t whole = 0;  // digits before the point
+  for (const char c : text) {
+    if (isDigit(c)) {
+      digits = 10 * digits + digitValue(c);
+      ++count;
+    } else if (c == '.' && whole == 0) {
+      whole = count;
+    } else {
+      return std::nullopt;
+    }
+  }
+  if (count > kTens.size()) return std::nullopt;
+  const Real value = static_cast<Real>(digits) / kTens[whole == 0 ? 0 : count - whole];
+  return negative ? -value : value;
+}
+
 template <class Real>
 std::optional<Real> wholeTextAs(std::string_view text) {
   while (!text.empty() && isBlank(text.front())) text.remove_prefix(1);
   while (!text.empty() && isBlank(text.back())) text.remove_suffix(1);
+  if (const std::optional<Real> value = fewDigitsAs<Real>(text)) return value;
   const Scan<Real> scan = scanNumber<Real>(text);
   if (scan.length == 0 || scan.length != text.size() || !std::isfinite(scan.value)) {
     return std::nullopt;
@@ -258,6 +298,7 @@ std::string strTextOf(Number value) {
 }  // namespace
 
 int WriteNumber(char* to, std::int64_t value) {
+  if (value >= 0) return static_cast<int>(putWhole(to, static_cast<std::uint64_t>(value)) - to);
   return static_cast<int>(std::to_chars(to, to + kNumberTextRoom, value).ptr - to);
 }
 int WriteNumber(char* to, float value) { return writeReal(to, value, 7); }

@@ -39,6 +39,30 @@ TEST(ProgramLinesTest, PadsUpToTheCommentColumn) {
   }
 }
 
+// Longer than the memory that a program begins with, and than what that grows to.
+TEST(ProgramLinesTest, TakeLinesOfAnyLength) {
+  ProgramLines lines;
+  std::string expected;
+  for (const int length : {65535, 0, 3, 400000, 17}) {
+    const std::string line(static_cast<std::size_t>(length), 'x');
+    lines.Add({line});
+    EXPECT_EQ(lines[lines.LineCount()], line);
+    expected += line + "\r\n";
+  }
+  EXPECT_EQ(lines.Between(1, 6), expected);
+  EXPECT_EQ(lines.Between(2, 4), "\r\nxxx\r\n");
+  EXPECT_EQ(lines.Between(6, 6), "");
+}
+
+// Lengths at which copies of short texts change their way.
+TEST(ProgramLinesTest, JoinPiecesOfAnyLength) {
+  const std::string letters = "abcdefghijklmnopqrstuvwxyz0123456789";
+  for (std::size_t length = 0; length <= letters.size(); ++length) {
+    const std::string piece = letters.substr(0, length);
+    EXPECT_EQ(Joined({"<", piece, ">", 7, -1, '|'}), "<" + piece + ">7-1|");
+  }
+}
+
 TEST_F(FrameTest, TheNameOfTheProgramIsShownInCapitals) {
   generator.BaseName("Kl\xE4r\x9A");  // a umlaut, s caron
   MakeProgram();

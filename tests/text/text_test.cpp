@@ -6,8 +6,11 @@
 #include <cmath>
 #include <limits>
 #include <random>
+#include <string>
+#include <utility>
 
 #include "text/codepage.h"
+#include "text/late_row.h"
 #include "text/mask.h"
 #include "text/number.h"
 #include "text/row.h"
@@ -56,6 +59,88 @@ TEST(Row, RaisesFaultNineOutsideOfItsSubscripts) {
       EXPECT_EQ(fault.description, "Subscript out of range");
     }
   }
+}
+
+// ---- Late rows
+
+using Letters = LateRow<std::string, 1, 4>;
+
+// All elements, and how many of them were made.
+std::string shown(const Letters& row) {
+  std::string text;
+  for (const std::string& element : row) text += element + ",";
+  return text + std::to_string(row.Made().size());
+}
+
+TEST(LateRow, HoldsWhatWasWritten) {
+  static const std::string blank = "b";
+  Letters row;
+  EXPECT_EQ(shown(row), ",,,,0");
+  row.Reset(blank);
+  EXPECT_EQ(shown(row), "b,b,b,b,0");
+  row[2] = "two";
+  EXPECT_EQ(shown(row), "b,two,b,b,2");
+  EXPECT_EQ(row.Leading(3).size(), 3U);
+  EXPECT_EQ(shown(row), "b,two,b,b,3");
+  EXPECT_EQ(row.Leading(-1).size(), 0U);
+  EXPECT_EQ(row.Leading(9).size(), 4U);
+  for (std::string& element : row) element += "!";
+  EXPECT_EQ(shown(row), "b!,two!,b!,b!,4");
+  for (const int outside : {0, 5}) {
+    EXPECT_THROW(row[outside], Fault);
+    EXPECT_THROW(std::as_const(row)[outside], Fault);
+  }
+}
+
+TEST(LateRow, ResetKeepsWhatIsBefore) {
+  static const std::string blank = "b";
+  Letters row;
+  row[3] = "three";
+  row.Reset(blank, 3);
+  EXPECT_EQ(shown(row), ",,b,b,3");
+  Letters untouched;
+  untouched.Reset(blank, 3);
+  EXPECT_EQ(shown(untouched), ",,b,b,2");
+  untouched.Reset(blank, 5);
+  EXPECT_EQ(shown(untouched), ",,b,b,2");
+}
+
+TEST(LateRow, AssignmentMovesNothing) {
+  static const std::string blank = "b";
+  Letters row;
+  row[1] = "one";
+  std::string& first = row[1];
+  std::string& second = row[2];
+  Letters longer;
+  longer.Reset(blank);
+  longer[3] = "three";
+  row = longer;
+  EXPECT_EQ(shown(row), "b,b,three,b,3");
+  EXPECT_EQ(&first, &row[1]);
+  row[4] = "four";
+  EXPECT_EQ(&second, &row[2]);
+  row = Letters();
+  EXPECT_EQ(shown(row), ",,,,4");
+  EXPECT_EQ(&first, &row[1]);
+  Letters copy = longer;
+  copy[4] = "four";
+  EXPECT_EQ(shown(copy), "b,b,three,four,4");
+  EXPECT_EQ(shown(longer), "b,b,three,b,3");
+}
+
+TEST(LateRow, EqualityIsThatOfTheElements) {
+  static const std::string blank = "b";
+  Letters row;
+  Letters other;
+  EXPECT_EQ(row, other);
+  other[2] = "";
+  EXPECT_EQ(row, other);
+  other.Reset(blank, 4);
+  EXPECT_NE(row, other);
+  row[4] = "b";
+  EXPECT_EQ(row, other);
+  row[2] = "x";
+  EXPECT_NE(row, other);
 }
 
 // ---- Numbers
@@ -162,6 +247,27 @@ TEST(Val, TakesTheLongestNumberAtTheHead) {
       {"&H", 0},      {"&O178", 15}, {"1E-400", 0}, {"+7", 7},
   };
   for (const auto& [text, value] : cases) EXPECT_EQ(Val(text), value) << text;
+}
+
+// Texts of few digits are read by a way of their own.
+TEST(ToSingle, GivesTheNearestValueOfShortTexts) {
+  std::mt19937 random(13);
+  for (int n = 0; n < 20000; ++n) {
+    std::string text = std::to_string(random() % 100000000);
+    text.resize(1 + random() % text.size());
+    if (random() % 2 == 0) text.insert(random() % (text.size() + 1), ".");
+    if (random() % 2 == 0) text.insert(0, "-");
+    float single = 0;
+    double number = 0;
+    const char* const end = text.data() + text.size();
+    if (std::from_chars(text.data(), end, single).ptr != end) continue;
+    std::from_chars(text.data(), end, number);
+    ASSERT_EQ(ToSingle(text), single) << text;
+    ASSERT_EQ(ToDouble(text), number) << text;
+  }
+  for (const char* text : {"1.2.3", "-", "--1", "1-", "", "12345x", "0x1"}) {
+    EXPECT_FALSE(ToSingle(text)) << text;
+  }
 }
 
 TEST(DecimalValue, IsWhatTheSingleShows) {
