@@ -1,4 +1,5 @@
-// Surroundings for measuring: a fixed clock, no disk, a user who is never asked.
+// Surroundings for measuring: a fixed clock, no disk, no settings, a user who is never asked or
+// agrees to nothing.
 #pragma once
 
 #include <cstdio>
@@ -7,6 +8,7 @@
 #include "platform/clock.h"
 #include "platform/filesystem.h"
 #include "platform/forms.h"
+#include "platform/surroundings.h"
 
 namespace ostrand::bench {
 
@@ -21,8 +23,12 @@ class NoFiles : public platform::FileSystem {
   std::string Find(std::string_view path) override { return std::string(path); }
   std::string WorkingFolder() override { return "/"; }
   Result<std::string> Read(std::string_view) override { return none(); }
-  Result<std::unique_ptr<platform::OutputFile>> Create(std::string_view) override { return none(); }
+  Result<std::unique_ptr<platform::OutputFile>> Create(std::string_view,
+                                                       std::string_view) override {
+    return none();
+  }
   Result<> Rename(std::string_view, std::string_view) override { return none(); }
+  Result<> Link(std::string_view, std::string_view) override { return none(); }
   Result<> Delete(std::string_view) override { return none(); }
   Result<> ClearReadOnly(std::string_view) override { return none(); }
   Result<> SyncFolder(std::string_view) override { return none(); }
@@ -44,6 +50,55 @@ class SilentForms : public platform::Forms {
   void SetPointer(platform::Pointer) override {}
   void Beep() override {}
   void DoEvents() override {}
+};
+
+// A user who never agrees to anything.
+class RefusingForms : public SilentForms {
+ public:
+  platform::Answer ShowBox(const platform::MessageBox& box) override {
+    if (box.buttons == platform::Buttons::kOk) return platform::Answer::kOk;
+    return box.buttons == platform::Buttons::kOkCancel ? platform::Answer::kCancel
+                                                       : platform::Answer::kNo;
+  }
+};
+
+class NoProcesses : public platform::Processes {
+ public:
+  Result<std::unique_ptr<platform::Process>> Start(const platform::ProgramCall&) override {
+    return Error{"no processes here"};
+  }
+};
+
+class NoSettings : public platform::SettingsStore {
+ public:
+  std::vector<platform::Setting> Read(std::string_view, std::string_view) override { return {}; }
+  Result<> Write(std::string_view, std::string_view, std::span<const platform::Setting>) override {
+    return Done{};
+  }
+  std::string TakeNotice() override { return {}; }
+};
+
+class NoRegistry : public platform::MachineRegistry {
+ public:
+  platform::RegistryReading Read(std::string_view, std::string_view, std::string_view) override {
+    return {{}, platform::RegistryFailure::kOpenKey};
+  }
+  std::string TakeNotice() override { return {}; }
+};
+
+class Machine {
+ public:
+  platform::Surroundings Around() {
+    return {files_, clock_, forms_, processes_, settings_, registry_, "/"};
+  }
+
+ private:
+  NoFiles files_;
+  FixedClock clock_;
+  RefusingForms forms_;
+  NoProcesses processes_;
+  NoSettings settings_;
+  NoRegistry registry_;
 };
 
 }  // namespace ostrand::bench

@@ -1,6 +1,7 @@
 #include "projects.h"
 
 #include "model/defaults.h"
+#include "model/enums.h"
 #include "text/number.h"
 
 namespace ostrand::bench {
@@ -80,6 +81,11 @@ void MakeLargestProject(ProjectStore& store) {
     field.CalcField[2] = "TBlk1(" + NumberText(f) + ") * 2";
     selectAll(field.Output, kLevelCrossing);
   }
+}
+
+void MakeEveryScreenReachable(ProjectStore& store) {
+  store.TempBlock[1].TypeNo = store.TK40MBlock[1].TypeNo = ORVUS_TCTYPE_K;
+  store.BridgeBlock[2].Style = 4;
 }
 
 void MakeLongestProgram(ProjectStore& store) {

@@ -9,6 +9,10 @@ namespace ostrand::bench {
 // set, all tables on with every output.
 void MakeLargestProject(ProjectStore& store);
 
+// Gives blocks the kinds that open the screens of their own: ranges of a thermocouple, a
+// resistance.
+void MakeEveryScreenReachable(ProjectStore& store);
+
 // A project whose program fills the line buffer nearly to its end, without a failure.
 void MakeLongestProgram(ProjectStore& store);
 

@@ -46,17 +46,14 @@ ExitCode PlayScreens(const CommandLine& line) {
   Ostrand session(TheStore(), host->Around(forms), nobodyListens);
   session.OverwriteChanged(line.force);
   ScreenScript player(session, forms, script.Value());
-  bool cancelled = false;
-  session.OpenFile(file, cancelled);
+  const bool opened = OpenProject(session, file);
   const auto complainOfBox = [&] {
     const std::string box = forms.Unforeseen();
     if (!box.empty()) Complain(std::string(file) + ": " + box);
     return !box.empty();
   };
-  if (complainOfBox() || cancelled) {
-    TellInterrupted(session);
-    return kFault;
-  }
+  if (complainOfBox()) return kFault;
+  if (!opened) return kFault;
   if (const Result<> played = player.Run(); !played) {
     Complain(std::string(path) + ": " + played.ErrorText());
     return kFault;
