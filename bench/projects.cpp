@@ -38,10 +38,10 @@ void selectAll(OutputSet& output, int lastCode) {
 }
 
 template <class Group>
-void fillGroup(Group& group, const char* stem) {
-  group.BlockCount = Group::kLast;
-  for (int b = 1; b <= Group::kLast; ++b) {
-    group[b].Reps = kReps;
+void fillGroup(Group& group, const char* stem, int blocks, int reps) {
+  group.BlockCount = static_cast<i16>(blocks);
+  for (int b = 1; b <= blocks; ++b) {
+    group[b].Reps = static_cast<i16>(reps);
     setAliases(group[b], stem, b, true);
     selectAll(group[b].Output, kLevelCrossing);
   }
@@ -54,23 +54,21 @@ void start(ProjectStore& store) {
   for (int t = 1; t <= kTables; ++t) store.Tables[t].TableOn = kTrue;
 }
 
-}  // namespace
-
-void MakeLargestProject(ProjectStore& store) {
+void makeFull(ProjectStore& store, int blocks, int pulseBlocks, int reps, int items, int values) {
   start(store);
   store.Config.TK40MQty = 4;
   store.Config.CanBusQty = 1;
-  fillGroup(store.TempBlock, "Temp");
-  fillGroup(store.VoltBlock, "Volt");
-  fillGroup(store.BridgeBlock, "Brdg");
-  fillGroup(store.TK40MBlock, "Mux");
-  fillGroup(store.PulseBlock[0], "Puls");
+  fillGroup(store.TempBlock, "Temp", blocks, reps);
+  fillGroup(store.VoltBlock, "Volt", blocks, reps);
+  fillGroup(store.BridgeBlock, "Brdg", blocks, reps);
+  fillGroup(store.TK40MBlock, "Mux", blocks, reps);
+  fillGroup(store.PulseBlock[0], "Puls", pulseBlocks, reps);
   store.Can.Module[1].CanBusEnabled = 1;
-  store.Can.CanCount = kCanItems;
-  for (int i = 1; i <= kCanItems; ++i) {
+  store.Can.CanCount = static_cast<i16>(items);
+  for (int i = 1; i <= items; ++i) {
     CanItemData& item = store.Can.Item[i];
     item.Name = "Item" + NumberText(i);
-    item.Reps = kCanValues;
+    item.Reps = static_cast<i16>(values);
     setAliases(item, "Can", i, true);
     selectAll(item.Output, kLevelCrossing);
   }
@@ -82,6 +80,14 @@ void MakeLargestProject(ProjectStore& store) {
     selectAll(field.Output, kLevelCrossing);
   }
 }
+
+}  // namespace
+
+void MakeLargestProject(ProjectStore& store) {
+  makeFull(store, kBlocks, kPulseBlocks, kReps, kCanItems, kCanValues);
+}
+
+void MakeWiredProject(ProjectStore& store) { makeFull(store, 2, 2, 50, 2, 50); }
 
 void MakeEveryScreenReachable(ProjectStore& store) {
   store.TempBlock[1].TypeNo = store.TK40MBlock[1].TypeNo = ORVUS_TCTYPE_K;

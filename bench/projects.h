@@ -9,6 +9,10 @@ namespace ostrand::bench {
 // set, all tables on with every output.
 void MakeLargestProject(ProjectStore& store);
 
+// 100 sensors of each kind, as many as inputs with four multiplexers or more, 100 CAN values and
+// all calculated fields; all tables on with every output.
+void MakeWiredProject(ProjectStore& store);
+
 // Gives blocks the kinds that open the screens of their own: ranges of a thermocouple, a
 // resistance.
 void MakeEveryScreenReachable(ProjectStore& store);

@@ -198,6 +198,10 @@ std::string_view VariableKindName(i32 kind) {
 
 VarPickList::VarPickList(const ProjectStore& store, std::span<const i32> kinds) {
   for (const i32 kind : kinds) Collector(store, kind, variables_).Collect();
+}
+
+const std::vector<std::string>& VarPickList::spellings() const {
+  if (!spellings_.empty()) return spellings_;
   for (const PickVariable& variable : variables_) {
     spellings_.push_back(Upper(Trim(variable.name)));
     if (!variable.element.empty() && variable.element != variable.name) {
@@ -205,16 +209,17 @@ VarPickList::VarPickList(const ProjectStore& store, std::span<const i32> kinds) 
     }
   }
   std::sort(spellings_.begin(), spellings_.end());
+  return spellings_;
 }
 
 bool VarPickList::Holds(std::string_view name) const {
-  return std::binary_search(spellings_.begin(), spellings_.end(), Upper(Trim(name)));
+  return std::binary_search(spellings().begin(), spellings().end(), Upper(Trim(name)));
 }
 
 bool VarPickList::HoldsAnyWith(std::string_view head) const {
   const std::string wanted = Upper(head);
-  const auto at = std::lower_bound(spellings_.begin(), spellings_.end(), wanted);
-  return at != spellings_.end() && at->starts_with(wanted);
+  const auto at = std::lower_bound(spellings().begin(), spellings().end(), wanted);
+  return at != spellings().end() && at->starts_with(wanted);
 }
 
 CalcVarRefs CollectCalcVarRefs(const ProjectStore& store) {

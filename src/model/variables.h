@@ -65,8 +65,10 @@ class VarPickList {
   [[nodiscard]] bool HoldsAnyWith(std::string_view head) const;
 
  private:
+  [[nodiscard]] const std::vector<std::string>& spellings() const;
+
   std::vector<PickVariable> variables_;
-  std::vector<std::string> spellings_;  // upper case, sorted
+  mutable std::vector<std::string> spellings_;  // upper case, sorted; made when first asked for
 };
 
 // The names of variables that the formulas of calculated fields used when the project was opened.

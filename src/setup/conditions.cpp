@@ -65,12 +65,15 @@ std::string valueOf(const ConditionRow& row) {
 
 ConditionVariables::ConditionVariables(const ProjectStore& store, std::span<const i32> kinds) {
   const VarPickList available(store);
+  all_.reserve(available.Variables().size());
   for (const PickVariable& variable : available.Variables()) {
     all_.push_back({std::string(Trim(variable.name)),
                     isOfBlock(variable.kind) ? variable.element : std::string()});
   }
-  const VarPickList listed(store, kinds.empty() ? std::span<const i32>(kVariableKinds) : kinds);
-  for (const PickVariable& variable : listed.Variables()) {
+  const VarPickList listed(store, kinds);
+  const VarPickList& shown = kinds.empty() ? available : listed;
+  names_.reserve(shown.Variables().size());
+  for (const PickVariable& variable : shown.Variables()) {
     names_.emplace_back(Trim(variable.name));
   }
 }
@@ -171,6 +174,7 @@ ConditionControls::ConditionControls(Screen& screen, const ConditionVariables& v
 // so that a row that is only looked at loses nothing.
 void ConditionControls::showMeasurement(std::string_view name) {
   MeasVar.Items.clear();
+  MeasVar.Items.reserve(variables_.Names().size() + 2);
   MeasVar.Items.push_back({std::string(kNone), true, true, {}});
   for (const std::string& listed : variables_.Names()) {
     MeasVar.Items.push_back({listed, true, true, {}});
