@@ -233,8 +233,8 @@ Scan<Real> scanNumber(std::string_view text) {
 }
 
 // The value of a few digits with a point among them at most, as most numbers are; nothing for any
-// other text. The digits and the power of ten are exact in both types, so that their quotient is
-// the nearest value.
+// other text. With a point the digits and the power of ten are exact in both types, so that their
+// quotient is the nearest value.
 template <class Real>
 std::optional<Real> fewDigitsAs(std::string_view text) {
   constexpr std::array<Real, 7> kTens = {1, 10, 100, 1000, 10000, 100000, 1000000};
@@ -255,7 +255,6 @@ std::optional<Real> fewDigitsAs(std::string_view text) {
       return std::nullopt;
     }
   }
-  if (count > kTens.size()) return std::nullopt;
   const Real value = static_cast<Real>(digits) / kTens[whole == 0 ? 0 : count - whole];
   return negative ? -value : value;
 }

@@ -30,6 +30,8 @@ TEST(ProgramLinesTest, PadsUpToTheCommentColumn) {
     if (c.blanks < 0) {
       EXPECT_THROW(add(), Fault);
       EXPECT_EQ(lines.LineCount(), 1);
+      lines.Add({"after"});
+      EXPECT_EQ(lines[2], "after");
     } else {
       add();
       EXPECT_EQ(lines[2], std::string(static_cast<std::size_t>(c.length), 'x') +
@@ -52,6 +54,8 @@ TEST(ProgramLinesTest, TakeLinesOfAnyLength) {
   EXPECT_EQ(lines.Between(1, 6), expected);
   EXPECT_EQ(lines.Between(2, 4), "\r\nxxx\r\n");
   EXPECT_EQ(lines.Between(6, 6), "");
+  lines.Clear();
+  EXPECT_EQ(lines.Unstored(), "");
 }
 
 // Lengths at which copies of short texts change their way.

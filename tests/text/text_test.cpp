@@ -123,7 +123,9 @@ TEST(LateRow, AssignmentMovesNothing) {
   EXPECT_EQ(shown(row), ",,,,4");
   EXPECT_EQ(&first, &row[1]);
   Letters copy = longer;
+  std::string& third = copy[3];
   copy[4] = "four";
+  EXPECT_EQ(&third, &copy[3]);
   EXPECT_EQ(shown(copy), "b,b,three,four,4");
   EXPECT_EQ(shown(longer), "b,b,three,b,3");
 }
