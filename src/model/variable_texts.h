@@ -12,20 +12,20 @@ enum class VariableText {
   kFormula,     // of a calculated field, as the user wrote it
 };
 
-// Each routine calls `visit(text, kind)` with every text of its part, in use or not, always in the
-// same order. A part that is const gives const texts.
+// Each routine calls `visit(text, kind)` with every text of its part that was ever written, in use
+// or not, always in the same order; all others are empty. A part that is const gives const texts.
 
 template <class Tables, class Visit>
 void VisitTableConditions(Tables& tables, Visit visit) {
   for (auto& table : tables.Table) {
     for (auto& conditions : table.Trigger) {
-      for (auto& condition : conditions) {
+      for (auto& condition : conditions.Made()) {
         visit(condition.StartMeasVar, VariableText::kVariable);
         visit(condition.StartTrigVarb, VariableText::kVariable);
         visit(condition.StartTrigIndvExpress, VariableText::kExpression);
       }
     }
-    for (auto& condition : table.Write) {
+    for (auto& condition : table.Write.Made()) {
       visit(condition.MeasureVar, VariableText::kVariable);
       visit(condition.Varb, VariableText::kVariable);
       visit(condition.Expression, VariableText::kExpression);
@@ -69,13 +69,14 @@ void VisitConditions(Store& store, Visit visit) {
 
 template <class Store, class Visit>
 void VisitFormulas(Store& store, Visit visit) {
-  for (auto& field : store.CalcFields.Field) visit(field.CalcField[2], VariableText::kFormula);
+  for (auto& field : store.CalcFields.Field.Made())
+    visit(field.CalcField[2], VariableText::kFormula);
 }
 
 // The second dimensions of the level crossings of one block, item or formula.
 template <class Output, class Visit>
 void VisitLevelNames(Output& output, Visit visit) {
-  for (auto& histo : output.Histo) visit(histo.LevelMeasName, VariableText::kVariable);
+  for (auto& histo : output.Histo.Made()) visit(histo.LevelMeasName, VariableText::kVariable);
 }
 
 // All of a project.
@@ -84,15 +85,15 @@ void VisitVariableTexts(Store& store, Visit visit) {
   VisitConditions(store, visit);
   VisitFormulas(store, visit);
   const auto visitLevels = [&visit](auto& group) {
-    for (auto& block : group.Blocks) VisitLevelNames(block.Output, visit);
+    for (auto& block : group.Blocks.Made()) VisitLevelNames(block.Output, visit);
   };
   visitLevels(store.TempBlock);
   visitLevels(store.VoltBlock);
   visitLevels(store.BridgeBlock);
   for (auto& slot : store.PulseBlock) visitLevels(slot);
   visitLevels(store.TK40MBlock);
-  for (auto& item : store.Can.Item) VisitLevelNames(item.Output, visit);
-  for (auto& field : store.CalcFields.Field) VisitLevelNames(field.Output, visit);
+  for (auto& item : store.Can.Item.Made()) VisitLevelNames(item.Output, visit);
+  for (auto& field : store.CalcFields.Field.Made()) VisitLevelNames(field.Output, visit);
 }
 
 }  // namespace ostrand

@@ -89,6 +89,8 @@ std::span<RepAlias> AnalogList::Aliases(int block) {
 
 std::span<RepAlias> AnalogList::AliasRows(int block) { return AliasesOf(aliasRows(block), kReps); }
 
+std::span<RepAlias> AnalogList::WrittenAliasRows(int block) { return aliasRows(block).Made(); }
+
 std::vector<ChannelBlock> AnalogList::liveBlocks() const {
   std::vector<ChannelBlock> blocks;
   for (int b = 1; b <= Blocks.Count(); ++b) {

@@ -42,6 +42,8 @@ class AnalogList : public Screen {
   [[nodiscard]] std::span<RepAlias> Aliases(int block);
   // All rows that a block has room for.
   [[nodiscard]] std::span<RepAlias> AliasRows(int block);
+  // Those of them that were ever written; the others are as those of an unused block.
+  [[nodiscard]] std::span<RepAlias> WrittenAliasRows(int block);
   // Sensors got other names, which the list's blocks take over on Done.
   void Renamed(const AliasRenames& renames) { renamed_.push_back(renames); }
   // What the tables store of a block.

@@ -104,7 +104,7 @@ void AnalogSetup::GiveScaling() {
 }
 
 void AnalogSetup::ClearScaling() {
-  ClearAliases(list_.AliasRows(block_));
+  ClearAliases(list_.WrittenAliasRows(block_));
   scaling_.Restart(Scaling());
 }
 
@@ -174,7 +174,7 @@ void AnalogSetup::Changed() {
 
 void AnalogSetup::openFieldNames() {
   if (!list_.Hooks.FieldNames) return;
-  scaling_.Follow(list_.AliasRows(block_), Scaling());
+  scaling_.Follow(list_.WrittenAliasRows(block_), Scaling());
   FieldNamesRequest request;
   request.kind = list_.Kind().type;
   request.block = block_;
@@ -190,7 +190,7 @@ void AnalogSetup::openFieldNames() {
 bool AnalogSetup::onDone() {
   if (!scaling_.Ask(Forms(), Scaling(), Aliases(), [this] { openFieldNames(); })) return false;
   scaling_.Follow(Aliases(), Scaling());
-  ClearRowsBeyond(list_.AliasRows(block_), Data().Reps);
+  ClearRowsBeyond(list_.WrittenAliasRows(block_), Data().Reps);
   return true;
 }
 

@@ -350,7 +350,7 @@ void frmBrdgSetup::settle(BridgeBlockData& block) const {
   block.DataResolution = DataResolution.Text();
   block.BlockTime = BridgeBlockTime(block);
   fillGaugeFactors(block);
-  ClearRowsBeyond(AliasesOf(block.Alias, kReps), block.Reps);
+  ClearRowsBeyond(block.Alias.Made(), block.Reps);
 }
 
 void frmBrdgSetup::onReps() {

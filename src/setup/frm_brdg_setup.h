@@ -95,7 +95,8 @@ class frmBrdgSetup final : public Screen {
   void fillGaugeFactors(BridgeBlockData& block) const;
   void settle(BridgeBlockData& block) const;
   [[nodiscard]] std::span<RepAlias> aliases() const { return AliasesOf(data().Alias, data().Reps); }
-  [[nodiscard]] std::span<RepAlias> aliasRows() const { return AliasesOf(data().Alias, kReps); }
+  // All that were ever written; the others are as those of an unused block.
+  [[nodiscard]] std::span<RepAlias> aliasRows() const { return data().Alias.Made(); }
 
   void onReps();
   void fitReps(int reps);

@@ -279,7 +279,7 @@ DefaultScaling frmPulseSetup::scaling() const {
 
 void frmPulseSetup::openFieldNames(const DefaultScaling& defaults) {
   if (!hooks_.FieldNames) return;
-  scaling_.Follow(AliasesOf(data().Alias, kReps), defaults);
+  scaling_.Follow(data().Alias.Made(), defaults);
   hooks_.FieldNames({.kind = ORVUS_DOBJ_BLK_PULSE,
                      .block = block_,
                      .name = SourceName(ORVUS_DOBJ_BLK_PULSE, block_),
@@ -300,7 +300,7 @@ bool frmPulseSetup::onDone() {
   swapped.Units = unitsBefore_;
   FollowDefaults(aliases, swapped, after);
   CountersCount();
-  ClearRowsBeyond(AliasesOf(block.Alias, kReps), block.Reps);
+  ClearRowsBeyond(block.Alias.Made(), block.Reps);
   before_.Keep();
   names_.Keep();
   return true;

@@ -13,8 +13,9 @@ namespace ostrand {
 class NamesBackup {
  public:
   explicit NamesBackup(ProjectStore& store) : store_(store) {
-    VisitVariableTexts(store_,
-                       [this](const std::string& text, VariableText) { before_.push_back(text); });
+    VisitVariableTexts(store_, [this](const std::string& text, VariableText) {
+      if (!text.empty()) before_.push_back({&text, text});
+    });
   }
   ~NamesBackup() { PutBack(); }
   NamesBackup(const NamesBackup&) = delete;
@@ -26,14 +27,25 @@ class NamesBackup {
   void PutBack() {
     if (!over_) {
       auto before = before_.begin();
-      VisitVariableTexts(store_, [&](std::string& text, VariableText) { text = *before++; });
+      VisitVariableTexts(store_, [&](std::string& text, VariableText) {
+        if (before != before_.end() && before->place == &text) {
+          text = before++->text;
+        } else {
+          text.clear();
+        }
+      });
     }
     over_ = true;
   }
 
  private:
+  struct Text {
+    const std::string* place;  // no text moves while the store lives
+    std::string text;
+  };
+
   ProjectStore& store_;
-  std::vector<std::string> before_;
+  std::vector<Text> before_;  // that were not empty, in the order of the visit
   bool over_ = false;
 };
 
