@@ -168,7 +168,7 @@ void showCan(Ostrand& control, ScreenHost& host) {
   if (form.Result() != ModalResult::kDone) return;
   names.Keep();
   for (const AliasRenames& renames : renamed) {
-    for (CanItemData& item : control.Store().Can.Item) RenameInLevels(item.Output, renames);
+    for (CanItemData& item : control.Store().Can.Item.Made()) RenameInLevels(item.Output, renames);
   }
 }
 

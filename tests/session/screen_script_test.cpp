@@ -227,6 +227,8 @@ const Stop kSetupStops[] = {
     {"RefusalForeseen",
      "type DefaultMult -\ndone\nexpect beep\ntype DefaultMult 2\ndone\nexpect BlockCount 2\n",
      "line 9: BlockCount shows \"1\""},
+    {"RefusalGoneOnFrom", "type DefaultMult -\ndone\ntype DefaultMult 2\nexpect DefaultMult 3\n",
+     "line 7: DefaultMult shows \"2\""},
     {"Caption", "expect Solve caption Solve\n", "line 4: Solve's caption shows \"Sol&ve\""},
     {"Tip", "expect Solve tip Solve\n", "line 4: Solve's tool tip shows \"\""},
     // A question that nobody has answered stops the script where it came, not where it is missed.

@@ -107,5 +107,16 @@ TEST(AliasRename, NamesMatchWholeWithTheirIndexAndAllAtOnce) {
   }
 }
 
+// A formula names elements as long as they are there; the only sensor of a block goes by its array.
+TEST(AliasRename, FormulasFollowTheOnlySensorOfABlock) {
+  const auto store = NewStore();
+  std::string& formula = store->CalcFields.Field[50].CalcField[2];
+  formula = "Abs(VBlk1) + VBlk1(1)\\VBlk11";
+  RenameVariables(*store, {{"VBlk1", 1, true, "", "Oil"}});
+  EXPECT_EQ(formula, "Abs(Oil) + VBlk1(1)\\VBlk11");
+  RenameVariables(*store, {{"VBlk1", 1, true, "Oil", ""}});
+  EXPECT_EQ(formula, "Abs(VBlk1) + VBlk1(1)\\VBlk11");
+}
+
 }  // namespace
 }  // namespace ostrand

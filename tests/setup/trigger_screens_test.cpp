@@ -56,6 +56,23 @@ TEST_F(TriggerScreens, ASingleTriggerKeepsItsStopConditionsOutOfReach) {
   EXPECT_EQ(table.TriggerIndvExpress(1, 1), "Flag(1) = False");
 }
 
+// Rows that are not in use are stored as a new project has them.
+TEST_F(TriggerScreens, EmptyRowsAreThoseOfANewProject) {
+  table.TriggerNumber = 1;
+  table.TriggerMeasVar(0, 1, "Oil");
+  setTriggers(
+      [&](Screen& screen) {
+        check(screen, "SingleTrigger", true);
+        screen.Done();
+      },
+      true);
+  for (const int n : {2, kConditions}) {
+    for (const int s : {0, 1}) {
+      EXPECT_EQ(table.TriggerCompare(s, n), store->Tables[1].Trigger[s][n].StartCompare) << s;
+    }
+  }
+}
+
 TEST_F(TriggerScreens, WriteConditions) {
   for (const bool done : {false, true}) {
     setWriteIf(
