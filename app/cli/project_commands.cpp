@@ -2,6 +2,7 @@
 #include "commands.h"
 #include "documents/makewire.h"
 #include "documents/wire_rtf.h"
+#include "platform/guarded.h"
 #include "project_run.h"
 #include "projectfile/genfile.h"
 
@@ -62,8 +63,8 @@ bool startNew(ProjectRun& run, Ostrand& session, std::string_view file) {
 }
 
 bool recoverProject(ProjectRun& run, Ostrand& session, std::string_view file) {
-  session.NameProject(file);
-  if (!isNamed(session, file)) return false;
+  const bool named = Guarded(run.forms, "Ostrand.NameProject", [&] { session.NameProject(file); });
+  if (!named || !isNamed(session, file)) return false;
   const std::string& path = session.CurrentFileName();
   return session.UnderLock(OutputBase(run, session), [&] {
     const auto from = ORVUS_GENFILE::RecoverProjectFile(run.files, path);

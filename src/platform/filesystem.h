@@ -74,7 +74,7 @@ class FileSystem {
   virtual std::optional<FileStamp> Stamp(std::string_view /*path*/) { return std::nullopt; }
   // Whether two folders, with their separators, are one.
   virtual bool SameFolder(std::string_view one, std::string_view other) { return one == other; }
-  // Folder the process stands in, with its trailing separator.
+  // Folder the process stands in, with its trailing separator; empty when it cannot be told.
   virtual std::string WorkingFolder() = 0;
 
   virtual Result<std::string> Read(std::string_view path) = 0;

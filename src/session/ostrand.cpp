@@ -172,7 +172,10 @@ void Ostrand::ShowHelpFile(i32 lContext) {
 
 void Ostrand::NameProject(std::string_view path) {
   const platform::SplitPath parts = platform::Split(path);
-  GenFilePath(parts.folder.empty() ? around_.files.WorkingFolder() : parts.folder);
+  const std::string folder = parts.folder.empty() ? around_.files.WorkingFolder() : parts.folder;
+  // The settings keep it, and another session would look for it elsewhere.
+  if (folder.empty()) throw FileAccess("The folder of " + std::string(path) + " cannot be told");
+  GenFilePath(folder);
   baseName_ = Before(parts.title, ".");
   if (Holds(parts.title, kProjectExtension)) {
     currentFileName_ = path;

@@ -137,7 +137,7 @@ std::vector<Subject> MakeSubjects(const std::string& root, const Programs& progr
   std::vector<Subject> subjects = {
       {"save", save, save, kSaved, project, given, {}},
       {"screen", play, play, {"p/pump.VKG"}, project, scripted, {}},
-      {"screen, options", play, play, {"p/pump.VKG", kUserSettings}, project, optioned, {}},
+      {"screen, options", play, play, {kUserSettings, "p/pump.VKG"}, project, optioned, {}},
       {"settings set",
        set,
        set,

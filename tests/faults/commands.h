@@ -25,8 +25,7 @@ struct Subject {
   std::string name;
   std::vector<std::string> words;  // of the command line
   std::vector<std::string> again;  // of the command that follows an interrupted one
-  std::vector<std::string> files;  // that the command replaces, in its order; the first counts as
-                                   // the project
+  std::vector<std::string> files;  // that the command replaces, in its order
   std::vector<std::string> named;  // a message of a failure holds one of these
   Tree before;
   std::vector<Tree> after;  // the results: all went well; what a reported failure makes of it

@@ -164,8 +164,9 @@ std::string silence(const Subject& subject, const Fault& fault, const Outcome& n
 
 }  // namespace
 
-bool ProjectReadable(const Subject& subject, const Tree& tree) {
-  return isOldOrNew(subject, tree, subject.files.front());
+bool FilesReadable(const Subject& subject, const Tree& tree) {
+  return std::all_of(subject.files.begin(), subject.files.end(),
+                     [&](const std::string& name) { return isOldOrNew(subject, tree, name); });
 }
 
 std::vector<Finding> Judge(const Subject& subject, const Fault& fault, const Outcome& normal,

@@ -14,7 +14,7 @@ enum Wrong : std::size_t {
   kLoss,      // a file is neither as before nor as after, or gone
   kMixture,   // files of two saves in an order that no save writes
   kSilent,    // another result than without the fault, and no code or no message that names a file
-  kMoment,    // the project could not be read between two calls
+  kMoment,    // a file could not be read between two calls
   kLeftover,  // files or processes that nobody needs
   kNext,      // the next command fails or does not tidy up
   kWrongs
@@ -35,8 +35,8 @@ struct Outcome {
   std::string err;
 };
 
-// Whether `tree` has the project (or settings) whole, as before or as after.
-bool ProjectReadable(const Subject& subject, const Tree& tree);
+// Whether `tree` has each file whole, as before or as after.
+bool FilesReadable(const Subject& subject, const Tree& tree);
 
 // After an interrupted run. `normal` is the run without a fault.
 std::vector<Finding> Judge(const Subject& subject, const Fault& fault, const Outcome& normal,

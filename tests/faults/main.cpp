@@ -117,10 +117,10 @@ Outcome outcomeOf(const Command& command, Run run) {
   return {std::move(run), readFile(command.out), readFile(command.err)};
 }
 
-// The run without a fault, with the project looked at before each call.
+// The run without a fault, with its files looked at before each call.
 struct Normal {
   Outcome outcome;
-  std::size_t moments = 0;      // calls before which the project could not be read
+  std::size_t moments = 0;      // calls before which a file could not be read
   std::size_t firstMoment = 0;  // the first of them
 };
 
@@ -129,7 +129,7 @@ Normal runNormally(const std::string& root, const Programs& programs, const Subj
   const Command command = CommandBelow(root, programs, subject.words, kNewEpoch);
   Normal normal;
   Run run = RunTraced(command, {}, [&](std::size_t at) {
-    if (ProjectReadable(subject, ReadTree(root))) return;
+    if (FilesReadable(subject, ReadTree(root))) return;
     if (normal.moments++ == 0) normal.firstMoment = at;
   });
   normal.outcome = outcomeOf(command, std::move(run));

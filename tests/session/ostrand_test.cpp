@@ -92,6 +92,21 @@ class Session : public ::testing::Test {
 constexpr std::string_view kPump =
     "[GEN VERSION]\r\nVersion=6.0\r\n\r\n[CONFIGURATION]\r\nOperator=Marge\r\nIDNumber=Pump 42\r\n";
 
+// A settings row would keep the folder, for sessions that run elsewhere.
+TEST_F(Session, OpensNothingInAFolderThatCannotBeTold) {
+  class Lost : public platform::PosixFileSystem {
+    std::string WorkingFolder() override { return {}; }
+  } lost;
+  testing::TestSurroundings elsewhere{lost, clock, forms, work.Path(), "/opt/ostrand"};
+  Ostrand control{*store, elsewhere.all, host};
+  const std::string folderBefore = control.GenFilePath();
+  forms.ExpectBoxWith("TROUBLE", "The folder of pump.VKG cannot be told");
+  bool cancelled = false;
+  control.OpenFile("pump.VKG", cancelled);
+  EXPECT_TRUE(cancelled);
+  EXPECT_EQ(control.GenFilePath(), folderBefore);
+}
+
 TEST_F(Session, NamesProjectsByTheRules) {
   const std::string here = files.WorkingFolder();
   const std::tuple<std::string, std::string, std::string, std::string> cases[] = {

@@ -10,7 +10,9 @@
 #include <cerrno>
 #include <climits>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
+#include <memory>
 #include <utility>
 
 #include "platform/paths.h"
@@ -241,9 +243,10 @@ bool PosixFileSystem::SameFolder(std::string_view one, std::string_view other) {
 }
 
 std::string PosixFileSystem::WorkingFolder() {
-  std::array<char, PATH_MAX> folder{};
-  if (::getcwd(folder.data(), folder.size()) == nullptr) return "./";
-  std::string result = folder.data();
+  // With no buffer given, one of any length is made.
+  const std::unique_ptr<char, decltype(&std::free)> folder(::getcwd(nullptr, 0), &std::free);
+  if (folder == nullptr) return {};
+  std::string result = folder.get();
   if (result.back() != '/') result += '/';
   return result;
 }
