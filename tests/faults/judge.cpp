@@ -142,11 +142,14 @@ std::string silence(const Subject& subject, const Fault& fault, const Outcome& n
   if (const std::string title = falseClaim(subject, met.out, left); !title.empty()) {
     return "says that it wrote " + title;
   }
+  const SeenCall* call = fault.at < met.run.calls.size() ? &met.run.calls[fault.at] : nullptr;
+  const CallRow* row = call == nullptr ? nullptr : FindCall(call->number);
+  const bool syncs = row != nullptr && (row->traits & kSyncs) != 0;
+  if (syncs && fault.error != EINTR && code == 0) return "code 0, but it may not be on the disk";
   const std::string message = added(met.err, normal.err);
   const bool done = isDone(subject, left, subject.after.front());
   if (done && met.out == normal.out && code == 0) return {};
   // A message that cannot be shown is missed by nobody else than the code.
-  const SeenCall* call = fault.at < met.run.calls.size() ? &met.run.calls[fault.at] : nullptr;
   const bool muted = call != nullptr && call->path.empty() && call->descriptor == 2;
   if (muted) return code != 0 || done ? "" : "no message and code 0";
   if (done && code == 0) return "code 0, but not what it said without the fault";
@@ -155,7 +158,6 @@ std::string silence(const Subject& subject, const Fault& fault, const Outcome& n
                   [&](const Tree& after) { return isDone(subject, left, after); });
   if (code == 0 && !(otherEnd && !message.empty())) return "code 0, but not all was written";
   if (message.empty()) return "no message";
-  const CallRow* row = call == nullptr ? nullptr : FindCall(call->number);
   const bool memory = row != nullptr && (row->traits & kMemory) != 0;
   const bool namesCall = call != nullptr && call->path.find('/') != std::string::npos &&
                          message.find(call->path) != std::string::npos;
