@@ -70,7 +70,8 @@ void ClearRowsBeyond(std::span<RepAlias> rows, int reps);
 // those beyond the count too.
 class ScalingEdit {
  public:
-  explicit ScalingEdit(DefaultScaling onOpening) : opened_(onOpening), followed_(onOpening) {}
+  explicit ScalingEdit(const DefaultScaling& onOpening)
+      : opened_(onOpening), followed_(onOpening) {}
 
   // Entries that equal the scaling followed so far take the present one.
   void Follow(std::span<RepAlias> rows, const DefaultScaling& now);
