@@ -107,17 +107,27 @@ bool isAt(const struct stat& file, const std::string& path) {
          there.st_dev == file.st_dev;
 }
 
-// Seconds since `file` was touched. The disk may be another machine's, with a clock of its own,
-// which a new file tells.
+// A new file in the folder of `path`, as its disk dates it: one without a name, which a kill does
+// not leave behind, or on a disk that has none of these one that is deleted at once. -1 for none.
+int openFresh(const std::string& path) {
+  const std::string folder = Split(path).folder;
+  const int nameless =
+      ::open(folder.empty() ? "." : folder.c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, 0600);
+  if (nameless >= 0) return nameless;
+  const std::string name = path + "-" + NumberText(static_cast<std::int64_t>(::getpid()));
+  const int created = ::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
+  if (created >= 0) static_cast<void>(::unlink(name.c_str()));
+  return created;
+}
+
+// Seconds since `file` was touched. The disk may be another machine's, with a clock of its own.
 std::int64_t age(const struct stat& file, const std::string& path) {
-  const std::string probe = path + "-" + NumberText(static_cast<std::int64_t>(::getpid()));
   std::int64_t now = ::time(nullptr);
-  const int created = ::open(probe.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
+  const int created = openFresh(path);
   if (created >= 0) {
     struct stat fresh {};
     if (::fstat(created, &fresh) == 0) now = fresh.st_mtim.tv_sec;
     ::close(created);
-    static_cast<void>(::unlink(probe.c_str()));
   }
   return now - file.st_mtim.tv_sec;
 }
