@@ -46,14 +46,17 @@ ExitCode PlayScreens(const CommandLine& line) {
   Ostrand session(TheStore(), host->Around(forms), nobodyListens);
   session.OverwriteChanged(line.force);
   ScreenScript player(session, forms, script.Value());
-  const bool opened = OpenProject(session, file);
+  bool cancelled = false;
+  session.OpenFile(file, cancelled);
   const auto complainOfBox = [&] {
     const std::string box = forms.Unforeseen();
     if (!box.empty()) Complain(std::string(file) + ": " + box);
     return !box.empty();
   };
-  if (complainOfBox()) return kFault;
-  if (!opened) return kFault;
+  if (complainOfBox() || cancelled) {
+    TellInterrupted(session);
+    return kFault;
+  }
   if (const Result<> played = player.Run(); !played) {
     Complain(std::string(path) + ": " + played.ErrorText());
     return kFault;
