@@ -4,12 +4,12 @@
 #include <algorithm>
 #include <optional>
 
+#include "controls/screen.h"
 #include "machine.h"
 #include "projects.h"
 #include "row.h"
 #include "session/ostrand.h"
 #include "session/setup_screens.h"
-#include "setup/controls/screen.h"
 
 namespace ostrand::bench {
 namespace {

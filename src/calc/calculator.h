@@ -8,8 +8,8 @@
 
 #include "calc/answers.h"
 #include "calc/scaling_answer.h"
-#include "setup/controls/choice.h"
-#include "setup/controls/screen.h"
+#include "controls/choice.h"
+#include "controls/screen.h"
 
 namespace ostrand {
 

@@ -4,7 +4,7 @@
 #include "calc/calculator.h"
 #include "calc/source_kinds.h"
 #include "calc/two_point.h"
-#include "setup/controls/numeric_field.h"
+#include "controls/numeric_field.h"
 
 namespace ostrand {
 

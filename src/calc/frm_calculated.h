@@ -6,11 +6,11 @@
 #include <string>
 
 #include "calc/formula.h"
+#include "controls/choice.h"
+#include "controls/numeric_field.h"
+#include "controls/screen.h"
 #include "platform/clock.h"
 #include "platform/filesystem.h"
-#include "setup/controls/choice.h"
-#include "setup/controls/numeric_field.h"
-#include "setup/controls/screen.h"
 
 namespace ostrand {
 

@@ -3,7 +3,7 @@
 
 #include "calc/calculator.h"
 #include "calc/flow.h"
-#include "setup/controls/numeric_field.h"
+#include "controls/numeric_field.h"
 
 namespace ostrand {
 

@@ -1,8 +1,8 @@
 // Check boxes over the truth values of a project.
 #pragma once
 
+#include "controls/control.h"
 #include "model/store.h"
-#include "setup/controls/control.h"
 
 namespace ostrand {
 

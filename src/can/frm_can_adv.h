@@ -1,8 +1,8 @@
 // Advanced options of a CAN module.
 #pragma once
 
+#include "controls/screen.h"
 #include "model/store.h"
-#include "setup/controls/screen.h"
 
 namespace ostrand {
 

@@ -7,12 +7,12 @@
 #include <string>
 #include <string_view>
 
+#include "controls/choice.h"
+#include "controls/numeric_field.h"
+#include "controls/screen.h"
 #include "model/can_config.h"
 #include "model/store.h"
 #include "platform/filesystem.h"
-#include "setup/controls/choice.h"
-#include "setup/controls/numeric_field.h"
-#include "setup/controls/screen.h"
 
 namespace ostrand {
 

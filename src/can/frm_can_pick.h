@@ -5,8 +5,8 @@
 #include <string>
 
 #include "can/pick_list.h"
-#include "setup/controls/choice.h"
-#include "setup/controls/screen.h"
+#include "controls/choice.h"
+#include "controls/screen.h"
 
 namespace ostrand {
 

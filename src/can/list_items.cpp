@@ -4,9 +4,9 @@
 #include <iterator>
 
 #include "can/item_rules.h"
+#include "controls/text_field.h"
 #include "model/stored_text.h"
 #include "model/table_outputs.h"
-#include "setup/controls/text_field.h"
 #include "text/number.h"
 #include "text/strings.h"
 

@@ -4,8 +4,8 @@
 #include <array>
 
 #include "can/item_rules.h"
+#include "controls/text_field.h"
 #include "model/stored_text.h"
-#include "setup/controls/text_field.h"
 #include "text/number.h"
 #include "text/strings.h"
 

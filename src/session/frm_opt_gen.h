@@ -4,10 +4,10 @@
 #include <functional>
 #include <string>
 
+#include "controls/choice.h"
+#include "controls/numeric_field.h"
+#include "controls/screen.h"
 #include "session/settings.h"
-#include "setup/controls/choice.h"
-#include "setup/controls/numeric_field.h"
-#include "setup/controls/screen.h"
 
 namespace ostrand {
 

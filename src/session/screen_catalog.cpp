@@ -4,10 +4,10 @@
 #include <array>
 #include <deque>
 
+#include "controls/list_field.h"
+#include "controls/numeric_field.h"
 #include "session/script_forms.h"
 #include "session/setup_screens.h"
-#include "setup/controls/list_field.h"
-#include "setup/controls/numeric_field.h"
 #include "text/number.h"
 #include "text/strings.h"
 

@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "controls/choice.h"
 #include "session/ostrand.h"
-#include "setup/controls/choice.h"
 
 namespace ostrand {
 

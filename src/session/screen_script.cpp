@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <array>
 
+#include "controls/choice.h"
 #include "session/screen_catalog.h"
 #include "session/setup_screens.h"
-#include "setup/controls/choice.h"
 #include "text/codepage.h"
 #include "text/number.h"
 #include "text/strings.h"

@@ -7,9 +7,9 @@
 #include <string_view>
 #include <vector>
 
+#include "controls/screen.h"
 #include "session/ostrand.h"
 #include "session/script_forms.h"
-#include "setup/controls/screen.h"
 #include "text/result.h"
 
 namespace ostrand {

@@ -4,8 +4,8 @@
 #include <array>
 #include <string_view>
 
+#include "controls/screen.h"
 #include "session/ostrand.h"
-#include "setup/controls/screen.h"
 
 namespace ostrand {
 

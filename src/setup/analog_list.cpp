@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "setup/controls/edits.h"
+#include "controls/edits.h"
 #include "text/number.h"
 
 namespace ostrand {

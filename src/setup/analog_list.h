@@ -6,12 +6,12 @@
 #include <span>
 #include <utility>
 
+#include "controls/screen.h"
 #include "model/channels.h"
 #include "model/orvus_data.h"
 #include "setup/analog_record.h"
 #include "setup/block_list.h"
 #include "setup/channel_chart.h"
-#include "setup/controls/screen.h"
 #include "setup/frm_graphs.h"
 #include "setup/names_backup.h"
 #include "setup/setup_hooks.h"

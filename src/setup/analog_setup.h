@@ -4,10 +4,10 @@
 
 #include <string_view>
 
+#include "controls/choice.h"
+#include "controls/numeric_field.h"
+#include "controls/screen.h"
 #include "setup/analog_list.h"
-#include "setup/controls/choice.h"
-#include "setup/controls/numeric_field.h"
-#include "setup/controls/screen.h"
 #include "setup/output_boxes.h"
 
 namespace ostrand {

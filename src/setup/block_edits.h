@@ -4,9 +4,9 @@
 #include <functional>
 #include <memory>
 
+#include "controls/edits.h"
 #include "model/store.h"
 #include "setup/backup.h"
-#include "setup/controls/edits.h"
 #include "setup/names_backup.h"
 
 namespace ostrand {

@@ -8,8 +8,8 @@
 #include <string_view>
 #include <vector>
 
-#include "setup/controls/numeric_field.h"
-#include "setup/controls/screen.h"
+#include "controls/numeric_field.h"
+#include "controls/screen.h"
 
 namespace ostrand {
 

@@ -4,11 +4,11 @@
 #include <initializer_list>
 #include <vector>
 
+#include "controls/choice.h"
+#include "controls/numeric_field.h"
+#include "controls/screen.h"
 #include "model/options.h"
 #include "setup/conditions.h"
-#include "setup/controls/choice.h"
-#include "setup/controls/numeric_field.h"
-#include "setup/controls/screen.h"
 
 namespace ostrand {
 

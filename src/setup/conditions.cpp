@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
+#include "controls/numeric_field.h"
 #include "model/names_in_text.h"
 #include "model/variables.h"
-#include "setup/controls/numeric_field.h"
 #include "text/mask.h"
 #include "text/number.h"
 #include "text/strings.h"

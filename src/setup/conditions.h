@@ -11,12 +11,12 @@
 #include <string_view>
 #include <vector>
 
+#include "controls/choice.h"
+#include "controls/list_field.h"
+#include "controls/screen.h"
+#include "controls/text_field.h"
 #include "model/options.h"
 #include "model/store.h"
-#include "setup/controls/choice.h"
-#include "setup/controls/list_field.h"
-#include "setup/controls/screen.h"
-#include "setup/controls/text_field.h"
 
 namespace ostrand {
 

@@ -1,10 +1,10 @@
 // The panel that shuts the logger down at a low battery.
 #pragma once
 
+#include "controls/choice.h"
+#include "controls/numeric_field.h"
+#include "controls/screen.h"
 #include "model/store.h"
-#include "setup/controls/choice.h"
-#include "setup/controls/numeric_field.h"
-#include "setup/controls/screen.h"
 
 namespace ostrand {
 

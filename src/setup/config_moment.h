@@ -8,9 +8,9 @@
 #include <string>
 #include <string_view>
 
+#include "controls/choice.h"
+#include "controls/screen.h"
 #include "model/store.h"
-#include "setup/controls/choice.h"
-#include "setup/controls/screen.h"
 
 namespace ostrand {
 

@@ -1,12 +1,12 @@
 // The panel that switches the logger off and on: by a condition, and at a time.
 #pragma once
 
+#include "controls/choice.h"
+#include "controls/numeric_field.h"
+#include "controls/screen.h"
 #include "model/store.h"
 #include "setup/conditions.h"
 #include "setup/config_moment.h"
-#include "setup/controls/choice.h"
-#include "setup/controls/numeric_field.h"
-#include "setup/controls/screen.h"
 
 namespace ostrand {
 

@@ -4,11 +4,11 @@
 #include <functional>
 #include <string>
 
+#include "controls/choice.h"
+#include "controls/list_field.h"
+#include "controls/numeric_field.h"
+#include "controls/screen.h"
 #include "model/store.h"
-#include "setup/controls/choice.h"
-#include "setup/controls/list_field.h"
-#include "setup/controls/numeric_field.h"
-#include "setup/controls/screen.h"
 
 namespace ostrand {
 

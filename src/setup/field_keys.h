@@ -3,8 +3,8 @@
 
 #include <string>
 
+#include "controls/numeric_field.h"
 #include "model/store.h"
-#include "setup/controls/numeric_field.h"
 
 namespace ostrand {
 

@@ -6,10 +6,10 @@
 #include <string_view>
 #include <vector>
 
+#include "controls/choice.h"
 #include "model/enums.h"
 #include "model/store.h"
 #include "platform/forms.h"
-#include "setup/controls/choice.h"
 
 namespace ostrand {
 

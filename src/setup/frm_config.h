@@ -3,14 +3,14 @@
 
 #include <array>
 
+#include "controls/choice.h"
+#include "controls/numeric_field.h"
+#include "controls/screen.h"
 #include "setup/backup.h"
 #include "setup/conditions.h"
 #include "setup/config_battery.h"
 #include "setup/config_power.h"
 #include "setup/config_status.h"
-#include "setup/controls/choice.h"
-#include "setup/controls/numeric_field.h"
-#include "setup/controls/screen.h"
 #include "setup/frm_port_tables.h"
 
 namespace ostrand {

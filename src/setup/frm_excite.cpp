@@ -1,7 +1,7 @@
 #include "setup/frm_excite.h"
 
+#include "controls/numeric_field.h"
 #include "model/channels.h"
-#include "setup/controls/numeric_field.h"
 #include "setup/state_rows.h"
 #include "text/number.h"
 #include "verify/box.h"

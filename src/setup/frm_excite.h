@@ -3,10 +3,10 @@
 
 #include <memory>
 
+#include "controls/choice.h"
+#include "controls/screen.h"
 #include "setup/backup.h"
 #include "setup/conditions.h"
-#include "setup/controls/choice.h"
-#include "setup/controls/screen.h"
 
 namespace ostrand {
 

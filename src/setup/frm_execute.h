@@ -1,11 +1,11 @@
 // The scan: its interval, its buffer, and measuring in bursts.
 #pragma once
 
+#include "controls/choice.h"
+#include "controls/numeric_field.h"
+#include "controls/screen.h"
 #include "model/store.h"
 #include "setup/backup.h"
-#include "setup/controls/choice.h"
-#include "setup/controls/numeric_field.h"
-#include "setup/controls/screen.h"
 
 namespace ostrand {
 

@@ -6,10 +6,10 @@
 #include <string>
 #include <vector>
 
+#include "controls/numeric_field.h"
+#include "controls/screen.h"
 #include "model/alias_rename.h"
 #include "setup/aliases.h"
-#include "setup/controls/numeric_field.h"
-#include "setup/controls/screen.h"
 #include "setup/setup_hooks.h"
 
 namespace ostrand {

@@ -4,8 +4,8 @@
 #include <memory>
 #include <vector>
 
+#include "controls/screen.h"
 #include "setup/channel_chart.h"
-#include "setup/controls/screen.h"
 
 namespace ostrand {
 

@@ -1,7 +1,7 @@
 // Parameters of a histogram.
 #pragma once
 
-#include "setup/controls/numeric_field.h"
+#include "controls/numeric_field.h"
 #include "setup/histo_screen.h"
 
 namespace ostrand {

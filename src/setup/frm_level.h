@@ -5,9 +5,9 @@
 #include <string_view>
 #include <vector>
 
+#include "controls/choice.h"
+#include "controls/numeric_field.h"
 #include "model/table_outputs.h"
-#include "setup/controls/choice.h"
-#include "setup/controls/numeric_field.h"
 #include "setup/histo_screen.h"
 
 namespace ostrand {

@@ -4,9 +4,9 @@
 #include <string>
 #include <string_view>
 
-#include "setup/controls/choice.h"
-#include "setup/controls/numeric_field.h"
-#include "setup/controls/screen.h"
+#include "controls/choice.h"
+#include "controls/numeric_field.h"
+#include "controls/screen.h"
 #include "setup/flag_usage.h"
 #include "setup/table_objects.h"
 

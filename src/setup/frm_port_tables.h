@@ -3,8 +3,8 @@
 
 #include <string>
 
-#include "setup/controls/choice.h"
-#include "setup/controls/screen.h"
+#include "controls/choice.h"
+#include "controls/screen.h"
 #include "setup/output_boxes.h"
 
 namespace ostrand {

@@ -4,10 +4,10 @@
 #include <memory>
 #include <string>
 
+#include "controls/choice.h"
+#include "controls/screen.h"
 #include "setup/backup.h"
 #include "setup/conditions.h"
-#include "setup/controls/choice.h"
-#include "setup/controls/screen.h"
 #include "setup/state_rows.h"
 
 namespace ostrand {

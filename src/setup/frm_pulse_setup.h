@@ -3,10 +3,10 @@
 
 #include <string_view>
 
+#include "controls/choice.h"
+#include "controls/edits.h"
+#include "controls/numeric_field.h"
 #include "setup/backup.h"
-#include "setup/controls/choice.h"
-#include "setup/controls/edits.h"
-#include "setup/controls/numeric_field.h"
 #include "setup/frm_pulse_block.h"
 #include "setup/names_backup.h"
 #include "setup/output_boxes.h"

@@ -1,8 +1,8 @@
 // How many records a table needs for a time.
 #pragma once
 
-#include "setup/controls/numeric_field.h"
-#include "setup/controls/screen.h"
+#include "controls/numeric_field.h"
+#include "controls/screen.h"
 #include "setup/table_objects.h"
 
 namespace ostrand {

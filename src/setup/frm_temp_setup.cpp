@@ -1,6 +1,6 @@
 #include "setup/frm_temp_setup.h"
 
-#include "setup/controls/edits.h"
+#include "controls/edits.h"
 
 namespace ostrand {
 

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <iterator>
 
+#include "controls/edits.h"
 #include "model/defaults.h"
-#include "setup/controls/edits.h"
 #include "setup/frm_tk40m_setup.h"
 #include "text/number.h"
 

@@ -3,11 +3,11 @@
 
 #include <string_view>
 
+#include "controls/numeric_field.h"
+#include "controls/screen.h"
 #include "model/output_table.h"
 #include "setup/condition_font.h"
 #include "setup/conditions.h"
-#include "setup/controls/numeric_field.h"
-#include "setup/controls/screen.h"
 
 namespace ostrand {
 

@@ -3,10 +3,10 @@
 
 #include <string>
 
+#include "controls/screen.h"
 #include "model/output_table.h"
 #include "setup/condition_font.h"
 #include "setup/conditions.h"
-#include "setup/controls/screen.h"
 
 namespace ostrand {
 

@@ -6,8 +6,8 @@
 #include <string>
 #include <string_view>
 
-#include "setup/controls/numeric_field.h"
-#include "setup/controls/screen.h"
+#include "controls/numeric_field.h"
+#include "controls/screen.h"
 
 namespace ostrand {
 

@@ -6,9 +6,9 @@
 #include <initializer_list>
 #include <vector>
 
+#include "controls/choice.h"
+#include "controls/screen.h"
 #include "model/store.h"
-#include "setup/controls/choice.h"
-#include "setup/controls/screen.h"
 
 namespace ostrand {
 

@@ -3,8 +3,8 @@
 
 #include <string_view>
 
+#include "controls/screen.h"
 #include "model/store.h"
-#include "setup/controls/screen.h"
 #include "setup/histo_screen.h"
 
 namespace ostrand {

@@ -4,10 +4,10 @@
 #include <string>
 #include <string_view>
 
+#include "controls/choice.h"
+#include "controls/screen.h"
 #include "platform/forms.h"
 #include "setup/conditions.h"
-#include "setup/controls/choice.h"
-#include "setup/controls/screen.h"
 
 namespace ostrand {
 

@@ -2,9 +2,9 @@
 #include "calc/formula.h"
 #include "calc/frm_calculated.h"
 #include "calc/variable_uses.h"
-#include "setup/screen_driver.h"
 #include "support/fixed_clock.h"
 #include "support/memory_filesystem.h"
+#include "support/screen_driver.h"
 
 namespace ostrand {
 namespace {

@@ -4,7 +4,7 @@
 #include "calc/frm_flow_calc.h"
 #include "calc/frm_solve_list.h"
 #include "calc/frm_spd_calc.h"
-#include "setup/screen_driver.h"
+#include "support/screen_driver.h"
 
 namespace ostrand {
 namespace {

@@ -4,9 +4,9 @@
 #include "can/frm_can_pick.h"
 #include "projectfile/genfile.h"
 #include "session/screen_script.h"
-#include "setup/table_screens_fixture.h"
 #include "support/fixed_clock.h"
 #include "support/memory_filesystem.h"
+#include "support/table_screens_fixture.h"
 #include "support/test_surroundings.h"
 #include "text/number.h"
 

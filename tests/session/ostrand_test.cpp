@@ -8,12 +8,12 @@
 #include <filesystem>
 #include <functional>
 
+#include "controls/numeric_field.h"
 #include "model/defaults.h"
 #include "platform/posix/posix_clock.h"
 #include "platform/posix/posix_filesystem.h"
 #include "platform/posix/user_folders.h"
 #include "session/setup_screens.h"
-#include "setup/controls/numeric_field.h"
 #include "support/memory_filesystem.h"
 #include "support/scripted_forms.h"
 #include "support/temp_folder.h"

@@ -2,7 +2,7 @@
 #include "setup/aliases.h"
 
 #include "setup/flag_usage.h"
-#include "setup/screen_driver.h"
+#include "support/screen_driver.h"
 
 namespace ostrand {
 namespace {

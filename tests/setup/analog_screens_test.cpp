@@ -6,7 +6,7 @@
 #include "setup/frm_temp_block.h"
 #include "setup/frm_tk40m_block.h"
 #include "setup/frm_volt_block.h"
-#include "setup/screen_driver.h"
+#include "support/screen_driver.h"
 #include "text/number.h"
 
 namespace ostrand {

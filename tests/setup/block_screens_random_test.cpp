@@ -3,16 +3,16 @@
 #include <random>
 #include <set>
 
+#include "controls/choice.h"
 #include "projectfile/genfile.h"
 #include "setup/bridge_rules.h"
-#include "setup/controls/choice.h"
 #include "setup/frm_brdg_block.h"
 #include "setup/frm_pulse_block.h"
 #include "setup/frm_temp_block.h"
 #include "setup/frm_tk40m_block.h"
 #include "setup/frm_volt_block.h"
-#include "setup/screen_driver.h"
 #include "support/project_invariants.h"
+#include "support/screen_driver.h"
 #include "support/temp_folder.h"
 #include "text/number.h"
 

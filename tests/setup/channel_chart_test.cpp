@@ -2,7 +2,7 @@
 #include "setup/channel_chart.h"
 
 #include "setup/frm_graphs.h"
-#include "setup/screen_driver.h"
+#include "support/screen_driver.h"
 
 namespace ostrand {
 namespace {

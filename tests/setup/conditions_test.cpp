@@ -2,7 +2,7 @@
 #include "setup/conditions.h"
 
 #include "model/variables.h"
-#include "setup/table_screens_fixture.h"
+#include "support/table_screens_fixture.h"
 
 namespace ostrand {
 namespace {

@@ -8,7 +8,7 @@
 #include "setup/frm_execute.h"
 #include "setup/frm_flags.h"
 #include "setup/frm_ports.h"
-#include "table_screens_fixture.h"
+#include "support/table_screens_fixture.h"
 
 namespace ostrand {
 namespace {

@@ -2,7 +2,7 @@
 // and what the screens do not show.
 #include "setup/bridge_rules.h"
 #include "setup/frm_brdg_block.h"
-#include "setup/screen_driver.h"
+#include "support/screen_driver.h"
 #include "text/number.h"
 
 namespace ostrand {

@@ -1,7 +1,7 @@
 // Names and scaling of single sensors, and the conditions that name them.
 #include "setup/frm_fld_name.h"
 
-#include "setup/table_screens_fixture.h"
+#include "support/table_screens_fixture.h"
 
 namespace ostrand {
 namespace {

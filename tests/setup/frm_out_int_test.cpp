@@ -2,7 +2,7 @@
 #include "setup/frm_out_int.h"
 
 #include "setup/frm_table_times.h"
-#include "setup/table_screens_fixture.h"
+#include "support/table_screens_fixture.h"
 #include "text/number.h"
 
 namespace ostrand {

@@ -1,7 +1,7 @@
 // Pulse blocks, through the controls of their screens: what projects bring that no screen makes,
 // and what the screens do not show.
 #include "setup/frm_pulse_block.h"
-#include "setup/screen_driver.h"
+#include "support/screen_driver.h"
 #include "text/number.h"
 
 namespace ostrand {

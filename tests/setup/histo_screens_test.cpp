@@ -14,7 +14,7 @@
 #include "setup/frm_histogram.h"
 #include "setup/frm_level.h"
 #include "setup/frm_rain_histo.h"
-#include "setup/table_screens_fixture.h"
+#include "support/table_screens_fixture.h"
 #include "text/number.h"
 #include "text/strings.h"
 

@@ -2,7 +2,7 @@
 #include "setup/output_boxes.h"
 
 #include "setup/frm_port_tables.h"
-#include "setup/screen_driver.h"
+#include "support/screen_driver.h"
 
 namespace ostrand {
 namespace {

@@ -3,7 +3,7 @@
 
 #include "setup/frm_trig_table.h"
 #include "setup/frm_write_if.h"
-#include "setup/table_screens_fixture.h"
+#include "support/table_screens_fixture.h"
 
 namespace ostrand {
 namespace {

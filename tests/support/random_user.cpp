@@ -2,8 +2,8 @@
 
 #include <array>
 
-#include "setup/controls/choice.h"
-#include "setup/controls/list_field.h"
+#include "controls/choice.h"
+#include "controls/list_field.h"
 #include "text/number.h"
 
 namespace ostrand::testing {

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "setup/controls/screen.h"
+#include "controls/screen.h"
 
 namespace ostrand::testing {
 

@@ -1,4 +1,4 @@
-#include "setup/controls/list_field.h"
+#include "controls/list_field.h"
 
 #include <algorithm>
 

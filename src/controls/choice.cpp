@@ -1,8 +1,8 @@
-#include "setup/controls/choice.h"
+#include "controls/choice.h"
 
 #include <algorithm>
 
-#include "setup/controls/screen.h"
+#include "controls/screen.h"
 #include "text/strings.h"
 
 namespace ostrand {

@@ -1,7 +1,7 @@
-#include "setup/controls/control.h"
+#include "controls/control.h"
 
+#include "controls/screen.h"
 #include "platform/guarded.h"
-#include "setup/controls/screen.h"
 
 namespace ostrand {
 

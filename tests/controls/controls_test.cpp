@@ -1,7 +1,7 @@
 // The rules of the controls, key by key.
-#include "setup/controls/choice.h"
-#include "setup/controls/numeric_field.h"
-#include "setup/screen_driver.h"
+#include "controls/choice.h"
+#include "controls/numeric_field.h"
+#include "support/screen_driver.h"
 
 namespace ostrand {
 namespace {

@@ -1,7 +1,7 @@
 // The driver of screens with its words as members, for the tests of tables.
 #pragma once
 
-#include "setup/screen_driver.h"
+#include "support/screen_driver.h"
 
 namespace ostrand::testing {
 

@@ -6,11 +6,11 @@
 #include <string_view>
 #include <vector>
 
+#include "controls/control.h"
+#include "controls/text_field.h"
 #include "model/options.h"
 #include "model/store.h"
 #include "platform/forms.h"
-#include "setup/controls/control.h"
-#include "setup/controls/text_field.h"
 
 namespace ostrand {
 

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "setup/controls/control.h"
+#include "controls/control.h"
 
 namespace ostrand {
 

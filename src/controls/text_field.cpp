@@ -1,9 +1,9 @@
-#include "setup/controls/text_field.h"
+#include "controls/text_field.h"
 
 #include <algorithm>
 
+#include "controls/screen.h"
 #include "model/stored_text.h"
-#include "setup/controls/screen.h"
 
 namespace ostrand {
 namespace {

@@ -3,8 +3,8 @@
 
 #include <string_view>
 
+#include "controls/screen.h"
 #include "platform/forms.h"
-#include "setup/controls/screen.h"
 
 namespace ostrand {
 

@@ -1,4 +1,4 @@
-#include "setup/controls/numeric_field.h"
+#include "controls/numeric_field.h"
 
 #include <algorithm>
 #include <array>

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "setup/controls/text_field.h"
+#include "controls/text_field.h"
 
 namespace ostrand {
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "setup/controls/text_field.h"
+#include "controls/text_field.h"
 
 namespace ostrand {
 

@@ -1,4 +1,4 @@
-#include "setup/controls/edits.h"
+#include "controls/edits.h"
 
 namespace ostrand {
 

@@ -9,10 +9,10 @@
 #include <string_view>
 #include <vector>
 
+#include "controls/screen.h"
 #include "model/defaults.h"
 #include "model/options.h"
 #include "model/variables.h"
-#include "setup/controls/screen.h"
 #include "support/scripted_forms.h"
 
 namespace ostrand::testing {

@@ -1,4 +1,4 @@
-#include "setup/controls/screen.h"
+#include "controls/screen.h"
 
 #include "platform/guarded.h"
 #include "text/strings.h"
