@@ -1,9 +1,9 @@
 #include "calc/frm_calc_mv_per_volt.h"
 
 #include "calc/answers.h"
+#include "platform/box.h"
 #include "text/number.h"
 #include "text/strings.h"
-#include "verify/box.h"
 
 namespace ostrand {
 namespace {

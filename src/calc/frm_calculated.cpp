@@ -8,12 +8,12 @@
 #include "model/names.h"
 #include "model/table_outputs.h"
 #include "model/variables.h"
+#include "platform/box.h"
 #include "platform/guarded.h"
 #include "platform/moment_text.h"
 #include "platform/paths.h"
 #include "text/number.h"
 #include "text/strings.h"
-#include "verify/box.h"
 #include "verify/names_check.h"
 
 namespace ostrand {

@@ -11,9 +11,9 @@
 #include "controls/edits.h"
 #include "model/defaults.h"
 #include "model/name_limits.h"
+#include "platform/box.h"
 #include "text/number.h"
 #include "text/strings.h"
-#include "verify/box.h"
 
 namespace ostrand {
 namespace {

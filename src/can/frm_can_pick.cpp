@@ -5,9 +5,9 @@
 #include "can/item_rules.h"
 #include "can/list_items.h"
 #include "model/stored_text.h"
+#include "platform/box.h"
 #include "platform/guarded.h"
 #include "text/number.h"
-#include "verify/box.h"
 
 namespace ostrand {
 namespace {

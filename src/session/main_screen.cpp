@@ -2,10 +2,10 @@
 #include <string>
 
 #include "model/stored_text.h"
+#include "platform/box.h"
 #include "platform/guarded.h"
 #include "session/ostrand.h"
 #include "session/user_action.h"
-#include "verify/box.h"
 #include "verify/ground_warning.h"
 #include "verify/verify_before_save.h"
 

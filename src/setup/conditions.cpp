@@ -5,10 +5,10 @@
 #include "controls/numeric_field.h"
 #include "model/names_in_text.h"
 #include "model/variables.h"
+#include "platform/box.h"
 #include "text/mask.h"
 #include "text/number.h"
 #include "text/strings.h"
-#include "verify/box.h"
 
 namespace ostrand {
 namespace {

@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <string_view>
 
+#include "platform/box.h"
 #include "setup/conditions.h"
 #include "text/mask.h"
 #include "text/number.h"
 #include "text/strings.h"
-#include "verify/box.h"
 
 namespace ostrand {
 namespace {

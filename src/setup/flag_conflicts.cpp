@@ -4,9 +4,9 @@
 #include <string>
 #include <vector>
 
+#include "platform/box.h"
 #include "setup/flag_usage.h"
 #include "text/number.h"
-#include "verify/box.h"
 
 namespace ostrand {
 namespace {

@@ -6,6 +6,7 @@
 
 #include "model/name_limits.h"
 #include "model/names.h"
+#include "platform/box.h"
 #include "setup/aliases.h"
 #include "setup/bridge_rules.h"
 #include "setup/field_keys.h"
@@ -13,7 +14,6 @@
 #include "setup/output_parameters.h"
 #include "text/number.h"
 #include "text/strings.h"
-#include "verify/box.h"
 
 namespace ostrand {
 namespace {

@@ -6,13 +6,13 @@
 
 #include "model/channels.h"
 #include "model/defaults.h"
+#include "platform/box.h"
 #include "setup/channel_chart.h"
 #include "setup/flag_usage.h"
 #include "setup/state_rows.h"
 #include "setup/table_objects.h"
 #include "text/number.h"
 #include "text/strings.h"
-#include "verify/box.h"
 
 namespace ostrand {
 namespace {

@@ -2,9 +2,9 @@
 
 #include "controls/numeric_field.h"
 #include "model/channels.h"
+#include "platform/box.h"
 #include "setup/state_rows.h"
 #include "text/number.h"
-#include "verify/box.h"
 
 namespace ostrand {
 namespace {

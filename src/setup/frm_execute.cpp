@@ -4,11 +4,11 @@
 
 #include "model/intervals.h"
 #include "model/proggen.h"
+#include "platform/box.h"
 #include "setup/flag_conflicts.h"
 #include "setup/flag_usage.h"
 #include "text/mask.h"
 #include "text/number.h"
-#include "verify/box.h"
 #include "verify/check_context.h"
 #include "verify/timing_checks.h"
 

@@ -5,9 +5,9 @@
 
 #include "model/name_limits.h"
 #include "model/names.h"
+#include "platform/box.h"
 #include "text/number.h"
 #include "text/strings.h"
-#include "verify/box.h"
 
 namespace ostrand {
 namespace {

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "model/table_outputs.h"
+#include "platform/box.h"
 #include "setup/flag_code.h"
 #include "setup/flag_conflicts.h"
 #include "setup/flag_usage.h"
@@ -13,7 +14,6 @@
 #include "text/mask.h"
 #include "text/number.h"
 #include "text/strings.h"
-#include "verify/box.h"
 #include "verify/scan_rate_tables.h"
 #include "verify/timing_checks.h"
 

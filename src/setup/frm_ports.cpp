@@ -4,10 +4,10 @@
 
 #include "model/channels.h"
 #include "model/port_mask.h"
+#include "platform/box.h"
 #include "setup/frm_port_tables.h"
 #include "text/number.h"
 #include "text/strings.h"
-#include "verify/box.h"
 
 namespace ostrand {
 namespace {

@@ -2,10 +2,10 @@
 
 #include <limits>
 
+#include "platform/box.h"
 #include "text/mask.h"
 #include "text/number.h"
 #include "text/strings.h"
-#include "verify/box.h"
 
 namespace ostrand {
 namespace {

@@ -3,10 +3,10 @@
 #include <array>
 #include <limits>
 
+#include "platform/box.h"
 #include "setup/flag_usage.h"
 #include "text/mask.h"
 #include "text/number.h"
-#include "verify/box.h"
 
 namespace ostrand {
 namespace {

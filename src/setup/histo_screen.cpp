@@ -4,10 +4,10 @@
 #include <cmath>
 
 #include "model/intervals.h"
+#include "platform/box.h"
 #include "text/mask.h"
 #include "text/number.h"
 #include "text/strings.h"
-#include "verify/box.h"
 
 namespace ostrand {
 namespace {

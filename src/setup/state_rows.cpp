@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
+#include "platform/box.h"
 #include "setup/flag_usage.h"
 #include "text/number.h"
 #include "text/strings.h"
-#include "verify/box.h"
 
 namespace ostrand {
 namespace {

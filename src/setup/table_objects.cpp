@@ -5,9 +5,9 @@
 
 #include "model/proggen.h"
 #include "model/table_outputs.h"
+#include "platform/box.h"
 #include "text/mask.h"
 #include "text/number.h"
-#include "verify/box.h"
 
 namespace ostrand {
 namespace {

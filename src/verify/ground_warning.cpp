@@ -2,9 +2,10 @@
 
 #include <string>
 
+#include "platform/box.h"
 #include "platform/guarded.h"
 #include "text/strings.h"
-#include "verify/box.h"
+#include "verify/finding_boxes.h"
 #include "verify/project_keys.h"
 
 namespace ostrand {

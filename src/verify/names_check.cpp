@@ -7,9 +7,10 @@
 
 #include "model/enums.h"
 #include "model/names.h"
+#include "platform/box.h"
 #include "platform/guarded.h"
 #include "text/strings.h"
-#include "verify/box.h"
+#include "verify/finding_boxes.h"
 #include "verify/project_keys.h"
 
 namespace ostrand {

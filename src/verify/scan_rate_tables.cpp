@@ -2,8 +2,9 @@
 
 #include <string>
 
+#include "platform/box.h"
 #include "platform/guarded.h"
-#include "verify/box.h"
+#include "verify/finding_boxes.h"
 #include "verify/project_keys.h"
 #include "verify/timing_checks.h"
 

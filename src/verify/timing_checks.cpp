@@ -5,9 +5,9 @@
 #include <string>
 
 #include "model/intervals.h"
+#include "platform/box.h"
 #include "platform/guarded.h"
 #include "text/mask.h"
-#include "verify/box.h"
 #include "verify/project_keys.h"
 
 namespace ostrand {

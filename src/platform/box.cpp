@@ -1,4 +1,4 @@
-#include "verify/box.h"
+#include "platform/box.h"
 
 #include <utility>
 
@@ -18,25 +18,12 @@ std::string JoinLines(std::initializer_list<std::string_view> lines) {
   return text;
 }
 
-std::string TextsOf(const Findings& findings) {
-  std::string text;
-  for (const Finding& finding : findings) {
-    if (&finding != &findings.front()) text += kBreak;
-    text += finding.text;
-  }
-  return text;
-}
-
 void ShowWarning(platform::Forms& forms, std::string_view title, std::string text) {
   platform::MessageBox box;
   box.title = title;
   box.text = std::move(text);
   box.icon = platform::Icon::kExclamation;
   forms.ShowBox(box);
-}
-
-void ShowEach(platform::Forms& forms, const Findings& findings) {
-  for (const Finding& finding : findings) ShowWarning(forms, finding.title, finding.text);
 }
 
 platform::Answer Ask(platform::Forms& forms, std::string_view title, std::string text,
