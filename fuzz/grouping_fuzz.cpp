@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <cstdlib>
 
-#include "setup/conditions.h"
+#include "conditions/conditions.h"
 #include "text/number.h"
 
 namespace {

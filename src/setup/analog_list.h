@@ -6,15 +6,15 @@
 #include <span>
 #include <utility>
 
+#include "conditions/names_backup.h"
+#include "conditions/setup_hooks.h"
 #include "controls/screen.h"
+#include "model/channel_chart.h"
 #include "model/channels.h"
 #include "model/orvus_data.h"
 #include "setup/analog_record.h"
 #include "setup/block_list.h"
-#include "setup/channel_chart.h"
 #include "setup/frm_graphs.h"
-#include "setup/names_backup.h"
-#include "setup/setup_hooks.h"
 
 namespace ostrand {
 

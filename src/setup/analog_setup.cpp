@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
+#include "conditions/field_keys.h"
 #include "model/names.h"
-#include "setup/field_keys.h"
 #include "setup/output_parameters.h"
 #include "text/number.h"
 

@@ -4,10 +4,10 @@
 #include <functional>
 #include <memory>
 
+#include "conditions/backup.h"
+#include "conditions/names_backup.h"
 #include "controls/edits.h"
 #include "model/store.h"
-#include "setup/backup.h"
-#include "setup/names_backup.h"
 
 namespace ostrand {
 

@@ -1,11 +1,11 @@
 // The panel that switches the logger off and on: by a condition, and at a time.
 #pragma once
 
+#include "conditions/conditions.h"
 #include "controls/choice.h"
 #include "controls/numeric_field.h"
 #include "controls/screen.h"
 #include "model/store.h"
-#include "setup/conditions.h"
 #include "setup/config_moment.h"
 
 namespace ostrand {

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <string_view>
 
+#include "conditions/conditions.h"
 #include "platform/box.h"
-#include "setup/conditions.h"
 #include "text/mask.h"
 #include "text/number.h"
 #include "text/strings.h"

@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
+#include "model/channel_chart.h"
 #include "model/defaults.h"
 #include "setup/analog_list.h"
-#include "setup/channel_chart.h"
 #include "setup/frm_brdg_setup.h"
 #include "setup/frm_graphs.h"
 #include "text/number.h"

@@ -4,13 +4,13 @@
 #include <cmath>
 #include <memory>
 
+#include "conditions/aliases.h"
+#include "conditions/field_keys.h"
+#include "conditions/flag_usage.h"
 #include "model/name_limits.h"
 #include "model/names.h"
 #include "platform/box.h"
-#include "setup/aliases.h"
 #include "setup/bridge_rules.h"
-#include "setup/field_keys.h"
-#include "setup/flag_usage.h"
 #include "setup/output_parameters.h"
 #include "text/number.h"
 #include "text/strings.h"

@@ -5,13 +5,13 @@
 #include <span>
 #include <string_view>
 
+#include "conditions/aliases.h"
+#include "conditions/backup.h"
+#include "conditions/names_backup.h"
 #include "controls/choice.h"
 #include "controls/edits.h"
 #include "controls/numeric_field.h"
-#include "setup/aliases.h"
-#include "setup/backup.h"
 #include "setup/frm_brdg_block.h"
-#include "setup/names_backup.h"
 #include "setup/output_boxes.h"
 
 namespace ostrand {

@@ -4,11 +4,11 @@
 #include <cmath>
 #include <utility>
 
+#include "conditions/flag_usage.h"
+#include "model/channel_chart.h"
 #include "model/channels.h"
 #include "model/defaults.h"
 #include "platform/box.h"
-#include "setup/channel_chart.h"
-#include "setup/flag_usage.h"
 #include "setup/state_rows.h"
 #include "setup/table_objects.h"
 #include "text/number.h"

@@ -3,11 +3,11 @@
 
 #include <array>
 
+#include "conditions/backup.h"
+#include "conditions/conditions.h"
 #include "controls/choice.h"
 #include "controls/numeric_field.h"
 #include "controls/screen.h"
-#include "setup/backup.h"
-#include "setup/conditions.h"
 #include "setup/config_battery.h"
 #include "setup/config_power.h"
 #include "setup/config_status.h"

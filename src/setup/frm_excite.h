@@ -3,10 +3,10 @@
 
 #include <memory>
 
+#include "conditions/backup.h"
+#include "conditions/conditions.h"
 #include "controls/choice.h"
 #include "controls/screen.h"
-#include "setup/backup.h"
-#include "setup/conditions.h"
 
 namespace ostrand {
 

@@ -2,11 +2,11 @@
 
 #include <array>
 
+#include "conditions/flag_conflicts.h"
+#include "conditions/flag_usage.h"
 #include "model/intervals.h"
 #include "model/proggen.h"
 #include "platform/box.h"
-#include "setup/flag_conflicts.h"
-#include "setup/flag_usage.h"
 #include "text/mask.h"
 #include "text/number.h"
 #include "verify/check_context.h"

@@ -1,11 +1,11 @@
 // The scan: its interval, its buffer, and measuring in bursts.
 #pragma once
 
+#include "conditions/backup.h"
 #include "controls/choice.h"
 #include "controls/numeric_field.h"
 #include "controls/screen.h"
 #include "model/store.h"
-#include "setup/backup.h"
 
 namespace ostrand {
 

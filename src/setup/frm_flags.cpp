@@ -1,7 +1,7 @@
 #include "setup/frm_flags.h"
 
-#include "setup/flag_code.h"
-#include "setup/flag_conflicts.h"
+#include "conditions/flag_code.h"
+#include "conditions/flag_conflicts.h"
 #include "text/number.h"
 
 namespace ostrand {

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "controls/screen.h"
-#include "setup/channel_chart.h"
+#include "model/channel_chart.h"
 
 namespace ostrand {
 

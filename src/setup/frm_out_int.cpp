@@ -3,11 +3,11 @@
 #include <limits>
 #include <utility>
 
+#include "conditions/flag_code.h"
+#include "conditions/flag_conflicts.h"
+#include "conditions/flag_usage.h"
 #include "model/table_outputs.h"
 #include "platform/box.h"
-#include "setup/flag_code.h"
-#include "setup/flag_conflicts.h"
-#include "setup/flag_usage.h"
 #include "setup/frm_table_times.h"
 #include "setup/frm_trig_table.h"
 #include "setup/frm_write_if.h"

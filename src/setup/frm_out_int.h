@@ -4,10 +4,10 @@
 #include <string>
 #include <string_view>
 
+#include "conditions/flag_usage.h"
 #include "controls/choice.h"
 #include "controls/numeric_field.h"
 #include "controls/screen.h"
-#include "setup/flag_usage.h"
 #include "setup/table_objects.h"
 
 namespace ostrand {

@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "conditions/flag_code.h"
 #include "model/channels.h"
 #include "model/port_mask.h"
 #include "platform/box.h"

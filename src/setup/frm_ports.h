@@ -4,10 +4,10 @@
 #include <memory>
 #include <string>
 
+#include "conditions/backup.h"
+#include "conditions/conditions.h"
 #include "controls/choice.h"
 #include "controls/screen.h"
-#include "setup/backup.h"
-#include "setup/conditions.h"
 #include "setup/state_rows.h"
 
 namespace ostrand {

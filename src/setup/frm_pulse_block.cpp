@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
+#include "model/channel_chart.h"
 #include "model/defaults.h"
-#include "setup/channel_chart.h"
 #include "setup/frm_pulse_setup.h"
 #include "text/mask.h"
 #include "text/number.h"

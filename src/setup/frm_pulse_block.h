@@ -3,11 +3,11 @@
 
 #include <vector>
 
+#include "conditions/setup_hooks.h"
 #include "model/channels.h"
 #include "setup/block_edits.h"
 #include "setup/block_list.h"
 #include "setup/output_boxes.h"
-#include "setup/setup_hooks.h"
 
 namespace ostrand {
 

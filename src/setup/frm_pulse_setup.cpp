@@ -4,10 +4,10 @@
 #include <array>
 #include <memory>
 
+#include "conditions/aliases.h"
+#include "conditions/field_keys.h"
 #include "model/name_limits.h"
 #include "model/names.h"
-#include "setup/aliases.h"
-#include "setup/field_keys.h"
 #include "setup/output_parameters.h"
 #include "text/number.h"
 #include "text/strings.h"

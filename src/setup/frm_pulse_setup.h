@@ -3,14 +3,14 @@
 
 #include <string_view>
 
+#include "conditions/backup.h"
+#include "conditions/names_backup.h"
+#include "conditions/setup_hooks.h"
 #include "controls/choice.h"
 #include "controls/edits.h"
 #include "controls/numeric_field.h"
-#include "setup/backup.h"
 #include "setup/frm_pulse_block.h"
-#include "setup/names_backup.h"
 #include "setup/output_boxes.h"
-#include "setup/setup_hooks.h"
 
 namespace ostrand {
 

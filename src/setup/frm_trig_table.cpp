@@ -3,8 +3,8 @@
 #include <array>
 #include <limits>
 
+#include "conditions/flag_usage.h"
 #include "platform/box.h"
-#include "setup/flag_usage.h"
 #include "text/mask.h"
 #include "text/number.h"
 

@@ -3,11 +3,11 @@
 
 #include <string_view>
 
+#include "conditions/condition_font.h"
+#include "conditions/conditions.h"
 #include "controls/numeric_field.h"
 #include "controls/screen.h"
 #include "model/output_table.h"
-#include "setup/condition_font.h"
-#include "setup/conditions.h"
 
 namespace ostrand {
 

@@ -1,6 +1,6 @@
 #include "setup/frm_write_if.h"
 
-#include "setup/flag_usage.h"
+#include "conditions/flag_usage.h"
 #include "text/number.h"
 
 namespace ostrand {

@@ -3,10 +3,10 @@
 
 #include <string>
 
+#include "conditions/condition_font.h"
+#include "conditions/conditions.h"
 #include "controls/screen.h"
 #include "model/output_table.h"
-#include "setup/condition_font.h"
-#include "setup/conditions.h"
 
 namespace ostrand {
 

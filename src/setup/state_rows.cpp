@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
+#include "conditions/flag_usage.h"
 #include "platform/box.h"
-#include "setup/flag_usage.h"
 #include "text/number.h"
 #include "text/strings.h"
 
@@ -134,16 +134,6 @@ bool TwoStateControls::MayView(platform::Forms& forms, std::string_view notInclu
   if (!conditions || Complete()) return true;
   ShowWarning(forms, kTitle, std::string(incomplete));
   return false;
-}
-
-std::string TwoStateCode(std::string_view condition1, std::string_view statement1,
-                         std::string_view condition2, std::string_view statement2) {
-  constexpr std::string_view kIndent = "    ";
-  const auto join = [](std::string_view head, std::string_view text, std::string_view tail) {
-    return std::string(head).append(text).append(tail);
-  };
-  return JoinLines({join("If ", condition1, " Then"), join(kIndent, statement1, {}),
-                    join("ElseIf ", condition2, " Then"), join(kIndent, statement2, {}), "End If"});
 }
 
 }  // namespace ostrand

@@ -4,10 +4,10 @@
 #include <string>
 #include <string_view>
 
+#include "conditions/conditions.h"
 #include "controls/choice.h"
 #include "controls/screen.h"
 #include "platform/forms.h"
-#include "setup/conditions.h"
 
 namespace ostrand {
 
@@ -90,9 +90,5 @@ class TwoStateControls {
   bool MayView(platform::Forms& forms, std::string_view notIncluded, std::string_view incomplete,
                bool conditions);
 };
-
-// "If a Then", "    Flag(3) = True", "ElseIf b Then", "    Flag(3) = False", "End If".
-std::string TwoStateCode(std::string_view condition1, std::string_view statement1,
-                         std::string_view condition2, std::string_view statement2);
 
 }  // namespace ostrand

@@ -1,7 +1,7 @@
+#include "conditions/flag_usage.h"
 #include "model/name_limits.h"
 #include "model/names.h"
 #include "setup/analog_setup.h"
-#include "setup/flag_usage.h"
 #include "text/mask.h"
 #include "text/number.h"
 #include "text/strings.h"

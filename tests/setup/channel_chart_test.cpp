@@ -1,5 +1,5 @@
 // Who uses the terminals of the panel and of the multiplexers.
-#include "setup/channel_chart.h"
+#include "model/channel_chart.h"
 
 #include "setup/frm_graphs.h"
 #include "support/screen_driver.h"

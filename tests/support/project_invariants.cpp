@@ -3,9 +3,9 @@
 #include <array>
 #include <cmath>
 
+#include "conditions/aliases.h"
+#include "model/channel_chart.h"
 #include "model/channels.h"
-#include "setup/aliases.h"
-#include "setup/channel_chart.h"
 #include "text/number.h"
 
 namespace ostrand::testing {

@@ -1,4 +1,4 @@
-#include "setup/aliases.h"
+#include "conditions/aliases.h"
 
 #include <algorithm>
 

@@ -6,9 +6,9 @@
 #include <string>
 #include <string_view>
 
+#include "conditions/aliases.h"
 #include "model/alias_rename.h"
 #include "model/enums.h"
-#include "setup/aliases.h"
 
 namespace ostrand {
 

@@ -1,4 +1,4 @@
-#include "setup/channel_chart.h"
+#include "model/channel_chart.h"
 
 #include <algorithm>
 

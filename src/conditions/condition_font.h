@@ -4,11 +4,11 @@
 #include <initializer_list>
 #include <vector>
 
+#include "conditions/conditions.h"
 #include "controls/choice.h"
 #include "controls/numeric_field.h"
 #include "controls/screen.h"
 #include "model/options.h"
-#include "setup/conditions.h"
 
 namespace ostrand {
 

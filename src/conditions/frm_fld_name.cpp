@@ -1,4 +1,4 @@
-#include "setup/frm_fld_name.h"
+#include "conditions/frm_fld_name.h"
 
 #include <algorithm>
 #include <utility>

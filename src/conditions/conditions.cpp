@@ -1,4 +1,4 @@
-#include "setup/conditions.h"
+#include "conditions/conditions.h"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include "setup/condition_font.h"
+#include "conditions/condition_font.h"
 
 #include "text/strings.h"
 

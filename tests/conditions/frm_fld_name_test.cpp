@@ -1,5 +1,5 @@
 // Names and scaling of single sensors, and the conditions that name them.
-#include "setup/frm_fld_name.h"
+#include "conditions/frm_fld_name.h"
 
 #include "support/table_screens_fixture.h"
 

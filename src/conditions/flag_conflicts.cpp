@@ -1,11 +1,11 @@
-#include "setup/flag_conflicts.h"
+#include "conditions/flag_conflicts.h"
 
 #include <algorithm>
 #include <string>
 #include <vector>
 
+#include "conditions/flag_usage.h"
 #include "platform/box.h"
-#include "setup/flag_usage.h"
 #include "text/number.h"
 
 namespace ostrand {

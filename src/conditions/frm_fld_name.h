@@ -6,11 +6,11 @@
 #include <string>
 #include <vector>
 
+#include "conditions/aliases.h"
+#include "conditions/setup_hooks.h"
 #include "controls/numeric_field.h"
 #include "controls/screen.h"
 #include "model/alias_rename.h"
-#include "setup/aliases.h"
-#include "setup/setup_hooks.h"
 
 namespace ostrand {
 

@@ -1,4 +1,4 @@
-#include "setup/flag_usage.h"
+#include "conditions/flag_usage.h"
 
 #include <algorithm>
 

@@ -1,5 +1,5 @@
 // Conditions as screens compose them, and the line that groups them.
-#include "setup/conditions.h"
+#include "conditions/conditions.h"
 
 #include "model/variables.h"
 #include "support/table_screens_fixture.h"

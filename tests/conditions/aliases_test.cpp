@@ -1,7 +1,7 @@
 // Repetitions that follow their block's defaults, and flags that have other users.
-#include "setup/aliases.h"
+#include "conditions/aliases.h"
 
-#include "setup/flag_usage.h"
+#include "conditions/flag_usage.h"
 #include "support/screen_driver.h"
 
 namespace ostrand {

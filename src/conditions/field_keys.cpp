@@ -1,4 +1,4 @@
-#include "setup/field_keys.h"
+#include "conditions/field_keys.h"
 
 #include <algorithm>
 #include <cmath>
