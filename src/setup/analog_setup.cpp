@@ -4,7 +4,7 @@
 
 #include "conditions/field_keys.h"
 #include "model/names.h"
-#include "setup/output_parameters.h"
+#include "tables/output_parameters.h"
 #include "text/number.h"
 
 namespace ostrand {

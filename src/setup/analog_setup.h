@@ -8,7 +8,7 @@
 #include "controls/numeric_field.h"
 #include "controls/screen.h"
 #include "setup/analog_list.h"
-#include "setup/output_boxes.h"
+#include "tables/output_boxes.h"
 
 namespace ostrand {
 

@@ -11,7 +11,7 @@
 #include "model/names.h"
 #include "platform/box.h"
 #include "setup/bridge_rules.h"
-#include "setup/output_parameters.h"
+#include "tables/output_parameters.h"
 #include "text/number.h"
 #include "text/strings.h"
 

@@ -12,7 +12,7 @@
 #include "controls/edits.h"
 #include "controls/numeric_field.h"
 #include "setup/frm_brdg_block.h"
-#include "setup/output_boxes.h"
+#include "tables/output_boxes.h"
 
 namespace ostrand {
 

@@ -10,7 +10,7 @@
 #include "model/defaults.h"
 #include "platform/box.h"
 #include "setup/state_rows.h"
-#include "setup/table_objects.h"
+#include "tables/table_objects.h"
 #include "text/number.h"
 #include "text/strings.h"
 

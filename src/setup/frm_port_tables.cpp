@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "model/names.h"
-#include "setup/output_parameters.h"
+#include "tables/output_parameters.h"
 #include "text/number.h"
 
 namespace ostrand {

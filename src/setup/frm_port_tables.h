@@ -5,7 +5,7 @@
 
 #include "controls/choice.h"
 #include "controls/screen.h"
-#include "setup/output_boxes.h"
+#include "tables/output_boxes.h"
 
 namespace ostrand {
 

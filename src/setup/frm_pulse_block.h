@@ -7,7 +7,7 @@
 #include "model/channels.h"
 #include "setup/block_edits.h"
 #include "setup/block_list.h"
-#include "setup/output_boxes.h"
+#include "tables/output_boxes.h"
 
 namespace ostrand {
 

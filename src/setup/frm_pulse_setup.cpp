@@ -8,7 +8,7 @@
 #include "conditions/field_keys.h"
 #include "model/name_limits.h"
 #include "model/names.h"
-#include "setup/output_parameters.h"
+#include "tables/output_parameters.h"
 #include "text/number.h"
 #include "text/strings.h"
 

@@ -1,4 +1,4 @@
-#include "setup/frm_rain_histo.h"
+#include "tables/frm_rain_histo.h"
 
 namespace ostrand {
 namespace {

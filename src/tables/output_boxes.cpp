@@ -1,4 +1,4 @@
-#include "setup/output_boxes.h"
+#include "tables/output_boxes.h"
 
 #include <string>
 

@@ -1,4 +1,4 @@
-#include "setup/frm_level.h"
+#include "tables/frm_level.h"
 
 #include <algorithm>
 #include <array>

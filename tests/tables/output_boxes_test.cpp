@@ -1,5 +1,5 @@
 // What a user can store of an item, and what the item keeps of it.
-#include "setup/output_boxes.h"
+#include "tables/output_boxes.h"
 
 #include "setup/frm_port_tables.h"
 #include "support/screen_driver.h"

@@ -1,4 +1,4 @@
-#include "setup/frm_out_int.h"
+#include "tables/frm_out_int.h"
 
 #include <limits>
 #include <utility>
@@ -8,9 +8,9 @@
 #include "conditions/flag_usage.h"
 #include "model/table_outputs.h"
 #include "platform/box.h"
-#include "setup/frm_table_times.h"
-#include "setup/frm_trig_table.h"
-#include "setup/frm_write_if.h"
+#include "tables/frm_table_times.h"
+#include "tables/frm_trig_table.h"
+#include "tables/frm_write_if.h"
 #include "text/mask.h"
 #include "text/number.h"
 #include "text/strings.h"

@@ -1,8 +1,8 @@
 // The table screens: what of a table can be set, what is asked, and what the project gets.
-#include "setup/frm_out_int.h"
+#include "tables/frm_out_int.h"
 
-#include "setup/frm_table_times.h"
 #include "support/table_screens_fixture.h"
+#include "tables/frm_table_times.h"
 #include "text/number.h"
 
 namespace ostrand {

@@ -8,7 +8,7 @@
 #include "controls/choice.h"
 #include "controls/numeric_field.h"
 #include "controls/screen.h"
-#include "setup/table_objects.h"
+#include "tables/table_objects.h"
 
 namespace ostrand {
 

@@ -1,4 +1,4 @@
-#include "setup/table_objects.h"
+#include "tables/table_objects.h"
 
 #include <algorithm>
 #include <cmath>

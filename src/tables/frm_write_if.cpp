@@ -1,4 +1,4 @@
-#include "setup/frm_write_if.h"
+#include "tables/frm_write_if.h"
 
 #include "conditions/flag_usage.h"
 #include "text/number.h"

@@ -1,4 +1,4 @@
-#include "setup/frm_trig_table.h"
+#include "tables/frm_trig_table.h"
 
 #include <array>
 #include <limits>

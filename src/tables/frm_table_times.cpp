@@ -1,4 +1,4 @@
-#include "setup/frm_table_times.h"
+#include "tables/frm_table_times.h"
 
 #include <limits>
 

@@ -1,9 +1,9 @@
 // Triggers and write conditions, and what is stored of them.
 #include <gtest/gtest.h>
 
-#include "setup/frm_trig_table.h"
-#include "setup/frm_write_if.h"
 #include "support/table_screens_fixture.h"
+#include "tables/frm_trig_table.h"
+#include "tables/frm_write_if.h"
 
 namespace ostrand {
 namespace {

@@ -1,4 +1,4 @@
-#include "setup/histo_screen.h"
+#include "tables/histo_screen.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,8 +1,8 @@
-#include "setup/output_parameters.h"
+#include "tables/output_parameters.h"
 
-#include "setup/frm_histogram.h"
-#include "setup/frm_level.h"
-#include "setup/frm_rain_histo.h"
+#include "tables/frm_histogram.h"
+#include "tables/frm_level.h"
+#include "tables/frm_rain_histo.h"
 
 namespace ostrand {
 namespace {

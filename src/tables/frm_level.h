@@ -8,7 +8,7 @@
 #include "controls/choice.h"
 #include "controls/numeric_field.h"
 #include "model/table_outputs.h"
-#include "setup/histo_screen.h"
+#include "tables/histo_screen.h"
 
 namespace ostrand {
 

@@ -1,4 +1,4 @@
-#include "setup/frm_histogram.h"
+#include "tables/frm_histogram.h"
 
 namespace ostrand {
 namespace {

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "controls/numeric_field.h"
-#include "setup/histo_screen.h"
+#include "tables/histo_screen.h"
 
 namespace ostrand {
 

@@ -5,7 +5,7 @@
 
 #include "controls/screen.h"
 #include "model/store.h"
-#include "setup/histo_screen.h"
+#include "tables/histo_screen.h"
 
 namespace ostrand {
 

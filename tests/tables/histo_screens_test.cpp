@@ -11,10 +11,10 @@
 #include "model/table_outputs.h"
 #include "platform/posix/posix_clock.h"
 #include "platform/posix/posix_filesystem.h"
-#include "setup/frm_histogram.h"
-#include "setup/frm_level.h"
-#include "setup/frm_rain_histo.h"
 #include "support/table_screens_fixture.h"
+#include "tables/frm_histogram.h"
+#include "tables/frm_level.h"
+#include "tables/frm_rain_histo.h"
 #include "text/number.h"
 #include "text/strings.h"
 
