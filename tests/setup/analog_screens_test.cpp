@@ -1,7 +1,7 @@
 // The screens of thermocouple, voltage and multiplexer blocks, through their controls.
+#include "logger/frm_config.h"
 #include "projectfile/genfile.h"
 #include "setup/frm_brdg_block.h"
-#include "setup/frm_config.h"
 #include "setup/frm_pulse_block.h"
 #include "setup/frm_temp_block.h"
 #include "setup/frm_tk40m_block.h"

@@ -1,7 +1,7 @@
 // What a user can store of an item, and what the item keeps of it.
 #include "tables/output_boxes.h"
 
-#include "setup/frm_port_tables.h"
+#include "logger/frm_port_tables.h"
 #include "support/screen_driver.h"
 
 namespace ostrand {

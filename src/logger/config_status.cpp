@@ -1,4 +1,4 @@
-#include "setup/config_status.h"
+#include "logger/config_status.h"
 
 #include <algorithm>
 #include <string_view>

@@ -5,8 +5,8 @@
 #include "controls/choice.h"
 #include "controls/numeric_field.h"
 #include "controls/screen.h"
+#include "logger/config_moment.h"
 #include "model/store.h"
-#include "setup/config_moment.h"
 
 namespace ostrand {
 

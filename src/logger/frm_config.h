@@ -8,10 +8,10 @@
 #include "controls/choice.h"
 #include "controls/numeric_field.h"
 #include "controls/screen.h"
-#include "setup/config_battery.h"
-#include "setup/config_power.h"
-#include "setup/config_status.h"
-#include "setup/frm_port_tables.h"
+#include "logger/config_battery.h"
+#include "logger/config_power.h"
+#include "logger/config_status.h"
+#include "logger/frm_port_tables.h"
 
 namespace ostrand {
 

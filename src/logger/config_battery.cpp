@@ -1,4 +1,4 @@
-#include "setup/config_battery.h"
+#include "logger/config_battery.h"
 
 #include <algorithm>
 

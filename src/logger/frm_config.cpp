@@ -1,15 +1,15 @@
-#include "setup/frm_config.h"
+#include "logger/frm_config.h"
 
 #include <algorithm>
 #include <cmath>
 #include <utility>
 
 #include "conditions/flag_usage.h"
+#include "logger/state_rows.h"
 #include "model/channel_chart.h"
 #include "model/channels.h"
 #include "model/defaults.h"
 #include "platform/box.h"
-#include "setup/state_rows.h"
 #include "tables/table_objects.h"
 #include "text/number.h"
 #include "text/strings.h"

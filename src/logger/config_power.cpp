@@ -1,9 +1,9 @@
-#include "setup/config_power.h"
+#include "logger/config_power.h"
 
 #include <algorithm>
 
-#include "setup/config_battery.h"
-#include "setup/state_rows.h"
+#include "logger/config_battery.h"
+#include "logger/state_rows.h"
 #include "text/number.h"
 #include "text/strings.h"
 

@@ -1,9 +1,9 @@
-#include "setup/frm_excite.h"
+#include "logger/frm_excite.h"
 
 #include "controls/numeric_field.h"
+#include "logger/state_rows.h"
 #include "model/channels.h"
 #include "platform/box.h"
-#include "setup/state_rows.h"
 #include "text/number.h"
 
 namespace ostrand {

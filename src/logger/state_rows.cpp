@@ -1,4 +1,4 @@
-#include "setup/state_rows.h"
+#include "logger/state_rows.h"
 
 #include <algorithm>
 

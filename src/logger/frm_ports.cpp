@@ -1,12 +1,12 @@
-#include "setup/frm_ports.h"
+#include "logger/frm_ports.h"
 
 #include <array>
 
 #include "conditions/flag_code.h"
+#include "logger/frm_port_tables.h"
 #include "model/channels.h"
 #include "model/port_mask.h"
 #include "platform/box.h"
-#include "setup/frm_port_tables.h"
 #include "text/number.h"
 #include "text/strings.h"
 

@@ -3,11 +3,11 @@
 #include <gmock/gmock.h>
 
 #include "generator/generated.h"
-#include "setup/config_moment.h"
-#include "setup/frm_config.h"
-#include "setup/frm_execute.h"
-#include "setup/frm_flags.h"
-#include "setup/frm_ports.h"
+#include "logger/config_moment.h"
+#include "logger/frm_config.h"
+#include "logger/frm_execute.h"
+#include "logger/frm_flags.h"
+#include "logger/frm_ports.h"
 #include "support/table_screens_fixture.h"
 
 namespace ostrand {

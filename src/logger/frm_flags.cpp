@@ -1,4 +1,4 @@
-#include "setup/frm_flags.h"
+#include "logger/frm_flags.h"
 
 #include "conditions/flag_code.h"
 #include "conditions/flag_conflicts.h"

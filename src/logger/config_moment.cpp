@@ -1,4 +1,4 @@
-#include "setup/config_moment.h"
+#include "logger/config_moment.h"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include "setup/frm_port_tables.h"
+#include "logger/frm_port_tables.h"
 
 #include <utility>
 

@@ -8,7 +8,7 @@
 #include "conditions/conditions.h"
 #include "controls/choice.h"
 #include "controls/screen.h"
-#include "setup/state_rows.h"
+#include "logger/state_rows.h"
 
 namespace ostrand {
 

@@ -1,4 +1,4 @@
-#include "setup/frm_execute.h"
+#include "logger/frm_execute.h"
 
 #include <array>
 
