@@ -4,6 +4,11 @@
 #include <memory>
 #include <type_traits>
 
+#include "blocks/frm_brdg_block.h"
+#include "blocks/frm_pulse_block.h"
+#include "blocks/frm_temp_block.h"
+#include "blocks/frm_tk40m_block.h"
+#include "blocks/frm_volt_block.h"
 #include "calc/frm_calculated.h"
 #include "calc/frm_solve_list.h"
 #include "can/frm_can_bus.h"
@@ -18,11 +23,6 @@
 #include "session/frm_opt_gen.h"
 #include "session/frm_opt_orvus.h"
 #include "session/user_action.h"
-#include "setup/frm_brdg_block.h"
-#include "setup/frm_pulse_block.h"
-#include "setup/frm_temp_block.h"
-#include "setup/frm_tk40m_block.h"
-#include "setup/frm_volt_block.h"
 #include "tables/frm_out_int.h"
 #include "text/number.h"
 #include "text/strings.h"

@@ -10,13 +10,13 @@
 #include <cstdlib>
 #include <memory>
 
+#include "blocks/bridge_rules.h"
 #include "documents/summary.h"
 #include "generator/savedld.h"
 #include "model/defaults.h"
 #include "projectfile/genfile.h"
 #include "session/ostrand.h"
 #include "session/setup_screens.h"
-#include "setup/bridge_rules.h"
 #include "support/fixed_clock.h"
 #include "support/memory_filesystem.h"
 #include "support/project_invariants.h"

@@ -1,0 +1,168 @@
+#include "blocks/analog_list.h"
+
+#include <algorithm>
+
+#include "controls/edits.h"
+#include "text/number.h"
+
+namespace ostrand {
+namespace {
+
+// The block that a user names, 1 to `count`; 0 for any other text.
+int blockNamed(std::string_view argument, int count) {
+  const int block = ToInt16(argument).value_or(0);
+  return block >= 1 && block <= count ? block : 0;
+}
+
+}  // namespace
+
+std::string FigureText(std::optional<int> figure) {
+  return figure ? NumberText(*figure) : std::string("?");
+}
+
+AnalogList::AnalogList(const ScreenContext& context, SetupHooks hooks, const AnalogListKind& kind)
+    : Screen(context, kind.name),
+      Blocks(*this,
+             {.most = kBlocks,
+              .rows = kBlocks,
+              .typedRoom = 1,
+              .mostDigit = kBlocks,
+              .maySpinUp = [this] { return maySpinUp(); },
+              .mayType = [this](int) { return mayTypeMore(); },
+              .sensors = [this](int block) { return int{Data(block).Reps}; },
+              .add =
+                  [this](int block) {
+                    releaseRecords(block - 1);
+                    makeObject(block);
+                  },
+              .remove =
+                  [this](int block) {
+                    releaseRecords(block - 1);
+                    data_[block].reset();
+                  },
+              .changed = [this] { Refresh(); },
+              .columns = {{"Reps", [this](int block) { return NumberText(int{Data(block).Reps}); }},
+                          {"MeasType",
+                           [this](int block) {
+                             return std::string(Data(block).Analog()->InputTypeString());
+                           }},
+                          {"Range", [this](int block) { return Data(block).Analog()->InputRange; }},
+                          {"Integration",
+                           [this](int block) {
+                             return NumberText(Data(block).Analog()->IntegTime());
+                           }}}}),
+      Hooks(std::move(hooks)),
+      kind_(kind),
+      names_(store()) {
+  Caption = kind.caption;
+  addOpener({std::string(kind.setup), "block", [this](std::string_view argument) {
+               const int block = blockNamed(argument, Blocks.Count());
+               if (block == 0) return false;
+               ShowSetup(block);
+               return true;
+             }});
+}
+
+void AnalogList::load() {
+  guarded("Form_Load", [this] {
+    const Loading loading(*this);
+    countOnOpening_ = std::clamp<int>(storedCount(), 0, kBlocks);
+    for (int b = 1; b <= countOnOpening_; ++b) {
+      makeObject(b);
+      objectFromRecord(b);
+      recordFromObject(b);
+    }
+    keepBaseline();
+    Blocks.Show(countOnOpening_);
+    Refresh();
+  });
+}
+
+void AnalogList::makeObject(int block) {
+  data_[block] = std::make_unique<cOrvusData>(measurement());
+  data_[block]->SetMode(kLoggerTypeVK7300, kind_.type, static_cast<i16>(block), 0);
+}
+
+std::span<RepAlias> AnalogList::Aliases(int block) {
+  return AliasesOf(aliasRows(block), Data(block).Reps);
+}
+
+std::span<RepAlias> AnalogList::AliasRows(int block) { return AliasesOf(aliasRows(block), kReps); }
+
+std::span<RepAlias> AnalogList::WrittenAliasRows(int block) { return aliasRows(block).Made(); }
+
+std::vector<ChannelBlock> AnalogList::liveBlocks() const {
+  std::vector<ChannelBlock> blocks;
+  for (int b = 1; b <= Blocks.Count(); ++b) {
+    blocks.push_back({.Reps = Data(b).Reps, .MeasType = Data(b).Analog()->InputTypeString()});
+  }
+  return blocks;
+}
+
+void AnalogList::Refresh() {
+  Blocks.RefreshRows();
+  showFigures();
+}
+
+bool AnalogList::ShowSetup(int block) {
+  std::unique_ptr<cOrvusData> data = Data(block).Clone();
+  const LateRow<RepAlias, 1, kReps> aliases = aliasRows(block);
+  const auto output = std::make_unique<OutputSet>(Output(block));
+  NamesBackup names(store());
+  const std::size_t renamed = renamed_.size();
+  const bool untouched = sameAsBaseline(block);
+  const std::unique_ptr<Screen> setup = makeSetup(block);
+  // What opening alone puts right is no edit.
+  if (untouched) takeAsBaseline(block);
+  const bool accepted = showModal(*setup);
+  if (accepted) {
+    names.Keep();
+  } else {
+    renamed_.resize(renamed);
+    data_[block] = std::move(data);
+    aliasRows(block) = aliases;
+    Output(block) = *output;
+    if (untouched) takeAsBaseline(block);
+  }
+  Refresh();
+  return accepted;
+}
+
+bool AnalogList::edited() {
+  if (Blocks.Count() != countOnOpening_) return true;
+  for (int b = 1; b <= Blocks.Count(); ++b) {
+    if (!sameAsBaseline(b)) return true;
+  }
+  return false;
+}
+
+bool AnalogList::sameAsBaseline(int block) {
+  recordFromObject(block);
+  return recordIsBaseline(block);
+}
+
+void AnalogList::takeAsBaseline(int block) {
+  recordFromObject(block);
+  keepBaseline(block);
+}
+
+bool AnalogList::onDone() {
+  for (const AliasRenames& renames : renamed_) {
+    for (int b = 1; b <= Blocks.Count(); ++b) RenameInLevels(Output(b), renames);
+  }
+  renamed_.clear();
+  for (int b = 1; b <= Blocks.Count(); ++b) recordFromObject(b);
+  storeRecords(Blocks.Count());
+  StoreAutomaticStarts(store());
+  names_.Keep();
+  return true;
+}
+
+bool AnalogList::onCancel() {
+  if (!edited()) return true;
+  const platform::Answer answer = AskSaveEdits(Forms());
+  if (answer == platform::Answer::kYes && onDone()) End(ModalResult::kDone);
+  return answer == platform::Answer::kNo;
+}
+
+}  // namespace ostrand

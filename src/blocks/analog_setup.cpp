@@ -1,0 +1,197 @@
+#include "blocks/analog_setup.h"
+
+#include <algorithm>
+
+#include "conditions/field_keys.h"
+#include "model/names.h"
+#include "tables/output_parameters.h"
+#include "text/number.h"
+
+namespace ostrand {
+namespace {
+
+constexpr i32 kSettleOfHumFilter = 3000;  // with 50 or 60 Hz
+constexpr i32 kSettleOfMicros = 100;
+constexpr i32 kLongestMicros = 16000;
+constexpr i32 kLeastSpunDown = 200;
+
+}  // namespace
+
+AnalogSetup::AnalogSetup(const ScreenContext& context, std::string_view name, AnalogList& list,
+                         int block)
+    : Screen(context, name),
+      Reps(*this, "Reps", NumberType::kInteger),
+      OpenSensDetect(*this, "OpenSensDetect"),
+      ReverseMes(*this, "ReverseMes"),
+      IntegrationRange(*this, "IntegrationRange"),
+      Integration(*this, "Integration", NumberType::kLong),
+      SettleTime(*this, "SettleTime", NumberType::kLong),
+      DataResolution(*this, "DataResolution"),
+      Public(*this, "Public"),
+      Each(*this, "Each"),
+      Block(*this, "Block"),
+      FieldNames(*this, "FieldNames"),
+      Outputs(*this, context.store),
+      list_(list),
+      block_(block),
+      scaling_(Scaling()) {
+  Caption = NumberText(block) + " BLOCK " + std::string(list.Kind().plural);
+  Reps.Limits(0, kReps);
+  Each.Caption = "Each:";
+  Block.Caption = "Block:";
+  IntegrationRange.SetItems({"50 Hz", "60 Hz", "uSecs"});
+  DataResolution.SetItems({"FP2", "IEEE4"});
+  bind();
+}
+
+void AnalogSetup::bind() {
+  Reps.OnTake = [this] {
+    Data().Reps = static_cast<i16>(Reps.Value());
+    TakeReps();
+  };
+  Reps.OnSpin = [this](bool up) { spinReps(up); };
+  OpenSensDetect.OnClick = [this] {
+    Analog().OpenSens = OpenSensDetect.Checked();
+    Changed();
+  };
+  ReverseMes.OnClick = [this] {
+    Analog().RevMeas = ReverseMes.Checked();
+    Changed();
+  };
+  IntegrationRange.OnPick = [this] { onIntegrationRange(); };
+  Integration.OnTake = [this] {
+    Analog().IntegTime(static_cast<i32>(Integration.Value()));
+    TakeSettleTime();
+  };
+  Integration.OnSpin = [this](bool up) { spinIntegration(up); };
+  SettleTime.OnTake = [this] {
+    Analog().SettleTime(static_cast<i32>(SettleTime.Value()));
+    Changed();
+  };
+  SettleTime.OnSpin = [this](bool up) {
+    Analog().SettleIncDec(up);
+    Changed();
+  };
+  DataResolution.OnPick = [this] {
+    Data().DataType = static_cast<OrvusOutputDataTypes>(DataResolution.Index());
+  };
+  Public.OnClick = [this] { Data().IsPublic = Public.Checked() ? kTrue : kFalse; };
+  FieldNames.OnPress = [this] { openFieldNames(); };
+  Outputs.AskParameters = [this](OutputCode code, int table, HistoSet& histo) {
+    const std::string resolution = DataResolution.Text();
+    return AskOutputParameters(context(), code, {histo, table, resolution},
+                               SourceName(list_.Kind().type, block_));
+  };
+  for (Opener& opener : Outputs.Openers()) addOpener(std::move(opener));
+}
+
+void AnalogSetup::load() {
+  guarded("ShowSetup", [this] {
+    const Loading loading(*this);
+    Outputs.Show(list_.Output(block_));
+    Changed();
+  });
+}
+
+DefaultScaling AnalogSetup::Scaling() const {
+  return {Data().DefaultUnits, Data().DefaultMult, Data().DefaultOffset};
+}
+
+void AnalogSetup::GiveScaling() {
+  if (Data().Reps < 1) return ClearScaling();
+  OverwriteAliases(list_.AliasRows(block_), Scaling());
+  scaling_.Restart(Scaling());
+}
+
+void AnalogSetup::ClearScaling() {
+  ClearAliases(list_.WrittenAliasRows(block_));
+  scaling_.Restart(Scaling());
+}
+
+void AnalogSetup::TakeReps() {
+  i16& reps = Data().Reps;
+  for (int more = maxMore(); more < 0 && reps >= 1; more = maxMore()) {
+    Forms().Beep();
+    reps = static_cast<i16>(std::max(reps + more, 0));
+  }
+  Changed();
+}
+
+void AnalogSetup::spinReps(bool up) {
+  const i16 before = Data().Reps;
+  Data().Reps = static_cast<i16>(std::clamp(before + (up ? 1 : -1), 0, kReps));
+  if (Data().Reps == before) Forms().Beep();
+  TakeReps();
+}
+
+void AnalogSetup::TakeSettleTime() {
+  Analog().SettleTime(Analog().SettleTime());
+  Changed();
+}
+
+void AnalogSetup::spinIntegration(bool up) {
+  if (Analog().IntegIncDec(up) < kLeastSpunDown && !up) Analog().IntegTime(kLeastSpunDown);
+  TakeSettleTime();
+}
+
+void AnalogSetup::onIntegrationRange() {
+  const int code = IntegrationRange.Index();
+  const bool micros = code == ORVUS_MEAS_INTEG_USECS;
+  const i32 before = Analog().IntegTime();
+  Analog().IntegCode(code);
+  // Of 50 and 60 Hz the code alone tells the time.
+  if (!micros || before > kLongestMicros) Analog().IntegTime(kLongestMicros);
+  Analog().SettleTime(micros ? kSettleOfMicros : kSettleOfHumFilter);
+  Changed();
+}
+
+void AnalogSetup::Changed() {
+  const cAnalogConfig& analog = Analog();
+  const bool differential = analog.InputType == ORVUS_INPUT_DIFF;
+  Reps.Value(Data().Reps);
+  DataResolution.Show(Data().DataType);
+  Public.Show(Data().IsPublic != kFalse);
+  // Volts hide the test for an open sensor where it can't work, thermocouples disable it.
+  OpenSensDetect.Show(analog.OpenSens);
+  OpenSensDetect.Visible = analog.OpenSensIsValid() && (differential || OnThermocouples());
+  OpenSensDetect.Enabled = differential;
+  ReverseMes.Show(analog.RevMeas);
+  ReverseMes.Caption = differential ? "Re&v Mes" : "&Off Mes";
+  ReverseMes.ToolTip = differential
+                           ? "Check to measure with high side referenced to low then make a 2nd "
+                             "measurement with inputs reversed."
+                           : "Check to measure offset prior to making measurement.";
+  IntegrationRange.Show(analog.IntegCode());
+  Integration.Value(analog.IntegTime());
+  Integration.Enabled = analog.IntegCode() == ORVUS_MEAS_INTEG_USECS;
+  SettleTime.Value(analog.SettleTime());
+  Each.Text(MicrosText(Data().MeasTime()));
+  Block.Text(MicrosText(Data().BlockTime()));
+  FieldNames.Enabled = Data().Reps > 0 && list_.Hooks.FieldNames != nullptr;
+  showOthers();
+  list_.Refresh();
+}
+
+void AnalogSetup::openFieldNames() {
+  if (!list_.Hooks.FieldNames) return;
+  scaling_.Follow(list_.WrittenAliasRows(block_), Scaling());
+  FieldNamesRequest request;
+  request.kind = list_.Kind().type;
+  request.block = block_;
+  request.name = Data().DefaultName();
+  request.defaults = Scaling();
+  request.solveSource.onTemperature = OnThermocouples();
+  request.aliases = Aliases();
+  request.calibrated = Analog().SiteCal != 0;
+  request.onRename = [this](const AliasRenames& renames) { list_.Renamed(renames); };
+  list_.Hooks.FieldNames(request);
+}
+
+bool AnalogSetup::onDone() {
+  if (!scaling_.Ask(Forms(), Scaling(), Aliases(), [this] { openFieldNames(); })) return false;
+  scaling_.Follow(Aliases(), Scaling());
+  ClearRowsBeyond(list_.WrittenAliasRows(block_), Data().Reps);
+  return true;
+}
+
+}  // namespace ostrand

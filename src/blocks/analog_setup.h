@@ -1,0 +1,144 @@
+// The setup of one block on analog inputs: what the screens of thermocouple, voltage and
+// multiplexer blocks share, and the groups of controls that two of them have each.
+#pragma once
+
+#include <string_view>
+
+#include "blocks/analog_list.h"
+#include "controls/choice.h"
+#include "controls/numeric_field.h"
+#include "controls/screen.h"
+#include "tables/output_boxes.h"
+
+namespace ostrand {
+
+// Every edit goes into the block's object at once; the list undoes it when the user cancels.
+class AnalogSetup : public Screen {
+ public:
+  NumericField Reps;
+  CheckBox OpenSensDetect;
+  CheckBox ReverseMes;  // of a single-ended block the measurement of the offset
+  Choice IntegrationRange;
+  NumericField Integration;
+  NumericField SettleTime;
+  Choice DataResolution;
+  CheckBox Public;
+  Label Each;   // time of a measurement
+  Label Block;  // time of the block
+  Button FieldNames;
+  OutputBoxes Outputs;
+
+  // For the groups of controls.
+  [[nodiscard]] AnalogList& List() const { return list_; }
+  [[nodiscard]] cOrvusData& Data() const { return list_.Data(block_); }
+  [[nodiscard]] cAnalogConfig& Analog() const { return *Data().Analog(); }
+  [[nodiscard]] std::span<RepAlias> Aliases() const { return list_.Aliases(block_); }
+  [[nodiscard]] const ProjectStore& Project() const { return store(); }
+  [[nodiscard]] int BlockNumber() const { return block_; }
+  [[nodiscard]] bool OnThermocouples() const { return Analog().MeasureType() == ORVUS_MEASURE_TC; }
+
+  // The scaling that the sensors follow.
+  [[nodiscard]] DefaultScaling Scaling() const;
+  // A new scale is given to all rows; a new kind clears them. Without sensors there is nobody to
+  // give a scale to, and rows that come back follow the block.
+  void GiveScaling();
+  void ClearScaling();
+
+  // The count of sensors takes effect again: it goes down until there is room for it.
+  void TakeReps();
+  // So does the settling time, whose least value follows range and integration.
+  void TakeSettleTime();
+  // All that follows from the object is shown anew.
+  void Changed();
+
+ protected:
+  AnalogSetup(const ScreenContext& context, std::string_view name, AnalogList& list, int block);
+
+  // Shows the block; the last thing that a constructor does.
+  void load();
+  // Shows the controls that a screen has beside those above.
+  virtual void showOthers() = 0;
+  // Sensors that there is room for beyond those of the block; below 0 when they are too many.
+  [[nodiscard]] virtual int maxMore() const = 0;
+
+  bool onDone() override;
+
+ private:
+  void bind();
+  void onIntegrationRange();
+  void spinReps(bool up);
+  void spinIntegration(bool up);
+  void openFieldNames();
+
+  AnalogList& list_;
+  int block_;
+  ScalingEdit scaling_;
+};
+
+// Input type and start channel of a block on the panel.
+class PanelControls {
+ public:
+  Choice MeasType;
+  NumericField Start;
+
+  PanelControls(AnalogSetup& screen, std::string_view startName);
+  // After a choice of the input type, before the sensor count takes effect again.
+  std::function<void()> OnInputType;
+
+  void Show();
+  [[nodiscard]] int MaxMore() const;
+
+ private:
+  [[nodiscard]] bool autoChan() const;
+  [[nodiscard]] bool differential() const;
+  void onMeasType();
+  void limitStart();
+
+  AnalogSetup& screen_;
+};
+
+// Range, scaling and zeroing of a block that measures volts.
+class VoltControls {
+ public:
+  UnitField Units;
+  NumericField DefaultMult;
+  NumericField DefaultOffset;
+  Choice Range;
+  CheckBox CalOnSite;
+  Choice ZeroFlag;
+  Button Solve;
+
+  VoltControls(AnalogSetup& screen, std::string_view unitsName, std::string_view solveKind);
+
+  // On thermocouples only the scaling is seen, which a new scale sets.
+  void Show();
+
+ private:
+  void onCalOnSite();
+  void solve();
+
+  AnalogSetup& screen_;
+  std::string_view solveKind_;
+};
+
+// Type, temperature scale and range of a block of thermocouples.
+class ThermocoupleControls {
+ public:
+  Choice TypeNo;
+  Choice Scale;
+  Choice Range;    // the two that thermocouples need, as temperatures
+  Label TypeInfo;  // in place of the ranges; its title is the caption
+
+  ThermocoupleControls(AnalogSetup& screen, std::string_view scaleName, std::string_view rangeName);
+
+  void Show();
+
+ private:
+  void onType();
+  void onScale();
+  void setTypeInfo();
+
+  AnalogSetup& screen_;
+};
+
+}  // namespace ostrand

@@ -1,0 +1,110 @@
+#include "blocks/block_list.h"
+
+#include <algorithm>
+
+#include "text/number.h"
+
+namespace ostrand {
+
+BlockList::BlockList(Screen& screen, Rules rules)
+    : BlockCount(screen, "BlockCount", NumberType::kByte),
+      screen_(screen),
+      rules_(std::move(rules)) {
+  BlockCount.Limits(0, rules_.most);
+  BlockCount.MostLetters = static_cast<std::size_t>(rules_.typedRoom);
+  BlockCount.MayHold = [this](std::string_view text) {
+    const bool digitsFit = std::all_of(text.begin(), text.end(), [this](char letter) {
+      return letter >= '0' && letter - '0' <= rules_.mostDigit;
+    });
+    if (!digitsFit) return false;
+    const int count = std::min(static_cast<int>(Val(text)), rules_.most);
+    return count <= count_ || rules_.mayType(count);
+  };
+  BlockCount.OnSpin = [this](bool up) { onSpin(up); };
+  BlockCount.OnChange = [this] { onTyped(); };
+  BlockCount.OnTake = [this] { showCount(); };
+  for (int row = 1; row <= rules_.rows; ++row) {
+    for (const Column& column : rules_.columns) {
+      labels_.push_back(
+          std::make_unique<Label>(screen, std::string(column.name) + NumberText(row)));
+    }
+  }
+}
+
+void BlockList::Show(int count) {
+  count_ = std::min(count, rules_.most);
+  showCount();
+  RefreshRows();
+}
+
+void BlockList::showCount() { BlockCount.Value(count_); }
+
+void BlockList::RefreshRows() {
+  auto label = labels_.begin();
+  for (int row = 1; row <= rules_.rows; ++row) {
+    for (const Column& column : rules_.columns) {
+      (*label)->Visible = row <= count_;
+      (*label)->Text(row <= count_ ? column.text(row) : std::string());
+      ++label;
+    }
+  }
+}
+
+Screen::Opener BlockList::SetupOpener(std::string_view setup, std::function<void(int block)> open) {
+  return {std::string(setup), "block", [this, open = std::move(open)](std::string_view argument) {
+            const int block = ToInt16(argument).value_or(0);
+            if (block < 1 || block > count_) return false;
+            open(block);
+            rules_.changed();
+            return true;
+          }};
+}
+
+void BlockList::onSpin(bool up) {
+  if (up ? count_ >= rules_.most || !rules_.maySpinUp() : count_ <= 0) {
+    screen_.Forms().Beep();
+    return;
+  }
+  changeTo(count_ + (up ? 1 : -1));
+}
+
+// A digit takes effect at once, and the next one replaces it. An emptied field waits for one.
+void BlockList::onTyped() {
+  if (BlockCount.Text().empty()) return;
+  changeTo(std::min(static_cast<int>(BlockCount.Value()), rules_.most));
+  BlockCount.SelectAll();
+}
+
+// Blocks come and go at the end of the list, one by one. A block that the user keeps ends it.
+void BlockList::changeTo(int count) {
+  while (count_ < count) addOne();
+  while (count_ > count && removeOne()) {
+  }
+  showCount();
+  RefreshRows();
+  rules_.changed();
+}
+
+void BlockList::addOne() {
+  rules_.add(count_ + 1);
+  ++count_;
+}
+
+bool BlockList::removeOne() {
+  if (!agreedToRemove(count_)) return false;
+  rules_.remove(count_);
+  --count_;
+  return true;
+}
+
+bool BlockList::agreedToRemove(int block) {
+  if (rules_.sensors(block) < 1) return true;
+  platform::MessageBox box;
+  box.title = "CONFIRM BLOCK DELETION";
+  box.text = "Measurements for this block will be Deleted, Continue?";
+  box.icon = platform::Icon::kQuestion;
+  box.buttons = platform::Buttons::kYesNo;
+  return screen_.Forms().ShowBox(box) == platform::Answer::kYes;
+}
+
+}  // namespace ostrand

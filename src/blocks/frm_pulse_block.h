@@ -1,0 +1,48 @@
+// The list of pulse blocks.
+#pragma once
+
+#include <vector>
+
+#include "blocks/block_edits.h"
+#include "blocks/block_list.h"
+#include "conditions/setup_hooks.h"
+#include "model/channels.h"
+#include "tables/output_boxes.h"
+
+namespace ostrand {
+
+// Edits the pulse blocks of the store in place; Done settles the count.
+class frmPulseBlock final : public Screen {
+ public:
+  explicit frmPulseBlock(const ScreenContext& context, SetupHooks hooks = {});
+
+  BlockList List;
+  // Free channels. All kinds of input draw on one pool.
+  Label FreeHiLev;
+  Label FreeLoLev;
+  Label FreeSwtch;
+
+  // The blocks in the list.
+  [[nodiscard]] std::vector<ChannelBlock> Pulses() const;
+  // Counts the free channels anew; below 0 when there are too many sensors.
+  int FreeChans();
+
+  // The setup of a block was opened and would leave `settled` in place of `before`.
+  void Opened(int block, const PulseBlockData& before, const PulseBlockData& settled) {
+    edits_.Opened(block, before, settled);
+  }
+
+ protected:
+  bool onDone() override;
+  bool onCancel() override;
+
+ private:
+  [[nodiscard]] BlockList::Rules rules();
+  [[nodiscard]] PulseBlockGroup& group() const { return store().PulseBlock[0]; }
+  void add(int block);
+
+  SetupHooks hooks_;
+  BlockEdits<PulseBlockGroup> edits_;
+};
+
+}  // namespace ostrand

@@ -1,0 +1,93 @@
+// One pulse block.
+#pragma once
+
+#include <string_view>
+
+#include "blocks/frm_pulse_block.h"
+#include "conditions/backup.h"
+#include "conditions/names_backup.h"
+#include "conditions/setup_hooks.h"
+#include "controls/choice.h"
+#include "controls/edits.h"
+#include "controls/numeric_field.h"
+#include "tables/output_boxes.h"
+
+namespace ostrand {
+
+// A kind of pulse input.
+struct PulseInput {
+  std::string_view meas;     // `Meas`
+  std::string_view rowText;  // in the list of blocks
+  std::string_view toolTip;
+};
+// That of a block; high level where none is stored.
+const PulseInput& PulseInputOf(const PulseBlockData& block);
+
+// Edits a block of the store in place; Cancel puts back what it was.
+class frmPulseSetup final : public Screen {
+ public:
+  // `block` from 1, one of the list's. The list outlives this screen.
+  frmPulseSetup(const ScreenContext& context, frmPulseBlock& list, int block,
+                const SetupHooks& hooks);
+
+ private:
+  // First, since its controls refer to it.
+  frmPulseBlock& list_;
+  int block_;
+  const SetupHooks& hooks_;
+  Backup<PulseBlockData> before_;
+  NamesBackup names_;  // a renamed sensor is renamed in the project too
+
+ public:
+  NumericField Reps;
+  Choice Meas;
+  Choice Option;     // frequency or total
+  NumericField Opt;  // moving average in milliseconds, of a frequency
+  UnitField Units;
+  NumericField DefaultMult;
+  NumericField DefaultOffset;
+  Button Solve;
+  CheckBox SiteCal;
+  CheckBox Public;
+  Choice DataType;
+  Button FieldNames;
+  Label FreeHiLev;
+  Label FreeLoLev;
+  Label FreeSwtch;
+  Label Each;
+  Label Block;
+  OutputBoxes Outputs;
+
+  // Counts the free channels anew and lowers the sensors of this block to what there is.
+  void CountersCount();
+
+ protected:
+  bool onDone() override;
+
+ private:
+  [[nodiscard]] PulseBlockData& data() const { return store().PulseBlock[0][block_]; }
+
+  void bind();
+  void bindScale(NumericField& field, float MeasBlock::*member);
+  void load();
+  void onRepsTyped();
+  void setReps(int reps);
+  void onOption();
+  void measureFrequency();
+  void totalize();
+  void offerAverages(bool offered);
+  void swapUnits(std::string_view from, std::string_view to);
+  void setAverage(int millis);
+  void onSiteCal();
+  void allowSolve(bool allowed);
+  [[nodiscard]] SolveSource solveSource() const;
+  void solve();
+  void openFieldNames(const DefaultScaling& defaults);
+  [[nodiscard]] DefaultScaling scaling() const;
+
+  ScalingEdit scaling_;
+  std::string unitsBefore_;  // that repetitions leave for the new ones too
+  int keptAverage_ = 0;      // from before the block totalized; 0 for none
+};
+
+}  // namespace ostrand

@@ -1,0 +1,16 @@
+// The list of thermocouple blocks.
+#pragma once
+
+#include "blocks/analog_list.h"
+
+namespace ostrand {
+
+class frmTempBlock final : public PanelList<TempBlockGroup> {
+ public:
+  explicit frmTempBlock(const ScreenContext& context, SetupHooks hooks = {});
+
+ protected:
+  std::unique_ptr<Screen> makeSetup(int block) override;
+};
+
+}  // namespace ostrand

@@ -1,0 +1,34 @@
+#include "blocks/frm_temp_setup.h"
+
+#include "controls/edits.h"
+
+namespace ostrand {
+
+frmTempSetup::frmTempSetup(const ScreenContext& context, AnalogList& list, int block)
+    : AnalogSetup(context, "frmTempSetup", list, block),
+      Panel(*this, "StartTempChan"),
+      Thermocouples(*this, "Units", "Range") {
+  Panel.OnInputType = [this] { onInputType(); };
+  // A single-ended thermocouple has no test for an open sensor, whatever the project says.
+  if (Analog().InputType == ORVUS_INPUT_SE) Analog().OpenSens = false;
+  addOpener(OpenedBy(FieldNames, "frmFldName"));
+  load();
+}
+
+void frmTempSetup::onInputType() {
+  const bool differential = Analog().InputType == ORVUS_INPUT_DIFF;
+  Analog().OpenSens = differential;
+  if (differential) return;
+  platform::MessageBox box;
+  box.title = "Measurement Type Not Recommended";
+  box.text = "Single-ended Thermocouple Measurements are not recommended.";
+  box.icon = platform::Icon::kExclamation;
+  Forms().ShowBox(box);
+}
+
+void frmTempSetup::showOthers() {
+  Panel.Show();
+  Thermocouples.Show();
+}
+
+}  // namespace ostrand

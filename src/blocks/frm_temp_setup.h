@@ -1,0 +1,23 @@
+// The setup of a thermocouple block.
+#pragma once
+
+#include "blocks/analog_setup.h"
+
+namespace ostrand {
+
+class frmTempSetup final : public AnalogSetup {
+ public:
+  PanelControls Panel;
+  ThermocoupleControls Thermocouples;
+
+  frmTempSetup(const ScreenContext& context, AnalogList& list, int block);
+
+ protected:
+  void showOthers() override;
+  [[nodiscard]] int maxMore() const override { return Panel.MaxMore(); }
+
+ private:
+  void onInputType();
+};
+
+}  // namespace ostrand

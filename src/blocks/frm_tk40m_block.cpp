@@ -1,0 +1,74 @@
+#include "blocks/frm_tk40m_block.h"
+
+#include <algorithm>
+#include <iterator>
+
+#include "blocks/frm_tk40m_setup.h"
+#include "controls/edits.h"
+#include "model/defaults.h"
+#include "text/number.h"
+
+namespace ostrand {
+
+frmTK40MBlock::frmTK40MBlock(const ScreenContext& context, SetupHooks hooks)
+    : AnalogGroupList(
+          context, std::move(hooks),
+          {"frmTK40MBlock", "frmTK40MSetup", "TK40M BLOCK", " TK40M", ORVUS_DOBJ_BLK_TK40M},
+          &ProjectStore::TK40MBlock, &ORVUS_COMMON::SetTK40MDefaults),
+      TK40MCount(*this, "TK40MCount"),
+      FreeChannels(*this, "FreeChannels"),
+      ReferenceTemp(*this, "ReferenceTemp") {
+  FreeChannels.Caption = "FREE CHANNELS";
+  TK40MCount.Text("TK40M Count = " + NumberText(int{store().Config.TK40MQty}));
+  ReferenceTemp.OnPress = [this] {
+    if (Hooks.ReferenceOutput) Hooks.ReferenceOutput();
+  };
+  addOpener({"frmTK40Graph", "", [this](std::string_view) {
+               frmTK40Graph graph(this->context(), liveBlocks(), store().Config.TK40MQty);
+               showModal(graph);
+               return true;
+             }});
+  addOpener(OpenedBy(ReferenceTemp, "frmPortTables"));
+  load();
+}
+
+// However the list ends, the reference goes with the blocks that the project holds then.
+frmTK40MBlock::~frmTK40MBlock() {
+  const TK40MBlockGroup& group = project();
+  const int count = std::min<int>(group.BlockCount, kBlocks);
+  setReference(std::any_of(group.Blocks.begin(),
+                           std::next(group.Blocks.begin(), std::max(count, 0)),
+                           [](const TK40MBlockData& block) {
+                             return block.TK40Volts != ORVUS_MEASURE_VOLT && block.Reps >= 1;
+                           }));
+}
+
+std::unique_ptr<Screen> frmTK40MBlock::makeSetup(int block) {
+  return std::make_unique<frmTK40MSetup>(context(), *this, block);
+}
+
+int frmTK40MBlock::ChannelsAvailable() const {
+  return FreeTK40MInputs(store().Config.TK40MQty, liveBlocks());
+}
+
+bool frmTK40MBlock::anyThermocouples() const {
+  for (int b = 1; b <= Blocks.Count(); ++b) {
+    if (Data(b).Analog()->MeasureType() == ORVUS_MEASURE_TC && Data(b).Reps >= 1) return true;
+  }
+  return false;
+}
+
+void frmTK40MBlock::showFigures() {
+  FreeChannels.Text(NumberText(ChannelsAvailable()));
+  const bool measured = anyThermocouples();
+  setReference(measured);
+  ReferenceTemp.Enabled = measured && Hooks.ReferenceOutput != nullptr;
+}
+
+// The measurement of the reference temperature; any number other than 0 stands for it.
+void frmTK40MBlock::setReference(bool measured) {
+  i16& output = store().Config.TcConfigOpts[1];
+  if ((output != 0) != measured) output = measured ? 1 : 0;
+}
+
+}  // namespace ostrand

@@ -1,0 +1,36 @@
+// The list of blocks on multiplexers.
+#pragma once
+
+#include "blocks/analog_list.h"
+
+namespace ostrand {
+
+class frmTK40MBlock final : public AnalogGroupList<TK40MBlockGroup> {
+ public:
+  Label TK40MCount;
+  Label FreeChannels;  // inputs of all multiplexers
+  Button ReferenceTemp;
+
+  explicit frmTK40MBlock(const ScreenContext& context, SetupHooks hooks = {});
+  ~frmTK40MBlock() override;
+
+  // Free inputs, however channels of the panel are selected.
+  [[nodiscard]] int ChannelsAvailable() const;
+  [[nodiscard]] int ChannelsAvailable(OrvusAnalogInputTypes) const override {
+    return ChannelsAvailable();
+  }
+  // Blocks follow each other; they have no start of their own.
+  [[nodiscard]] int StartOf(int) const override { return 0; }
+
+ protected:
+  std::unique_ptr<Screen> makeSetup(int block) override;
+  void showFigures() override;
+  [[nodiscard]] bool maySpinUp() const override { return ChannelsAvailable() != 0; }
+  [[nodiscard]] bool mayTypeMore() const override { return ChannelsAvailable() >= 1; }
+
+ private:
+  [[nodiscard]] bool anyThermocouples() const;
+  void setReference(bool measured);
+};
+
+}  // namespace ostrand

@@ -1,0 +1,44 @@
+#include "blocks/frm_tk40m_setup.h"
+
+#include "controls/edits.h"
+
+namespace ostrand {
+namespace {
+
+constexpr i32 kFirstLowRange = 3;  // "200 mV"
+constexpr i32 kDefaultRange = 4;   // "50 mV"
+constexpr i32 kLowestRange = 5;    // "20 mV"
+
+}  // namespace
+
+frmTK40MSetup::frmTK40MSetup(const ScreenContext& context, AnalogList& list, int block)
+    : AnalogSetup(context, "frmTK40MSetup", list, block),
+      TK40Volts(*this, "TK40Volts"),
+      Thermocouples(*this, "TempScale", "TCRange"),
+      Volts(*this, "LongUnits", "TK40M") {
+  TK40Volts.SetItems({"Thermocouples", "Millivolts"});
+  TK40Volts.OnPick = [this] { onKind(); };
+  addOpener(OpenedBy(Volts.Solve, "frmSolveList"));
+  addOpener(OpenedBy(FieldNames, "frmFldName"));
+  load();
+}
+
+void frmTK40MSetup::onKind() {
+  cAnalogConfig& analog = Analog();
+  analog.MeasureType(static_cast<OrvusAnalogTypes>(TK40Volts.Index()));
+  const i32 range = analog.RangeIndex();
+  if (OnThermocouples() && (range < kFirstLowRange || range == kLowestRange)) {
+    analog.RangeIndex(kDefaultRange);
+  }
+  // What the repetitions have of their own was of the other kind.
+  ClearScaling();
+  TakeSettleTime();
+}
+
+void frmTK40MSetup::showOthers() {
+  TK40Volts.Show(Analog().MeasureType());
+  Thermocouples.Show();
+  Volts.Show();
+}
+
+}  // namespace ostrand

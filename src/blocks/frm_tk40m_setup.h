@@ -1,0 +1,24 @@
+// The setup of a block on multiplexers: thermocouples or millivolts, always differential.
+#pragma once
+
+#include "blocks/analog_setup.h"
+
+namespace ostrand {
+
+class frmTK40MSetup final : public AnalogSetup {
+ public:
+  Choice TK40Volts;  // OrvusAnalogTypes
+  ThermocoupleControls Thermocouples;
+  VoltControls Volts;
+
+  frmTK40MSetup(const ScreenContext& context, AnalogList& list, int block);
+
+ protected:
+  void showOthers() override;
+  [[nodiscard]] int maxMore() const override { return List().ChannelsAvailable(ORVUS_INPUT_DIFF); }
+
+ private:
+  void onKind();
+};
+
+}  // namespace ostrand

@@ -1,0 +1,16 @@
+// The list of voltage blocks.
+#pragma once
+
+#include "blocks/analog_list.h"
+
+namespace ostrand {
+
+class frmVoltBlock final : public PanelList<VoltBlockGroup> {
+ public:
+  explicit frmVoltBlock(const ScreenContext& context, SetupHooks hooks = {});
+
+ protected:
+  std::unique_ptr<Screen> makeSetup(int block) override;
+};
+
+}  // namespace ostrand

@@ -1,0 +1,20 @@
+// The setup of a voltage block.
+#pragma once
+
+#include "blocks/analog_setup.h"
+
+namespace ostrand {
+
+class frmVoltSetup final : public AnalogSetup {
+ public:
+  PanelControls Panel;
+  VoltControls Volts;
+
+  frmVoltSetup(const ScreenContext& context, AnalogList& list, int block);
+
+ protected:
+  void showOthers() override;
+  [[nodiscard]] int maxMore() const override { return Panel.MaxMore(); }
+};
+
+}  // namespace ostrand

@@ -1,0 +1,109 @@
+#include "blocks/analog_setup.h"
+#include "conditions/flag_usage.h"
+#include "model/name_limits.h"
+#include "model/names.h"
+#include "text/mask.h"
+#include "text/number.h"
+#include "text/strings.h"
+
+namespace ostrand {
+namespace {
+
+// A value after a click of its spin button, with as many decimals as the step of 1 has.
+std::string spunText(float value) { return FormatNumber(DecimalValue(value), "0"); }
+
+}  // namespace
+
+VoltControls::VoltControls(AnalogSetup& screen, std::string_view unitsName,
+                           std::string_view solveKind)
+    : Units(screen, unitsName),
+      DefaultMult(screen, "DefaultMult", NumberType::kSingle),
+      DefaultOffset(screen, "DefaultOffset", NumberType::kSingle),
+      Range(screen, "Range"),
+      CalOnSite(screen, "CalOnSite"),
+      ZeroFlag(screen, "ZeroFlag"),
+      Solve(screen, "Solve"),
+      screen_(screen),
+      solveKind_(solveKind) {
+  Solve.Caption = "Sol&ve";
+  for (const AnalogRange& range : kAnalogRanges) {
+    Range.Items.push_back({std::string(range.text), true, true, {}});
+  }
+  SetZeroFlagItems(ZeroFlag, screen.Project());
+  Units.WhyNot = [this](std::string_view units) {
+    const std::string array = SourceName(screen_.List().Kind().type, screen_.BlockNumber());
+    return UnitsFit(array, units) ? "" : kTooLongHelp;
+  };
+  Units.OnTake = [this] {
+    screen_.Data().DefaultUnits = Trim(Units.Text());
+    screen_.Changed();
+  };
+  DefaultMult.OnTake = [this] {
+    screen_.Data().DefaultMult = static_cast<float>(DefaultMult.Value());
+  };
+  DefaultOffset.OnTake = [this] {
+    screen_.Data().DefaultOffset = static_cast<float>(DefaultOffset.Value());
+  };
+  DefaultMult.OnSpin = [this](bool up) {
+    screen_.Data().MultIncDec(up ? 1.0F : -1.0F);
+    DefaultMult.Text(spunText(screen_.Data().DefaultMult));
+  };
+  DefaultOffset.OnSpin = [this](bool up) {
+    screen_.Data().OffsetIncDec(up ? 1.0F : -1.0F);
+    DefaultOffset.Text(spunText(screen_.Data().DefaultOffset));
+  };
+  Range.OnPick = [this] {
+    screen_.Analog().RangeIndex(Range.Index());
+    screen_.TakeSettleTime();
+  };
+  CalOnSite.OnClick = [this] { onCalOnSite(); };
+  ZeroFlag.OnPick = [this] {
+    screen_.Analog().ZeroFlag = static_cast<i16>(ZeroFlag.Index());
+    if (ZeroFlag.Index() >= 1) {
+      CheckFlagUsage(screen_.Forms(), screen_.Project(), ZeroFlag.Index(),
+                     ZeroFlagUser(screen_.List().Kind().type, screen_.BlockNumber()));
+    }
+  };
+  Solve.OnPress = [this] { solve(); };
+}
+
+void VoltControls::onCalOnSite() {
+  cOrvusData& data = screen_.Data();
+  screen_.Analog().SiteCal = CalOnSite.Checked() ? 1 : 0;
+  if (CalOnSite.Checked()) {
+    data.IsPublic = kTrue;
+    data.DefaultMult = 1;
+    data.DefaultOffset = 0;
+  }
+  screen_.Changed();
+}
+
+void VoltControls::Show() {
+  const cAnalogConfig& analog = screen_.Analog();
+  const bool volts = !screen_.OnThermocouples();
+  Control* const ofVolts[] = {&Units, &Range, &CalOnSite, &ZeroFlag};
+  for (Control* control : ofVolts) control->Visible = volts;
+  Range.Show(analog.RangeIndex());
+  ZeroFlag.Show(analog.ZeroFlag);
+  Units.Text(screen_.Data().DefaultUnits);
+  DefaultMult.Value(DecimalValue(screen_.Data().DefaultMult));
+  DefaultOffset.Value(DecimalValue(screen_.Data().DefaultOffset));
+  const bool calibrated = volts && analog.SiteCal != 0;
+  CalOnSite.Show(calibrated);
+  DefaultMult.Enabled = DefaultOffset.Enabled = !calibrated;
+  Solve.Enabled = !calibrated && screen_.List().Hooks.Solve != nullptr;
+  screen_.Public.Enabled = !calibrated;
+}
+
+void VoltControls::solve() {
+  const auto& calculator = screen_.List().Hooks.Solve;
+  if (!calculator) return;
+  DefaultScaling scaling = screen_.Scaling();
+  if (!calculator({solveKind_, screen_.OnThermocouples(), false}, scaling)) return;
+  if (!screen_.OnThermocouples()) screen_.Data().DefaultUnits = scaling.Units;
+  screen_.Data().DefaultMult = scaling.Mult;
+  screen_.Data().DefaultOffset = scaling.Offset;
+  screen_.Changed();
+}
+
+}  // namespace ostrand
