@@ -1,61 +1,64 @@
 #include "projectfile/key.h"
 
+#include <cstddef>
+
 #include "projectfile/tables.h"
 
 namespace ostrand::ORVUS_GENFILE {
 namespace {
 
-constexpr int kMostDigits = 4;  // the longest index is 610, condition 10 of table 6
+constexpr std::ptrdiff_t kMaxDigits = 4;  // the longest index is 610, condition 10 of table 6
 
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
-bool takeText(std::string_view& text, std::string_view head) {
-  if (!text.starts_with(head)) return false;
-  text.remove_prefix(head.size());
-  return true;
+// Takes a number off the head of a text that ends in another character than a digit.
+bool takeNumber(const char*& at, int& number) {
+  const char* const first = at;
+  unsigned value = 0;
+  for (; isDigit(*at); ++at) value = value * 10 + static_cast<unsigned>(*at - '0');
+  number = static_cast<int>(value);
+  const std::ptrdiff_t digits = at - first;
+  return digits == 1 || (digits > 1 && digits <= kMaxDigits && *first != '0');
 }
 
-bool takeNumber(std::string_view& text, int& number) {
-  std::size_t digits = 0;
-  number = 0;
-  while (digits < text.size() && isDigit(text[digits])) {
-    if (digits == kMostDigits) return false;
-    number = number * 10 + (text[digits++] - '0');
-  }
-  if (digits == 0 || (digits > 1 && text[0] == '0')) return false;
-  text.remove_prefix(digits);
-  return true;
-}
-
-// What stands between the brackets; false when it is no list of indices.
-bool takeIndices(std::string_view inner, Key& key) {
-  for (;;) {
-    if (key.count == static_cast<int>(key.index.size())) return false;
-    if (!takeNumber(inner, key.index[static_cast<std::size_t>(key.count)])) return false;
-    ++key.count;
-    if (inner.empty()) return true;
-    if (key.count == 1 && takeText(inner, ", ")) {
+// What stands between the brackets, up to the closing one at `end`; false when it is no list of
+// indices.
+bool takeIndices(const char* at, const char* end, Key& key) {
+  int count = 0;
+  for (int& index : key.index) {
+    if (!takeNumber(at, index)) return false;
+    key.count = ++count;
+    if (at == end) return true;
+    const char separator = *at++;
+    if (separator == ' ' && count == 1) {
+      const std::string_view word(at, end);
+      key.brackets = word == kTriggerPrefix[0] ? Brackets::kStart : Brackets::kStop;
+      return word == kTriggerPrefix[0] || word == kTriggerPrefix[1];
+    }
+    if (separator != ',') return false;
+    if (count == 1 && *at == ' ') {
       key.brackets = Brackets::kSpaced;
-    } else if (key.brackets == Brackets::kSpaced || !takeText(inner, ",")) {
-      break;
+      ++at;
+    } else if (key.brackets == Brackets::kSpaced) {
+      return false;
     }
   }
-  if (key.count != 1 || !takeText(inner, " ")) return false;
-  key.brackets = inner == kTriggerPrefix[0] ? Brackets::kStart : Brackets::kStop;
-  return inner == kTriggerPrefix[0] || inner == kTriggerPrefix[1];
+  return false;
 }
 
 }  // namespace
 
 Key ParseKey(std::string_view text) {
   Key key;
+  key.name = text;
   const std::size_t open = text.find('(');
-  if (open != std::string_view::npos && text.back() == ')' &&
-      takeIndices(text.substr(open + 1, text.size() - open - 2), key)) {
-    key.name = text.substr(0, open);
-    return key;
+  if (open == std::string_view::npos || text.back() != ')') return key;
+  if (takeIndices(text.data() + open + 1, text.data() + text.size() - 1, key)) {
+    key.name.remove_suffix(text.size() - open);
+  } else {
+    key = Key{text, {}, 0, Brackets::kCommas};
   }
-  return {text, {}, 0, Brackets::kCommas};
+  return key;
 }
 
 }  // namespace ostrand::ORVUS_GENFILE

@@ -4,6 +4,8 @@
 // it equals. Trying them would cost far too much, so a key is taken apart instead: its name is
 // looked up in the tables, and its indices are held against the limits in force. Those are the
 // counts read so far, since a count stands in front of what it counts.
+#include <algorithm>
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -28,20 +30,6 @@ std::optional<i32> readTime(std::string_view text) {
   return RoundToInt32(Val(text) * factor);
 }
 
-template <class Number>
-std::optional<Number> readNumber(Form form, std::string_view text) {
-  if constexpr (std::is_same_v<Number, i16>) {
-    return form == Form::kLead ? RoundToInt16(Val(text)) : ToInt16(text);
-  } else if constexpr (std::is_same_v<Number, i32>) {
-    if (form == Form::kTime) return readTime(text);
-    return form == Form::kLead ? RoundToInt32(Val(text)) : ToInt32(text);
-  } else if constexpr (std::is_same_v<Number, float>) {
-    return ToSingle(text);
-  } else {
-    return ToDouble(text);
-  }
-}
-
 std::optional<flag> readTruth(std::string_view text) {
   if (SameText(Trim(text), "True")) return kTrue;
   if (SameText(Trim(text), "False")) return kFalse;
@@ -50,17 +38,30 @@ std::optional<flag> readTruth(std::string_view text) {
   return *number == 0 ? kFalse : kTrue;
 }
 
+template <class Value, class Number>
+bool put(std::optional<Value> value, Number& number) {
+  if (value) number = static_cast<Number>(*value);
+  return value.has_value();
+}
+
+template <class Number>
+bool readNumber(Form form, std::string_view text, Number& number) {
+  if (form == Form::kTruth) return put(readTruth(text), number);
+  if constexpr (std::is_same_v<Number, i16>) {
+    if (form == Form::kLead) return put(RoundToInt16(Val(text)), number);
+  } else if constexpr (std::is_same_v<Number, i32>) {
+    if (form == Form::kTime) return put(readTime(text), number);
+    if (form == Form::kLead) return put(RoundToInt32(Val(text)), number);
+  }
+  return ReadNumber(text, number);
+}
+
 // A value that can't be read leaves the member as it is, and gives false.
 template <class Number>
 bool takeValue(Number& member, Form form, i16 limit, std::string_view text) {
-  std::optional<Number> number;
-  if (form == Form::kTruth) {
-    if (const auto truth = readTruth(text)) number = static_cast<Number>(*truth);
-  } else {
-    number = readNumber<Number>(form, text);
-  }
-  if (!number) return false;
-  member = limit > 0 && *number > static_cast<Number>(limit) ? static_cast<Number>(limit) : *number;
+  Number number = 0;
+  if (!readNumber(form, text, number)) return false;
+  member = limit > 0 && number > static_cast<Number>(limit) ? static_cast<Number>(limit) : number;
   return true;
 }
 
@@ -375,6 +376,8 @@ struct CalcColumns : Part {
   }
 };
 
+constexpr std::size_t kMaxName = 24;  // letters of a key without its brackets
+
 // What has become of a line.
 enum class Fate {
   kRead,
@@ -401,15 +404,10 @@ class Keys {
 
  private:
   struct Entry {
-    std::string_view prefix;
-    std::string_view key;
+    std::array<char, kMaxName> name{};  // prefix and key
+    std::uint8_t size = 0;
     std::uint8_t part = 0;
     std::uint8_t field = 0;
-
-    [[nodiscard]] constexpr std::size_t Size() const { return prefix.size() + key.size(); }
-    [[nodiscard]] constexpr char At(std::size_t at) const {
-      return at < prefix.size() ? prefix[at] : key[at - prefix.size()];
-    }
   };
 
   static constexpr std::size_t kCount = (std::size(Parts::kKeys) + ...);
@@ -421,13 +419,12 @@ class Keys {
             static_cast<unsigned char>(middle) * 13U + static_cast<unsigned char>(last) * 5U) %
            kPlaceCount;
   }
-  static std::size_t placeOf(std::string_view name) {
+  static constexpr std::size_t placeOf(std::string_view name) {
     if (name.empty()) return 0;
     return mix(name.size(), name.front(), name[name.size() / 2], name.back());
   }
   static bool isNamed(const Entry& entry, std::string_view name) {
-    return name.size() == entry.Size() && name.ends_with(entry.key) &&
-           name.starts_with(entry.prefix);
+    return name == std::string_view(entry.name.data(), entry.size);
   }
 
   template <class P>
@@ -452,7 +449,14 @@ class Keys {
   static constexpr void list(std::array<Entry, kCount>& entries, std::size_t& count,
                              std::uint8_t part) {
     std::uint8_t field = 0;
-    for (const auto& key : P::kKeys) entries[count++] = {P::kPrefix, key.key, part, field++};
+    for (const auto& key : P::kKeys) {
+      Entry& entry = entries[count++];
+      entry.part = part;
+      entry.field = field++;
+      for (const std::string_view text : {P::kPrefix, key.key}) {
+        for (const char c : text) entry.name[entry.size++] = c;
+      }
+    }
   }
   static constexpr std::array<Entry, kCount> listAll() {
     std::array<Entry, kCount> entries{};
@@ -465,8 +469,7 @@ class Keys {
     std::array<std::uint8_t, kPlaceCount> places{};
     std::uint8_t number = 0;
     for (const Entry& entry : listAll()) {
-      const std::size_t size = entry.Size();
-      std::size_t at = mix(size, entry.At(0), entry.At(size / 2), entry.At(size - 1));
+      std::size_t at = placeOf({entry.name.data(), entry.size});
       while (places[at] != 0) at = (at + 1) % kPlaceCount;
       places[at] = ++number;
     }
@@ -615,6 +618,7 @@ class LineReader {
   explicit LineReader(ProjectStore& store) : store_(store) {}
 
   void Read(std::string_view rest) {
+    mark_ = nextMark(rest);
     while (!rest.empty()) {
       const std::string_view line = TakeLine(rest);
       ++number_;
@@ -634,7 +638,7 @@ class LineReader {
     const bool version = number_ == 1 && Holds(line, ".");
     if (version) store_.Gen.Version.assign(line);
     const std::size_t equals = line.find('=');
-    if (HoldsSectionMark(line)) {
+    if (holdsMark(line)) {
       section_ = findSection(line);
       if (section_ == Section::kTcRef) sawTcRef_ = true;
       if (!section_ && !version) {
@@ -648,6 +652,19 @@ class LineReader {
     } else {
       takeSetting(line, line.substr(0, equals), line.substr(equals + 1));
     }
+  }
+
+  // From the first section mark on.
+  static std::string_view nextMark(std::string_view text) {
+    return text.substr(std::min(text.find(kSectionMark), text.size()));
+  }
+
+  // Lines are asked in their order: few have a mark, so it is not looked for in each.
+  bool holdsMark(std::string_view line) {
+    const char* const end = line.data() + line.size();
+    if (mark_.empty() || mark_.data() >= end) return false;
+    mark_ = nextMark({end, mark_.data() + mark_.size()});
+    return true;
   }
 
   void takeSetting(std::string_view line, std::string_view key, std::string_view value) {
@@ -664,6 +681,7 @@ class LineReader {
 
   ProjectStore& store_;
   ReadReport report_;
+  std::string_view mark_;  // the rest of the file from its next section mark on
   std::optional<Section> section_;
   int number_ = 0;  // of the line
   bool sawTcRef_ = false;

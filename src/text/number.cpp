@@ -232,53 +232,71 @@ Scan<Real> scanNumber(std::string_view text) {
   return based.length > 0 ? based : scanDecimal<Real>(text);
 }
 
-// The value of a few digits with a point among them at most, as most numbers are; nothing for any
-// other text. With a point the digits and the power of ten are exact in both types, so that their
+// Reads a few digits with a point among them at most, as most numbers are; false for any other
+// text. With a point the digits and the power of ten are exact in both types, so that their
 // quotient is the nearest value.
 template <class Real>
-std::optional<Real> fewDigitsAs(std::string_view text) {
-  constexpr std::array<Real, 7> kTens = {1, 10, 100, 1000, 10000, 100000, 1000000};
+bool readFewDigits(std::string_view text, Real& value) {
+  static constexpr std::array<Real, 7> kTens = {1, 10, 100, 1000, 10000, 100000, 1000000};
   const bool negative = text.starts_with('-');
   if (negative) text.remove_prefix(1);
-  if (text.empty() || text.size() > kTens.size() + 1) return std::nullopt;
-  if (!isDigit(text.front()) || !isDigit(text.back())) return std::nullopt;
+  if (text.size() > kTens.size() + 1) return false;
   std::int32_t digits = 0;
-  std::size_t count = 0;
-  std::size_t whole = 0;  // digits before the point
-  for (const char c : text) {
-    if (isDigit(c)) {
-      digits = 10 * digits + digitValue(c);
-      ++count;
-    } else if (c == '.' && whole == 0) {
-      whole = count;
-    } else {
-      return std::nullopt;
+  std::size_t at = 0;
+  for (; at < text.size() && isDigit(text[at]); ++at) digits = 10 * digits + (text[at] - '0');
+  if (at == 0) return false;
+  std::size_t decimals = 0;
+  if (at < text.size()) {
+    decimals = text.size() - at - 1;
+    if (text[at] != '.' || decimals == 0) return false;
+    while (++at < text.size()) {
+      if (!isDigit(text[at])) return false;
+      digits = 10 * digits + (text[at] - '0');
     }
   }
-  const Real value = static_cast<Real>(digits) / kTens[whole == 0 ? 0 : count - whole];
-  return negative ? -value : value;
+  value = static_cast<Real>(digits) / kTens[decimals];
+  if (negative) value = -value;
+  return true;
 }
 
 template <class Real>
-std::optional<Real> wholeTextAs(std::string_view text) {
+bool readReal(std::string_view text, Real& value) {
   while (!text.empty() && isBlank(text.front())) text.remove_prefix(1);
   while (!text.empty() && isBlank(text.back())) text.remove_suffix(1);
-  if (const std::optional<Real> value = fewDigitsAs<Real>(text)) return value;
+  if (readFewDigits(text, value)) return true;
   const Scan<Real> scan = scanNumber<Real>(text);
-  if (scan.length == 0 || scan.length != text.size() || !std::isfinite(scan.value)) {
-    return std::nullopt;
-  }
-  return scan.value;
+  if (scan.length == 0 || scan.length != text.size() || !std::isfinite(scan.value)) return false;
+  value = scan.value;
+  return true;
 }
 
 template <class Whole>
-std::optional<Whole> roundTo(double value) {
+bool roundTo(double value, Whole& whole) {
   const double rounded = RoundHalfEven(value);
   if (!(rounded >= static_cast<double>(std::numeric_limits<Whole>::min()) &&
         rounded <= static_cast<double>(std::numeric_limits<Whole>::max()))) {
-    return std::nullopt;
+    return false;
   }
-  return static_cast<Whole>(rounded);
+  whole = static_cast<Whole>(rounded);
+  return true;
+}
+
+template <class Whole>
+bool readWhole(std::string_view text, Whole& value) {
+  double real = 0;
+  return readReal(text, real) && roundTo(real, value);
+}
+
+template <class Whole>
+std::optional<Whole> roundedTo(double value) {
+  Whole whole = 0;
+  return roundTo(value, whole) ? std::optional(whole) : std::nullopt;
+}
+
+template <class Number>
+std::optional<Number> numberOf(std::string_view text) {
+  Number value = 0;
+  return ReadNumber(text, value) ? std::optional(value) : std::nullopt;
 }
 
 template <class Number>
@@ -325,18 +343,15 @@ double Val(std::string_view text) {
   return scanNumber<double>(text).value;
 }
 
-std::optional<double> ToDouble(std::string_view text) { return wholeTextAs<double>(text); }
-std::optional<float> ToSingle(std::string_view text) { return wholeTextAs<float>(text); }
+bool ReadNumber(std::string_view text, double& value) { return readReal(text, value); }
+bool ReadNumber(std::string_view text, float& value) { return readReal(text, value); }
+bool ReadNumber(std::string_view text, std::int16_t& value) { return readWhole(text, value); }
+bool ReadNumber(std::string_view text, std::int32_t& value) { return readWhole(text, value); }
 
-std::optional<std::int16_t> ToInt16(std::string_view text) {
-  const auto value = ToDouble(text);
-  return value ? RoundToInt16(*value) : std::nullopt;
-}
-
-std::optional<std::int32_t> ToInt32(std::string_view text) {
-  const auto value = ToDouble(text);
-  return value ? RoundToInt32(*value) : std::nullopt;
-}
+std::optional<double> ToDouble(std::string_view text) { return numberOf<double>(text); }
+std::optional<float> ToSingle(std::string_view text) { return numberOf<float>(text); }
+std::optional<std::int16_t> ToInt16(std::string_view text) { return numberOf<std::int16_t>(text); }
+std::optional<std::int32_t> ToInt32(std::string_view text) { return numberOf<std::int32_t>(text); }
 
 double RoundHalfEven(double value) {
   const double below = std::floor(value);
@@ -346,8 +361,8 @@ double RoundHalfEven(double value) {
   return std::fmod(below, 2) == 0 ? below : below + 1;
 }
 
-std::optional<std::int16_t> RoundToInt16(double value) { return roundTo<std::int16_t>(value); }
-std::optional<std::int32_t> RoundToInt32(double value) { return roundTo<std::int32_t>(value); }
+std::optional<std::int16_t> RoundToInt16(double value) { return roundedTo<std::int16_t>(value); }
+std::optional<std::int32_t> RoundToInt32(double value) { return roundedTo<std::int32_t>(value); }
 
 double DecimalValue(float value, int tens) {
   if (value == 0 || !std::isfinite(value)) return value;

@@ -48,6 +48,13 @@ std::optional<std::int16_t> ToInt16(std::string_view text);
 std::optional<std::int32_t> ToInt32(std::string_view text);
 std::optional<float> ToSingle(std::string_view text);
 
+// The same into `value`; false, and `value` as it was, for nothing. An optional number on its way
+// back costs more than the reading of a short one, which counts in a large file.
+bool ReadNumber(std::string_view text, std::int16_t& value);
+bool ReadNumber(std::string_view text, std::int32_t& value);
+bool ReadNumber(std::string_view text, float& value);
+bool ReadNumber(std::string_view text, double& value);
+
 // Nearest whole number, ties to the even one.
 double RoundHalfEven(double value);
 
