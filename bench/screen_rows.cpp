@@ -8,8 +8,8 @@
 #include "machine.h"
 #include "projects.h"
 #include "row.h"
+#include "script/setup_screens.h"
 #include "session/ostrand.h"
-#include "session/setup_screens.h"
 
 namespace ostrand::bench {
 namespace {

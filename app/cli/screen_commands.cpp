@@ -2,8 +2,8 @@
 #include "commands.h"
 #include "model/defaults.h"
 #include "project_run.h"
-#include "session/screen_catalog.h"
-#include "session/screen_script.h"
+#include "script/screen_catalog.h"
+#include "script/screen_script.h"
 
 namespace ostrand::cli {
 namespace {

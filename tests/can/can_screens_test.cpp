@@ -3,7 +3,7 @@
 #include "can/frm_can_bus.h"
 #include "can/frm_can_pick.h"
 #include "projectfile/genfile.h"
-#include "session/screen_script.h"
+#include "script/screen_script.h"
 #include "support/fixed_clock.h"
 #include "support/memory_filesystem.h"
 #include "support/table_screens_fixture.h"

@@ -13,7 +13,7 @@
 #include "platform/posix/posix_clock.h"
 #include "platform/posix/posix_filesystem.h"
 #include "platform/posix/user_folders.h"
-#include "session/setup_screens.h"
+#include "script/setup_screens.h"
 #include "support/memory_filesystem.h"
 #include "support/scripted_forms.h"
 #include "support/temp_folder.h"

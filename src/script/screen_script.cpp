@@ -1,11 +1,11 @@
-#include "session/screen_script.h"
+#include "script/screen_script.h"
 
 #include <algorithm>
 #include <array>
 
 #include "controls/choice.h"
-#include "session/screen_catalog.h"
-#include "session/setup_screens.h"
+#include "script/screen_catalog.h"
+#include "script/setup_screens.h"
 #include "text/codepage.h"
 #include "text/number.h"
 #include "text/strings.h"

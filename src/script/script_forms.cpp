@@ -1,4 +1,4 @@
-#include "session/script_forms.h"
+#include "script/script_forms.h"
 
 #include <algorithm>
 #include <utility>

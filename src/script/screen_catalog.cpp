@@ -1,4 +1,4 @@
-#include "session/screen_catalog.h"
+#include "script/screen_catalog.h"
 
 #include <algorithm>
 #include <array>
@@ -6,8 +6,8 @@
 
 #include "controls/list_field.h"
 #include "controls/numeric_field.h"
-#include "session/script_forms.h"
-#include "session/setup_screens.h"
+#include "script/script_forms.h"
+#include "script/setup_screens.h"
 #include "text/number.h"
 #include "text/strings.h"
 

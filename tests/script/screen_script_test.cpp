@@ -1,5 +1,5 @@
 // Scripts at the screens: the ones kept beside the tests, and what the player itself tells.
-#include "session/screen_script.h"
+#include "script/screen_script.h"
 
 #include <gtest/gtest.h>
 

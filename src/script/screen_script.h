@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "controls/screen.h"
+#include "script/script_forms.h"
 #include "session/ostrand.h"
-#include "session/script_forms.h"
 #include "text/result.h"
 
 namespace ostrand {

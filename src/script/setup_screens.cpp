@@ -1,4 +1,4 @@
-#include "session/setup_screens.h"
+#include "script/setup_screens.h"
 
 #include <array>
 #include <memory>
