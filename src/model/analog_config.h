@@ -10,6 +10,7 @@
 #include <string_view>
 
 #include "model/enums.h"
+#include "model/measurement_options.h"
 #include "model/store.h"
 
 namespace ostrand {
@@ -34,13 +35,6 @@ inline i16 AnalogRangeCode(const AnalogRange& range, bool openSensor) {
 
 // The integration time, in microseconds, of the choices 50 Hz and 60 Hz; 0 for the others.
 i32 ForcedIntegration(i32 integrationCode);
-
-// What the user has set for new measurements.
-struct MeasurementOptions {
-  OrvusOutputDataTypes DefaultDataType = ORVUS_OUTDATA_FP2;
-  OrvusMeasIntegrationCodes DefaultIntegrationCode = ORVUS_MEAS_INTEG_USECS;
-  OrvusAnalogInputTypes DefaultInputType = ORVUS_INPUT_DIFF;
-};
 
 // The bridge part of a measurement.
 struct cBridgeConfig {

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "model/analog_config.h"
+#include "model/measurement_options.h"
 #include "model/store.h"
 
 namespace ostrand {
