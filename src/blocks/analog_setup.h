@@ -1,5 +1,6 @@
 // The setup of one block on analog inputs: what the screens of thermocouple, voltage and
-// multiplexer blocks share, and the groups of controls that two of them have each.
+// multiplexer blocks share. Groups of controls that two of them have each are in PanelControls,
+// VoltControls and ThermocoupleControls.
 #pragma once
 
 #include <string_view>
@@ -73,72 +74,6 @@ class AnalogSetup : public Screen {
   AnalogList& list_;
   int block_;
   ScalingEdit scaling_;
-};
-
-// Input type and start channel of a block on the panel.
-class PanelControls {
- public:
-  Choice MeasType;
-  NumericField Start;
-
-  PanelControls(AnalogSetup& screen, std::string_view startName);
-  // After a choice of the input type, before the sensor count takes effect again.
-  std::function<void()> OnInputType;
-
-  void Show();
-  [[nodiscard]] int MaxMore() const;
-
- private:
-  [[nodiscard]] bool autoChan() const;
-  [[nodiscard]] bool differential() const;
-  void onMeasType();
-  void limitStart();
-
-  AnalogSetup& screen_;
-};
-
-// Range, scaling and zeroing of a block that measures volts.
-class VoltControls {
- public:
-  UnitField Units;
-  NumericField DefaultMult;
-  NumericField DefaultOffset;
-  Choice Range;
-  CheckBox CalOnSite;
-  Choice ZeroFlag;
-  Button Solve;
-
-  VoltControls(AnalogSetup& screen, std::string_view unitsName, std::string_view solveKind);
-
-  // On thermocouples only the scaling is seen, which a new scale sets.
-  void Show();
-
- private:
-  void onCalOnSite();
-  void solve();
-
-  AnalogSetup& screen_;
-  std::string_view solveKind_;
-};
-
-// Type, temperature scale and range of a block of thermocouples.
-class ThermocoupleControls {
- public:
-  Choice TypeNo;
-  Choice Scale;
-  Choice Range;    // the two that thermocouples need, as temperatures
-  Label TypeInfo;  // in place of the ranges; its title is the caption
-
-  ThermocoupleControls(AnalogSetup& screen, std::string_view scaleName, std::string_view rangeName);
-
-  void Show();
-
- private:
-  void onType();
-  void onScale();
-  void setTypeInfo();
-
-  AnalogSetup& screen_;
 };
 
 }  // namespace ostrand

@@ -2,6 +2,8 @@
 #pragma once
 
 #include "blocks/analog_setup.h"
+#include "blocks/thermocouple_controls.h"
+#include "blocks/volt_controls.h"
 
 namespace ostrand {
 

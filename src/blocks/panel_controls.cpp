@@ -1,3 +1,5 @@
+#include "blocks/panel_controls.h"
+
 #include "blocks/analog_setup.h"
 
 namespace ostrand {

@@ -1,3 +1,5 @@
+#include "blocks/thermocouple_controls.h"
+
 #include <array>
 
 #include "blocks/analog_setup.h"

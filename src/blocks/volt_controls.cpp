@@ -1,3 +1,5 @@
+#include "blocks/volt_controls.h"
+
 #include "blocks/analog_setup.h"
 #include "conditions/flag_usage.h"
 #include "model/name_limits.h"

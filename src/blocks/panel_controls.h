@@ -1,0 +1,35 @@
+// Input type and start channel of a block on the panel.
+#pragma once
+
+#include <functional>
+#include <string_view>
+
+#include "controls/choice.h"
+#include "controls/numeric_field.h"
+
+namespace ostrand {
+
+class AnalogSetup;
+
+class PanelControls {
+ public:
+  Choice MeasType;
+  NumericField Start;
+
+  PanelControls(AnalogSetup& screen, std::string_view startName);
+  // After a choice of the input type, before the sensor count takes effect again.
+  std::function<void()> OnInputType;
+
+  void Show();
+  [[nodiscard]] int MaxMore() const;
+
+ private:
+  [[nodiscard]] bool autoChan() const;
+  [[nodiscard]] bool differential() const;
+  void onMeasType();
+  void limitStart();
+
+  AnalogSetup& screen_;
+};
+
+}  // namespace ostrand
