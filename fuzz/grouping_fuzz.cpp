@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <cstdlib>
 
-#include "conditions/conditions.h"
+#include "conditions/grouping.h"
 #include "text/number.h"
 
 namespace {

@@ -4,7 +4,7 @@
 #include <initializer_list>
 #include <vector>
 
-#include "conditions/conditions.h"
+#include "conditions/condition_set.h"
 #include "controls/choice.h"
 #include "controls/numeric_field.h"
 #include "controls/screen.h"

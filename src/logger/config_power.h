@@ -1,7 +1,8 @@
 // The panel that switches the logger off and on: by a condition, and at a time.
 #pragma once
 
-#include "conditions/conditions.h"
+#include "conditions/condition_row.h"
+#include "conditions/condition_variables.h"
 #include "controls/choice.h"
 #include "controls/numeric_field.h"
 #include "controls/screen.h"

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <string_view>
 
-#include "conditions/conditions.h"
+#include "conditions/condition_row.h"
 #include "platform/box.h"
 #include "text/mask.h"
 #include "text/number.h"

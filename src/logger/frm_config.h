@@ -4,7 +4,7 @@
 #include <array>
 
 #include "conditions/backup.h"
-#include "conditions/conditions.h"
+#include "conditions/condition_variables.h"
 #include "controls/choice.h"
 #include "controls/numeric_field.h"
 #include "controls/screen.h"

@@ -1,5 +1,6 @@
 #include "logger/frm_excite.h"
 
+#include "conditions/condition_row.h"
 #include "controls/numeric_field.h"
 #include "logger/state_rows.h"
 #include "model/channels.h"

@@ -1,5 +1,6 @@
 #include "logger/frm_flags.h"
 
+#include "conditions/condition_row.h"
 #include "conditions/flag_code.h"
 #include "conditions/flag_conflicts.h"
 #include "text/number.h"

@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "conditions/condition_row.h"
 #include "conditions/flag_code.h"
 #include "logger/frm_port_tables.h"
 #include "model/channels.h"

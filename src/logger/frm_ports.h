@@ -5,7 +5,7 @@
 #include <string>
 
 #include "conditions/backup.h"
-#include "conditions/conditions.h"
+#include "conditions/condition_variables.h"
 #include "controls/choice.h"
 #include "controls/screen.h"
 #include "logger/state_rows.h"

@@ -4,7 +4,8 @@
 #include <string>
 #include <string_view>
 
-#include "conditions/conditions.h"
+#include "conditions/condition_row.h"
+#include "conditions/condition_variables.h"
 #include "controls/choice.h"
 #include "controls/screen.h"
 #include "platform/forms.h"

@@ -3,6 +3,7 @@
 #include <array>
 #include <limits>
 
+#include "conditions/condition_row.h"
 #include "conditions/flag_usage.h"
 #include "platform/box.h"
 #include "text/mask.h"

@@ -4,7 +4,8 @@
 #include <string_view>
 
 #include "conditions/condition_font.h"
-#include "conditions/conditions.h"
+#include "conditions/condition_set.h"
+#include "conditions/condition_variables.h"
 #include "controls/numeric_field.h"
 #include "controls/screen.h"
 #include "model/output_table.h"

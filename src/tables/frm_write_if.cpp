@@ -1,5 +1,6 @@
 #include "tables/frm_write_if.h"
 
+#include "conditions/condition_row.h"
 #include "conditions/flag_usage.h"
 #include "text/number.h"
 

@@ -1,6 +1,8 @@
 // Conditions as screens compose them, and the line that groups them.
-#include "conditions/conditions.h"
-
+#include "conditions/condition_row.h"
+#include "conditions/condition_set.h"
+#include "conditions/condition_variables.h"
+#include "conditions/grouping.h"
 #include "model/variables.h"
 #include "support/table_screens_fixture.h"
 

@@ -1,0 +1,235 @@
+#include "conditions/condition_row.h"
+
+#include <algorithm>
+#include <array>
+#include <optional>
+
+#include "controls/numeric_field.h"
+#include "text/mask.h"
+#include "text/number.h"
+#include "text/strings.h"
+
+namespace ostrand {
+namespace {
+
+constexpr std::string_view kNone = "(None)";
+constexpr std::string_view kTrueWord = "True";
+constexpr std::string_view kFalseWord = "False";
+constexpr std::array<std::string_view, 1> kLogicCompares = {" = "};
+constexpr double kMostSingle = 3.402e38;
+constexpr int kSingleDigits = 7;
+
+bool startsWith(std::string_view text, std::string_view head) {
+  return SameText(text.substr(0, head.size()), head);
+}
+
+// "True" or "False" for a text that is one of them in any case; empty for any other.
+std::string_view logicWord(std::string_view text) {
+  for (const std::string_view word : {kTrueWord, kFalseWord}) {
+    if (SameText(text, word)) return word;
+  }
+  return {};
+}
+
+bool isHeadOfLogicWord(std::string_view text) {
+  return startsWith(kTrueWord, text) || startsWith(kFalseWord, text);
+}
+
+bool valueInTheMaking(std::string_view text) {
+  return SingleText(text) || (text.size() <= kFalseWord.size() && isHeadOfLogicWord(text));
+}
+
+// The value that a row shows. Rows without a text of their own for it have it in their expression.
+std::string valueOf(const ConditionRow& row) {
+  if (!Trim(row.Varb).empty()) return std::string(Trim(row.Varb));
+  if (!IsLogicVariable(row.MeasVar)) return SignificantText(DecimalValue(row.Value), kSingleDigits);
+  const std::string_view expression = Trim(row.Expression);
+  const std::size_t blank = expression.rfind(' ');
+  const std::string_view last =
+      blank == std::string_view::npos ? expression : expression.substr(blank + 1);
+  return std::string(logicWord(last).empty() ? kTrueWord : logicWord(last));
+}
+
+}  // namespace
+
+bool IsLogicVariable(std::string_view name) {
+  return startsWith(name, "Flag(") || startsWith(name, "ReadPort");
+}
+
+int FlagOfVariable(std::string_view name) {
+  if (!startsWith(name, "Flag(")) return 0;
+  const auto number = static_cast<int>(Val(name.substr(5, 2)));
+  return number >= 1 && number <= kFlags ? number : 0;
+}
+
+std::string ConditionText(std::string_view measurement, Compares compares, int compare,
+                          std::string_view value) {
+  std::string_view sign = "=";
+  if (!IsLogicVariable(measurement)) {
+    const bool known = compare >= 0 && compare < static_cast<int>(compares.size());
+    sign = Trim(compares[known ? static_cast<std::size_t>(compare) : 0]);
+  }
+  std::string text(Trim(measurement));
+  return text.append(" ").append(sign).append(" ").append(value);
+}
+
+ConditionValue::ConditionValue(Screen& screen, std::string_view name)
+    : ListField(screen, name, valueInTheMaking) {
+  MayHold = [this](std::string_view text) { return !LogicOnly || isHeadOfLogicWord(text); };
+}
+
+bool ConditionValue::normalize(std::string& text) {
+  const std::string_view word = logicWord(Trim(text));
+  if (!word.empty() || LogicOnly) {
+    text = word;
+    return !word.empty();
+  }
+  if (ItemIndex() >= 0) return true;
+  const std::optional<double> value = ToDouble(text);
+  if (!value) return false;
+  text = SignificantText(std::clamp(*value, -kMostSingle, kMostSingle), kSingleDigits);
+  return true;
+}
+
+ConditionControls::ConditionControls(Screen& screen, const ConditionVariables& variables,
+                                     const ConditionControlNames& names,
+                                     const ConditionOffer& offer)
+    : MeasVar(screen, names.measurement),
+      Compare(screen, names.compare),
+      Value(screen, names.value),
+      Expression(screen, names.expression),
+      variables_(variables),
+      offer_(offer) {
+  MeasVar.OnPick = [this] { onPickMeasurement(); };
+  Compare.OnPick = [this] {
+    if (!setting_) edit();
+  };
+  Value.OnTake = [this] { edit(); };
+  Clear();
+}
+
+// Lists the measurements, with one of them picked. One that is no longer available is listed last,
+// so that a row that is only looked at loses nothing.
+void ConditionControls::showMeasurement(std::string_view name) {
+  MeasVar.Items.clear();
+  MeasVar.Items.reserve(variables_.Names().size() + 2);
+  MeasVar.Items.push_back({std::string(kNone), true, true, {}});
+  for (const std::string& listed : variables_.Names()) {
+    MeasVar.Items.push_back({listed, true, true, {}});
+  }
+  int place = 0;
+  if (!name.empty()) {
+    place = variables_.Find(name) + 1;
+    if (place == 0) {
+      place = static_cast<int>(MeasVar.Items.size());
+      MeasVar.Items.push_back({std::string(name), true, true, {}});
+    }
+  }
+  MeasVar.Index(place);
+  picked_ = place;
+}
+
+// Lists what the kind of the measurement can be compared with.
+void ConditionControls::showKind(bool logic) {
+  const Compares compares = logic ? Compares(kLogicCompares) : offer_.compares;
+  Compare.Items.clear();
+  for (const std::string_view sign : compares) {
+    Compare.Items.push_back({std::string(sign), true, true, {}});
+  }
+  Compare.Index(-1);
+  Value.LogicOnly = logic;
+  Value.Items.clear();
+  if (logic) {
+    Value.Items = {std::string(kTrueWord), std::string(kFalseWord)};
+  } else if (offer_.variablesAsValues) {
+    Value.Items = variables_.Names();
+  }
+}
+
+void ConditionControls::Load(const ConditionRow& row) {
+  setting_ = true;
+  row_ = row;
+  // A row of an older project has its expression alone.
+  const std::string_view measurement = Trim(row.MeasVar).empty() ? row.Expression : row.MeasVar;
+  showMeasurement(Trim(measurement));
+  Compare.Items.clear();
+  Compare.Index(-1);
+  Value.Items.clear();
+  Value.Text({});
+  Expression.Text({});
+  if (Valid()) {
+    const bool logic = IsLogicVariable(MeasVar.Text());
+    showKind(logic);
+    Compare.Index(logic ? 0 : row.Compare);
+    Value.Text(variables_.InAliases(valueOf(row)));
+    Expression.Text(variables_.InAliases(row.Expression));
+  }
+  enableControls();
+  setting_ = false;
+}
+
+void ConditionControls::Clear() {
+  ConditionRow empty;
+  empty.Compare = offer_.firstCompare;
+  Load(empty);
+}
+
+void ConditionControls::Enable(bool enabled) {
+  enabled_ = enabled;
+  enableControls();
+}
+
+void ConditionControls::enableControls() {
+  MeasVar.Enabled = enabled_;
+  Compare.Enabled = Value.Enabled = enabled_ && Valid();
+}
+
+void ConditionControls::onPickMeasurement() {
+  if (setting_ || MeasVar.Index() == picked_) return;
+  if (AllowPick && !AllowPick()) {
+    setting_ = true;
+    MeasVar.Index(picked_);
+    setting_ = false;
+    return;
+  }
+  picked_ = MeasVar.Index();
+  if (!Valid()) {
+    Clear();
+    if (OnEdit) OnEdit();
+    return;
+  }
+  setting_ = true;
+  const bool logic = IsLogicVariable(MeasVar.Text());
+  const bool sameKind = !Compare.Items.empty() && Value.LogicOnly == logic;
+  if (!sameKind) {
+    showKind(logic);
+    Compare.Index(logic ? 0 : offer_.firstCompare);
+    Value.Text(logic ? kTrueWord : "0");
+  }
+  enableControls();
+  setting_ = false;
+  edit();
+}
+
+void ConditionControls::edit() {
+  if (!Valid()) return;
+  const std::string value = Value.Text();
+  const bool isNumber = ToDouble(value).has_value();
+  row_.MeasVar = MeasVar.Text();
+  row_.Compare = std::max(Compare.Index(), 0);
+  row_.Varb = isNumber ? std::string() : value;
+  row_.VarIdx = isNumber ? 0 : std::max(Value.ItemIndex(), 0);
+  row_.Value = isNumber ? ToSingle(value).value_or(0) : 0;
+  row_.Expression = ConditionText(variables_.Variable(row_.MeasVar), offer_.compares, row_.Compare,
+                                  variables_.Variable(value));
+  Expression.Text(variables_.InAliases(row_.Expression));
+  if (OnEdit) OnEdit();
+}
+
+ConditionRow ConditionControls::Stored() const {
+  ConditionRow row = row_;
+  row.Expression = variables_.InVariables(row.Expression);
+  return row;
+}
+
+}  // namespace ostrand

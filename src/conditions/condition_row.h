@@ -1,0 +1,117 @@
+// One condition as screens compose it: a row of measurement, comparison and value.
+#pragma once
+
+#include <array>
+#include <functional>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "conditions/condition_variables.h"
+#include "controls/choice.h"
+#include "controls/list_field.h"
+#include "controls/screen.h"
+#include "model/store.h"
+
+namespace ostrand {
+
+using Compares = std::span<const std::string_view>;
+
+// Comparisons that a number is offered, by the code stored.
+inline constexpr std::array<std::string_view, 6> kTriggerCompares = {" =",  " <>", " >",
+                                                                     " >=", " <",  " <="};
+inline constexpr std::array<std::string_view, 4> kStateCompares = {" >", " >=", " <", " <="};
+inline constexpr std::array<std::string_view, 4> kPowerOffCompares = {" <", " <=", " >", " >="};
+inline constexpr std::array<std::string_view, 5> kStatusCompares = {" >", " >=", " <",
+                                                                    " <=", " <>"};
+
+// Whether a measurement is a flag or the port that is read, which are True or False.
+bool IsLogicVariable(std::string_view name);
+// The number of the flag that a measurement is, "Flag(3)"; 0 for any other.
+int FlagOfVariable(std::string_view name);
+
+// A row as it is stored.
+struct ConditionRow {
+  std::string MeasVar;     // the name picked; empty for a row not in use
+  int Compare = 0;         // place in the list of comparisons
+  int VarIdx = 0;          // place of `Varb` in the list of values when it was picked
+  float Value = 0;         // when it is compared with a number
+  std::string Varb;        // when it is compared with a variable, or "True" or "False"
+  std::string Expression;  // ready text
+
+  friend bool operator==(const ConditionRow&, const ConditionRow&) = default;
+};
+
+// The ready text of a row: "Flag(3) = True", "VBlk1(2) >= 0.5". `value` is the text of its value.
+// A comparison outside of the list is taken for the first one.
+std::string ConditionText(std::string_view measurement, Compares compares, int compare,
+                          std::string_view value);
+
+// The field of a row's value: a number, "True" or "False" typed, or an item picked.
+class ConditionValue : public ListField {
+ public:
+  ConditionValue(Screen& screen, std::string_view name);
+
+  bool LogicOnly = false;  // takes True and False, and no number
+
+ protected:
+  bool normalize(std::string& text) override;
+};
+
+// Names of a row's controls in their screen.
+struct ConditionControlNames {
+  std::string measurement;
+  std::string compare;
+  std::string value;
+  std::string expression;
+};
+
+// What a row lets a user choose.
+struct ConditionOffer {
+  Compares compares = kTriggerCompares;
+  bool variablesAsValues = false;  // numbers can be compared with variables, not only with numbers
+  int firstCompare = 0;            // place in the list that an empty row starts with
+};
+
+// The controls of one row. They keep the row as it was loaded until the user edits it.
+class ConditionControls {
+ public:
+  // `variables` outlives the row.
+  ConditionControls(Screen& screen, const ConditionVariables& variables,
+                    const ConditionControlNames& names, const ConditionOffer& offer);
+
+  Choice MeasVar;        // "(None)" first
+  Choice Compare;        // " = " alone for flags and ports
+  ConditionValue Value;  // filled when a measurement is picked: "True" or "0"
+  Label Expression;      // with alias names
+
+  // Asked after a measurement was picked, with the place picked before; false puts that back.
+  std::function<bool()> AllowPick;
+  // After any edit.
+  std::function<void()> OnEdit;
+
+  void Load(const ConditionRow& row);
+  void Clear();
+  // Whether the user may edit it; it is usable to begin with.
+  void Enable(bool enabled);
+  // Its expression names variables, not aliases.
+  [[nodiscard]] ConditionRow Stored() const;
+  // It has a measurement.
+  [[nodiscard]] bool Valid() const { return MeasVar.Index() > 0; }
+
+ private:
+  void showMeasurement(std::string_view name);
+  void showKind(bool logic);
+  void onPickMeasurement();
+  void edit();
+  void enableControls();
+
+  const ConditionVariables& variables_;
+  ConditionOffer offer_;
+  ConditionRow row_;
+  int picked_ = 0;  // place of the measurement before the latest pick
+  bool setting_ = false;
+  bool enabled_ = true;
+};
+
+}  // namespace ostrand
