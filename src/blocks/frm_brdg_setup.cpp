@@ -1,16 +1,13 @@
 #include "blocks/frm_brdg_setup.h"
 
 #include <algorithm>
-#include <cmath>
 #include <memory>
 
 #include "blocks/bridge_rules.h"
 #include "conditions/aliases.h"
 #include "conditions/field_keys.h"
 #include "conditions/flag_usage.h"
-#include "model/name_limits.h"
 #include "model/names.h"
-#include "platform/box.h"
 #include "tables/output_parameters.h"
 #include "text/number.h"
 #include "text/strings.h"
@@ -18,20 +15,11 @@
 namespace ostrand {
 namespace {
 
-constexpr int kMostExciteReps = 32767;  // of the member
-constexpr int kMicros = 2;              // place of "uSecs" among the choices of integration
-
 const BridgeKind& kindOf(int style) { return kBridgeKinds[static_cast<std::size_t>(style)]; }
 
 // A file may hold a style that there is none of.
 int knownStyle(int style) {
   return style >= 0 && style < static_cast<int>(kBridgeKinds.size()) ? style : 0;
-}
-
-// What a field stands for without its fraction, within a whole number's limits.
-i32 wholePart(const NumericField& field) {
-  constexpr double kMost = 2147483647.0;
-  return static_cast<i32>(std::clamp(std::trunc(field.Value()), -kMost, kMost));
 }
 
 // What sensors follow. A project may not have copied the gauge factor into the offset yet, which
@@ -105,93 +93,11 @@ void frmBrdgSetup::bindKind() {
   Style.OnPick = [this] { onStyle(); };
 }
 
-void frmBrdgSetup::bindCounts() {
-  Reps.BlankStands = true;
-  Reps.WholePart = true;
-  Reps.OnTake = [this] { onReps(); };
-  Reps.OnSpin = [this](bool up) {
-    const i16 before = data().Reps;  // what was typed has taken effect
-    fitReps(before + (up ? 1 : -1));
-    if (data().Reps == before) Forms().Beep();
-  };
-  StartBrdgChan.OnTake = [this] { takeStart(); };
-  StartBrdgChan.OnSpin = [this](bool up) {
-    StartBrdgChan.Value(StartBrdgChan.Value() + (up ? 1 : -1));
-    takeStart();
-  };
-  ExciteReps.Caption = "MeasPerEx";
-  ExciteReps.BlankStands = true;
-  ExciteReps.WholePart = true;
-  ExciteReps.OnChange = [this] {
-    LimitWhileTyped(ExciteReps, 1, kMostExciteReps);
-    if (ExciteReps.Text() == "0") ExciteReps.Correct("1");
-  };
-  ExciteReps.OnTake = [this] { onExciteReps(); };
-  ExciteReps.OnSpin = [this](bool up) {
-    const i32 shown = std::clamp(wholePart(ExciteReps), 1, kMostExciteReps);
-    ExciteReps.Value(shown + (up ? 1 : -1));
-    onExciteReps();
-  };
-  Units.WhyNot = [this](std::string_view units) {
-    return UnitsFit(SourceName(ORVUS_DOBJ_BLK_BRIDGE, block_), units) ? "" : kTooLongHelp;
-  };
-  FieldNames.OnPress = [this] { openFieldNames(scaling()); };
-  addOpener(OpenedBy(FieldNames, "frmFldName"));
-}
-
 void frmBrdgSetup::bindFlag(CheckBox& box, flag BridgeBlockData::*member,
                             const std::function<void()>& then) {
   box.OnClick = [this, &box, member, then] {
     data().*member = box.Checked() ? kTrue : kFalse;
     then();
-  };
-}
-
-void frmBrdgSetup::bindExcitation() {
-  Excite.WholePart = true;
-  Excite.OnChange = [this] { onExciteTyped(); };
-  Excite.OnTake = [this] {
-    Excite.Value(std::max(Excite.Value(), double{kLeastExcite}));
-    data().Excite = static_cast<float>(Excite.Value());
-  };
-  Excite.OnSpin = [this](bool up) {
-    constexpr i32 kStep = 10;
-    Excite.Value(std::clamp(wholePart(Excite) + (up ? kStep : -kStep), kLeastExcite, kMostExcite));
-    data().Excite = static_cast<float>(Excite.Value());
-  };
-  bindFlag(CheckCAO, &BridgeBlockData::CheckCAO, [this] { recount(); });
-  bindFlag(RevExcite, &BridgeBlockData::RevExcite, [this] { showTimes(); });
-  bindFlag(ReverseMes, &BridgeBlockData::ReverseMes, [this] { showTimes(); });
-  bindFlag(RevOutput, &BridgeBlockData::RevOutput, [] {});
-}
-
-void frmBrdgSetup::bindTiming() {
-  for (const AnalogRange& range : kAnalogRanges)
-    Range.Items.push_back({std::string(range.text), true, true, {}});
-  Range.OnPick = [this] { onRange(); };
-  OpenSensDetect.ToolTip =
-      "Check for open sensor test. Increases measure time by 10 uSecs per sensor.";
-  bindFlag(OpenSensDetect, &BridgeBlockData::OpenSensDetect, [this] { storeRangeCode(); });
-  IntegrationRange.SetItems({"50 Hz", "60 Hz", "uSecs", "mSecs"});
-  IntegrationRange.OnPick = [this] { onIntegrationRange(); };
-  Integration.Limits(0, 2147483647.0);
-  Integration.WholePart = true;
-  Integration.OnChange = [this] { DropLeadingZeros(Integration); };
-  Integration.OnTake = [this] { takeIntegration(); };
-  Integration.OnSpin = [this](bool up) { spinIntegration(up); };
-  SettleTime.WholePart = true;
-  SettleTime.OnChange = [this] {
-    DropLeadingZeros(SettleTime);
-    if (SettleTime.Value() > kMostBridgeSettling)
-      SettleTime.Correct(NumberText(kMostBridgeSettling));
-  };
-  SettleTime.OnTake = [this] {
-    setSettling(TakenBridgeSettling(wholePart(SettleTime), integration()));
-  };
-  SettleTime.OnSpin = [this](bool up) {
-    constexpr i32 kStep = 10;
-    const i32 micros = wholePart(SettleTime) / kStep * kStep + (up ? kStep : -kStep);
-    setSettling(std::clamp(micros, 100, kMostBridgeSettling));
   };
 }
 
@@ -330,11 +236,6 @@ void frmBrdgSetup::showPanels() {
   showZeroPanel(strain);
 }
 
-void frmBrdgSetup::showStart() {
-  const int found = autoChan() ? list_.Starts(list_.Bridges()).Bridge[block_] : 0;
-  StartBrdgChan.Value(found > 0 ? found : data().StartChan);
-}
-
 // Repetitions of strain kinds that have no gauge factor of their own hold a zero for it.
 void frmBrdgSetup::fillGaugeFactors(BridgeBlockData& block) const {
   if (!IsStrainStyle(kind_)) return;
@@ -351,170 +252,6 @@ void frmBrdgSetup::settle(BridgeBlockData& block) const {
   block.BlockTime = BridgeBlockTime(block);
   fillGaugeFactors(block);
   ClearRowsBeyond(block.Alias.Made(), block.Reps);
-}
-
-void frmBrdgSetup::onReps() {
-  if (Trim(Reps.Text()).empty()) return;
-  fitReps(wholePart(Reps));
-}
-
-// Takes a sensor count as far as excitations and channels reach.
-void frmBrdgSetup::fitReps(int reps) {
-  BridgeBlockData& block = data();
-  int fitting = std::clamp(reps, 0, kReps);
-  if (!autoChan()) {
-    fitting = std::clamp(fitting, 0, std::max(ManualRoom(differential(), block.StartChan), 0));
-  }
-  block.Reps = static_cast<i16>(fitting);
-  fitExciteReps();  // also leaves no sensors where others have all excitations
-  while (autoChan() && block.Reps > 0 && list_.FreeChannels() < 0) {
-    const ChannelBlock own = list_.Bridges()[static_cast<std::size_t>(block_ - 1)];
-    const int tooMany = BridgeSensorsTooMany(-list_.FreeChannels(), own);
-    block.Reps = static_cast<i16>(std::max(block.Reps - tooMany, 0));
-    recount();
-  }
-  Reps.Value(block.Reps);
-  warnWhenEmptied(reps);
-}
-
-void frmBrdgSetup::onExciteReps() {
-  const int before = data().Reps;
-  fitExciteReps();
-  warnWhenEmptied(before);
-}
-
-void frmBrdgSetup::fitExciteReps() {
-  BridgeBlockData& block = data();
-  const int wanted = std::clamp(wholePart(ExciteReps), 1, kMostExciteReps);
-  const ExciteFit fit =
-      FitExciteReps(block.Reps, wanted, ExcitePortsOfOthers(list_.Bridges(), block_));
-  block.Reps = static_cast<i16>(fit.reps);
-  block.ExciteReps = static_cast<i16>(fit.exciteReps);
-  Reps.Value(fit.reps);
-  ExciteReps.Value(fit.exciteReps);
-  if (fit.exciteReps != wanted) ShowWarning(Forms(), "CORRECTION", "MeasPerEx has been Changed");
-  recount();
-}
-
-void frmBrdgSetup::recount() {
-  BrdSetup_DiffSECount();
-  if (!IsLoading()) limitExciteReps();
-  list_.BrdBlock_ExcitCount();
-  FreeExcite.Text(list_.FreeExcite.Text());
-  list_.List.RefreshRows();
-  if (autoChan() || IsLoading()) showStart();
-  FieldNames.Enabled = data().Reps > 0 && hooks_.FieldNames != nullptr;
-  showTimes();
-}
-
-void frmBrdgSetup::BrdSetup_DiffSECount() {
-  list_.BrdBlock_DiffSECount();
-  FreeSE.Text(list_.FreeSE.Text());
-  FreeDiff.Text(list_.FreeDiff.Text());
-}
-
-void frmBrdgSetup::limitExciteReps() {
-  BridgeBlockData& block = data();
-  if (block.Reps <= 0 || block.ExciteReps <= block.Reps) return;
-  block.ExciteReps = block.Reps;
-  ExciteReps.Value(block.ExciteReps);
-  Forms().Beep();
-  ShowWarning(Forms(), "TROUBLE",
-              "The excitation repeat value (MeasPerEx) is too large for the number\r\n"
-              "of available channels, and has been reduced.");
-}
-
-void frmBrdgSetup::warnWhenEmptied(int before) {
-  if (before < 1 || data().Reps > 0) return;
-  Forms().SetHelpLine("WARNING - Sensor count has been set to zero.");
-}
-
-void frmBrdgSetup::takeStart() {
-  const int start = std::max(wholePart(StartBrdgChan), 1);
-  data().StartChan =
-      static_cast<i16>(std::min(start, LastBridgeStart(differential(), data().Reps)));
-  StartBrdgChan.Value(data().StartChan);
-}
-
-void frmBrdgSetup::onExciteTyped() {
-  DropLeadingZeros(Excite);
-  std::string text = Excite.Text();
-  if (text.find('-', 1) != std::string::npos) {
-    text.erase(std::remove(text.begin() + 1, text.end(), '-'), text.end());
-    Excite.Correct(text);
-    Forms().Beep();
-  }
-  LimitWhileTyped(Excite, -kMostExcite, kMostExcite);
-}
-
-void frmBrdgSetup::onIntegrationRange() {
-  data().IntegrationRange = IntegrationRange.Index();
-  const i32 forced = ForcedIntegration(IntegrationRange.Index());
-  Integration.Enabled = forced == 0;
-  if (IsLoading()) return;
-  if (forced > 0) setIntegration(forced);
-  if (IntegrationRange.Index() == kMicros) setIntegration(kMostBridgeIntegration);
-  settleLongEnough();
-  showTimes();
-}
-
-void frmBrdgSetup::takeIntegration() {
-  // Only a stored 2 is rounded, a mark of projects that never held a time.
-  constexpr i32 kNoTimeYet = 2;
-  const i32 typed = wholePart(Integration);
-  setIntegration(data().Integration == kNoTimeYet ? RoundedBridgeIntegration(typed) : typed);
-  settleLongEnough();
-}
-
-void frmBrdgSetup::spinIntegration(bool up) {
-  const i32 micros = wholePart(Integration);
-  if (!up && micros < 1) return;
-  setIntegration(up ? BridgeIntegrationUp(micros) : BridgeIntegrationDown(micros));
-  if (up) settleLongEnough();
-}
-
-void frmBrdgSetup::setIntegration(i32 micros) {
-  data().Integration = micros;
-  Integration.Value(micros);
-  list_.List.RefreshRows();
-  showTimes();
-}
-
-i32 frmBrdgSetup::integration() const {
-  const i32 forced = ForcedIntegration(data().IntegrationRange);
-  return forced > 0 ? forced : data().Integration;
-}
-
-void frmBrdgSetup::settleLongEnough() {
-  const i32 least = LeastBridgeSettling(integration());
-  if (least > LeastBridgeSettling(0) && data().SettleTime < least) setSettling(least);
-}
-
-void frmBrdgSetup::setSettling(i32 micros) {
-  data().SettleTime = micros;
-  SettleTime.Value(micros);
-  showTimes();
-}
-
-void frmBrdgSetup::onRange() {
-  const AnalogRange& range = kAnalogRanges[static_cast<std::size_t>(Range.Index())];
-  data().Range = range.text;
-  OpenSensDetect.Visible = range.openSensor;
-  storeRangeCode();
-}
-
-void frmBrdgSetup::storeRangeCode() {
-  if (Range.Index() < 0) return;
-  data().RangeNo = AnalogRangeCode(kAnalogRanges[static_cast<std::size_t>(Range.Index())],
-                                   data().OpenSensDetect != kFalse);
-  list_.List.RefreshRows();
-  showTimes();
-}
-
-void frmBrdgSetup::showTimes() {
-  data().BlockTime = BridgeBlockTime(data());
-  Each.Text(MicrosText(BridgeMeasTime(data())));
-  Block.Text(MicrosText(data().BlockTime));
 }
 
 void frmBrdgSetup::setScaling(float mult, float offset) {

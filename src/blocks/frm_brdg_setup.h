@@ -1,4 +1,6 @@
-// One bridge block.
+// One bridge block. Its source has the kind, the scaling and the zeroing; the sensors with their
+// channels and excitation are in frm_brdg_setup_counts.cpp, range and times in
+// frm_brdg_setup_timing.cpp.
 #pragma once
 
 #include <functional>

@@ -14,6 +14,9 @@ void DropLeadingZeros(TextField& field);
 // A number is kept within limits; a text that is none yet may go on, and so may zeros.
 void LimitWhileTyped(NumericField& field, double least, double most);
 
+// What a field says without its fraction, within a whole number's limits.
+i32 WholePart(const NumericField& field);
+
 // A click on the spin button of a multiplier or an offset: to whole numbers from the first on.
 double SteppedToWhole(double value, bool up);
 
