@@ -1,7 +1,7 @@
 // The screens of the two-point calculators.
 #pragma once
 
-#include "calc/calculator.h"
+#include "calc/calculator_screen.h"
 #include "calc/source_kinds.h"
 #include "calc/two_point.h"
 #include "controls/numeric_field.h"

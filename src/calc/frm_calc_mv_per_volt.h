@@ -1,7 +1,7 @@
 // The screen of the bridge output calculator.
 #pragma once
 
-#include "calc/calculator.h"
+#include "calc/calculator_screen.h"
 #include "calc/mv_per_volt.h"
 
 namespace ostrand {

@@ -6,7 +6,7 @@
 #include "model/defaults.h"
 #include "model/name_limits.h"
 #include "model/names.h"
-#include "model/table_outputs.h"
+#include "model/record_layout.h"
 #include "model/variables.h"
 #include "platform/box.h"
 #include "platform/guarded.h"

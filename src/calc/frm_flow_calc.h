@@ -1,7 +1,7 @@
 // The screen of the flow calculator.
 #pragma once
 
-#include "calc/calculator.h"
+#include "calc/calculator_screen.h"
 #include "calc/flow.h"
 #include "controls/numeric_field.h"
 

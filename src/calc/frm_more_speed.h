@@ -1,7 +1,7 @@
 // The screen of the speed calculator for sensors of known pulses per length.
 #pragma once
 
-#include "calc/calculator.h"
+#include "calc/calculator_screen.h"
 #include "calc/more_speed.h"
 
 namespace ostrand {

@@ -1,7 +1,7 @@
 // The screen of the RPM calculator.
 #pragma once
 
-#include "calc/calculator.h"
+#include "calc/calculator_screen.h"
 #include "calc/rpm.h"
 
 namespace ostrand {

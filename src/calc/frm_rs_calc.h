@@ -1,7 +1,7 @@
 // The screen of the resistor calculator.
 #pragma once
 
-#include "calc/calculator.h"
+#include "calc/calculator_screen.h"
 #include "calc/resistance.h"
 
 namespace ostrand {

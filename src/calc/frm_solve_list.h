@@ -5,7 +5,7 @@
 #include <memory>
 #include <optional>
 
-#include "calc/calculator.h"
+#include "calc/calculator_screen.h"
 
 namespace ostrand {
 

@@ -1,7 +1,7 @@
 // The screen of the speed calculator for a wheel and gears.
 #pragma once
 
-#include "calc/calculator.h"
+#include "calc/calculator_screen.h"
 #include "calc/speed.h"
 
 namespace ostrand {

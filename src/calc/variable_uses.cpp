@@ -3,7 +3,7 @@
 #include <string>
 
 #include "calc/formula.h"
-#include "model/table_outputs.h"
+#include "model/record_layout.h"
 #include "model/variable_texts.h"
 #include "text/strings.h"
 

@@ -5,8 +5,8 @@
 
 #include "can/item_rules.h"
 #include "controls/text_field.h"
+#include "model/record_layout.h"
 #include "model/stored_text.h"
-#include "model/table_outputs.h"
 #include "text/number.h"
 #include "text/strings.h"
 

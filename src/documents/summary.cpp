@@ -5,7 +5,7 @@
 
 #include "documents/document_head.h"
 #include "model/output_table.h"
-#include "model/timing.h"
+#include "model/scan_time.h"
 #include "model/units.h"
 #include "platform/guarded.h"
 #include "platform/moment_text.h"

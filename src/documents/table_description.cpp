@@ -10,7 +10,7 @@
 #include "model/intervals.h"
 #include "model/names.h"
 #include "model/output_table.h"
-#include "model/table_outputs.h"
+#include "model/record_layout.h"
 #include "model/units.h"
 #include "text/mask.h"
 #include "text/number.h"

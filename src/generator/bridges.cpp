@@ -1,7 +1,7 @@
 // Measurement statements of the bridge blocks, with the strain of strain gauges.
 #include "generator/bridge_style.h"
-#include "generator/channels.h"
 #include "generator/savedld.h"
+#include "generator/terminal_alignment.h"
 
 namespace ostrand {
 namespace {

@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "model/enums.h"
+#include "model/record_layout.h"
 #include "model/store.h"
-#include "model/table_outputs.h"
 
 namespace ostrand {
 

@@ -8,7 +8,7 @@
 #include "generator/savedld.h"
 #include "model/intervals.h"
 #include "model/names.h"
-#include "model/table_outputs.h"
+#include "model/record_layout.h"
 #include "model/units.h"
 #include "text/mask.h"
 #include "text/number.h"

@@ -7,9 +7,9 @@
 
 #include "generator/families.h"
 #include "generator/program_lines.h"
+#include "model/record_layout.h"
 #include "model/statement_channels.h"
 #include "model/store.h"
-#include "model/table_outputs.h"
 #include "platform/clock.h"
 #include "platform/filesystem.h"
 #include "platform/forms.h"

@@ -1,8 +1,8 @@
 // Thermocouple statements.
 #include <string>
 
-#include "generator/channels.h"
 #include "generator/savedld.h"
+#include "generator/terminal_alignment.h"
 
 namespace ostrand {
 namespace {

@@ -1,8 +1,8 @@
 // Voltage statements.
 #include <string>
 
-#include "generator/channels.h"
 #include "generator/savedld.h"
+#include "generator/terminal_alignment.h"
 
 namespace ostrand {
 namespace {

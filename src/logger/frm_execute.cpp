@@ -4,8 +4,8 @@
 
 #include "conditions/flag_conflicts.h"
 #include "conditions/flag_usage.h"
+#include "model/burst_buffer.h"
 #include "model/intervals.h"
-#include "model/proggen.h"
 #include "platform/box.h"
 #include "text/mask.h"
 #include "text/number.h"

@@ -5,7 +5,7 @@
 
 #include "model/name_statements.h"
 #include "model/names.h"
-#include "model/table_outputs.h"
+#include "model/record_layout.h"
 #include "text/number.h"
 
 namespace ostrand {

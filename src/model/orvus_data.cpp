@@ -7,7 +7,7 @@
 #include <utility>
 
 #include "model/names.h"
-#include "model/table_outputs.h"
+#include "model/record_layout.h"
 #include "text/mask.h"
 #include "text/number.h"
 

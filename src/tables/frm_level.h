@@ -7,7 +7,7 @@
 
 #include "controls/choice.h"
 #include "controls/numeric_field.h"
-#include "model/table_outputs.h"
+#include "model/record_layout.h"
 #include "tables/histo_screen.h"
 
 namespace ostrand {

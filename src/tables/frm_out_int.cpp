@@ -6,7 +6,7 @@
 #include "conditions/flag_code.h"
 #include "conditions/flag_conflicts.h"
 #include "conditions/flag_usage.h"
-#include "model/table_outputs.h"
+#include "model/record_layout.h"
 #include "platform/box.h"
 #include "tables/frm_table_times.h"
 #include "tables/frm_trig_table.h"

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "model/table_outputs.h"
+#include "model/record_layout.h"
 #include "text/number.h"
 
 namespace ostrand {

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "model/proggen.h"
-#include "model/table_outputs.h"
+#include "model/burst_buffer.h"
+#include "model/record_layout.h"
 #include "platform/box.h"
 #include "text/mask.h"
 #include "text/number.h"

@@ -1,6 +1,6 @@
 // What a run does beside its lines: the line buffer, what it leaves behind for the next run and in
 // the project, the file; and what no project file holds.
-#include "generator/calc_fields.h"
+#include "generator/calc_field_constants.h"
 #include "generator/generated.h"
 #include "generator/program_lines.h"
 #include "generator/triggers.h"

@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include "model/burst_buffer.h"
 #include "model/format_version.h"
 #include "model/intervals.h"
-#include "model/proggen.h"
 #include "projectfile/genfile.h"
 #include "support/project_random.h"
 

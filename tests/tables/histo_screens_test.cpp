@@ -8,7 +8,7 @@
 #include "documents/table_description.h"
 #include "generator/savedld.h"
 #include "model/output_table.h"
-#include "model/table_outputs.h"
+#include "model/record_layout.h"
 #include "platform/posix/posix_clock.h"
 #include "platform/posix/posix_filesystem.h"
 #include "support/table_screens_fixture.h"

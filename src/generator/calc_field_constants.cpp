@@ -1,5 +1,5 @@
 // Declarations of the calculated fields.
-#include "generator/calc_fields.h"
+#include "generator/calc_field_constants.h"
 
 #include <algorithm>
 #include <string>

@@ -1,4 +1,4 @@
-#include "model/proggen.h"
+#include "model/burst_buffer.h"
 
 #include <algorithm>
 #include <limits>

@@ -1,4 +1,4 @@
-#include "calc/calculator.h"
+#include "calc/calculator_screen.h"
 
 #include "model/name_limits.h"
 #include "model/names.h"

@@ -1,4 +1,4 @@
-#include "model/timing.h"
+#include "model/scan_time.h"
 
 #include <algorithm>
 #include <limits>

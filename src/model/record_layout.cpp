@@ -1,4 +1,4 @@
-#include "model/table_outputs.h"
+#include "model/record_layout.h"
 
 #include <algorithm>
 
