@@ -1,0 +1,38 @@
+# A room of the house: a library of the sources in src/<name> that includes its own headers and
+# those of the rooms it may know, directly or through them, and no others. The include folder is
+# src/ for all; what a room includes is checked before it is compiled.
+function(ostrand_room name)
+  cmake_parse_arguments(ROOM "" "FOLDER" "KNOWS" ${ARGN})
+  if(NOT ROOM_FOLDER)
+    set(ROOM_FOLDER ${name})
+  endif()
+  set(library ostrand_${name})
+  set(known_folders)
+  foreach(known ${ROOM_KNOWS})
+    get_target_property(folders ostrand_${known} OSTRAND_FOLDERS)
+    list(APPEND known_folders ${folders})
+  endforeach()
+  list(SORT known_folders)
+  list(REMOVE_DUPLICATES known_folders)
+
+  set(folder ${CMAKE_SOURCE_DIR}/src/${ROOM_FOLDER})
+  file(GLOB sources CONFIGURE_DEPENDS ${folder}/*.cpp)
+  file(GLOB headers CONFIGURE_DEPENDS ${folder}/*.h)
+  set(stamp ${CMAKE_BINARY_DIR}/rooms/${name}.checked)
+  set(check ${CMAKE_CURRENT_FUNCTION_LIST_DIR}/check_room.cmake)
+  add_custom_command(OUTPUT ${stamp}
+    COMMAND ${CMAKE_COMMAND} -DSOURCE_DIR=${CMAKE_SOURCE_DIR} -DROOM=${ROOM_FOLDER}
+      "-DKNOWS=${known_folders}" -DSTAMP=${stamp} -P ${check}
+    DEPENDS ${sources} ${headers} ${check}
+    COMMENT "Checking the includes of src/${ROOM_FOLDER}" VERBATIM)
+  add_custom_target(${library}_includes DEPENDS ${stamp})
+
+  add_library(${library} STATIC ${sources})
+  add_dependencies(${library} ${library}_includes)
+  set_target_properties(${library} PROPERTIES OSTRAND_FOLDERS "${known_folders};${ROOM_FOLDER}")
+  target_include_directories(${library} PUBLIC ${CMAKE_SOURCE_DIR}/src)
+  target_link_libraries(${library} PRIVATE ostrand_flags)
+  foreach(known ${ROOM_KNOWS})
+    target_link_libraries(${library} PUBLIC ostrand_${known})
+  endforeach()
+endfunction()
