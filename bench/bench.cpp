@@ -1,4 +1,4 @@
-// Prints the table of figures: `bench` all rows, `bench NAME...` some of them.
+// Prints the table of figures: `bench` all rows but the slow ones, `bench NAME...` some of them.
 #include <fmt/format.h>
 
 #include <algorithm>
@@ -38,10 +38,16 @@ double timeOfCall(double length, const std::function<void()>& body) {
 
 std::vector<Row> allRows() {
   std::vector<Row> rows = InnerRows();
-  for (const auto& more : {ProcessRows(), ScreenRows()}) {
+  for (const auto& more : {ProcessRows(), DiskRows(), ScreenRows()}) {
     rows.insert(rows.end(), more.begin(), more.end());
   }
   return rows;
+}
+
+// Whether a word of the command line means the row: its name or the name's part before a "-".
+bool means(std::string_view word, const Row& row) {
+  return row.name.starts_with(word) &&
+         (row.name.size() == word.size() || row.name[word.size()] == '-');
 }
 
 }  // namespace
@@ -77,16 +83,18 @@ int main(int count, char** arguments) {
   const std::vector<Row> rows = allRows();
   for (const std::string_view name : names) {
     const bool known =
-        std::any_of(rows.begin(), rows.end(), [&](const Row& row) { return row.name == name; });
+        std::any_of(rows.begin(), rows.end(), [&](const Row& row) { return means(name, row); });
     Require(known, "the name of a row");
   }
-  fmt::print("{:<10} {:<52} {:>8} {:>9}  {}\n", "name", "what", "aim", "figure", "verdict");
+  fmt::print("{:<11} {:<52} {:>8} {:>9}  {}\n", "name", "what", "aim", "figure", "verdict");
   for (const Row& row : rows) {
-    if (!names.empty() && std::find(names.begin(), names.end(), row.name) == names.end()) continue;
+    const bool named =
+        std::any_of(names.begin(), names.end(), [&](const char* name) { return means(name, row); });
+    if (!named && (row.slow || !names.empty())) continue;
     const Figure figure = row.measure();
     const std::string aim = row.aim > 0 ? fmt::format("{}", row.aim) : "";
     const char* verdict = row.aim <= 0 ? "" : figure.value <= row.aim ? "met" : "OVER";
-    fmt::print("{:<10} {:<52} {:>8} {:>9.2f}  {:<4}  {}\n", row.name, row.what, aim, figure.value,
+    fmt::print("{:<11} {:<52} {:>8} {:>9.2f}  {:<4}  {}\n", row.name, row.what, aim, figure.value,
                verdict, figure.remark);
     std::fflush(stdout);
   }

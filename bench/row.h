@@ -19,12 +19,15 @@ struct Row {
   std::string_view what;
   double aim;  // the most that the figure may be; 0 for a figure that is only listed
   std::function<Figure()> measure;
+  bool slow = false;  // takes a minute or so and is measured only when it is named
 };
 
 // Load, save and generation within this process, against yardsticks on the same bytes.
 std::vector<Row> InnerRows();
 // Whole processes, against an empty one; peak memory.
 std::vector<Row> ProcessRows();
+// Fleets in one folder, and a save that waits for the disk.
+std::vector<Row> DiskRows();
 // The screens on the largest project; lists each of them.
 std::vector<Row> ScreenRows();
 

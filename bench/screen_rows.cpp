@@ -147,7 +147,7 @@ Figure slowestScreen(void (*make)(ProjectStore& store), bool listed) {
   std::string name;
   for (const Way& way : ways) {
     const double time = walker.TimeOf(way) * kMilli;
-    if (listed) fmt::print("{:>10} {:<52} {:>8} {:>9.3f}\n", "", way.screen, "", time);
+    if (listed) fmt::print("{:>11} {:<52} {:>8} {:>9.3f}\n", "", way.screen, "", time);
     if (time > slowest) name = way.screen;
     slowest = std::max(slowest, time);
   }
