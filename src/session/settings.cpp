@@ -181,6 +181,16 @@ std::string_view storedValue(const std::vector<platform::Setting>& stored, std::
   return found == stored.end() ? std::string_view{} : std::string_view(found->value);
 }
 
+// A number, where the text is one.
+ORVUS_COMMON::UserValue userValue(const std::vector<platform::Setting>& stored,
+                                  std::string_view name,
+                                  const ORVUS_COMMON::UserValue& defaultValue) {
+  const std::string text(storedValue(stored, name));
+  if (text.empty()) return defaultValue;
+  if (const auto number = ToDouble(text)) return *number;
+  return text;
+}
+
 // The compiler's place in the machine's folder for it.
 std::string compilerIn(std::string_view folder) {
   const std::string inFolder = folder.empty() ? "\\" : platform::WithSeparator(folder);
@@ -255,27 +265,29 @@ void Settings::readStore() {
 
 // A number that can't be one of its kind takes the default.
 void Settings::readView() {
-  const auto text = [this](std::string_view section, std::string_view name,
-                           const std::string& standard) {
-    const ORVUS_COMMON::UserValue value =
-        ORVUS_COMMON::GetUserSetting(store_, kViewProduct, section, name, standard);
+  using Rows = std::vector<platform::Setting>;
+  const std::string place = std::string(kUserKey).append(kViewProduct);
+  const Rows fontRows = store_.Read(place, kFontSection);
+  const Rows numberRows = store_.Read(place, kNumbersSection);
+  const auto text = [](const Rows& rows, std::string_view name, const std::string& standard) {
+    const ORVUS_COMMON::UserValue value = userValue(rows, name, standard);
     const auto* kept = std::get_if<std::string>(&value);
     return kept != nullptr ? *kept : NumberText(std::get<double>(value));
   };
-  const auto number = [&](std::string_view section, std::string_view name, i32 standard, i32 least,
+  const auto number = [&](const Rows& rows, std::string_view name, i32 standard, i32 least,
                           i32 most) {
-    const i32 value = ToInt32(text(section, name, NumberText(standard))).value_or(standard);
+    const i32 value = ToInt32(text(rows, name, NumberText(standard))).value_or(standard);
     return value >= least && value <= most ? value : standard;
   };
   const ViewOptions standard;
   const TextFont& font = standard.ConditionFont;
   const NumberFormat& numbers = standard.SummaryNumbers;
   constexpr auto kMostForm = static_cast<i32>(NumberForm::kCustom);
-  view_ = {{text(kFontSection, "Name", font.Name), text(kFontSection, "Style", font.Style),
-            number(kFontSection, "Size", font.Size, kLeastFontSize, kMostFontSize)},
+  view_ = {{text(fontRows, "Name", font.Name), text(fontRows, "Style", font.Style),
+            number(fontRows, "Size", font.Size, kLeastFontSize, kMostFontSize)},
            {static_cast<NumberForm>(
-                number(kNumbersSection, "Form", static_cast<i32>(numbers.form), 0, kMostForm)),
-            number(kNumbersSection, "Digits", numbers.digits, 0, kMostFormDigits)}};
+                number(numberRows, "Form", static_cast<i32>(numbers.form), 0, kMostForm)),
+            number(numberRows, "Digits", numbers.digits, 0, kMostFormDigits)}};
   storedView_ = view_;
 }
 
@@ -507,11 +519,7 @@ std::string QuietRegistrySetting(platform::MachineRegistry& registry, std::strin
 UserValue GetUserSetting(platform::SettingsStore& store, std::string_view product,
                          std::string_view section, std::string_view name,
                          const UserValue& defaultValue) {
-  const auto stored = store.Read(std::string(kUserKey).append(product), section);
-  const std::string text(storedValue(stored, name));
-  if (text.empty()) return defaultValue;
-  if (const auto number = ToDouble(text)) return *number;
-  return text;
+  return userValue(store.Read(std::string(kUserKey).append(product), section), name, defaultValue);
 }
 
 Result<> SetUserSetting(platform::SettingsStore& store, std::string_view product,

@@ -10,13 +10,13 @@ namespace ostrand::platform {
 
 PosixMachineRegistry::PosixMachineRegistry(FileSystem& files, std::string machinePath,
                                            std::string userPath)
-    : files_(files), machinePath_(std::move(machinePath)), userPath_(std::move(userPath)) {}
+    : machine_(files, std::move(machinePath)), user_(files, std::move(userPath)) {}
 
 RegistryReading PosixMachineRegistry::Read(std::string_view hive, std::string_view key,
                                            std::string_view name) {
   const bool machine = SameText(hive, "HKLM");
   if (!machine && !SameText(hive, "HKCU")) return {{}, RegistryFailure::kOpenKey};
-  const SettingsFile file = LoadSettingsFile(files_, machine ? machinePath_ : userPath_);
+  const SettingsFile& file = (machine ? machine_ : user_).Now();
   // What is wrong with the user's file is told by the store that owns it.
   for (const std::string& why : {file.damage, file.unread}) {
     if (machine && !why.empty()) notices_.Add("The keys of this machine cannot be read: " + why);

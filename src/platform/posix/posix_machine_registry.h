@@ -21,9 +21,8 @@ class PosixMachineRegistry : public MachineRegistry {
   std::string TakeNotice() override { return notices_.Take(); }
 
  private:
-  FileSystem& files_;
-  std::string machinePath_;
-  std::string userPath_;
+  SettingsReader machine_;
+  SettingsReader user_;
   Notices notices_;
 };
 

@@ -95,10 +95,10 @@ void closeToOthers(const std::string& path) {
 }  // namespace
 
 PosixSettingsStore::PosixSettingsStore(FileSystem& files, std::string path)
-    : files_(files), path_(std::move(path)) {}
+    : files_(files), path_(std::move(path)), reader_(files, path_) {}
 
-SettingsFile PosixSettingsStore::load() {
-  SettingsFile file = LoadSettingsFile(files_, path_);
+const SettingsFile& PosixSettingsStore::load() {
+  const SettingsFile& file = reader_.Now();
   for (const std::string& why : {file.damage, file.unread}) {
     if (why.empty()) continue;
     notices_.Add("The settings cannot be read, the defaults are in use: " + why);
@@ -112,7 +112,7 @@ SettingsFile PosixSettingsStore::load() {
 std::vector<Setting> PosixSettingsStore::Read(std::string_view application,
                                               std::string_view section) {
   const std::string place = sectionOf(application, section);
-  const SettingsFile file = load();
+  const SettingsFile& file = load();
   unread_[Upper(place)] = file.unread;
   return file.text.Rows(place);
 }
@@ -124,14 +124,14 @@ Result<> PosixSettingsStore::Write(std::string_view application, std::string_vie
   }
   const std::string place = sectionOf(application, section);
   if (const std::string& why = unread_[Upper(place)]; !why.empty()) return Error{why};
-  if (const SettingsFile file = load(); holdsAll(file, place, values)) {
+  if (const SettingsFile& file = load(); holdsAll(file, place, values)) {
     closeToOthers(path_);
     return Done{};
   }
   if (auto made = makeFolders(path_); !made) return made;
   WriteLock lock;
   if (auto taken = lock.Take(path_); !taken) return taken;
-  SettingsFile file = load();
+  SettingsFile file = LoadSettingsFile(files_, path_);
   if (!file.unread.empty()) return Error{file.unread};
   return replace(file, place, values);
 }

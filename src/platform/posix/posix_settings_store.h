@@ -11,8 +11,8 @@
 
 namespace ostrand::platform {
 
-// A section stands in the file as "[application\section]". The file is read at each call, so that
-// programs side by side see each other's values; a write holds a lock beside the file while it
+// A section is in the file as "[application\section]". Each call looks whether the file has changed,
+// so that programs side by side see each other's values; a write holds a lock beside the file while it
 // reads, changes and replaces it whole. Rows and lines of others are kept.
 //
 // A file that is of no use (no text, too large, a folder) counts as empty and is told in a notice.
@@ -31,12 +31,13 @@ class PosixSettingsStore : public SettingsStore {
   std::string TakeNotice() override { return notices_.Take(); }
 
  private:
-  SettingsFile load();
+  const SettingsFile& load();
   Result<> replace(SettingsFile& file, std::string_view section, std::span<const Setting> values);
   Result<> moveAside(const std::string& path);
 
   FileSystem& files_;
   std::string path_;
+  SettingsReader reader_;
   std::map<std::string, std::string> unread_;  // why the last Read of a section failed
   Notices notices_;
 };

@@ -14,32 +14,43 @@ namespace ostrand::platform {
 SettingsFile LoadSettingsFile(FileSystem& files, const std::string& path) {
   SettingsFile file;
   if (path.empty()) return file;
-  const std::string name = files.Find(path);
   struct stat info {};
-  if (::stat(name.c_str(), &info) != 0) {
+  if (::stat(path.c_str(), &info) != 0) {
     // Any other error may be gone in the next moment; what the file holds is not known then.
-    if (errno != ENOENT && errno != ENOTDIR) file.unread = name + ": " + std::strerror(errno);
+    if (errno != ENOENT && errno != ENOTDIR) file.unread = path + ": " + std::strerror(errno);
     return file;
   }
   if (S_ISREG(info.st_mode) && info.st_size > static_cast<off_t>(SettingsText::kMostBytes)) {
-    file.damage = name + ": File too large";
+    file.damage = path + ": File too large";
     return file;
   }
-  const auto bytes = files.Read(name);
+  const auto bytes = files.Read(path);
   if (!bytes) {
     (S_ISREG(info.st_mode) ? file.unread : file.damage) = bytes.ErrorText();
     return file;
   }
   auto text = SettingsText::FromBytes(bytes.Value());
   if (!text) {
-    file.damage = name + ": " + text.ErrorText();
+    file.damage = path + ": " + text.ErrorText();
     return file;
   }
   file.text = std::move(text.Value());
   if (const int line = file.text.StrangeLine(); line > 0) {
-    file.strange = name + ", line " + NumberText(line);
+    file.strange = path + ", line " + NumberText(line);
   }
   return file;
+}
+
+const SettingsFile& SettingsReader::Now() {
+  // Before the file is read, so that a change from then on shows.
+  auto stamp = loaded_ ? files_.Stamp(path_) : std::nullopt;
+  // Without a stamp there is no file, or a failure that may be gone in the next moment.
+  if (!loaded_ || stamp != stamp_ || !file_.unread.empty()) {
+    file_ = LoadSettingsFile(files_, path_);
+  }
+  loaded_ = true;
+  stamp_ = stamp;
+  return file_;
 }
 
 void Notices::Add(const std::string& text) {

@@ -1,8 +1,10 @@
 // Reads a settings text from the disk, whatever stands there.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "platform/filesystem.h"
@@ -19,6 +21,21 @@ struct SettingsFile {
 
 // An empty path, and one where nothing exists, give an empty text.
 SettingsFile LoadSettingsFile(FileSystem& files, const std::string& path);
+
+// One settings text, which is read again only after it has changed.
+class SettingsReader {
+ public:
+  SettingsReader(FileSystem& files, std::string path) : files_(files), path_(std::move(path)) {}
+  // As it is on the disk now.
+  const SettingsFile& Now();
+
+ private:
+  FileSystem& files_;
+  std::string path_;
+  bool loaded_ = false;
+  std::optional<FileStamp> stamp_;
+  SettingsFile file_;
+};
 
 // What the user is to hear, each text once.
 class Notices {
