@@ -8,6 +8,7 @@
 #include "platform/posix/user_folders.h"
 #include "text/codepage.h"
 #include "text/number.h"
+#include "text/strings.h"
 
 namespace ostrand::cli {
 namespace {
@@ -129,15 +130,16 @@ std::string OutputBase(const ProjectRun& run, const Ostrand& session) {
 }
 
 bool NotYetWritten(const ProjectRun& run, const std::string& path) {
-  const auto taken = std::find(run.written.begin(), run.written.end(), run.files.Find(path));
-  if (taken == run.written.end()) return true;
+  const bool taken = std::any_of(run.written.begin(), run.written.end(),
+                                 [&](const std::string& name) { return SameText(name, path); });
+  if (!taken) return true;
   Complain(path + " was written in this run already and is left as it is");
   return false;
 }
 
 bool TellWritten(ProjectRun& run, const std::string& path) {
-  run.written.push_back(run.files.Find(path));
-  return Say("wrote " + platform::TerminalName(run.written.back()) + "\n");
+  run.written.push_back(path);
+  return Say("wrote " + platform::TerminalName(run.files.Find(path)) + "\n");
 }
 
 }  // namespace ostrand::cli

@@ -25,7 +25,7 @@ struct ProjectRun {
   const CommandLine& line;
   platform::PosixFileSystem& files;
   platform::TerminalForms& forms;
-  std::vector<std::string> written;  // names as they stand on the disk
+  std::vector<std::string> written;  // names as they were asked for
   std::size_t handled = 0;           // files before this one
 };
 
@@ -77,7 +77,8 @@ void WarnOfSkippedLines(const Ostrand& session, std::string_view file);
 // Where the files of the session's project go, without extension.
 std::string OutputBase(const ProjectRun& run, const Ostrand& session);
 
-// Whether `path` is still free in this run; another project of the same name may have taken it.
+// Whether `path` is still free in this run; another project of the same name, but for upper and
+// lower case, may have taken it.
 bool NotYetWritten(const ProjectRun& run, const std::string& path);
 
 // Notes that `path` has been written and tells the user.

@@ -6,7 +6,7 @@ namespace ostrand {
 
 bool WriteDocument(platform::FileSystem& files, platform::Forms& forms, const std::string& path,
                    std::string_view bytes) {
-  if (platform::WriteWhole(files, path, bytes)) return true;
+  if (platform::WriteWhole(files, path, bytes, platform::FolderSync::kLater)) return true;
   platform::MessageBox box;
   box.title = "FILE PROBLEM";
   box.text = "Permission denied to save " + path +

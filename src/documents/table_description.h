@@ -14,8 +14,8 @@ namespace ostrand {
 // first column in a record, from 1, in the order of the program's data tables.
 std::string TableDescriptionText(const ProjectStore& store, const DocumentHead& head);
 
-// Writes it to `base` + ".VKD", in place of an old one. False when that failed, which the user has
-// been told then; the old file stands as it was.
+// Writes it to `base` + ".VKD", in place of an old one; its folder is for the caller to sync. False
+// when that failed, which has been reported then; the old file stays as it was.
 bool WriteTableDescription(platform::FileSystem& files, platform::Forms& forms,
                            const std::string& base, const ProjectStore& store,
                            const DocumentHead& head);

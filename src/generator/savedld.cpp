@@ -77,9 +77,8 @@ bool SAVEDLD::SaveTheDld(std::string_view base) {
   return Guarded(forms_, "SAVEDLD.SaveTheDld", [&] {
     const std::string text = ProgramText();
     const std::string path = std::string(base) + ".VKP";
-    if (const auto written = platform::WriteWhole(files_, path, text); !written) {
-      throw FileAccess(written.ErrorText());
-    }
+    const auto written = platform::WriteWhole(files_, path, text, platform::FolderSync::kLater);
+    if (!written) throw FileAccess(written.ErrorText());
   });
 }
 

@@ -32,7 +32,7 @@ class SAVEDLD {
   // The project's name in the head of the program.
   void BaseName(std::string name) { baseName_ = std::move(name); }
 
-  // Generates the program and writes it to `base` + ".VKP". False when the file could not be
+  // Generates the program and writes it to `base` + ".VKP"; the caller syncs the folder. False when the file could not be
   // written, which has been reported then.
   bool SaveTheDld(std::string_view base);
 

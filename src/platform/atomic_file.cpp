@@ -32,7 +32,7 @@ Result<> AtomicFile::Write(std::string_view bytes) { return ofTarget(write(bytes
 
 Result<> AtomicFile::Finish() { return ofTarget(finish()); }
 
-Result<> AtomicFile::Commit() { return ofTarget(commit()); }
+Result<> AtomicFile::Commit(FolderSync sync) { return ofTarget(commit(sync)); }
 
 Result<> AtomicFile::ofTarget(Result<> result) const {
   if (result) return result;
@@ -44,7 +44,9 @@ Result<> AtomicFile::ofTarget(Result<> result) const {
 }
 
 Result<> AtomicFile::open() {
-  if (auto allowed = files_.MayReplace(path_); !allowed) return allowed;
+  const auto replaces = files_.MayReplace(path_);
+  if (!replaces) return Error{replaces.ErrorText()};
+  if (!replaces.Value() && rightsOf_ == path_) rightsOf_.clear();
   const std::string first = HiddenNeighbour(path_);
   hidden_ = first;
   for (int number = 1;; ++number) {
@@ -85,21 +87,22 @@ Result<> AtomicFile::finish() {
   return closed;
 }
 
-Result<> AtomicFile::commit() {
+Result<> AtomicFile::commit(FolderSync sync) {
   if (auto finished = finish(); !finished) return finished;
   if (auto renamed = files_.Rename(hidden_, path_); !renamed) return renamed;
   created_ = false;
-  return files_.SyncFolder(path_);
+  return sync == FolderSync::kLater ? Result<>(Done{}) : files_.SyncFolder(path_);
 }
 
-Result<> WriteWhole(FileSystem& files, std::string_view path, std::string_view bytes) {
+Result<> WriteWhole(FileSystem& files, std::string_view path, std::string_view bytes,
+                    FolderSync sync) {
   const std::string target = files.Target(path);
   // By the name that was asked for, since that is the one a project's lock is held for.
   const auto lock = files.LockFolder(path);
   if (!lock) return Error{lock.ErrorText()};
   AtomicFile file(files, target);
   if (auto written = file.Write(bytes); !written) return written;
-  return file.Commit();
+  return file.Commit(target == path ? sync : FolderSync::kNow);
 }
 
 }  // namespace ostrand::platform

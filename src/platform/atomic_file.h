@@ -31,14 +31,14 @@ class AtomicFile {
   // All of it is on the disk itself, under the hidden name.
   Result<> Finish();
   // Finishes what is not finished yet and puts it into its place.
-  Result<> Commit();
+  Result<> Commit(FolderSync sync = FolderSync::kNow);
 
  private:
   Result<> open();
   Result<> create();
   Result<> write(std::string_view bytes);
   Result<> finish();
-  Result<> commit();
+  Result<> commit(FolderSync sync);
   // An error of the neighbour in terms of the file that the user knows; the disk may spell the
   // folder in another way.
   [[nodiscard]] Result<> ofTarget(Result<> result) const;

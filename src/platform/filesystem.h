@@ -53,21 +53,21 @@ struct FileStamp {
   friend bool operator==(const FileStamp&, const FileStamp&) = default;
 };
 
-// Paths are bytes. An implementation turns `\` into its own separator, and finds a name first
-// exactly and then without regard to upper and lower case. Error texts name the path.
+// Paths are bytes. An implementation turns `\` into its own separator, and finds a name to be read
+// first exactly and then without regard to upper and lower case. Error texts name the path.
 class FileSystem {
  public:
   virtual ~FileSystem() = default;
 
   // Whether a regular file of that name can be found.
   virtual bool Exists(std::string_view path) = 0;
-  // Whether anything at all stands under that name, a folder or a device included.
+  // Whether anything at all is under that name, a folder or a device included.
   virtual bool Taken(std::string_view path) { return Exists(path); }
   // The name of that file as it stands on the disk; the path itself when there is none.
   virtual std::string Find(std::string_view path) = 0;
-  // The name that a write of `path` replaces or creates: that of Find, symbolic links followed; for
-  // a new file its name in the folder as it is on the disk.
-  virtual std::string Target(std::string_view path) { return Find(path); }
+  // The name that a write of `path` replaces or creates: exactly this one in its folder, symbolic
+  // links followed. Only the folder is looked up without regard to case.
+  virtual std::string Target(std::string_view path) { return std::string(path); }
   // What is under exactly this name, in this spelling.
   virtual Entry LookAt(std::string_view path) { return Exists(path) ? Entry::kFile : Entry::kNone; }
   // Of exactly this name; nothing when there is no such file, or when the disk cannot tell.
@@ -98,9 +98,10 @@ class FileSystem {
   // Gives the file `from` a second name. An error when `to` is taken, and on a disk without links.
   virtual Result<> Link(std::string_view from, std::string_view to) = 0;
   virtual Result<> Delete(std::string_view path) = 0;
-  // An error when what is there under that name is not to be replaced: no regular file, or one that
-  // has the read-only mark or is closed to this user. A look only; nothing happens on the disk.
-  virtual Result<> MayReplace(std::string_view /*path*/) { return Done{}; }
+  // Whether there is a file to be replaced. An error when what is there under that name must stay:
+  // no regular file, or one that has the read-only mark or is closed to this user. A look only;
+  // nothing happens on the disk.
+  virtual Result<bool> MayReplace(std::string_view path) { return LookAt(path) != Entry::kNone; }
   // Takes the read-only mark off a file.
   virtual Result<> ClearReadOnly(std::string_view path) = 0;
   // Keeps other saves of the project file `path` out, of this process as well, until the lock is
@@ -121,11 +122,16 @@ class FileSystem {
   virtual Result<> SyncFolder(std::string_view path) = 0;
 };
 
+// Whether a write waits for its folder to be on the disk, or leaves that to its caller, who writes
+// more files there. The bytes of the file are synced before its name changes either way.
+enum class FolderSync { kNow, kLater };
+
 // Writes `bytes` as the whole content of `path`: into a hidden neighbour first, every step
 // checked, synced, renamed over the target. After an error the target is as it was, or, when only
 // the sync of its folder failed, stands whole with the new content. Writers of one folder take
 // turns, so that two of them never share a neighbour. The file gets the rights of the file that it
-// replaces; a symbolic link stays, and the file it leads to is replaced.
-Result<> WriteWhole(FileSystem& files, std::string_view path, std::string_view bytes);
+// replaces; a symbolic link stays, and the file it leads to is replaced, its folder synced at once.
+Result<> WriteWhole(FileSystem& files, std::string_view path, std::string_view bytes,
+                    FolderSync sync = FolderSync::kNow);
 
 }  // namespace ostrand::platform

@@ -71,11 +71,15 @@ bool putAside(platform::FileSystem& files, const std::string& project, const std
 
 }  // namespace
 
+std::string PlaceOf(platform::FileSystem& files, std::string_view path) {
+  return files.Target(files.Find(path));
+}
+
 Result<SavedProject> SaveProjectFile(ProjectStore& store, platform::FileSystem& files,
                                      platform::Clock& clock, std::string_view base) {
   const std::string text = ProjectFileText(store, clock.Now());
   const std::string path = std::string(base).append(kExtension);
-  const std::string target = files.Target(path);
+  const std::string target = PlaceOf(files, path);
   const auto spelled = spelledAs(files, path, target);
   if (!spelled) return Error{spelled.ErrorText()};
   const std::string& project = spelled.Value();
@@ -102,7 +106,7 @@ Result<SavedProject> SaveProjectFile(ProjectStore& store, platform::FileSystem& 
 }
 
 std::optional<std::string> InterruptedSave(platform::FileSystem& files, std::string_view name) {
-  const std::string project = files.Target(name);
+  const std::string project = PlaceOf(files, name);
   if (files.LookAt(project) != platform::Entry::kNone) return std::nullopt;
   for (const std::string& left :
        {besideIt(project, kOldExtension), platform::HiddenNeighbour(project)}) {
@@ -112,7 +116,7 @@ std::optional<std::string> InterruptedSave(platform::FileSystem& files, std::str
 }
 
 Result<std::string> RecoverProjectFile(platform::FileSystem& files, std::string_view name) {
-  const std::string project = files.Target(name);
+  const std::string project = PlaceOf(files, name);
   if (files.LookAt(project) != platform::Entry::kNone) {
     return Error{project + ": The project exists and is left as it is"};
   }
@@ -138,11 +142,11 @@ Result<std::optional<std::string>> ReadProjectFile(platform::FileSystem& files,
                                                    std::string_view name) {
   std::string path(name);
   if (path.find('.') == std::string::npos) path.append(kExtension);
-  if (!files.Exists(path)) return std::optional<std::string>();
-  // A mark that stays is no hindrance to reading.
-  static_cast<void>(static_cast<bool>(files.ClearReadOnly(path)));
   auto bytes = files.Read(path);
+  if (!bytes && !files.Exists(path)) return std::optional<std::string>();
   if (!bytes) return Error{bytes.ErrorText()};
+  // A mark that stays does not prevent reading.
+  static_cast<void>(static_cast<bool>(files.ClearReadOnly(path)));
   return std::optional(std::move(bytes.Value()));
 }
 

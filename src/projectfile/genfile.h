@@ -18,6 +18,10 @@ namespace ostrand::ORVUS_GENFILE {
 // use a WriteIf of -1 becomes 1, and a negative TrigTabStop takes the value of TrigTable.
 std::string ProjectFileText(ProjectStore& store, const platform::Moment& now);
 
+// The file that a save of the project `path` replaces or creates: one that is there in another
+// spelling too; symbolic links are followed.
+std::string PlaceOf(platform::FileSystem& files, std::string_view path);
+
 // What a save has written, and what it found.
 struct SavedProject {
   platform::FileIdentity file;

@@ -240,7 +240,7 @@ void Ostrand::openNamed(bool fromDialog, bool& cancel) {
   cancel = false;
   if (!there) {  // a new name from the dialog is how a new project starts
     readReport_ = {};
-    known_ = {around_.files.Target(currentFileName_), false, std::nullopt, 0, 0};
+    known_ = {ORVUS_GENFILE::PlaceOf(around_.files, currentFileName_), false, std::nullopt, 0, 0};
   }
   calcVarRefs_ = CollectCalcVarRefs(store_);
   if (there) events_.NewFile(currentFileName_);
@@ -269,7 +269,7 @@ bool Ostrand::NewProject(std::string_view path) {
 }
 
 bool Ostrand::loadProject() {
-  const std::string path = around_.files.Target(currentFileName_);
+  const std::string path = ORVUS_GENFILE::PlaceOf(around_.files, currentFileName_);
   const auto stamp = around_.files.Stamp(path);
   const auto bytes = ORVUS_GENFILE::ReadProjectFile(around_.files, currentFileName_);
   if (bytes && bytes.Value()) {  // only now may the project before go

@@ -271,8 +271,9 @@ class Ostrand {
   // while Busy.
   bool SavePipeline();
   // Runs `body`, which writes files of the project `base`, with other saves of it kept out; inside
-  // such a body it just runs. False when `body` says so, or when another save did not end, which
-  // has been reported then.
+  // such a body it just runs. The folder of its program and documents is synced once, at the end.
+  // False when `body` says so, when that fails, or when another save did not end; the last two have
+  // been reported then.
   bool UnderLock(std::string_view base, const std::function<bool()>& body);
   // The steps of the pipeline, for `base` and their extension. False when the file could not be
   // written, which has been reported then, and while Busy. The wiring diagram is that of the last
@@ -304,6 +305,12 @@ class Ostrand {
   [[nodiscard]] bool loadProject();
   void showNotFound();
   void keepOldFile(const std::string& path);
+  bool underLockOf(const std::string& project, std::string_view base,
+                   const std::function<bool()>& body);
+  bool settle(std::string_view base);
+  bool syncFolder(std::string_view base);
+  [[nodiscard]] Result<> syncedFolder(std::string_view base);
+  [[nodiscard]] std::string placeOf(std::string_view base);
   bool saveUnchanged(std::string_view base, const std::function<bool()>& body);
   [[nodiscard]] std::optional<platform::FileIdentity> changedOnDisk(std::string_view base);
   bool askToOverwrite(const std::string& path);
@@ -383,6 +390,7 @@ class Ostrand {
   bool printPanelShown_ = false;
   bool overwriteChanged_ = false;
   bool changedOutside_ = false;
+  bool unsynced_ = false;  // the folder of the locked project has new outputs
 };
 
 }  // namespace ostrand

@@ -76,14 +76,16 @@ bool Ostrand::WriteProjectFile(std::string_view base) {
   return saveUnchanged(base, [&] { return writeProject(base); });
 }
 
-bool Ostrand::WriteProgram(std::string_view base) { return !Busy() && writeProgram(base); }
+bool Ostrand::WriteProgram(std::string_view base) {
+  return !Busy() && writeProgram(base) && settle(base);
+}
 
 bool Ostrand::WriteTableDescription(std::string_view base) {
-  return !Busy() && writeTableDescription(base);
+  return !Busy() && writeTableDescription(base) && settle(base);
 }
 
 bool Ostrand::WriteWiringDiagram(std::string_view base) {
-  return !Busy() && writeWiringDiagram(base);
+  return !Busy() && writeWiringDiagram(base) && settle(base);
 }
 
 bool Ostrand::savePipeline() {
@@ -103,7 +105,7 @@ bool Ostrand::savePipeline() {
   savedFiles_.clear();
   return saveUnchanged(base, [&] {
     if (!run({".VKG", &Ostrand::writeProject})) return false;
-    if (!run({".VKP", &Ostrand::writeProgram})) return false;
+    if (!run({".VKP", &Ostrand::writeProgram}) || !settle(base)) return false;
     findCompiler(settings_.CompilerPath() + " was not found.", "Would you like to search for it?.");
     if (!run({".VKD", &Ostrand::writeTableDescription})) return false;
     if (!run({".VKW", &Ostrand::writeWiringDiagram})) return false;
@@ -115,6 +117,11 @@ bool Ostrand::savePipeline() {
 // ---- The lock and the project on the disk -------------------------------------------------------
 
 bool Ostrand::UnderLock(std::string_view base, const std::function<bool()>& body) {
+  return underLockOf(std::string(base).append(kProjectExtension), base, body);
+}
+
+bool Ostrand::underLockOf(const std::string& project, std::string_view base,
+                          const std::function<bool()>& body) {
   if (lockedBase_ == base) return body();
   std::string shown;
   const auto waiting = [&](const std::string& holder) {
@@ -124,7 +131,7 @@ bool Ostrand::UnderLock(std::string_view base, const std::function<bool()>& body
     shown = holder;
     around_.forms.DoEvents();
   };
-  auto lock = around_.files.LockProject(std::string(base).append(kProjectExtension), waiting);
+  auto lock = around_.files.LockProject(project, waiting);
   if (!lock) {
     around_.forms.Beep();
     around_.forms.ShowBox({.title = "PROJECT NOT SAVED",
@@ -133,7 +140,32 @@ bool Ostrand::UnderLock(std::string_view base, const std::function<bool()>& body
     return false;
   }
   const Held held(*this, base, std::move(lock.Value()));
-  return body();
+  const bool before = std::exchange(unsynced_, false);
+  const bool done = body();
+  const bool unsynced = std::exchange(unsynced_, before);
+  if (!unsynced) return done;
+  if (done) return syncFolder(base);
+  // The failure that ended the save has been reported.
+  static_cast<void>(static_cast<bool>(syncedFolder(base)));
+  return false;
+}
+
+// After a write of an output: its folder is synced now, or, under a lock, when the last is written.
+bool Ostrand::settle(std::string_view base) {
+  if (lockedBase_ != base) return syncFolder(base);
+  unsynced_ = true;
+  return true;
+}
+
+bool Ostrand::syncFolder(std::string_view base) {
+  return Guarded(around_.forms, "Ostrand.SavePipeline", [&] {
+    const Result<> synced = syncedFolder(base);
+    if (!synced) throw FileAccess(synced.ErrorText());
+  });
+}
+
+Result<> Ostrand::syncedFolder(std::string_view base) {
+  return around_.files.SyncFolder(around_.files.Target(base));
 }
 
 // Whether the lock is still ours; the loss has been reported then.
@@ -151,7 +183,7 @@ bool Ostrand::saveUnchanged(std::string_view base, const std::function<bool()>& 
   keptAs_.clear();
   for (;;) {
     std::optional<platform::FileIdentity> other;
-    const bool done = UnderLock(base, [&] {
+    const bool done = underLockOf(placeOf(base), base, [&] {
       other = changedOnDisk(base);
       return !other && body();
     });
@@ -165,9 +197,14 @@ bool Ostrand::saveUnchanged(std::string_view base, const std::function<bool()>& 
   }
 }
 
+// The project file that a save replaces or creates.
+std::string Ostrand::placeOf(std::string_view base) {
+  return ORVUS_GENFILE::PlaceOf(around_.files, std::string(base).append(kProjectExtension));
+}
+
 std::optional<platform::FileIdentity> Ostrand::changedOnDisk(std::string_view base) {
   if (known_.path.empty()) return std::nullopt;
-  const std::string path = around_.files.Target(std::string(base).append(kProjectExtension));
+  const std::string path = placeOf(base);
   if (!platform::SameFile(around_.files, known_.path, path)) return std::nullopt;
   return platform::ChangedSince(around_.files, known_, path);
 }
@@ -200,8 +237,7 @@ bool Ostrand::writeProject(std::string_view base) {
     auto saved = ORVUS_GENFILE::SaveProjectFile(store_, around_.files, around_.clock, base);
     if (!saved) {
       // The new content may be in its place all the same.
-      const std::string path = around_.files.Target(std::string(base).append(kProjectExtension));
-      if (auto now = platform::IdentityNow(around_.files, path)) known_ = std::move(*now);
+      if (auto now = platform::IdentityNow(around_.files, placeOf(base))) known_ = std::move(*now);
       throw FileAccess(saved.ErrorText());
     }
     known_ = std::move(saved.Value().file);

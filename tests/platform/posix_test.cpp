@@ -66,11 +66,17 @@ TEST_F(PosixFiles, AreFoundExactlyThenWithoutRegardToCase) {
     EXPECT_EQ(files.Exists(asked), !found.empty()) << name;
     EXPECT_EQ(files.Find(asked), found.empty() ? asked : folder / found);
   }
-  // A new file goes into the folder that is there, under its own name, which it keeps.
+  // A search of an unchanged folder is remembered, of a changed one made again.
+  const auto longAgo = std::filesystem::file_time_type::clock::now() - std::chrono::hours(1);
+  std::filesystem::last_write_time(folder / "Test Bench/runs", longAgo);
+  EXPECT_FALSE(files.Exists(folder / "Test Bench/runs/LATER.VKG"));
+  WriteDisk(folder / "Test Bench/runs/later.VKG", "x");
+  EXPECT_TRUE(files.Exists(folder / "Test Bench/runs/LATER.VKG"));
+  // A written file goes into the folder that is there, under exactly its name.
   ASSERT_TRUE(WriteWhole(files, folder / "TEST BENCH\\Runs\\New.VKP", "program"));
   ASSERT_TRUE(WriteWhole(files, folder / "test bench/runs/NEW.vkp", "again"));
-  EXPECT_EQ(ReadDisk(folder / "Test Bench/runs/New.VKP"), "again");
-  EXPECT_FALSE(std::filesystem::exists(folder / "Test Bench/runs/NEW.vkp"));
+  EXPECT_EQ(ReadDisk(folder / "Test Bench/runs/New.VKP"), "program");
+  EXPECT_EQ(ReadDisk(folder / "Test Bench/runs/NEW.vkp"), "again");
 }
 
 TEST_F(PosixFiles, AreReadWhenTheyAreRegularElseNamed) {
@@ -127,12 +133,12 @@ TEST_F(PosixFiles, LoseTheReadOnlyMarkWhenAskedAndKeepTheirOtherRights) {
   const std::string path = folder / "file";
   WriteDisk(path, "x");
   ASSERT_EQ(::chmod(path.c_str(), 0440), 0);
-  EXPECT_EQ(errorOf(folder / "FILE"), path + ": Permission denied");
+  EXPECT_EQ(errorOf(path), path + ": Permission denied");
   EXPECT_EQ(ReadDisk(path), "x");
   ASSERT_TRUE(files.ClearReadOnly(folder / "FILE"));
   EXPECT_EQ(modeOf("file"), 0640U);
   ASSERT_EQ(::chmod(path.c_str(), 0604), 0);
-  EXPECT_EQ(errorOf(folder / "FILE"), "");
+  EXPECT_EQ(errorOf(path), "");
   EXPECT_EQ(modeOf("file"), 0604U);
   EXPECT_FALSE(files.ClearReadOnly(folder / "none"));
 }

@@ -152,10 +152,10 @@ TEST_F(ProjectFile, LoadingByName) {
   EXPECT_EQ(load(files_, "\\p\\pump.old"), "B");
   EXPECT_EQ(load(files_, "/p/PUMP.vkg"), "A");
   EXPECT_EQ(load(files_, "/p/other"), "none");
-  testing::FaultyFileSystem unmarked(files_, 1);  // the read-only mark stays: no hindrance
+  testing::FaultyFileSystem unmarked(files_, 2);  // the read-only mark stays: no hindrance
   EXPECT_EQ(load(unmarked, "/p/pump"), "A");
   store_->Gen.Operator = "kept";
-  testing::FaultyFileSystem unreadable(files_, 2);
+  testing::FaultyFileSystem unreadable(files_, 1);
   EXPECT_EQ(load(unreadable, "/p/pump"), "/p/pump.VKG: Input/output error");
   EXPECT_EQ(store_->Gen.Operator, "kept");
 }

@@ -2,6 +2,7 @@
 // from the Save button to the logger.
 #include "session/ostrand.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -381,6 +382,25 @@ TEST_F(Session, NoFailingCallOfTheDiskLosesAFileOfTheProject) {
       }
     }
   }
+}
+
+TEST_F(Session, SaveSyncsTheFolderForTheProjectAndOnceForItsOutputs) {
+  testing::MemoryFileSystem disk;
+  disk.files = {{"/data/VKPComp.EXE", "a compiler"}, {"/data/pump.VKG", "old"}};
+  testing::ScriptedForms user;
+  testing::TestSurroundings machine(disk, clock, user, "/tmp");
+  Ostrand control(*store, machine.all, host);
+  control.UserSettings().CompilerPath("/data/VKPComp.EXE");
+  control.NameProject("/data/pump");
+  ASSERT_TRUE(control.SavePipeline());
+  EXPECT_THAT(disk.steps,
+              ::testing::ElementsAre("rename to /data/pump.VKG", "sync folder of /data/pump.VKG",
+                                     "delete /data/pump._KG", "rename to /data/pump.VKP",
+                                     "rename to /data/pump.VKD", "rename to /data/pump.VKW",
+                                     "sync folder of /data/pump"));
+  disk.steps.clear();
+  ASSERT_TRUE(control.WriteProgram("/data/pump"));
+  EXPECT_EQ(disk.steps.back(), "sync folder of /data/pump");
 }
 
 // ---- The main screen

@@ -90,6 +90,7 @@ Result<> MemoryFileSystem::Rename(std::string_view from, std::string_view to) {
   std::string bytes = std::move(found->second);
   files.erase(found);
   files[diskName(to)] = std::move(bytes);
+  steps.push_back("rename to " + diskName(to));
   return Done{};
 }
 
@@ -101,12 +102,15 @@ Result<> MemoryFileSystem::Link(std::string_view from, std::string_view to) {
 }
 
 Result<> MemoryFileSystem::Delete(std::string_view path) {
-  return files.erase(Find(path)) > 0 ? Result<>(Done{}) : failure(path, "No such file");
+  if (files.erase(Find(path)) == 0) return failure(path, "No such file");
+  steps.push_back("delete " + diskName(path));
+  return Done{};
 }
 
-Result<> MemoryFileSystem::MayReplace(std::string_view path) {
+Result<bool> MemoryFileSystem::MayReplace(std::string_view path) {
   const bool marked = readOnly.contains(Find(path));
-  return marked ? failure(path, "Permission denied") : Result<>(Done{});
+  if (marked) return failure(path, "Permission denied");
+  return files.contains(diskName(path));
 }
 
 Result<> MemoryFileSystem::ClearReadOnly(std::string_view path) {
@@ -114,7 +118,10 @@ Result<> MemoryFileSystem::ClearReadOnly(std::string_view path) {
   return Exists(path) ? Result<>(Done{}) : failure(path, "No such file");
 }
 
-Result<> MemoryFileSystem::SyncFolder(std::string_view) { return Done{}; }
+Result<> MemoryFileSystem::SyncFolder(std::string_view path) {
+  steps.push_back("sync folder of " + diskName(path));
+  return Done{};
+}
 
 bool FaultyFileSystem::Fails() {
   ++calls_;

@@ -4,6 +4,7 @@
 #include <map>
 #include <set>
 #include <string>
+#include <vector>
 
 #include "platform/filesystem.h"
 
@@ -14,6 +15,7 @@ class MemoryFileSystem : public platform::FileSystem {
   std::map<std::string, std::string> files;  // by name, `\` as `/`
   std::set<std::string> readOnly;            // names of `files` with the read-only mark
   bool hasLinks = true;
+  std::vector<std::string> steps;  // renames, deletions and syncs of folders
 
   bool Exists(std::string_view path) override;
   std::string Find(std::string_view path) override;
@@ -25,7 +27,7 @@ class MemoryFileSystem : public platform::FileSystem {
   Result<> Rename(std::string_view from, std::string_view to) override;
   Result<> Link(std::string_view from, std::string_view to) override;
   Result<> Delete(std::string_view path) override;
-  Result<> MayReplace(std::string_view path) override;
+  Result<bool> MayReplace(std::string_view path) override;
   Result<> ClearReadOnly(std::string_view path) override;
   Result<> SyncFolder(std::string_view path) override;
 };
@@ -53,7 +55,7 @@ class FaultyFileSystem : public platform::FileSystem {
   Result<> Rename(std::string_view from, std::string_view to) override;
   Result<> Link(std::string_view from, std::string_view to) override;
   Result<> Delete(std::string_view path) override;
-  Result<> MayReplace(std::string_view path) override { return inner_.MayReplace(path); }
+  Result<bool> MayReplace(std::string_view path) override { return inner_.MayReplace(path); }
   Result<> ClearReadOnly(std::string_view path) override;
   Result<> SyncFolder(std::string_view path) override;
 

@@ -8,12 +8,14 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <chrono>
 #include <climits>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <memory>
 #include <utility>
+#include <vector>
 
 #include "platform/paths.h"
 #include "platform/posix/file_lock.h"
@@ -21,6 +23,8 @@
 
 namespace ostrand::platform {
 namespace {
+
+constexpr std::chrono::milliseconds kTick{20};  // the longest of a disk's clock
 
 Error failure(const std::string& path, int number) {
   return Error{path + ": " + std::strerror(number)};
@@ -61,46 +65,9 @@ bool sameName(std::string_view left, std::string_view right) {
                     [](char a, char b) { return lower(a) == lower(b); });
 }
 
-// The entry of `folder` that is `name` but for its case; empty when there is none.
-std::string entryLike(const std::string& folder, std::string_view name) {
-  DIR* entries = ::opendir(folder.empty() ? "." : folder.c_str());
-  if (entries == nullptr) return {};
-  std::string best;
-  while (const dirent* entry = ::readdir(entries)) {
-    const std::string_view found = entry->d_name;
-    if (sameName(found, name) && (best.empty() || found < best)) best = found;
-  }
-  ::closedir(entries);
-  return best;
-}
-
 std::string slashed(std::string_view path) {
   std::string result(path);
   std::replace(result.begin(), result.end(), '\\', '/');
-  return result;
-}
-
-// The path as it stands on the disk; from the first part that cannot be found on, as given.
-std::string onDisk(std::string_view path) {
-  std::string given = slashed(path);
-  if (stands(given)) return given;
-  std::string result;
-  std::size_t at = 0;
-  while (at < given.size()) {
-    const std::size_t end = std::min(given.find('/', at), given.size());
-    const std::string part = given.substr(at, end - at);
-    if (part.empty() || stands(result + part)) {
-      result += part;
-    } else {
-      std::string found = entryLike(result, part);
-      // A save that spells its project anew may have done so during the search.
-      if (found.empty() && stands(result + part)) found = part;
-      if (found.empty()) return result + given.substr(at);
-      result += found;
-    }
-    if (end < given.size()) result += '/';
-    at = end + 1;
-  }
   return result;
 }
 
@@ -191,32 +158,115 @@ int openFolder(const std::string& folder) {
 
 }  // namespace
 
-bool PosixFileSystem::Exists(std::string_view path) {
-  struct stat info {};
-  return isName(path) && ::stat(onDisk(path).c_str(), &info) == 0 && S_ISREG(info.st_mode);
+// Names of one folder as they are on the disk. Kept while the folder does not change.
+class PosixFileSystem::FolderNames {
+ public:
+  // The entry of `folder` that is `name` but for its case; empty when there is none.
+  std::string Like(const std::string& folder, std::string_view name) {
+    read(folder.empty() ? "." : folder);
+    std::string best;
+    for (const std::string& found : names_) {
+      if (sameName(found, name) && (best.empty() || found < best)) best = found;
+    }
+    return best;
+  }
+
+ private:
+  void read(const std::string& folder) {
+    struct stat info {};
+    const bool known = ::stat(folder.c_str(), &info) == 0;
+    const FileStamp stamp = stampOf(info);
+    if (known && folder == folder_ && stamp == stamp_) return;
+    names_.clear();
+    folder_.clear();
+    const auto now = std::chrono::system_clock::now().time_since_epoch();
+    DIR* entries = ::opendir(folder.c_str());
+    if (entries == nullptr) return;
+    while (const dirent* entry = ::readdir(entries)) names_.emplace_back(entry->d_name);
+    ::closedir(entries);
+    // A later change within the same tick of the disk's clock would not show.
+    if (!known || std::chrono::nanoseconds(stamp.modified) + kTick > now) return;
+    folder_ = folder;
+    stamp_ = stamp;
+  }
+
+  std::string folder_;
+  FileStamp stamp_;
+  std::vector<std::string> names_;
+};
+
+PosixFileSystem::PosixFileSystem(Syncing syncing, Readers readers)
+    : syncing_(syncing), readers_(readers) {}
+
+PosixFileSystem::~PosixFileSystem() = default;
+
+// The path as it is on the disk; from the first part that cannot be found on, as given.
+std::string PosixFileSystem::onDisk(std::string_view path) {
+  std::string given = slashed(path);
+  if (stands(given)) return given;
+  if (names_ == nullptr) names_ = std::make_unique<FolderNames>();
+  std::string result;
+  std::size_t at = 0;
+  while (at < given.size()) {
+    const std::size_t end = std::min(given.find('/', at), given.size());
+    const std::string part = given.substr(at, end - at);
+    if (part.empty() || stands(result + part)) {
+      result += part;
+    } else {
+      std::string found = names_->Like(result, part);
+      // A save that spells its project anew may have done so during the search.
+      if (found.empty() && stands(result + part)) found = part;
+      if (found.empty()) return result + given.substr(at);
+      result += found;
+    }
+    if (end < given.size()) result += '/';
+    at = end + 1;
+  }
+  return result;
 }
 
-bool PosixFileSystem::Taken(std::string_view path) { return isName(path) && stands(onDisk(path)); }
-
-bool PosixFileSystem::IsFolder(std::string_view path) {
-  struct stat info {};
-  return isName(path) && ::stat(onDisk(path).c_str(), &info) == 0 && S_ISDIR(info.st_mode);
+// The name on the disk of what `info` then describes, links followed. When there is nothing, errno
+// says why and the name is as far as it could be found.
+std::string PosixFileSystem::lookUp(std::string_view path, struct stat& info, bool& there) {
+  std::string name = slashed(path);
+  there = ::stat(name.c_str(), &info) == 0;
+  if (there) return name;
+  name = onDisk(path);
+  there = ::stat(name.c_str(), &info) == 0;
+  return name;
 }
+
+bool PosixFileSystem::isKind(std::string_view path, mode_t kind) {
+  if (!isName(path)) return false;
+  struct stat info {};
+  bool there = false;
+  lookUp(path, info, there);
+  return there && (info.st_mode & S_IFMT) == kind;
+}
+
+bool PosixFileSystem::Exists(std::string_view path) { return isKind(path, S_IFREG); }
+
+bool PosixFileSystem::Taken(std::string_view path) {
+  return isName(path) && (stands(slashed(path)) || stands(onDisk(path)));
+}
+
+bool PosixFileSystem::IsFolder(std::string_view path) { return isKind(path, S_IFDIR); }
 
 std::string PosixFileSystem::Find(std::string_view path) {
-  std::string found = onDisk(path);
+  std::string found = slashed(path);
+  if (stands(found)) return found;
+  found = onDisk(path);
   return stands(found) ? found : std::string(path);
 }
 
 std::string PosixFileSystem::Target(std::string_view path) {
   if (!isName(path)) return std::string(path);
-  std::string name = slashed(path);
+  const std::string name = slashed(path);
   struct stat info {};
-  if (::lstat(name.c_str(), &info) != 0) {
-    name = onDisk(path);
-    if (::lstat(name.c_str(), &info) != 0) return name;
-  }
-  return S_ISLNK(info.st_mode) ? linkTarget(name) : name;
+  if (::lstat(name.c_str(), &info) == 0) return S_ISLNK(info.st_mode) ? linkTarget(name) : name;
+  const SplitPath parts = Split(name);
+  if (parts.folder != folder_) folder_ = onDisk(parts.folder);
+  return folder_ + parts.title;
 }
 
 Entry PosixFileSystem::LookAt(std::string_view path) {
@@ -253,10 +303,11 @@ std::string PosixFileSystem::WorkingFolder() {
 
 Result<std::string> PosixFileSystem::Read(std::string_view path) {
   if (!isName(path)) return failure(std::string(path), EINVAL);
-  const std::string name = onDisk(path);
   // Looked at before it is opened: opening alone can stir a device.
   struct stat info {};
-  if (::stat(name.c_str(), &info) != 0) return failure(name, errno);
+  bool there = false;
+  const std::string name = lookUp(path, info, there);
+  if (!there) return failure(name, errno);
   if (S_ISDIR(info.st_mode)) return failure(name, EISDIR);
   if (!S_ISREG(info.st_mode)) return Error{name + ": Not a regular file"};
   if (info.st_size > static_cast<off_t>(kMostBytes)) return failure(name, EFBIG);
@@ -280,10 +331,11 @@ Result<std::string> PosixFileSystem::Read(std::string_view path) {
 }
 
 std::uint64_t PosixFileSystem::Size(std::string_view path) {
+  if (!isName(path)) return 0;
   struct stat info {};
-  const bool found =
-      isName(path) && ::stat(onDisk(path).c_str(), &info) == 0 && S_ISREG(info.st_mode);
-  return found ? static_cast<std::uint64_t>(info.st_size) : 0;
+  bool there = false;
+  lookUp(path, info, there);
+  return there && S_ISREG(info.st_mode) ? static_cast<std::uint64_t>(info.st_size) : 0;
 }
 
 Result<std::unique_ptr<OutputFile>> PosixFileSystem::Create(std::string_view path,
@@ -342,26 +394,27 @@ Result<> PosixFileSystem::Delete(std::string_view path) {
   return failure(name, errno);
 }
 
-Result<> PosixFileSystem::MayReplace(std::string_view path) {
+Result<bool> PosixFileSystem::MayReplace(std::string_view path) {
   if (!isName(path)) return failure(std::string(path), EINVAL);
   const std::string name = slashed(path);
   struct stat info {};
   if (::stat(name.c_str(), &info) != 0) {
-    return errno == ENOENT ? Result<>(Done{}) : failure(name, errno);
+    return errno == ENOENT ? Result<bool>(false) : failure(name, errno);
   }
   if (S_ISDIR(info.st_mode)) return failure(name, EISDIR);
   if (!S_ISREG(info.st_mode)) return Error{name + ": Not a regular file"};
   // The mark holds for everybody, also for one whom access() lets write anywhere.
   if ((info.st_mode & S_IWUSR) == 0) return failure(name, EACCES);
   if (::access(name.c_str(), W_OK) != 0) return failure(name, errno);
-  return Done{};
+  return true;
 }
 
 Result<> PosixFileSystem::ClearReadOnly(std::string_view path) {
   if (!isName(path)) return failure(std::string(path), EINVAL);
-  const std::string name = onDisk(path);
   struct stat info {};
-  if (::stat(name.c_str(), &info) != 0) return failure(name, errno);
+  bool there = false;
+  const std::string name = lookUp(path, info, there);
+  if (!there) return failure(name, errno);
   const mode_t mode = info.st_mode & 07777;
   if ((mode & S_IWUSR) == 0 && ::chmod(name.c_str(), mode | S_IWUSR) != 0) {
     return failure(name, errno);

@@ -1,6 +1,8 @@
 // The disk of a POSIX machine.
 #pragma once
 
+#include <sys/stat.h>
+
 #include <memory>
 #include <set>
 #include <string>
@@ -16,16 +18,18 @@ enum class Syncing { kOn, kOff };
 // alone.
 enum class Readers { kAll, kOwner };
 
-// `\` parts folders as `/` does. Each part of a path is looked for exactly and then without regard
-// to case (ASCII letters; names on this disk have no known code page), the first of several in the
-// order of their bytes. Error texts are the path as it stands on the disk and the reason:
+// `\` separates folders as `/` does. A path to be read is looked up exactly, and only then each part
+// of it without regard to case (ASCII letters; names on this disk have no known code page), the first
+// of several in the order of their bytes. Error texts are the path as it stands on the disk and the reason:
 // "/x/y.VKG: Permission denied". Only regular files are read, none above kMostBytes.
 class PosixFileSystem : public FileSystem {
  public:
   static constexpr std::size_t kMostBytes = std::size_t{64} << 20;
 
-  explicit PosixFileSystem(Syncing syncing = Syncing::kOn, Readers readers = Readers::kAll)
-      : syncing_(syncing), readers_(readers) {}
+  explicit PosixFileSystem(Syncing syncing = Syncing::kOn, Readers readers = Readers::kAll);
+  ~PosixFileSystem() override;
+  PosixFileSystem(const PosixFileSystem&) = delete;
+  PosixFileSystem& operator=(const PosixFileSystem&) = delete;
 
   bool Exists(std::string_view path) override;
   bool Taken(std::string_view path) override;
@@ -43,7 +47,7 @@ class PosixFileSystem : public FileSystem {
   Result<> RenameNew(std::string_view from, std::string_view to) override;
   Result<> Link(std::string_view from, std::string_view to) override;
   Result<> Delete(std::string_view path) override;
-  Result<> MayReplace(std::string_view path) override;
+  Result<bool> MayReplace(std::string_view path) override;
   Result<> ClearReadOnly(std::string_view path) override;
   Result<std::unique_ptr<ProjectLock>> LockProject(std::string_view path,
                                                    const Waiting& waiting) override;
@@ -57,7 +61,14 @@ class PosixFileSystem : public FileSystem {
   // Projects whose lock is held through this object, without extension.
   using Locked = std::multiset<std::string, std::less<>>;
   class HeldLock;
+  class FolderNames;
 
+  std::string onDisk(std::string_view path);
+  std::string lookUp(std::string_view path, struct stat& info, bool& there);
+  bool isKind(std::string_view path, mode_t kind);
+
+  std::unique_ptr<FolderNames> names_;
+  std::string folder_;  // that Target found last
   std::shared_ptr<Locked> locked_ = std::make_shared<Locked>();
   Syncing syncing_;
   Readers readers_;
