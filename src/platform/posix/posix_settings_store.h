@@ -11,9 +11,9 @@
 
 namespace ostrand::platform {
 
-// A section is in the file as "[application\section]". Each call looks whether the file has changed,
-// so that programs side by side see each other's values; a write holds a lock beside the file while it
-// reads, changes and replaces it whole. Rows and lines of others are kept.
+// A section is in the file as "[application\section]". Each call looks whether the file has
+// changed, so that programs side by side see each other's values; a write holds a lock beside the
+// file while it reads, changes and replaces it whole. Rows and lines of others are kept.
 //
 // A file that is of no use (no text, too large, a folder) counts as empty and is told in a notice.
 // A write renames it to "settings.damaged" first. A file that the disk does not give counts as
