@@ -32,8 +32,8 @@ class SAVEDLD {
   // The project's name in the head of the program.
   void BaseName(std::string name) { baseName_ = std::move(name); }
 
-  // Generates the program and writes it to `base` + ".VKP"; the caller syncs the folder. False when the file could not be
-  // written, which has been reported then.
+  // Generates the program and writes it to `base` + ".VKP"; the caller syncs the folder. False when
+  // the file could not be written, which has been reported then.
   bool SaveTheDld(std::string_view base);
 
   // The same run without a file: the bytes of the program.
