@@ -3,8 +3,12 @@
 // program joins the same rows.
 #include <cstdint>
 #include <cstdlib>
+#include <string>
+#include <string_view>
+#include <vector>
 
 #include "conditions/grouping.h"
+#include "model/store.h"
 #include "text/number.h"
 
 namespace {
