@@ -13,7 +13,7 @@ namespace {
 constexpr i32 kSettleOfHumFilter = 3000;  // with 50 or 60 Hz
 constexpr i32 kSettleOfMicros = 100;
 constexpr i32 kLongestMicros = 16000;
-constexpr i32 kLeastSpunDown = 200;
+constexpr i32 kMinSpunDown = 200;
 
 }  // namespace
 
@@ -130,7 +130,7 @@ void AnalogSetup::TakeSettleTime() {
 }
 
 void AnalogSetup::spinIntegration(bool up) {
-  if (Analog().IntegIncDec(up) < kLeastSpunDown && !up) Analog().IntegTime(kLeastSpunDown);
+  if (Analog().IntegIncDec(up) < kMinSpunDown && !up) Analog().IntegTime(kMinSpunDown);
   TakeSettleTime();
 }
 

@@ -97,7 +97,7 @@ int LastBridgeStart(bool differential, int reps) {
 }
 
 i32 RoundedBridgeIntegration(i32 micros) {
-  if (micros >= kMostBridgeIntegration) return kMostBridgeIntegration;
+  if (micros >= kMaxBridgeIntegration) return kMaxBridgeIntegration;
   if (micros > 750) return (micros / 500 + 1) * 500 + 250;  // may pass the most by a step
   if (micros > 250) return 750;
   if (micros > 200) return 250;
@@ -106,7 +106,7 @@ i32 RoundedBridgeIntegration(i32 micros) {
 }
 
 i32 BridgeIntegrationUp(i32 micros) {
-  if (micros >= kMostBridgeIntegration) return kMostBridgeIntegration;
+  if (micros >= kMaxBridgeIntegration) return kMaxBridgeIntegration;
   if (micros >= 250) return (micros / 500 + 1) * 500 + 250;
   if (micros >= 200) return 250;
   if (micros >= 100) return 200;
@@ -114,7 +114,7 @@ i32 BridgeIntegrationUp(i32 micros) {
 }
 
 i32 BridgeIntegrationDown(i32 micros) {
-  if (micros >= 16000) return kMostBridgeIntegration;
+  if (micros >= 16000) return kMaxBridgeIntegration;
   if (micros > 750) return micros - 500;
   if (micros > 250) return 250;
   if (micros > 200) return 200;
@@ -124,7 +124,7 @@ i32 BridgeIntegrationDown(i32 micros) {
 i32 LeastBridgeSettling(i32 integration) { return integration < kLongIntegration ? 100 : 200; }
 
 i32 TakenBridgeSettling(i32 settling, i32 integration) {
-  return std::clamp(settling / 10 * 10, LeastBridgeSettling(integration), kMostBridgeSettling);
+  return std::clamp(settling / 10 * 10, LeastBridgeSettling(integration), kMaxBridgeSettling);
 }
 
 int BridgeRangeIndex(std::string_view range) {

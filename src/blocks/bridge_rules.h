@@ -53,17 +53,17 @@ int BridgeSensorsTooMany(int missingChannels, const ChannelBlock& block);
 // The last channel on which a block can start; at least 1.
 int LastBridgeStart(bool differential, int reps);
 
-inline constexpr int kLeastExcite = 30;  // millivolts
-inline constexpr int kMostExcite = 5000;
+inline constexpr int kMinExcite = 30;  // millivolts
+inline constexpr int kMaxExcite = 5000;
 
-inline constexpr int kMostBridgeIntegration = 15750;
+inline constexpr int kMaxBridgeIntegration = 15750;
 i32 RoundedBridgeIntegration(i32 micros);
 // One click up or down along 100, 200, 250, 750, 1250 and on by 500. From less than a step below
 // the most a click up passes it, to come back with the next. A time below 1 stays on the way down.
 i32 BridgeIntegrationUp(i32 micros);
 i32 BridgeIntegrationDown(i32 micros);
 
-inline constexpr i32 kMostBridgeSettling = 50000;
+inline constexpr i32 kMaxBridgeSettling = 50000;
 i32 LeastBridgeSettling(i32 integration);
 // Down to a multiple of 10 and within the limits that go with an integration time.
 i32 TakenBridgeSettling(i32 settling, i32 integration);

@@ -20,7 +20,7 @@ frmBrdgBlock::frmBrdgBlock(const ScreenContext& context, SetupHooks hooks)
       FreeCAO(*this, "FreeCAO"),
       hooks_(std::move(hooks)),
       edits_(group(), store()) {
-  for (int row = 1; row <= kMostBridgeBlocks; ++row) {
+  for (int row = 1; row <= kMaxBridgeBlocks; ++row) {
     Find("Reps" + NumberText(row))->ToolTip =
         "The actual number of analog channels being used. 6 wire full and 3 wire half bridges "
         "require 2 channels.";
@@ -31,17 +31,17 @@ frmBrdgBlock::frmBrdgBlock(const ScreenContext& context, SetupHooks hooks)
     showModal(setup);
   }));
   addOpener({"frmLogGraph", "", [this](std::string_view) { return openGraph(); }});
-  List.Show(std::clamp<int>(group().BlockCount, 0, kMostBridgeBlocks));
+  List.Show(std::clamp<int>(group().BlockCount, 0, kMaxBridgeBlocks));
   Recount();
   edits_.Begin(List.Count());  // the channel counts may have come out of date in the file
 }
 
 BlockList::Rules frmBrdgBlock::rules() {
   BlockList::Rules rules;
-  rules.most = kMostBridgeBlocks;
-  rules.rows = kMostBridgeBlocks;
+  rules.most = kMaxBridgeBlocks;
+  rules.rows = kMaxBridgeBlocks;
   rules.typedRoom = 2;
-  rules.mostDigit = kMostBridgeBlocks;
+  rules.mostDigit = kMaxBridgeBlocks;
   rules.maySpinUp = [this] { return mayAdd(); };
   rules.mayType = [](int) { return true; };
   rules.sensors = [this](int block) { return int{group()[block].Reps}; };

@@ -13,7 +13,7 @@
 namespace ostrand {
 namespace {
 
-constexpr int kMostExciteReps = 32767;  // of the member
+constexpr int kMaxExciteReps = 32767;  // of the member
 
 }  // namespace
 
@@ -35,12 +35,12 @@ void frmBrdgSetup::bindCounts() {
   ExciteReps.BlankStands = true;
   ExciteReps.WholePart = true;
   ExciteReps.OnChange = [this] {
-    LimitWhileTyped(ExciteReps, 1, kMostExciteReps);
+    LimitWhileTyped(ExciteReps, 1, kMaxExciteReps);
     if (ExciteReps.Text() == "0") ExciteReps.Correct("1");
   };
   ExciteReps.OnTake = [this] { onExciteReps(); };
   ExciteReps.OnSpin = [this](bool up) {
-    const i32 shown = std::clamp(WholePart(ExciteReps), 1, kMostExciteReps);
+    const i32 shown = std::clamp(WholePart(ExciteReps), 1, kMaxExciteReps);
     ExciteReps.Value(shown + (up ? 1 : -1));
     onExciteReps();
   };
@@ -55,12 +55,12 @@ void frmBrdgSetup::bindExcitation() {
   Excite.WholePart = true;
   Excite.OnChange = [this] { onExciteTyped(); };
   Excite.OnTake = [this] {
-    Excite.Value(std::max(Excite.Value(), double{kLeastExcite}));
+    Excite.Value(std::max(Excite.Value(), double{kMinExcite}));
     data().Excite = static_cast<float>(Excite.Value());
   };
   Excite.OnSpin = [this](bool up) {
     constexpr i32 kStep = 10;
-    Excite.Value(std::clamp(WholePart(Excite) + (up ? kStep : -kStep), kLeastExcite, kMostExcite));
+    Excite.Value(std::clamp(WholePart(Excite) + (up ? kStep : -kStep), kMinExcite, kMaxExcite));
     data().Excite = static_cast<float>(Excite.Value());
   };
   bindFlag(CheckCAO, &BridgeBlockData::CheckCAO, [this] { recount(); });
@@ -106,7 +106,7 @@ void frmBrdgSetup::onExciteReps() {
 
 void frmBrdgSetup::fitExciteReps() {
   BridgeBlockData& block = data();
-  const int wanted = std::clamp(WholePart(ExciteReps), 1, kMostExciteReps);
+  const int wanted = std::clamp(WholePart(ExciteReps), 1, kMaxExciteReps);
   const ExciteFit fit =
       FitExciteReps(block.Reps, wanted, ExcitePortsOfOthers(list_.Bridges(), block_));
   block.Reps = static_cast<i16>(fit.reps);
@@ -165,7 +165,7 @@ void frmBrdgSetup::onExciteTyped() {
     Excite.Correct(text);
     Forms().Beep();
   }
-  LimitWhileTyped(Excite, -kMostExcite, kMostExcite);
+  LimitWhileTyped(Excite, -kMaxExcite, kMaxExcite);
 }
 
 }  // namespace ostrand

@@ -30,8 +30,7 @@ void frmBrdgSetup::bindTiming() {
   SettleTime.WholePart = true;
   SettleTime.OnChange = [this] {
     DropLeadingZeros(SettleTime);
-    if (SettleTime.Value() > kMostBridgeSettling)
-      SettleTime.Correct(NumberText(kMostBridgeSettling));
+    if (SettleTime.Value() > kMaxBridgeSettling) SettleTime.Correct(NumberText(kMaxBridgeSettling));
   };
   SettleTime.OnTake = [this] {
     setSettling(TakenBridgeSettling(WholePart(SettleTime), integration()));
@@ -39,7 +38,7 @@ void frmBrdgSetup::bindTiming() {
   SettleTime.OnSpin = [this](bool up) {
     constexpr i32 kStep = 10;
     const i32 micros = WholePart(SettleTime) / kStep * kStep + (up ? kStep : -kStep);
-    setSettling(std::clamp(micros, 100, kMostBridgeSettling));
+    setSettling(std::clamp(micros, 100, kMaxBridgeSettling));
   };
 }
 
@@ -49,7 +48,7 @@ void frmBrdgSetup::onIntegrationRange() {
   Integration.Enabled = forced == 0;
   if (IsLoading()) return;
   if (forced > 0) setIntegration(forced);
-  if (IntegrationRange.Index() == kMicros) setIntegration(kMostBridgeIntegration);
+  if (IntegrationRange.Index() == kMicros) setIntegration(kMaxBridgeIntegration);
   settleLongEnough();
   showTimes();
 }

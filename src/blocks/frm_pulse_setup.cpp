@@ -27,7 +27,7 @@ constexpr std::string_view kFrequencyUnits = "Hz";
 constexpr std::string_view kTotalUnits = "Counts";
 
 constexpr int kHighResolution = 1;  // place of "IEEE4"
-constexpr int kMostAverage = 32767;
+constexpr int kMaxAverage = 32767;
 constexpr i32 kPulseTime = 100;  // microseconds of a sensor
 
 }  // namespace
@@ -91,16 +91,16 @@ void frmPulseSetup::bind() {
   Option.SetItems({"Freq", "Totl"});
   Option.OnPick = [this] { onOption(); };
   Opt.ToolTip = "Enter \"1\" for no averaging.  Greater than 1 yields moving average over N mSecs.";
-  Opt.Limits(1, kMostAverage);
+  Opt.Limits(1, kMaxAverage);
   Opt.WholePart = true;
   Opt.OnChange = [this] {
     DropLeadingZeros(Opt);
-    LimitWhileTyped(Opt, 1, kMostAverage);
+    LimitWhileTyped(Opt, 1, kMaxAverage);
     if (Opt.Value() >= 1) data().Opt = static_cast<i16>(Opt.Value());
   };
   Opt.OnTake = [this] { setAverage(static_cast<int>(Opt.Value())); };
   Opt.OnSpin = [this](bool up) {
-    setAverage(std::clamp(data().Opt + (up ? 1 : -1), 1, kMostAverage));
+    setAverage(std::clamp(data().Opt + (up ? 1 : -1), 1, kMaxAverage));
   };
   bindScale(DefaultMult, &MeasBlock::DefaultMult);
   bindScale(DefaultOffset, &MeasBlock::DefaultOffset);

@@ -41,8 +41,8 @@ constexpr std::array<Type, 8> kTypes = {{
     {"N", "N (NiCrSi-NiSi).  Range is -270 to 1372 C, -454 to 2500 F", true, {}},
 }};
 
-constexpr std::array<std::string_view, 4> kLeastOfTypeB = {"50\xB0 C.", "122\xB0 F.", "323 Kelvin.",
-                                                           "581 Rankine."};
+constexpr std::array<std::string_view, 4> kMinOfTypeB = {"50\xB0 C.", "122\xB0 F.", "323 Kelvin.",
+                                                         "581 Rankine."};
 
 // The two ranges of the screen in the numbering of all.
 constexpr int kFirstRange = 3;   // "200 mV"
@@ -117,7 +117,7 @@ void ThermocoupleControls::setTypeInfo() {
   }
   const bool typeB = analog.TCType == ORVUS_TCTYPE_B && knownScale;
   TypeInfo.Caption = typeB ? "TYPE B INFO" : "";
-  TypeInfo.Text(typeB ? "Not useful below\r\n" + std::string(kLeastOfTypeB[at]) : std::string());
+  TypeInfo.Text(typeB ? "Not useful below\r\n" + std::string(kMinOfTypeB[at]) : std::string());
 }
 
 }  // namespace ostrand

@@ -18,7 +18,7 @@
 namespace ostrand {
 namespace {
 
-constexpr double kMostAddress = 32767;
+constexpr double kMaxAddress = 32767;
 constexpr std::string_view kNewName = "CANItem";
 
 std::string whole(int number) { return NumberText(number); }
@@ -47,7 +47,7 @@ auto valuesOf(const CanItemData& i) {
 // A list of numbers that has one more place for a value that is none of them.
 void fillStyles(Choice& choice, int held) {
   choice.Items.clear();
-  for (int style = kLeastDataStyle; style <= kMostDataStyle; ++style) {
+  for (int style = kMinDataStyle; style <= kMaxDataStyle; ++style) {
     choice.Items.push_back({whole(style), true, true, {}});
   }
   if (!IsDataStyle(held)) choice.Items.push_back({whole(held), true, true, {}});
@@ -136,7 +136,7 @@ cCanConfig frmCanBus::config() {
 
 void frmCanBus::bindModule() {
   CanBusEnabled.Caption = "Enable CAN module";
-  CanAddress.Limits(0, kMostAddress);
+  CanAddress.Limits(0, kMaxAddress);
   for (int code = 0; code < cCanModule::NumBaudRates(); ++code) {
     CanBaud.Items.push_back({std::string(cCanModule::BaudRateText(code)), true, true, {}});
   }

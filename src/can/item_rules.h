@@ -13,11 +13,11 @@ namespace ostrand {
 // Places in the 64 bits of a data frame, and lengths of a value in it.
 inline constexpr int kFrameBits = 64;
 // Data types of a value that is received.
-inline constexpr int kLeastDataStyle = 1;
-inline constexpr int kMostDataStyle = 6;
+inline constexpr int kMinDataStyle = 1;
+inline constexpr int kMaxDataStyle = 6;
 // Milliseconds.
-inline constexpr int kLeastRxTimeout = 1;
-inline constexpr int kMostRxTimeout = 20000;
+inline constexpr int kMinRxTimeout = 1;
+inline constexpr int kMaxRxTimeout = 20000;
 
 // "&H" and 16 hexadecimal digits, in the form in which it is stored: upper case. Nothing for any
 // other text.
@@ -27,10 +27,10 @@ std::optional<std::string> TxDataFrameOf(std::string_view text);
 std::optional<std::string> RxDataMatchOf(std::string_view text);
 
 inline bool IsRxTimeout(i32 milliseconds) {
-  return milliseconds >= kLeastRxTimeout && milliseconds <= kMostRxTimeout;
+  return milliseconds >= kMinRxTimeout && milliseconds <= kMaxRxTimeout;
 }
 
-inline bool IsDataStyle(int style) { return style >= kLeastDataStyle && style <= kMostDataStyle; }
+inline bool IsDataStyle(int style) { return style >= kMinDataStyle && style <= kMaxDataStyle; }
 
 inline bool IsBitNumber(int bit) { return bit >= 1 && bit <= kFrameBits; }
 

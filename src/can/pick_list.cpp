@@ -416,7 +416,7 @@ Result<CanList> CanListOf(std::string_view path, std::string_view content) {
 Result<std::string> CanListFileContent(platform::FileSystem& files, std::string_view path) {
   const std::string message = messageOf(path, " is not available.");
   if (!files.Exists(path)) return Error{message};
-  if (files.Size(path) > kMostCanListBytes) {
+  if (files.Size(path) > kMaxCanListBytes) {
     return Error{messageOf(path, " is too large for a pick list.")};
   }
   Result<std::string> content = files.Read(path);

@@ -36,7 +36,7 @@ struct CanList {
 std::optional<OrvusCanDataIDTypes> CanListTypeOf(std::string_view path);
 
 // A list is small; a larger file is none.
-inline constexpr std::uint64_t kMostCanListBytes = 16U << 20U;
+inline constexpr std::uint64_t kMaxCanListBytes = 16U << 20U;
 
 // The errors of reading are the texts of their boxes; lines are parted by CR LF. After one no item
 // is given, not even those before it.

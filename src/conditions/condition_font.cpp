@@ -12,7 +12,7 @@ ConditionFontControls::ConditionFontControls(Screen& screen, TextFont* font,
       font_(font),
       lines_(lines) {
   FontStyle.SetItems({"Regular", "Bold", "Italic", "Bold Italic"});
-  FontSize.Limits(kLeastFontSize, kMostFontSize);
+  FontSize.Limits(kMinFontSize, kMaxFontSize);
   show();
   FontName.OnTake = [this] { take(); };
   FontStyle.OnPick = [this] { take(); };

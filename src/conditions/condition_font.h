@@ -23,7 +23,7 @@ class ConditionFontControls {
 
   TextField FontName;
   Choice FontStyle;
-  NumericField FontSize;  // points, kLeastFontSize to kMostFontSize
+  NumericField FontSize;  // points, kMinFontSize to kMaxFontSize
 
  private:
   void take();

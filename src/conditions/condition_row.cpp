@@ -16,7 +16,7 @@ constexpr std::string_view kNone = "(None)";
 constexpr std::string_view kTrueWord = "True";
 constexpr std::string_view kFalseWord = "False";
 constexpr std::array<std::string_view, 1> kLogicCompares = {" = "};
-constexpr double kMostSingle = 3.402e38;
+constexpr double kMaxSingle = 3.402e38;
 constexpr int kSingleDigits = 7;
 
 bool startsWith(std::string_view text, std::string_view head) {
@@ -87,7 +87,7 @@ bool ConditionValue::normalize(std::string& text) {
   if (ItemIndex() >= 0) return true;
   const std::optional<double> value = ToDouble(text);
   if (!value) return false;
-  text = SignificantText(std::clamp(*value, -kMostSingle, kMostSingle), kSingleDigits);
+  text = SignificantText(std::clamp(*value, -kMaxSingle, kMaxSingle), kSingleDigits);
   return true;
 }
 

@@ -97,7 +97,7 @@ bool ConditionSet::acceptGrouping(std::string& line) {
     tell(fault->title, fault->text);
     return false;
   }
-  if (InVariables().size() > kMostExpression) {
+  if (InVariables().size() > kMaxExpression) {
     tell("EXPRESSION TOO LONG", JoinLines({"The total length for a conditional logic expression",
                                            "may not exceed 490 characters. This size limit is",
                                            "based on the expression size after alias names have",

@@ -19,7 +19,7 @@
 namespace ostrand {
 
 // The most characters of an expanded line with its rows in parentheses and variables for aliases.
-inline constexpr std::size_t kMostExpression = 490;
+inline constexpr std::size_t kMaxExpression = 490;
 
 // The field of the grouping line. One that can not be taken is told in a box and keeps the focus.
 class GroupingField : public TextField {

@@ -28,8 +28,8 @@ double SteppedToWhole(double value, bool up) { return std::floor(value + (up ? 1
 std::string MicrosText(i32 micros) { return FormatNumber(micros, "#,##0") + " uSecs"; }
 
 i32 WholePart(const NumericField& field) {
-  constexpr double kMost = 2147483647.0;
-  return static_cast<i32>(std::clamp(std::trunc(field.Value()), -kMost, kMost));
+  constexpr double kMax = 2147483647.0;
+  return static_cast<i32>(std::clamp(std::trunc(field.Value()), -kMax, kMax));
 }
 
 }  // namespace ostrand

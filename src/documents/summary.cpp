@@ -91,7 +91,7 @@ void putTime(std::string& line, i32 micros) {
 
 // Empty for the general form, which has no mask.
 std::string maskOf(const NumberFormat& format) {
-  const auto digits = static_cast<std::size_t>(std::clamp(format.digits, 0, kMostFormDigits));
+  const auto digits = static_cast<std::size_t>(std::clamp(format.digits, 0, kMaxFormDigits));
   const auto places = [digits](char place) {
     return digits > 0 ? "." + std::string(digits, place) : std::string();
   };

@@ -9,8 +9,8 @@ namespace ostrand {
 namespace {
 
 constexpr double kDefaultTripVolts = 11.5;
-constexpr double kLeastTripVolts = 10.5;
-constexpr double kMostTripVolts = 14;
+constexpr double kMinTripVolts = 10.5;
+constexpr double kMaxTripVolts = 14;
 
 }  // namespace
 
@@ -35,7 +35,7 @@ BatterySaverPanel::BatterySaverPanel(Screen& screen, Configuration& config)
       "operation, the logger will again turn off and the process will repeat itself.");
   DefaultBattVolt.Caption = "Default";
   BattTripVolts.Caption = "Trip Level";
-  BattTripVolts.Limits(kLeastTripVolts, kMostTripVolts);
+  BattTripVolts.Limits(kMinTripVolts, kMaxTripVolts);
   DoNotRetry.Caption = "Do &Not Retry";
   RetryInterval.Caption = "Retry Interval";
   RetryInterval.Limits(0, RetryInterval.Most());
@@ -54,7 +54,7 @@ void BatterySaverPanel::bindTripLevel() {
   BattTripVolts.OnTake = [this] { takeTripLevel(BattTripVolts.Value()); };
   BattTripVolts.OnSpin = [this](bool up) {
     const double tenths = RoundHalfEven(BattTripVolts.Value() * 10) + (up ? 1 : -1);
-    takeTripLevel(std::clamp(tenths / 10, kLeastTripVolts, kMostTripVolts));
+    takeTripLevel(std::clamp(tenths / 10, kMinTripVolts, kMaxTripVolts));
   };
 }
 

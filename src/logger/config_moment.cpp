@@ -17,7 +17,7 @@ constexpr std::array<std::string_view, 12> kMonths = {"Jan", "Feb", "Mar", "Apr"
 constexpr std::array<std::string_view, 7> kWeekDays = {"Sun", "Mon", "Tue", "Wed",
                                                        "Thu", "Fri", "Sat"};
 constexpr int kFebruary = 2;
-constexpr int kMostDays = 31;
+constexpr int kMaxDays = 31;
 
 struct PartRow {
   std::string_view name;
@@ -29,7 +29,7 @@ struct PartRow {
 constexpr std::array<PartRow, OpenMoment::kParts> kParts = {{
     {"Year", 2000, 2099, 0, 4},
     {"Month", 1, 12, 5, 3},
-    {"Day", 1, kMostDays, 9, 2},
+    {"Day", 1, kMaxDays, 9, 2},
     {"Hour", 0, 23, 12, 2},
     {"Min", 0, 59, 15, 2},
     {"Sec", 0, 59, 18, 2},
@@ -90,10 +90,10 @@ bool OpenMoment::IsOpen() const {
 }
 
 int DaysOfMonth(std::optional<int> month, std::optional<int> year) {
-  if (!month || *month < 1 || *month > 12) return kMostDays;
+  if (!month || *month < 1 || *month > 12) return kMaxDays;
   if (*month == kFebruary) return !year || isLeap(*year) ? 29 : 28;
   constexpr std::array<int, 4> kShort = {9, 4, 6, 11};
-  return std::find(kShort.begin(), kShort.end(), *month) != kShort.end() ? 30 : kMostDays;
+  return std::find(kShort.begin(), kShort.end(), *month) != kShort.end() ? 30 : kMaxDays;
 }
 
 std::string MomentPicture(const OpenMoment& moment) {

@@ -138,12 +138,12 @@ int frmConfig::countIn(TextField& field, int most) {
 }
 
 void frmConfig::takeCanBusQty() {
-  config().CanBusQty = static_cast<i16>(countIn(CanBusQty, kMostCanModules));
+  config().CanBusQty = static_cast<i16>(countIn(CanBusQty, kMaxCanModules));
   CanBusQty.Text(NumberText(config().CanBusQty));
 }
 
 void frmConfig::takeTK40MQty() {
-  int quantity = countIn(TK40MQty, kMostMultiplexers);
+  int quantity = countIn(TK40MQty, kMaxMultiplexers);
   if (quantity > config().TK40MQty && anyPortIncluded(store()) &&
       Ask(Forms(), "Change of Port Use",
           "If You Press OK, changes may occur in the PORTS setup to accomodate this new "

@@ -16,7 +16,7 @@ namespace ostrand {
 namespace {
 
 constexpr double kMicrosPerSecond = 1e6;
-constexpr double kMostMinutes = 30;
+constexpr double kMaxMinutes = 30;
 constexpr double kRamBytes = 1e6;  // of the medium that bursts go to
 constexpr i16 kScanScreen = 2;     // caller of the check of table intervals
 
@@ -131,8 +131,8 @@ void frmExecute::takeInterval() {
 
 void frmExecute::takeUnit() {
   store().Scan.ExecTimeUnits = static_cast<i16>(ExecTimeUnits.Index());
-  if (ExecTimeUnits.Index() == kMinutes && interval_ > kMostMinutes) {
-    interval_ = kMostMinutes;
+  if (ExecTimeUnits.Index() == kMinutes && interval_ > kMaxMinutes) {
+    interval_ = kMaxMinutes;
     store().Scan.ExecutionTime = interval_;
   }
   showInterval();
@@ -155,7 +155,7 @@ void frmExecute::warnOfFlag() {
 
 void frmExecute::showInterval() {
   const bool inMinutes = store().Scan.ExecTimeUnits == kMinutes;
-  ExecutionTime.Limits(0, inMinutes ? kMostMinutes : 3.402e38);
+  ExecutionTime.Limits(0, inMinutes ? kMaxMinutes : 3.402e38);
   ExecutionTime.Value(DecimalValue(interval_));
 }
 

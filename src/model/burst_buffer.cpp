@@ -45,8 +45,8 @@ i32 BufferBytes(const ProjectStore& store, i32 bufferScans) {
   double scan = bytesOfAll(store.TempBlock) + bytesOfAll(store.VoltBlock) +
                 bytesOfAll(store.BridgeBlock) + bytesOfAll(store.TK40MBlock);
   for (const PulseBlockGroup& group : store.PulseBlock) scan += bytesOfAll(group);
-  constexpr double kMost = std::numeric_limits<i32>::max();
-  return static_cast<i32>(std::clamp(scan * bufferScans, -kMost, kMost));
+  constexpr double kMax = std::numeric_limits<i32>::max();
+  return static_cast<i32>(std::clamp(scan * bufferScans, -kMax, kMax));
 }
 
 }  // namespace ostrand::PROGGEN

@@ -27,9 +27,9 @@ inline constexpr int PanelControlPorts = 8;   // digital control ports
 inline constexpr int TK40MChansPerUnit = 25;  // differential inputs of one multiplexer
 
 // What the screens allow where the store has room for more.
-inline constexpr int kMostBridgeBlocks = 4;
-inline constexpr int kMostMultiplexers = 4;
-inline constexpr int kMostCanModules = 1;
+inline constexpr int kMaxBridgeBlocks = 4;
+inline constexpr int kMaxMultiplexers = 4;
+inline constexpr int kMaxCanModules = 1;
 
 // Types of measurement, "SE" and "Diff" in any case; a text may be neither.
 inline bool IsSingleEnded(std::string_view measType) { return SameText(measType, "SE"); }

@@ -18,8 +18,8 @@ struct OptionValues {
   i32 DefaultTableNumRecs = 1000;
 };
 
-inline constexpr i32 kLeastFontSize = 6;  // points
-inline constexpr i32 kMostFontSize = 72;
+inline constexpr i32 kMinFontSize = 6;  // points
+inline constexpr i32 kMaxFontSize = 72;
 
 struct TextFont {
   std::string Name;
@@ -33,14 +33,14 @@ struct TextFont {
 // only as many digits as it needs.
 enum class NumberForm { kGeneral, kNumber, kScientific, kCustom };
 
-// A form with its digits behind the point, 0 to kMostFormDigits; the general form heeds none.
+// A form with its digits behind the point, 0 to kMaxFormDigits; the general form heeds none.
 struct NumberFormat {
   NumberForm form = NumberForm::kScientific;
   i32 digits = 1;
 
   friend bool operator==(const NumberFormat&, const NumberFormat&) = default;
 };
-inline constexpr i32 kMostFormDigits = 8;
+inline constexpr i32 kMaxFormDigits = 8;
 
 struct ViewOptions {
   TextFont ConditionFont = {"Courier New", "Regular", 10};  // of lines that group conditions

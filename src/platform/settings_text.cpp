@@ -102,7 +102,7 @@ bool canBeName(std::string_view name) {
 }  // namespace
 
 Result<SettingsText> SettingsText::FromBytes(std::string_view bytes) {
-  if (bytes.size() > kMostBytes) return Error{"File too large"};
+  if (bytes.size() > kMaxBytes) return Error{"File too large"};
   if (std::any_of(bytes.begin(), bytes.end(), [](char c) {
         return isControl(c) && !Holds(kBlanks, {&c, 1});
       })) {

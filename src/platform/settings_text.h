@@ -36,7 +36,7 @@ struct SettingsValue {
 // last one counts. What is not understood is passed over and kept as it stands.
 class SettingsText {
  public:
-  static constexpr std::size_t kMostBytes = std::size_t{1} << 18;
+  static constexpr std::size_t kMaxBytes = std::size_t{1} << 18;
 
   // The error tells why these bytes are no such text, without naming a file.
   static Result<SettingsText> FromBytes(std::string_view bytes);

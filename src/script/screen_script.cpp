@@ -313,7 +313,7 @@ void ScreenScript::typeOnMainScreen(const Words& words) {
   const MainBox* box = mainBox(words[1].text);
   if (box == nullptr) return fail("no screen is open");
   control_.SetFocus(box->focus);
-  if (words[2].text.size() > Ostrand::kMostBoxLetters) forms_.Beep();
+  if (words[2].text.size() > Ostrand::kMaxBoxLetters) forms_.Beep();
   (control_.*box->type)(words[2].text);
 }
 

@@ -105,7 +105,7 @@ frmOptGen::frmOptGen(const ScreenContext& context, Settings& settings,
     SystemColor.Items.push_back({std::string(name), true, true, {}});
   }
   NumberForm.SetItems({"General", "Number", "Scientific", "Custom"});
-  NumberDigits.Limits(0, kMostFormDigits);
+  NumberDigits.Limits(0, kMaxFormDigits);
   ColorRow.OnPick = [this] { showRow(); };
   StandardColor.OnPick = [this] {
     if (IsLoading()) return;

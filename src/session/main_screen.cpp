@@ -158,7 +158,7 @@ std::string Ostrand::typedText(std::string_view keys) {
     around_.forms.Beep();
     around_.forms.SetHelpLine(std::string(kSectionMarkHelp));
   }
-  return text.substr(0, kMostBoxLetters);
+  return text.substr(0, kMaxBoxLetters);
 }
 
 void Ostrand::SetFocus(Focus focus, int button) {

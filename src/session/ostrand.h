@@ -201,7 +201,7 @@ class Ostrand {
 
   // The two text boxes beside the summary, which take up to 30 characters; what no project file can
   // keep is left out with a beep. They enter the store when the project is saved.
-  static constexpr std::size_t kMostBoxLetters = 30;
+  static constexpr std::size_t kMaxBoxLetters = 30;
   [[nodiscard]] const std::string& txtOper() const { return txtOper_; }
   void txtOper(std::string_view text) { txtOper_ = typedText(text); }
   [[nodiscard]] const std::string& txtIDNum() const { return txtIDNum_; }

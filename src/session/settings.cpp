@@ -54,8 +54,8 @@ enum SettingRowNumber {
 
 enum class Kind { kText, kNumber, kKinds };
 
-constexpr i32 kLeast = std::numeric_limits<i32>::min();
-constexpr i32 kMost = std::numeric_limits<i32>::max();
+constexpr i32 kMin = std::numeric_limits<i32>::min();
+constexpr i32 kMax = std::numeric_limits<i32>::max();
 
 // What a row may hold. The limits are those of a value that is set by hand; a stored value beyond
 // them falls back only where the row says so.
@@ -69,8 +69,8 @@ struct RowRule {
   i32 most;
 };
 
-constexpr RowRule number(int row, std::string_view name, i32 standard, i32 least = kLeast,
-                         i32 most = kMost) {
+constexpr RowRule number(int row, std::string_view name, i32 standard, i32 least = kMin,
+                         i32 most = kMax) {
   return {row, name, {}, standard, Kind::kNumber, least, most};
 }
 
@@ -167,7 +167,7 @@ Result<std::string> checkedValue(const RowRule& rule, std::string_view value) {
   const auto whole = ToInt32(value);
   if (whole && *number == *whole && isWithin(rule, *whole)) return NumberText(*whole);
   std::string wanted = " is a whole number";
-  if (rule.least > kLeast || rule.most < kMost) {
+  if (rule.least > kMin || rule.most < kMax) {
     wanted += " from " + NumberText(rule.least) + " to " + NumberText(rule.most);
   }
   return Error{name + wanted + refused};
@@ -282,12 +282,12 @@ void Settings::readView() {
   const ViewOptions standard;
   const TextFont& font = standard.ConditionFont;
   const NumberFormat& numbers = standard.SummaryNumbers;
-  constexpr auto kMostForm = static_cast<i32>(NumberForm::kCustom);
+  constexpr auto kMaxForm = static_cast<i32>(NumberForm::kCustom);
   view_ = {{text(fontRows, "Name", font.Name), text(fontRows, "Style", font.Style),
-            number(fontRows, "Size", font.Size, kLeastFontSize, kMostFontSize)},
+            number(fontRows, "Size", font.Size, kMinFontSize, kMaxFontSize)},
            {static_cast<NumberForm>(
-                number(numberRows, "Form", static_cast<i32>(numbers.form), 0, kMostForm)),
-            number(numberRows, "Digits", numbers.digits, 0, kMostFormDigits)}};
+                number(numberRows, "Form", static_cast<i32>(numbers.form), 0, kMaxForm)),
+            number(numberRows, "Digits", numbers.digits, 0, kMaxFormDigits)}};
   storedView_ = view_;
 }
 

@@ -125,7 +125,7 @@ bool TestCompile::waitFor(platform::Process& compiler, const std::string& path) 
 // Rounds until `reached`; false at the bound, and when the compiler has ended before.
 template <class Reached>
 bool TestCompile::poll(platform::Process& compiler, Reached&& reached) {
-  for (int round = 0; round < kMostCompileRounds; ++round) {
+  for (int round = 0; round < kMaxCompileRounds; ++round) {
     const bool ended = !compiler.Running();  // asked first: what it wrote is then there
     if (reached(ended)) return true;
     if (ended) return false;

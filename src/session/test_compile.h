@@ -14,7 +14,7 @@
 namespace ostrand {
 
 // Polling rounds of a wait for the compiler, with a rest of about a millisecond after each.
-inline constexpr int kMostCompileRounds = 50000;
+inline constexpr int kMaxCompileRounds = 50000;
 
 class TestCompile {
  public:

@@ -28,7 +28,7 @@ constexpr std::array<KindTail, 8> kTails = {{
 }};
 
 constexpr std::string_view kFewTitle = "NOT ENOUGH VALUES";
-constexpr int kLeastLevels = 2;
+constexpr int kMinLevels = 2;
 
 std::string valueText(float value) { return SignificantText(DecimalValue(value), 7); }
 
@@ -195,10 +195,10 @@ bool frmLevel::onDone() {
     return refuse("MISSING 2ND DIM",
                   "Two Dimensional Level Crossing requires a 2nd Dim Selection.");
   }
-  if (Levels.Count() < kLeastLevels) {
+  if (Levels.Count() < kMinLevels) {
     return refuse(kFewTitle, "There must be at least 2 values in Level Crossing Values.");
   }
-  if (isTwo() && Tests.Count() < kLeastLevels) {
+  if (isTwo() && Tests.Count() < kMinLevels) {
     return refuse(kFewTitle, "There must be at least 2 values in 2nd Dim Boundaries.");
   }
   // What was only looked at stays as it was written.

@@ -11,8 +11,8 @@ namespace ostrand {
 namespace {
 
 constexpr std::string_view kWhole = "#,##0";
-constexpr double kMostRecords = std::numeric_limits<i32>::max();
-constexpr double kMostTyped = 1e15;
+constexpr double kMaxRecords = std::numeric_limits<i32>::max();
+constexpr double kMaxTyped = 1e15;
 
 }  // namespace
 
@@ -33,7 +33,7 @@ frmTableTimes::frmTableTimes(const ScreenContext& context, TableObjects& tables,
   for (NumericField* field : {&Days, &Hours, &Minutes, &Seconds}) {
     field->Caption = field->Name();
     field->ToolTip = "Enter the number of " + field->Name() + " desired.";
-    field->Limits(0, kMostTyped);
+    field->Limits(0, kMaxTyped);
     field->OnChange = [this] { CalcTableRecs(); };
     field->OnTake = [this] { onTake(); };
   }
@@ -64,7 +64,7 @@ void frmTableTimes::CalcTableRecs() {
   const TimeParts wanted{Days.Value(), Hours.Value(), Minutes.Value(), Seconds.Value()};
   const double interval = ORVUS_COMMON::TableIntervalMicros(store(), table_) / 1e6;
   records_ = RoundHalfEven(wanted.Seconds() / interval);
-  const bool shows = records_ <= kMostRecords;
+  const bool shows = records_ <= kMaxRecords;
   DoneEnabled = shows && records_ >= 1;
 
   const Medium medium = MediumOf(store(), table_.MemLoc);
@@ -82,9 +82,9 @@ void frmTableTimes::CalcTableRecs() {
 
 void frmTableTimes::onTake() {
   CalcTableRecs();
-  if (records_ <= kMostRecords) return;
+  if (records_ <= kMaxRecords) return;
   ShowWarning(Forms(), "TABLE TIME TOO LONG",
-              "A table can't have more than " + FormatNumber(kMostRecords, kWhole) + " records.");
+              "A table can't have more than " + FormatNumber(kMaxRecords, kWhole) + " records.");
 }
 
 bool frmTableTimes::onDone() {

@@ -27,8 +27,8 @@ char32_t takeUtf8(std::string_view& text) {
     whole = (byteAt(at) & 0xC0) == 0x80;
     c = (c << 6) | (byteAt(at) & 0x3FU);
   }
-  constexpr std::array<char32_t, 5> kLeast = {0, 0, 0x80, 0x800, 0x10000};  // by length
-  if (!whole || c < kLeast[length]) {  // a longer form than needed is a broken one, too
+  constexpr std::array<char32_t, 5> kMin = {0, 0, 0x80, 0x800, 0x10000};  // by length
+  if (!whole || c < kMin[length]) {  // a longer form than needed is a broken one, too
     length = 1;
     c = kNoCharacter;
   }

@@ -244,7 +244,7 @@ Findings DuplicateNames(const ProjectStore& store, std::string_view newName) {
   int untold = 0;
   for (std::size_t i = 0; i < rows.size(); ++i) {
     for (std::size_t j = next[i]; j != 0; j = next[j]) {
-      if (findings.size() == kMostDuplicatesTold) {
+      if (findings.size() == kMaxDuplicatesReported) {
         ++untold;
         continue;
       }

@@ -9,7 +9,7 @@
 namespace ostrand {
 
 // The most pairs of equal names that are told one by one; the rest is told as a count.
-inline constexpr int kMostDuplicatesTold = 10000;
+inline constexpr int kMaxDuplicatesReported = 10000;
 
 // Pairs of equal names among tables, aliases of thermocouple, voltage, bridge and pulse blocks and
 // calculated fields, and `newName`, unless it is empty. Letter case makes no difference.

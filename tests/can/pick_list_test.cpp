@@ -206,7 +206,7 @@ TEST(PickList, AFileThatIsNoListIsToldApart) {
   }
   testing::MemoryFileSystem none;
   EXPECT_EQ(ReadCanList(none, "/l/no.29LST").ErrorText(), "The file /l/no.29LST is not available.");
-  none.files["/l/big.29LST"] = std::string(kMostCanListBytes + 1, '\'');
+  none.files["/l/big.29LST"] = std::string(kMaxCanListBytes + 1, '\'');
   EXPECT_FALSE(ReadCanList(none, "/l/big.29LST"));
 }
 

@@ -85,7 +85,7 @@ TEST_F(PosixSettings, TellOfAStrangeLineOnceAndKeepIt) {
 TEST_F(PosixSettings, ADamagedFileReadsAsNoneIsToldAndKeptAside) {
   const std::tuple<std::string, std::string, std::string> cases[] = {
       {kHead + std::string("GenPath = a\0b\n", 14), ": Not a text file", ".damaged"},
-      {std::string(SettingsText::kMostBytes + 1, '\n'), ": File too large", ".damaged-2"}};
+      {std::string(SettingsText::kMaxBytes + 1, '\n'), ": File too large", ".damaged-2"}};
   for (const auto& [bytes, reason, aside] : cases) {
     lay(bytes);
     PosixSettingsStore damaged(files, path);

@@ -83,7 +83,7 @@ TEST_F(PosixFiles, AreReadWhenTheyAreRegularElseNamed) {
   ASSERT_EQ(::mkfifo((folder / "pipe").c_str(), 0600), 0);
   std::filesystem::create_directory(folder / "inner");
   WriteDisk(folder / "sparse", "x");
-  std::filesystem::resize_file(folder / "sparse", PosixFileSystem::kMostBytes + 1);
+  std::filesystem::resize_file(folder / "sparse", PosixFileSystem::kMaxBytes + 1);
   std::filesystem::create_symlink(folder / "gone", folder / "dangling");
   const std::pair<std::string, std::string> cases[] = {
       {folder / "pipe", ": Not a regular file"},

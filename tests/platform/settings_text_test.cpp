@@ -56,7 +56,7 @@ TEST(SettingsText, PassesOverWhatIsNotUnderstoodAndTellsWhere) {
 }
 
 TEST(SettingsText, RefusesWhatIsNoText) {
-  const std::string large(SettingsText::kMostBytes + 1, '\n');
+  const std::string large(SettingsText::kMaxBytes + 1, '\n');
   for (const std::string_view bytes : {"[s]\na = \0"sv, "\xFF\xFE[\0s\0"sv, "\x7F\x45LF\x02"sv,
                                        "\x1B[2J"sv, std::string_view(large)}) {
     const auto text = SettingsText::FromBytes(bytes);

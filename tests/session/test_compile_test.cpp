@@ -115,7 +115,7 @@ class HastyProcesses : public platform::PosixProcesses {
     if (rounds_++ < restingRounds) PosixProcesses::Rest();
   }
   int rests = 0;
-  int restingRounds = kMostCompileRounds;
+  int restingRounds = kMaxCompileRounds;
 
  private:
   int rounds_ = 0;
@@ -240,7 +240,7 @@ TEST_F(IllCompilers, LeaveNothingAndHaveNoWrongProgramSent) {
   forms.meanwhile = [&] { ++rounds; };
   for (const auto& [compiler, behaviour, expected] : cases) {
     SCOPED_TRACE(compiler + " " + behaviour);
-    hasty.restingRounds = expected.ends_with("did not end in time") ? 1000 : kMostCompileRounds;
+    hasty.restingRounds = expected.ends_with("did not end in time") ? 1000 : kMaxCompileRounds;
     const std::string read = saveAndSend(compiler, behaviour);
     EXPECT_TRUE(Holds(read, expected)) << read.substr(0, 1000);
     EXPECT_EQ(read.empty(), expected.empty()) << read.substr(0, 1000);

@@ -160,7 +160,7 @@ std::string CountsOutOfLimits(const ProjectStore& store) {
   Findings found;
   checkCounts(found, "TBlk", store.TempBlock, kBlocks);
   checkCounts(found, "VBlk", store.VoltBlock, kBlocks);
-  checkCounts(found, "BBlk", store.BridgeBlock, kMostBridgeBlocks);
+  checkCounts(found, "BBlk", store.BridgeBlock, kMaxBridgeBlocks);
   checkCounts(found, "PBlk", store.PulseBlock[0], kPulseBlocks);
   checkCounts(found, "ABlk", store.TK40MBlock, kBlocks);
   const auto bridges = ChannelBlocksOf(store.BridgeBlock);

@@ -310,7 +310,7 @@ Result<std::string> PosixFileSystem::Read(std::string_view path) {
   if (!there) return failure(name, errno);
   if (S_ISDIR(info.st_mode)) return failure(name, EISDIR);
   if (!S_ISREG(info.st_mode)) return Error{name + ": Not a regular file"};
-  if (info.st_size > static_cast<off_t>(kMostBytes)) return failure(name, EFBIG);
+  if (info.st_size > static_cast<off_t>(kMaxBytes)) return failure(name, EFBIG);
   const Descriptor file(::open(name.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK));
   if (!file.IsOpen()) return failure(name, errno);
 
@@ -323,7 +323,7 @@ Result<std::string> PosixFileSystem::Read(std::string_view path) {
     if (got < 0) return failure(name, errno);
     if (got == 0) break;
     length += static_cast<std::size_t>(got);
-    if (length > kMostBytes) return failure(name, EFBIG);
+    if (length > kMaxBytes) return failure(name, EFBIG);
     if (length == bytes.size()) bytes.resize(2 * length);
   }
   bytes.resize(length);

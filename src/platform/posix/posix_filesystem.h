@@ -22,10 +22,10 @@ enum class Readers { kAll, kOwner };
 // part of it without regard to case (ASCII letters; names on this disk have no known code page),
 // the first of several in the order of their bytes. Error texts are the path as it stands on the
 // disk and the reason:
-// "/x/y.VKG: Permission denied". Only regular files are read, none above kMostBytes.
+// "/x/y.VKG: Permission denied". Only regular files are read, none above kMaxBytes.
 class PosixFileSystem : public FileSystem {
  public:
-  static constexpr std::size_t kMostBytes = std::size_t{64} << 20;
+  static constexpr std::size_t kMaxBytes = std::size_t{64} << 20;
 
   explicit PosixFileSystem(Syncing syncing = Syncing::kOn, Readers readers = Readers::kAll);
   ~PosixFileSystem() override;

@@ -19,7 +19,7 @@
 namespace ostrand::platform {
 namespace {
 
-constexpr int kMostDamaged = 100;
+constexpr int kMaxDamaged = 100;
 
 Error failure(const std::string& path, int number) {
   return Error{path + ": " + std::strerror(number)};
@@ -142,7 +142,7 @@ Result<> PosixSettingsStore::replace(SettingsFile& file, std::string_view sectio
     if (auto set = file.text.Set(section, row.name, row.value); !set) return set;
   }
   const std::string bytes = file.text.Bytes();
-  if (bytes.size() > SettingsText::kMostBytes) return failure(path_, EFBIG);
+  if (bytes.size() > SettingsText::kMaxBytes) return failure(path_, EFBIG);
   const auto target = targetOf(path_);
   if (!target) return Error{target.ErrorText()};
   if (!file.damage.empty()) {
@@ -152,7 +152,7 @@ Result<> PosixSettingsStore::replace(SettingsFile& file, std::string_view sectio
 }
 
 Result<> PosixSettingsStore::moveAside(const std::string& path) {
-  for (int number = 1; number <= kMostDamaged; ++number) {
+  for (int number = 1; number <= kMaxDamaged; ++number) {
     std::string aside = path + ".damaged";
     if (number > 1) aside += "-" + NumberText(number);
     if (files_.Taken(aside)) continue;

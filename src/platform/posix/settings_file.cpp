@@ -20,7 +20,7 @@ SettingsFile LoadSettingsFile(FileSystem& files, const std::string& path) {
     if (errno != ENOENT && errno != ENOTDIR) file.unread = path + ": " + std::strerror(errno);
     return file;
   }
-  if (S_ISREG(info.st_mode) && info.st_size > static_cast<off_t>(SettingsText::kMostBytes)) {
+  if (S_ISREG(info.st_mode) && info.st_size > static_cast<off_t>(SettingsText::kMaxBytes)) {
     file.damage = path + ": File too large";
     return file;
   }
