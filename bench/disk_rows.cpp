@@ -11,6 +11,7 @@
 #include <iterator>
 
 #include "machine.h"
+#include "model/new_store.h"
 #include "platform/posix/posix_filesystem.h"
 #include "process.h"
 #include "row.h"

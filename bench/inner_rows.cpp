@@ -12,6 +12,7 @@
 #include "generator/savedld.h"
 #include "machine.h"
 #include "model/defaults.h"
+#include "model/new_store.h"
 #include "projectfile/genfile.h"
 #include "projects.h"
 #include "row.h"

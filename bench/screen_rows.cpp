@@ -6,6 +6,7 @@
 
 #include "controls/screen.h"
 #include "machine.h"
+#include "model/new_store.h"
 #include "projects.h"
 #include "row.h"
 #include "script/setup_screens.h"

@@ -9,6 +9,7 @@
 #include "documents/table_description.h"
 #include "generator/savedld.h"
 #include "model/defaults.h"
+#include "model/new_store.h"
 #include "platform/posix/posix_filesystem.h"
 #include "projectfile/genfile.h"
 #include "support/fixed_clock.h"

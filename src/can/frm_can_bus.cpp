@@ -11,6 +11,7 @@
 #include "controls/edits.h"
 #include "model/defaults.h"
 #include "model/name_limits.h"
+#include "model/new_store.h"
 #include "platform/box.h"
 #include "text/number.h"
 #include "text/strings.h"

@@ -1,5 +1,7 @@
 #include "model/store.h"
 
+#include "model/new_store.h"
+
 namespace ostrand {
 
 std::unique_ptr<ProjectStore> NewStore() { return std::make_unique<ProjectStore>(); }

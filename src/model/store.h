@@ -4,7 +4,6 @@
 #pragma once
 
 #include <cstdint>
-#include <memory>
 #include <string>
 
 #include "text/late_row.h"
@@ -553,9 +552,6 @@ extern template class LateRow<TK40MBlockData, 1, kBlocks>;
 extern template class LateRow<PulseBlockData, 1, kPulseBlocks>;
 extern template class LateRow<CanItemData, 1, kCanItems>;
 extern template class LateRow<CalcFieldData, 1, kCalcFields>;
-
-// A store of its own, cleared, on the heap: it is too large for a stack.
-std::unique_ptr<ProjectStore> NewStore();
 
 // The store of this process. Only the session and the hosts reach for it.
 ProjectStore& TheStore();

@@ -1,6 +1,7 @@
 #include "projectfile/kept_copy.h"
 
 #include "model/defaults.h"
+#include "model/new_store.h"
 #include "platform/atomic_file.h"
 #include "projectfile/genfile.h"
 #include "text/number.h"

@@ -10,6 +10,7 @@
 #include "blocks/frm_tk40m_block.h"
 #include "blocks/frm_volt_block.h"
 #include "controls/choice.h"
+#include "model/new_store.h"
 #include "projectfile/genfile.h"
 #include "support/project_invariants.h"
 #include "support/screen_driver.h"

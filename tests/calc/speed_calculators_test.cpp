@@ -7,6 +7,7 @@
 #include "calc/rpm.h"
 #include "calc/speed.h"
 #include "model/defaults.h"
+#include "model/new_store.h"
 #include "text/number.h"
 
 namespace ostrand {

@@ -2,6 +2,7 @@
 #include "can/frm_can_adv.h"
 #include "can/frm_can_bus.h"
 #include "can/frm_can_pick.h"
+#include "model/new_store.h"
 #include "projectfile/genfile.h"
 #include "script/screen_script.h"
 #include "support/fixed_clock.h"

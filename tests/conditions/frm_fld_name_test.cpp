@@ -1,6 +1,7 @@
 // Names and scaling of single sensors, and the conditions that name them.
 #include "conditions/frm_fld_name.h"
 
+#include "model/new_store.h"
 #include "support/table_screens_fixture.h"
 
 namespace ostrand {

@@ -6,6 +6,7 @@
 
 #include "documents/rtf_reader.h"
 #include "model/defaults.h"
+#include "model/new_store.h"
 #include "projectfile/genfile.h"
 #include "support/project_random.h"
 #include "support/scripted_forms.h"

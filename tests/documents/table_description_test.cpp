@@ -8,6 +8,7 @@
 
 #include "generator/savedld.h"
 #include "model/defaults.h"
+#include "model/new_store.h"
 #include "platform/posix/posix_filesystem.h"
 #include "support/fixed_clock.h"
 #include "support/memory_filesystem.h"

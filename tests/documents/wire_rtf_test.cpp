@@ -8,6 +8,7 @@
 #include "documents/makewire.h"
 #include "documents/rtf_reader.h"
 #include "model/defaults.h"
+#include "model/new_store.h"
 #include "support/project_random.h"
 
 namespace ostrand::testing {

@@ -11,6 +11,7 @@
 
 #include "generator/savedld.h"
 #include "model/defaults.h"
+#include "model/new_store.h"
 #include "platform/posix/posix_clock.h"
 #include "platform/posix/posix_filesystem.h"
 #include "support/scripted_forms.h"

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "model/defaults.h"
+#include "model/new_store.h"
 #include "text/strings.h"
 
 namespace ostrand {

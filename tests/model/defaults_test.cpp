@@ -5,6 +5,7 @@
 #include "model/burst_buffer.h"
 #include "model/format_version.h"
 #include "model/intervals.h"
+#include "model/new_store.h"
 #include "projectfile/genfile.h"
 #include "support/project_random.h"
 

@@ -4,6 +4,7 @@
 
 #include "model/defaults.h"
 #include "model/intervals.h"
+#include "model/new_store.h"
 
 namespace ostrand {
 namespace {

@@ -8,6 +8,7 @@
 #include <array>
 
 #include "generator/savedld.h"
+#include "model/new_store.h"
 #include "platform/posix/posix_filesystem.h"
 #include "support/fixed_clock.h"
 #include "support/project_random.h"

@@ -6,6 +6,7 @@
 #include <filesystem>
 
 #include "model/defaults.h"
+#include "model/new_store.h"
 #include "platform/posix/posix_filesystem.h"
 #include "support/fixed_clock.h"
 #include "support/memory_filesystem.h"

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "model/defaults.h"
+#include "model/new_store.h"
 #include "projectfile/genfile.h"
 #include "text/strings.h"
 

@@ -14,6 +14,7 @@
 #include "documents/summary.h"
 #include "generator/savedld.h"
 #include "model/defaults.h"
+#include "model/new_store.h"
 #include "projectfile/genfile.h"
 #include "script/setup_screens.h"
 #include "session/ostrand.h"

@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <filesystem>
 
-#include "model/store.h"
+#include "model/new_store.h"
 #include "support/cli_run.h"
 #include "support/fixed_clock.h"
 #include "support/memory_filesystem.h"

@@ -10,6 +10,7 @@
 #include <set>
 #include <thread>
 
+#include "model/new_store.h"
 #include "platform/posix/posix_clock.h"
 #include "platform/posix/posix_filesystem.h"
 #include "session/ostrand.h"

@@ -1,6 +1,7 @@
 // The screens of the user's settings and colours, over the table that they edit.
 #include <gtest/gtest.h>
 
+#include "model/new_store.h"
 #include "model/options.h"
 #include "session/frm_opt_gen.h"
 #include "session/frm_opt_orvus.h"

@@ -11,6 +11,7 @@
 
 #include "controls/numeric_field.h"
 #include "model/defaults.h"
+#include "model/new_store.h"
 #include "platform/posix/posix_clock.h"
 #include "platform/posix/posix_filesystem.h"
 #include "platform/posix/user_folders.h"

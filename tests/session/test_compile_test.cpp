@@ -8,6 +8,7 @@
 #include <iterator>
 
 #include "model/defaults.h"
+#include "model/new_store.h"
 #include "platform/posix/posix_clock.h"
 #include "platform/posix/posix_filesystem.h"
 #include "platform/posix/posix_process.h"

@@ -10,6 +10,7 @@
 #include "documents/table_description.h"
 #include "generator/savedld.h"
 #include "model/defaults.h"
+#include "model/new_store.h"
 #include "model/scan_time.h"
 #include "model/stored_text.h"
 #include "projectfile/genfile.h"

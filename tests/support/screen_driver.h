@@ -11,6 +11,7 @@
 
 #include "controls/screen.h"
 #include "model/defaults.h"
+#include "model/new_store.h"
 #include "model/options.h"
 #include "model/variables.h"
 #include "support/scripted_forms.h"

@@ -1,6 +1,7 @@
 // The table screens: what of a table can be set, what is asked, and what the project gets.
 #include "tables/frm_out_int.h"
 
+#include "model/new_store.h"
 #include "support/table_screens_fixture.h"
 #include "tables/frm_table_times.h"
 #include "text/number.h"

@@ -6,6 +6,7 @@
 #include <memory>
 
 #include "model/defaults.h"
+#include "model/new_store.h"
 #include "support/scripted_forms.h"
 #include "verify/check_context.h"
 

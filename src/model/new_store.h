@@ -1,0 +1,13 @@
+// More stores than the one of the process.
+#pragma once
+
+#include <memory>
+
+#include "model/store.h"
+
+namespace ostrand {
+
+// A cleared store on the heap: it is too large for a stack.
+std::unique_ptr<ProjectStore> NewStore();
+
+}  // namespace ostrand
