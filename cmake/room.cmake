@@ -32,7 +32,28 @@ function(ostrand_room name)
   set_target_properties(${library} PROPERTIES OSTRAND_FOLDERS "${known_folders};${ROOM_FOLDER}")
   target_include_directories(${library} PUBLIC ${CMAKE_SOURCE_DIR}/src)
   target_link_libraries(${library} PRIVATE ostrand_flags)
+  ostrand_precompiled(${library})
   foreach(known ${ROOM_KNOWS})
     target_link_libraries(${library} PUBLIC ostrand_${known})
   endforeach()
+endfunction()
+
+# Has the standard headers that most sources include read once, for the first target, and not for
+# each source. With clang a source still sees its own includes alone, so that a missing one is found.
+function(ostrand_precompiled target)
+  if(NOT CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    return()
+  endif()
+  target_compile_options(${target} PRIVATE
+    -fpch-preprocess  # so that the compiler cache sees that they are used
+    # False alarms of g++ 12 within these headers, which it keeps to itself in those that it reads.
+    -Wno-array-bounds -Wno-stringop-overflow -Wno-stringop-overread)
+  get_property(first GLOBAL PROPERTY OSTRAND_PRECOMPILED)
+  if(first)
+    target_precompile_headers(${target} REUSE_FROM ${first})
+  else()
+    target_precompile_headers(${target} PRIVATE <algorithm> <array> <functional> <memory>
+      <optional> <span> <string> <string_view> <utility> <vector>)
+    set_property(GLOBAL PROPERTY OSTRAND_PRECOMPILED ${target})
+  endif()
 endfunction()

@@ -15,7 +15,7 @@ constexpr int kMaxActions = 60;  // on one screen
 constexpr int kMaxWaysOut = 200;
 constexpr int kMaxBlock = 9;  // also numbers that no block has
 
-std::string quoted(std::string_view text) {
+std::string inQuotes(std::string_view text) {
   std::string result = "\"";
   for (const char letter : text) result.append(letter == '"' ? 2 : 1, letter);
   return result + "\"";
@@ -121,7 +121,7 @@ void RandomUser::use(Control& control) {
     if (choice->Items.empty()) return;
     const std::string item =
         choice->Items[static_cast<std::size_t>(Below(choice->Items.size()))].Text;
-    note("pick " + control.Name() + " " + quoted(item));
+    note("pick " + control.Name() + " " + inQuotes(item));
     choice->Pick(item);
   } else if (control.Kind() == ControlKind::kCheck) {
     const bool on = Below(2) == 0;
@@ -138,7 +138,7 @@ void RandomUser::use(Control& control) {
     control.Spin(up);
   } else {
     const std::string text = textFor(control);
-    note("type " + control.Name() + " " + quoted(text));
+    note("type " + control.Name() + " " + inQuotes(text));
     control.TypeText(text);
     if (Below(8) == 0) {
       note("escape");
@@ -182,7 +182,7 @@ Answer RandomUser::ShowBox(const platform::MessageBox& box) {
                      : answer == Answer::kCancel ? 1
                      : answer == Answer::kYes    ? 2
                                                  : 3;
-  note("# box " + quoted(box.title) + " " + std::string(kNames[static_cast<std::size_t>(place)]));
+  note("# box " + inQuotes(box.title) + " " + std::string(kNames[static_cast<std::size_t>(place)]));
   return answer;
 }
 
