@@ -1,4 +1,5 @@
 #include "model/defaults.h"
+
 #include "model/new_store.h"
 
 namespace ostrand {
