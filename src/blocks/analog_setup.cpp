@@ -149,19 +149,19 @@ void AnalogSetup::Changed() {
   const cAnalogConfig& analog = Analog();
   const bool differential = analog.InputType == ORVUS_INPUT_DIFF;
   Reps.Value(Data().Reps);
-  DataResolution.Show(Data().DataType);
-  Public.Show(Data().IsPublic != kFalse);
+  DataResolution.Index(Data().DataType);
+  Public.Checked(Data().IsPublic != kFalse);
   // Volts hide the test for an open sensor where it can't work, thermocouples disable it.
-  OpenSensDetect.Show(analog.OpenSens);
+  OpenSensDetect.Checked(analog.OpenSens);
   OpenSensDetect.Visible = analog.OpenSensIsValid() && (differential || OnThermocouples());
   OpenSensDetect.Enabled = differential;
-  ReverseMes.Show(analog.RevMeas);
+  ReverseMes.Checked(analog.RevMeas);
   ReverseMes.Caption = differential ? "Re&v Mes" : "&Off Mes";
   ReverseMes.ToolTip = differential
                            ? "Check to measure with high side referenced to low then make a 2nd "
                              "measurement with inputs reversed."
                            : "Check to measure offset prior to making measurement.";
-  IntegrationRange.Show(analog.IntegCode());
+  IntegrationRange.Index(analog.IntegCode());
   Integration.Value(analog.IntegTime());
   Integration.Enabled = analog.IntegCode() == ORVUS_MEAS_INTEG_USECS;
   SettleTime.Value(analog.SettleTime());

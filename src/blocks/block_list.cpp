@@ -11,7 +11,7 @@ BlockList::BlockList(Screen& screen, Rules rules)
       screen_(screen),
       rules_(std::move(rules)) {
   BlockCount.Limits(0, rules_.most);
-  BlockCount.MostLetters = static_cast<std::size_t>(rules_.typedRoom);
+  BlockCount.MaxLetters = static_cast<std::size_t>(rules_.typedRoom);
   BlockCount.MayHold = [this](std::string_view text) {
     const bool digitsFit = std::all_of(text.begin(), text.end(), [this](char letter) {
       return letter >= '0' && letter - '0' <= rules_.mostDigit;

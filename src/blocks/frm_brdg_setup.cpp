@@ -87,7 +87,7 @@ frmBrdgSetup::frmBrdgSetup(const ScreenContext& context, frmBrdgBlock& list, int
 void frmBrdgSetup::bindKind() {
   Style.Caption = "&BRIDGE TYPE " + NumberText(block_);
   for (const BridgeKind& kind : kBridgeKinds) {
-    Style.Items.push_back({std::string(kind.caption), true, true, std::string(kind.status)});
+    Style.Add(kind.caption, kind.status);
   }
   Style.PicksAgain = true;  // each pick puts the count to 1
   Style.OnPick = [this] { onStyle(); };
@@ -144,25 +144,25 @@ void frmBrdgSetup::load() {
   DefaultMult.Value(block.DefaultMult);
   DefaultOffset.Value(block.DefaultOffset);
   GageFactor.Value(block.GageFactor);
-  DataResolution.Index(SameText(block.DataResolution, "FP2") ? 0 : 1);
-  Public.Checked(block.Public != kFalse);
-  Style.Index(kind_);
+  DataResolution.PickAt(SameText(block.DataResolution, "FP2") ? 0 : 1);
+  Public.Check(block.Public != kFalse);
+  Style.PickAt(kind_);
 
   Reps.Value(block.Reps);
   ExciteReps.Value(std::max<int>(block.ExciteReps, 1));
   StartBrdgChan.Enabled = !autoChan();
   Excite.Value(block.Excite);
-  CheckCAO.Checked(block.CheckCAO != kFalse);
-  RevExcite.Checked(block.RevExcite != kFalse);
-  ReverseMes.Checked(block.ReverseMes != kFalse);
-  RevOutput.Checked(block.RevOutput != kFalse);
-  OpenSensDetect.Checked(block.OpenSensDetect != kFalse);
-  Range.Index(BridgeRangeIndex(block.Range));
-  IntegrationRange.Index(block.IntegrationRange);
+  CheckCAO.Check(block.CheckCAO != kFalse);
+  RevExcite.Check(block.RevExcite != kFalse);
+  ReverseMes.Check(block.ReverseMes != kFalse);
+  RevOutput.Check(block.RevOutput != kFalse);
+  OpenSensDetect.Check(block.OpenSensDetect != kFalse);
+  Range.PickAt(BridgeRangeIndex(block.Range));
+  IntegrationRange.PickAt(block.IntegrationRange);
   Integration.Value(block.Integration);
   SettleTime.Value(block.SettleTime);
-  ZeroFlag.Index(block.ZeroFlag);
-  CalOnSite.Checked(block.CalOnSite != 0);
+  ZeroFlag.PickAt(block.ZeroFlag);
+  CalOnSite.Check(block.CalOnSite != 0);
   recount();
   auto settled = std::make_unique<BridgeBlockData>(block);
   settle(*settled);
@@ -179,7 +179,7 @@ void frmBrdgSetup::onStyle() {
   showPanels();
   ReverseMes.Enabled = CanReverseBridge(style);
   if (!ReverseMes.Enabled) {
-    ReverseMes.Checked(false);
+    ReverseMes.Check(false);
     data().ReverseMes = kFalse;
   }
   allowSolve(!IsStrainStyle(style));
@@ -214,7 +214,7 @@ void frmBrdgSetup::scaleByKind(int style, int styleBefore, bool changed) {
   if (IsStrainStyle(style)) {
     block.GageCode = kindOf(style).gageCode;
     setScaling(1, block.GageFactor);
-    CalOnSite.Checked(false);
+    CalOnSite.Check(false);
     block.CalOnSite = 0;
   } else if (otherOffsets) {
     setScaling(block.DefaultMult, 0);
@@ -265,7 +265,7 @@ void frmBrdgSetup::onCalOnSite() {
   const bool on = CalOnSite.Checked();
   data().CalOnSite = on ? 1 : 0;
   if (on) {
-    Public.Checked(true);
+    Public.Check(true);
     if (!IsLoading()) setScaling(1, 0);
   }
   Public.Enabled = !on;

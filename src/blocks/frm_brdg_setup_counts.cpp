@@ -18,7 +18,7 @@ constexpr int kMaxExciteReps = 32767;  // of the member
 }  // namespace
 
 void frmBrdgSetup::bindCounts() {
-  Reps.BlankStands = true;
+  Reps.MayBeBlank = true;
   Reps.WholePart = true;
   Reps.OnTake = [this] { onReps(); };
   Reps.OnSpin = [this](bool up) {
@@ -32,7 +32,7 @@ void frmBrdgSetup::bindCounts() {
     takeStart();
   };
   ExciteReps.Caption = "MeasPerEx";
-  ExciteReps.BlankStands = true;
+  ExciteReps.MayBeBlank = true;
   ExciteReps.WholePart = true;
   ExciteReps.OnChange = [this] {
     LimitWhileTyped(ExciteReps, 1, kMaxExciteReps);

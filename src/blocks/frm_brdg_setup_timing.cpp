@@ -14,8 +14,7 @@ constexpr int kMicros = 2;  // place of "uSecs" among the choices of integration
 }  // namespace
 
 void frmBrdgSetup::bindTiming() {
-  for (const AnalogRange& range : kAnalogRanges)
-    Range.Items.push_back({std::string(range.text), true, true, {}});
+  for (const AnalogRange& range : kAnalogRanges) Range.Add(range.text);
   Range.OnPick = [this] { onRange(); };
   OpenSensDetect.ToolTip =
       "Check for open sensor test. Increases measure time by 10 uSecs per sensor.";

@@ -73,7 +73,7 @@ frmPulseSetup::frmPulseSetup(const ScreenContext& context, frmPulseBlock& list, 
 }
 
 void frmPulseSetup::bind() {
-  Reps.BlankStands = true;
+  Reps.MayBeBlank = true;
   Reps.OnChange = [this] { onRepsTyped(); };
   Reps.OnTake = [this] { Reps.Value(data().Reps); };
   Reps.OnSpin = [this](bool up) {
@@ -82,7 +82,7 @@ void frmPulseSetup::bind() {
     if (data().Reps == before) Forms().Beep();
   };
   for (const PulseInput& input : kInputs) {
-    Meas.Items.push_back({std::string(input.meas), true, true, std::string(input.toolTip)});
+    Meas.Add(input.meas, input.toolTip);
   }
   Meas.OnPick = [this] {
     data().Meas = kInputs[static_cast<std::size_t>(Meas.Index())].meas;
@@ -139,13 +139,13 @@ void frmPulseSetup::load() {
   Units.Text(block.Units);
   DefaultMult.Value(block.DefaultMult);
   DefaultOffset.Value(block.DefaultOffset);
-  Public.Checked(block.Public != kFalse);
-  DataType.Index(SameText(block.DataResolution, "FP2") ? 0 : 1);
+  Public.Check(block.Public != kFalse);
+  DataType.PickAt(SameText(block.DataResolution, "FP2") ? 0 : 1);
   Each.Text(MicrosText(kPulseTime));
   Reps.Value(block.Reps);
   Meas.Pick(PulseInputOf(block).meas);
-  Option.Index(block.Opt > 0 ? kFrequency : kTotal);
-  SiteCal.Checked(block.CalOnSite != 0);
+  Option.PickAt(block.Opt > 0 ? kFrequency : kTotal);
+  SiteCal.Check(block.CalOnSite != 0);
   auto settled = std::make_unique<PulseBlockData>(block);
   settled->Units = Trim(Units.Text());
   list_.Opened(block_, before_.Before(), *settled);
@@ -215,7 +215,7 @@ void frmPulseSetup::offerAverages(bool offered) {
 void frmPulseSetup::totalize() {
   Opt.Enabled = false;
   if (!IsLoading()) {
-    DataType.Index(kHighResolution);
+    DataType.PickAt(kHighResolution);
     if (data().Opt > 0) keptAverage_ = data().Opt;
     data().Opt = 0;
   }
@@ -241,7 +241,7 @@ void frmPulseSetup::onSiteCal() {
   const bool on = SiteCal.Checked();
   data().CalOnSite = on ? 1 : 0;
   if (on) {
-    Public.Checked(true);
+    Public.Check(true);
     if (!IsLoading()) {
       DefaultMult.Value(1);
       DefaultOffset.Value(0);

@@ -36,7 +36,7 @@ void frmTK40MSetup::onKind() {
 }
 
 void frmTK40MSetup::showOthers() {
-  TK40Volts.Show(Analog().MeasureType());
+  TK40Volts.Index(Analog().MeasureType());
   Thermocouples.Show();
   Volts.Show();
 }

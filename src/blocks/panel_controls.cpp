@@ -37,7 +37,7 @@ void PanelControls::onMeasType() {
 }
 
 void PanelControls::Show() {
-  MeasType.Show(screen_.Analog().InputType);
+  MeasType.Index(screen_.Analog().InputType);
   limitStart();
   Start.Enabled = !autoChan();
   Start.Value(autoChan() ? screen_.List().StartOf(screen_.BlockNumber())

@@ -65,7 +65,7 @@ ThermocoupleControls::ThermocoupleControls(AnalogSetup& screen, std::string_view
       TypeInfo(screen, "TypeInfo"),
       screen_(screen) {
   for (const Type& type : kTypes) {
-    TypeNo.Items.push_back({std::string(type.letter), true, true, std::string(type.toolTip)});
+    TypeNo.Add(type.letter, type.toolTip);
   }
   Scale.SetItems({"Deg_C", "Deg_F", "Kelvin", "Rankine"});
   Range.SetItems({"", ""});
@@ -95,9 +95,9 @@ void ThermocoupleControls::onScale() {
 }
 
 void ThermocoupleControls::Show() {
-  TypeNo.Show(screen_.Analog().TCType);
-  Scale.Show(screen_.Analog().TempScale());
-  Range.Show(screen_.Analog().RangeIndex() - kFirstRange);
+  TypeNo.Index(screen_.Analog().TCType);
+  Scale.Index(screen_.Analog().TempScale());
+  Range.Index(screen_.Analog().RangeIndex() - kFirstRange);
   TypeNo.Visible = Scale.Visible = screen_.OnThermocouples();
   setTypeInfo();
 }

@@ -29,7 +29,7 @@ VoltControls::VoltControls(AnalogSetup& screen, std::string_view unitsName,
       solveKind_(solveKind) {
   Solve.Caption = "Sol&ve";
   for (const AnalogRange& range : kAnalogRanges) {
-    Range.Items.push_back({std::string(range.text), true, true, {}});
+    Range.Add(range.text);
   }
   SetZeroFlagItems(ZeroFlag, screen.Project());
   Units.WhyNot = [this](std::string_view units) {
@@ -85,13 +85,13 @@ void VoltControls::Show() {
   const bool volts = !screen_.OnThermocouples();
   Control* const ofVolts[] = {&Units, &Range, &CalOnSite, &ZeroFlag};
   for (Control* control : ofVolts) control->Visible = volts;
-  Range.Show(analog.RangeIndex());
-  ZeroFlag.Show(analog.ZeroFlag);
+  Range.Index(analog.RangeIndex());
+  ZeroFlag.Index(analog.ZeroFlag);
   Units.Text(screen_.Data().DefaultUnits);
   DefaultMult.Value(DecimalValue(screen_.Data().DefaultMult));
   DefaultOffset.Value(DecimalValue(screen_.Data().DefaultOffset));
   const bool calibrated = volts && analog.SiteCal != 0;
-  CalOnSite.Show(calibrated);
+  CalOnSite.Checked(calibrated);
   DefaultMult.Enabled = DefaultOffset.Enabled = !calibrated;
   Solve.Enabled = !calibrated && screen_.List().Hooks.Solve != nullptr;
   screen_.Public.Enabled = !calibrated;

@@ -56,7 +56,7 @@ void Calculator::bindUnits(TextField& field, std::string& member) {
 
 void Calculator::bindCodes(Choice& choice, i16& member) {
   const Loading loading(*this);
-  choice.Index(member - 1);
+  choice.PickAt(member - 1);
   choice.OnPick = [this, &choice, &member] {
     if (IsLoading()) return;
     member = static_cast<i16>(choice.Index() + 1);
@@ -66,7 +66,7 @@ void Calculator::bindCodes(Choice& choice, i16& member) {
 
 void Calculator::bindSwitch(CheckBox& box, i16& member) {
   const Loading loading(*this);
-  box.Checked(member != 0);
+  box.Check(member != 0);
   box.OnClick = [this, &box, &member] {
     if (IsLoading()) return;
     SetSwitch(member, box.Checked());

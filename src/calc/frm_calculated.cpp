@@ -32,7 +32,7 @@ std::string picked(const Choice& choice) {
 
 void fillFunctions(Choice& choice) {
   for (const std::string_view function : kFormulaFunctions) {
-    choice.Items.push_back({std::string(function), true, true, {}});
+    choice.Add(function);
   }
 }
 
@@ -68,19 +68,19 @@ void FormulaGrid::Show(const CalcFieldGroup& fields) {
     const auto& field = fields.Field[f].CalcField;
     std::string row = field[1];
     row.append(kCells).append(field[2]).append(kCells).append(field[3]);
-    Items.push_back({std::move(row), true, true, {}});
+    Add(row);
   }
 }
 
 bool FormulaGrid::Pick(std::string_view row) {
   if (const auto number = ToInt32(row)) {
     if (*number < 1 || *number > static_cast<i32>(Items.size())) return false;
-    Index(*number - 1);
+    PickAt(*number - 1);
     return true;
   }
   for (std::size_t at = 0; at < Items.size(); ++at) {
     if (!SameText(Trim(Before(Items[at].Text, kCells)), Trim(row))) continue;
-    Index(static_cast<int>(at));
+    PickAt(static_cast<int>(at));
     return true;
   }
   return Choice::Pick(row);
@@ -132,10 +132,10 @@ void frmCalculated::nameControls() {
   Formula.Enabled = false;
   for (Choice* choice : {&cboFunct1, &cboFunct2, &cboFunct3}) fillFunctions(*choice);
   for (const std::string_view sign : kFormulaOperators) {
-    cboCompare.Items.push_back({std::string(sign), true, true, {}});
+    cboCompare.Add(sign);
   }
   DataResolution.SetItems({"FP2", "IEEE4"});
-  Mult.BlankStands = Offset.BlankStands = true;
+  Mult.MayBeBlank = Offset.MayBeBlank = true;
 }
 
 void frmCalculated::bind() {
@@ -178,7 +178,7 @@ void frmCalculated::listMeasures() {
     choice->SetItems({kNoChoice});
     for (const PickVariable& variable : list.Variables()) {
       const std::string name(Trim(variable.name));
-      if (mayStand(name)) choice->Items.push_back({name, true, true, {}});
+      if (mayStand(name)) choice->Add(name);
     }
   }
 }
@@ -186,7 +186,7 @@ void frmCalculated::listMeasures() {
 void frmCalculated::clearParts() {
   const Loading loading(*this);
   for (Choice* choice : {&cboFunct1, &cboMeas1, &cboCompare, &cboFunct2, &cboMeas2, &cboFunct3}) {
-    choice->Index(0);
+    choice->PickAt(0);
   }
   Mult.Text("");
   Offset.Text("");

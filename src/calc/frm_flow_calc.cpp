@@ -21,14 +21,14 @@ frmFlowCalc::frmFlowCalc(const ScreenContext& context)
   CalFactor.Items[1].ToolTip = "Click if the calibration factor is in Pulses per Liter.";
   OutSystem.SetItems({"English", "Metric"});
   OutUnits.SetItems({"Second", "Minute", "Hour"});
-  OutUnits.Index(0);  // what a time base without a choice of its own stands for
+  OutUnits.PickAt(0);  // what a time base without a choice of its own stands for
   bindCodes(CalFactor, record_.CalFactor);
   bindCodes(OutSystem, record_.OutSystem);
   const bool hasTimeBase = record_.OutUnits >= 1 && record_.OutUnits <= 3;
   bindCodes(OutUnits, record_.OutUnits);
   if (!hasTimeBase) {
     const Loading loading(*this);
-    OutUnits.Index(0);
+    OutUnits.PickAt(0);
   }
   bind(WhatIf, record_.WhatIf);
   Pulses.Value(record_.Pulses);

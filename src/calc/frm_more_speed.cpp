@@ -46,8 +46,8 @@ void frmMoreSpeed::listUnits() {
   const Loading loading(*this);
   InUnits.SetItems({in[0], in[1], in[2]});
   OutUnits.SetItems({out[0], out[1], out[2]});
-  InUnits.Index(record_.InUnits - 1);
-  OutUnits.Index(record_.OutUnits - 1);
+  InUnits.PickAt(record_.InUnits - 1);
+  OutUnits.PickAt(record_.OutUnits - 1);
 }
 
 void frmMoreSpeed::solve() {

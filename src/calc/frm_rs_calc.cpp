@@ -19,7 +19,7 @@ frmRsCalc::frmRsCalc(const ScreenContext& context)
       record_(context.store.RsCalc) {
   bind(RsOhms, record_.RsOhms);
   Units.SetItems({kOhms, kKiloOhms});
-  Units.Index(SameText(record_.Units, kKiloOhms) ? 1 : 0);
+  Units.PickAt(SameText(record_.Units, kKiloOhms) ? 1 : 0);
   Units.OnPick = [this] {
     record_.Units = Units.Text();
     solveAndSettle();

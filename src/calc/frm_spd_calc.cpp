@@ -29,7 +29,7 @@ frmSpdCalc::frmSpdCalc(const ScreenContext& context)
       record_(context.store.SpeedCalc) {
   UseMins.Caption = "Minutes";
   MKSSpd.SetItems({"English", "Metric"});
-  MKSSpd.Index(record_.MKSSpd != 0 ? 1 : 0);
+  MKSSpd.PickAt(record_.MKSSpd != 0 ? 1 : 0);
   MKSSpd.OnPick = [this] {
     SetSwitch(record_.MKSSpd, MKSSpd.Index() == 1);
     solveAndSettle();
@@ -54,7 +54,7 @@ void frmSpdCalc::nameLengths() {
   } else {
     LengthOption.SetItems({"Miles", "Feet", "Inches"});
   }
-  LengthOption.Index(record_.LengthOption - 1);
+  LengthOption.PickAt(record_.LengthOption - 1);
 }
 
 void frmSpdCalc::solve() {

@@ -49,9 +49,9 @@ auto valuesOf(const CanItemData& i) {
 void fillStyles(Choice& choice, int held) {
   choice.Items.clear();
   for (int style = kMinDataStyle; style <= kMaxDataStyle; ++style) {
-    choice.Items.push_back({whole(style), true, true, {}});
+    choice.Add(whole(style));
   }
-  if (!IsDataStyle(held)) choice.Items.push_back({whole(held), true, true, {}});
+  if (!IsDataStyle(held)) choice.Add(whole(held));
 }
 
 }  // namespace
@@ -139,7 +139,7 @@ void frmCanBus::bindModule() {
   CanBusEnabled.Caption = "Enable CAN module";
   CanAddress.Limits(0, kMaxAddress);
   for (int code = 0; code < cCanModule::NumBaudRates(); ++code) {
-    CanBaud.Items.push_back({std::string(cCanModule::BaudRateText(code)), true, true, {}});
+    CanBaud.Add(cCanModule::BaudRateText(code));
   }
   CanDataIDType.SetItems({"11 bit", "29 bit"});
   Advanced.Caption = "Ad&vanced...";
@@ -396,10 +396,10 @@ void frmCanBus::runHook(const std::function<bool(CanItemData&, int)>& hook) {
 // ---- What the controls show ---------------------------------------------------------------------
 
 void frmCanBus::showModule() {
-  CanBusEnabled.Checked(module().CanBusEnabled != 0);
+  CanBusEnabled.Check(module().CanBusEnabled != 0);
   CanAddress.Value(module().CanAddress);
-  CanBaud.Index(module().CanBaud);
-  CanDataIDType.Index(static_cast<int>(idType()));
+  CanBaud.PickAt(module().CanBaud);
+  CanDataIDType.PickAt(static_cast<int>(idType()));
 }
 
 void frmCanBus::showList() {
@@ -407,9 +407,9 @@ void frmCanBus::showList() {
   CanCount.Text(whole(can().CanCount));
   Item.Items.clear();
   for (int n = 1; n <= can().CanCount; ++n) {
-    Item.Items.push_back({whole(n) + ": " + can().Item[n].Name, true, true, {}});
+    Item.Add(whole(n) + ": " + can().Item[n].Name);
   }
-  Item.Index(current_ - 1);
+  Item.PickAt(current_ - 1);
   showItem();
 }
 
@@ -423,11 +423,11 @@ void frmCanBus::showValues() {
   const CanItemData& one = item();
   ItemName.Text(one.Name);
   Description.Text(one.Description);
-  ItemEnabled.Checked(one.Enabled != 0);
-  Public.Checked(one.Public != 0);
+  ItemEnabled.Check(one.Enabled != 0);
+  Public.Check(one.Public != 0);
   ItemMessageType.Items[ORVUS_CAN_MSGTYPE_TxOnly].Visible =
       one.ItemMessageType == ORVUS_CAN_MSGTYPE_TxOnly;
-  ItemMessageType.Index(one.ItemMessageType);
+  ItemMessageType.PickAt(one.ItemMessageType);
   fillStyles(DataStyle, one.DataStyle);
   DataStyle.Pick(whole(one.DataStyle));
   StartBit.Value(one.StartBit);

@@ -194,10 +194,10 @@ void frmCanPick::showList(int choose) {
   ListName.Text(path_);
   Items.Items.clear();
   for (const CanListItem& item : list_.Items) {
-    Items.Items.push_back({entryText(Items.Items.size() + 1, item), true, true, {}});
+    Items.Add(entryText(Items.Items.size() + 1, item));
   }
   const Loading loading(*this);
-  Items.Index(choose);
+  Items.PickAt(choose);
   showChosen();
 }
 

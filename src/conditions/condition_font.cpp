@@ -32,9 +32,9 @@ void ConditionFontControls::show() {
   FontName.Enabled = FontStyle.Enabled = FontSize.Enabled = font_ != nullptr;
   if (font_ == nullptr) return;
   FontName.Text(font_->Name);
-  FontStyle.Show(-1);
+  FontStyle.Index(-1);
   for (std::size_t at = 0; at < FontStyle.Items.size(); ++at) {
-    if (SameText(FontStyle.Items[at].Text, font_->Style)) FontStyle.Show(static_cast<int>(at));
+    if (SameText(FontStyle.Items[at].Text, font_->Style)) FontStyle.Index(static_cast<int>(at));
   }
   FontSize.Value(font_->Size);
   for (GroupingField* line : lines_) line->Font = *font_;

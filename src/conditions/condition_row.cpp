@@ -113,19 +113,19 @@ ConditionControls::ConditionControls(Screen& screen, const ConditionVariables& v
 void ConditionControls::showMeasurement(std::string_view name) {
   MeasVar.Items.clear();
   MeasVar.Items.reserve(variables_.Names().size() + 2);
-  MeasVar.Items.push_back({std::string(kNone), true, true, {}});
+  MeasVar.Add(kNone);
   for (const std::string& listed : variables_.Names()) {
-    MeasVar.Items.push_back({listed, true, true, {}});
+    MeasVar.Add(listed);
   }
   int place = 0;
   if (!name.empty()) {
     place = variables_.Find(name) + 1;
     if (place == 0) {
       place = static_cast<int>(MeasVar.Items.size());
-      MeasVar.Items.push_back({std::string(name), true, true, {}});
+      MeasVar.Add(name);
     }
   }
-  MeasVar.Index(place);
+  MeasVar.PickAt(place);
   picked_ = place;
 }
 
@@ -134,7 +134,7 @@ void ConditionControls::showKind(bool logic) {
   const Compares compares = logic ? Compares(kLogicCompares) : offer_.compares;
   Compare.Items.clear();
   for (const std::string_view sign : compares) {
-    Compare.Items.push_back({std::string(sign), true, true, {}});
+    Compare.Add(sign);
   }
   Compare.Index(-1);
   Value.LogicOnly = logic;
@@ -160,7 +160,7 @@ void ConditionControls::Load(const ConditionRow& row) {
   if (Valid()) {
     const bool logic = IsLogicVariable(MeasVar.Text());
     showKind(logic);
-    Compare.Index(logic ? 0 : row.Compare);
+    Compare.PickAt(logic ? 0 : row.Compare);
     Value.Text(variables_.InAliases(valueOf(row)));
     Expression.Text(variables_.InAliases(row.Expression));
   }
@@ -188,7 +188,7 @@ void ConditionControls::onPickMeasurement() {
   if (setting_ || MeasVar.Index() == picked_) return;
   if (AllowPick && !AllowPick()) {
     setting_ = true;
-    MeasVar.Index(picked_);
+    MeasVar.PickAt(picked_);
     setting_ = false;
     return;
   }
@@ -203,7 +203,7 @@ void ConditionControls::onPickMeasurement() {
   const bool sameKind = !Compare.Items.empty() && Value.LogicOnly == logic;
   if (!sameKind) {
     showKind(logic);
-    Compare.Index(logic ? 0 : offer_.firstCompare);
+    Compare.PickAt(logic ? 0 : offer_.firstCompare);
     Value.Text(logic ? kTrueWord : "0");
   }
   enableControls();

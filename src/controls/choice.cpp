@@ -16,17 +16,21 @@ bool isNamed(const Choice::Item& item, std::string_view text) {
 
 void Choice::SetItems(std::initializer_list<std::string_view> texts) {
   Items.clear();
-  for (const std::string_view text : texts) Items.push_back({std::string(text), true, true, {}});
+  for (const std::string_view text : texts) Add(text);
   index_ = -1;
 }
 
-void Choice::Index(int index) {
-  Show(index);
-  if (index_ >= 0) fire(OnPick, "Click");
+void Choice::Add(std::string_view text, std::string_view toolTip) {
+  Items.push_back({std::string(text), true, true, std::string(toolTip)});
 }
 
-void Choice::Show(int index) {
+void Choice::Index(int index) {
   index_ = index >= 0 && index < static_cast<int>(Items.size()) ? index : -1;
+}
+
+void Choice::PickAt(int index) {
+  Index(index);
+  if (index_ >= 0) fire(OnPick, "Click");
 }
 
 std::string Choice::Text() const {
@@ -44,7 +48,7 @@ bool Choice::Pick(std::string_view item) {
     const Item& candidate = Items[at];
     if (!candidate.Enabled || !candidate.Visible || !isNamed(candidate, item)) continue;
     const bool same = static_cast<int>(at) == index_;
-    if (!same || PicksAgain || Owner().IsLoading()) Index(static_cast<int>(at));
+    if (!same || PicksAgain || Owner().IsLoading()) PickAt(static_cast<int>(at));
     return true;
   }
   return false;

@@ -22,23 +22,24 @@ class Choice : public Control {
 
   Choice(Screen& screen, std::string_view name) : Control(screen, ControlKind::kChoice, name) {}
   std::function<void()> OnPick;  // after a pick
-  // Whether picking the item that is picked already is a pick too. Elsewhere it changes nothing.
+  // Whether picking the picked item again fires too. Otherwise it changes nothing.
   bool PicksAgain = false;
 
   std::vector<Item> Items;  // counted from 0
   void SetItems(std::initializer_list<std::string_view> texts);
+  void Add(std::string_view text, std::string_view toolTip = {});
 
-  // Place of the item picked, -1 for none.
+  // Index of the picked item, -1 for none.
   [[nodiscard]] int Index() const { return index_; }
-  // Picks as a click would. A place outside of the list picks nothing and fires nothing.
+  // Sets it without any event; an index outside of the list picks none.
   void Index(int index);
-  // Shows an item as picked, -1 or a place outside for none, without any event.
-  void Show(int index);
+  // Picks as a click would. An index outside of the list picks none and fires nothing.
+  void PickAt(int index);
   [[nodiscard]] std::string Text() const override;
-  // An item by its text, blanks around it and upper and lower case apart, whether it can be picked
-  // or not; null when there is none.
+  // An item by its text, ignoring case and blanks around it, whether it can be picked or not; null
+  // when there is none.
   [[nodiscard]] const Item* Find(std::string_view item) const;
-  // The first of that text that can be picked; false when there is none.
+  // Picks the first item of that text that can be picked; false when there is none.
   bool Pick(std::string_view item) override;
 
  private:

@@ -22,14 +22,10 @@ bool Button::Press() {
   return true;
 }
 
-void CheckBox::Checked(bool on) {
-  if (checked_ == on) return;
+bool CheckBox::Check(bool on) {
+  if (checked_ == on) return true;
   checked_ = on;
   fire(OnClick, "Click");
-}
-
-bool CheckBox::Check(bool on) {
-  Checked(on);
   return true;
 }
 

@@ -1,4 +1,6 @@
-// The controls of a screen, without a toolkit: what a user sees of them and what he can do.
+// The controls of a screen, without a toolkit: what a user sees of them and what they can do.
+// A setter that is named as its property is silent; one that is named as an action of the user
+// (`Pick`, `Check`, `Press`) fires events.
 #pragma once
 
 #include <functional>
@@ -23,7 +25,7 @@ class Control {
   [[nodiscard]] ControlKind Kind() const { return kind_; }
   [[nodiscard]] const std::string& Name() const { return name_; }
 
-  // Shown beside or on it; "&" stands before an access key.
+  // Shown beside or on it; "&" marks an access key.
   std::string Caption;
   std::string ToolTip;
   bool Enabled = true;
@@ -33,15 +35,15 @@ class Control {
   // What it shows: its text, the item picked, "on" or "off".
   [[nodiscard]] virtual std::string Text() const = 0;
 
-  // What a user does with it; false when this kind of control has no such use. The screen has
-  // brought the focus here before.
+  // What a user does with it; false when this kind of control has no such use. The focus must be
+  // here already.
   virtual bool TypeText(std::string_view /*keys*/) { return false; }
   virtual bool Pick(std::string_view /*item*/) { return false; }
   virtual bool Check(bool /*on*/) { return false; }
   virtual bool Spin(bool /*up*/) { return false; }
   virtual bool Press() { return false; }
 
-  // The focus comes, and wants to go; false keeps it here.
+  // The focus arrives, or is about to leave; false keeps it here.
   virtual void Enter() {}
   virtual bool Leave() { return true; }
 
@@ -86,11 +88,10 @@ class CheckBox : public Control {
   std::function<void()> OnClick;  // after a change
 
   [[nodiscard]] bool Checked() const { return checked_; }
-  // Sets it as a click would; a value that it has already is no click.
-  void Checked(bool on);
-  // Shows it so without any event.
-  void Show(bool on) { checked_ = on; }
+  // Sets it without any event.
+  void Checked(bool on) { checked_ = on; }
   [[nodiscard]] std::string Text() const override { return checked_ ? "on" : "off"; }
+  // Sets it as a click would; a state that it already has fires nothing.
   bool Check(bool on) override;
 
  private:

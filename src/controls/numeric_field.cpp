@@ -17,8 +17,8 @@ bool isExponent(char letter) { return letter == 'e' || letter == 'E'; }
 bool isSign(char letter) { return letter == '-' || letter == '+'; }
 
 // A number in the making: sign, digits with one point, and an exponent with a sign and up to
-// `MostExponentDigits`.
-template <int MostExponentDigits>
+// `MaxExponentDigits`.
+template <int MaxExponentDigits>
 bool numberInTheMaking(std::string_view text) {
   int exponentDigits = -1;  // -1 before the exponent
   bool point = false;
@@ -26,7 +26,7 @@ bool numberInTheMaking(std::string_view text) {
     const char letter = text[at];
     const char previous = at == 0 ? '\0' : text[at - 1];
     if (isDigit(letter)) {
-      if (exponentDigits >= 0 && ++exponentDigits > MostExponentDigits) return false;
+      if (exponentDigits >= 0 && ++exponentDigits > MaxExponentDigits) return false;
     } else if (isSign(letter)) {
       if (at != 0 && !isExponent(previous)) return false;
     } else if (letter == '.') {
@@ -45,8 +45,8 @@ bool numberInTheMaking(std::string_view text) {
 
 struct TypeRow {
   KeyFilter filter;
-  double least;
-  double most;
+  double min;
+  double max;
   int digits;  // significant ones, 0 for whole numbers
 };
 
@@ -67,18 +67,18 @@ bool SingleText(std::string_view text) { return rowOf(NumberType::kSingle).filte
 NumericField::NumericField(Screen& screen, std::string_view name, NumberType type)
     : TextField(screen, ControlKind::kNumber, name, rowOf(type).filter),
       type_(type),
-      least_(rowOf(type).least),
-      most_(rowOf(type).most),
+      min_(rowOf(type).min),
+      max_(rowOf(type).max),
       digits_(rowOf(type).digits) {}
 
-void NumericField::Limits(double least, double most) {
-  least_ = std::max(least, rowOf(type_).least);
-  most_ = std::min(most, rowOf(type_).most);
+void NumericField::Limits(double min, double max) {
+  min_ = std::max(min, rowOf(type_).min);
+  max_ = std::min(max, rowOf(type_).max);
 }
 
-bool NumericField::HasLeast() const { return least_ > rowOf(type_).least; }
+bool NumericField::HasMin() const { return min_ > rowOf(type_).min; }
 
-bool NumericField::HasMost() const { return most_ < rowOf(type_).most; }
+bool NumericField::HasMax() const { return max_ < rowOf(type_).max; }
 
 double NumericField::Value() const { return ToDouble(Text()).value_or(0); }
 
@@ -90,10 +90,10 @@ std::string NumericField::shown(double value) const {
 }
 
 bool NumericField::normalize(std::string& text) {
-  if (BlankStands && Trim(text).empty()) return true;
+  if (MayBeBlank && Trim(text).empty()) return true;
   const std::optional<double> value = ToDouble(text);
   if (!value) return false;
-  const double limited = std::max(std::min(*value, most_), least_);
+  const double limited = std::max(std::min(*value, max_), min_);
   text = shown(WholePart ? std::trunc(limited) : limited);
   return true;
 }

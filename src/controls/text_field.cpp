@@ -54,7 +54,7 @@ void TextField::refuse(std::string_view why) {
 void TextField::Key(char letter) {
   if (letter == kSectionMark) return refuse(kSectionMarkHelp);
   std::string text = selected_ ? std::string(1, letter) : text_ + letter;
-  if (text.size() > MostLetters || !filter_(text) || (MayHold && !MayHold(text))) {
+  if (text.size() > MaxLetters || !filter_(text) || (MayHold && !MayHold(text))) {
     Owner().Forms().Beep();
     return;
   }

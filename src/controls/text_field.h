@@ -24,7 +24,7 @@ class TextField : public Control {
   TextField(Screen& screen, std::string_view name, KeyFilter filter = AnyText)
       : TextField(screen, ControlKind::kText, name, filter) {}
 
-  std::size_t MostLetters = std::string::npos;
+  std::size_t MaxLetters = std::string::npos;
   // Whether the field may hold a text while it is typed, beside its own filter; where a key is
   // tested against what the rest of the screen shows.
   std::function<bool(std::string_view text)> MayHold;

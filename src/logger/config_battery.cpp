@@ -38,7 +38,7 @@ BatterySaverPanel::BatterySaverPanel(Screen& screen, Configuration& config)
   BattTripVolts.Limits(kMinTripVolts, kMaxTripVolts);
   DoNotRetry.Caption = "Do &Not Retry";
   RetryInterval.Caption = "Retry Interval";
-  RetryInterval.Limits(0, RetryInterval.Most());
+  RetryInterval.Limits(0, RetryInterval.Max());
   BattRetryMins.SetItems({"Minutes", "Hours"});
   bindTripLevel();
   bindRetry();
@@ -78,9 +78,9 @@ void BatterySaverPanel::bindRetry() {
 }
 
 void BatterySaverPanel::Load() {
-  DefaultBattVolt.Checked(config_.DefaultBattVolt != kFalse);
-  DoNotRetry.Checked(config_.LowBattRetry == kFalse);
-  BattRetryMins.Index(config_.BattRetryMins != kFalse ? 0 : 1);
+  DefaultBattVolt.Check(config_.DefaultBattVolt != kFalse);
+  DoNotRetry.Check(config_.LowBattRetry == kFalse);
+  BattRetryMins.PickAt(config_.BattRetryMins != kFalse ? 0 : 1);
   interval_ = config_.RetryInterval;
   if (DefaultBattVolt.Checked()) takeTripLevel(kDefaultTripVolts);
   showTripLevel();

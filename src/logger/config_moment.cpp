@@ -183,11 +183,11 @@ void MomentLists::setIndex(Part part, std::optional<int> value) {
   // A year of the project's own stands behind the others.
   if (part == OpenMoment::kYear && value && *value > 0 &&
       (place < 1 || place >= static_cast<int>(list->Items.size()))) {
-    list->Items.push_back({NumberText(*value), true, true, {}});
-    list->Index(static_cast<int>(list->Items.size()) - 1);
+    list->Add(NumberText(*value));
+    list->PickAt(static_cast<int>(list->Items.size()) - 1);
     return;
   }
-  list->Index(place < 1 ? 0 : place);
+  list->PickAt(place < 1 ? 0 : place);
 }
 
 void MomentLists::Load(const OpenMoment& moment) {

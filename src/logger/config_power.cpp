@@ -53,8 +53,8 @@ PowerPanel::PowerPanel(Screen& screen, Configuration& config, const ConditionVar
   PowerOffTime.Caption = PowerOffPOTime.Caption = "Interval";
   PowerOffMins.SetItems({"Day", "Hr", "Min", "Sec"});
   PowerOnMins.SetItems({"Hr", "Min", "Sec"});
-  PowerOffTime.Limits(0, PowerOffTime.Most());
-  PowerOffPOTime.Limits(0, PowerOffPOTime.Most());
+  PowerOffTime.Limits(0, PowerOffTime.Max());
+  PowerOffPOTime.Limits(0, PowerOffPOTime.Max());
   bindCondition();
   bindTimes();
 }
@@ -102,16 +102,16 @@ void PowerPanel::bindTimes() {
 void PowerPanel::Load() {
   config_.PowerOffMins = std::max<flag>(config_.PowerOffMins, 0);
   config_.PowerOnMins = std::max<flag>(config_.PowerOnMins, kFirstHourUnit);
-  EnablePowerOff.Checked(config_.EnablePowerOff != kFalse);
-  RemainOff.Checked(config_.RemainOff != kFalse);
+  EnablePowerOff.Check(config_.EnablePowerOff != kFalse);
+  RemainOff.Check(config_.RemainOff != kFalse);
   PowerOffTime.Value(config_.PowerOffTime);
-  PowerOffMins.Index(config_.PowerOffMins);
+  PowerOffMins.PickAt(config_.PowerOffMins);
   loadCondition();
-  EnableTime.Checked(config_.EnableTime != kFalse);
-  EnableOnTime.Checked(config_.EnableOnTime != kFalse);
-  RemainPOOff.Checked(config_.RemainPOOff != kFalse);
+  EnableTime.Check(config_.EnableTime != kFalse);
+  EnableOnTime.Check(config_.EnableOnTime != kFalse);
+  RemainPOOff.Check(config_.RemainPOOff != kFalse);
   PowerOffPOTime.Value(config_.PowerOffPOTime);
-  PowerOnMins.Index(config_.PowerOnMins - kFirstHourUnit);
+  PowerOnMins.PickAt(config_.PowerOnMins - kFirstHourUnit);
   TimeOff.Load(StoredTimeOff(config_));
   TimeOn.Load(StoredTimeOn(config_));
   refresh();

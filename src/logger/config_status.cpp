@@ -69,7 +69,7 @@ StatusMonitorPanel::StatusMonitorPanel(Screen& screen, Configuration& config)
   StatusField.Caption = "Status Field";
   StatusCompare.Caption = "Comp";
   for (const std::string_view sign : kStatusCompares) {
-    StatusCompare.Items.push_back({std::string(sign), true, true, {}});
+    StatusCompare.Add(sign);
   }
   StatusValue.Caption = "Value";
   StatusFlag.Caption = "Flag";
@@ -103,10 +103,10 @@ void StatusMonitorPanel::bind() {
 }
 
 void StatusMonitorPanel::Load() {
-  StatusFlag.Index(std::clamp<int>(config_.StatusFlag, 1, kFlags) - 1);
-  StatTrueFalse.Index(config_.StatTrueFalse != 0 ? 0 : 1);
+  StatusFlag.PickAt(std::clamp<int>(config_.StatusFlag, 1, kFlags) - 1);
+  StatTrueFalse.PickAt(config_.StatTrueFalse != 0 ? 0 : 1);
   StatusField.Text(kFields[0]);
-  StatusCompare.Index(0);
+  StatusCompare.PickAt(0);
   StatusValue.Value(0);
   listRows(-1);
   showCode();
@@ -138,11 +138,11 @@ void StatusMonitorPanel::showRow() {
   ChangeStatus.Enabled = DeleteStatus.Enabled = true;
   const StatusRow row = config_.Status[StatusRows.Index() + 1];
   StatusField.Text(Trim(row[kField]));
-  StatusCompare.Index(placeOf(StatusCompare, row[kCompare]));
+  StatusCompare.PickAt(placeOf(StatusCompare, row[kCompare]));
   StatusValue.Text(Trim(row[kValue]));
   const std::string_view setting = Trim(row[kFlagAndState]);
-  StatusFlag.Index(static_cast<int>(Val(setting.substr(0, 1))) - 1);
-  StatTrueFalse.Index(setting.ends_with('T') ? 0 : 1);
+  StatusFlag.PickAt(static_cast<int>(Val(setting.substr(0, 1))) - 1);
+  StatTrueFalse.PickAt(setting.ends_with('T') ? 0 : 1);
 }
 
 void StatusMonitorPanel::showCode() {
@@ -159,11 +159,11 @@ void StatusMonitorPanel::listRows(int picked) {
       if (!text.empty()) text += "  ";
       text += Trim(column);
     }
-    StatusRows.Items.push_back({std::move(text), true, true, {}});
+    StatusRows.Add(text);
   }
   AddStatus.Enabled = count() < kStatusRows;
   ChangeStatus.Enabled = DeleteStatus.Enabled = false;
-  StatusRows.Index(picked);
+  StatusRows.PickAt(picked);
 }
 
 // What the fields show becomes a row, from 1; the one behind the last is a new one.

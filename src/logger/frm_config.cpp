@@ -64,7 +64,7 @@ frmConfig::frmConfig(const ScreenContext& context)
   TK40MQty.Caption = "TK40M";
   AutoChan.SetItems({"Auto Channel Selection", "Manual Channel Selection"});
   SizeCard.Caption = "PC Card";
-  SizeCard.Limits(0, SizeCard.Most());
+  SizeCard.Limits(0, SizeCard.Max());
   SizeCardUnits.SetItems({"M bytes", "G bytes"});
   CanBusQty.OnTake = [this] { takeCanBusQty(); };
   TK40MQty.OnTake = [this] { takeTK40MQty(); };
@@ -117,10 +117,10 @@ void frmConfig::load() {
   const Loading loading(*this);
   CanBusQty.Text(NumberText(config().CanBusQty));
   TK40MQty.Text(NumberText(config().TK40MQty));
-  AutoChan.Index(config().AutoChan != kFalse ? kAutomatic : kManual);
+  AutoChan.PickAt(config().AutoChan != kFalse ? kAutomatic : kManual);
   showSizeCard();
   for (int entry = kMonitorBattery; entry <= kMonitorStatus; ++entry) {
-    box(entry).Checked(config().MonitorPower[entry] != kFalse);
+    box(entry).Check(config().MonitorPower[entry] != kFalse);
   }
   Power.Load();
   Saver.Load();
@@ -175,7 +175,7 @@ void frmConfig::takeAutoChan() {
     refusal.icon = platform::Icon::kInformation;
     Forms().ShowBox(refusal);
     const Loading putBack(*this);
-    AutoChan.Index(kManual);
+    AutoChan.PickAt(kManual);
   }
   config().AutoChan = AutoChan.Index() == kAutomatic ? kTrue : kFalse;
 }
@@ -201,7 +201,7 @@ void frmConfig::takeSizeCard() {
 void frmConfig::showSizeCard() {
   const double size = DecimalValue(config().SizeCard);
   const bool inGBytes = size >= kMBytesOfGByte && std::fmod(size, kMBytesOfGByte) == 0;
-  SizeCardUnits.Index(inGBytes ? kGBytes : kMBytes);
+  SizeCardUnits.PickAt(inGBytes ? kGBytes : kMBytes);
   SizeCard.Value(inGBytes ? size / kMBytesOfGByte : size);
 }
 

@@ -99,7 +99,7 @@ frmExcite::frmExcite(const ScreenContext& context)
     UpdateChannelStates(port);
   }
   const Loading loading(*this);
-  ExcitePublic.Checked(store().ExciteOut.ExcitePublic != kFalse);
+  ExcitePublic.Check(store().ExciteOut.ExcitePublic != kFalse);
 }
 
 frmExcite::~frmExcite() = default;
@@ -142,14 +142,14 @@ void frmExcite::UpdateChannelStates(int port) {
   const Loading loading(*this);
   ExciteChannel& channel = stored(port);
   ChannelControls& controls = at(port);
-  controls.Include.Checked(channel.Include != kFalse);
-  controls.DynamicStatic.Index(channel.DynamicStatic != 0 ? kStatic : kDynamic);
+  controls.Include.Check(channel.Include != kFalse);
+  controls.DynamicStatic.PickAt(channel.DynamicStatic != 0 ? kStatic : kDynamic);
   controls.State1.Value(channel.State1);
   controls.State2.Value(channel.State2);
   LoadState(controls.Condition1, firstOf(channel), kTriggerCompares);
   LoadState(controls.Condition2, secondOf(channel), kTriggerCompares);
-  controls.FastDelay.Checked(channel.FastDelay != 0);
-  controls.CurrentOut.Index(channel.CurrentOut != 0 ? 1 : 0);
+  controls.FastDelay.Check(channel.FastDelay != 0);
+  controls.CurrentOut.PickAt(channel.CurrentOut != 0 ? 1 : 0);
   refresh(port);
 }
 

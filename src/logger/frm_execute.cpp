@@ -60,8 +60,8 @@ frmExecute::frmExecute(const ScreenContext& context)
       " Flashing indicates media size has been exceeded.";
   AvailableBytes.Caption = "Available Bytes";
   AvailableBytes.Text(FormatNumber(kRamBytes, "#,##0"));
-  BurstScans.Limits(0, BurstScans.Most());
-  BufferScans.Limits(0, BufferScans.Most());
+  BurstScans.Limits(0, BurstScans.Max());
+  BufferScans.Limits(0, BufferScans.Max());
   bindInterval();
   bindScans();
   load();
@@ -71,11 +71,11 @@ void frmExecute::load() {
   const Loading loading(*this);
   const ScanSetup& scan = store().Scan;
   interval_ = scan.ExecutionTime;
-  ExecTimeUnits.Index(scan.ExecTimeUnits);
-  ScanMode.Index(scan.ScanMode != kFalse ? 1 : 0);
-  BurstMode.Checked(scan.BurstMode != kFalse);
+  ExecTimeUnits.PickAt(scan.ExecTimeUnits);
+  ScanMode.PickAt(scan.ScanMode != kFalse ? 1 : 0);
+  BurstMode.Check(scan.BurstMode != kFalse);
   BurstScans.Value(scan.BurstScans);
-  FlagScan.Index(scan.FlagScan);
+  FlagScan.PickAt(scan.FlagScan);
   BufferScans.Value(scan.BufferScans);
   showInterval();
   refresh();

@@ -67,8 +67,8 @@ void frmFlags::load(int number) {
   const Loading loading(*this);
   FlagControl& stored = store().Flags[number];
   FlagControls& controls = at(number);
-  controls.Include.Checked(stored.FlagInclude != kFalse);
-  controls.On.Checked(stored.FlagOn != kFalse);
+  controls.Include.Check(stored.FlagInclude != kFalse);
+  controls.On.Check(stored.FlagOn != kFalse);
   for (const int state : {1, 2}) {
     LoadState(controls.State(state), fieldsOf(stored.State[state]), kStateCompares);
   }

@@ -117,8 +117,8 @@ frmPorts::frmPorts(const ScreenContext& context)
   }
   bindModes();
   const Loading loading(*this);
-  ByteMode.Index(isByte() ? 1 : 0);
-  ReadMode.Index(isRead() ? 1 : 0);
+  ByteMode.PickAt(isByte() ? 1 : 0);
+  ReadMode.PickAt(isRead() ? 1 : 0);
   CodeType.Pick(store().Ports.CodeType);
   for (int port = 1; port <= kPorts; ++port) load(port);
   showMasks();
@@ -131,7 +131,7 @@ void frmPorts::bindModes() {
   ByteMode.OnPick = [this] {
     if (IsLoading()) return;
     slot().ByteMode = static_cast<i16>(ByteMode.Index());
-    if (!isByte()) ReadMode.Index(0);  // single ports are only written
+    if (!isByte()) ReadMode.PickAt(0);  // single ports are only written
     refresh();
   };
   ReadMode.OnPick = [this] {
@@ -174,8 +174,8 @@ void frmPorts::bind(int port) {
 void frmPorts::load(int port) {
   Port& stored = slot().Ports[port];
   PortControls& controls = at(port);
-  controls.Include.Checked(stored.Include != kFalse);
-  controls.On.Checked(stored.Polarity != kFalse);
+  controls.Include.Check(stored.Include != kFalse);
+  controls.On.Check(stored.Polarity != kFalse);
   for (const int state : {1, 2}) {
     LoadState(controls.State(state), fieldsOf(stored.State[state - 1]), kStateCompares);
   }

@@ -48,8 +48,8 @@ bool follows(const std::string& item, const std::string& before) {
 std::string usesOf(const Control& control) {
   std::string text(kKinds[static_cast<std::size_t>(control.Kind())].name);
   if (const auto* number = dynamic_cast<const NumericField*>(&control)) {
-    if (number->HasLeast()) text += " from " + NumberText(number->Least());
-    if (number->HasMost()) text += " to " + NumberText(number->Most());
+    if (number->HasMin()) text += " from " + NumberText(number->Min());
+    if (number->HasMax()) text += " to " + NumberText(number->Max());
   }
   if (const auto* field = dynamic_cast<const TextField*>(&control);
       field != nullptr && field->OnSpin) {

@@ -96,13 +96,13 @@ frmOptGen::frmOptGen(const ScreenContext& context, Settings& settings,
       numbersBefore_(settings.View().SummaryNumbers) {
   Caption = "COLORS";
   for (int color = 0; color < Settings::kColors; ++color) {
-    ColorRow.Items.push_back({std::string(Settings::ColorName(color)), true, true, {}});
+    ColorRow.Add(Settings::ColorName(color));
   }
   for (const NamedColor& color : kStandardColors) {
-    StandardColor.Items.push_back({std::string(color.name), true, true, {}});
+    StandardColor.Add(color.name);
   }
   for (const std::string_view name : kSystemColors) {
-    SystemColor.Items.push_back({std::string(name), true, true, {}});
+    SystemColor.Add(name);
   }
   NumberForm.SetItems({"General", "Number", "Scientific", "Custom"});
   NumberDigits.Limits(0, kMaxFormDigits);
@@ -119,8 +119,8 @@ frmOptGen::frmOptGen(const ScreenContext& context, Settings& settings,
   };
   NumberDigits.OnTake = [this] { takeNumbers(); };
   const Loading loading(*this);
-  ColorRow.Index(0);
-  NumberForm.Index(static_cast<int>(numbersBefore_.form));
+  ColorRow.PickAt(0);
+  NumberForm.PickAt(static_cast<int>(numbersBefore_.form));
   NumberDigits.Value(numbersBefore_.digits);
   showNumbers();
 }
@@ -136,8 +136,8 @@ void frmOptGen::takeColor(i32 color) {
 void frmOptGen::showRow() {
   const Loading loading(*this);
   const i32 color = settings_.ColorValue(ColorRow.Index());
-  StandardColor.Index(standardPlace(color));
-  SystemColor.Index(systemPlace(color));
+  StandardColor.PickAt(standardPlace(color));
+  SystemColor.PickAt(systemPlace(color));
   ColorValue.Text(NumberText(color));
 }
 

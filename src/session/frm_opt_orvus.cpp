@@ -34,13 +34,13 @@ frmOptOrvus::frmOptOrvus(const ScreenContext& context, Settings& settings)
       settings_(settings),
       kinds_(settings.UserVarListTypes()) {
   Caption = "SETTINGS";
-  DefaultScanInterval.Limits(1, DefaultScanInterval.Most());
+  DefaultScanInterval.Limits(1, DefaultScanInterval.Max());
   DefaultScanIntervalUnits.SetItems({"uSecs", "mSecs", "Secs", "Mins"});
   DefaultNumFlags.Limits(0, kFlags);
   DefaultDataType.SetItems({"FP2", "IEEE4"});
   DefaultIntegrationCode.SetItems({"50 Hz", "60 Hz", "uSecs"});
   DefaultInputType.SetItems({"Diff", "SE"});
-  DefaultTableNumRecs.Limits(1, DefaultTableNumRecs.Most());
+  DefaultTableNumRecs.Limits(1, DefaultTableNumRecs.Max());
   VariableChecks.SetItems({"Never", "Only After Block Edits", "Only on File Save", "Always"});
   WarnMeasTime.Caption = "Measurement Time";
   WarnFloatingGround.Caption = "Floating Ground";
@@ -100,10 +100,10 @@ void frmOptOrvus::load() {
 void frmOptOrvus::listKinds(int picked) {
   UserVarListTypes.Items.clear();
   for (const i32 kind : kinds_) {
-    UserVarListTypes.Items.push_back({std::string(VariableKindName(kind)), true, true, {}});
+    UserVarListTypes.Add(VariableKindName(kind));
   }
   MoveUp.Enabled = MoveDown.Enabled = false;
-  UserVarListTypes.Index(picked);
+  UserVarListTypes.PickAt(picked);
 }
 
 void frmOptOrvus::move(int step) {

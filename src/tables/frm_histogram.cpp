@@ -25,7 +25,7 @@ frmHistogram::frmHistogram(const ScreenContext& context, const HistoTarget& targ
   UpperLimit.Caption = "Upper Limit";
   Form.Caption = "Form";
   Weight.Caption = "Weighted Value";
-  Bins.Limits(0, Bins.Most());
+  Bins.Limits(0, Bins.Max());
   Form.Limits(0, 999);
   load({&Bins, &LowerLimit, &UpperLimit, &Form, &Weight});
 }

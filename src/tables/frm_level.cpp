@@ -100,7 +100,7 @@ void LevelList::remove() {
 
 void LevelList::show() {
   Items.Items.clear();
-  for (const float value : values_) Items.Items.push_back({valueText(value), true, true, {}});
+  for (const float value : values_) Items.Add(valueText(value));
   Items.Index(-1);
 }
 
@@ -135,14 +135,14 @@ void frmLevel::fillMeasurements() {
     });
     if (tail == kTails.end()) continue;
     measurements_.push_back(valueName(variable));
-    LevelMeas.Items.push_back({measurements_.back() + std::string(tail->tail), true, true, {}});
+    LevelMeas.Add(measurements_.back() + std::string(tail->tail));
   }
 }
 
 void frmLevel::load() {
   const Loading loading(*this);
   const HistoSet& histo = target().histo;
-  NumDims.Index(histo.NumDims == 1 ? 1 : 0);
+  NumDims.PickAt(histo.NumDims == 1 ? 1 : 0);
   Levels.Load(histo.LevelVarOne, histo.LevNumLevels);
   Tests.Load(histo.LevelVarTwo, histo.LevNumTests);
   pickMeasurement();
@@ -164,10 +164,10 @@ void frmLevel::pickMeasurement() {
                          [&](const std::string& listed) { return SameText(listed, wanted); });
   if (at == measurements_.end()) {
     measurements_.emplace_back(name);
-    LevelMeas.Items.push_back({std::string(name), true, true, {}});
+    LevelMeas.Add(name);
     at = measurements_.end() - 1;
   }
-  LevelMeas.Index(static_cast<int>(at - measurements_.begin()));
+  LevelMeas.PickAt(static_cast<int>(at - measurements_.begin()));
 }
 
 void frmLevel::edit() {

@@ -69,7 +69,7 @@ frmOutInt::frmOutInt(const ScreenContext& context)
 void frmOutInt::setTexts() {
   Caption = "OUTPUT TABLES";
   for (int t = 1; t <= kTables; ++t) {
-    Table.Items.push_back({"Table " + NumberText(t), true, true, {}});
+    Table.Add("Table " + NumberText(t));
   }
   TableOn.Caption = "Enabled";
   TableName.Caption = "Name";
@@ -96,7 +96,7 @@ void frmOutInt::setTexts() {
   }
   HDU7.SetItems({"None", "Public"});
   for (int t = 1; t <= kDisplayTables; ++t) {
-    HDU7.Items.push_back({"Table " + NumberText(t), true, true, {}});
+    HDU7.Add("Table " + NumberText(t));
   }
   Trigger.Caption = "Trigger";
   WriteIf.Caption = "Write If";
@@ -169,30 +169,30 @@ void frmOutInt::load() {
   before_ = edited();
   {
     const Loading loading(*this);
-    HDU7.Index(hdu7_);
+    HDU7.PickAt(hdu7_);
   }
   int first = 1;
   while (first < kTables && !tables_[first].Enabled) ++first;
-  Table.Index(tables_[first].Enabled ? first - 1 : 0);
+  Table.PickAt(tables_[first].Enabled ? first - 1 : 0);
 }
 
 void frmOutInt::showTable() {
   const Loading loading(*this);
   const cOutputTable& shown = table();
-  TableOn.Checked(shown.Enabled);
+  TableOn.Check(shown.Enabled);
   TableName.Text(shown.Name);
   OutInt.Value(shown.Interval);
-  OutIntUnits.Index(shown.IntervalUnits);
-  SyncTable.Checked(shown.SyncToScan != 0);
+  OutIntUnits.PickAt(shown.IntervalUnits);
+  SyncTable.Check(shown.SyncToScan != 0);
   Buffer.Value(shown.NumRecs);
-  AutoSize.Checked(shown.AutoSize != 0);
-  FillStop.Checked(shown.FillStop != 0);
-  CalcTime.Checked(shown.StoreEveryTS == 0);
-  TableLocation.Index(shown.MemLoc == kPcCard ? kCardItem : kInternalItem);
-  PamCard.Index(shown.PamCard);
-  FlagTable.Index(shown.FlagWrite);
-  FlagMark.Index(shown.FlagMark);
-  FlagFull.Index(shown.FlagFull);
+  AutoSize.Check(shown.AutoSize != 0);
+  FillStop.Check(shown.FillStop != 0);
+  CalcTime.Check(shown.StoreEveryTS == 0);
+  TableLocation.PickAt(shown.MemLoc == kPcCard ? kCardItem : kInternalItem);
+  PamCard.PickAt(shown.PamCard);
+  FlagTable.PickAt(shown.FlagWrite);
+  FlagMark.PickAt(shown.FlagMark);
+  FlagFull.PickAt(shown.FlagFull);
   refresh();
 }
 
@@ -261,7 +261,7 @@ void frmOutInt::tellSimilar(std::string_view name) {
 void frmOutInt::onUnits() {
   if (IsLoading()) return;
   const int finest = store().Scan.ExecTimeUnits;
-  if (OutIntUnits.Index() < finest) return OutIntUnits.Index(finest);
+  if (OutIntUnits.Index() < finest) return OutIntUnits.PickAt(finest);
   table().IntervalUnits = static_cast<i16>(OutIntUnits.Index());
   refresh();
 }

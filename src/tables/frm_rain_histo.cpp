@@ -25,8 +25,8 @@ frmRainHisto::frmRainHisto(const ScreenContext& context, const HistoTarget& targ
   LowerLimit.Caption = "Lower Limit";
   UpperLimit.Caption = "Upper Limit";
   Form.Caption = "Form";
-  MeanBins.Limits(0, MeanBins.Most());
-  AmpBins.Limits(0, AmpBins.Most());
+  MeanBins.Limits(0, MeanBins.Max());
+  AmpBins.Limits(0, AmpBins.Max());
   Form.Limits(0, 999);
   load({&MeanBins, &AmpBins, &LowerLimit, &UpperLimit, &Form});
 }

@@ -122,7 +122,7 @@ bool frmTrigTable::SetTriggers(cOutputTable& table) {
 
 void frmTrigTable::load() {
   const Loading loading(*this);
-  SingleTrigger.Checked(table_->TriggerSingle != 0);
+  SingleTrigger.Check(table_->TriggerSingle != 0);
   DisableTrigger.Checked(table_->TriggerDisable != 0);
   PreTriggerScans.Value(table_->TriggerScansPre);
   AftTriggerScans.Value(table_->TriggerScansPost);

@@ -44,7 +44,7 @@ OutputBoxes::OutputBoxes(Screen& screen, const ProjectStore& store)
       store_(store) {
   offered_.fill(true);
   for (int t = 1; t <= kTables; ++t) {
-    Table.Items.push_back({"Table " + NumberText(t), true, true, {}});
+    Table.Add("Table " + NumberText(t));
   }
   bind();
 }
@@ -66,7 +66,7 @@ void OutputBoxes::bind() {
 
 void OutputBoxes::Show(OutputSet& output) {
   output_ = &output;
-  Table.Index(FirstTableUsed(store_, &output) - 1);
+  Table.PickAt(FirstTableUsed(store_, &output) - 1);
 }
 
 void OutputBoxes::Refresh() {
@@ -78,7 +78,7 @@ void OutputBoxes::Refresh() {
   showing_ = true;
   for (int code = 0; code < kOutputCodes; ++code) {
     CheckBox& box = Boxes[static_cast<std::size_t>(code)];
-    box.Checked(isSelected(code));
+    box.Check(isSelected(code));
     const bool offered = offered_[static_cast<std::size_t>(code)];
     box.Enabled = tableOn && offered;
     box.ToolTip = textOf(code).toolTip;

@@ -157,7 +157,7 @@ TEST_F(PickScreen, AnItemThatNoProjectCanKeepIsNotPicked) {
         "\"A\",1,0,0,0,0,0,1,1,1,A,1,0,[V"}) {
     files.files["/work/a.29LST"] = "ORVUSV5\r\n" + std::string(kHeader) + "\r\n" + line + "\r\n";
     auto screen = pickScreen();
-    screen->Items.Index(0);
+    screen->Items.PickAt(0);
     forms.helpLines.clear();
     screen->Done();
     EXPECT_EQ(screen->Result(), ModalResult::kNone) << line;

@@ -109,7 +109,7 @@ TEST_F(ControlTest, ABracketIsRefusedWithItsReason) {
             "A text can't hold \"[\": it begins a section of the project file.");
 }
 
-TEST_F(ControlTest, APickAndACheckFireOnlyWhereThereIsSomethingToTake) {
+TEST_F(ControlTest, OnlyVerbsFireAndOnlyOnAChange) {
   Choice choice(screen, "Range");
   choice.SetItems({"  50 mV", "Auto", "20 mV"});
   choice.Items[1].Enabled = false;
@@ -121,6 +121,13 @@ TEST_F(ControlTest, APickAndACheckFireOnlyWhereThereIsSomethingToTake) {
   EXPECT_FALSE(choice.Pick("Auto"));
   EXPECT_FALSE(choice.Pick("20 mV"));
   EXPECT_EQ(picks, 1);
+  choice.Index(1);
+  EXPECT_EQ(choice.Text(), "Auto");
+  choice.PickAt(3);
+  EXPECT_EQ(choice.Index(), -1);
+  EXPECT_EQ(picks, 1);
+  choice.PickAt(2);
+  EXPECT_EQ(picks, 2);
 
   CheckBox box(screen, "Public");
   int clicks = 0;
@@ -131,6 +138,9 @@ TEST_F(ControlTest, APickAndACheckFireOnlyWhereThereIsSomethingToTake) {
   box.Check(false);
   forms.ExpectBoxWith("TROUBLE", "has occurred in frmTest.Public_Click.");
   box.Check(true);
+  EXPECT_EQ(clicks, 1);
+  box.Checked(false);
+  EXPECT_EQ(box.Text(), "off");
   EXPECT_EQ(clicks, 1);
   EXPECT_EQ(screen.Find("PUBLIC"), &box);
 }
