@@ -114,31 +114,31 @@ int excitationsOf(const BridgeBlockData& block) {
 }  // namespace
 
 void SAVEDLD::Bridges() {
-  if (store_.BridgeBlock.BlockCount < 1) return;
-  BZeroText_.Fill("");
-  PutBodyTitle(Family::kBridge);
+  if (run_.store.BridgeBlock.BlockCount < 1) return;
+  run_.PutBodyTitle(Family::kBridge);
   int vxUsed = 0;
   int caoUsed = 0;
-  for (const BlockView& view : blocksOf(Family::kBridge)) {
-    const BridgeBlockData& block = store_.BridgeBlock[view.n];
+  for (const BlockView& view : run_.Blocks(Family::kBridge)) {
+    const BridgeBlockData& block = run_.store.BridgeBlock[view.n];
     if (!HasReps(view)) continue;
     const bool first = view.n == 1;
-    const std::string& before = first ? PrevMeasType_ : store_.BridgeBlock[view.n - 1].MeasType;
-    BlockChan_ =
-        channelOf({block, before, first, store_.Config.AutoChan != 0}, ChanCursor_, BlockChan_);
+    const std::string& before =
+        first ? run_.PrevMeasType : run_.store.BridgeBlock[view.n - 1].MeasType;
+    run_.BlockChan = channelOf({block, before, first, run_.store.Config.AutoChan != 0},
+                               run_.ChanCursor, run_.BlockChan);
 
     const bool cao = block.CheckCAO != 0;
     const int excite = (cao ? caoUsed : vxUsed) + 1;
     const std::string excitation = Joined({cao ? "CAO" : "VX", excite});
-    const std::string statement = statementOf(view, block, {BlockChan_, excitation});
-    Put({statement});
-    channels_.Bridge[view.n] = BlockChan_;
-    channels_.Excite[view.n] = excite;
-    if (block.ZeroFlag != 0) BZeroText_[view.n] = statement;
-    if (IsStrain(block)) Put({strainStatementOf(view, block)});
+    const std::string statement = statementOf(view, block, {run_.BlockChan, excitation});
+    run_.Put({statement});
+    run_.channels.Bridge[view.n] = run_.BlockChan;
+    run_.channels.Excite[view.n] = excite;
+    if (block.ZeroFlag != 0) run_.zero.BZeroText[view.n] = statement;
+    if (IsStrain(block)) run_.Put({strainStatementOf(view, block)});
 
-    ChanCursor_ += terminalsOf(block.Style) * block.Reps;
-    PrevMeasType_ = block.MeasType;
+    run_.ChanCursor += terminalsOf(block.Style) * block.Reps;
+    run_.PrevMeasType = block.MeasType;
     if (cao) {
       caoUsed += block.Reps;
     } else {

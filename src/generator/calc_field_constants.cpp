@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "generator/level_arrays.h"
 #include "generator/savedld.h"
 #include "model/names.h"
 #include "text/number.h"
@@ -46,25 +47,25 @@ Row<bool, 1, kCalcFields> CalcFieldRepeated(const CalcFieldGroup& group) {
 }
 
 void SAVEDLD::CalcVarConstants() {
-  const CalcFieldGroup& group = store_.CalcFields;
+  const CalcFieldGroup& group = run_.store.CalcFields;
   const int count = group.CalcFieldCount;
   if (count <= 0) return;
   const auto repeated = CalcFieldRepeated(group);
-  PutEmpty();
-  PutSectionTitle(" CALC FIELD CONSTANTS ");
-  PutEmpty();
-  PutTitle("", " Calc Field ");
+  run_.PutEmpty();
+  run_.PutSectionTitle(" CALC FIELD CONSTANTS ");
+  run_.PutEmpty();
+  run_.PutTitle("", " Calc Field ");
   for (int f = 1; f <= count; ++f) {
     if (repeated[f]) continue;
     const CalcFieldData& field = group.Field[f];
     const std::string& name = field.CalcField[1];
     const std::string& units = field.CalcField[3];
     const auto declare = [&](const auto&... statement) {
-      Put({statement...}, {"'Declare ", name, " as variable"});
+      run_.Put({statement...}, {"'Declare ", name, " as variable"});
     };
     VariableStatement(declare, field.Public != 0, name);
     const auto putUnits = [&](const auto&... statement) {
-      Put({statement...}, {"'", name, " Units"});
+      run_.Put({statement...}, {"'", name, " Units"});
     };
     if (!units.empty()) UnitsStatement(putUnits, name, units);
   }
@@ -72,14 +73,15 @@ void SAVEDLD::CalcVarConstants() {
     for (int f = 1; f <= count; ++f) {
       const OutputSet& output = group.Field[f].Output;
       if (!IsSelected(output, t, kLevelCrossing)) continue;
-      putLevelArrays(output, t, Joined({"Calc", f, t}), Joined({"'Formula", f}),
+      PutLevelArrays(run_, output, t, Joined({"Calc", f, t}), Joined({"'Formula", f}),
                      "'Data for array 2");
     }
   }
   for (int f = 1; f <= count; ++f) {
     for (int t = 1; t <= kTables; ++t) {
       if (!IsSelected(group.Field[f].Output, t, kLevelCrossing)) continue;
-      Put({"Dim ", CalcFieldLevelName(f, t), "(2)"}, {"'Formula", f, " source for level crossing"});
+      run_.Put({"Dim ", CalcFieldLevelName(f, t), "(2)"},
+               {"'Formula", f, " source for level crossing"});
     }
   }
 }

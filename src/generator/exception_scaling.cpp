@@ -12,34 +12,15 @@ namespace {
 constexpr std::array<Family, 6> kOrder = {Family::kTemp,  Family::kVolt, Family::kBridge,
                                           Family::kPulse, Family::kCan,  Family::kTK40M};
 
-}  // namespace
-
-void SAVEDLD::Exceptions() {
-  const bool any = std::any_of(kOrder.begin(), kOrder.end(), [this](Family family) {
-    const auto views = blocksOf(family);
-    return std::any_of(views.begin(), views.end(),
-                       [](const BlockView& view) { return view.except->Any(); });
-  });
-  if (!any) return;
-  PutTitle("   ", " exception multipliers and offsets ", '\'');
-  for (const Family family : kOrder) {
-    if (family == Family::kTK40M && store_.Config.TK40MQty <= 0) continue;
-    for (const BlockView& view : blocksOf(family)) {
-      if (view.except->Any()) blockExceptions(view);
-    }
-  }
-  Put({"   ", Fill{'\'', 64}});
-}
-
 // All multipliers of a block come before its offsets. Strain has gauge factors in the place of
 // offsets, and no multipliers.
-void SAVEDLD::blockExceptions(const BlockView& view) {
-  const bool strain = view.Kind() == Family::kBridge && IsStrain(store_.BridgeBlock[view.n]);
+void blockExceptions(ProgramRun& run, const BlockView& view) {
+  const bool strain = IsStrain(view);
   const auto assign = [&](std::string_view array, int r, std::string_view value,
                           std::string_view what) {
-    Put({"   ", array, "(", r, ") = ", value},
-        {"'Exception ", what, " for ", view.names.source, "(", r, ") alias \"",
-         view.Alias(r).AliasName, "\""});
+    run.Put({"   ", array, "(", r, ") = ", value},
+            {"'Exception ", what, " for ", view.names.source, "(", r, ") alias \"",
+             view.Alias(r).AliasName, "\""});
   };
   for (int r = 1; r <= view.data->Reps; ++r) {
     const RepAlias& alias = view.Alias(r);
@@ -52,6 +33,25 @@ void SAVEDLD::blockExceptions(const BlockView& view) {
     if (!HasOwnOffset(ExceptCode(alias))) continue;
     assign(array, r, alias.AliasOffset, strain ? "gauge factor" : "offset");
   }
+}
+
+}  // namespace
+
+void SAVEDLD::Exceptions() {
+  const bool any = std::any_of(kOrder.begin(), kOrder.end(), [&](Family family) {
+    const auto views = run_.Blocks(family);
+    return std::any_of(views.begin(), views.end(),
+                       [](const BlockView& view) { return view.except->Any(); });
+  });
+  if (!any) return;
+  run_.PutTitle("   ", " exception multipliers and offsets ", '\'');
+  for (const Family family : kOrder) {
+    if (family == Family::kTK40M && run_.store.Config.TK40MQty <= 0) continue;
+    for (const BlockView& view : run_.Blocks(family)) {
+      if (view.except->Any()) blockExceptions(run_, view);
+    }
+  }
+  run_.Put({"   ", Fill{'\'', 64}});
 }
 
 }  // namespace ostrand

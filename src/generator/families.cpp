@@ -1,5 +1,6 @@
 #include "generator/families.h"
 
+#include <algorithm>
 #include <array>
 
 #include "model/names.h"
@@ -92,6 +93,20 @@ std::vector<BlockView> BlocksOf(ProjectStore& store, AllExceptFlags& flags, Fami
       break;
   }
   return views;
+}
+
+bool AnyReps(const std::vector<BlockView>& views) {
+  return std::any_of(views.begin(), views.end(), HasReps);
+}
+
+void CollectExceptFlags(const std::vector<BlockView>& views) {
+  for (const BlockView& view : views) {
+    for (int r = 1; r <= view.data->Reps; ++r) {
+      const int code = ExceptCode(view.Alias(r));
+      if (HasOwnMult(code)) view.except->ExceptMult = true;
+      if (HasOwnOffset(code)) view.except->ExceptOffset = true;
+    }
+  }
 }
 
 int ExceptCode(const RepAlias& alias) {

@@ -64,6 +64,10 @@ struct BlockView {
 };
 
 inline bool HasReps(const BlockView& view) { return view.data->Reps > 0; }
+// Whether any of the blocks has repetitions.
+bool AnyReps(const std::vector<BlockView>& views);
+// Sets the exception flags of the blocks from their repetitions.
+void CollectExceptFlags(const std::vector<BlockView>& views);
 
 // The blocks of a family in the order of the store, 1 to the family's count; pulse blocks of slot
 // 0, then of slot 1, both numbered from 1; CAN items 1 to CanCount.

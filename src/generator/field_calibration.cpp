@@ -3,6 +3,7 @@
 
 #include "generator/bridge_style.h"
 #include "generator/savedld.h"
+#include "generator/zero_blocks.h"
 #include "model/names.h"
 
 namespace ostrand {
@@ -18,65 +19,67 @@ std::string nameOf(const BlockView& view, std::string_view what) {
   return ConstantName(view.texts->kind, what, view.n);
 }
 
+void twoPointCall(ProgramRun& run, const BlockView& view) {
+  const BlockNames& names = view.names;
+  run.Put({"      FieldCal(TwoPointMultOffs,", names.source, "(),1,", names.mult, "(),",
+           names.offset, "(),", nameOf(view, "CalMode"), ",", nameOf(view, "KnownVar"), "()",
+           kAveraged, ")"});
+}
+
+void zeroingCall(ProgramRun& run, const BlockView& view) {
+  run.Put({"      FieldCal(ZeroingCalib,", view.names.source, "(),", nameOf(view, "CalReps"), ",0,",
+           view.names.offset, "(),FlagMode", view.data->ZeroFlag, ",0", kAveraged, ")"});
+}
+
+void strainZeroingCalls(ProgramRun& run, const BlockView& view, int style) {
+  const int n = view.n;
+  const auto shunt = static_cast<std::size_t>(style - kQuarterStrainStyle);
+  if (shunt < kShunts.size()) {
+    run.Put({"      FieldCalStrain(", kShunts[shunt], ",BBlk", n, "(),1,GBBlk", n, "(),0,BCalMode",
+             n, ",BKnownVar", n, "()", kAveraged, ",GBBlk", n, "Raw(),0)"});
+  }
+  run.Put({"      FieldCalStrain(CalStrainZero,BBlk", n, "mV_V(),BCalReps", n, ",0,BBlk", n,
+           "ZeroMv(),FlagMode", view.data->ZeroFlag, ",0", kAveraged, ",0,BBlk", n, "())"});
+}
+
 }  // namespace
 
 // The first scan with the flag on sets the calibration up; the flag goes off when it has ended.
 void SAVEDLD::ZeroFlagLogic() {
   for (int n = 1; n <= kFlags; ++n) {
-    const auto blocks = flaggedBlocks(n);
+    const auto blocks = FlaggedBlocks(run_, n);
     if (blocks.empty()) continue;
-    Put({"      If Flag(", n, ") Then"});
-    Put({"         If ScanFlg1x(", n, ") Then"});
-    Put({"            CalStartIdx = 1"});
+    run_.Put({"      If Flag(", n, ") Then"});
+    run_.Put({"         If ScanFlg1x(", n, ") Then"});
+    run_.Put({"            CalStartIdx = 1"});
     for (const BlockView& view : blocks) {
-      Put({"            ", nameOf(view, "CalReps"), " = ", view.names.reps});
+      run_.Put({"            ", nameOf(view, "CalReps"), " = ", view.names.reps});
     }
-    Put({"            FlagMode", n, " = 1"});
-    Put({"            ScanFlg1x(", n, ") = False"});
-    Put({"         EndIf"});
-    Put({"         If (FlagMode", n, " <= 0) or (FlagMode", n, " = 6) Then Flag(", n, ") = 0"});
-    Put({"      Else"});
-    Put({"         ScanFlg1x(", n, ") = True"});
-    Put({"      EndIf"});
+    run_.Put({"            FlagMode", n, " = 1"});
+    run_.Put({"            ScanFlg1x(", n, ") = False"});
+    run_.Put({"         EndIf"});
+    run_.Put(
+        {"         If (FlagMode", n, " <= 0) or (FlagMode", n, " = 6) Then Flag(", n, ") = 0"});
+    run_.Put({"      Else"});
+    run_.Put({"         ScanFlg1x(", n, ") = True"});
+    run_.Put({"      EndIf"});
   }
-  PutEmpty();
+  run_.PutEmpty();
 }
 
 void SAVEDLD::FieldCalCalls() {
   for (const Family family : {Family::kVolt, Family::kBridge, Family::kTK40M, Family::kPulse}) {
-    for (const BlockView& view : blocksOf(family)) {
-      if (hostIsHarrier() && view.data->CalOnSite != 0) twoPointCall(view);
+    for (const BlockView& view : run_.Blocks(family)) {
+      if (run_.HostIsHarrier() && view.data->CalOnSite != 0) twoPointCall(run_, view);
       if (family == Family::kPulse || view.data->ZeroFlag == 0) continue;
-      const int style = family == Family::kBridge ? store_.BridgeBlock[view.n].Style : 0;
+      const int style = family == Family::kBridge ? run_.store.BridgeBlock[view.n].Style : 0;
       if (!IsStrainStyle(style)) {
-        zeroingCall(view);
+        zeroingCall(run_, view);
       } else {
-        strainZeroingCalls(view, style);
+        strainZeroingCalls(run_, view, style);
       }
     }
   }
-}
-
-void SAVEDLD::twoPointCall(const BlockView& view) {
-  const BlockNames& names = view.names;
-  Put({"      FieldCal(TwoPointMultOffs,", names.source, "(),1,", names.mult, "(),", names.offset,
-       "(),", nameOf(view, "CalMode"), ",", nameOf(view, "KnownVar"), "()", kAveraged, ")"});
-}
-
-void SAVEDLD::zeroingCall(const BlockView& view) {
-  Put({"      FieldCal(ZeroingCalib,", view.names.source, "(),", nameOf(view, "CalReps"), ",0,",
-       view.names.offset, "(),FlagMode", view.data->ZeroFlag, ",0", kAveraged, ")"});
-}
-
-void SAVEDLD::strainZeroingCalls(const BlockView& view, int style) {
-  const int n = view.n;
-  const auto shunt = static_cast<std::size_t>(style - kQuarterStrainStyle);
-  if (shunt < kShunts.size()) {
-    Put({"      FieldCalStrain(", kShunts[shunt], ",BBlk", n, "(),1,GBBlk", n, "(),0,BCalMode", n,
-         ",BKnownVar", n, "()", kAveraged, ",GBBlk", n, "Raw(),0)"});
-  }
-  Put({"      FieldCalStrain(CalStrainZero,BBlk", n, "mV_V(),BCalReps", n, ",0,BBlk", n,
-       "ZeroMv(),FlagMode", view.data->ZeroFlag, ",0", kAveraged, ",0,BBlk", n, "())"});
 }
 
 }  // namespace ostrand

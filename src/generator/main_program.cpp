@@ -3,6 +3,7 @@
 #include <array>
 
 #include "generator/bridge_style.h"
+#include "generator/can_bus.h"
 #include "generator/savedld.h"
 #include "model/intervals.h"
 #include "model/names.h"
@@ -74,331 +75,332 @@ constexpr std::string_view kCanVersionScan[] = {
     "   NextScan",
 };
 
-}  // namespace
-
-void SAVEDLD::MainProgram() {
-  PutSectionTitle(" PROGRAM ");
-  PutEmpty();
-  Put({"BeginProg"}, {"'Program begins here"});
-  Put({"   'MainSequence"});
-  if (store_.Tables.HDU7 == 1) {
-    Put({"   HDU7(Flag,200)"}, {"'HDU7 displays public vars every 200 mSecs"});
-  }
-  for (const Family family : {Family::kTemp, Family::kVolt, Family::kBridge, Family::kPulse}) {
-    startUpAssignments(family);
-  }
-  if (store_.Config.TK40MQty > 0) startUpAssignments(Family::kTK40M);
-  if (canInUse()) startUpAssignments(Family::kCan);
-  calcFieldLevelReads();
-  section("SAVEDLD.Exceptions", &SAVEDLD::Exceptions);
-  flaggedScanHead();
-  if (canInUse()) canPreliminaryScans();
-  if (needs_.ZeroFlagUsed) zeroFlagStart();
-  if (needsFieldCal()) fieldCalStart();
-  scanLine();
-  if (store_.Config.MonitorPower[kMonitorBattery] != 0) {
-    Put({"      Battery(BattVolt)"}, {"'Battery voltage measurement"});
-  }
-  flagControl();
-  portControl();
-  portSet();
-  section("SAVEDLD.ExciteControl", &SAVEDLD::ExciteControl);
-  ZeroFlagLogic();
-  measurements();
-  FieldCalCalls();
-  if (needsFieldCal()) Put({"      CallTable(CalHist)"});
-  calculatedFields();
-  PutEmpty();
-  levelSources();
-  section("SAVEDLD.MainProgram2", &SAVEDLD::MainProgram2);
-}
-
-void SAVEDLD::startUpAssignments(Family family) {
-  for (const BlockView& view : blocksOf(family)) {
-    if (!HasReps(view)) continue;
-    if (family == Family::kCan && store_.Can.Item[view.n].Enabled == 0) continue;
-    scalingLoop(view);
-    for (int t = 1; t <= kTables; ++t) {
-      levelReads(view.data->Output, t, Joined({view.names.source, t}));
-    }
-  }
-}
-
-void SAVEDLD::scalingLoop(const BlockView& view) {
+void scalingLoop(ProgramRun& run, const BlockView& view) {
   const MeasBlock& block = *view.data;
   const bool ownScaling = block.CalOnSite != 0 || view.except->Any();
   if (!ownScaling && block.ZeroFlag == 0) return;
-  Put({"   For I = 1 To ", view.names.reps}, {"'Do the following to all of ", view.names.source});
+  run.Put({"   For I = 1 To ", view.names.reps},
+          {"'Do the following to all of ", view.names.source});
   if (ownScaling) {
-    Put({"      ", view.names.mult, "(I) = ", view.names.multConst},
-        {"'Assign default multiplier (", block.DefaultMult, ") to ", view.names.mult});
+    run.Put({"      ", view.names.mult, "(I) = ", view.names.multConst},
+            {"'Assign default multiplier (", block.DefaultMult, ") to ", view.names.mult});
   }
-  if (view.Kind() == Family::kBridge && IsStrain(store_.BridgeBlock[view.n])) {
-    Put({"      GBBlk", view.n, "(I) = BGF", view.n},
-        {"'Assign default gauge factor (", store_.BridgeBlock[view.n].GageFactor, ") to GBBlk",
-         view.n});
+  if (IsStrain(view)) {
+    run.Put({"      GBBlk", view.n, "(I) = BGF", view.n},
+            {"'Assign default gauge factor (", run.store.BridgeBlock[view.n].GageFactor,
+             ") to GBBlk", view.n});
   } else {
-    Put({"      ", view.names.offset, "(I) = ", view.names.offsetConst},
-        {"'Assign default offset (", block.DefaultOffset, ") to ", view.names.offset});
+    run.Put({"      ", view.names.offset, "(I) = ", view.names.offsetConst},
+            {"'Assign default offset (", block.DefaultOffset, ") to ", view.names.offset});
   }
-  Put({"   Next I"}, {"'Repeat above until finished"});
+  run.Put({"   Next I"}, {"'Repeat above until finished"});
 }
 
-void SAVEDLD::levelReads(const OutputSet& output, int t, std::string_view array) {
+void levelReads(ProgramRun& run, const OutputSet& output, int t, std::string_view array) {
   if (!IsSelected(output, t, kLevelCrossing)) return;
   const auto readLoop = [&](int count, std::string_view suffix) {
-    Put({"   For I = 1 To ", count}, {"'Do to all of ", array, suffix});
-    Put({"      Read ", array, suffix, "(I)"}, {"'Read data into ", array, suffix});
-    Put({"   Next I"}, {"'Repeat above until finished"});
+    run.Put({"   For I = 1 To ", count}, {"'Do to all of ", array, suffix});
+    run.Put({"      Read ", array, suffix, "(I)"}, {"'Read data into ", array, suffix});
+    run.Put({"   Next I"}, {"'Repeat above until finished"});
   };
   const HistoSet& level = output.Histo[t];
   readLoop(level.LevNumLevels, "LC1");
   if (level.NumDims == 1) readLoop(level.LevNumTests, "LC2");
 }
 
-void SAVEDLD::calcFieldLevelReads() {
-  if (store_.CalcFields.CalcFieldCount <= 0) return;
-  for (int t = 1; t <= kTables; ++t) {
-    int c = 0;
-    for (const CalcFieldData& field : store_.CalcFields.Field.Made()) {  // whatever the count
-      ++c;
-      if (!IsSelected(field.Output, t, kLevelCrossing)) continue;
-      levelReads(field.Output, t, Joined({"Calc", c, t}));
+void startUpAssignments(ProgramRun& run, Family family) {
+  for (const BlockView& view : run.Blocks(family)) {
+    if (!HasReps(view)) continue;
+    if (family == Family::kCan && run.store.Can.Item[view.n].Enabled == 0) continue;
+    scalingLoop(run, view);
+    for (int t = 1; t <= kTables; ++t) {
+      levelReads(run, view.data->Output, t, Joined({view.names.source, t}));
     }
   }
 }
 
-void SAVEDLD::flaggedScanHead() {
-  const int scanFlag = store_.Scan.FlagScan;
-  if (scanFlag <= 0 || store_.Scan.BurstMode == 0) return;
-  PutEmpty();
-  Put({"Do"}, {"'Loop to allow scan on flag repeat"});
-  Put({"   Do Until Flag(", scanFlag, "): Loop"}, {"'Loop Until Flag(", scanFlag, ") is pressed"});
-  for (const PulseBlockGroup& group : store_.PulseBlock) {
-    if (group.BlockCount > 0) Put({"   PulseCountReset()"}, {"'Reset Pulse Counter"});
+void calcFieldLevelReads(ProgramRun& run) {
+  if (run.store.CalcFields.CalcFieldCount <= 0) return;
+  for (int t = 1; t <= kTables; ++t) {
+    int c = 0;
+    for (const CalcFieldData& field : run.store.CalcFields.Field.Made()) {  // whatever the count
+      ++c;
+      if (!IsSelected(field.Output, t, kLevelCrossing)) continue;
+      levelReads(run, field.Output, t, Joined({"Calc", c, t}));
+    }
   }
 }
 
-void SAVEDLD::canPreliminaryScans() {
-  const CanModuleData& module = store_.Can.Module[1];
-  const auto hyphens = [this] { Put({"   '", Fill{'-', 62}}); };
+void flaggedScanHead(ProgramRun& run) {
+  const int scanFlag = run.store.Scan.FlagScan;
+  if (scanFlag <= 0 || run.store.Scan.BurstMode == 0) return;
+  run.PutEmpty();
+  run.Put({"Do"}, {"'Loop to allow scan on flag repeat"});
+  run.Put({"   Do Until Flag(", scanFlag, "): Loop"},
+          {"'Loop Until Flag(", scanFlag, ") is pressed"});
+  for (const PulseBlockGroup& group : run.store.PulseBlock) {
+    if (group.BlockCount > 0) run.Put({"   PulseCountReset()"}, {"'Reset Pulse Counter"});
+  }
+}
+
+void canPreliminaryScans(ProgramRun& run) {
+  const CanModuleData& module = run.store.Can.Module[1];
+  const auto hyphens = [&] { run.Put({"   '", Fill{'-', 62}}); };
   const auto heading = [&](std::string_view title) {
     hyphens();
-    Put({"   '", title});
+    run.Put({"   '", title});
     hyphens();
   };
-  PutEmpty();
+  run.PutEmpty();
   heading("Preliminary CANBUS Configuration Scan(s) ");
-  PutEmpty();
+  run.PutEmpty();
   for (const CanSwitches& switches : kCanSwitches) {
     if (switches.transmit == (module.CanEnableTransmit != 0) &&
         switches.nanOldData == (module.CanNaNOldData != 0)) {
-      Put({switches.line});
+      run.Put({switches.line});
     }
   }
-  PutEmpty();
-  Put({"   'QB-CAN Switch-Setting Scan (EnableTransmit and NANOldData)"});
+  run.PutEmpty();
+  run.Put({"   'QB-CAN Switch-Setting Scan (EnableTransmit and NANOldData)"});
   hyphens();
-  for (const std::string_view line : kCanSwitchScan) Put({line});
-  PutEmpty();
+  for (const std::string_view line : kCanSwitchScan) run.Put({line});
+  run.PutEmpty();
   if (module.CanGetOSVerSig != 0) {
-    Put({"   'QB-CAN Operating System Signature and Version Scan"});
+    run.Put({"   'QB-CAN Operating System Signature and Version Scan"});
     hyphens();
-    for (const std::string_view line : kCanVersionScan) Put({line});
-    PutEmpty();
+    for (const std::string_view line : kCanVersionScan) run.Put({line});
+    run.PutEmpty();
   }
-  Put({"   CallTable CANChk             'Persist QB-CAN Specific Settings"});
-  PutEmpty();
+  run.Put({"   CallTable CANChk             'Persist QB-CAN Specific Settings"});
+  run.PutEmpty();
   heading("Main Scan");
-  PutEmpty();
+  run.PutEmpty();
 }
 
-void SAVEDLD::zeroFlagStart() {
-  Put({"   For I = 1 To 8"});
-  Put({"      ScanFlg1x(I) = True"});
-  Put({"   Next I"});
-  PutEmpty();
+void zeroFlagStart(ProgramRun& run) {
+  run.Put({"   For I = 1 To 8"});
+  run.Put({"      ScanFlg1x(I) = True"});
+  run.Put({"   Next I"});
+  run.PutEmpty();
   for (const Family family : {Family::kVolt, Family::kBridge, Family::kTK40M}) {
-    for (const BlockView& view : blocksOf(family)) {
+    for (const BlockView& view : run.Blocks(family)) {
       if (!HasReps(view) || view.data->ZeroFlag == 0) continue;
-      if (family == Family::kBridge && IsStrain(store_.BridgeBlock[view.n])) {
-        Put({"   For I = 1 To BREP", view.n});
-        Put({"      GBBlk", view.n, "Raw(I) = GBBlk", view.n, "(I)"});
-        Put({"   Next I"});
+      if (IsStrain(view)) {
+        run.Put({"   For I = 1 To BREP", view.n});
+        run.Put({"      GBBlk", view.n, "Raw(I) = GBBlk", view.n, "(I)"});
+        run.Put({"   Next I"});
       } else {
-        Put({"   ", ConstantName(view.texts->kind, "CalReps", view.n), " = ", view.names.reps});
+        run.Put({"   ", ConstantName(view.texts->kind, "CalReps", view.n), " = ", view.names.reps});
       }
     }
   }
-  PutEmpty();
+  run.PutEmpty();
 }
 
-void SAVEDLD::fieldCalStart() {
-  Put({"   CalFileLoaded = false"});
-  Put({"   CalFileLoaded = LoadFieldCal(1)"});
-  Put({"   FieldCalAvgs = ", needs_.StrainCalMask != 0 ? 1 : 20});
-  Put({"   CalStartIdx = 1"});
-  PutEmpty();
+void fieldCalStart(ProgramRun& run) {
+  run.Put({"   CalFileLoaded = false"});
+  run.Put({"   CalFileLoaded = LoadFieldCal(1)"});
+  run.Put({"   FieldCalAvgs = ", run.needs.StrainCalMask != 0 ? 1 : 20});
+  run.Put({"   CalStartIdx = 1"});
+  run.PutEmpty();
 }
 
-void SAVEDLD::scanLine() {
-  const ScanSetup& scan = store_.Scan;
+void scanLine(ProgramRun& run) {
+  const ScanSetup& scan = run.store.Scan;
   const bool burst = scan.BurstMode != 0;
   const std::string unit(UnitAbbreviation(scan.ExecTimeUnits));
   std::string comment = Joined({"'Scan once every ", scan.ExecutionTime, " ", unit, "s"});
   if (burst) {
-    const double micros = scan.BurstScans * ORVUS_COMMON::ScanIntervalMicros(store_) + 0.000001;
+    const double micros = scan.BurstScans * ORVUS_COMMON::ScanIntervalMicros(run.store) + 0.000001;
     comment += ", burst to CPU S-RAM, " + burstLength(micros);
   } else {
     comment += ", non-burst";
   }
   const int buffer = burst || scan.ScanMode != 0 ? scan.BufferScans : 0;
-  Put({"   Scan(PERIOD,P_UNITS,", buffer, ",", burst ? scan.BurstScans : 0, ")"}, {comment});
+  run.Put({"   Scan(PERIOD,P_UNITS,", buffer, ",", burst ? scan.BurstScans : 0, ")"}, {comment});
 }
 
-void SAVEDLD::flagControl() {
-  const auto& flags = store_.Flags;
+void putSeparator(ProgramRun& run) { run.Put({"      '", Fill{'-', 64}}); }
+
+void flagControl(ProgramRun& run) {
+  const auto& flags = run.store.Flags;
   if (std::none_of(flags.begin(), flags.end(),
                    [](const FlagControl& control) { return control.FlagInclude != 0; })) {
     return;
   }
-  PutTitle(kBody, " Flag Control ");
+  run.PutTitle(kBody, " Flag Control ");
   for (int i = 1; i <= kFlags; ++i) {
     const FlagControl& control = flags[i];
     if (control.FlagInclude == 0) continue;
     const bool on = control.FlagOn != 0;
-    Put({"      If ", control.State[1].FlagExpression, " Then"}, {"'Test measurement"},
-        Pad::kGuarded);
-    Put({"         Flag(", i, ") = ", trueOrFalse(on)},
-        {"'Flag(", i, ") if test condition is true"});
-    Put({"      ElseIf ", control.State[2].FlagExpression, " Then"}, {"'Other condition"},
-        Pad::kGuarded);
-    Put({"         Flag(", i, ") = ", trueOrFalse(!on)},
-        {"'Flag(", i, ") if test condition is true"});
-    Put({"      End If"}, {"'End of If"});
-    putSeparator();
+    run.Put({"      If ", control.State[1].FlagExpression, " Then"}, {"'Test measurement"},
+            Pad::kGuarded);
+    run.Put({"         Flag(", i, ") = ", trueOrFalse(on)},
+            {"'Flag(", i, ") if test condition is true"});
+    run.Put({"      ElseIf ", control.State[2].FlagExpression, " Then"}, {"'Other condition"},
+            Pad::kGuarded);
+    run.Put({"         Flag(", i, ") = ", trueOrFalse(!on)},
+            {"'Flag(", i, ") if test condition is true"});
+    run.Put({"      End If"}, {"'End of If"});
+    putSeparator(run);
   }
 }
 
-void SAVEDLD::portControl() {
-  const auto& slots = store_.Ports.Slot;
+void portControl(ProgramRun& run) {
+  const auto& slots = run.store.Ports.Slot;
   const auto bytePort = [](const PortSlot& slot) -> const Port& { return slot.Ports[kPorts]; };
   const auto mask = [&](const PortSlot& slot, int which) {
-    return PortMaskText(slot.BinaryMask[which], store_.Ports.CodeType);
+    return PortMaskText(slot.BinaryMask[which], run.store.Ports.CodeType);
   };
   // The second group does not count for the title.
   if (slots[0].ByteMode != 0 && bytePort(slots[0]).Include != 0) {
-    PutTitle(kBody, " Port Control ");
+    run.PutTitle(kBody, " Port Control ");
   }
   for (const PortSlot& slot : slots) {
     if (slot.ReadMode != 0 || slot.ByteMode == 0 || bytePort(slot).Include == 0) continue;
-    Put({"      If ", bytePort(slot).State[0].Expression, " Then"}, {"'Test measurement"},
-        Pad::kGuarded);
-    Put({"         WritPort = ", mask(slot, 0)}, {"'Port(1-8) setup if test condition is true"},
-        Pad::kGuarded);
-    Put({"      ElseIf ", bytePort(slot).State[1].Expression, " Then"}, {"'Other condition"},
-        Pad::kGuarded);
+    run.Put({"      If ", bytePort(slot).State[0].Expression, " Then"}, {"'Test measurement"},
+            Pad::kGuarded);
+    run.Put({"         WritPort = ", mask(slot, 0)}, {"'Port(1-8) setup if test condition is true"},
+            Pad::kGuarded);
+    run.Put({"      ElseIf ", bytePort(slot).State[1].Expression, " Then"}, {"'Other condition"},
+            Pad::kGuarded);
     const std::string second = "         WritPort = " + mask(slot, 1);
     if (static_cast<int>(second.size()) > kCommentColumn) {
-      Put({second}, {"'Port (1-8)setup if test condition is true"}, Pad::kGuarded);
+      run.Put({second}, {"'Port (1-8)setup if test condition is true"}, Pad::kGuarded);
     } else {
-      Put({second}, {"'Port(1-8) setup if test condition is true"});
+      run.Put({second}, {"'Port(1-8) setup if test condition is true"});
     }
-    Put({"      End If"}, {"'End of If"});
-    Put({"      WriteIO(", mask(slot, 2), ",WritPort)"}, {"'Mask, ports"}, Pad::kGuarded);
-    putSeparator();
+    run.Put({"      End If"}, {"'End of If"});
+    run.Put({"      WriteIO(", mask(slot, 2), ",WritPort)"}, {"'Mask, ports"}, Pad::kGuarded);
+    putSeparator(run);
   }
   for (const PortSlot& slot : slots) {
     if (slot.ReadMode == 0 || bytePort(slot).Include == 0) continue;
-    Put({"      ReadIO(ReadPort,", mask(slot, 2), ")"}, {"'Destination, mask"}, Pad::kGuarded);
+    run.Put({"      ReadIO(ReadPort,", mask(slot, 2), ")"}, {"'Destination, mask"}, Pad::kGuarded);
   }
 }
 
-void SAVEDLD::portSet() {
-  const int last = store_.Config.TK40MQty >= 1 ? 6 : 8;  // ports 7 and 8 drive the multiplexer
-  for (const PortSlot& slot : store_.Ports.Slot) {
+void portSet(ProgramRun& run) {
+  const int last = run.store.Config.TK40MQty >= 1 ? 6 : 8;  // ports 7 and 8 drive the multiplexer
+  for (const PortSlot& slot : run.store.Ports.Slot) {
     if (slot.ByteMode != 0 || !hasIncludedPort(slot)) continue;
-    PutTitle(kBody, " Port Set ");
+    run.PutTitle(kBody, " Port Set ");
     for (int i = 1; i <= last; ++i) {
       const Port& port = slot.Ports[i];
       if (port.Include == 0) continue;
       const bool on = port.Polarity != 0;
-      Put({"      If ", port.State[0].Expression, " Then"}, {"'Test measurement"}, Pad::kGuarded);
-      Put({"         Port(", i, ") = ", trueOrFalse(on)},
-          {"'Port ", i, " if test condition is true"});
-      Put({"      ElseIf ", port.State[1].Expression, " Then"}, {"'Other condition"},
-          Pad::kGuarded);
-      Put({"         Port(", i, ") = ", trueOrFalse(!on)},
-          {"'Port ", i, " if test condition is true"});
-      Put({"      End If"}, {"'End of If"});
-      Put({"      PortSet(", i, ",Port(", i, "))"}, {"'Port ", i, ", state"});
-      putSeparator();
+      run.Put({"      If ", port.State[0].Expression, " Then"}, {"'Test measurement"},
+              Pad::kGuarded);
+      run.Put({"         Port(", i, ") = ", trueOrFalse(on)},
+              {"'Port ", i, " if test condition is true"});
+      run.Put({"      ElseIf ", port.State[1].Expression, " Then"}, {"'Other condition"},
+              Pad::kGuarded);
+      run.Put({"         Port(", i, ") = ", trueOrFalse(!on)},
+              {"'Port ", i, " if test condition is true"});
+      run.Put({"      End If"}, {"'End of If"});
+      run.Put({"      PortSet(", i, ",Port(", i, "))"}, {"'Port ", i, ", state"});
+      putSeparator(run);
     }
   }
 }
 
-void SAVEDLD::putSeparator() { Put({"      '", Fill{'-', 64}}); }
-
-void SAVEDLD::measurements() {
-  BlockChan_ = 1;
-  ChanCursor_ = 0;
-  section("SAVEDLD.Temperature", &SAVEDLD::Temperature);
-  section("SAVEDLD.Voltage", &SAVEDLD::Voltage);
-  section("SAVEDLD.Bridges", &SAVEDLD::Bridges);
-  section("SAVEDLD.Pulses", &SAVEDLD::Pulses);
-  if (store_.Config.TK40MQty > 0) section("SAVEDLD.TK40Ms", &SAVEDLD::TK40Ms);
-  if (store_.Config.CanBusQty > 0) section("SAVEDLD.CanBus", &SAVEDLD::CanBus);
-}
-
-void SAVEDLD::calculatedFields() {
-  const CalcFieldGroup& fields = store_.CalcFields;
+void calculatedFields(ProgramRun& run) {
+  const CalcFieldGroup& fields = run.store.CalcFields;
   if (fields.CalcFieldCount <= 0) return;
-  Put({"      '", Fill{'_', 20}, " Calculated Fields ", Fill{'_', 20}});
+  run.Put({"      '", Fill{'_', 20}, " Calculated Fields ", Fill{'_', 20}});
   for (int f = 1; f <= fields.CalcFieldCount; ++f) {
     const auto& field = fields.Field[f].CalcField;
-    Put({"      ", field[1], " = ", field[2]});
+    run.Put({"      ", field[1], " = ", field[2]});
   }
 }
 
-void SAVEDLD::levelSources() {
-  for (const Family family : {Family::kTemp, Family::kVolt, Family::kBridge, Family::kPulse,
-                              Family::kTK40M, Family::kCan}) {
-    const bool item = family == Family::kCan;
-    if (item && !canInUse()) continue;
-    for (const BlockView& view : blocksOf(family)) {
-      if (item && (!HasReps(view) || store_.Can.Item[view.n].Enabled == 0)) continue;
-      const std::string& source = view.names.source;
-      for (int t = 1; t <= kTables; ++t) {
-        if (!IsSelected(view.data->Output, t, kLevelCrossing)) continue;
-        const HistoSet& level = view.data->Output.Histo[t];
-        if (item) {
-          levelSource(level, Joined({"LC", source, t}), source + "(1)");
-          continue;
-        }
-        for (int i = 1; i <= view.data->Reps; ++i) {
-          levelSource(level, Joined({"LC", source, "_", t, "_", i}), Joined({source, "(", i, ")"}));
-        }
-      }
-    }
-  }
-  for (int t = 1; t <= kTables; ++t) {
-    for (int c = 1; c <= store_.CalcFields.CalcFieldCount; ++c) {
-      const CalcFieldData& field = store_.CalcFields.Field[c];
-      if (!IsSelected(field.Output, t, kLevelCrossing)) continue;
-      levelSource(field.Output.Histo[t], CalcFieldLevelName(c, t), field.CalcField[1]);
-    }
-  }
-}
-
-void SAVEDLD::levelSource(const HistoSet& level, std::string_view name, std::string_view source) {
+void levelSource(ProgramRun& run, const HistoSet& level, std::string_view name,
+                 std::string_view source) {
   const auto putSource = [&](int dimension, std::string_view value, std::string_view nth) {
     const auto put = [&](const auto&... statement) {
-      Put({statement...}, {nth, " source dimension for ", name, "()"});
+      run.Put({statement...}, {nth, " source dimension for ", name, "()"});
     };
     LevelSourceStatement(put, name, dimension, value);
   };
   putSource(1, source, "'1st");
   if (level.NumDims == 1) putSource(2, level.LevelMeasName, "'2nd");
+}
+
+void levelSources(ProgramRun& run) {
+  for (const Family family : {Family::kTemp, Family::kVolt, Family::kBridge, Family::kPulse,
+                              Family::kTK40M, Family::kCan}) {
+    const bool item = family == Family::kCan;
+    if (item && !CanInUse(run.store)) continue;
+    for (const BlockView& view : run.Blocks(family)) {
+      if (item && (!HasReps(view) || run.store.Can.Item[view.n].Enabled == 0)) continue;
+      const std::string& source = view.names.source;
+      for (int t = 1; t <= kTables; ++t) {
+        if (!IsSelected(view.data->Output, t, kLevelCrossing)) continue;
+        const HistoSet& level = view.data->Output.Histo[t];
+        if (item) {
+          levelSource(run, level, Joined({"LC", source, t}), source + "(1)");
+          continue;
+        }
+        for (int i = 1; i <= view.data->Reps; ++i) {
+          levelSource(run, level, Joined({"LC", source, "_", t, "_", i}),
+                      Joined({source, "(", i, ")"}));
+        }
+      }
+    }
+  }
+  for (int t = 1; t <= kTables; ++t) {
+    for (int c = 1; c <= run.store.CalcFields.CalcFieldCount; ++c) {
+      const CalcFieldData& field = run.store.CalcFields.Field[c];
+      if (!IsSelected(field.Output, t, kLevelCrossing)) continue;
+      levelSource(run, field.Output.Histo[t], CalcFieldLevelName(c, t), field.CalcField[1]);
+    }
+  }
+}
+
+}  // namespace
+
+void SAVEDLD::MainProgram() {
+  run_.PutSectionTitle(" PROGRAM ");
+  run_.PutEmpty();
+  run_.Put({"BeginProg"}, {"'Program begins here"});
+  run_.Put({"   'MainSequence"});
+  if (run_.store.Tables.HDU7 == 1) {
+    run_.Put({"   HDU7(Flag,200)"}, {"'HDU7 displays public vars every 200 mSecs"});
+  }
+  for (const Family family : {Family::kTemp, Family::kVolt, Family::kBridge, Family::kPulse}) {
+    startUpAssignments(run_, family);
+  }
+  if (run_.store.Config.TK40MQty > 0) startUpAssignments(run_, Family::kTK40M);
+  if (CanInUse(run_.store)) startUpAssignments(run_, Family::kCan);
+  calcFieldLevelReads(run_);
+  section("SAVEDLD.Exceptions", &SAVEDLD::Exceptions);
+  flaggedScanHead(run_);
+  if (CanInUse(run_.store)) canPreliminaryScans(run_);
+  if (run_.needs.ZeroFlagUsed) zeroFlagStart(run_);
+  if (run_.NeedsFieldCal()) fieldCalStart(run_);
+  scanLine(run_);
+  if (run_.store.Config.MonitorPower[kMonitorBattery] != 0) {
+    run_.Put({"      Battery(BattVolt)"}, {"'Battery voltage measurement"});
+  }
+  flagControl(run_);
+  portControl(run_);
+  portSet(run_);
+  section("SAVEDLD.ExciteControl", &SAVEDLD::ExciteControl);
+  ZeroFlagLogic();
+  run_.BlockChan = 1;
+  run_.ChanCursor = 0;
+  section("SAVEDLD.Temperature", &SAVEDLD::Temperature);
+  section("SAVEDLD.Voltage", &SAVEDLD::Voltage);
+  section("SAVEDLD.Bridges", &SAVEDLD::Bridges);
+  section("SAVEDLD.Pulses", &SAVEDLD::Pulses);
+  if (run_.store.Config.TK40MQty > 0) section("SAVEDLD.TK40Ms", &SAVEDLD::TK40Ms);
+  if (run_.store.Config.CanBusQty > 0) section("SAVEDLD.CanBus", &SAVEDLD::CanBus);
+  FieldCalCalls();
+  if (run_.NeedsFieldCal()) run_.Put({"      CallTable(CalHist)"});
+  calculatedFields(run_);
+  run_.PutEmpty();
+  levelSources(run_);
+  section("SAVEDLD.MainProgram2", &SAVEDLD::MainProgram2);
 }
 
 }  // namespace ostrand

@@ -5,7 +5,9 @@
 #include <optional>
 
 #include "generator/bridge_style.h"
+#include "generator/can_bus.h"
 #include "generator/savedld.h"
+#include "generator/zero_blocks.h"
 #include "model/intervals.h"
 #include "model/names.h"
 #include "model/record_layout.h"
@@ -147,60 +149,37 @@ std::string levelArrayOf(const OutputSource& source, int t, int i) {
   }
 }
 
-}  // namespace
-
 // The size of a table in time. A table that does not set it shows what the one before left.
-struct SAVEDLD::SizeTime {
+struct SizeTime {
   double x = 0;
   std::string_view unit;
 };
 
-void SAVEDLD::OutputTables() {
-  PutEmpty();
-  PutSectionTitle(" OUTPUT SECTION ");
-  PutEmpty();
-  if (canInUse()) canCheckTable();
-  SizeTime size;
-  for (int t = 1; t <= kTables; ++t) {
-    if (store_.Tables[t].TableOn == 0) continue;
-    tableHead(t, size);
-    tableBody(t);
-    tableEnd(t);
+void canCheckTable(ProgramRun& run) {
+  for (const std::string_view line : kCanCheckTable) run.Put({line});
+  if (run.store.Can.Module[1].CanGetOSVerSig != 0) {
+    run.Put({"   Sample(1,QBCanSig,IEEE4)"});
+    run.Put({"   Sample(1,QBCanVer,IEEE4)"});
   }
-  for (int group = 1; group <= kFlags; ++group) zeroTable(group);
-  if (needsFieldCal()) {
-    Put({"DataTable(CalHist,NewFieldCal,50)"});
-    Put({"   SampleFieldCal"});
-    Put({"EndTable"});
-    PutEmpty();
-  }
+  run.Put({"EndTable"});
+  run.PutEmpty();
 }
 
-void SAVEDLD::canCheckTable() {
-  for (const std::string_view line : kCanCheckTable) Put({line});
-  if (store_.Can.Module[1].CanGetOSVerSig != 0) {
-    Put({"   Sample(1,QBCanSig,IEEE4)"});
-    Put({"   Sample(1,QBCanVer,IEEE4)"});
-  }
-  Put({"EndTable"});
-  PutEmpty();
-}
-
-void SAVEDLD::tableHead(int t, SizeTime& size) {
-  OutputTable& table = store_.Tables[t];
+void tableHead(ProgramRun& run, int t, SizeTime& size) {
+  OutputTable& table = run.store.Tables[t];
   const bool card = table.TableLocation == kPcCard;
   const bool autoSize = table.AutoSize != 0;
   const bool synchronous = table.SyncTable != 0;
   const std::string records = FormatNumber(table.Buffer, kRecords);
   const int lapses = lapseCount(table);
 
-  PutTitle("", Joined({" Table ", t}), '-');
+  run.PutTitle("", Joined({" Table ", t}), '-');
   const bool openSize = card || autoSize;
-  Put({"DataTable(", table.TableName, ",True,", openSize ? "-1" : records, ")"},
-      {"'Trigger, ", openSize ? "auto size" : records + " records"}, Pad::kTouching);
+  run.Put({"DataTable(", table.TableName, ",True,", openSize ? "-1" : records, ")"},
+          {"'Trigger, ", openSize ? "auto size" : records + " records"}, Pad::kTouching);
 
   if (synchronous) {
-    size.x = table.Buffer / 1e6 * ORVUS_COMMON::ScanIntervalMicros(store_);
+    size.x = table.Buffer / 1e6 * ORVUS_COMMON::ScanIntervalMicros(run.store);
     table.OutIntUnits = 2;
   } else if (table.OutIntUnits == 1) {
     size.x = table.Buffer / 1000.0 * table.OutInt;
@@ -217,40 +196,28 @@ void SAVEDLD::tableHead(int t, SizeTime& size) {
   const std::string sizeText =
       autoSize ? "autosize" : Joined({FormatNumber(size.x, "0.00"), size.unit});
   const std::string arguments = synchronous ? "0,0" : Joined({"INTERVAL", t, ",UNITS", t});
-  Put({"   DataInterval(0,", arguments, ",", lapses, ")"},
-      {"'", interval, ", ", lapses, " lapses, ", sizeText}, Pad::kTouching);
+  run.Put({"   DataInterval(0,", arguments, ",", lapses, ")"},
+          {"'", interval, ", ", lapses, " lapses, ", sizeText}, Pad::kTouching);
 
   if (table.DisableTrigger == 0 && table.TrigTable != 0 &&
       Holds(table.DataEventCode, "DataEvent")) {
-    Put({"   ", eventText(table.DataEventCode)});
+    run.Put({"   ", eventText(table.DataEventCode)});
   }
   const bool fillStop = table.FillStop != 0;
-  if (fillStop && !card) Put({"   FillStop"}, {"'Fill the buffer and stop"}, Pad::kTouching);
+  if (fillStop && !card) run.Put({"   FillStop"}, {"'Fill the buffer and stop"}, Pad::kTouching);
   if (card) {
-    Put({"   CardOut(", fillStop ? "1," : "0,", autoSize ? "-1" : records, ")"},
-        {"'PC card , size ", autoSize ? "Auto" : records + ")"}, Pad::kTouching);
+    run.Put({"   CardOut(", fillStop ? "1," : "0,", autoSize ? "-1" : records, ")"},
+            {"'PC card , size ", autoSize ? "Auto" : records + ")"}, Pad::kTouching);
   }
 }
 
-void SAVEDLD::tableBody(int t) {
-  std::optional<OutputFamily> titled;
-  for (const OutputSource& source : OutputSourcesOf(store_)) {
-    for (int code = kSample; code <= source.lastCode; ++code) {
-      if (!IsSelected(*source.output, t, code)) continue;
-      if (titled != source.family) PutTitle("   ", formOf(source).title, '_', 3);
-      titled = source.family;
-      putOutput(source, t, code);
-    }
-  }
-}
-
-void SAVEDLD::putOutput(const OutputSource& source, int t, int code) {
+void putOutput(ProgramRun& run, const OutputSource& source, int t, int code) {
   const Processing& processing = processingOf(code);
   const FamilyForm& family = formOf(source);
   if (code < kHistogram || family.form == Form::kPlain) {
-    Put({"   ", processing.instruction, "(", countOf(source), ",", source.name, family.parentheses,
-         ",", source.resolution, processing.ending},
-        {"'", source.reps, processing.comment}, Pad::kTouching);
+    run.Put({"   ", processing.instruction, "(", countOf(source), ",", source.name,
+             family.parentheses, ",", source.resolution, processing.ending},
+            {"'", source.reps, processing.comment}, Pad::kTouching);
     return;
   }
   const HistoSet& histo = source.output->Histo[t];
@@ -262,41 +229,77 @@ void SAVEDLD::putOutput(const OutputSource& source, int t, int code) {
                               : family.form == Form::kSingle
                                   ? Joined({source.name, family.parentheses})
                                   : Joined({source.name, "(", i, ")"});
-    Put({"   ", processing.instruction, "(", value, ",", source.resolution, ",False,", arguments,
-         ")"});
+    run.Put({"   ", processing.instruction, "(", value, ",", source.resolution, ",False,",
+             arguments, ")"});
   }
 }
 
-void SAVEDLD::tableEnd(int t) {
-  const std::string& name = store_.Tables[t].TableName;
-  if (t + 1 == store_.Tables.HDU7) {
-    Put({"   HDU7(Flag,200)"}, {"'HDU7 displays table ", name, " every 200 mSecs"}, Pad::kTouching);
+void tableBody(ProgramRun& run, int t) {
+  std::optional<OutputFamily> titled;
+  for (const OutputSource& source : OutputSourcesOf(run.store)) {
+    for (int code = kSample; code <= source.lastCode; ++code) {
+      if (!IsSelected(*source.output, t, code)) continue;
+      if (titled != source.family) run.PutTitle("   ", formOf(source).title, '_', 3);
+      titled = source.family;
+      putOutput(run, source, t, code);
+    }
   }
-  Put({"EndTable"}, {"'End of table ", name}, Pad::kTouching);
-  PutEmpty();
 }
 
-void SAVEDLD::zeroTable(int group) {
-  const auto blocks = zeroedBlocks(group);
+void tableEnd(ProgramRun& run, int t) {
+  const std::string& name = run.store.Tables[t].TableName;
+  if (t + 1 == run.store.Tables.HDU7) {
+    run.Put({"   HDU7(Flag,200)"}, {"'HDU7 displays table ", name, " every 200 mSecs"},
+            Pad::kTouching);
+  }
+  run.Put({"EndTable"}, {"'End of table ", name}, Pad::kTouching);
+  run.PutEmpty();
+}
+
+void zeroTable(ProgramRun& run, int group) {
+  const auto blocks = ZeroedBlocks(run, group);
   if (blocks.empty()) return;
-  PutTitle("", Joined({" Store zero values from Sub Zero", group, " "}), '-');
-  const int scans = zeroScans();
-  Put({"DataTable(ZERO_", group, ",Count>", scans - 1, ",100)"}, {"'Trigger on Count ", scans},
-      Pad::kTouching);
+  run.PutTitle("", Joined({" Store zero values from Sub Zero", group, " "}), '-');
+  const int scans = ZeroScans(run.store);
+  run.Put({"DataTable(ZERO_", group, ",Count>", scans - 1, ",100)"}, {"'Trigger on Count ", scans},
+          Pad::kTouching);
   for (const BlockView& view : blocks) {
     const auto average = [&](std::string_view suffix) {
-      Put({"   Average(", view.names.reps, ",", view.names.source, suffix, "(),IEEE4,False)"},
-          {"'", view.data->Reps, processingOf(kAverage).comment}, Pad::kTouching);
+      run.Put({"   Average(", view.names.reps, ",", view.names.source, suffix, "(),IEEE4,False)"},
+              {"'", view.data->Reps, processingOf(kAverage).comment}, Pad::kTouching);
     };
     if (view.Kind() == Family::kBridge) {
       average("ZeroMv");
-      if (IsStrain(store_.BridgeBlock[view.n])) average("ZeroUs");
+      if (IsStrain(view)) average("ZeroUs");
     } else {
       average("Zero");
     }
   }
-  Put({"EndTable"}, {"'End of table ZERO_", group}, Pad::kTouching);
-  PutEmpty();
+  run.Put({"EndTable"}, {"'End of table ZERO_", group}, Pad::kTouching);
+  run.PutEmpty();
+}
+
+}  // namespace
+
+void SAVEDLD::OutputTables() {
+  run_.PutEmpty();
+  run_.PutSectionTitle(" OUTPUT SECTION ");
+  run_.PutEmpty();
+  if (CanInUse(run_.store)) canCheckTable(run_);
+  SizeTime size;
+  for (int t = 1; t <= kTables; ++t) {
+    if (run_.store.Tables[t].TableOn == 0) continue;
+    tableHead(run_, t, size);
+    tableBody(run_, t);
+    tableEnd(run_, t);
+  }
+  for (int group = 1; group <= kFlags; ++group) zeroTable(run_, group);
+  if (run_.NeedsFieldCal()) {
+    run_.Put({"DataTable(CalHist,NewFieldCal,50)"});
+    run_.Put({"   SampleFieldCal"});
+    run_.Put({"EndTable"});
+    run_.PutEmpty();
+  }
 }
 
 }  // namespace ostrand

@@ -19,22 +19,22 @@ bool anyReps(const PulseBlockGroup& group) {
 void SAVEDLD::Pulses() {
   int channel = 0;
   for (int slot = 0; slot <= 1; ++slot) {
-    const PulseBlockGroup& group = store_.PulseBlock[slot];
+    const PulseBlockGroup& group = run_.store.PulseBlock[slot];
     if (group.BlockCount < 1) continue;
-    if (anyReps(group)) PutTitle("      ", TextsOf(Family::kPulse).bodyTitle);
+    if (anyReps(group)) run_.PutTitle("      ", TextsOf(Family::kPulse).bodyTitle);
 
     Row<std::string, 1, kPulseBlocks> statements;
     for (int n = 1; n <= group.BlockCount; ++n) {
       const PulseBlockData& block = group[n];
       if (!HasPulseStatement(block)) continue;
-      const bool own = block.CalOnSite != 0 || needs_.Except.Pulse[slot][n].Any();
+      const bool own = block.CalOnSite != 0 || run_.needs.Except.Pulse[slot][n].Any();
       const std::string scaling = own ? Joined({",MPBlk", n, "(),OPBlk", n, "())"})
                                       : Joined({",PMULT", n, ",POSET", n, ")"});
       statements[n] = Joined(
           {"PulseCount(PBlk", n, "(),PREP", n, ",", ++channel, ",PCONF", n, ",POPT", n, scaling});
     }
     for (const std::string& statement : statements) {
-      if (!statement.empty()) Put({"      ", statement});
+      if (!statement.empty()) run_.Put({"      ", statement});
     }
   }
 }

@@ -25,39 +25,42 @@ int channelOf(const TempBlockData& block, bool first, std::string_view previous,
 }  // namespace
 
 void SAVEDLD::Temperature() {
-  const auto putReference = [this] { Put({"      PanelTemp(TRef,200)"}, {"'RefTemp,Integrate"}); };
-  const bool automatic = store_.Config.AutoChan != 0;
+  const auto putReference = [&] {
+    run_.Put({"      PanelTemp(TRef,200)"}, {"'RefTemp,Integrate"});
+  };
+  const bool automatic = run_.store.Config.AutoChan != 0;
   bool referenceDone = false;
   std::string_view previous;
   std::string reverse;
-  for (const BlockView& view : blocksOf(Family::kTemp)) {
-    const TempBlockData& block = store_.TempBlock[view.n];
+  for (const BlockView& view : run_.Blocks(Family::kTemp)) {
+    const TempBlockData& block = run_.store.TempBlock[view.n];
     if (HasReps(view)) {
       if (!referenceDone) {
-        PutBodyTitle(Family::kTemp);
+        run_.PutBodyTitle(Family::kTemp);
         putReference();
         referenceDone = true;
       }
-      BlockChan_ = channelOf(block, view.n == 1, previous, automatic, BlockChan_, ChanCursor_);
+      run_.BlockChan =
+          channelOf(block, view.n == 1, previous, automatic, run_.BlockChan, run_.ChanCursor);
       if (IsSingleEnded(block.MeasType) || IsDifferential(block.MeasType)) {
         reverse = block.ReverseMes != 0 ? "True," : "False,";
       }
       const int n = view.n;
       const std::string head =
-          Joined({"      TC", block.MeasType, "(TBlk", n, "(),TREP", n, ",TRNG", n, ",", BlockChan_,
-                  ",TTYPE", n, ",TRef,", reverse, "TSETL", n, ",TINT", n});
+          Joined({"      TC", block.MeasType, "(TBlk", n, "(),TREP", n, ",TRNG", n, ",",
+                  run_.BlockChan, ",TTYPE", n, ",TRef,", reverse, "TSETL", n, ",TINT", n});
       if (view.except->Any()) {
-        Put({head, ",MTBlk", n, "(),OTBlk", n, "())"});
+        run_.Put({head, ",MTBlk", n, "(),OTBlk", n, "())"});
       } else {
-        Put({head, ",TMULT", n, ",TOSET", n, ")"});
+        run_.Put({head, ",TMULT", n, ",TOSET", n, ")"});
       }
-      channels_.Temp[view.n] = BlockChan_;
-      ChanCursor_ += TerminalsOf(block.MeasType, block.Reps);
-      PrevMeasType_ = block.MeasType;
+      run_.channels.Temp[view.n] = run_.BlockChan;
+      run_.ChanCursor += TerminalsOf(block.MeasType, block.Reps);
+      run_.PrevMeasType = block.MeasType;
     }
     previous = block.MeasType;
   }
-  if (store_.TempBlock.BlockCount == 0 && store_.Config.MonitorPower[kMonitorPanel] != 0) {
+  if (run_.store.TempBlock.BlockCount == 0 && run_.store.Config.MonitorPower[kMonitorPanel] != 0) {
     putReference();
   }
 }

@@ -95,21 +95,20 @@ std::string statementOf(const BlockView& view, const TK40MBlockData& block, cons
 }  // namespace
 
 void SAVEDLD::TK40Ms() {
-  for (auto& statements : AZeroText_) statements.Fill("");
-  if (store_.TK40MBlock.BlockCount < 1) return;
-  PutBodyTitle(Family::kTK40M);
+  if (run_.store.TK40MBlock.BlockCount < 1) return;
+  run_.PutBodyTitle(Family::kTK40M);
   MuxChannels channels;
   int kept = 0;  // statements kept for zeroing, over all blocks
-  for (const BlockView& view : blocksOf(Family::kTK40M)) {
-    const TK40MBlockData& block = store_.TK40MBlock[view.n];
+  for (const BlockView& view : run_.Blocks(Family::kTK40M)) {
+    const TK40MBlockData& block = run_.store.TK40MBlock[view.n];
     int done = 0;
     while (done < block.Reps) {
       const MuxPart part =
           done == 0 ? channels.First(block.Reps) : channels.Next(done + 1, block.Reps - done);
       const std::string statement = statementOf(view, block, part);
-      Put({statement});
-      TK40MLines_[view.n] += Joined({lines_.LineCount(), " "});
-      if (zeroedVoltage(block)) AZeroText_[view.n][++kept] = statement;
+      run_.Put({statement});
+      run_.TK40MLines[view.n] += Joined({run_.lines.LineCount(), " "});
+      if (zeroedVoltage(block)) run_.zero.AZeroText[view.n][++kept] = statement;
       done += part.count;
     }
   }

@@ -54,53 +54,53 @@ int LeadingNumber(std::string_view text) {
 }
 
 std::string SAVEDLD::ExpandTriggerGroup(int s, int t) const {
-  const OutputTable& table = store_.Tables[t];
+  const OutputTable& table = run_.store.Tables[t];
   return expand(s == 0 ? table.DataEventCodeStart : table.DataEventCodeStop,
                 [&](int n) { return table.Trigger[s][n].StartTrigIndvExpress; });
 }
 
 std::string SAVEDLD::ExpandWriteIfGroup(int t) const {
-  const OutputTable& table = store_.Tables[t];
+  const OutputTable& table = run_.store.Tables[t];
   return expand(table.GroupWriteIf, [&](int n) { return table.Write[n].Expression; });
 }
 
 void SAVEDLD::TriggerCallSub(int t) {
-  if (!decltype(store_.Tables.Table)::Holds(t)) return;
-  OutputTable& table = store_.Tables[t];
+  if (!decltype(run_.store.Tables.Table)::Holds(t)) return;
+  OutputTable& table = run_.store.Tables[t];
   if (!writesOnCondition(table) && !storesOnTrigger(table)) return;
   const auto condition = [&](int s, int count) {
     return count == 1 ? table.Trigger[s][1].StartTrigIndvExpress : ExpandTriggerGroup(s, t);
   };
-  Put({"Sub TriggerCall", table.TableName});
-  if (storesOnTrigger(table)) Put({"  bStartTrigger = (", condition(0, table.TrigTable), ")"});
+  run_.Put({"Sub TriggerCall", table.TableName});
+  if (storesOnTrigger(table)) run_.Put({"  bStartTrigger = (", condition(0, table.TrigTable), ")"});
   // A stop condition counts with a disabled trigger too.
   if (table.TrigTabStop != 0 && table.SingleTrigger == 0) {
-    Put({"  bStopTrigger = (", condition(1, table.TrigTabStop), ")"});
+    run_.Put({"  bStopTrigger = (", condition(1, table.TrigTabStop), ")"});
   }
   if (writesOnCondition(table)) {
     repairFlagTest(table.Write[1].Expression);
-    Put({"  bWriteIfCall = (", ExpandWriteIfGroup(t), ")"});
+    run_.Put({"  bWriteIfCall = (", ExpandWriteIfGroup(t), ")"});
   }
-  Put({"End Sub"});
+  run_.Put({"End Sub"});
 }
 
 void SAVEDLD::TableCallLines(int t) {
-  const OutputTable& table = store_.Tables[t];
+  const OutputTable& table = run_.store.Tables[t];
   const std::string& name = table.TableName;
   const std::string flagTest = table.FlagTable != 0 ? Joined({"Flag(", table.FlagTable, ")"}) : "";
   const auto callOnFlag = [&] {
     if (flagTest.empty()) {
-      Put({"      CallTable ", name});
+      run_.Put({"      CallTable ", name});
     } else {
-      Put({"      If ", flagTest, " Then CallTable ", name});
+      run_.Put({"      If ", flagTest, " Then CallTable ", name});
     }
   };
   if (writesOnCondition(table)) {
-    Put({"      Call TriggerCall", name});
-    Put({"      If bWriteIfCall", flagTest.empty() ? "" : " And ", flagTest, " Then CallTable ",
-         name});
+    run_.Put({"      Call TriggerCall", name});
+    run_.Put({"      If bWriteIfCall", flagTest.empty() ? "" : " And ", flagTest,
+              " Then CallTable ", name});
   } else if (storesOnTrigger(table)) {
-    Put({"      Call TriggerCall", name});
+    run_.Put({"      Call TriggerCall", name});
     callOnFlag();
   }
   // A switch that is off by any other number than 1 leaves its table without a call.

@@ -33,35 +33,34 @@ int channelOf(const VoltBlockData& block, const Neighbours& near, bool automatic
 }  // namespace
 
 void SAVEDLD::Voltage() {
-  if (store_.VoltBlock.BlockCount < 1) return;
-  VZeroText_.Fill("");
-  PutBodyTitle(Family::kVolt);
-  const bool automatic = store_.Config.AutoChan != 0;
+  if (run_.store.VoltBlock.BlockCount < 1) return;
+  run_.PutBodyTitle(Family::kVolt);
+  const bool automatic = run_.store.Config.AutoChan != 0;
   std::string_view previous;
   std::string reverse;
-  for (const BlockView& view : blocksOf(Family::kVolt)) {
-    const VoltBlockData& block = store_.VoltBlock[view.n];
+  for (const BlockView& view : run_.Blocks(Family::kVolt)) {
+    const VoltBlockData& block = run_.store.VoltBlock[view.n];
     if (HasReps(view)) {
-      BlockChan_ = channelOf(block, {view.n == 1, previous, PrevMeasType_}, automatic, BlockChan_,
-                             ChanCursor_);
+      run_.BlockChan = channelOf(block, {view.n == 1, previous, run_.PrevMeasType}, automatic,
+                                 run_.BlockChan, run_.ChanCursor);
       if (IsSingleEnded(block.MeasType) || IsDifferential(block.MeasType)) {
         reverse = block.ReverseMes != 0 ? ",True" : ",False";
       }
       const int n = view.n;
       const std::string head =
           Joined({"      Volt", block.MeasType, "(VBlk", n, "(),VREP", n, ",VRNG", n, ",",
-                  BlockChan_, reverse, ",VSETL", n, ",VINT", n});
+                  run_.BlockChan, reverse, ",VSETL", n, ",VINT", n});
       if (block.CalOnSite != 0 || view.except->Any()) {
-        Put({head, ",MVBlk", n, "(),OVBlk", n, "())"});
+        run_.Put({head, ",MVBlk", n, "(),OVBlk", n, "())"});
       } else if (block.ZeroFlag < 1) {
-        Put({head, ",VMULT", n, ",VOSET", n, ")"});
+        run_.Put({head, ",VMULT", n, ",VOSET", n, ")"});
       } else {
-        Put({head, ",VMULT", n, ",OVBlk", n, "())"});
+        run_.Put({head, ",VMULT", n, ",OVBlk", n, "())"});
       }
-      channels_.Volt[view.n] = BlockChan_;
-      if (block.ZeroFlag != 0) VZeroText_[n] = lines_[lines_.LineCount()];
-      ChanCursor_ += TerminalsOf(block.MeasType, block.Reps);
-      PrevMeasType_ = block.MeasType;
+      run_.channels.Volt[view.n] = run_.BlockChan;
+      if (block.ZeroFlag != 0) run_.zero.VZeroText[n] = run_.lines[run_.lines.LineCount()];
+      run_.ChanCursor += TerminalsOf(block.MeasType, block.Reps);
+      run_.PrevMeasType = block.MeasType;
     }
     previous = block.MeasType;
   }

@@ -129,6 +129,19 @@ TEST_F(FrameTest, TheFirstVoltageBlockRemembersTheLastRun) {
   }
 }
 
+TEST_F(FrameTest, ARunForgetsTheBlocksOfTheLast) {
+  store.VoltBlock.BlockCount = 1;
+  store.VoltBlock[1].ZeroFlag = 1;
+  // Keeps the second program longer than the first up to its zero subroutine.
+  for (FlagControl& control : store.Flags) control.FlagInclude = kTrue;
+  for (const i16 reps : {i16{2}, i16{0}}) {
+    store.VoltBlock[1].Reps = reps;
+    MakeProgram();
+    EXPECT_EQ(Holding("(VBlk1Zero()") > 0, reps > 0);
+    EXPECT_EQ(generator.Channels().Volt[1] > 0, reps > 0);
+  }
+}
+
 // Positions of multiplexer statements grow over runs. The file has a line for each statement of a
 // zero routine, the buffer one for all.
 TEST_F(FrameTest, LinesOfAMultiplexerBlock) {
