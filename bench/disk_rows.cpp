@@ -24,23 +24,31 @@ namespace fs = std::filesystem;
 
 const std::string kProject = OSTRAND_SOURCE_DIR "/examples/vehicle-test.VKG";
 
-// An empty folder on the disk, deleted at the end.
-class DiskFolder {
+const std::string kDisk = OSTRAND_OUT_DIR;
+
+// Where many files are made: in memory where the system has a place for it. A disk that has just
+// deleted files, of this run or of any other, is slow to make new ones.
+std::string placeForMany() { return access("/dev/shm", W_OK) == 0 ? "/dev/shm" : kDisk; }
+
+// An empty folder, deleted at the end.
+class Folder {
  public:
-  DiskFolder() { Require(mkdtemp(path_.data()) != nullptr, path_); }
-  ~DiskFolder() {
+  explicit Folder(const std::string& place) : path_(place + "/bench-XXXXXX") {
+    Require(mkdtemp(path_.data()) != nullptr, path_);
+  }
+  ~Folder() {
     std::error_code ignored;
     fs::remove_all(path_, ignored);
   }
-  DiskFolder(const DiskFolder&) = delete;
-  DiskFolder& operator=(const DiskFolder&) = delete;
+  Folder(const Folder&) = delete;
+  Folder& operator=(const Folder&) = delete;
 
   [[nodiscard]] std::string operator/(std::string_view name) const {
     return fmt::format("{}/{}", path_, name);
   }
 
  private:
-  std::string path_ = OSTRAND_OUT_DIR "/disk-XXXXXX";
+  std::string path_;
 };
 
 constexpr int kFew = 1000;
@@ -48,8 +56,7 @@ constexpr int kTwiceAsMany = 2 * kFew;
 constexpr int kMany = 10000;
 constexpr int kBatch = 50;
 
-// Projects under different names. All that is generated stays to the end of the run: a disk that
-// has just deleted many files is slow to make new ones.
+// Projects under different names.
 class Fleet {
  public:
   Fleet() {
@@ -62,8 +69,8 @@ class Fleet {
   // Seconds for so many projects into one empty folder, so many a process, two processes at a time.
   double Generate(int projects, int aProcess) {
     constexpr int kFilesOfProject = 3;
-    const std::string out = folder_ / fmt::format("out-{}", ++runs_);
-    fs::create_directory(out);
+    const Folder folder(placeForMany());
+    const std::string out = folder / "";
     const std::string line = fmt::format(
         "cd '{}' && ls | head -n {} | HOME='{}' XDG_CONFIG_HOME='{}' xargs -P2 -n{} '{}' generate "
         "--no-sync -o '{}' >/dev/null",
@@ -76,8 +83,7 @@ class Fleet {
   }
 
  private:
-  DiskFolder folder_;
-  int runs_ = 0;
+  Folder folder_{placeForMany()};
 };
 
 Fleet& fleet() {
@@ -103,13 +109,13 @@ Figure inBatches() {
 Figure intoFullFolder() {
   constexpr int kFiles = 30000;
   constexpr int kPairs = 101;
-  const DiskFolder full;
-  const DiskFolder empty;
+  const Folder full(placeForMany());
+  const Folder empty(placeForMany());
   for (int number = 0; number < kFiles; ++number) {
     std::ofstream file(full / fmt::format("measured-{:05}.VKP", number));
     Require(file.good(), "a full folder");
   }
-  const auto generate = [](const DiskFolder& folder) {
+  const auto generate = [](const Folder& folder) {
     const ProcessCosts costs =
         RunProcess({OSTRAND_PROGRAM, "generate", "--no-sync", kProject, "-o", folder / ""});
     Require(costs.status == 0, "a new file in a folder");
@@ -149,7 +155,7 @@ enum class Names { kSynced, kLeft };
 
 Figure syncedSave(Names names) {
   constexpr int kPairs = 101;
-  const DiskFolder folder;
+  const Folder folder(kDisk);
   fs::copy_file(kProject, folder / "saved.VKG");
   Machine machine;
   platform::PosixFileSystem files;

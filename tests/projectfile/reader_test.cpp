@@ -65,7 +65,7 @@ TEST(ProjectReader, Indices) {
       "[TABLE SETUP]\nTableOn(6)=1\n[VOLTAGE BLOCKS]\nBlockCount=2\n",
       {
           {"Reps( 1)= 8\nReps(01)= 8\nReps(+1)= 8\nReps(0)= 8\nReps(4294967297)= 8\nReps(1,1)= 8\n"
-           "Reps= 8\nReps(1)x= 8\nReps(1= 8\nReps1)= 8\n",
+           "Reps= 8\nReps(1)x= 8\nReps(1}= 8\nReps(1= 8\nReps1)= 8\n",
            {"!= 8"}},
           {"Reps(3)= 8\nBlockCount=3\n", {"Reps(3)= 0"}},
           {"Reps(1)=2\nAliasName(1,2)=Oil\n", {"Reps(1)= 2", "Reps(2)= 0", "AliasName(1,2)=Oil"}},
