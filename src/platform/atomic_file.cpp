@@ -8,7 +8,7 @@
 namespace ostrand::platform {
 namespace {
 
-// Of a very long title, so that the neighbour's name stays one that a disk takes.
+// Cuts very long titles, so that the neighbour's name is not too long for a disk.
 constexpr std::size_t kMaxTitle = 240;
 constexpr int kMaxNeighbours = 9;
 
@@ -24,7 +24,7 @@ AtomicFile::AtomicFile(FileSystem& files, std::string path, std::string_view rig
 
 AtomicFile::~AtomicFile() {
   file_.reset();
-  // Nobody is left to hear of a failure here, and the target is untouched either way.
+  // There is no caller to report a failure to, and the target is untouched either way.
   if (created_) static_cast<void>(static_cast<bool>(files_.Delete(hidden_)));
 }
 
@@ -66,7 +66,7 @@ Result<> AtomicFile::create() {
       created_ = true;
       return Done{};
     }
-    // A remainder of a process that died is of no use to anybody.
+    // The remainder of a process that died is of no use.
     const bool remainder = !again && files_.LookAt(hidden_) == Entry::kFile;
     if (!remainder || !files_.Delete(hidden_)) return Error{created.ErrorText()};
   }

@@ -1,4 +1,4 @@
-// A file that appears whole or not at all.
+// A file that is written whole or not at all.
 #pragma once
 
 #include <memory>

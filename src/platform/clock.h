@@ -1,4 +1,4 @@
-// The present time. Nobody else asks the machine for it.
+// The present time; the only source of it.
 #pragma once
 
 namespace ostrand::platform {

@@ -22,15 +22,15 @@ struct FileIdentity {
 FileIdentity IdentityOf(std::string path, std::string_view bytes,
                         std::optional<FileStamp> stamp = std::nullopt);
 
-// Of what is under the name `path` now; nothing when it cannot be read.
+// Of the present file `path`; nothing when it cannot be read.
 std::optional<FileIdentity> IdentityNow(FileSystem& files, const std::string& path);
 
 // Whether both are one file by their names, however these and their folder are spelled.
 bool SameFile(FileSystem& files, std::string_view one, std::string_view other);
 
-// The identity of `path`, a name that Target gave, when it is there and has other content than
-// `known`, which may also be that there is no file. One that is gone, or was only touched, has not
-// changed, and what cannot be read cannot be compared.
+// The identity of `path`, a name that Target gave, when it exists and has other content than
+// `known`, which may also mean that there was no file. A file that is gone, was only touched or
+// cannot be read counts as unchanged.
 std::optional<FileIdentity> ChangedSince(FileSystem& files, const FileIdentity& known,
                                          const std::string& path);
 

@@ -41,10 +41,10 @@ class ProjectLock {
 // Called while a lock is waited for, with its holder: "anna on lab-pc, process 4711".
 using Waiting = std::function<void(const std::string& holder)>;
 
-// What is under a name; a symbolic link is not followed.
+// The kind of a directory entry; symbolic links are not followed.
 enum class Entry { kNone, kFile, kFolder, kLink, kOther };
 
-// Tells one state of a file from another without a look at its bytes.
+// Distinguishes the states of a file without reading its bytes.
 struct FileStamp {
   std::uint64_t device = 0;
   std::uint64_t number = 0;  // of the file on that device
@@ -63,18 +63,18 @@ class FileSystem {
   virtual bool Exists(std::string_view path) = 0;
   // Whether anything at all is under that name, a folder or a device included.
   virtual bool Taken(std::string_view path) { return Exists(path); }
-  // The name of that file as it stands on the disk; the path itself when there is none.
+  // The name of that file as it is on the disk; the path itself when there is none.
   virtual std::string Find(std::string_view path) = 0;
   // The name that a write of `path` replaces or creates: exactly this one in its folder, symbolic
   // links followed. Only the folder is looked up without regard to case.
   virtual std::string Target(std::string_view path) { return std::string(path); }
   // What is under exactly this name, in this spelling.
   virtual Entry LookAt(std::string_view path) { return Exists(path) ? Entry::kFile : Entry::kNone; }
-  // Of exactly this name; nothing when there is no such file, or when the disk cannot tell.
+  // Of exactly this name; nothing when there is no such file, or when the disk gives none.
   virtual std::optional<FileStamp> Stamp(std::string_view /*path*/) { return std::nullopt; }
   // Whether two folders, with their separators, are one.
   virtual bool SameFolder(std::string_view one, std::string_view other) { return one == other; }
-  // Folder the process stands in, with its trailing separator; empty when it cannot be told.
+  // The current folder of the process, with its trailing separator; empty when it is unknown.
   virtual std::string WorkingFolder() = 0;
 
   virtual Result<std::string> Read(std::string_view path) = 0;
@@ -85,8 +85,8 @@ class FileSystem {
   }
   // Creates a new file of exactly this name; an error when it is taken, by a link too. The file has
   // the rights of the file `rightsOf`, if there is one, from the first moment, so that a replaced
-  // file stays as open or as closed to others as it was; its owner and group where the system lets
-  // this user give them.
+  // file stays accessible to the same users; it also gets owner and group where the system lets
+  // this user set them.
   virtual Result<std::unique_ptr<OutputFile>> Create(std::string_view path,
                                                      std::string_view rightsOf) = 0;
   // Both by their exact names. Rename replaces `to` when it exists; for RenameNew that is an error.
@@ -99,8 +99,8 @@ class FileSystem {
   virtual Result<> Link(std::string_view from, std::string_view to) = 0;
   virtual Result<> Delete(std::string_view path) = 0;
   // Whether there is a file to be replaced. An error when what is there under that name must stay:
-  // no regular file, or one that has the read-only mark or is closed to this user. A look only;
-  // nothing happens on the disk.
+  // no regular file, or one that has the read-only mark or is closed to this user. Changes
+  // nothing on the disk.
   virtual Result<bool> MayReplace(std::string_view path) { return LookAt(path) != Entry::kNone; }
   // Takes the read-only mark off a file.
   virtual Result<> ClearReadOnly(std::string_view path) = 0;
@@ -128,7 +128,7 @@ enum class FolderSync { kNow, kLater };
 
 // Writes `bytes` as the whole content of `path`: into a hidden neighbour first, every step
 // checked, synced, renamed over the target. After an error the target is as it was, or, when only
-// the sync of its folder failed, stands whole with the new content. Writers of one folder take
+// the sync of its folder failed, is whole with the new content. Writers of one folder take
 // turns, so that two of them never share a neighbour. The file gets the rights of the file that it
 // replaces; a symbolic link stays, and the file it leads to is replaced, its folder synced at once.
 Result<> WriteWhole(FileSystem& files, std::string_view path, std::string_view bytes,

@@ -13,7 +13,7 @@ enum class RegistryFailure {
   kOpenKey,    // no such key, or nothing can be read at all
   kDataType,   // neither a text nor a 32-bit number
   kReadValue,  // the key has no such value
-  kCloseKey    // the value was read, and then the key could not be let go
+  kCloseKey    // the value was read, and then the key could not be closed
 };
 
 // The value, or why there is none. After kCloseKey there are both.
@@ -27,10 +27,10 @@ class MachineRegistry {
   virtual ~MachineRegistry() = default;
 
   // `hive` is "HKLM", the machine, or "HKCU", the present user; any other has no keys. Parts of
-  // `key` are parted by `\`. Names are the same but for upper and lower case.
+  // `key` are separated by `\`. Names are compared without regard to case.
   virtual RegistryReading Read(std::string_view hive, std::string_view key,
                                std::string_view name) = 0;
-  // What the user should hear about the state of the registry, as SettingsStore tells it.
+  // Notices for the user about the state of the registry, as in SettingsStore.
   virtual std::string TakeNotice() = 0;
 };
 

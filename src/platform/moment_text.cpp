@@ -14,7 +14,7 @@ std::string minutesAndSeconds(const platform::Moment& moment) {
   return ":" + twoDigits(moment.minute) + ":" + twoDigits(moment.second);
 }
 
-// Takes a number of at most four digits off the text, and the mark behind it.
+// Takes a number of at most four digits, and the mark that follows it, off the text.
 std::optional<int> takeNumber(std::string_view& text, char mark) {
   int number = 0;
   std::size_t digits = 0;

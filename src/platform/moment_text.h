@@ -16,7 +16,7 @@ std::string TimeText(const platform::Moment& moment);
 // m/d/yyyy h:mm:ss AM, of the moment a project was saved.
 std::string ShortMomentText(const platform::Moment& moment);
 
-// The moment that such a text tells; nothing for a text of any other form.
+// The moment of such a text; nothing for a text of any other form.
 std::optional<platform::Moment> MomentOfShortText(std::string_view text);
 
 }  // namespace ostrand

@@ -8,6 +8,11 @@ SplitPath Split(std::string_view path) {
   return {std::string(path.substr(0, at + 1)), std::string(path.substr(at + 1))};
 }
 
+std::string_view WithoutExtension(std::string_view path) {
+  const std::size_t dot = path.find_last_of(".\\/");
+  return dot == std::string_view::npos || path[dot] != '.' ? path : path.substr(0, dot);
+}
+
 std::string WithSeparator(std::string_view folder) {
   std::string result(folder);
   if (result.empty() || result.back() == '\\' || result.back() == '/') return result;

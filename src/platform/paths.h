@@ -1,4 +1,4 @@
-// Folders and file titles. `\` and `/` both part folders.
+// Folders and file titles. Both `\` and `/` separate folders.
 #pragma once
 
 #include <string>
@@ -12,6 +12,9 @@ struct SplitPath {
 };
 
 SplitPath Split(std::string_view path);
+
+// The path without the last extension of its title.
+std::string_view WithoutExtension(std::string_view path);
 
 // The folder with a trailing separator: `\`, or `/` for one that holds `/` and no `\`. An empty
 // folder stays empty.

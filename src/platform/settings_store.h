@@ -15,9 +15,9 @@ struct Setting {
   std::string value;
 };
 
-// Applications, sections and names are the same but for upper and lower case. An application may
-// name its place in several parts, parted by `\`. A store that cannot be read has no values and a
-// notice; it never stops a session.
+// Applications, sections and names are compared without regard to case. An application may
+// name its place in several parts, separated by `\`. A store that cannot be read has no values and
+// a notice; it never stops a session.
 class SettingsStore {
  public:
   virtual ~SettingsStore() = default;
@@ -28,8 +28,8 @@ class SettingsStore {
   // error names the place and the reason.
   virtual Result<> Write(std::string_view application, std::string_view section,
                          std::span<const Setting> values) = 0;
-  // What the user should hear about the state of the store, each thing once; empty for nothing.
-  // Several are parted by CR LF.
+  // Notices for the user about the state of the store, each one once; empty for none.
+  // Several are separated by CR LF.
   virtual std::string TakeNotice() = 0;
 };
 

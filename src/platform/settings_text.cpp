@@ -57,7 +57,7 @@ std::optional<SettingsValue> readBytes(std::string_view digits) {
   return value;
 }
 
-// The value behind the equals sign; nothing when it is not understood.
+// The value after the equals sign; nothing when it is not understood.
 std::optional<SettingsValue> readValue(std::string_view text) {
   if (text.starts_with('"')) return readQuoted(text);
   if (text.starts_with(kBytesMark)) return readBytes(text.substr(kBytesMark.size()));
@@ -195,8 +195,9 @@ std::vector<Setting> SettingsText::Rows(std::string_view section) const {
 
 Result<> SettingsText::Set(std::string_view section, std::string_view name,
                            std::string_view value) {
-  if (!canBeSection(section)) return Error{"\"" + std::string(section) + "\" can name no section"};
-  if (!canBeName(name)) return Error{"\"" + std::string(name) + "\" can name no setting"};
+  if (!canBeSection(section))
+    return Error{"\"" + std::string(section) + "\" is not a valid section name"};
+  if (!canBeName(name)) return Error{"\"" + std::string(name) + "\" is not a valid setting name"};
   Line row;
   row.name = name;
   row.value.text = value;
@@ -215,7 +216,7 @@ Result<> SettingsText::Set(std::string_view section, std::string_view name,
   return Done{};
 }
 
-// Behind the last line of its section that says anything, or in a new section at the end.
+// Adds it after the last line of its section that is not blank, or in a new section at the end.
 void SettingsText::addRow(std::string_view section, Line row) {
   if (!lines_.empty() && !lines_.back().text.ends_with('\n')) lines_.back().text += '\n';
   row.section = addSection(section);

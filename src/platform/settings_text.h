@@ -5,7 +5,7 @@
 //   GenPath = C:\Larkfield\DLDFILES
 //   WarningMessageMask = 8191
 //
-// Values stand as they are, `\` included. One with blanks at its ends stands in double quotes, a
+// Values are written unchanged, `\` included. One with blanks at its ends is in double quotes, a
 // quote inside written twice; one with control characters as "bytes: 41 0D 0A", in hexadecimal.
 #pragma once
 
@@ -32,13 +32,13 @@ struct SettingsValue {
   std::string text;  // of kBytes the bytes themselves
 };
 
-// Sections and names are the same but for upper and lower case. Of rows with the same name the
-// last one counts. What is not understood is passed over and kept as it stands.
+// Sections and names are compared without regard to case. Of rows with the same name the
+// last one counts. Lines that are not understood are ignored and kept unchanged.
 class SettingsText {
  public:
   static constexpr std::size_t kMaxBytes = std::size_t{1} << 18;
 
-  // The error tells why these bytes are no such text, without naming a file.
+  // The error is the reason why these bytes are not such a text, without the name of a file.
   static Result<SettingsText> FromBytes(std::string_view bytes);
 
   // Number of the first line that is not understood, from 1; 0 when all are.
@@ -51,8 +51,8 @@ class SettingsText {
   // All rows of a section, each name once.
   [[nodiscard]] std::vector<Setting> Rows(std::string_view section) const;
 
-  // Replaces the row, or adds it at the end of its section. The error tells that the section or
-  // the name cannot stand in the text.
+  // Replaces the row, or adds it at the end of its section. An error when the text cannot
+  // hold the section or the name.
   Result<> Set(std::string_view section, std::string_view name, std::string_view value);
 
   [[nodiscard]] std::string Bytes() const;

@@ -10,7 +10,7 @@ namespace ostrand {
 class SocketObject {
  public:
   virtual ~SocketObject() = default;
-  // Hands all bytes over, or tells why it could not.
+  // Sends all bytes; the error names the peer and the reason.
   virtual Result<> SendData(std::string_view bytes) = 0;
 };
 

@@ -12,18 +12,18 @@
 
 namespace ostrand::ORVUS_GENFILE {
 
-// How a value stands in the file.
+// How a value is written in the file.
 enum class Form : std::uint8_t {
   kStr,          // number, a blank in front of one that is not negative
   kLead,         // written as kStr; the number at the head of the text is read
   kPlain,        // number without that blank
   kTime,         // written as kPlain; read as microseconds or, ending in "mSecs", milliseconds
   kTruth,        // written as 0 or -1; True and False are read too
-  kText,         // the text as it stands
+  kText,         // the text unchanged
   kTextIfAny,    // the same, left out when empty
   kTrimmed,      // written without its outer blanks
   kExcept,       // a text left out when it is "0"
-  kResolution,   // a text; an old numeric value stands for "FP2" (0) or "IEEE4"
+  kResolution,   // a text; an old numeric value means "FP2" (0) or "IEEE4"
   kWrittenOnly,  // a text that is not read
 };
 
@@ -54,7 +54,7 @@ struct Field {
   i16 limit = 0;
 };
 
-// Calls `use` with the value that the field stands for in the record.
+// Calls `use` with the value of the field in the record.
 template <class Record, class Use>
 void Visit(const Field<Record>& field, Record& record, Use&& use) {
   if constexpr (kSingleValue<Record>) {

@@ -1,6 +1,5 @@
 #include "projectfile/genfile.h"
 
-#include <algorithm>
 #include <utility>
 
 #include "platform/atomic_file.h"
@@ -19,12 +18,10 @@ constexpr int kMaxKept = 999;
 
 // `path` with another extension.
 std::string besideIt(const std::string& path, std::string_view extension) {
-  const std::string title = platform::Split(path).title;
-  return path.substr(0, path.size() - title.size()) +
-         title.substr(0, std::min(title.rfind('.'), title.size())).append(extension);
+  return std::string(platform::WithoutExtension(path)).append(extension);
 }
 
-// A project that is there is spelled as it was asked for; a link keeps its name. Gives the name.
+// Renames an existing project to the spelling of `path`; a link keeps its name. Returns the name.
 Result<std::string> spelledAs(platform::FileSystem& files, std::string_view path,
                               const std::string& target) {
   const std::string asked = platform::Split(path).title;
@@ -47,11 +44,11 @@ Result<std::string> keepRemainder(platform::FileSystem& files, const std::string
     if (auto moved = files.RenameNew(old, kept); !moved) return Error{moved.ErrorText()};
     return kept;
   }
-  return Error{old + ": Too many copies of it are kept"};
+  return Error{old + ": Too many kept copies"};
 }
 
 // Gives the project a second name, or a copy on a disk without links. False when neither could be
-// done, or the name is taken by what is no file: the save does not depend on it.
+// done, or the name is taken by something else than a file: the save does not depend on it.
 bool putAside(platform::FileSystem& files, const std::string& project, const std::string& old) {
   switch (files.LookAt(old)) {
     case platform::Entry::kNone:
@@ -118,12 +115,12 @@ std::optional<std::string> InterruptedSave(platform::FileSystem& files, std::str
 Result<std::string> RecoverProjectFile(platform::FileSystem& files, std::string_view name) {
   const std::string project = PlaceOf(files, name);
   if (files.LookAt(project) != platform::Entry::kNone) {
-    return Error{project + ": The project exists and is left as it is"};
+    return Error{project + ": The project exists and was not changed"};
   }
   const auto left = InterruptedSave(files, name);
   if (!left) {
-    return Error{project + ": No interrupted save is beside it (" +
-                 besideIt(project, kOldExtension) + ")"};
+    return Error{project + ": No interrupted save found (" + besideIt(project, kOldExtension) +
+                 ")"};
   }
   if (*left == platform::HiddenNeighbour(project)) {
     const auto bytes = files.Read(*left);

@@ -38,7 +38,7 @@ Result<std::string> KeepOldFile(platform::FileSystem& files, std::string_view pa
   if (!lock) return Error{lock.ErrorText()};
   std::string name = std::string(path).append(kBackupExtension);
   for (int number = 1; !isFreeFor(files, name, bytes.Value()); ++number) {
-    if (number > kMaxCopies) return Error{name + ": Too many copies are kept"};
+    if (number > kMaxCopies) return Error{name + ": Too many kept copies"};
     name = std::string(path).append(kBackupExtension).append(".").append(NumberText(number));
   }
   platform::AtomicFile copy(files, name, files.Find(path));

@@ -21,8 +21,8 @@ bool takeNumber(const char*& at, int& number) {
   return digits == 1 || (digits > 1 && digits <= kMaxDigits && *first != '0');
 }
 
-// What stands between the brackets, up to the closing one at `end`; false when it is no list of
-// indices.
+// Parses the text between the brackets, up to the closing one at `end`; false when it is not a list
+// of indices.
 bool takeIndices(const char* at, const char* end, Key& key) {
   int count = 0;
   for (int& index : key.index) {

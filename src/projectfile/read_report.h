@@ -7,8 +7,8 @@
 
 namespace ostrand::ORVUS_GENFILE {
 
-// The next save drops these lines. Lines that the format never keeps, and old keys that stand for
-// others, are not among them.
+// The next save drops these lines. Lines that the format never keeps, and old keys that are
+// read as others, are not among them.
 struct SkippedLine {
   int number = 0;  // from 1
   std::string text;

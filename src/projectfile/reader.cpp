@@ -3,7 +3,7 @@
 // A key means the first of all keys of its section, every index tried up to its limit, whose text
 // it equals. Trying them would cost far too much, so a key is taken apart instead: its name is
 // looked up in the tables, and its indices are held against the limits in force. Those are the
-// counts read so far, since a count stands in front of what it counts.
+// counts read so far, since a count precedes what it counts.
 #include <algorithm>
 #include <array>
 #include <cstddef>
@@ -74,8 +74,8 @@ bool takeValue(std::string& member, Form form, i16, std::string_view text) {
   return true;
 }
 
-// Parts of a section. Each has a table of keys and tells which record the brackets of a key mean:
-// none when they have another shape or an index lies outside.
+// Parts of a section. Each has a table of keys and finds the record that the brackets of a key
+// mean: none when they have another shape or an index lies outside.
 
 struct Part {
   static constexpr std::string_view kPrefix{};
@@ -386,7 +386,7 @@ enum class Fate {
   kBadValue,
 };
 
-// The keys of one section behind a small hash table that is made at compile time.
+// The keys of one section in a small hash table that is built at compile time.
 template <class... Parts>
 class Keys {
  public:
@@ -412,7 +412,7 @@ class Keys {
 
   static constexpr std::size_t kCount = (std::size(Parts::kKeys) + ...);
   static constexpr std::size_t kPlaceCount = 512;
-  static_assert(kCount < 128, "a place is one byte, and most places are to stay free");
+  static_assert(kCount < 128, "a place is one byte, and most places must stay free");
 
   static constexpr std::size_t mix(std::size_t size, char first, char middle, char last) {
     return (size * 67 + static_cast<unsigned char>(first) * 31U +
@@ -604,13 +604,13 @@ bool isBlank(std::string_view line) { return Trim(line).empty(); }
 // Why a line was skipped.
 constexpr std::string_view kNoSection = "no section of a project";
 constexpr std::string_view kMarkInText = "\"[\" in a text, which begins a section";
-constexpr std::string_view kBehindTheEnd = "behind the line where the reading ends";
+constexpr std::string_view kAfterTheEnd = "after the line where reading ends";
 constexpr std::string_view kOutsideSections = "in no section of a project";
 constexpr std::string_view kNoEquals = "no \"=\" in it";
 
 // By Fate.
-constexpr std::string_view kReasons[] = {
-    "", "unknown key", "outside of what the counts above it have room for", "no value of this key"};
+constexpr std::string_view kReasons[] = {"", "unknown key", "beyond the counts above it",
+                                         "not a value of this key"};
 
 // Reads a file line by line.
 class LineReader {
@@ -623,7 +623,7 @@ class LineReader {
       const std::string_view line = TakeLine(rest);
       ++number_;
       if (ended_) {
-        if (!isBlank(line)) skip(line, kBehindTheEnd);
+        if (!isBlank(line)) skip(line, kAfterTheEnd);
       } else {
         take(line);
       }

@@ -171,7 +171,7 @@ inline constexpr Field<OutputTable> kTableKeys[] = {
     {"CalcTime", Form::kStr, &OutputTable::CalcTime},
     {"TrigTable", Form::kStr, &OutputTable::TrigTable, kConditions},
 };
-// Behind the prefix of its state: StartMeasVar, StopMeasVar.
+// After the prefix of its state: StartMeasVar, StopMeasVar.
 inline constexpr std::string_view kTriggerPrefix[] = {"Start", "Stop"};
 inline constexpr Field<TriggerCondition> kTriggerKeys[] = {
     {"MeasVar", Form::kText, &TriggerCondition::StartMeasVar},
@@ -221,14 +221,14 @@ constexpr int TriggerNumber(int table, int condition) {
   return table * (condition < 10 ? 10 : 100) + condition;
 }
 
-// What is stored of one item: keys behind (table, block).
+// The outputs of one item: keys with (table, block).
 
 inline constexpr Field<i16> kSelectionKeys[] = {{"Table"}};
 inline constexpr Field<HistoSet> kHistogramKeys[] = {
     {"HistogramCode", Form::kText, &HistoSet::HistogramCode}};
 inline constexpr Field<HistoSet> kRainHistoKeys[] = {
     {"RainHistoCode", Form::kText, &HistoSet::RainHistoCode}};
-// Behind the level prefix of the kind: TmLevelCode.
+// After the level prefix of the kind: TmLevelCode.
 inline constexpr Field<HistoSet> kLevelKeys[] = {
     {"LevelCode", Form::kText, &HistoSet::LevelCode},
     {"LevelMeas", Form::kStr, &HistoSet::LevelMeas},
@@ -241,7 +241,7 @@ inline constexpr Field<HistoSet> kLevNumTestsKeys[] = {
 inline constexpr Field<float> kLevelTwoKeys[] = {{"LevelVarTwo"}};
 inline constexpr Field<HistoSet> kNumDimsKeys[] = {{"NumDims", Form::kStr, &HistoSet::NumDims}};
 
-// What one repetition has of its own: keys behind (block, repetition).
+// The separate values of one repetition: keys with (block, repetition).
 
 inline constexpr Field<RepAlias> kAliasKeys[] = {
     {"AliasName", Form::kTextIfAny, &RepAlias::AliasName},
@@ -261,7 +261,7 @@ inline constexpr Field<ReferenceOutput> kReferenceKeys[] = {
     {"DataResolution", Form::kText, &ReferenceOutput::DataResolution},
     {"Public", Form::kStr, &ReferenceOutput::Public},
 };
-// The multiplexer reference alone has a key of its own for its rainflow code.
+// Only the multiplexer reference has a separate key for its rainflow code.
 inline constexpr Field<HistoSet> kRainCodeKeys[] = {
     {"RainCode", Form::kText, &HistoSet::RainHistoCode}};
 // Processing instructions that the file keeps of the battery and of the two references.
@@ -292,7 +292,7 @@ inline constexpr Field<TK40MBlockData> kTK40MKeys[] = {
     {"ZeroFlag", Form::kStr, &TK40MBlockData::ZeroFlag},
     {"OpenSensDetect", Form::kStr, &TK40MBlockData::OpenSensDetect},
 };
-// Of older files, which told thermocouple and voltage blocks apart in the key. Read only.
+// Keys of older files, which distinguish thermocouple and voltage blocks in the key. Read only.
 inline constexpr Field<TK40MBlockData> kTK40MOldKeys[] = {
     {"Units", Form::kText, &TK40MBlockData::Units}};
 inline constexpr Field<TK40MBlockData> kTK40MOldTempKeys[] = {
@@ -418,7 +418,7 @@ inline constexpr Field<PulseBlockData> kPulseKeys[] = {
 inline constexpr Field<PulseBlockGroup> kPulseOldKeys[] = {
     {"PulseBlockCount", Form::kStr, &PulseBlockGroup::BlockCount, kPulseBlocks}};
 
-// [PORT SETUP]; a literal 0 stands where the slot would
+// [PORT SETUP]; with a literal 0 in the place of the slot
 
 inline constexpr Field<PortSetup> kCodeTypeKeys[] = {
     {"CodeType", Form::kText, &PortSetup::CodeType}};
@@ -444,7 +444,7 @@ inline constexpr Field<FlagControl> kFlagKeys[] = {
     {"FlagInclude", Form::kStr, &FlagControl::FlagInclude},
     {"FlagOn", Form::kStr, &FlagControl::FlagOn},
 };
-// Behind the prefix of its state: State2FlagVar.
+// After the prefix of its state: State2FlagVar.
 inline constexpr std::string_view kFlagStatePrefix[] = {"State1", "State2"};
 inline constexpr Field<FlagState> kFlagStateKeys[] = {
     {"FlagVar", Form::kText, &FlagState::FlagVar},
@@ -576,8 +576,8 @@ inline constexpr Field<CalcFieldData> kCalcFieldKeys[] = {
 };
 inline constexpr Field<std::string> kCalcColumnKeys[] = {{"CalcField", Form::kText}};
 
-// The families of measured items, which share the output block and the alias block. Each tells
-// where its items stand, how many are in use, and by which prefix its level keys begin.
+// The families of measured items, which share the output block and the alias block. Each
+// gives the place of its items, the number in use, and the prefix of its level keys.
 
 // A count of used items, never more than there are.
 template <class Items>

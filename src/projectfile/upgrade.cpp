@@ -21,7 +21,7 @@ void splitEvent(OutputTable& table) {
   }
 }
 
-// Older files have conditions without a count; what they told is kept, but switched off.
+// Older files have conditions without a count; they are kept, but disabled.
 void countTrigger(OutputTable& table) {
   if (table.TrigTable > 0 || table.Trigger[0][1].StartMeasVar.empty()) return;
   table.DisableTrigger = 1;

@@ -13,7 +13,7 @@
 namespace ostrand::ORVUS_GENFILE {
 namespace {
 
-// What stands in the brackets of a key, brackets included; empty for a key without any.
+// The brackets of a key with their content; empty for a key without any.
 class BracketText {
  public:
   BracketText() = default;
@@ -57,7 +57,7 @@ class BracketText {
     length_ += static_cast<std::size_t>(count);
   }
 
-  // Four indices of three digits at most, and the room that a number wants while it is written.
+  // Four indices of three digits at most, and the capacity that a number needs while it is written.
   std::array<char, 32 + kNumberTextRoom> text_;
   std::size_t length_ = 0;
 };
@@ -68,7 +68,7 @@ class Lines {
   explicit Lines(std::size_t expected) { text_.resize(expected); }
 
   void Plain(std::string_view line) {
-    char* const at = room(line.size() + kLineEnd.size());
+    char* const at = reserve(line.size() + kLineEnd.size());
     CopyText(CopyText(at, line), kLineEnd);
   }
 
@@ -108,7 +108,7 @@ class Lines {
   // The one place where a line is put together, in a single step for speed.
   void put(std::string_view prefix, std::string_view key, std::string_view brackets,
            std::string_view value) {
-    char* at = room(prefix.size() + key.size() + brackets.size() + value.size() + 3);
+    char* at = reserve(prefix.size() + key.size() + brackets.size() + value.size() + 3);
     at = CopyText(at, prefix);
     at = CopyText(at, key);
     at = CopyText(at, brackets);
@@ -117,7 +117,7 @@ class Lines {
     CopyText(at, kLineEnd);
   }
   // Takes the next `size` bytes of the text.
-  char* room(std::size_t size) {
+  char* reserve(std::size_t size) {
     if (text_.size() - used_ < size) text_.resize(2 * text_.size() + size);
     char* const start = text_.data() + used_;
     used_ += size;
@@ -302,7 +302,7 @@ void writeCode(Lines& out, OutputSet& output, int t, int code) {
   if (selected(output, t, code)) out.Keys<Keys>(output.Histo[t], BracketText::Of(t));
 }
 
-// Battery and references: in each table the selections stand in front of the codes, which
+// Battery and references: in each table the selections precede the codes, which
 // `writeCodes` writes.
 template <class WriteCodes>
 void writeReference(Lines& out, ProjectStore& store, ReferenceOutput& reference, int codes,

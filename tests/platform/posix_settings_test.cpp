@@ -73,16 +73,16 @@ TEST_F(PosixSettings, AreAPlainFileForTheirOwnerAlone) {
   }
 }
 
-TEST_F(PosixSettings, TellOfAStrangeLineOnceAndKeepIt) {
+TEST_F(PosixSettings, ReportAStrangeLineOnceAndKeepIt) {
   lay("# by hand\nwhat?\n[quillon\\quillon]\ngenpath = a\n");
   ASSERT_TRUE(put(store, "GenPath", "b"));
   EXPECT_EQ(ReadDisk(path), "# by hand\nwhat?\n[quillon\\quillon]\nGenPath = b\n");
   EXPECT_EQ(store.TakeNotice(),
-            "A line of the settings is not understood and is passed over: " + path + ", line 2");
+            "A line of the settings is not understood and is ignored: " + path + ", line 2");
   EXPECT_EQ(get(store, "GenPath") + store.TakeNotice(), "b");
 }
 
-TEST_F(PosixSettings, ADamagedFileReadsAsNoneIsToldAndKeptAside) {
+TEST_F(PosixSettings, ADamagedFileReadsAsEmptyIsReportedAndKeptAside) {
   const std::tuple<std::string, std::string, std::string> cases[] = {
       {kHead + std::string("GenPath = a\0b\n", 14), ": Not a text file", ".damaged"},
       {std::string(SettingsText::kMaxBytes + 1, '\n'), ": File too large", ".damaged-2"}};
@@ -94,7 +94,7 @@ TEST_F(PosixSettings, ADamagedFileReadsAsNoneIsToldAndKeptAside) {
               "The settings cannot be read, the defaults are in use: " + path + reason);
     EXPECT_TRUE(ReadDisk(path) == bytes);  // reading changes nothing
     ASSERT_TRUE(put(damaged, "GenPath", "new"));
-    EXPECT_EQ(damaged.TakeNotice(), "The damaged settings were kept as " + path + aside);
+    EXPECT_EQ(damaged.TakeNotice(), "The damaged settings are kept as " + path + aside);
     EXPECT_TRUE(ReadDisk(path + aside) == bytes);
     EXPECT_EQ(get(damaged, "GenPath"), "new");
   }
@@ -141,7 +141,7 @@ TEST_F(PosixSettings, AFileThatTheDiskDoesNotGiveIsNeverChanged) {
   EXPECT_TRUE(std::filesystem::is_symlink(path));
 }
 
-// In turn each call to the disk fails: what was there before stays or the new content stands
+// In turn each call to the disk fails: what was there before stays or the new content is whole
 // whole, nothing else is left, and a damaged file is never lost.
 TEST_F(PosixSettings, AFailingDiskLosesNothing) {
   const std::string before = kHead + "GenPath = a\n";
@@ -189,7 +189,7 @@ TEST_F(PosixSettings, AFolderThatMayNotBeWrittenGivesAClearError) {
               if (::geteuid() == 0 && ::seteuid(65534) != 0) return 9;  // no superuser here
               const Result<> changed = put(store, "GenPath", "b");
               if (changed || changed.ErrorText() != path + ": Permission denied") return 1;
-              return put(store, "GenPath", "a") ? 0 : 2;  // what stands there needs no write
+              return put(store, "GenPath", "a") ? 0 : 2;  // a present value needs no write
             })),
             0);
   for (const char* name : {"", "config", "config/ostrand"}) {
@@ -267,7 +267,7 @@ TEST_F(PosixRegistry, GivesTextsAndNumbersOrTheFailure) {
   EXPECT_EQ(registry.TakeNotice(), "");
 }
 
-TEST_F(PosixRegistry, AFileThatIsMissingIsQuietAndADamagedOneIsTold) {
+TEST_F(PosixRegistry, AFileThatIsMissingIsQuietAndADamagedOneIsReported) {
   EXPECT_EQ(registry.Read("HKLM", "A", "b").failure, RegistryFailure::kOpenKey);
   EXPECT_EQ(registry.TakeNotice(), "");
   std::filesystem::create_directory(folder / "registry");

@@ -233,7 +233,7 @@ TEST_F(PosixFiles, TheNeighbourHasTheRightsAndTheOwnerOfTheFileFromTheStart) {
 }
 
 // The calls of one write, in their order: create, write, sync, close, rename, sync of the folder.
-TEST(AtomicFile, EveryFailingCallIsToldAndLeavesAWholeFileAlone) {
+TEST(AtomicFile, ReportsEveryFailingCallAndKeepsAWholeFile) {
   for (int failAt = 1; failAt <= 7; ++failAt) {
     testing::MemoryFileSystem disk;
     disk.files = {{"/data/pump.VKP", "old"}};
@@ -246,7 +246,7 @@ TEST(AtomicFile, EveryFailingCallIsToldAndLeavesAWholeFileAlone) {
   }
 }
 
-TEST(TcpSocket, APeerThatIsGoneIsToldAtTheNextMessage) {
+TEST(TcpSocket, ReportsAPeerThatIsGoneAtTheNextMessage) {
   const testing::Listener listener;
   auto socket = TcpSocket::Connect("127.0.0.1", listener.Port());
   ASSERT_TRUE(socket);
@@ -313,7 +313,7 @@ TEST(TerminalText, KeepsUtf8TurnsProjectBytesAndEscapesControlCharacters) {
       {"/home/\xC3\xA9t\xC3\xA9/\xE6\xB8\xAC.VKG", "/home/\xC3\xA9t\xC3\xA9/\xE6\xB8\xAC.VKG"},
       {"\x1B[2J\x07\r\x7F", "\\x1B[2J\\x07\\r\\x7F"},
       {"\xC3", "\xC3\x83"},                              // a lead byte alone is a letter
-      {"\xED\xA0\x80", "\xC3\xAD\xC2\xA0\xE2\x82\xAC"},  // a surrogate is no UTF-8
+      {"\xED\xA0\x80", "\xC3\xAD\xC2\xA0\xE2\x82\xAC"},  // a surrogate is not UTF-8
       {"\xC2\x9B", "\\u009B"},
       {"\xC2\xA0\xC2", "\xC2\xA0\xC3\x82"},
   };

@@ -39,7 +39,7 @@ TEST(SettingsText, ReadsWhatPeopleWrite) {
   }
 }
 
-TEST(SettingsText, PassesOverWhatIsNotUnderstoodAndTellsWhere) {
+TEST(SettingsText, IgnoresWhatIsNotUnderstoodAndGivesItsLine) {
   constexpr std::pair<std::string_view, int> cases[] = {
       {"a = 1\n[s]\n", 1},       {"[s]\nb = 1\na\n", 3},     {"[s]\n = 1\n", 2},
       {"[s]\n\n[t\na = 1\n", 3}, {"[s]\n[ ]\na = 1\n", 2},   {"[s]\na = \"open\n", 2},

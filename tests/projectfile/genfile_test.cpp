@@ -101,8 +101,8 @@ TEST_F(ProjectFile, WhatAnInterruptedSaveLeftIsGivenBack) {
        hidden + ": The save was interrupted before the file was whole"},
       {{{"/p/Pump.vkg", "new"}, {"/p/pump._KG", "old"}},
        "",
-       "/p/Pump.vkg: The project exists and is left as it is"},
-      {{}, "", "/p/pump.VKG: No interrupted save is beside it (/p/pump._KG)"},
+       "/p/Pump.vkg: The project exists and was not changed"},
+      {{}, "", "/p/pump.VKG: No interrupted save found (/p/pump._KG)"},
   };
   for (const auto& [before, left, error] : cases) {
     files_.files = before;
@@ -167,7 +167,7 @@ class ProjectWriter : public ::testing::Test {
  protected:
   ProjectWriter() { ORVUS_COMMON::SetAllDefaults(*store); }
   std::string saved() { return ProjectFileText(*store, {2003, 3, 10, 14, 5, 0}); }
-  // `lines` as they stand in the file, one behind the other.
+  // `lines` as they are in the file, one after the other.
   void expect(std::string_view lines) {
     std::string text = "\r\n";
     for (const char c : lines) text += c == '\n' ? "\r\n" : std::string(1, c);
@@ -232,7 +232,7 @@ TEST_F(ProjectWriter, PortSlotsShareTheirKeys) {
   EXPECT_EQ(includes(), 2);  // the untouched second slot repeats the first
   PortSlot& second = store->Ports.Slot[1];
   second.Public = kTrue;
-  EXPECT_EQ(includes(), 1);  // one that was touched has lines of its own
+  EXPECT_EQ(includes(), 1);  // one that was touched has separate lines
   second.Ports[9].Include = kTrue;
   second.BinaryMask[2] = "00001111";
   expect("Include(0,9)=-1\nMeasureVar(0,0,9)=\nCompare(0,0,9)= 1\nValue(0,0,9)=0\n");

@@ -1,4 +1,4 @@
-// What a project file of this or an older version says, told by the lines of its next save.
+// Reading project files of this and older versions, shown by the lines of the next save.
 #include <gtest/gtest.h>
 
 #include "model/defaults.h"
@@ -18,7 +18,7 @@ std::unique_ptr<ProjectStore> readText(std::string_view text) {
 
 struct Case {
   std::string text;
-  std::vector<std::string> lines;  // of the next save; behind a "!" the end of lines not in it
+  std::vector<std::string> lines;  // of the next save; after a "!" the end of lines not in it
 };
 
 void expectAll(const std::string& before, const std::vector<Case>& cases) {
@@ -168,12 +168,11 @@ TEST(ProjectReader, ReportsTheLinesThatItSkips) {
        "line 1: Operator=A: in no section of a project"},
       {config + "lone\n", 1, "line 2: lone: no \"=\" in it"},
       {config + "Foo=1\nTK40MQty= 2\n", 1, "line 2: Foo=1: unknown key"},
-      {config + "TK40MQty=two\n", 1, "line 2: TK40MQty=two: no value of this key"},
+      {config + "TK40MQty=two\n", 1, "line 2: TK40MQty=two: not a value of this key"},
       {"[VOLTAGE BLOCKS]\nBlockCount=1\nReps(2)=1\nReps(1)=1\nAliasName(1,2)=a\n", 2,
-       "line 3: Reps(2)=1: outside of what the counts above it have room for"},
+       "line 3: Reps(2)=1: beyond the counts above it"},
       {mux + "Units(1)=Hz\nTCRange(1)=1 V\nVoltRange(1)=2 V\nVoltRangeNo(1)=3\n", 0, ""},
-      {mux + "VoltRange(2)=2 V\n", 1,
-       "line 3: VoltRange(2)=2 V: outside of what the counts above it have room for"},
+      {mux + "VoltRange(2)=2 V\n", 1, "line 3: VoltRange(2)=2 V: beyond the counts above it"},
       {"[PULSE BLOCKS]\nPulseBlockCount=1\n[CONFIGURATION]\n" + std::string(70, 'x'), 1,
        "line 4: xxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxx...: no \"=\" in it"},
   };

@@ -4,8 +4,9 @@
 
 #include <cerrno>
 #include <chrono>
-#include <cstring>
 #include <thread>
+
+#include "platform/posix/system_error.h"
 
 namespace ostrand::platform {
 namespace {
@@ -22,10 +23,10 @@ bool IsNoLock(int number) {
 
 Result<> LockOpened(int descriptor, const std::string& path, const std::string& held) {
   for (int tries = 0; tries < kTries; ++tries) {
-    // Without locks whole files are still the better part of what is wanted.
+    // A disk without locks still gets whole files.
     if (::flock(descriptor, LOCK_EX | LOCK_NB) == 0 || IsNoLock(errno)) return Done{};
     if (errno == EINTR) continue;
-    if (errno != EWOULDBLOCK) return Error{path + ": " + std::strerror(errno)};
+    if (errno != EWOULDBLOCK) return SystemError(path, errno);
     std::this_thread::sleep_for(kBetweenTries);
   }
   return Error{path + ": " + held};

@@ -1,4 +1,4 @@
-// Locks between processes, which the system lets go when a process dies.
+// Locks between processes, which the system releases when a process dies.
 #pragma once
 
 #include <string>
@@ -7,8 +7,8 @@
 
 namespace ostrand::platform {
 
-// Whether an error number of flock says that the disk has no locks, as some network disks have
-// none, or none of a folder.
+// Whether an error number of flock means that the disk has no locks, or none for folders, as some
+// network disks.
 bool IsNoLock(int number);
 
 // Locks what the descriptor has open, as long as it is open, against all others that do the same.

@@ -1,4 +1,4 @@
-// Signals that end the process, held back while it has something to tidy up.
+// Signals that end the process, held back while there is something to clean up.
 #pragma once
 
 namespace ostrand::platform {

@@ -20,15 +20,12 @@
 #include "platform/paths.h"
 #include "platform/posix/file_lock.h"
 #include "platform/posix/project_lock.h"
+#include "platform/posix/system_error.h"
 
 namespace ostrand::platform {
 namespace {
 
-constexpr std::chrono::milliseconds kTick{20};  // the longest of a disk's clock
-
-Error failure(const std::string& path, int number) {
-  return Error{path + ": " + std::strerror(number)};
-}
+constexpr std::chrono::milliseconds kTick{20};  // the longest tick of a disk's clock
 
 // Closes a descriptor at the end of its scope.
 class Descriptor {
@@ -51,7 +48,7 @@ class Descriptor {
   int number_;
 };
 
-bool stands(const std::string& path) {
+bool exists(const std::string& path) {
   struct stat info {};
   return ::lstat(path.c_str(), &info) == 0;
 }
@@ -71,7 +68,7 @@ std::string slashed(std::string_view path) {
   return result;
 }
 
-// A file name has no end of text inside; a C call would stop there and touch another file.
+// A name with a NUL inside would be cut by a C call, which would then touch another file.
 bool isName(std::string_view path) { return path.find('\0') == std::string_view::npos; }
 
 class PosixFile : public OutputFile {
@@ -83,7 +80,7 @@ class PosixFile : public OutputFile {
     while (!bytes.empty()) {
       const ssize_t written = ::write(descriptor_.Number(), bytes.data(), bytes.size());
       if (written < 0 && errno == EINTR) continue;
-      if (written < 0) return failure(path_, errno);
+      if (written < 0) return SystemError(path_, errno);
       bytes.remove_prefix(static_cast<std::size_t>(written));
     }
     return Done{};
@@ -91,13 +88,13 @@ class PosixFile : public OutputFile {
 
   Result<> Sync() override {
     if (syncing_ == Syncing::kOn && ::fsync(descriptor_.Number()) != 0) {
-      return failure(path_, errno);
+      return SystemError(path_, errno);
     }
     return Done{};
   }
 
   Result<> Close() override {
-    if (const int number = descriptor_.Close(); number != 0) return failure(path_, number);
+    if (const int number = descriptor_.Close(); number != 0) return SystemError(path_, number);
     return Done{};
   }
 
@@ -112,8 +109,8 @@ std::string folderOf(std::string_view path) {
   return folder.empty() ? "./" : folder;
 }
 
-// Where a symbolic link leads to, over all its steps; a path that is none as it stands, and one
-// that leads round in a circle, too.
+// The target of a symbolic link, all links followed. A path that is no link, or leads round in a
+// circle, is returned unchanged.
 std::string linkTarget(const std::string& path) {
   constexpr int kMaxSteps = 40;
   std::string name = path;
@@ -133,15 +130,12 @@ FileStamp stampOf(const struct stat& info) {
           std::int64_t{info.st_mtim.tv_sec} * 1'000'000'000 + info.st_mtim.tv_nsec};
 }
 
-// The owner is for root alone to give; of a group that this user is not in, its rights go too.
+// Only root can give the owner. The rights of a group that this user cannot give are dropped.
 void giveRights(int descriptor, const struct stat& old) {
   const bool sameGroup = ::fchown(descriptor, old.st_uid, old.st_gid) == 0 ||
                          ::fchown(descriptor, static_cast<uid_t>(-1), old.st_gid) == 0;
   static_cast<void>(::fchmod(descriptor, old.st_mode & (sameGroup ? 0777U : 0707U)));
 }
-
-// A path less its last extension.
-std::string_view withoutExtension(std::string_view path) { return path.substr(0, path.rfind('.')); }
 
 class PosixFolderLock : public FolderLock {
  public:
@@ -158,10 +152,10 @@ int openFolder(const std::string& folder) {
 
 }  // namespace
 
-// Names of one folder as they are on the disk. Kept while the folder does not change.
+// Names of one folder as they are on the disk. Cached while the folder does not change.
 class PosixFileSystem::FolderNames {
  public:
-  // The entry of `folder` that is `name` but for its case; empty when there is none.
+  // The entry of `folder` that equals `name` without regard to case; empty when there is none.
   std::string Like(const std::string& folder, std::string_view name) {
     read(folder.empty() ? "." : folder);
     std::string best;
@@ -203,19 +197,19 @@ PosixFileSystem::~PosixFileSystem() = default;
 // The path as it is on the disk; from the first part that cannot be found on, as given.
 std::string PosixFileSystem::onDisk(std::string_view path) {
   std::string given = slashed(path);
-  if (stands(given)) return given;
+  if (exists(given)) return given;
   if (names_ == nullptr) names_ = std::make_unique<FolderNames>();
   std::string result;
   std::size_t at = 0;
   while (at < given.size()) {
     const std::size_t end = std::min(given.find('/', at), given.size());
     const std::string part = given.substr(at, end - at);
-    if (part.empty() || stands(result + part)) {
+    if (part.empty() || exists(result + part)) {
       result += part;
     } else {
       std::string found = names_->Like(result, part);
-      // A save that spells its project anew may have done so during the search.
-      if (found.empty() && stands(result + part)) found = part;
+      // A save may have renamed its project to the new spelling during the search.
+      if (found.empty() && exists(result + part)) found = part;
       if (found.empty()) return result + given.substr(at);
       result += found;
     }
@@ -225,8 +219,8 @@ std::string PosixFileSystem::onDisk(std::string_view path) {
   return result;
 }
 
-// The name on the disk of what `info` then describes, links followed. When there is nothing, errno
-// says why and the name is as far as it could be found.
+// The name on the disk of what `info` then describes, links followed. When nothing is there, errno
+// is the reason and the name is as far as it could be resolved.
 std::string PosixFileSystem::lookUp(std::string_view path, struct stat& info, bool& there) {
   std::string name = slashed(path);
   there = ::stat(name.c_str(), &info) == 0;
@@ -247,16 +241,16 @@ bool PosixFileSystem::isKind(std::string_view path, mode_t kind) {
 bool PosixFileSystem::Exists(std::string_view path) { return isKind(path, S_IFREG); }
 
 bool PosixFileSystem::Taken(std::string_view path) {
-  return isName(path) && (stands(slashed(path)) || stands(onDisk(path)));
+  return isName(path) && (exists(slashed(path)) || exists(onDisk(path)));
 }
 
 bool PosixFileSystem::IsFolder(std::string_view path) { return isKind(path, S_IFDIR); }
 
 std::string PosixFileSystem::Find(std::string_view path) {
   std::string found = slashed(path);
-  if (stands(found)) return found;
+  if (exists(found)) return found;
   found = onDisk(path);
-  return stands(found) ? found : std::string(path);
+  return exists(found) ? found : std::string(path);
 }
 
 std::string PosixFileSystem::Target(std::string_view path) {
@@ -302,28 +296,28 @@ std::string PosixFileSystem::WorkingFolder() {
 }
 
 Result<std::string> PosixFileSystem::Read(std::string_view path) {
-  if (!isName(path)) return failure(std::string(path), EINVAL);
-  // Looked at before it is opened: opening alone can stir a device.
+  if (!isName(path)) return SystemError(std::string(path), EINVAL);
+  // Checked before it is opened: opening alone can affect a device.
   struct stat info {};
   bool there = false;
   const std::string name = lookUp(path, info, there);
-  if (!there) return failure(name, errno);
-  if (S_ISDIR(info.st_mode)) return failure(name, EISDIR);
+  if (!there) return SystemError(name, errno);
+  if (S_ISDIR(info.st_mode)) return SystemError(name, EISDIR);
   if (!S_ISREG(info.st_mode)) return Error{name + ": Not a regular file"};
-  if (info.st_size > static_cast<off_t>(kMaxBytes)) return failure(name, EFBIG);
+  if (info.st_size > static_cast<off_t>(kMaxBytes)) return SystemError(name, EFBIG);
   const Descriptor file(::open(name.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK));
-  if (!file.IsOpen()) return failure(name, errno);
+  if (!file.IsOpen()) return SystemError(name, errno);
 
-  // One byte more than the size, so that the end is met without another round.
+  // One byte more than the size, so that the end is found without another round.
   std::string bytes(static_cast<std::size_t>(info.st_size) + 1, '\0');
   std::size_t length = 0;
   for (;;) {
     const ssize_t got = ::read(file.Number(), bytes.data() + length, bytes.size() - length);
     if (got < 0 && errno == EINTR) continue;
-    if (got < 0) return failure(name, errno);
+    if (got < 0) return SystemError(name, errno);
     if (got == 0) break;
     length += static_cast<std::size_t>(got);
-    if (length > kMaxBytes) return failure(name, EFBIG);
+    if (length > kMaxBytes) return SystemError(name, EFBIG);
     if (length == bytes.size()) bytes.resize(2 * length);
   }
   bytes.resize(length);
@@ -340,96 +334,96 @@ std::uint64_t PosixFileSystem::Size(std::string_view path) {
 
 Result<std::unique_ptr<OutputFile>> PosixFileSystem::Create(std::string_view path,
                                                             std::string_view rightsOf) {
-  if (!isName(path)) return failure(std::string(path), EINVAL);
+  if (!isName(path)) return SystemError(std::string(path), EINVAL);
   const std::string name = slashed(path);
   struct stat old {};
   const bool replaces = readers_ == Readers::kAll && !rightsOf.empty() && isName(rightsOf) &&
                         ::stat(slashed(rightsOf).c_str(), &old) == 0 && S_ISREG(old.st_mode);
   mode_t mode = readers_ == Readers::kOwner ? 0600 : 0666;
-  // The rights of a group are those of that group alone, which the new file does not have yet.
+  // The rights of a group are given only with that group, which the new file does not have yet.
   if (replaces) mode = old.st_mode & 0707U;
   const int descriptor =
       ::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, mode);
-  if (descriptor < 0) return failure(name, errno);
+  if (descriptor < 0) return SystemError(name, errno);
   auto file = std::make_unique<PosixFile>(name, descriptor, syncing_);
   if (replaces) giveRights(descriptor, old);
   return std::unique_ptr<OutputFile>(std::move(file));
 }
 
 Result<> PosixFileSystem::Rename(std::string_view from, std::string_view to) {
-  if (!isName(from) || !isName(to)) return failure(std::string(to), EINVAL);
+  if (!isName(from) || !isName(to)) return SystemError(std::string(to), EINVAL);
   const std::string name = slashed(to);
-  if (::rename(slashed(from).c_str(), name.c_str()) != 0) return failure(name, errno);
+  if (::rename(slashed(from).c_str(), name.c_str()) != 0) return SystemError(name, errno);
   return Done{};
 }
 
 Result<> PosixFileSystem::RenameNew(std::string_view from, std::string_view to) {
-  if (!isName(from) || !isName(to)) return failure(std::string(to), EINVAL);
+  if (!isName(from) || !isName(to)) return SystemError(std::string(to), EINVAL);
   const std::string source = slashed(from);
   const std::string name = slashed(to);
   if (::renameat2(AT_FDCWD, source.c_str(), AT_FDCWD, name.c_str(), RENAME_NOREPLACE) == 0) {
     return Done{};
   }
-  if (errno != EINVAL && errno != ENOSYS) return failure(name, errno);
+  if (errno != EINVAL && errno != ENOSYS) return SystemError(name, errno);
   // Not every disk can do it in one step.
-  if (stands(name)) return failure(name, EEXIST);
+  if (exists(name)) return SystemError(name, EEXIST);
   return Rename(from, to);
 }
 
 Result<> PosixFileSystem::Link(std::string_view from, std::string_view to) {
-  if (!isName(from) || !isName(to)) return failure(std::string(to), EINVAL);
+  if (!isName(from) || !isName(to)) return SystemError(std::string(to), EINVAL);
   const std::string name = slashed(to);
-  if (::link(slashed(from).c_str(), name.c_str()) != 0) return failure(name, errno);
+  if (::link(slashed(from).c_str(), name.c_str()) != 0) return SystemError(name, errno);
   return Done{};
 }
 
 Result<> PosixFileSystem::Delete(std::string_view path) {
-  if (!isName(path)) return failure(std::string(path), EINVAL);
+  if (!isName(path)) return SystemError(std::string(path), EINVAL);
   std::string name = slashed(path);
   if (::unlink(name.c_str()) == 0) return Done{};
   if (errno == ENOENT) {
     name = onDisk(path);
     if (::unlink(name.c_str()) == 0) return Done{};
   }
-  return failure(name, errno);
+  return SystemError(name, errno);
 }
 
 Result<bool> PosixFileSystem::MayReplace(std::string_view path) {
-  if (!isName(path)) return failure(std::string(path), EINVAL);
+  if (!isName(path)) return SystemError(std::string(path), EINVAL);
   const std::string name = slashed(path);
   struct stat info {};
   if (::stat(name.c_str(), &info) != 0) {
-    return errno == ENOENT ? Result<bool>(false) : failure(name, errno);
+    return errno == ENOENT ? Result<bool>(false) : SystemError(name, errno);
   }
-  if (S_ISDIR(info.st_mode)) return failure(name, EISDIR);
+  if (S_ISDIR(info.st_mode)) return SystemError(name, EISDIR);
   if (!S_ISREG(info.st_mode)) return Error{name + ": Not a regular file"};
-  // The mark holds for everybody, also for one whom access() lets write anywhere.
-  if ((info.st_mode & S_IWUSR) == 0) return failure(name, EACCES);
-  if (::access(name.c_str(), W_OK) != 0) return failure(name, errno);
+  // The mark also binds a user whom access() lets write anywhere.
+  if ((info.st_mode & S_IWUSR) == 0) return SystemError(name, EACCES);
+  if (::access(name.c_str(), W_OK) != 0) return SystemError(name, errno);
   return true;
 }
 
 Result<> PosixFileSystem::ClearReadOnly(std::string_view path) {
-  if (!isName(path)) return failure(std::string(path), EINVAL);
+  if (!isName(path)) return SystemError(std::string(path), EINVAL);
   struct stat info {};
   bool there = false;
   const std::string name = lookUp(path, info, there);
-  if (!there) return failure(name, errno);
+  if (!there) return SystemError(name, errno);
   const mode_t mode = info.st_mode & 07777;
   if ((mode & S_IWUSR) == 0 && ::chmod(name.c_str(), mode | S_IWUSR) != 0) {
-    return failure(name, errno);
+    return SystemError(name, errno);
   }
   return Done{};
 }
 
-// A project's lock that its files know of.
+// A project's lock that is registered with its file system.
 class PosixFileSystem::HeldLock : public ProjectLock {
  public:
   HeldLock(std::unique_ptr<ProjectLock> inner, std::shared_ptr<Locked> locked,
            std::string_view path)
       : inner_(std::move(inner)),
         locked_(std::move(locked)),
-        place_(locked_->emplace(withoutExtension(path))) {}
+        place_(locked_->emplace(WithoutExtension(path))) {}
   ~HeldLock() override { locked_->erase(place_); }
   HeldLock(const HeldLock&) = delete;
   HeldLock& operator=(const HeldLock&) = delete;
@@ -452,12 +446,12 @@ Result<std::unique_ptr<ProjectLock>> PosixFileSystem::LockProject(std::string_vi
 }
 
 Result<std::unique_ptr<FolderLock>> PosixFileSystem::LockFolder(std::string_view path) {
-  if (!isName(path) || locked_->contains(withoutExtension(path))) {
+  if (!isName(path) || locked_->contains(WithoutExtension(path))) {
     return std::unique_ptr<FolderLock>();
   }
   const std::string folder = folderOf(Target(path));
   auto lock = std::make_unique<PosixFolderLock>(openFolder(folder));
-  // One that may not be read may still be written; of one that is not there the write tells.
+  // A folder that cannot be read may still be writable; the write reports one that does not exist.
   if (!lock->Folder().IsOpen()) return std::unique_ptr<FolderLock>();
   const auto locked =
       LockOpened(lock->Folder().Number(), folder, "Another program keeps the folder locked");
@@ -470,9 +464,9 @@ Result<> PosixFileSystem::SyncFolder(std::string_view path) {
   const std::string folder = folderOf(slashed(path));
   const Descriptor descriptor(openFolder(folder));
   // A folder that may be written but not read cannot be synced; the rename itself has happened.
-  if (!descriptor.IsOpen()) return errno == EACCES ? Result<>(Done{}) : failure(folder, errno);
-  // Some file systems have no such thing as syncing a folder and say so.
-  if (::fsync(descriptor.Number()) != 0 && errno != EINVAL) return failure(folder, errno);
+  if (!descriptor.IsOpen()) return errno == EACCES ? Result<>(Done{}) : SystemError(folder, errno);
+  // Some file systems cannot sync a folder and return EINVAL.
+  if (::fsync(descriptor.Number()) != 0 && errno != EINVAL) return SystemError(folder, errno);
   return Done{};
 }
 

@@ -20,9 +20,8 @@ enum class Readers { kAll, kOwner };
 
 // `\` separates folders as `/` does. A path to be read is looked up exactly, and only then each
 // part of it without regard to case (ASCII letters; names on this disk have no known code page),
-// the first of several in the order of their bytes. Error texts are the path as it stands on the
-// disk and the reason:
-// "/x/y.VKG: Permission denied". Only regular files are read, none above kMaxBytes.
+// the first of several in the order of their bytes. Error texts are the path as it is on the disk
+// and the reason: "/x/y.VKG: Permission denied". Only regular files are read, none above kMaxBytes.
 class PosixFileSystem : public FileSystem {
  public:
   static constexpr std::size_t kMaxBytes = std::size_t{64} << 20;

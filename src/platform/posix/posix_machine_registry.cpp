@@ -17,13 +17,12 @@ RegistryReading PosixMachineRegistry::Read(std::string_view hive, std::string_vi
   const bool machine = SameText(hive, "HKLM");
   if (!machine && !SameText(hive, "HKCU")) return {{}, RegistryFailure::kOpenKey};
   const SettingsFile& file = (machine ? machine_ : user_).Now();
-  // What is wrong with the user's file is told by the store that owns it.
+  // Damage of the user's file is reported by the store that owns it.
   for (const std::string& why : {file.damage, file.unread}) {
     if (machine && !why.empty()) notices_.Add("The keys of this machine cannot be read: " + why);
   }
   if (machine && !file.strange.empty()) {
-    notices_.Add("A line of the machine's keys is not understood and is passed over: " +
-                 file.strange);
+    notices_.Add("A line of the machine's keys is not understood and is ignored: " + file.strange);
   }
   const std::string section = std::string(hive).append("\\").append(key);
   if (!file.text.HasSection(section)) return {{}, RegistryFailure::kOpenKey};

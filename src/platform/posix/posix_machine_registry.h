@@ -10,7 +10,7 @@
 
 namespace ostrand::platform {
 
-// The hive "HKLM" stands in the machine's file, "HKCU" among the user's settings; a key is the
+// The hive "HKLM" is in the machine's file, "HKCU" among the user's settings; a key is the
 // section "[HKLM\SOFTWARE\...]". A value of digits is a number, one in double quotes or of
 // anything else a text, and "bytes:" data that no reader understands.
 class PosixMachineRegistry : public MachineRegistry {

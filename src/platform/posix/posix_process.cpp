@@ -20,6 +20,7 @@
 #include <utility>
 
 #include "platform/posix/interrupts.h"
+#include "platform/posix/system_error.h"
 #include "text/number.h"
 
 namespace ostrand::platform {
@@ -77,7 +78,7 @@ Pids numbersOf(const std::vector<Child>& family) {
 }
 
 // While one lives, a process whose parent ends becomes a child of this one, where the system can
-// do that, however far it has left its group and session behind.
+// do that, whatever group and session it has moved to.
 class Adoption {
  public:
   Adoption() {
@@ -98,7 +99,7 @@ class Adoption {
   int before_ = 0;
 };
 
-// Waits for a child; false when the system does not give it.
+// Waits for a child; false when that fails.
 bool reap(pid_t child) {
   constexpr int kTries = 100;  // of a call that is interrupted
   for (int tries = 0; tries < kTries; ++tries) {
@@ -149,13 +150,13 @@ class PosixProcess : public Process {
   }
 
  private:
-  // Looks without reaping: until then nobody else can be given the number of the group.
+  // Looks without reaping: until it is reaped, no other process can get the number of the group.
   int look(siginfo_t& info) const {
     return ::waitid(P_PID, static_cast<id_t>(child_), &info, WEXITED | WNOHANG | WNOWAIT);
   }
 
-  // Ends what the program has left behind, in its group or not. It has become a child of this
-  // process, and what it started becomes one when it is gone.
+  // Ends what the program has left running, in its group or not. Such a process has become a child
+  // of this one, and its children become so when it is gone.
   void endAdopted() {
     bool found = true;
     for (int round = 0; found && round < kMaxAdoptionRounds; ++round) {
@@ -163,7 +164,7 @@ class PosixProcess : public Process {
       for (const Child& child : children()) {
         const bool known = std::find(family_.begin(), family_.end(), child.number) != family_.end();
         if (known || child.group == ::getpgrp()) continue;
-        if (::kill(child.number, SIGKILL) != 0) continue;  // one that has taken another identity
+        if (::kill(child.number, SIGKILL) != 0) continue;  // one that has changed its user
         found = reap(child.number) || found;
       }
     }
@@ -186,8 +187,8 @@ class SpawnSettings {
     for (const int stream : streams) {
       ::posix_spawn_file_actions_addopen(&actions_, stream, "/dev/null", O_RDWR, 0);
     }
-    // What the session ignores for itself, a limit on the size of files for one, is not ignored
-    // for others.
+    // Signals that the session ignores for itself, such as that of a file size limit, keep their
+    // effect on the program.
     sigset_t all;
     ::sigfillset(&all);
     ::posix_spawnattr_setsigdefault(&attributes_, &all);
@@ -221,8 +222,10 @@ Result<std::unique_ptr<Process>> PosixProcesses::Start(const ProgramCall& call) 
   auto process = std::make_unique<PosixProcess>();
   const int error = ::posix_spawn(&process->Number(), arguments.front(), settings.Actions(),
                                   settings.Attributes(), arguments.data(), environ);
-  if (error != 0) process->Number() = 0;
-  if (error != 0) return Error{words.front() + ": " + std::strerror(error)};
+  if (error != 0) {
+    process->Number() = 0;
+    return SystemError(words.front(), error);
+  }
   return std::unique_ptr<Process>(std::move(process));
 }
 

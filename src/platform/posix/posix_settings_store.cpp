@@ -13,6 +13,7 @@
 
 #include "platform/paths.h"
 #include "platform/posix/file_lock.h"
+#include "platform/posix/system_error.h"
 #include "text/number.h"
 #include "text/strings.h"
 
@@ -21,37 +22,32 @@ namespace {
 
 constexpr int kMaxDamaged = 100;
 
-Error failure(const std::string& path, int number) {
-  return Error{path + ": " + std::strerror(number)};
-}
-
 std::string sectionOf(std::string_view application, std::string_view section) {
   return std::string(application).append("\\").append(section);
 }
 
-// Creates the folders on the way to `path`, for the user alone; those that are there stay as
-// they are.
+// Creates the missing folders of `path`, for the user alone. Existing ones stay unchanged.
 Result<> makeFolders(const std::string& path) {
   for (std::size_t at = path.find('/', 1); at != std::string::npos; at = path.find('/', at + 1)) {
     const std::string folder = path.substr(0, at);
     if (::mkdir(folder.c_str(), 0700) == 0 || errno == EEXIST) continue;
-    const int number = errno;  // a folder that is there may be on a disk that cannot be written
+    const int number = errno;  // an existing folder may be on a disk that cannot be written
     struct stat info {};
-    if (::stat(folder.c_str(), &info) != 0) return failure(folder, number);
+    if (::stat(folder.c_str(), &info) != 0) return SystemError(folder, number);
   }
   return Done{};
 }
 
-// The file that is meant when `path` is a symbolic link: it is replaced, and not the link.
+// The file to replace: of a symbolic link its target, and not the link.
 Result<std::string> targetOf(const std::string& path) {
   const std::unique_ptr<char, decltype(&std::free)> real(::realpath(path.c_str(), nullptr),
                                                          &std::free);
   if (real != nullptr) return std::string(real.get());
   if (errno == ENOENT) return path;
-  return failure(path, errno);
+  return SystemError(path, errno);
 }
 
-// Whether all the values are in the file already, so that nothing needs to be written.
+// Whether the file already holds all the values, so that nothing needs to be written.
 bool holdsAll(const SettingsFile& file, std::string_view section, std::span<const Setting> values) {
   return file.damage.empty() && file.unread.empty() &&
          std::all_of(values.begin(), values.end(), [&](const Setting& row) {
@@ -70,12 +66,12 @@ class WriteLock {
   WriteLock(const WriteLock&) = delete;
   WriteLock& operator=(const WriteLock&) = delete;
 
-  // Errors are told of `path`, the settings file.
+  // Errors name `path`, the settings file.
   Result<> Take(const std::string& path) {
     const SplitPath parts = Split(path);
     const std::string name = parts.folder + "." + parts.title + ".lock";
     descriptor_ = ::open(name.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600);
-    if (descriptor_ < 0) return failure(path, errno);
+    if (descriptor_ < 0) return SystemError(path, errno);
     return LockOpened(descriptor_, path, "Another program keeps the settings locked");
   }
 
@@ -83,8 +79,8 @@ class WriteLock {
   int descriptor_ = -1;
 };
 
-// Takes from others the right to read a file that stays as it is. What fails here fails again,
-// and is told, at the next change.
+// Revokes other users' access to a file that is not rewritten. A failure here happens again, and
+// is reported, at the next change.
 void closeToOthers(const std::string& path) {
   struct stat info {};
   if (::stat(path.c_str(), &info) == 0 && (info.st_mode & 077) != 0) {
@@ -104,7 +100,7 @@ const SettingsFile& PosixSettingsStore::load() {
     notices_.Add("The settings cannot be read, the defaults are in use: " + why);
   }
   if (!file.strange.empty()) {
-    notices_.Add("A line of the settings is not understood and is passed over: " + file.strange);
+    notices_.Add("A line of the settings is not understood and is ignored: " + file.strange);
   }
   return file;
 }
@@ -120,7 +116,7 @@ std::vector<Setting> PosixSettingsStore::Read(std::string_view application,
 Result<> PosixSettingsStore::Write(std::string_view application, std::string_view section,
                                    std::span<const Setting> values) {
   if (path_.empty()) {
-    return Error{"There is no folder for settings: neither XDG_CONFIG_HOME nor HOME names one"};
+    return Error{"No folder for settings: neither XDG_CONFIG_HOME nor HOME is set"};
   }
   const std::string place = sectionOf(application, section);
   if (const std::string& why = unread_[Upper(place)]; !why.empty()) return Error{why};
@@ -142,7 +138,7 @@ Result<> PosixSettingsStore::replace(SettingsFile& file, std::string_view sectio
     if (auto set = file.text.Set(section, row.name, row.value); !set) return set;
   }
   const std::string bytes = file.text.Bytes();
-  if (bytes.size() > SettingsText::kMaxBytes) return failure(path_, EFBIG);
+  if (bytes.size() > SettingsText::kMaxBytes) return SystemError(path_, EFBIG);
   const auto target = targetOf(path_);
   if (!target) return Error{target.ErrorText()};
   if (!file.damage.empty()) {
@@ -157,7 +153,7 @@ Result<> PosixSettingsStore::moveAside(const std::string& path) {
     if (number > 1) aside += "-" + NumberText(number);
     if (files_.Taken(aside)) continue;
     if (auto renamed = files_.Rename(path, aside); !renamed) return renamed;
-    notices_.Add("The damaged settings were kept as " + aside);
+    notices_.Add("The damaged settings are kept as " + aside);
     return Done{};
   }
   return Error{path + ": Too many damaged settings beside it"};

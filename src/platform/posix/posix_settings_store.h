@@ -12,17 +12,17 @@
 namespace ostrand::platform {
 
 // A section is in the file as "[application\section]". Each call looks whether the file has
-// changed, so that programs side by side see each other's values; a write holds a lock beside the
-// file while it reads, changes and replaces it whole. Rows and lines of others are kept.
+// changed, so that programs running at the same time see each other's values; a write holds a lock
+// beside the file while it reads, changes and replaces it whole. Other rows and lines are kept.
 //
-// A file that is of no use (no text, too large, a folder) counts as empty and is told in a notice.
-// A write renames it to "settings.damaged" first. A file that the disk does not give counts as
+// A file that is of no use (no text, too large, a folder) counts as empty, with a notice.
+// A write renames it to "settings.damaged" first. A file that cannot be read counts as
 // empty too, but is left as it is: each write is an error until it can be read, and so is a write
-// of a section whose last Read failed in this way, since the values may be nothing but defaults.
+// of a section whose last Read failed in this way, since its values may be mere defaults.
 class PosixSettingsStore : public SettingsStore {
  public:
-  // `files` is to create files that only their owner may read (Readers::kOwner). An empty `path`
-  // stands for no place: nothing to read, and an error of each write.
+  // `files` must create files that only their owner may read (Readers::kOwner). With an
+  // empty `path` nothing is read and each write is an error.
   PosixSettingsStore(FileSystem& files, std::string path);
 
   std::vector<Setting> Read(std::string_view application, std::string_view section) override;

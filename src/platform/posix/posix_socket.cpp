@@ -5,8 +5,9 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstring>
 #include <utility>
+
+#include "platform/posix/system_error.h"
 
 namespace ostrand::platform {
 
@@ -34,19 +35,19 @@ Result<std::unique_ptr<TcpSocket>> TcpSocket::Connect(const std::string& host,
     }
   }
   ::freeaddrinfo(found);
-  if (descriptor < 0) return Error{peer + ": " + std::strerror(error)};
+  if (descriptor < 0) return SystemError(peer, error);
   return std::unique_ptr<TcpSocket>(new TcpSocket(descriptor, peer));
 }
 
 TcpSocket::~TcpSocket() { ::close(descriptor_); }
 
 Result<> TcpSocket::SendData(std::string_view bytes) {
-  // The first bytes to a peer that has closed are taken without a word; so it is asked before.
+  // The first bytes to a peer that has closed are accepted silently, so the peer is checked first.
   if (peerIsGone()) return Error{peer_ + ": the other side has closed the connection"};
   while (!bytes.empty()) {
     const ssize_t sent = ::send(descriptor_, bytes.data(), bytes.size(), MSG_NOSIGNAL);
     if (sent < 0 && errno == EINTR) continue;
-    if (sent < 0) return Error{peer_ + ": " + std::strerror(errno)};
+    if (sent < 0) return SystemError(peer_, errno);
     bytes.remove_prefix(static_cast<std::size_t>(sent));
   }
   return Done{};

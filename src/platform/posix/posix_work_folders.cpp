@@ -6,10 +6,10 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
-#include <cstring>
 #include <utility>
 
 #include "platform/posix/interrupts.h"
+#include "platform/posix/system_error.h"
 
 namespace ostrand::platform {
 namespace {
@@ -37,14 +37,14 @@ class PosixWorkFolder : public WorkFolder {
   Result<> Remove() override {
     if (path_.empty()) return Done{};
     const std::string path = std::exchange(path_, {});
-    // A call that fails for a moment leaves nothing behind.
+    // A call that fails only for a moment is tried again.
     for (int tries = 0; tries < kTries; ++tries) {
       if (::nftw(path.c_str(), removeEntry, kOpenFolders, FTW_DEPTH | FTW_PHYS) == 0 ||
           errno == ENOENT) {
         return Done{};
       }
     }
-    return Error{path + ": " + std::strerror(errno)};
+    return SystemError(path, errno);
   }
 
  private:
@@ -60,8 +60,7 @@ Result<std::unique_ptr<WorkFolder>> PosixWorkFolders::Create(std::string_view pa
   if (!place.empty() && !place.ends_with('/')) place += '/';
   auto folder = std::make_unique<PosixWorkFolder>(place + "ostrand-XXXXXX");
   if (folder->Path().empty()) {
-    const int number = errno;
-    return Error{std::string(parent) + ": " + std::strerror(number)};
+    return SystemError(std::string(parent), errno);
   }
   return std::unique_ptr<WorkFolder>(std::move(folder));
 }

@@ -19,6 +19,7 @@
 
 #include "platform/paths.h"
 #include "platform/posix/file_lock.h"
+#include "platform/posix/system_error.h"
 #include "text/number.h"
 #include "text/strings.h"
 
@@ -38,10 +39,6 @@ constexpr int kMaxAgain = 100;  // tries without a rest
 constexpr std::size_t kMaxTitle = 240;
 constexpr std::size_t kMaxContent = 512;
 constexpr mode_t kMode = 0644;
-
-Error failure(const std::string& path, int number) {
-  return Error{path + ": " + std::strerror(number)};
-}
 
 std::string hostName() {
   std::array<char, 256> name{};
@@ -74,7 +71,7 @@ std::string ownContent() {
          " " + NumberText(static_cast<std::int64_t>(::time(nullptr))) + "\n";
 }
 
-// The words of a lock file. Anybody may have written them, and they go to a terminal.
+// Parses a lock file. Any program may have written it, and its words are shown on a terminal.
 Holder parse(std::string_view content) {
   std::vector<std::string> words(1);
   for (const char letter : content) {
@@ -107,8 +104,8 @@ bool isAt(const struct stat& file, const std::string& path) {
          there.st_dev == file.st_dev;
 }
 
-// A new file in the folder of `path`, as its disk dates it: one without a name, which a kill does
-// not leave behind, or on a disk that has none of these one that is deleted at once. -1 for none.
+// A new file in the folder of `path`, dated by its disk: one without a name, which a kill does not
+// leave, or, on a disk without such files, one that is deleted at once. -1 on failure.
 int openFresh(const std::string& path) {
   const std::string folder = Split(path).folder;
   const int nameless =
@@ -120,7 +117,7 @@ int openFresh(const std::string& path) {
   return created;
 }
 
-// Seconds since `file` was touched. The disk may be another machine's, with a clock of its own.
+// Seconds since `file` was touched. The disk may be another machine's, with a different clock.
 std::int64_t age(const struct stat& file, const std::string& path) {
   std::int64_t now = ::time(nullptr);
   const int created = openFresh(path);
@@ -137,7 +134,7 @@ class PosixProjectLock : public ProjectLock {
   PosixProjectLock(std::string project, std::string path, int file, milliseconds refresh)
       : project_(std::move(project)), path_(std::move(path)), file_(file), refresh_(refresh) {}
   ~PosixProjectLock() override {
-    // After a long time another machine may have the lock, and its file is not ours to remove.
+    // After a long time another machine may hold the lock, and its file must stay.
     if (steady_clock::now() - touched_ < refresh_ || mine()) {
       static_cast<void>(::unlink(path_.c_str()));
     }
@@ -160,7 +157,7 @@ class PosixProjectLock : public ProjectLock {
   [[nodiscard]] bool mine() const {
     struct stat info {};
     if (::fstat(file_, &info) != 0 || !isAt(info, path_)) return false;
-    // On this machine nobody can take it over while its file is locked.
+    // On this machine no other process can take it over while its file is locked.
     return parse(contentOf(file_)).host == hostName();
   }
 
@@ -171,13 +168,13 @@ class PosixProjectLock : public ProjectLock {
   steady_clock::time_point touched_ = steady_clock::now();
 };
 
-// One who wants the lock.
+// An attempt to take the lock.
 class Taker {
  public:
   explicit Taker(const std::string& project) : project_(project) {
     const SplitPath parts = Split(project);
-    std::string title = parts.title.substr(0, std::min(parts.title.rfind('.'), kMaxTitle));
-    // One lock for all spellings, since a save may change the one of its project.
+    std::string title(WithoutExtension(parts.title).substr(0, kMaxTitle));
+    // One lock for all spellings, since a save may change the spelling of its project.
     for (char& letter : title) {
       if (letter >= 'A' && letter <= 'Z') letter = static_cast<char>(letter - 'A' + 'a');
     }
@@ -214,7 +211,7 @@ class Taker {
     }
     struct stat info {};
     if (::fstat(file_, &info) != 0) return failed(errno);
-    // Its holder has removed it while we opened it.
+    // Its holder has removed it while it was being opened.
     if (!isAt(info, path_)) return Outcome::kAgain;
     if ((info.st_mode & kMode) != kMode) static_cast<void>(::fchmod(file_, kMode));
     return created ? Outcome::kTaken : takeOver(info, seesLocks);
@@ -224,7 +221,7 @@ class Taker {
     return std::make_unique<PosixProjectLock>(project_, path_, std::exchange(file_, -1), refresh);
   }
   [[nodiscard]] std::string HolderText() const { return holder_.Text(); }
-  [[nodiscard]] Error Failure() const { return failure(project_, number_); }
+  [[nodiscard]] Error Failure() const { return SystemError(project_, number_); }
   [[nodiscard]] const std::string& Path() const { return path_; }
 
  private:
@@ -263,7 +260,7 @@ class Taker {
       file_ = ::open(path_.c_str(), O_RDONLY | kFlags);
     }
     if (file_ >= 0) return Outcome::kTaken;
-    if (errno == EACCES) {  // closed to us, so that nobody can tell whose it is
+    if (errno == EACCES) {  // not readable, so that its holder is unknown
       holder_ = {};
       return Outcome::kBusy;
     }
@@ -305,7 +302,7 @@ class Taker {
   std::string project_;
   std::string first_;
   std::string path_;
-  int taken_ = 0;  // names that are something else
+  int taken_ = 0;  // names that are used by something else
   int file_ = -1;
   bool writable_ = true;
   int number_ = 0;

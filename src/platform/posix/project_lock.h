@@ -12,16 +12,16 @@ namespace ostrand::platform {
 
 struct LockTimes {
   std::chrono::milliseconds patience{10'000};  // with another save
-  std::chrono::milliseconds refresh{10'000};   // after which a holder shows that it lives
+  std::chrono::milliseconds refresh{10'000};   // after which a holder refreshes its lock
 };
 
 // Takes the lock of the project file `project`, by its exact name: a hidden file beside it, which
-// holds user, host, process and time of its holder and is gone when the lock is released. Waits up
-// to the patience for another save, calling `waiting` all the while; the error then names the
+// holds user, host, process and time of its holder and is deleted when the lock is released. Waits
+// up to the patience for another save, calling `waiting` all the while; the error then names the
 // holder.
 // - A holder on this machine holds the system's lock of the file, which ends with its process. A
 //   file that nobody has locked is taken over at once.
-// - A holder on another machine, where that lock may not be seen, is taken for dead when the file
+// - A holder on another machine, where that lock may not be seen, counts as dead when the file
 //   was not touched for a minute, by the clock of its disk.
 // Anything but a regular file under the name is left alone, and the next number is taken.
 // Null in a folder that cannot be written, where no save can happen either.

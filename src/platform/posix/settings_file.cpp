@@ -4,9 +4,9 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <cstring>
 #include <utility>
 
+#include "platform/posix/system_error.h"
 #include "text/number.h"
 
 namespace ostrand::platform {
@@ -16,8 +16,8 @@ SettingsFile LoadSettingsFile(FileSystem& files, const std::string& path) {
   if (path.empty()) return file;
   struct stat info {};
   if (::stat(path.c_str(), &info) != 0) {
-    // Any other error may be gone in the next moment; what the file holds is not known then.
-    if (errno != ENOENT && errno != ENOTDIR) file.unread = path + ": " + std::strerror(errno);
+    // Any other error may be temporary; the content of the file is unknown then.
+    if (errno != ENOENT && errno != ENOTDIR) file.unread = SystemError(path, errno).text;
     return file;
   }
   if (S_ISREG(info.st_mode) && info.st_size > static_cast<off_t>(SettingsText::kMaxBytes)) {
@@ -44,7 +44,7 @@ SettingsFile LoadSettingsFile(FileSystem& files, const std::string& path) {
 const SettingsFile& SettingsReader::Now() {
   // Before the file is read, so that a change from then on shows.
   auto stamp = loaded_ ? files_.Stamp(path_) : std::nullopt;
-  // Without a stamp there is no file, or a failure that may be gone in the next moment.
+  // Without a stamp there is no file, or a failure that may be temporary.
   if (!loaded_ || stamp != stamp_ || !file_.unread.empty()) {
     file_ = LoadSettingsFile(files_, path_);
   }
@@ -54,8 +54,8 @@ const SettingsFile& SettingsReader::Now() {
 }
 
 void Notices::Add(const std::string& text) {
-  if (std::find(told_.begin(), told_.end(), text) != told_.end()) return;
-  told_.push_back(text);
+  if (std::find(shown_.begin(), shown_.end(), text) != shown_.end()) return;
+  shown_.push_back(text);
   if (!waiting_.empty()) waiting_ += "\r\n";
   waiting_ += text;
 }

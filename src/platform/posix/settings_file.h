@@ -1,4 +1,4 @@
-// Reads a settings text from the disk, whatever stands there.
+// Reads a settings text from the disk; any content gives a result.
 #pragma once
 
 #include <optional>
@@ -13,10 +13,10 @@
 namespace ostrand::platform {
 
 struct SettingsFile {
-  SettingsText text;    // empty when there is no file, or one of no use
-  std::string damage;   // why the file is of no use, with its path; empty for none
-  std::string unread;   // why the disk could not give the file, with its path; empty for nothing
-  std::string strange;  // where the file is not understood: path and line; empty for nowhere
+  SettingsText text;    // empty when the file is missing or unusable
+  std::string damage;   // why the file is unusable, with its path; empty for none
+  std::string unread;   // why the file could not be read, with its path; empty for none
+  std::string strange;  // first line that is not understood: path and line; empty for none
 };
 
 // An empty path, and one where nothing exists, give an empty text.
@@ -37,15 +37,15 @@ class SettingsReader {
   SettingsFile file_;
 };
 
-// What the user is to hear, each text once.
+// Texts for the user, each one once.
 class Notices {
  public:
   void Add(const std::string& text);
-  // What was added since the last call, parted by CR LF.
+  // What was added since the last call, separated by CR LF.
   std::string Take();
 
  private:
-  std::vector<std::string> told_;
+  std::vector<std::string> shown_;
   std::string waiting_;
 };
 

@@ -16,13 +16,13 @@ std::string withoutSeparator(std::string folder) {
   return folder;
 }
 
-// What the variable of the environment says; empty for nothing.
+// The value of the environment variable; empty when it is not set.
 std::string fromEnvironment(const char* name) {
   const char* value = std::getenv(name);
   return value == nullptr ? "" : value;
 }
 
-// The folder that a variable of the environment names; empty for none.
+// The absolute folder that an environment variable names; empty for none.
 std::string namedFolder(const char* variable) {
   std::string folder = fromEnvironment(variable);
   return folder.starts_with('/') ? withoutSeparator(std::move(folder)) : "";

@@ -1,4 +1,4 @@
-// Where a POSIX machine keeps what belongs to a user, and to no one for long.
+// Folders of the user and for temporary files on a POSIX machine.
 #pragma once
 
 #include <string>
@@ -15,7 +15,7 @@ std::string MachineRegistryPath();
 // Folder for temporary files, without a trailing separator: the one that TMPDIR names, or /tmp.
 std::string TemporaryFolder();
 
-// Folder of the running program; empty where the system does not say.
+// Folder of the running program; empty when it is unknown.
 std::string ModuleFolder();
 
 }  // namespace ostrand::platform
