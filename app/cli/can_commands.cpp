@@ -1,4 +1,4 @@
-// The commands that look at lists of CAN items.
+// The commands for lists of CAN items.
 #include "can/pick_list_report.h"
 #include "commands.h"
 #include "project_run.h"
@@ -11,10 +11,10 @@ namespace {
 ExitCode listItems(platform::FileSystem& files, const std::string& path) {
   const Result<CanList> list = ReadCanList(files, path);
   if (!list) {
-    Complain(list.ErrorText());
+    ReportError(list.ErrorText());
     return kFault;
   }
-  return Say(platform::TerminalText(CanListListing(platform::TerminalName(path), list.Value())))
+  return Print(platform::TerminalText(CanListListing(platform::TerminalName(path), list.Value())))
              ? kDone
              : kFault;
 }
@@ -30,7 +30,7 @@ ExitCode checkItems(platform::FileSystem& files, const std::string& path) {
     if (finding.Wrong) result = kFault;
   }
   if (findings.empty()) text = platform::TerminalName(path) + ": all items can be picked\n";
-  return Say(platform::TerminalText(text)) ? result : kFault;
+  return Print(platform::TerminalText(text)) ? result : kFault;
 }
 
 }  // namespace
@@ -40,8 +40,7 @@ ExitCode LookAtCanList(const CommandLine& line) {
   const std::string path(line.words[1]);
   if (SameText(line.words[0], "list")) return listItems(files, path);
   if (SameText(line.words[0], "check")) return checkItems(files, path);
-  Complain("a list of CAN items can be listed or checked, not " + std::string(line.words[0]));
-  return kWrongUsage;
+  return WrongUsage("expected list or check, not " + std::string(line.words[0]), "can");
 }
 
 }  // namespace ostrand::cli

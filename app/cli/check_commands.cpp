@@ -1,10 +1,12 @@
-// The command that tells what the checks find.
+// The command that reports what the checks find.
 #include <algorithm>
 
 #include "commands.h"
 #include "project_run.h"
+#include "projectfile/read_report.h"
 #include "text/codepage.h"
 #include "text/number.h"
+#include "verify/check_context.h"
 #include "verify/verify_before_save.h"
 
 namespace ostrand::cli {
@@ -13,7 +15,7 @@ namespace {
 using ORVUS_GENFILE::ReadReport;
 using ORVUS_GENFILE::SkippedText;
 
-int countAgainst(const Findings& findings) {
+int countPreventing(const Findings& findings) {
   return static_cast<int>(
       std::count_if(findings.begin(), findings.end(),
                     [](const Finding& finding) { return finding.againstSaving; }));
@@ -29,7 +31,7 @@ std::string placeOf(const Finding& finding) {
 
 constexpr std::string_view kNoticeTitle = "LINES NOT READ";
 
-// Lines that were not read are no finding of the checks: nothing is wrong with what was read.
+// Lines that were not read are a notice and not a finding: what was read may be in order.
 std::string noticeText(std::string_view file, const ReadReport& skipped) {
   if (skipped.skipped == 0) return "";
   return platform::HeadAndLines(std::string(file).append(": ").append(kNoticeTitle) + ", notice",
@@ -37,11 +39,12 @@ std::string noticeText(std::string_view file, const ReadReport& skipped) {
 }
 
 std::string resultLine(const Findings& findings) {
-  if (findings.empty()) return "all checks are clean";
-  const int against = countAgainst(findings);
+  if (findings.empty()) return "all checks passed";
+  const int preventing = countPreventing(findings);
   return NumberText(static_cast<int>(findings.size())) +
          (findings.size() == 1 ? " finding, " : " findings, ") +
-         (against == 0 ? "none" : NumberText(against)) + " against saving";
+         (preventing == 0 ? "none" : NumberText(preventing)) +
+         (preventing > 1 ? " prevent saving" : " prevents saving");
 }
 
 std::string asText(std::string_view file, const Findings& findings, const ReadReport& skipped) {
@@ -49,7 +52,7 @@ std::string asText(std::string_view file, const Findings& findings, const ReadRe
   std::string text = noticeText(name, skipped);
   for (const Finding& finding : findings) {
     std::string head = (name + ": ").append(finding.title);
-    if (finding.againstSaving) head += ", against saving";
+    if (finding.againstSaving) head += ", prevents saving";
     std::string lines = Utf8FromWindows1252(finding.text);
     if (const std::string place = placeOf(finding); !place.empty()) lines += "\r\n" + place;
     text += platform::HeadAndLines(head, lines);
@@ -68,7 +71,7 @@ int controlAt(std::string_view utf8) {
   return first == 0xC2 && second >= 0x80 && second < 0xA0 ? second : -1;
 }
 
-// A JSON string of a text in UTF-8; lines are parted by LF.
+// A JSON string of a text in UTF-8; lines are separated by LF.
 std::string quoted(std::string_view utf8) {
   constexpr std::string_view kDigits = "0123456789abcdef";
   std::string result = "\"";
@@ -118,22 +121,22 @@ bool check(ProjectRun& run, Ostrand& session, std::string_view file) {
   const bool opened = OpenProject(session, file);
   const Findings findings = opened ? CheckAll(session.Checks()) : Findings();
   const ReadReport skipped = opened ? session.SkippedLines() : ReadReport();
-  bool told = true;
+  bool printed = true;
   if (run.line.json) {
-    told = Say((run.handled == 0 ? "" : ",\n") + asJson(file, opened, findings, skipped));
+    printed = Print((run.handled == 0 ? "" : ",\n") + asJson(file, opened, findings, skipped));
   } else if (opened) {
-    told = Say(asText(file, findings, skipped));
+    printed = Print(asText(file, findings, skipped));
   }
-  return told && opened && countAgainst(findings) == 0;
+  return printed && opened && countPreventing(findings) == 0;
 }
 
 }  // namespace
 
 ExitCode Check(const CommandLine& line) {
   if (!line.json) return ForEachProject(line, check);
-  if (!Say("[")) return kFault;
+  if (!Print("[")) return kFault;
   const ExitCode result = ForEachProject(line, check);
-  return Say("]\n") ? result : kFault;
+  return Print("]\n") ? result : kFault;
 }
 
 }  // namespace ostrand::cli

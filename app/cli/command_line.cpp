@@ -29,7 +29,7 @@ bool takeFormat(CommandLine& line, std::string_view value) {
   return line.json || value == "text";
 }
 
-// An address of IPv6 has colons of its own and stands in brackets.
+// An IPv6 address contains colons and is given in brackets.
 bool takeSend(CommandLine& line, std::string_view value) {
   const std::size_t at = value.rfind(':');
   if (at == std::string_view::npos || at == 0 || at + 1 == value.size()) return false;
@@ -94,21 +94,22 @@ struct OptionRow {
 };
 
 constexpr std::array<OptionRow, 12> kOptions = {{
-    {kOutput, "--output", "-o", "DIR", "write into the folder DIR, which must exist", takeOutput},
-    {kHostApp, "--host-app", "", "NAME", "write for the host NAME, \"Harrier\" for one",
+    {kOutput, "--output", "-o", "DIR", "write into the existing folder DIR", takeOutput},
+    {kHostApp, "--host-app", "", "NAME", "write for the host NAME, for example \"Harrier\"",
      takeHostApp},
-    {kForce, "--force", "", "", "replace a file that exists, or was changed meanwhile", takeForce},
+    {kForce, "--force", "", "", "replace a file that exists or was changed since it was read",
+     takeForce},
     {kRtf, "--rtf", "", "", "as rich text, for a word processor", takeRtf},
-    {kFormat, "--format", "", "text|json", "how the findings are told", takeFormat},
-    {kCompiler, "--compiler", "", "PATH", "the compiler to use, in place of that of the settings",
+    {kFormat, "--format", "", "text|json", "format of the findings", takeFormat},
+    {kCompiler, "--compiler", "", "PATH", "compiler to use instead of the one in the settings",
      takeCompiler},
-    {kSend, "--send", "", "HOST:PORT", "send the program through the toolbar server there",
+    {kSend, "--send", "", "HOST:PORT", "send the program through the toolbar server at HOST:PORT",
      takeSend},
     {kStore, "--store", "", "", "write the measured times into the project file", takeStore},
-    {kAnswer, "--answer", "", "TITLE=yes|no|cancel|ok|overwrite", "answer the message box TITLE so",
+    {kAnswer, "--answer", "", "TITLE=yes|no|cancel|ok|overwrite", "answer to the message box TITLE",
      takeAnswer},
-    {kYes, "--yes", "", "", "answer every other question with yes or ok", takeYes},
-    {kNoSync, "--no-sync", "", "", "do not wait until the disk has the files (for benchmarks)",
+    {kYes, "--yes", "", "", "answer yes or ok to every other question", takeYes},
+    {kNoSync, "--no-sync", "", "", "do not wait until files are on the disk (for benchmarks)",
      takeNoSync},
     {kHelp, "--help", "-h", "", "show this help", takeHelp},
 }};
@@ -135,8 +136,8 @@ std::string optionHelp(const OptionRow& option) {
 }
 
 constexpr std::string_view kHelpEnd =
-    "\nMessage boxes go to standard error. A question that nobody answers is answered in the\n"
-    "way that writes nothing. SOURCE_DATE_EPOCH fixes the date and time in the files (UTC).\n"
+    "\nMessage boxes go to standard error. A question without an answer gets the one\n"
+    "that writes nothing. SOURCE_DATE_EPOCH fixes the date and time in the files (UTC).\n"
     "Exit codes: 0 done, 1 a fault in a project or file, 2 wrong usage.\n";
 
 }  // namespace
@@ -147,7 +148,7 @@ std::string ReadArguments(const CommandRow& command, std::span<const std::string
   for (std::size_t at = 0; at < arguments.size(); ++at) {
     const std::string_view argument = arguments[at];
     if (optionsEnded || !argument.starts_with('-') || ToInt32(argument)) {
-      if (Trim(argument).empty() && command.wordsAreFiles) return "a file name is empty";
+      if (Trim(argument).empty() && command.wordsAreFiles) return "empty file name";
       line.words.push_back(argument);
       continue;
     }
@@ -157,12 +158,12 @@ std::string ReadArguments(const CommandRow& command, std::span<const std::string
     }
     const std::string_view name = argument.starts_with("--") ? Before(argument, "=") : argument;
     const OptionRow* option = findOption(command, name);
-    if (option == nullptr) return "there is no option " + std::string(name);
+    if (option == nullptr) return "unknown option " + std::string(name);
     const bool joined = name.size() < argument.size();
-    if (option->value.empty() && joined) return "no value goes with " + std::string(name);
+    if (option->value.empty() && joined) return std::string(name) + " takes no value";
     std::string_view value = After(argument, "=");
     if (!option->value.empty() && !joined) {
-      if (++at == arguments.size()) return "a value is missing after " + std::string(name);
+      if (++at == arguments.size()) return std::string(name) + " needs a value";
       value = arguments[at];
     }
     if (!option->take(line, value)) {
@@ -171,26 +172,28 @@ std::string ReadArguments(const CommandRow& command, std::span<const std::string
     }
   }
   if (line.help) return {};
-  if (line.words.size() < command.leastWords) return std::string(command.missing);
-  if (line.words.size() > command.mostWords) {
-    return command.mostWords == 1 ? "one file at a time, please"
-                                  : "too much: " + std::string(line.words[command.mostWords]);
+  if (line.words.size() < command.minWords) return std::string(command.missing);
+  if (line.words.size() > command.maxWords) {
+    return command.maxWords == 1
+               ? std::string(command.name) + " takes one file"
+               : "too many arguments: " + std::string(line.words[command.maxWords]);
   }
   return {};
 }
 
 ExitCode WrongUsage(std::string_view text, std::string_view name) {
-  Complain(text);
+  ReportError(text);
   std::string hint = "Try: ostrand help";
   if (!name.empty()) hint.append(" ").append(name);
-  Hint(hint + "\n");
+  PrintHint(hint + "\n");
   return kWrongUsage;
 }
 
 std::string CommandHelp(const CommandRow& command) {
   std::string text = "Usage: ostrand ";
-  text.append(command.name).append(" [OPTION]... ").append(command.arguments);
-  text.append("\nIn short: ").append(command.help).append(".\n\nOptions:\n");
+  text.append(command.name).append(" [OPTION]... ").append(command.arguments).append("\n");
+  text += Upper(command.help.substr(0, 1));
+  text.append(command.help.substr(1)).append(".\n\nOptions:\n");
   for (const OptionRow& option : kOptions) {
     if ((command.options & option.id) != 0) text += optionHelp(option);
   }
@@ -206,7 +209,7 @@ std::string GeneralHelp(std::span<const CommandRow> commands) {
     text += column(std::move(head), 36).append(row.help).append("\n");
   }
   text +=
-      "\n\"ostrand help COMMAND\" tells the options of a command, \"ostrand --version\" the "
+      "\nRun \"ostrand help COMMAND\" for the options of a command, \"ostrand --version\" for the "
       "version.\n";
   return text.append(kHelpEnd);
 }

@@ -1,4 +1,4 @@
-// What can be said on the command line, and what was said.
+// The syntax of the command line, and its values.
 #pragma once
 
 #include <cstddef>
@@ -28,17 +28,17 @@ enum OptionId : unsigned {
   kStore = 1U << 11,
 };
 
-// What an option is for stands in its help.
+// The help of each option describes it.
 struct CommandLine {
-  std::vector<std::string_view> words;  // what is no option, project files for most commands
-  std::string outputFolder;             // with its separator; empty for beside the project
+  std::vector<std::string_view> words;  // not options; project files for most commands
+  std::string outputFolder;             // with its separator; empty: beside the project
   std::string_view hostApp;
   bool force = false;
   bool rtf = false;
   bool json = false;
-  std::string sendHost;  // empty for sending nothing
+  std::string sendHost;  // empty: send nothing
   std::string sendPort;
-  std::string_view compiler;  // empty for the one of the settings
+  std::string_view compiler;  // empty: the one in the settings
   bool store = false;
   platform::PreparedAnswers answers;
   platform::Syncing syncing = platform::Syncing::kOn;
@@ -53,19 +53,18 @@ struct CommandRow {
   std::string_view help;
   unsigned options;  // OptionId bits
   bool wordsAreFiles;
-  std::size_t leastWords;
-  std::size_t mostWords;
-  std::string_view missing;  // what is asked when there are too few words
+  std::size_t minWords;
+  std::size_t maxWords;
+  std::string_view missing;  // the error when there are too few words
   Command command;
 };
 
 inline constexpr std::size_t kAnyNumber = static_cast<std::size_t>(-1);
 
-// Tells what is wrong with the arguments of the command `name`, which may be empty, and where its
-// help is.
+// Reports an error in the arguments of the command `name`, which may be empty, and how to get help.
 ExitCode WrongUsage(std::string_view text, std::string_view name);
 
-// Fills `line`; gives what is wrong with the arguments, or an empty text.
+// Fills `line`; returns an error in the arguments, or an empty text.
 std::string ReadArguments(const CommandRow& command, std::span<const std::string_view> arguments,
                           CommandLine& line);
 

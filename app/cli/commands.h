@@ -10,7 +10,7 @@ namespace ostrand::cli {
 // All commands, in the order of the help.
 std::span<const CommandRow> Commands();
 
-// What each one does with its line.
+// Each runs its line.
 ExitCode Check(const CommandLine& line);
 ExitCode Save(const CommandLine& line);
 ExitCode Compile(const CommandLine& line);

@@ -19,10 +19,10 @@ const CommandRow* findCommand(std::string_view name) {
   return found == commands.end() ? nullptr : &*found;
 }
 
-ExitCode show(std::string_view text) { return Say(text) ? kDone : kFault; }
+ExitCode show(std::string_view text) { return Print(text) ? kDone : kFault; }
 
 ExitCode ostrandMain(const std::vector<std::string_view>& arguments) {
-  if (arguments.empty()) return WrongUsage("which command?", "");
+  if (arguments.empty()) return WrongUsage("missing command", "");
   const std::string_view word = arguments.front();
   if (word == "--version") {
     return show("ostrand " + std::string(ORVUS_COMMON::kModuleVersion) + "\n");
@@ -32,7 +32,7 @@ ExitCode ostrandMain(const std::vector<std::string_view>& arguments) {
 
   const std::string_view name = askedHelp ? arguments[1] : word;
   const CommandRow* command = findCommand(name);
-  if (command == nullptr) return WrongUsage("there is no command " + std::string(name), "");
+  if (command == nullptr) return WrongUsage("unknown command " + std::string(name), "");
   if (askedHelp) return show(CommandHelp(*command));
 
   CommandLine line;
@@ -45,12 +45,12 @@ ExitCode ostrandMain(const std::vector<std::string_view>& arguments) {
 }  // namespace ostrand::cli
 
 int main(int count, char** arguments) {
-  // A limit on the size of files is then an error of the write, which cleans up behind itself.
+  // A file size limit then fails the write, which cleans up.
   std::signal(SIGXFSZ, SIG_IGN);
   try {
     return ostrand::cli::ostrandMain({arguments + std::min(count, 1), arguments + count});
   } catch (const std::exception& error) {
-    ostrand::cli::Complain(std::string("cannot go on: ") + error.what());
+    ostrand::cli::ReportError(std::string("fatal error: ") + error.what());
     return ostrand::cli::kFault;
   }
 }

@@ -1,6 +1,7 @@
 // The commands that open a project and write its files.
 #include "commands.h"
 #include "documents/makewire.h"
+#include "documents/rich_text.h"
 #include "documents/wire_rtf.h"
 #include "platform/guarded.h"
 #include "project_run.h"
@@ -13,23 +14,23 @@ bool generate(ProjectRun& run, Ostrand& session, std::string_view file) {
   if (!OpenProject(session, file)) return false;
   const std::string base = OutputBase(run, session);
   return NotYetWritten(run, base + ".VKP") && session.UnderLock(base, [&] {
-    return session.WriteProgram(base) && TellWritten(run, base + ".VKP") &&
-           session.WriteTableDescription(base) && TellWritten(run, base + ".VKD") &&
-           session.WriteWiringDiagram(base) && TellWritten(run, base + ".VKW");
+    return session.WriteProgram(base) && ReportWritten(run, base + ".VKP") &&
+           session.WriteTableDescription(base) && ReportWritten(run, base + ".VKD") &&
+           session.WriteWiringDiagram(base) && ReportWritten(run, base + ".VKW");
   });
 }
 
 bool wiring(ProjectRun& run, Ostrand& session, std::string_view file) {
   if (!OpenProject(session, file)) return false;
   const std::string diagram = session.WiringText();
-  return Say(run.line.rtf ? ConvertWireDiagToRTF(diagram)
-                          : platform::TerminalText(WiringUtf8(diagram)));
+  return Print(run.line.rtf ? ConvertWireDiagToRTF(diagram)
+                            : platform::TerminalText(WiringUtf8(diagram)));
 }
 
 bool summary(ProjectRun& run, Ostrand& session, std::string_view file) {
   if (!OpenProject(session, file)) return false;
   const RtfText& box = session.SummaryBox();
-  return Say(run.line.rtf ? box.Rtf() : platform::TerminalText(box.Text()));
+  return Print(run.line.rtf ? box.Rtf() : platform::TerminalText(box.Text()));
 }
 
 bool resave(ProjectRun& run, Ostrand& session, std::string_view file) {
@@ -37,21 +38,21 @@ bool resave(ProjectRun& run, Ostrand& session, std::string_view file) {
 }
 
 bool isNamed(const Ostrand& session, std::string_view file) {
-  if (session.BaseName().empty()) Complain(std::string(file) + " names no file");
+  if (session.BaseName().empty()) ReportError(std::string(file) + ": no file name");
   return !session.BaseName().empty();
 }
 
-// Whether the line lets a new project take the place of what is there.
+// Whether a new project may be written to `path`.
 bool mayStart(const ProjectRun& run, const std::string& path) {
   if (run.line.force) return true;
   if (run.files.Taken(path)) {
-    Complain(run.files.Find(path) + " exists already; --force replaces it");
+    ReportError(run.files.Find(path) + ": already exists; --force replaces it");
     return false;
   }
   const auto left = ORVUS_GENFILE::InterruptedSave(run.files, path);
   if (!left) return true;
-  Complain(*left + " is left of a save that was interrupted. To restore the project: ostrand " +
-           "recover " + path + "; --force starts a new one");
+  ReportError(*left + ": left by an interrupted save. To restore the project: ostrand " +
+              "recover " + path + "; --force starts a new one");
   return false;
 }
 
@@ -68,9 +69,9 @@ bool recoverProject(ProjectRun& run, Ostrand& session, std::string_view file) {
   const std::string& path = session.CurrentFileName();
   return session.UnderLock(OutputBase(run, session), [&] {
     const auto from = ORVUS_GENFILE::RecoverProjectFile(run.files, path);
-    if (!from) Complain(from.ErrorText());
+    if (!from) ReportError(from.ErrorText());
     return from &&
-           Say(platform::TerminalText("recovered " + path + " from " + from.Value() + "\n"));
+           Print(platform::TerminalText("recovered " + path + " from " + from.Value() + "\n"));
   });
 }
 

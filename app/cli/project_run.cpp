@@ -6,6 +6,8 @@
 
 #include "platform/paths.h"
 #include "platform/posix/user_folders.h"
+#include "projectfile/read_report.h"
+#include "session/settings.h"
 #include "text/codepage.h"
 #include "text/number.h"
 #include "text/strings.h"
@@ -13,13 +15,13 @@
 namespace ostrand::cli {
 namespace {
 
-// The moment that SOURCE_DATE_EPOCH asks for; false when it asks for none that there is.
+// Reads the moment of SOURCE_DATE_EPOCH, if it is set; false when it is invalid.
 bool readEpoch(std::optional<std::int64_t>& epoch) {
   const char* fixed = std::getenv("SOURCE_DATE_EPOCH");
   if (fixed == nullptr || *fixed == '\0') return true;
   epoch = platform::PosixClock::EpochFromText(fixed);
   if (!epoch) {
-    Complain("SOURCE_DATE_EPOCH is no number of seconds: \"" + std::string(fixed) + "\"");
+    ReportError("SOURCE_DATE_EPOCH: \"" + std::string(fixed) + "\" is not a number of seconds");
   }
   return epoch.has_value();
 }
@@ -46,7 +48,8 @@ std::unique_ptr<CliHost> HostOf(const CommandLine& line, ExitCode& refused) {
   }
   auto host = std::make_unique<CliHost>(line, epoch);
   if (!line.outputFolder.empty() && !host->files.IsFolder(line.outputFolder)) {
-    Complain(line.outputFolder + " is no folder");
+    const std::string folder = line.outputFolder.substr(0, line.outputFolder.size() - 1);
+    ReportError(folder + (host->files.Taken(folder) ? ": not a directory" : ": no such directory"));
     refused = kFault;
     host.reset();
   }
@@ -57,19 +60,20 @@ ExitCode ForEachProject(const CommandLine& line, ProjectCommand command) {
   ExitCode result = kDone;
   const auto host = HostOf(line, result);
   if (!host) return result;
-  OstrandEvents nobodyListens;
+  OstrandEvents noEvents;
   ProjectRun run{line, host->files, host->forms, {}, 0};
   for (const std::string_view file : line.words) {
     host->forms.Subject(file);
-    Ostrand session(TheStore(), host->Around(host->forms), nobodyListens);
+    Ostrand session(TheStore(), host->Around(host->forms), noEvents);
     session.HostApp(line.hostApp);
     session.OverwriteChanged(line.force);
     const bool worked = command(run, session, file);
     for (const std::string& fault : session.ProgramFaults()) {
-      Complain(std::string(file) + ": the program is not complete: " + Utf8FromWindows1252(fault));
+      ReportError(std::string(file) +
+                  ": the program is not complete: " + Utf8FromWindows1252(fault));
     }
-    const bool toBeSeen = !host->forms.TakeBoxesShown().empty();
-    if (!worked || toBeSeen) result = kFault;
+    const bool boxesShown = !host->forms.TakeBoxesShown().empty();
+    if (!worked || boxesShown) result = kFault;
     ++run.handled;
   }
   return result;
@@ -78,7 +82,7 @@ ExitCode ForEachProject(const CommandLine& line, ProjectCommand command) {
 bool OpenProject(Ostrand& session, std::string_view file) {
   bool cancelled = false;
   session.OpenFile(file, cancelled);
-  if (cancelled) TellInterrupted(session);
+  if (cancelled) ReportInterrupted(session);
   return !cancelled;
 }
 
@@ -91,22 +95,23 @@ bool WriteProject(ProjectRun& run, Ostrand& session) {
   const std::string path = base + ".VKG";
   if (!NotYetWritten(run, path)) return false;
   const bool written = session.WriteProjectFile(base);
-  if (session.ChangedOutside()) TellChanged(path);
+  if (session.ChangedOutside()) ReportChanged(path);
   if (!written) return false;
   WarnOfSkippedLines(session, path);
-  return TellWritten(run, path);
+  return ReportWritten(run, path);
 }
 
-void TellChanged(const std::string& path) {
-  Complain(path + " was changed meanwhile and is left as it is; --force overwrites it");
+void ReportChanged(const std::string& path) {
+  ReportError(path +
+              ": changed by another program since it was read; not saved, --force overwrites it");
 }
 
-void TellInterrupted(const Ostrand& session) {
+void ReportInterrupted(const Ostrand& session) {
   const InterruptedProject& found = session.Interrupted();
   if (found.left.empty()) return;
-  Hint(platform::TerminalText("An earlier save was interrupted: " + found.left +
-                              " holds the project. To restore it: ostrand recover " +
-                              found.project + "\n"));
+  PrintHint(platform::TerminalText("An earlier save was interrupted: " + found.left +
+                                   " holds the project. To restore it: ostrand recover " +
+                                   found.project + "\n"));
 }
 
 void WarnOfSkippedLines(const Ostrand& session, std::string_view file) {
@@ -120,7 +125,7 @@ void WarnOfSkippedLines(const Ostrand& session, std::string_view file) {
   if (!session.OldFileKept().empty()) {
     text += "; the old file is kept as " + session.OldFileKept();
   }
-  Complain(text);
+  ReportError(text);
 }
 
 std::string OutputBase(const ProjectRun& run, const Ostrand& session) {
@@ -133,13 +138,13 @@ bool NotYetWritten(const ProjectRun& run, const std::string& path) {
   const bool taken = std::any_of(run.written.begin(), run.written.end(),
                                  [&](const std::string& name) { return SameText(name, path); });
   if (!taken) return true;
-  Complain(path + " was written in this run already and is left as it is");
+  ReportError(path + ": already written in this run; not overwritten");
   return false;
 }
 
-bool TellWritten(ProjectRun& run, const std::string& path) {
+bool ReportWritten(ProjectRun& run, const std::string& path) {
   run.written.push_back(path);
-  return Say("wrote " + platform::TerminalName(run.files.Find(path)) + "\n");
+  return Print("wrote " + platform::TerminalName(run.files.Find(path)) + "\n");
 }
 
 }  // namespace ostrand::cli

@@ -1,4 +1,4 @@
-// Projects handled one by one, each in a session of its own.
+// Projects handled one by one, each in a separate session.
 #pragma once
 
 #include <cstdint>
@@ -20,17 +20,17 @@
 
 namespace ostrand::cli {
 
-// What a command works with, and what has happened so far.
+// The context of a command, and what it has done so far.
 struct ProjectRun {
   const CommandLine& line;
   platform::PosixFileSystem& files;
   platform::TerminalForms& forms;
-  std::vector<std::string> written;  // names as they were asked for
+  std::vector<std::string> written;  // names as requested
   std::size_t handled = 0;           // files before this one
 };
 
-// Handles one file; false when the user must see to something. A message box that it leaves behind
-// unseen counts as such.
+// Handles one file; false on a fault. A message box that was shown and not taken from the forms
+// counts as a fault.
 using ProjectCommand = bool (*)(ProjectRun& run, Ostrand& session, std::string_view file);
 
 // The machine as a command line sees it.
@@ -49,39 +49,40 @@ struct CliHost {
   SettingsPlaces places;
 };
 
-// The machine for a line; nothing, and the exit code in `refused`, when the line asks for what
-// there is not, which has been told then.
+// The machine for a line. Null, with the exit code in `refused`, when the output folder or the
+// clock's setting is invalid, which has been reported then.
 std::unique_ptr<CliHost> HostOf(const CommandLine& line, ExitCode& refused);
 
-// Runs the command for every file of the line. A fault of one does not keep the next from its turn.
+// Runs the command for every file of the line, also after a fault.
 ExitCode ForEachProject(const CommandLine& line, ProjectCommand command);
 
-// False when the file could not be opened, which has been told then.
+// False when the file could not be opened, which has been reported then.
 bool OpenProject(Ostrand& session, std::string_view file);
 
-// After a failed OpenProject: says what an interrupted save has left in place of the project.
-void TellInterrupted(const Ostrand& session);
+// After a failed OpenProject: reports what an interrupted save has left in place of the project.
+void ReportInterrupted(const Ostrand& session);
 
-// Says that another program has changed the project, so that it was not saved.
-void TellChanged(const std::string& path);
+// Reports that another program has changed the project, so that it was not saved.
+void ReportChanged(const std::string& path);
 
-// Puts the compiler of the line in place of that of the settings, which opening a project loads.
+// Uses the compiler of the line, if any, instead of that of the settings, which opening a project
+// loads.
 void UseCompiler(const ProjectRun& run, Ostrand& session);
 
-// Writes the project file into its place.
+// Writes the project file to its output folder.
 bool WriteProject(ProjectRun& run, Ostrand& session);
 
-// Tells in one line what a save of the session has dropped, if anything, and where it is kept.
+// Reports in one line the lines that a save has dropped, if any, and where the old file is kept.
 void WarnOfSkippedLines(const Ostrand& session, std::string_view file);
 
 // Where the files of the session's project go, without extension.
 std::string OutputBase(const ProjectRun& run, const Ostrand& session);
 
-// Whether `path` is still free in this run; another project of the same name, but for upper and
-// lower case, may have taken it.
+// Whether this run has not written `path` yet, in any case: two projects can have the same name.
+// If it has, that has been reported.
 bool NotYetWritten(const ProjectRun& run, const std::string& path);
 
-// Notes that `path` has been written and tells the user.
-bool TellWritten(ProjectRun& run, const std::string& path);
+// Notes and prints that `path` has been written.
+bool ReportWritten(ProjectRun& run, const std::string& path);
 
 }  // namespace ostrand::cli

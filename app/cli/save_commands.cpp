@@ -7,6 +7,7 @@
 #include "platform/guarded.h"
 #include "platform/posix/posix_socket.h"
 #include "project_run.h"
+#include "session/settings.h"
 #include "text/number.h"
 
 namespace ostrand::cli {
@@ -14,7 +15,7 @@ namespace {
 
 // ---- Saving -------------------------------------------------------------------------------------
 
-// Passes a message on and remembers that it went.
+// Passes messages on and notes whether the last one was sent.
 class NotedSocket : public SocketObject {
  public:
   explicit NotedSocket(SocketObject& socket) : socket_(socket) {}
@@ -30,7 +31,7 @@ class NotedSocket : public SocketObject {
   bool sent_ = false;
 };
 
-// Warnings that did not keep the project from being saved have been told; trouble is a fault.
+// Warnings that did not prevent saving have been shown and are no fault; trouble is one.
 bool noTrouble(platform::TerminalForms& forms) {
   const std::vector<std::string> titles = forms.TakeBoxesShown();
   return std::find(titles.begin(), titles.end(), kTroubleTitle) == titles.end();
@@ -43,20 +44,21 @@ bool saveBy(int button, ProjectRun& run, Ostrand& session, std::string_view file
   run.forms.SaveAs(run.line.outputFolder.empty() ? session.CurrentFileName()
                                                  : OutputBase(run, session) + ".VKG");
   session.Click(button);
-  bool told = true;
+  bool printed = true;
   if (!session.SavedFiles().empty()) WarnOfSkippedLines(session, session.SavedFiles().front());
-  for (const std::string& name : session.SavedFiles()) told = TellWritten(run, name) && told;
-  if (!session.CompileSkipped().empty()) Complain(session.CompileSkipped());
-  if (session.ChangedOutside()) TellChanged(session.CurrentFileName());
-  if (!session.Saved()) Complain(std::string(file) + " was not saved");
-  return noTrouble(run.forms) && told && session.Saved();
+  for (const std::string& name : session.SavedFiles())
+    printed = ReportWritten(run, name) && printed;
+  if (!session.CompileSkipped().empty()) ReportError(session.CompileSkipped());
+  if (session.ChangedOutside()) ReportChanged(session.CurrentFileName());
+  if (!session.Saved()) ReportError(std::string(file) + ": not saved");
+  return noTrouble(run.forms) && printed && session.Saved();
 }
 
 bool saveAndSend(ProjectRun& run, Ostrand& session, std::string_view file) {
   const CommandLine& line = run.line;
   auto server = platform::TcpSocket::Connect(line.sendHost, line.sendPort);
   if (!server) {
-    Complain(server.ErrorText() + "; " + std::string(file) + " was not saved");
+    ReportError(server.ErrorText() + "; " + std::string(file) + " was not saved");
     return false;
   }
   NotedSocket socket(*server.Value());
@@ -66,10 +68,10 @@ bool saveAndSend(ProjectRun& run, Ostrand& session, std::string_view file) {
   session.isHarrierRunning(true);
   const bool saved = saveBy(kSaveAndSendButton, run, session, file);
   if (!socket.Sent()) {
-    Complain(std::string(file) + " was not sent");
+    ReportError(std::string(file) + ": not sent");
     return false;
   }
-  return Say("sent to " + line.sendHost + ":" + line.sendPort + "\n") && saved;
+  return Print("sent to " + line.sendHost + ":" + line.sendPort + "\n") && saved;
 }
 
 bool save(ProjectRun& run, Ostrand& session, std::string_view file) {
@@ -114,12 +116,12 @@ bool compile(ProjectRun& run, Ostrand& session, std::string_view file) {
   settings.WarningMessageMask(settings.WarningMessageMask() | kShowCompileResult);
   session.RunPreCompile();
   if (session.CompileFailed()) {
-    if (!session.CompileSkipped().empty()) Complain(session.CompileSkipped());
-    Complain(std::string(file) + " did not compile");
+    if (!session.CompileSkipped().empty()) ReportError(session.CompileSkipped());
+    ReportError(std::string(file) + ": does not compile");
     return false;
   }
   const std::string result = platform::TerminalName(file) + ": test compiled OK\n";
-  return Say(platform::TerminalText(result + measuredTimes(session.Store()))) &&
+  return Print(platform::TerminalText(result + measuredTimes(session.Store()))) &&
          (!run.line.store || WriteProject(run, session));
 }
 

@@ -1,9 +1,10 @@
-// The commands that work at the screens.
+// The commands for the setup screens.
 #include "commands.h"
 #include "model/defaults.h"
 #include "project_run.h"
 #include "script/screen_catalog.h"
 #include "script/screen_script.h"
+#include "session/settings.h"
 
 namespace ostrand::cli {
 namespace {
@@ -14,7 +15,7 @@ void makeSample(ProjectStore& store) {
   store.Config.CanBusQty = 1;
   store.TempBlock.BlockCount = store.VoltBlock.BlockCount = 1;
   store.TK40MBlock.BlockCount = store.PulseBlock[0].BlockCount = 1;
-  // Type K has a choice of ranges; a resistance has a calculator of its own.
+  // Type K has a choice of ranges; a resistance has a separate calculator.
   store.TempBlock[1].TypeNo = store.TK40MBlock[1].TypeNo = ORVUS_TCTYPE_K;
   store.BridgeBlock.BlockCount = 2;
   store.BridgeBlock[2].Style = 4;
@@ -38,38 +39,38 @@ ExitCode PlayScreens(const CommandLine& line) {
   const std::string_view path = line.words[1];
   const auto script = host->files.Read(path);
   if (!script) {
-    Complain(script.ErrorText());
+    ReportError(script.ErrorText());
     return kFault;
   }
   ScriptForms forms(host->forms);
-  OstrandEvents nobodyListens;
-  Ostrand session(TheStore(), host->Around(forms), nobodyListens);
+  OstrandEvents noEvents;
+  Ostrand session(TheStore(), host->Around(forms), noEvents);
   session.OverwriteChanged(line.force);
   ScreenScript player(session, forms, script.Value());
   bool cancelled = false;
   session.OpenFile(file, cancelled);
-  const auto complainOfBox = [&] {
+  const auto reportBox = [&] {
     const std::string box = forms.Unforeseen();
-    if (!box.empty()) Complain(std::string(file) + ": " + box);
+    if (!box.empty()) ReportError(std::string(file) + ": " + box);
     return !box.empty();
   };
-  if (complainOfBox() || cancelled) {
-    TellInterrupted(session);
+  if (reportBox() || cancelled) {
+    ReportInterrupted(session);
     return kFault;
   }
   if (const Result<> played = player.Run(); !played) {
-    Complain(std::string(path) + ": " + played.ErrorText());
+    ReportError(std::string(path) + ": " + played.ErrorText());
     return kFault;
   }
   ProjectRun run{line, host->files, host->forms, {}, 0};
   if (!WriteProject(run, session)) {
-    complainOfBox();
+    reportBox();
     return kFault;
   }
   Settings& settings = session.UserSettings();
   if (!player.OpenedOptions() && !settings.ViewChanged()) return kDone;
   const Result<> kept = settings.SaveSettings();
-  if (!kept) Complain(kept.ErrorText());
+  if (!kept) ReportError(kept.ErrorText());
   return kept ? kDone : kFault;
 }
 
@@ -78,12 +79,12 @@ ExitCode ListScreens(const CommandLine& line) {
   const auto host = HostOf(line, result);
   if (!host) return result;
   ScriptForms forms(host->forms);
-  OstrandEvents nobodyListens;
-  Ostrand session(TheStore(), host->Around(forms), nobodyListens);
+  OstrandEvents noEvents;
+  Ostrand session(TheStore(), host->Around(forms), noEvents);
   makeSample(session.Store());
   const std::string text =
       std::string(ScriptHelp()) + "\n" + platform::TerminalText(ScreenCatalog(session));
-  return Say(text) ? kDone : kFault;
+  return Print(text) ? kDone : kFault;
 }
 
 }  // namespace ostrand::cli

@@ -11,7 +11,9 @@ namespace {
 
 using Words = std::vector<std::string_view>;
 
-ExitCode say(const std::string& text) { return Say(platform::TerminalText(text)) ? kDone : kFault; }
+ExitCode print(const std::string& text) {
+  return Print(platform::TerminalText(text)) ? kDone : kFault;
+}
 
 ExitCode list(Settings& settings, const Words&) {
   std::string text;
@@ -20,20 +22,20 @@ ExitCode list(Settings& settings, const Words&) {
     if (row.Value != row.Default) text.append("  (default ").append(row.Default).append(")");
     text += "\n";
   }
-  return say(text);
+  return print(text);
 }
 
 ExitCode get(Settings& settings, const Words& words) {
   const auto row = settings.Get(words[1]);
-  if (row) return say(row.Value().Value + "\n");
-  Complain(row.ErrorText());
+  if (row) return print(row.Value().Value + "\n");
+  ReportError(row.ErrorText());
   return kFault;
 }
 
 ExitCode set(Settings& settings, const Words& words) {
   const auto done = settings.Set(words[1], words[2]);
   if (done) return kDone;
-  Complain(done.ErrorText());
+  ReportError(done.ErrorText());
   return kFault;
 }
 
@@ -45,8 +47,8 @@ struct Action {
 
 constexpr std::array<Action, 3> kActions = {{{"list", 1, list}, {"get", 2, get}, {"set", 3, set}}};
 
-void tellNotices(Settings& settings) {
-  if (const std::string notice = settings.TakeNotice(); !notice.empty()) Complain(notice);
+void reportNotices(Settings& settings) {
+  if (const std::string notice = settings.TakeNotice(); !notice.empty()) ReportError(notice);
 }
 
 }  // namespace
@@ -56,14 +58,14 @@ ExitCode ChangeSettings(const CommandLine& line) {
     return row.name == line.words.front() && row.words == line.words.size();
   });
   if (action == kActions.end()) {
-    return WrongUsage("say list, get NAME or set NAME VALUE", "settings");
+    return WrongUsage("expected: list, get NAME or set NAME VALUE", "settings");
   }
   SettingsPlaces places(line.syncing);
   Settings settings(places.settings, places.registry, platform::TemporaryFolder());
   settings.LoadSettings(true);
-  tellNotices(settings);
+  reportNotices(settings);
   const ExitCode result = action->run(settings, line.words);
-  tellNotices(settings);
+  reportNotices(settings);
   return result;
 }
 

@@ -1,4 +1,4 @@
-// Where the user's settings and the machine's keys stand.
+// Where the user's settings and the machine's keys are kept.
 #pragma once
 
 #include "platform/posix/posix_filesystem.h"
@@ -13,7 +13,7 @@ struct SettingsPlaces {
       : ownFiles(syncing, platform::Readers::kOwner),
         settings(ownFiles, platform::UserSettingsPath()),
         registry(ownFiles, platform::MachineRegistryPath(), platform::UserSettingsPath()) {}
-  // The places know each other.
+  // Members refer to each other.
   SettingsPlaces(const SettingsPlaces&) = delete;
   SettingsPlaces& operator=(const SettingsPlaces&) = delete;
 

@@ -5,18 +5,16 @@
 #include "platform/posix/terminal_forms.h"
 
 namespace ostrand::cli {
-void Complain(std::string_view text) {
-  const std::string line = "ostrand: " + platform::TerminalLines(text) + "\n";
-  static_cast<void>(platform::WriteTerminal(STDERR_FILENO, line));
-}
 
-bool Say(std::string_view text) {
+void ReportError(std::string_view text) { platform::WriteErrorLine(text); }
+
+bool Print(std::string_view text) {
   if (platform::WriteTerminal(STDOUT_FILENO, text)) return true;
-  Complain("standard output cannot be written");
+  ReportError("cannot write to standard output");
   return false;
 }
 
-void Hint(std::string_view text) {
+void PrintHint(std::string_view text) {
   static_cast<void>(platform::WriteTerminal(STDERR_FILENO, text));
 }
 

@@ -1,4 +1,4 @@
-// What the command says, on standard output and standard error.
+// Output of the command on standard output and standard error.
 #pragma once
 
 #include <string>
@@ -8,14 +8,14 @@ namespace ostrand::cli {
 
 enum ExitCode : int { kDone = 0, kFault = 1, kWrongUsage = 2 };
 
-// Tells the user what is wrong, in one line on standard error.
-void Complain(std::string_view text);
+// Writes an error to standard error, in one line.
+void ReportError(std::string_view text);
 
-// Puts bytes on standard output as they are. False, with a complaint, when they cannot be written:
+// Writes bytes to standard output unchanged. False when that fails, which has been reported then:
 // standard output is a file like any other.
-bool Say(std::string_view text);
+bool Print(std::string_view text);
 
-// Puts a line of help behind a complaint.
-void Hint(std::string_view text);
+// Writes a line of help after an error.
+void PrintHint(std::string_view text);
 
 }  // namespace ostrand::cli

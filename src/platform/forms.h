@@ -1,4 +1,4 @@
-// How the user is asked and told. A host implements it with windows, a terminal or a script.
+// How the user is asked and informed. A host implements it with windows, a terminal or a script.
 #pragma once
 
 #include <optional>
@@ -11,13 +11,16 @@ enum class Buttons { kOk, kOkCancel, kYesNo, kYesNoCancel, kOverwriteCancel };
 enum class Answer { kOk, kCancel, kYes, kNo, kOverwrite };
 enum class Pointer { kNormal, kBusy };
 
-// A message box. Lines of `text` are parted by CR LF.
+// A message box. Lines of `text` are separated by CR LF.
 struct MessageBox {
   std::string title;
   std::string text;
   Icon icon = Icon::kNone;
   Buttons buttons = Buttons::kOk;
-  Answer preselected = Answer::kOk;  // kOk stands for the first button, whatever it is
+  Answer preselected = Answer::kOk;  // kOk means the first button, whichever it is
+  // Path and reason of a failure of the disk, for a host that shows an error line instead of a box.
+  // Empty for any other box.
+  std::string diskError = {};
 };
 
 // An open or save dialog for one file.

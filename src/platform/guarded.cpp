@@ -13,6 +13,7 @@ void ReportFault(platform::Forms& forms, std::string_view routine, const Fault& 
              "\" has occurred in " + std::string(routine) +
              ".\r\n Press \"OK\" and the program will continue.";
   box.icon = platform::Icon::kExclamation;
+  if (fault.number == kFileAccess) box.diskError = fault.description;
   forms.ShowBox(box);
 }
 

@@ -10,8 +10,11 @@
 
 namespace ostrand {
 
-// A failure of the disk; `text` is that of the Error and names the path.
-inline Fault FileAccess(std::string text) { return {75, std::move(text)}; }
+// The number of a failure of the disk.
+inline constexpr int kFileAccess = 75;
+
+// A failure of the disk; `text` is that of its Error and names the path.
+inline Fault FileAccess(std::string text) { return {kFileAccess, std::move(text)}; }
 
 inline constexpr std::string_view kTroubleTitle = "TROUBLE";
 

@@ -29,7 +29,7 @@ Answer ScriptForms::ShowBox(const platform::MessageBox& box) {
     return answer;
   }
   if (box.buttons == platform::Buttons::kOk) {
-    told_.push_back({box.title, box.text});
+    told_.push_back({box.title, box.text, box.diskError});
     return Answer::kOk;
   }
   if (unanswered_.empty()) unanswered_ = Quoted(box.title) + ": " + box.text;
@@ -51,6 +51,7 @@ std::optional<ScriptForms::Box> ScriptForms::Claim(std::string_view title) {
 std::string ScriptForms::Unforeseen() const {
   if (!unanswered_.empty()) return "no answer to the box " + unanswered_;
   if (told_.empty()) return {};
+  if (!told_.front().diskError.empty()) return told_.front().diskError;
   return "unexpected box " + Quoted(told_.front().title) + ": " + told_.front().text;
 }
 

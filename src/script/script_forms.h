@@ -23,6 +23,7 @@ class ScriptForms : public platform::Forms {
   struct Box {
     std::string title;
     std::string text;
+    std::string diskError = {};  // of MessageBox
   };
 
   void Prepare(std::string title, platform::Answer answer);
@@ -36,7 +37,8 @@ class ScriptForms : public platform::Forms {
   // Whether the present action brought a question that an answer was given for.
   [[nodiscard]] bool Answered() const { return !seen_.empty(); }
   [[nodiscard]] const std::string& HelpLine() const { return helpLine_; }
-  // What must not be: a box that nobody foresaw, told in words. Empty for nothing.
+  // An error text for a box that the script does not expect; empty for none. Of a failure of the
+  // disk it is path and reason.
   [[nodiscard]] std::string Unforeseen() const;
   // A question among them, which has got the answer that changes least.
   [[nodiscard]] bool AskedInVain() const { return !unanswered_.empty(); }

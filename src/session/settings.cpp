@@ -458,13 +458,13 @@ std::vector<SettingRow> Settings::List() const {
 
 Result<SettingRow> Settings::Get(std::string_view name) const {
   const RowRule* rule = ruleNamed(name);
-  if (rule == nullptr) return Error{"there is no setting \"" + std::string(name) + "\""};
+  if (rule == nullptr) return Error{"unknown setting \"" + std::string(name) + "\""};
   return table_[rule->row];
 }
 
 Result<> Settings::Set(std::string_view name, std::string_view value) {
   const RowRule* rule = ruleNamed(name);
-  if (rule == nullptr) return Error{"there is no setting \"" + std::string(name) + "\""};
+  if (rule == nullptr) return Error{"unknown setting \"" + std::string(name) + "\""};
   const Result<std::string> checked = checkedValue(*rule, value);
   if (!checked) return Error{checked.ErrorText()};
   const platform::Setting row = {std::string(rule->name), checked.Value()};

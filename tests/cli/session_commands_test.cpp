@@ -53,15 +53,15 @@ class CliSession : public ::testing::Test {
   const std::string project = base + ".VKG";
 };
 
-TEST_F(CliSession, CheckTellsFindingsWithTheirPlaceAndWritesNothing) {
+TEST_F(CliSession, CheckReportsFindingsWithTheirPlaceAndWritesNothing) {
   const std::string bytes = makeWithTwoTables("Table1", "T");
   const Outcome text = RunOstrand({"check", project});
   EXPECT_EQ(text.code, 1);
   EXPECT_EQ(text.out, project +
-                          ": DUPLICATION FOUND, against saving\n"
+                          ": DUPLICATION FOUND, prevents saving\n"
                           "  \"TABLE1\" is used as [ Table1  name ] and [ Table2  name ].\n"
                           "  [TABLE SETUP] TableName(2)\n" +
-                          project + ": 1 finding, 1 against saving\n");
+                          project + ": 1 finding, 1 prevents saving\n");
   EXPECT_EQ(ReadDisk(project), bytes);
   const std::filesystem::directory_iterator entries(folder.Path());
   EXPECT_EQ(std::distance(begin(entries), end(entries)), 1);
@@ -90,7 +90,7 @@ TEST_F(CliSession, CheckNotesLinesThatWereNotRead) {
   2 lines of the file were not read, and the next save drops them.
   line 2: Operator=H. Quist [lab]: "[" in a text, which begins a section
   line 3: IDNumber=7: in no section of a project
-)" + project + ": all checks are clean, 1 notice\n");
+)" + project + ": all checks passed, 1 notice\n");
   const Outcome json = RunOstrand({"check", "--format=json", project});
   EXPECT_EQ(json.code, 0);
   EXPECT_EQ(json.out, "[{\"file\": \"" + project +
@@ -143,8 +143,9 @@ TEST_F(CliSession, SaveWritesAllFilesAndAsksAsTheScreenDoes) {
   const Outcome refused = RunOstrand({"save", project});
   EXPECT_EQ(refused.code, 1);
   EXPECT_EQ(refused.out, "");
-  EXPECT_TRUE(Holds(refused.err, "Save it anyway?\n  answered [n]o, nobody being asked\n"));
-  EXPECT_TRUE(refused.err.ends_with("ostrand: " + project + " was not saved\n"));
+  EXPECT_TRUE(
+      Holds(refused.err, "Save it anyway?\n  answered [n]o (standard input is not a terminal)\n"));
+  EXPECT_TRUE(refused.err.ends_with("ostrand: " + project + ": not saved\n"));
   const Outcome saved = RunOstrand(
       {"save", project, "-o", folder / "out", "--answer", "Save Generator Project ?=yes"});
   EXPECT_EQ(saved.code, 0) << saved.err;
@@ -158,24 +159,26 @@ TEST_F(CliSession, SaveWritesAllFilesAndAsksAsTheScreenDoes) {
   EXPECT_EQ(clean.out, wroteAll("pump"));
   EXPECT_TRUE(Holds(clean.err, "pump: MISSING FILE\n  Pre-Compiler was not found.\n"));
 
-  // What was written before a step failed is told.
+  // What was written before a step failed is reported, and the failure in one line.
   std::filesystem::remove(base + ".VKD");
   std::filesystem::create_directories(base + ".VKD/inner");
   const Outcome half = RunOstrand({"save", project});
   EXPECT_EQ(half.code, 1);
   EXPECT_EQ(half.out, "wrote " + project + "\nwrote " + base + ".VKP\n");
+  EXPECT_TRUE(Holds(half.err, "\nostrand: " + base + ".VKD: Is a directory\n")) << half.err;
+  EXPECT_FALSE(Holds(half.err, "FILE PROBLEM")) << half.err;
 }
 
-TEST_F(CliSession, CompileTellsTheTimesAndStoresThemWhenAsked) {
+TEST_F(CliSession, CompileShowsTheTimesAndStoresThemOnRequest) {
   const std::string bytes = make("\r\nMonitorPower(1)= 0\r\n", "\r\nMonitorPower(1)=-1\r\n");
   std::vector<std::string> words = {"compile", project, "--compiler", OSTRAND_STAND_IN};
   ::setenv("STAND_IN", "good", 1);
-  const Outcome told = RunOstrand(words, {.home = home.Path()});
-  EXPECT_EQ(told.code, 0) << told.err;
-  EXPECT_TRUE(told.out.starts_with(project + ": test compiled OK\n  Battery   "));
+  const Outcome shown = RunOstrand(words, {.home = home.Path()});
+  EXPECT_EQ(shown.code, 0) << shown.err;
+  EXPECT_TRUE(shown.out.starts_with(project + ": test compiled OK\n  Battery   "));
   EXPECT_TRUE(
-      Holds(told.err, project + ": COMPILE RESULT\n  Pre-Compiler: " + (home / "ostrand-")));
-  EXPECT_TRUE(Holds(told.err, "/TEMP$$$$.VKP\n  Version No: 6.3   Date Code: "));
+      Holds(shown.err, project + ": COMPILE RESULT\n  Pre-Compiler: " + (home / "ostrand-")));
+  EXPECT_TRUE(Holds(shown.err, "/TEMP$$$$.VKP\n  Version No: 6.3   Date Code: "));
   EXPECT_EQ(ReadDisk(project), bytes);
   EXPECT_TRUE(std::filesystem::is_empty(home.Path()));
 
@@ -189,11 +192,11 @@ TEST_F(CliSession, CompileTellsTheTimesAndStoresThemWhenAsked) {
   EXPECT_EQ(skipped.code, 1);
   EXPECT_EQ(skipped.err, "ostrand: Skipped version. " OSTRAND_STAND_IN
                          " ended without a report\nostrand: " +
-                             project + " did not compile\n");
+                             project + ": does not compile\n");
   EXPECT_EQ(ReadDisk(project), after);
 }
 
-TEST_F(CliSession, SaveSendsAndTellsWhenNobodyIsThere) {
+TEST_F(CliSession, SaveSendsAndReportsARefusedConnection) {
   make();
   std::string name;
   std::vector<std::string> words = {"save", project, "--compiler", OSTRAND_STAND_IN, "--send"};
@@ -323,7 +326,8 @@ TEST_F(CliSession, ScreenReportsAProjectThatCannotBeWritten) {
   const Outcome outcome = RunOstrand({"screen", project, folder / "script", "-o", folder / "out"});
   EXPECT_EQ(outcome.code, 1);
   EXPECT_EQ(outcome.out, "");
-  EXPECT_TRUE(Holds(outcome.err, (folder / "out/pump.VKG") + ": Is a directory\"")) << outcome.err;
+  EXPECT_EQ(outcome.err,
+            "ostrand: " + project + ": " + (folder / "out/pump.VKG") + ": Is a directory\n");
 }
 
 TEST_F(CliSession, AnIncompleteProgramIsWrittenAndNeverSent) {
@@ -335,7 +339,7 @@ TEST_F(CliSession, AnIncompleteProgramIsWrittenAndNeverSent) {
       RunOstrand({"save", project, "--compiler", OSTRAND_STAND_IN, "--send", server.Name()});
   EXPECT_EQ(outcome.code, 1);
   EXPECT_EQ(outcome.out, wroteAll(base));
-  EXPECT_TRUE(Holds(outcome.err, project + " was not sent\n"));
+  EXPECT_TRUE(Holds(outcome.err, project + ": not sent\n"));
   EXPECT_TRUE(outcome.err.ends_with("ostrand: " + project +
                                     ": the program is not complete: SAVEDLD.Constants failed in "
                                     "Volt Block 1, at: Units VBlk1 = " +
@@ -355,7 +359,7 @@ TEST_F(CliSession, SettingsAreShownAndChanged) {
   const std::string list = settings({"list"}).out;
   EXPECT_TRUE(Holds(list, "\nWarningMessageMask = 0  (default 8191)\n")) << list;
   EXPECT_TRUE(Holds(list, "\nDefaultNumFlags = 8\n"));
-  EXPECT_EQ(settings({"get", "Speed"}).err, "ostrand: there is no setting \"Speed\"\n");
+  EXPECT_EQ(settings({"get", "Speed"}).err, "ostrand: unknown setting \"Speed\"\n");
   EXPECT_EQ(settings({"set", "DefaultInputType", "7"}).code, 1);
 
   EXPECT_EQ(settings({"set", "DefaultScanInterval", "25"}).code, 0);
@@ -364,8 +368,8 @@ TEST_F(CliSession, SettingsAreShownAndChanged) {
 
   // They count for the other commands: without its bit a check finds no floating input.
   const std::string example = OSTRAND_SOURCE_DIR "/examples/engine-test-cell.VKG";
-  EXPECT_EQ(RunOstrand({"check", example}, kept).out, example + ": all checks are clean\n");
-  // A damaged file is told, and no fault of the project.
+  EXPECT_EQ(RunOstrand({"check", example}, kept).out, example + ": all checks passed\n");
+  // A damaged file is reported, and is not a fault of the project.
   WriteDisk(home / "ostrand/settings", std::string("\0\0", 2));
   const Outcome damaged = RunOstrand({"check", example}, kept);
   EXPECT_EQ(damaged.code, 0) << damaged.err;
@@ -382,10 +386,11 @@ TEST_F(CliSession, SaveLeavesAProjectThatChangedMeanwhileUnlessForced) {
   const Outcome refused = RunOstrand(words);
   EXPECT_EQ(refused.code, 1);
   EXPECT_EQ(refused.out, "");
-  EXPECT_TRUE(Holds(refused.err, "  answered [c]ancel, nobody being asked\n")) << refused.err;
+  EXPECT_TRUE(Holds(refused.err, "  answered [c]ancel (standard input is not a terminal)\n"))
+      << refused.err;
   EXPECT_TRUE(Holds(refused.err, "ostrand: " + project +
-                                     " was changed meanwhile and is left as it is; --force "
-                                     "overwrites it\n"));
+                                     ": changed by another program since it was read; not saved, "
+                                     "--force overwrites it\n"));
   EXPECT_EQ(ReadDisk(project), "changed\n");
   make();
   words.emplace_back("--force");

@@ -40,7 +40,7 @@ class LoggerScript : public ::testing::TestWithParam<std::string> {
 TEST_P(LoggerScript, GoesThrough) {
   if (GetParam() == "renames") {
     const auto checked = testing::RunOstrand({"check", base + ".VKG"}, {.folder = folder.Path()});
-    EXPECT_EQ(checked.out, base + ".VKG: all checks are clean\n") << checked.err;
+    EXPECT_EQ(checked.out, base + ".VKG: all checks passed\n") << checked.err;
   }
   if (GetParam() != "vehicle") return;
   // This one makes an example from nothing.

@@ -50,8 +50,8 @@ Answer safeAnswer(Buttons buttons) {
   return offers(buttons, Answer::kCancel) ? Answer::kCancel : Answer::kNo;
 }
 
-// A terminal that is gone takes no text; the exit code still tells.
-void tell(std::string_view text) { static_cast<void>(WriteTerminal(STDERR_FILENO, text)); }
+// A terminal that is gone takes no text; the exit code still shows the failure.
+void write(std::string_view text) { static_cast<void>(WriteTerminal(STDERR_FILENO, text)); }
 
 std::string prompt(Buttons buttons) {
   std::string result;
@@ -78,7 +78,7 @@ std::optional<char> nextLineHead() {
 
 Answer askAtTerminal(Buttons buttons) {
   for (;;) {
-    tell(prompt(buttons));
+    write(prompt(buttons));
     const std::optional<char> head = nextLineHead();
     if (!head) return safeAnswer(buttons);
     for (const AnswerWord& word : kAnswerWords) {
@@ -149,6 +149,8 @@ bool WriteTerminal(int descriptor, std::string_view text) {
   return text.empty();
 }
 
+void WriteErrorLine(std::string_view text) { write("ostrand: " + TerminalLines(text) + "\n"); }
+
 std::string TerminalText(std::string_view text) { return shown(text, {'\n', '\t'}); }
 
 std::string TerminalName(std::string_view name) {
@@ -203,13 +205,17 @@ std::optional<Answer> TerminalForms::prepared(const MessageBox& box) const {
   for (const Answer answer : {Answer::kYes, Answer::kOk}) {
     if (offers(box.buttons, answer)) return answer;
   }
-  return std::nullopt;  // nothing is overwritten by a yes to everything
+  return std::nullopt;  // yes to everything never overwrites
 }
 
 Answer TerminalForms::ShowBox(const MessageBox& box) {
   if (box.icon != Icon::kInformation) boxesShown_.push_back(box.title);
+  if (!box.diskError.empty()) {
+    WriteErrorLine(box.diskError);
+    return Answer::kOk;
+  }
   const std::string about = subject_.empty() ? "" : subject_ + ": ";
-  tell(TerminalLines(HeadAndLines(about + box.title, box.text)));
+  write(TerminalLines(HeadAndLines(about + box.title, box.text)));
   if (box.buttons == Buttons::kOk) return Answer::kOk;
 
   std::optional<Answer> answer = prepared(box);
@@ -217,12 +223,13 @@ Answer TerminalForms::ShowBox(const MessageBox& box) {
   const Answer given = answer.value_or(safeAnswer(box.buttons));
   const auto word = std::find_if(kAnswerWords.begin(), kAnswerWords.end(),
                                  [&](const AnswerWord& row) { return row.answer == given; });
-  tell("  answered " + std::string(word->prompt) + (answer ? "\n" : ", nobody being asked\n"));
+  write("  answered " + std::string(word->prompt) +
+        (answer ? "\n" : " (standard input is not a terminal)\n"));
   return given;
 }
 
 void TerminalForms::ShowWaiting(const std::string& text) {
-  tell(TerminalText((subject_.empty() ? "" : subject_ + ": ") + text + "\n"));
+  write(TerminalText((subject_.empty() ? "" : subject_ + ": ") + text + "\n"));
 }
 
 std::optional<std::string> TerminalForms::AskOpen(const FileDialog&) { return std::nullopt; }

@@ -14,7 +14,7 @@ namespace ostrand::platform {
 // "\u009B").
 std::string TerminalName(std::string_view name);
 
-// An answer given beforehand to every box of a title, upper and lower case alike.
+// A prepared answer to every box of a title, in any case.
 struct PreparedAnswer {
   std::string title;
   Answer answer = Answer::kOk;
@@ -25,20 +25,21 @@ struct PreparedAnswers {
   bool yes = false;                     // Yes or OK to every other question
 };
 
-// Boxes go to standard error: the subject and the title in one line, the text below it, in UTF-8.
+// Boxes go to standard error: the subject and the title in one line, the text below it, in UTF-8;
+// a failure of the disk is an error line with path and reason.
 // A question is answered by what was prepared, else by the user when standard input is a terminal,
 // else in the way that writes nothing: Cancel where there is one, or No. There are no file dialogs
-// on a command line, which names its files itself: but for a name to save under that was prepared
-// they count as cancelled.
+// on a command line, which names its files itself: except for a prepared name to save under they
+// count as cancelled.
 class TerminalForms : public Forms {
  public:
   explicit TerminalForms(PreparedAnswers answers) : answers_(std::move(answers)) {}
 
-  // What the boxes from now on are about, the project file for one.
+  // The subject of the boxes from now on, for example the project file.
   void Subject(std::string_view name) { subject_ = TerminalName(name); }
   // The answer to the next dialog that asks where to save.
   void SaveAs(std::string name) { saveName_ = std::move(name); }
-  // Titles of the boxes since the last call, in their order; without those that only inform.
+  // Titles of the boxes since the last call, in their order; except those that only inform.
   std::vector<std::string> TakeBoxesShown();
 
   Answer ShowBox(const MessageBox& box) override;
@@ -64,7 +65,7 @@ std::string HeadAndLines(std::string_view head, std::string_view text);
 
 // What a terminal shows is UTF-8: bytes that are not UTF-8 already, as file names are, are taken as
 // Windows-1252, as project texts are. Control characters are escaped ("\n", "\x1B", "\u009B"), so
-// that neither a project nor a file name can steer the terminal.
+// that neither a project nor a file name can control the terminal.
 
 // A text whose lines end in CR LF or LF, and may hold tabs.
 std::string TerminalText(std::string_view text);
@@ -72,6 +73,10 @@ std::string TerminalText(std::string_view text);
 std::string TerminalLines(std::string_view text);
 // Bytes in UTF-8, control characters as they are.
 std::string Utf8Text(std::string_view bytes);
+
+// Writes an error of the command to standard error: "ostrand: " and the text, as TerminalLines
+// shows it.
+void WriteErrorLine(std::string_view text);
 
 // Writes all bytes. False when they cannot be written, or a signal is to end the process.
 bool WriteTerminal(int descriptor, std::string_view text);
