@@ -3,20 +3,13 @@
 // memory and the time of what it uses.
 #pragma once
 
-#include <cstdint>
 #include <string>
 
+#include "model/scalars.h"
 #include "text/late_row.h"
 #include "text/row.h"
 
 namespace ostrand {
-
-using i16 = std::int16_t;
-using i32 = std::int32_t;
-using flag = std::int16_t;  // 0 false, -1 true; any other value counts as true
-
-inline constexpr flag kTrue = -1;
-inline constexpr flag kFalse = 0;
 
 // Hard limits of the system.
 inline constexpr int kTables = 6;

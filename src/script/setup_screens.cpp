@@ -20,6 +20,7 @@
 #include "logger/frm_flags.h"
 #include "logger/frm_port_tables.h"
 #include "logger/frm_ports.h"
+#include "platform/surroundings.h"
 #include "session/frm_opt_gen.h"
 #include "session/frm_opt_orvus.h"
 #include "session/user_action.h"

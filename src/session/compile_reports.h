@@ -17,7 +17,7 @@ struct VersionReport {
 };
 VersionReport ReadVersionReport(std::string_view report);
 
-// What a compile came to, by its report: the text that ReportText gives.
+// The result of a compile, by its report in the form of ReportText.
 struct CompileVerdict {
   bool compiled = false;
   std::string message;  // for the user; lines end in CR LF
@@ -34,7 +34,8 @@ std::string ReportText(std::string_view bytes);
 // lines and bytes left out between them.
 std::string ShownInBox(std::string_view text);
 
-// Program lines that hold the statements of the multiplexer blocks, each with a blank behind it.
+// Numbers of the program lines with the statements of the multiplexer blocks, each followed by a
+// blank.
 using MuxLines = Row<std::string, 1, kBlocks>;
 
 // Puts the times of the first scan of the report into the store, in microseconds, in place of all

@@ -95,7 +95,7 @@ frmOptGen::frmOptGen(const ScreenContext& context, Settings& settings,
       colorsBefore_(settings.GetSelectedColors()),
       numbersBefore_(settings.View().SummaryNumbers) {
   Caption = "COLORS";
-  for (int color = 0; color < Settings::kColors; ++color) {
+  for (int color = 0; color < kColors; ++color) {
     ColorRow.Add(Settings::ColorName(color));
   }
   for (const NamedColor& color : kStandardColors) {
@@ -126,7 +126,7 @@ frmOptGen::frmOptGen(const ScreenContext& context, Settings& settings,
 }
 
 void frmOptGen::takeColor(i32 color) {
-  Settings::ColorTable colors = settings_.GetSelectedColors();
+  ColorTable colors = settings_.GetSelectedColors();
   colors[static_cast<std::size_t>(ColorRow.Index())][kValueColumn] = NumberText(color);
   settings_.SetSelectedColors(colors);
   showRow();

@@ -14,7 +14,7 @@ namespace ostrand {
 // Colours and form take effect at once; Cancel puts back those that were there.
 class frmOptGen final : public Screen {
  public:
-  // The settings must outlive the screen. `onChange` is told of each change.
+  // The settings must outlive the screen. `onChange` is called after each change.
   frmOptGen(const ScreenContext& context, Settings& settings, std::function<void()> onChange);
 
   Choice ColorRow;       // what is coloured
@@ -38,7 +38,7 @@ class frmOptGen final : public Screen {
 
   Settings& settings_;
   std::function<void()> onChange_;
-  Settings::ColorTable colorsBefore_;
+  ColorTable colorsBefore_;
   NumberFormat numbersBefore_;
 };
 

@@ -2,6 +2,8 @@
 
 #include <array>
 
+#include "model/store.h"
+
 namespace ostrand {
 namespace {
 
@@ -31,7 +33,7 @@ constexpr std::array<ButtonRow, kLastButton + 1> kButtons = {{
     {"Save the file for later downloading to the logger."},
 }};
 
-// Whether the hardware that a button sets up is there.
+// Whether the hardware that a button sets up is fitted.
 bool isFitted(int button, const Configuration& config) {
   if (button == kTK40MButton) return config.TK40MQty >= 1;
   if (button == kCanButton) return config.CanBusQty >= 1;

@@ -4,10 +4,12 @@
 #include <functional>
 #include <string_view>
 
-#include "model/store.h"
+#include "model/scalars.h"
 #include "text/row.h"
 
 namespace ostrand {
+
+struct Configuration;
 
 // Buttons of `cmdOption` by their index. Those without a name are reserved and always disabled.
 enum MainButton : int {
@@ -29,9 +31,9 @@ enum MainButton : int {
 };
 inline constexpr int kLastButton = kSaveButton;
 
-// What the help line says while the pointer is on a button.
+// The help line while the pointer is on a button.
 std::string_view MainButtonHelp(int button);
-// The caption of the button that saves and sends; "&" stands before its access key.
+// The caption of the button that saves and sends; "&" precedes its access key.
 inline constexpr std::string_view kSaveAndSendCaption = "SAVE AND SEN&D";
 inline constexpr std::string_view kQuitHelp = "Quit Program Generator.";
 

@@ -1,11 +1,13 @@
 // What the user does on the main screen of the control.
 #include <string>
+#include <utility>
 
 #include "model/stored_text.h"
 #include "platform/box.h"
 #include "platform/guarded.h"
-#include "session/ostrand.h"
+#include "session/session_state.h"
 #include "session/user_action.h"
+#include "verify/check_context.h"
 #include "verify/ground_warning.h"
 #include "verify/verify_before_save.h"
 
@@ -32,142 +34,167 @@ constexpr std::string_view kBadLines =
 
 constexpr std::string_view kSavedFormat = "6.0";
 
-}  // namespace
-
-void Ostrand::enableButtons() {
-  row_.EnableForProject(store_.Config, screens_, isHarrierRunning_, hostIsHarrier());
-  printPanelShown_ = false;
-}
-
-void Ostrand::Click(int button) {
-  if (Busy() || !row_.Enabled(button)) return;
-  const UserAction action(*this);
-  const auto run = [&] {
-    const Marked working(working_);
-    row_.DisableAll();
-    Guarded(around_.forms, "Ostrand.cmdOption_Click", [&] { runButton(button); });
-  };
-  const auto settle = [&] {
-    enableButtons();
-    if (button < kSaveAndSendButton) {  // a screen that failed may have edited before
-      dirtyFlag_ = true;
-      Summarize();
-    }
-    if (button != kSaveAndSendButton) SetFocus(Focus::kButton, button);
-  };
-  WithBusyPointer(around_.forms, [&] { Finally(run, settle); });
-}
-
-void Ostrand::runButton(int button) {
-  if (button >= kSaveAndSendButton) return saveByButton(button == kSaveAndSendButton);
-  const Marked screenOpen(screenOpen_);
-  screens_[button]();
-}
-
-void Ostrand::RightClick(int) { events_.PopupOptionsMenu(); }
-
-void Ostrand::PointAt(int button) {
-  around_.forms.SetHelpLine(std::string(MainButtonHelp(button)));
-}
-
-void Ostrand::PointAtQuit() { around_.forms.SetHelpLine(std::string(kQuitHelp)); }
-
-void Ostrand::ClickQuit() {
-  if (!row_.QuitEnabled()) return;
-  i16 cancelled = kFalse;
-  CloseSession(false, cancelled);
-}
-
 // ---- Saving -------------------------------------------------------------------------------------
 
-void Ostrand::saveByButton(bool send) {
-  if (checkAndSave(send) && send) this->send();
-}
-
-// Whether all was written and its program is one to send.
-bool Ostrand::checkAndSave(bool send) {
-  const Marked saving(saving_);
-  bool bad = false;
-  bool upgrade = false;
-  ORVUS_COMMON::VerifyBeforeSave(Checks(), bad, upgrade);
-  if (!bad && !upgrade) return saveClean(send);
-  if (bad ? !confirmBadSave(send, upgrade) : !confirmUpgrade()) return false;
-  if (upgrade) store_.Gen.Version = kSavedFormat;
-  saveDldFile();
-  return false;
-}
-
-bool Ostrand::saveClean(bool send) {
-  ORVUS_COMMON::FloatingGroundWarning(Checks());
-  runPreCompile();
-  saveDldFile();
-  if (send && !compileSkipped_.empty()) {
-    around_.forms.SetHelpLine(compileSkipped_);
-  } else if (send && !ProgramFaults().empty()) {
-    around_.forms.SetHelpLine("Not sent: " + ProgramFaults().front());
-  }
-  return saved_ && !compileFailed_ && ProgramFaults().empty();
-}
-
-void Ostrand::send() {
-  around_.forms.SetPointer(platform::Pointer::kNormal);
-  const std::string program = std::string(WithoutExtension(currentFileName_)) + ".VKP";
-  if (hostIsHarrier()) {
-    HarrierDownload(program);
-  } else {
-    events_.DownloadRequest(program, true);
-  }
-}
-
-bool Ostrand::confirmBadSave(bool send, bool upgrade) {
+bool confirmBadSave(SessionState& session, bool send, bool upgrade) {
   std::string text = send ? "Program will not be downloaded.\r\n" : "";
   if (upgrade) text += kUpgradeLines;
   text += kBadLines;
-  return Ask(around_.forms, "Save Generator Project ?", text, platform::Buttons::kYesNo) ==
+  return Ask(session.around.forms, "Save Generator Project ?", text, platform::Buttons::kYesNo) ==
          platform::Answer::kYes;
 }
 
-bool Ostrand::confirmUpgrade() {
-  return Ask(around_.forms, "Upgrade Generator Project Beyond Larkfield 5.3.1 ?",
+bool confirmUpgrade(SessionState& session) {
+  return Ask(session.around.forms, "Upgrade Generator Project Beyond Larkfield 5.3.1 ?",
              std::string(kUpgradeLines) + "Do you want to save the project anyway ?",
              platform::Buttons::kYesNo) == platform::Answer::kYes;
 }
 
+void sendProgram(SessionState& session) {
+  session.around.forms.SetPointer(platform::Pointer::kNormal);
+  const std::string program =
+      std::string(Ostrand::WithoutExtension(session.currentFileName)).append(kProgramExtension);
+  if (session.HostIsHarrier()) {
+    session.control.HarrierDownload(program);
+  } else {
+    session.events.DownloadRequest(program, true);
+  }
+}
+
+bool saveClean(SessionState& session, bool send) {
+  ORVUS_COMMON::FloatingGroundWarning(session.control.Checks());
+  session.RunPreCompile();
+  session.SaveDldFile();
+  if (send && !session.compileSkipped.empty()) {
+    session.around.forms.SetHelpLine(session.compileSkipped);
+  } else if (send && !session.control.ProgramFaults().empty()) {
+    session.around.forms.SetHelpLine("Not sent: " + session.control.ProgramFaults().front());
+  }
+  return session.save.saved && !session.compileFailed && session.control.ProgramFaults().empty();
+}
+
+// Whether all was written and its program is one to send.
+bool checkAndSave(SessionState& session, bool send) {
+  const Marked saving(session.saving);
+  bool bad = false;
+  bool upgrade = false;
+  ORVUS_COMMON::VerifyBeforeSave(session.control.Checks(), bad, upgrade);
+  if (!bad && !upgrade) return saveClean(session, send);
+  if (bad ? !confirmBadSave(session, send, upgrade) : !confirmUpgrade(session)) return false;
+  if (upgrade) session.store.Gen.Version = kSavedFormat;
+  session.SaveDldFile();
+  return false;
+}
+
+void saveByButton(SessionState& session, bool send) {
+  if (checkAndSave(session, send) && send) sendProgram(session);
+}
+
+void runButton(SessionState& session, int button) {
+  if (button >= kSaveAndSendButton) return saveByButton(session, button == kSaveAndSendButton);
+  const Marked screenOpen(session.main.screenOpen);
+  session.screens[button]();
+}
+
+// The row that the host changes: while the print panel is shown, the one that comes back.
+MainRow& rowOf(MainScreenState& main) {
+  return main.printPanelShown ? main.rowBeforePrint : main.row;
+}
+
+}  // namespace
+
+// ---- The main row -------------------------------------------------------------------------------
+
+void SessionState::EnableButtons() {
+  main.row.EnableForProject(store.Config, screens, isHarrierRunning, HostIsHarrier());
+  main.printPanelShown = false;
+}
+
+const MainRow& Ostrand::MainButtons() const { return state_->main.row; }
+ScreenTable& Ostrand::Screens() { return state_->screens; }
+bool Ostrand::Working() const { return state_->main.working; }
+void Ostrand::SetQuitButton(bool Enable) { rowOf(state_->main).EnableQuit(Enable); }
+void Ostrand::SetSaveDownload(bool Enable) {
+  rowOf(state_->main).Enable(kSaveAndSendButton, Enable);
+}
+
+void Ostrand::Click(int button) {
+  if (Busy() || !state_->main.row.Enabled(button)) return;
+  const UserAction action(*this);
+  const auto run = [&] {
+    const Marked working(state_->main.working);
+    state_->main.row.DisableAll();
+    Guarded(state_->around.forms, "Ostrand.cmdOption_Click", [&] { runButton(*state_, button); });
+  };
+  const auto settle = [&] {
+    state_->EnableButtons();
+    if (button < kSaveAndSendButton) {  // a screen that failed may have edited before
+      state_->dirtyFlag = true;
+      Summarize();
+    }
+    if (button != kSaveAndSendButton) SetFocus(Focus::kButton, button);
+  };
+  WithBusyPointer(state_->around.forms, [&] { Finally(run, settle); });
+}
+
+void Ostrand::RightClick(int) { state_->events.PopupOptionsMenu(); }
+
+void Ostrand::PointAt(int button) {
+  state_->around.forms.SetHelpLine(std::string(MainButtonHelp(button)));
+}
+
+void Ostrand::PointAtQuit() { state_->around.forms.SetHelpLine(std::string(kQuitHelp)); }
+
+void Ostrand::ClickQuit() {
+  if (!state_->main.row.QuitEnabled()) return;
+  i16 cancelled = kFalse;
+  CloseSession(false, cancelled);
+}
+
 // ---- Printing -----------------------------------------------------------------------------------
 
+bool Ostrand::PrintPanelShown() const { return state_->main.printPanelShown; }
+
 void Ostrand::PrintSelect() {
-  if (!printPanelShown_) rowBeforePrint_ = row_;
-  row_.DisableAll();
-  printPanelShown_ = true;
+  if (!state_->main.printPanelShown) state_->main.rowBeforePrint = state_->main.row;
+  state_->main.row.DisableAll();
+  state_->main.printPanelShown = true;
   SetFocus(Focus::kCancelPrint);
 }
 
 void Ostrand::CancelPrint() {
-  if (!printPanelShown_) return;
-  printPanelShown_ = false;
-  row_ = rowBeforePrint_;
+  if (!state_->main.printPanelShown) return;
+  state_->main.printPanelShown = false;
+  state_->main.row = state_->main.rowBeforePrint;
   SetFocus(Focus::kNone);
 }
 
-// ---- The keyboard -------------------------------------------------------------------------------
+// ---- Text boxes and keyboard --------------------------------------------------------------------
 
-// The text that a text box has after these keys.
-std::string Ostrand::typedText(std::string_view keys) {
+std::string SessionState::TypedText(std::string_view keys) {
   std::string text(keys);
   if (std::erase(text, kSectionMark) > 0) {
-    around_.forms.Beep();
-    around_.forms.SetHelpLine(std::string(kSectionMarkHelp));
+    around.forms.Beep();
+    around.forms.SetHelpLine(std::string(kSectionMarkHelp));
   }
-  return text.substr(0, kMaxBoxLetters);
+  return text.substr(0, Ostrand::kMaxBoxLetters);
 }
 
+const std::string& Ostrand::txtOper() const { return state_->main.txtOper; }
+void Ostrand::txtOper(std::string_view text) { state_->main.txtOper = state_->TypedText(text); }
+const std::string& Ostrand::txtIDNum() const { return state_->main.txtIDNum; }
+void Ostrand::txtIDNum(std::string_view text) { state_->main.txtIDNum = state_->TypedText(text); }
+Focus Ostrand::FocusAt() const { return state_->main.focus; }
+int Ostrand::FocusButton() const { return state_->main.focusButton; }
+const Appearance& Ostrand::Colors() const { return state_->main.appearance; }
+
 void Ostrand::SetFocus(Focus focus, int button) {
-  focus_ = focus;
-  focusButton_ = focus == Focus::kButton ? button : 0;
+  state_->main.focus = focus;
+  state_->main.focusButton = focus == Focus::kButton ? button : 0;
   if (focus == Focus::kOper) {
-    around_.forms.SetHelpLine("Enter operator's name. Up to 30 characters.");
+    state_->around.forms.SetHelpLine("Enter operator's name. Up to 30 characters.");
   } else if (focus == Focus::kIDNum) {
-    around_.forms.SetHelpLine("Enter an appropriate ID number. Up to 30 characters.");
+    state_->around.forms.SetHelpLine("Enter an appropriate ID number. Up to 30 characters.");
   }
 }
 
@@ -175,11 +202,11 @@ void Ostrand::KeyDown(Key key) {
   if (key == Key::kEscape) {
     i16 cancelled = kFalse;
     CloseSession(false, cancelled);
-  } else if (key == Key::kDown && focus_ == Focus::kOper) {
+  } else if (key == Key::kDown && state_->main.focus == Focus::kOper) {
     SetFocus(Focus::kIDNum);
-  } else if (key == Key::kDown && focus_ == Focus::kIDNum) {
+  } else if (key == Key::kDown && state_->main.focus == Focus::kIDNum) {
     SetFocus(Focus::kButton, kConfigurationButton);
-  } else if (key == Key::kUp && focus_ == Focus::kIDNum) {
+  } else if (key == Key::kUp && state_->main.focus == Focus::kIDNum) {
     SetFocus(Focus::kOper);
   }
 }

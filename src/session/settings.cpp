@@ -57,21 +57,21 @@ enum class Kind { kText, kNumber, kKinds };
 constexpr i32 kMin = std::numeric_limits<i32>::min();
 constexpr i32 kMax = std::numeric_limits<i32>::max();
 
-// What a row may hold. The limits are those of a value that is set by hand; a stored value beyond
-// them falls back only where the row says so.
+// The values of a row. The limits hold for a value that is set by hand; a stored value beyond them
+// takes the default only for codes (takeWithin).
 struct RowRule {
   int row;
   std::string_view name;
   std::string_view text;  // default of a text
   i32 number;             // default of a number
   Kind kind;
-  i32 least;
-  i32 most;
+  i32 min;
+  i32 max;
 };
 
-constexpr RowRule number(int row, std::string_view name, i32 standard, i32 least = kMin,
-                         i32 most = kMax) {
-  return {row, name, {}, standard, Kind::kNumber, least, most};
+constexpr RowRule number(int row, std::string_view name, i32 standard, i32 min = kMin,
+                         i32 max = kMax) {
+  return {row, name, {}, standard, Kind::kNumber, min, max};
 }
 
 constexpr RowRule kRules[] = {
@@ -82,7 +82,7 @@ constexpr RowRule kRules[] = {
     number(14, "Summary Text", kSystemSummary.Text),
     number(kSummaryHighlight, "Summary Highlight", kPlainHighlight),
     {kGenPath, "GenPath", "C:\\Larkfield\\DLDFILES", 0, Kind::kText, 0, 0},
-    {kVKCompPath, "VKCompPath", {}, 0, Kind::kText, 0, 0},  // stands where the machine tells
+    {kVKCompPath, "VKCompPath", {}, 0, Kind::kText, 0, 0},  // default from the machine's keys
     number(kCurrentOptionsPage, "CurrentOptionsPage", 1),
     number(kCurrentOptionsTop, "CurrentOptionsTop", 600),
     number(kCurrentOptionsLeft, "CurrentOptionsLeft", 600),
@@ -114,13 +114,13 @@ const RowRule* ruleNamed(std::string_view name) {
   return rule == std::end(kRules) ? nullptr : rule;
 }
 
-bool isWithin(const RowRule& rule, i32 value) { return value >= rule.least && value <= rule.most; }
+bool isWithin(const RowRule& rule, i32 value) { return value >= rule.min && value <= rule.max; }
 
 std::string defaultText(const RowRule& rule) {
   return rule.kind == Kind::kNumber ? NumberText(rule.number) : std::string(rule.text);
 }
 
-// The kinds in a list; what is no number is passed over.
+// The kinds in a list; anything but a number is ignored.
 std::vector<i32> kindsIn(std::string_view list) {
   std::vector<i32> kinds;
   for (const std::string_view part : Split(list, ',')) {
@@ -167,13 +167,13 @@ Result<std::string> checkedValue(const RowRule& rule, std::string_view value) {
   const auto whole = ToInt32(value);
   if (whole && *number == *whole && isWithin(rule, *whole)) return NumberText(*whole);
   std::string wanted = " is a whole number";
-  if (rule.least > kMin || rule.most < kMax) {
-    wanted += " from " + NumberText(rule.least) + " to " + NumberText(rule.most);
+  if (rule.min > kMin || rule.max < kMax) {
+    wanted += " from " + NumberText(rule.min) + " to " + NumberText(rule.max);
   }
   return Error{name + wanted + refused};
 }
 
-// The value that the store has for a row; empty when there is none.
+// The stored value of a row; empty when there is none.
 std::string_view storedValue(const std::vector<platform::Setting>& stored, std::string_view name) {
   const auto found =
       std::find_if(stored.begin(), stored.end(),
@@ -181,7 +181,7 @@ std::string_view storedValue(const std::vector<platform::Setting>& stored, std::
   return found == stored.end() ? std::string_view{} : std::string_view(found->value);
 }
 
-// A number, where the text is one.
+// A number where the text is one.
 ORVUS_COMMON::UserValue userValue(const std::vector<platform::Setting>& stored,
                                   std::string_view name,
                                   const ORVUS_COMMON::UserValue& defaultValue) {
@@ -191,7 +191,7 @@ ORVUS_COMMON::UserValue userValue(const std::vector<platform::Setting>& stored,
   return text;
 }
 
-// The compiler's place in the machine's folder for it.
+// The compiler in the machine's folder for it.
 std::string compilerIn(std::string_view folder) {
   const std::string inFolder = folder.empty() ? "\\" : platform::WithSeparator(folder);
   return inFolder + std::string(kCompilerName);
@@ -263,7 +263,7 @@ void Settings::readStore() {
   }
 }
 
-// A number that can't be one of its kind takes the default.
+// A number outside its limits takes the default.
 void Settings::readView() {
   using Rows = std::vector<platform::Setting>;
   const std::string place = std::string(kUserKey).append(kViewProduct);
@@ -274,10 +274,9 @@ void Settings::readView() {
     const auto* kept = std::get_if<std::string>(&value);
     return kept != nullptr ? *kept : NumberText(std::get<double>(value));
   };
-  const auto number = [&](const Rows& rows, std::string_view name, i32 standard, i32 least,
-                          i32 most) {
+  const auto number = [&](const Rows& rows, std::string_view name, i32 standard, i32 min, i32 max) {
     const i32 value = ToInt32(text(rows, name, NumberText(standard))).value_or(standard);
-    return value >= least && value <= most ? value : standard;
+    return value >= min && value <= max ? value : standard;
   };
   const ViewOptions standard;
   const TextFont& font = standard.ConditionFont;
@@ -322,7 +321,7 @@ i32 Settings::takeNumber(int row) {
   return value;
 }
 
-// The same for a row whose numbers are codes: one that is no code takes the default.
+// As takeNumber, for a row of codes: an invalid code takes the default.
 i32 Settings::takeWithin(int row) {
   const i32 value = takeNumber(row);
   if (isWithin(ruleOf(row), value)) return value;
@@ -354,7 +353,7 @@ void Settings::takeVariableKinds() {
 
 void Settings::takeOptions() {
   for (const int row : {kCurrentOptionsPage, kCurrentOptionsTop, kCurrentOptionsLeft}) {
-    static_cast<void>(takeNumber(row));  // kept in the table alone
+    static_cast<void>(takeNumber(row));  // kept only in the table
   }
   warningMessageMask_ = takeNumber(kWarningMessageMask);
   options_.DefaultScanInterval = takeNumber(kDefaultScanInterval);
@@ -406,7 +405,7 @@ std::string Settings::TakeNotice() {
 
 std::string_view Settings::ColorName(int color) { return ruleOf(kFirstColor + color).name; }
 
-Settings::ColorTable Settings::GetSelectedColors() const {
+ColorTable Settings::GetSelectedColors() const {
   ColorTable colors;
   int color = 0;
   for (auto& row : colors) {
@@ -483,7 +482,7 @@ std::string textOf(const std::variant<std::string, std::int32_t>& value) {
   return text != nullptr ? *text : NumberText(std::get<std::int32_t>(value));
 }
 
-// The numbers are those that the same failures have elsewhere in the system.
+// With the error numbers that the same failures have elsewhere in the system.
 Fault registryFault(platform::RegistryFailure failure, std::string_view key) {
   const std::string name(key);
   switch (failure) {

@@ -1,5 +1,5 @@
-// What a user keeps from project to project: colours, folders, warnings, and the values that new
-// items start with.
+// Settings of a user for all projects: colours, folders, warnings, and the initial values of new
+// items.
 #pragma once
 
 #include <array>
@@ -14,12 +14,13 @@
 #include "platform/forms.h"
 #include "platform/machine_registry.h"
 #include "platform/settings_store.h"
+#include "session/colors.h"
 #include "text/result.h"
 #include "text/row.h"
 
 namespace ostrand {
 
-// Colours are 0x00BBGGRR, or the number of a colour of the system with the top bit set.
+// Colours have the form of Appearance.
 using SoftPalette = std::array<i32, 6>;  // blue, green, cyan, red, magenta, yellow
 
 struct SummaryPalette {
@@ -42,33 +43,30 @@ struct SettingRow {
 // the table: CopyToTable, the screen, LoadSettings(false). At the end: SaveSettings.
 class Settings {
  public:
-  static constexpr int kColors = 6;
   static constexpr int kFirstColor = 10;    // row of the first colour
   static constexpr int kFirstSetting = 20;  // and of the first other setting
   static constexpr int kLastSetting = 34;
   using Table = Row<SettingRow, 0, kLastSetting>;
-  // Name, value and default of each colour.
-  using ColorTable = std::array<std::array<std::string, 3>, kColors>;
 
-  // Store and registry must outlive the settings. `temporaryFolder` stands in for WorkDir where
-  // the machine names none. Builds the table and reads nothing of the user's yet.
+  // Store and registry must outlive the settings. `temporaryFolder` is the WorkDir of a
+  // machine that names none. Builds the table and does not read the user's values yet.
   Settings(platform::SettingsStore& store, platform::MachineRegistry& registry,
            std::string temporaryFolder);
 
-  // Puts palettes and table back to their start and reads the machine's folders, without a word
-  // when the machine has no such keys.
+  // Resets palettes and table and reads the machine's folders, silently when the machine has no
+  // such keys.
   void BuildSettingsTable();
   // With `readStore` all rows take the user's value, or their default when there is none or it is
-  // no number where one is needed. Then, either way, the values below are taken from the table.
+  // not a number where one is needed. Then, either way, the values below are taken from the table.
   void LoadSettings(bool readStore);
-  // The values below go into the table.
+  // Copies the values below into the table.
   void CopyToTable();
   // CopyToTable, then all rows go into the store, all or none. The error names the file.
   Result<> SaveSettings();
-  // What the user should hear about store and registry, each thing once; empty for nothing.
+  // Notices for the user about store and registry, each one once; empty for none.
   std::string TakeNotice();
 
-  // The identity under which the store keeps the settings; an empty name stands for "QUILLON".
+  // The identity under which the store keeps the settings; an empty name means "QUILLON".
   // Setting it reads nothing.
   [[nodiscard]] const std::string& RegistryApp() const { return registryApp_; }
   void RegistryApp(std::string_view name);
@@ -78,7 +76,7 @@ class Settings {
   [[nodiscard]] const Table& Rows() const { return table_; }
 
   // Folders of the machine: for temporary files, never empty, and of the compiler, which is empty
-  // where none is named. As they stand in the registry, with or without a trailing separator.
+  // where none is named. As they are in the registry, with or without a trailing separator.
   [[nodiscard]] const std::string& WorkDir() const { return workDir_; }
   // Reads WorkDir again, which may have changed since the start.
   void ReadWorkDir();
@@ -104,8 +102,8 @@ class Settings {
   // The colours that the user can choose, from 0.
   [[nodiscard]] static std::string_view ColorName(int color);
   [[nodiscard]] i32 ColorValue(int color) const { return colorValues_[color]; }
-  // The same as a table of texts; values are signed decimals. A value that is no number raises
-  // Fault 13 and changes none.
+  // The same as a table of texts; values are signed decimals. A value that is not a number
+  // raises Fault 13 and changes none.
   [[nodiscard]] ColorTable GetSelectedColors() const;
   void SetSelectedColors(const ColorTable& colors);
   // The colour to paint the summary's highlight with: its values 0 to 255 are levels of grey.
@@ -125,10 +123,10 @@ class Settings {
 
   // For the command line. All rows in use, in the order of the table.
   [[nodiscard]] std::vector<SettingRow> List() const;
-  // The row of that name, in any case; the error tells that there is none.
+  // The row of that name, in any case; an error when there is none.
   [[nodiscard]] Result<SettingRow> Get(std::string_view name) const;
   // Checks the value, keeps it in the store, and only then takes it. Other rows of the store stay
-  // as they are. The error tells what the value must be, or why it could not be kept.
+  // as they are. The error gives the valid values, or why it could not be kept.
   Result<> Set(std::string_view name, std::string_view value);
 
  private:
@@ -181,8 +179,8 @@ std::string QuietRegistrySetting(platform::MachineRegistry& registry, std::strin
 // A value is a number when it looks like one.
 using UserValue = std::variant<std::string, double>;
 
-// Values of the user for all products of the maker ("ProgGen", "ConditionFont", "Size"), which
-// stand in the hive "HKCU". An empty or missing one gives `defaultValue`.
+// Values of the user for all products of the maker ("ProgGen", "ConditionFont", "Size"), in
+// the hive "HKCU". An empty or missing one gives `defaultValue`.
 UserValue GetUserSetting(platform::SettingsStore& store, std::string_view product,
                          std::string_view section, std::string_view name,
                          const UserValue& defaultValue);

@@ -64,7 +64,7 @@ bool TestCompile::ParseCompileResults(ProjectStore& store, const MuxLines& muxLi
       }
     }
   }
-  // What stays here makes the next compile fail.
+  // A report that cannot be removed makes the next compile fail.
   static_cast<void>(RemoveOld(around_.files, versionFile_));
   static_cast<void>(RemoveOld(around_.files, resultFile_));
   return verdict.compiled;
@@ -80,10 +80,10 @@ bool TestCompile::report(const platform::ProgramCall& call, const std::string& p
   return false;
 }
 
-// Why there is no report; empty when it was read.
+// Why the report is missing; empty when it was read.
 std::string TestCompile::outcome(const platform::ProgramCall& call, const std::string& path,
                                  std::string& text) {
-  // An old report would be taken for the new one.
+  // An old report could be mistaken for the new one.
   if (const auto removed = RemoveOld(around_.files, path); !removed) return removed.ErrorText();
   auto compiler = around_.processes.Start(call);
   if (!compiler) return compiler.ErrorText();
@@ -104,16 +104,16 @@ std::string TestCompile::outcome(const platform::ProgramCall& call, const std::s
   return {};
 }
 
-// How a compiler ended that left no report, or something else in its place.
+// How a compiler ended without a report, or with something else in its place.
 std::string TestCompile::withoutReport(const std::string& path) const {
   if (around_.files.Taken(path) && !around_.files.Exists(path)) {
-    return " made no regular file of its report";
+    return " wrote a report that is not a regular file";
   }
   return (failure_ ? " " + failure_->text : " ended") + " without a report";
 }
 
-// First until the file exists, then until it has content and its writer has ended, so that no half
-// report is read. A report that grows too large is not waited for.
+// First until the file exists, then until it has content and its writer has ended, so that no
+// partial report is read. A report that grows too large ends the wait.
 bool TestCompile::waitFor(platform::Process& compiler, const std::string& path) {
   return poll(compiler, [&](bool) { return around_.files.Exists(path); }) &&
          poll(compiler, [&](bool ended) {
@@ -126,7 +126,7 @@ bool TestCompile::waitFor(platform::Process& compiler, const std::string& path) 
 template <class Reached>
 bool TestCompile::poll(platform::Process& compiler, Reached&& reached) {
   for (int round = 0; round < kMaxCompileRounds; ++round) {
-    const bool ended = !compiler.Running();  // asked first: what it wrote is then there
+    const bool ended = !compiler.Running();  // checked first: what it wrote is then on the disk
     if (reached(ended)) return true;
     if (ended) return false;
     around_.forms.DoEvents();

@@ -29,12 +29,12 @@ class TestCompile {
 
   // Compiles `sourceName` by the compiler at `compilerPath`, puts the measured times into the
   // store and shows the result when it is bad, or with `alwaysShow` in any case. True when the
-  // report says so and the compiler ended well. A compiler that gives no report is told on the help
-  // line alone, and by Skipped; so is one whose old report cannot be removed.
+  // report says so and the compiler ended well. A compiler without a report shows only on the
+  // help line and in Skipped, as does one whose old report cannot be removed.
   bool ParseCompileResults(ProjectStore& store, const MuxLines& muxLines,
                            const std::string& sourceName, const std::string& compilerPath,
                            bool alwaysShow);
-  // What was skipped in the last call, and why; empty for nothing.
+  // What the last call skipped, and why; empty for nothing.
   [[nodiscard]] const std::string& Skipped() const { return skipped_; }
 
  private:

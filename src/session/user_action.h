@@ -1,4 +1,4 @@
-// What a user action holds, and gives back however it ends.
+// What a user action holds and releases however it ends.
 #pragma once
 
 #include <utility>

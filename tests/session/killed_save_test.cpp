@@ -14,6 +14,7 @@
 #include "platform/posix/posix_clock.h"
 #include "platform/posix/posix_filesystem.h"
 #include "session/ostrand.h"
+#include "session/settings.h"
 #include "support/scripted_forms.h"
 #include "support/temp_folder.h"
 #include "support/test_surroundings.h"

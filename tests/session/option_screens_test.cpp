@@ -122,7 +122,7 @@ TEST_F(OptionScreens, NumbersOfTheSummaryTakeTheFormChosen) {
   EXPECT_EQ(settings.View().SummaryNumbers, NumberFormat{});
 }
 
-// What is no row of the table of settings is kept beside it.
+// Values outside the table of settings are kept too.
 TEST_F(OptionScreens, HowThingsAreShownIsKeptWithTheSettings) {
   const auto section = [this](std::string_view name) -> std::map<std::string, std::string>& {
     return stored.sections["HKCU\\Software\\Fernhollow Instruments\\ProgGen\\" + std::string(name)];

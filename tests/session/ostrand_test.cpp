@@ -15,7 +15,9 @@
 #include "platform/posix/posix_clock.h"
 #include "platform/posix/posix_filesystem.h"
 #include "platform/posix/user_folders.h"
+#include "platform/socket.h"
 #include "script/setup_screens.h"
+#include "session/settings.h"
 #include "support/memory_filesystem.h"
 #include "support/scripted_forms.h"
 #include "support/temp_folder.h"
@@ -29,25 +31,25 @@ namespace {
 using platform::Answer;
 using testing::ReadDisk;
 using testing::WriteDisk;
-using Told = std::vector<std::string>;
+using Texts = std::vector<std::string>;
 
 class KeepingHost : public OstrandEvents {
  public:
   void DownloadRequest(const std::string& name, bool inside) override {
-    told.push_back("download " + name + (inside ? " inside" : ""));
+    raised.push_back("download " + name + (inside ? " inside" : ""));
     onDownload();
   }
   void NewFile(const std::string& name) override {
-    told.push_back("file " + name);
+    raised.push_back("file " + name);
     control = Ostrand::Current();
     onNewFile();
   }
-  void PopupOptionsMenu() override { told.emplace_back("menu"); }
+  void PopupOptionsMenu() override { raised.emplace_back("menu"); }
   void SessionComplete() override {
-    told.emplace_back("complete");
+    raised.emplace_back("complete");
     onComplete();
   }
-  Told told;
+  Texts raised;
   std::function<void()> onComplete = [] {};
   std::function<void()> onNewFile = [] {};
   std::function<void()> onDownload = [] {};
@@ -95,14 +97,14 @@ constexpr std::string_view kPump =
     "[GEN VERSION]\r\nVersion=6.0\r\n\r\n[CONFIGURATION]\r\nOperator=Marge\r\nIDNumber=Pump 42\r\n";
 
 // A settings row would keep the folder, for sessions that run elsewhere.
-TEST_F(Session, OpensNothingInAFolderThatCannotBeTold) {
+TEST_F(Session, OpensNothingWhenTheCurrentFolderIsUnknown) {
   class Lost : public platform::PosixFileSystem {
     std::string WorkingFolder() override { return {}; }
   } lost;
   testing::TestSurroundings elsewhere{lost, clock, forms, work.Path(), "/opt/ostrand"};
   Ostrand control{*store, elsewhere.all, host};
   const std::string folderBefore = control.GenFilePath();
-  forms.ExpectBoxWith("TROUBLE", "The folder of pump.VKG cannot be told");
+  forms.ExpectBoxWith("TROUBLE", "pump.VKG: The current folder cannot be determined");
   bool cancelled = false;
   control.OpenFile("pump.VKG", cancelled);
   EXPECT_TRUE(cancelled);
@@ -163,11 +165,11 @@ TEST_F(Session, ANewProjectBeginsWithTheUsersIntervalAndTableSizes) {
   EXPECT_EQ(store->VoltBlock.BlockCount, 0);
   EXPECT_EQ(session.CurrentFileName(), project);
   EXPECT_TRUE(session.MainButtons().Enabled(kSaveButton) && !session.DirtyFlag());
-  EXPECT_EQ(host.told, Told{});
+  EXPECT_EQ(host.raised, Texts{});
   WriteDisk(project, kPump);
   EXPECT_FALSE(openCancelled(project));
   EXPECT_EQ(values(), "10 1 0 1000");
-  // What no project can have stands for the usual; an interval goes with its units.
+  // A value that no project can have gives the default; an interval and its units go together.
   const std::tuple<std::string, std::string, std::string> cases[] = {
       {"DefaultScanInterval", "0", "10 1 -1 250"},
       {"DefaultScanIntervalUnits", "4", "10 1 -1 250"},
@@ -189,13 +191,13 @@ TEST_F(Session, OpensAFileIntoAFreshStore) {
   forms.ExpectBoxWith("FILE NOT FOUND", Upper(folder / "none.VKG"));
   EXPECT_TRUE(openCancelled(folder / "none.1"));
   EXPECT_EQ(store->VoltBlock.BlockCount, 3);
-  EXPECT_EQ(host.told, Told{});
+  EXPECT_EQ(host.raised, Texts{});
 
   EXPECT_FALSE(openCancelled(folder / "pump"));
   EXPECT_EQ(store->VoltBlock.BlockCount, 0);
   EXPECT_EQ(store->Logger.PulseChanTotal, 2);
   EXPECT_EQ(session.txtOper() + session.txtIDNum(), "MargePump 42");
-  EXPECT_EQ(host.told, Told{"file " + project});
+  EXPECT_EQ(host.raised, Texts{"file " + project});
   EXPECT_EQ(host.control, &session);
 }
 
@@ -217,12 +219,12 @@ TEST_F(Session, AnEmptyNameAsksTheUser) {
   EXPECT_FALSE(openCancelled(""));
   EXPECT_EQ(session.CurrentFileName(), folder / "new.VKG");
   EXPECT_EQ(session.txtOper(), "Kept");
-  EXPECT_EQ(host.told, Told{});
+  EXPECT_EQ(host.raised, Texts{});
 
   forms.ExpectOpen(project);
   EXPECT_FALSE(openCancelled(""));
   EXPECT_EQ(session.txtOper(), "Marge");
-  EXPECT_EQ(host.told, Told{"file " + project});
+  EXPECT_EQ(host.raised, Texts{"file " + project});
 }
 
 TEST_F(Session, SaveDldFileWritesAllFilesUnderTheNameChosen) {
@@ -233,10 +235,10 @@ TEST_F(Session, SaveDldFileWritesAllFilesUnderTheNameChosen) {
   EXPECT_EQ(dialog(),
             "SAVE .VKG .VKP .VKW .VKD; (*.VKG)|*.VKG|(All Files)|*.*; EditTemp; .VKG; "
             "C:\\Larkfield\\DLDFILES\\; 4400");
-  EXPECT_EQ(host.told, Told{"file " + project});
+  EXPECT_EQ(host.raised, Texts{"file " + project});
   const std::string saving = "Saving " + Upper(folder / "pump");
   EXPECT_EQ(forms.helpLines,
-            (Told{saving + ".VKG.", saving + ".VKP.", saving + ".VKD.", saving + ".VKW.", ""}));
+            (Texts{saving + ".VKG.", saving + ".VKP.", saving + ".VKD.", saving + ".VKW.", ""}));
   const std::string bytes = ReadDisk(project);
   EXPECT_TRUE(Holds(bytes,
                     "\r\nPCTime=9/9/2001 1:46:40 AM\r\n\r\n[CONFIGURATION]\r\n"
@@ -247,7 +249,7 @@ TEST_F(Session, SaveDldFileWritesAllFilesUnderTheNameChosen) {
   session.SaveDldFile();
   EXPECT_EQ(forms.dialog.fileName, "pump");
   EXPECT_TRUE(session.SaveCancelled());
-  EXPECT_EQ(host.told.size(), 1U);
+  EXPECT_EQ(host.raised.size(), 1U);
   EXPECT_EQ(ReadDisk(project), bytes);
 
   session.NameProject("NONAME");
@@ -328,7 +330,7 @@ TEST_F(Session, ASaveWaitsForAnotherOneWithAllItsFiles) {
   EXPECT_TRUE(onDisk("pump.VKW"));
 }
 
-// Whatever call fails, alone or with all behind it, each file of the project is whole, new or as it
+// Whatever call fails, alone or with all after it, each file of the project is whole, new or as it
 // was; the project itself as the remainder of a dead save only where it was one before.
 TEST_F(Session, NoFailingCallOfTheDiskLosesAFileOfTheProject) {
   testing::MemoryFileSystem disk;
@@ -426,7 +428,7 @@ class MainScreen : public Session {
   void reopen() {
     WriteDisk(project, "[GEN VERSION]\r\nVersion=6.0\r\n");
     ASSERT_FALSE(openCancelled(project));
-    host.told.clear();
+    host.raised.clear();
   }
   // An edit through a screen.
   void edit() {
@@ -451,7 +453,7 @@ class MainScreen : public Session {
     return cancelled;
   }
 
-  const Told newFile = {"file " + project};
+  const Texts newFile = {"file " + project};
   i16 ignored = 0;
 };
 
@@ -510,7 +512,7 @@ TEST_F(MainScreen, AScreenMarksTheProjectAsEditedAndDrawsTheSummary) {
   EXPECT_TRUE(session.MainButtons().Enabled(kSaveButton));
 
   session.RightClick(kVoltageButton);
-  EXPECT_EQ(host.told, Told{"menu"});
+  EXPECT_EQ(host.raised, Texts{"menu"});
   session.PointAt(kCanButton);
   EXPECT_EQ(forms.helpLines.back(), "Set up Canbus items.");
 }
@@ -531,7 +533,7 @@ TEST_F(MainScreen, ACleanSaveWarnsCompilesAndSavesTheMeasuredTimes) {
   for (const auto name : {"pump.VKP", "pump.VKD", "pump.VKW"}) EXPECT_TRUE(onDisk(name)) << name;
   EXPECT_TRUE(std::filesystem::is_empty(work.Path()));
   EXPECT_FALSE(session.DirtyFlag());
-  EXPECT_EQ(host.told, newFile);
+  EXPECT_EQ(host.raised, newFile);
   EXPECT_EQ(session.FocusButton(), kSaveButton);
 }
 
@@ -569,25 +571,25 @@ TEST_F(MainScreen, DecidesWhatToAskByWhatTheChecksFound) {
       EXPECT_EQ(onDisk("pump.VKP"), yes);
       EXPECT_EQ(session.DirtyFlag(), !yes);
       EXPECT_EQ(store->Gen.Version, yes || !isOld ? "6.0" : "5.3.1");
-      EXPECT_EQ(host.told, yes ? newFile : Told{}) << "and no download";
+      EXPECT_EQ(host.raised, yes ? newFile : Texts{}) << "and no download";
     }
   }
 }
 
 TEST_F(MainScreen, SendsOnlyWhatWasSavedAndCompiled) {
   save(kSaveAndSendButton, project);
-  EXPECT_EQ(host.told, (Told{newFile[0], "download " + program + " inside"}));
+  EXPECT_EQ(host.raised, (Texts{newFile[0], "download " + program + " inside"}));
   EXPECT_NE(session.FocusAt(), Focus::kButton);
 
   edit();
   save(kSaveAndSendButton, std::nullopt);
-  EXPECT_EQ(host.told, Told{});
+  EXPECT_EQ(host.raised, Texts{});
   EXPECT_TRUE(session.DirtyFlag()) << "a cancelled save keeps the edits in mind";
 
   ::setenv("STAND_IN", "bad", 1);
   forms.ExpectBoxWith("COMPILE RESULT", "Undeclared variable");
   save(kSaveAndSendButton, project);
-  EXPECT_EQ(host.told, newFile);
+  EXPECT_EQ(host.raised, newFile);
   EXPECT_FALSE(session.DirtyFlag());
 
   ::setenv("STAND_IN", "good", 1);
@@ -599,8 +601,8 @@ TEST_F(MainScreen, SendsOnlyWhatWasSavedAndCompiled) {
                                  "Press \"OK\" and the program will continue.");
   save(kSaveAndSendButton, project);
   EXPECT_EQ(forms.beeps, 1);
-  EXPECT_EQ(session.SavedFiles(), Told{project});
-  EXPECT_EQ(host.told, newFile) << "half a save is not sent";
+  EXPECT_EQ(session.SavedFiles(), Texts{project});
+  EXPECT_EQ(host.raised, newFile) << "half a save is not sent";
   EXPECT_TRUE(session.DirtyFlag());
 }
 
@@ -617,7 +619,7 @@ TEST_F(MainScreen, UnderHarrierTheDownloadGoesThroughItsServer) {
   const std::string body = number(101) + std::string("\0\0\x05\xEB", 4) + number(7) + "Harrier" +
                            number(1) + number(1) + number(sent.size()) + sent;
   EXPECT_EQ(server.got, number(body.size()) + body);
-  EXPECT_EQ(host.told.size(), 1U);
+  EXPECT_EQ(host.raised.size(), 1U);
 
   server.gone = true;
   forms.ExpectBoxWith("TROUBLE",
@@ -661,7 +663,7 @@ TEST_F(MainScreen, AMissingCompilerIsSearchedForIfTheUserLikes) {
   EXPECT_EQ(session.UserSettings().CompilerPath(), OSTRAND_STAND_IN) << "kept at once";
   EXPECT_TRUE(std::filesystem::is_empty(work.Path()));
 
-  // A save alone tells the path, and goes on without.
+  // A save alone names the path, and goes on without.
   session.UserSettings().CompilerPath("/none");
   forms.ExpectBox("MISSING FILE", "/none was not found.\r\nWould you like to search for it?.",
                   Answer::kYes);
@@ -723,7 +725,7 @@ TEST_F(MainScreen, WhatWouldChangeTheProjectUnderASaveOrACompileIsRefused) {
   }
   EXPECT_FALSE(shown || session.Busy());
   EXPECT_EQ(store->Gen.Operator, "Name");
-  EXPECT_EQ(host.told, (Told{newFile[0], newFile[0]}));
+  EXPECT_EQ(host.raised, (Texts{newFile[0], newFile[0]}));
   EXPECT_FALSE(onDisk("x.VKG") || onDisk("x.VKP") || onDisk("x.VKD") || onDisk("x.VKW"));
 
   // A screen holds a part of the project to put it back; a download is no longer a save.
@@ -781,7 +783,7 @@ TEST_F(MainScreen, AnExceptionOfTheHostLeavesTheControlUsable) {
     EXPECT_EQ(store->Gen.Operator, opened ? "Marge" : "Name") << "name and project go together";
     if (session.DirtyFlag()) forms.ExpectBoxWith("QUIT GENERATOR", "save changes", Answer::kNo);
     session.CloseSession(true, ignored);
-    EXPECT_EQ(host.told.back(), "complete");
+    EXPECT_EQ(host.raised.back(), "complete");
   }
 }
 
@@ -790,7 +792,7 @@ TEST_F(MainScreen, ASkippedCompileIsTheLastWordOnTheHelpLine) {
   const std::string skipped = "Skipped version. " OSTRAND_STAND_IN " ended without a report";
   save(kSaveAndSendButton, project);
   EXPECT_EQ(forms.helpLines.back(), skipped);
-  EXPECT_EQ(host.told, newFile);
+  EXPECT_EQ(host.raised, newFile);
   save(kSaveButton, project);
   EXPECT_EQ(forms.helpLines.back(), "");
   session.UserSettings().CompilerPath("");
@@ -820,7 +822,7 @@ TEST_F(MainScreen, EndingASessionAsksAboutEdits) {
     const int writes = around.settings.writes;
     session.CloseSession(force, cancelled);
     EXPECT_EQ(cancelled, cancels);
-    EXPECT_EQ(host.told, cancelled == kTrue ? Told{} : Told{"complete"});
+    EXPECT_EQ(host.raised, cancelled == kTrue ? Texts{} : Texts{"complete"});
     EXPECT_EQ(onDisk("pump.VKP"), saved);
     EXPECT_EQ(session.DirtyFlag(), !saved);
     EXPECT_EQ(around.settings.writes, writes + 1) << "settings are kept either way";
@@ -834,11 +836,11 @@ TEST_F(MainScreen, AFailedSaveAtTheEndKeepsTheSession) {
   forms.ExpectBoxWith("QUIT GENERATOR", "save changes", Answer::kYes);
   forms.ExpectBoxWith("TROUBLE", "ORVUS_GENFILE.SaveProjectFile");
   session.KeyDown(Key::kEscape);
-  EXPECT_EQ(host.told, Told{});
+  EXPECT_EQ(host.raised, Texts{});
   EXPECT_TRUE(session.DirtyFlag());
 }
 
-TEST_F(MainScreen, ASecondEndWhileOneRunsDoesNothingAndSettingsThatCannotBeKeptAreTold) {
+TEST_F(MainScreen, ASecondEndWhileOneRunsDoesNothingAndReportsSettingsThatCannotBeKept) {
   host.onComplete = [&] {
     i16 cancelled = 5;
     session.CloseSession(true, cancelled);
@@ -847,7 +849,7 @@ TEST_F(MainScreen, ASecondEndWhileOneRunsDoesNothingAndSettingsThatCannotBeKeptA
   around.settings.failure = "/home/settings: No space left on device";
   forms.ExpectBoxWith("TROUBLE", "/home/settings: No space left on device");
   session.ClickQuit();
-  EXPECT_EQ(host.told, Told{"complete"});
+  EXPECT_EQ(host.raised, Texts{"complete"});
   EXPECT_EQ(forms.helpLines.back(), "");
 }
 
@@ -859,7 +861,7 @@ TEST_F(MainScreen, AForcedEndRaisesSessionCompleteWhateverFails) {
   expectRefusal();
   forms.ExpectBoxWith("TROUBLE", "No space left");
   session.CloseSession(true, ignored);
-  EXPECT_EQ(host.told, Told{"complete"});
+  EXPECT_EQ(host.raised, Texts{"complete"});
 
   for (const bool force : {true, false}) {
     edit();
@@ -868,7 +870,7 @@ TEST_F(MainScreen, AForcedEndRaisesSessionCompleteWhateverFails) {
     forms.onBox = [] { throw HostFailure(); };
     EXPECT_THROW(session.CloseSession(force, ignored), HostFailure);
     forms.onBox = [] {};
-    EXPECT_EQ(host.told, force ? Told{"complete"} : Told{});
+    EXPECT_EQ(host.raised, force ? Texts{"complete"} : Texts{});
     EXPECT_EQ(ignored, force ? kFalse : kTrue);
     EXPECT_EQ(around.settings.writes, writes + 1);
   }
@@ -961,7 +963,7 @@ TEST_F(MainScreen, VariablesAreCheckedAfterAnEditOfTheBlocks) {
   const auto remove = [](Screen& screen) {
     dynamic_cast<NumericField&>(*screen.Find("BlockCount")).Spin(false);
   };
-  // The mask, whether the last block goes, whether it ends with Done, whether the user is told.
+  // The mask, whether the last block goes, whether it ends with Done, whether the user is warned.
   constexpr std::tuple<i32, bool, bool, bool> cases[] = {
       {1, true, true, true},  {3, true, true, true},   {2, true, true, false},
       {0, true, true, false}, {1, false, true, false}, {1, true, false, false},
@@ -970,7 +972,7 @@ TEST_F(MainScreen, VariablesAreCheckedAfterAnEditOfTheBlocks) {
                               kTK40MButton};
   store->Config.TK40MQty = 1;
   for (const int button : kScreens) {
-    for (const auto& [mask, edited, done, told] : cases) {
+    for (const auto& [mask, edited, done, warned] : cases) {
       store->TempBlock.BlockCount = store->VoltBlock.BlockCount = store->BridgeBlock.BlockCount =
           store->TK40MBlock.BlockCount = store->PulseBlock[0].BlockCount = 1;
       store->Tables[1].WriteIf = 1;
@@ -983,7 +985,7 @@ TEST_F(MainScreen, VariablesAreCheckedAfterAnEditOfTheBlocks) {
         if (edits) remove(screen);
         ends ? screen.Done() : screen.End(ModalResult::kCancel);
       };
-      if (told) forms.ExpectBoxWith("INVALID WRITE IF TRIGGER", "Variable Gone");
+      if (warned) forms.ExpectBoxWith("INVALID WRITE IF TRIGGER", "Variable Gone");
       session.Click(button);
     }
   }

@@ -143,7 +143,7 @@ TEST_F(SettingsTest, AValueSetByHandIsCheckedAndKeptAlone) {
           {"UserVarListTypes", "16, 1", "16,1", ""},
           {"UserVarListTypes", "16,16", "", "list of different variable kinds"},
           {"UserVarListTypes", "16,3", "", "list of different variable kinds"},
-          {"Colour", "1", "", "there is no setting \"Colour\""},
+          {"Colour", "1", "", "unknown setting \"Colour\""},
       };
   for (const auto& [name, value, kept, error] : cases) {
     stored().clear();

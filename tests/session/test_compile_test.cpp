@@ -13,7 +13,9 @@
 #include "platform/posix/posix_filesystem.h"
 #include "platform/posix/posix_process.h"
 #include "platform/posix/posix_work_folders.h"
+#include "platform/surroundings.h"
 #include "session/ostrand.h"
+#include "session/settings.h"
 #include "support/memory_settings.h"
 #include "support/scripted_forms.h"
 #include "support/stand_ins.h"
@@ -200,8 +202,8 @@ TEST_F(IllCompilers, LeaveNothingAndHaveNoWrongProgramSent) {
       {standIn, "versioncode", version + standIn + " exited with code 3 without a report"},
       {standIn, "versioncrash", version + standIn + " was ended by signal 6 (Aborted) without"},
       {standIn, "versionhang", version + standIn + " did not end in time"},
-      {standIn, "versionfolder", version + standIn + " made no regular file of its report"},
-      {standIn, "versionfifo", version + standIn + " made no regular file of its report"},
+      {standIn, "versionfolder", version + standIn + " wrote a report that is not a regular file"},
+      {standIn, "versionfifo", version + standIn + " wrote a report that is not a regular file"},
       {standIn, "versionlarge", "VERCOMP.TXT: the report is larger than 4 MB"},
       {standIn, "versionendless", "VERCOMP.TXT: the report is larger than 4 MB"},
       {standIn, "versionbinary", compile + standIn + " exited with code 3 without a report"},
@@ -212,9 +214,9 @@ TEST_F(IllCompilers, LeaveNothingAndHaveNoWrongProgramSent) {
       {standIn, "hang", compile + standIn + " did not end in time"},
       {standIn, "cuthang", compile + standIn + " did not end in time"},
       {standIn, "stop", compile + standIn + " did not end in time"},
-      {standIn, "folder", compile + standIn + " made no regular file of its report"},
-      {standIn, "fifo", compile + standIn + " made no regular file of its report"},
-      {standIn, "dangling", compile + standIn + " made no regular file of its report"},
+      {standIn, "folder", compile + standIn + " wrote a report that is not a regular file"},
+      {standIn, "fifo", compile + standIn + " wrote a report that is not a regular file"},
+      {standIn, "dangling", compile + standIn + " wrote a report that is not a regular file"},
       {standIn, "large", "PRECOMP.TXT: the report is larger than 4 MB"},
       {standIn, "endless", "PRECOMP.TXT: the report is larger than 4 MB"},
       {standIn, "wipe", compile + standIn + " ended without a report"},
@@ -269,9 +271,9 @@ TEST_F(IllCompilers, BelieveNothingThatWasThereBefore) {
       plain.UserSettings().CompilerPath(OSTRAND_STAND_IN);
       plain.RunPreCompile();
       EXPECT_EQ(plain.CompileFailed(), !isLink);
-      const std::string told =
+      const std::string report =
           plain.CompileSkipped() + (forms.shown.empty() ? "" : forms.shown.back().text);
-      EXPECT_EQ(Holds(told, planted + ": Is a directory"), !isLink) << told;
+      EXPECT_EQ(Holds(report, planted + ": Is a directory"), !isLink) << report;
       EXPECT_EQ(ReadDisk(outside), "[Version] VERSION: 6 DATE: 051508\r\nCompiled OK\r\n");
       std::filesystem::remove_all(planted);
       EXPECT_TRUE(std::filesystem::is_empty(work.Path()));
@@ -287,7 +289,7 @@ TEST_F(IllCompilers, FindTheFolderThatTheMachineNamesNow) {
   EXPECT_TRUE(host.sent.empty());
 }
 
-TEST(CompileReports, TellTheVersionAndTheFormOfTheCommand) {
+TEST(CompileReports, GiveTheVersionAndTheFormOfTheCommand) {
   constexpr std::tuple<std::string_view, bool, std::string_view, std::string_view> cases[] = {
       {"[Version] VERSION: 6.1 DATE:060607", true, "6.1", "060607"},
       {"[Version] VERSION: 6.1 DATE: 060507\nVERSION: 4 DATE: 010101", false, "4", "010101"},
@@ -352,7 +354,7 @@ TEST(CompileReports, TimesGoToTheBlocksThatHaveTheStatements) {
   EXPECT_EQ(times(store->VoltBlock), (std::vector<i32>{0, 13, 13}));
   EXPECT_EQ(times(store->BridgeBlock), (std::vector<i32>{15}));
   EXPECT_EQ(times(store->PulseBlock[0]), (std::vector<i32>{0, 18}))
-      << "the first is no time that the store can hold";
+      << "the first is too large for the store";
   EXPECT_EQ(times(store->TK40MBlock), (std::vector<i32>{61, 32}));
 }
 

@@ -1,0 +1,27 @@
+// The colours of the control.
+#pragma once
+
+#include <array>
+#include <string>
+
+#include "model/scalars.h"
+
+namespace ostrand {
+
+// Those that the user can choose.
+inline constexpr int kColors = 6;
+// Name, value and default of each.
+using ColorTable = std::array<std::array<std::string, 3>, kColors>;
+
+// The colours as they are painted: 0x00BBGGRR, or the number of a colour of the system with the top
+// bit set.
+struct Appearance {
+  i32 FormBack = 0;
+  i32 PanelBack = 0;
+  i32 PanelText = 0;
+  i32 SummaryBack = 0;
+  i32 SummaryText = 0;
+  i32 Highlight = 0;
+};
+
+}  // namespace ostrand
