@@ -1,4 +1,4 @@
-// The styles of bridge blocks that the program treats apart.
+// The styles of bridge blocks that the program treats differently.
 #pragma once
 
 #include "generator/families.h"

@@ -1,4 +1,4 @@
-// Measurement statements of the bridge blocks, with the strain of strain gauges.
+// Measurement statements of the bridge blocks, and strain statements of strain gauges.
 #include "generator/bridge_style.h"
 #include "generator/savedld.h"
 #include "generator/terminal_alignment.h"
@@ -20,7 +20,7 @@ int terminalsOf(int style) {
   }
 }
 
-// What the channel of a block depends on.
+// Inputs of a block's channel.
 struct ChannelRule {
   const BridgeBlockData& block;
   std::string before;  // type of the block before it
@@ -28,22 +28,22 @@ struct ChannelRule {
   bool automatic;      // channels follow from the order of the blocks
 };
 
-// The channel that a block starts on; `kept` where nothing decides it. A differential block behind
-// single-ended ones moves the cursor, also when its channel is set by hand.
+// The channel that a block starts on; `kept` if no rule applies. A differential block after
+// single-ended ones moves the cursor, even if its channel is set by hand.
 int channelOf(const ChannelRule& rule, int& cursor, int kept) {
   const bool single = IsSingleEnded(rule.block.MeasType);
   if (!single && !IsDifferential(rule.block.MeasType)) return kept;
   const int start = rule.block.StartChan;
   if (rule.first && rule.before.empty()) return rule.automatic ? 1 : start;
 
-  const bool behindSingle = IsSingleEnded(rule.before);
-  if (!behindSingle && !IsDifferential(rule.before)) return kept;
+  const bool afterSingle = IsSingleEnded(rule.before);
+  if (!afterSingle && !IsDifferential(rule.before)) return kept;
   const int next =
-      single ? NextSingleEnded(cursor, !behindSingle) : NextDifferential(cursor, behindSingle);
+      single ? NextSingleEnded(cursor, !afterSingle) : NextDifferential(cursor, afterSingle);
   return rule.automatic ? next : start;
 }
 
-// The places of a block in the panel: its channel and its excitation, "CAO1" or "VX1".
+// Where a block is wired to the panel: its channel and its excitation, "CAO1" or "VX1".
 struct Place {
   int channel;
   std::string excitation;
@@ -54,8 +54,8 @@ std::string rangeOf(const BridgeBlockData& block, int n) {
   return Joined({",BRNG", n});
 }
 
-// Multiplier and offset, to the end of the statement. Strain takes its scale in the strain
-// statement, so a zeroed gauge is measured plain.
+// Multiplier and offset, to the end of the statement. Strain is scaled in the strain statement, so
+// a zeroed gauge is measured with multiplier 1.
 std::string scalingOf(const BlockView& view, const BridgeBlockData& block) {
   const bool strain = IsStrain(block);
   const bool own = (block.CalOnSite != 0 && !strain) || view.except->Any();

@@ -16,7 +16,7 @@ namespace {
 
 constexpr std::size_t kNumberWidth = 4;
 
-// A field as it is sorted: its name in upper case and its number in a column of its own.
+// A field as it is sorted: its name in upper case and its number in a separate column.
 struct SortEntry {
   std::string key;
   int field;

@@ -1,4 +1,4 @@
-// Names of calculated fields that stand for one variable.
+// Calculated fields that share a variable.
 #pragma once
 
 #include "model/store.h"
@@ -6,9 +6,9 @@
 
 namespace ostrand {
 
-// Whether a field, from 1, has a name that another field declares: of a group of equal names,
-// without regard to case and to blanks at the ends, all but the last in the order of the names are
-// marked. Fault 9 for a count past the fields that there are.
+// Whether a field, from 1, has a name that another field declares. Of fields with equal names
+// (ignoring case and blanks at the ends), all but the last are marked. Fault 9 for a CalcFieldCount
+// above the number of fields.
 Row<bool, 1, kCalcFields> CalcFieldRepeated(const CalcFieldGroup& group);
 
 }  // namespace ostrand

@@ -17,7 +17,7 @@ struct PulseInput {
   int code;
   std::string_view name;
 };
-// The first serves for any other text as well.
+// The first is also used for any other text.
 constexpr PulseInput kPulseInputs[] = {
     {"HILEV", 0, "Hi Level"}, {"LOLEV", 1, "Lo Level"}, {"SWTCH", 2, "Switch Closure"}};
 
@@ -31,7 +31,7 @@ const PulseInput& pulseInput(std::string_view meas) {
 std::string pulseOption(int option) {
   if (option == 0) return "Totalize";
   if (option == 1) return "Frequency";
-  return "Freq over " + NumberText(option) + " mSecs)";  // with a parenthesis of its own
+  return "Freq over " + NumberText(option) + " mSecs)";  // with an unmatched parenthesis
 }
 
 std::string_view gaugeCodeComment(int code) {
@@ -309,7 +309,7 @@ void blockConstants(ProgramRun& run, const BlockView& view) {
       return pulseConstants(run, view, static_cast<const PulseBlockData&>(*view.data));
     case Family::kTK40M:
       return tk40mConstants(run, view, run.store.TK40MBlock[view.n]);
-    case Family::kCan:  // has declarations of its own
+    case Family::kCan:  // see CanDeclarations
       return;
   }
 }

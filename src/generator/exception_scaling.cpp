@@ -1,4 +1,4 @@
-// Multipliers and offsets that single repetitions have of their own.
+// Multipliers and offsets of single repetitions (exceptions).
 #include <algorithm>
 #include <array>
 
@@ -12,7 +12,7 @@ namespace {
 constexpr std::array<Family, 6> kOrder = {Family::kTemp,  Family::kVolt, Family::kBridge,
                                           Family::kPulse, Family::kCan,  Family::kTK40M};
 
-// All multipliers of a block come before its offsets. Strain has gauge factors in the place of
+// All multipliers of a block come before its offsets. Strain has gauge factors instead of
 // offsets, and no multipliers.
 void blockExceptions(ProgramRun& run, const BlockView& view) {
   const bool strain = IsStrain(view);

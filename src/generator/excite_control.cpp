@@ -4,7 +4,7 @@
 namespace ostrand {
 namespace {
 
-// A static output has one value, the others switch between two by their tests.
+// A static output has one value; a dynamic one has two, selected by conditions.
 void exciteOutput(ProgramRun& run, const ExciteChannel& channel, int k) {
   const bool isStatic = channel.DynamicStatic != 0;
   if (!isStatic) {

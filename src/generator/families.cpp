@@ -111,7 +111,7 @@ void CollectExceptFlags(const std::vector<BlockView>& views) {
 
 int ExceptCode(const RepAlias& alias) {
   const std::string& text = alias.AliasExcept;
-  if (text.size() == 1 && text[0] >= '0' && text[0] <= '7') return text[0] - '0';  // as most are
+  if (text.size() == 1 && text[0] >= '0' && text[0] <= '7') return text[0] - '0';  // fast path
   const double value = Val(text);
   const bool known = value >= 0 && value <= 7 && value == static_cast<int>(value);
   return known ? static_cast<int>(value) : 0;

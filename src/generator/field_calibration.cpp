@@ -44,7 +44,7 @@ void strainZeroingCalls(ProgramRun& run, const BlockView& view, int style) {
 
 }  // namespace
 
-// The first scan with the flag on sets the calibration up; the flag goes off when it has ended.
+// The first scan with the flag on prepares the calibration; the flag is reset at its end.
 void SAVEDLD::ZeroFlagLogic() {
   for (int n = 1; n <= kFlags; ++n) {
     const auto blocks = FlaggedBlocks(run_, n);

@@ -1,5 +1,5 @@
-// The slow sequence beside the main scan: power control, battery saver, status monitor, and the
-// loops of CAN items that are asked for.
+// The slow sequence that runs in parallel with the main scan: power control, battery saver, status
+// monitor, and the loops of CAN items that are requested.
 #include <array>
 #include <cmath>
 #include <vector>
@@ -24,7 +24,7 @@ std::string_view unitOf(flag code) {
       return "Hr";
     case 3:
       return "Sec";
-    default:  // also what older projects keep as "minutes"
+    default:  // 2; older projects store another number for minutes
       return "Min";
   }
 }
@@ -34,15 +34,15 @@ std::string wakeUp(flag remainOff, int time, flag unit) {
   return remainOff != 0 ? "0,0" : Joined({time, ",", unitOf(unit)});
 }
 
-// One test of the time to switch off.
+// One condition of the time to switch off.
 struct TimeTest {
-  int field;  // of the clock's array
+  int field;  // of StopTime, from 1
   int value;
   std::string_view comment;
   std::string_view endComment;
 };
 
-// The tests that are to be written, the outermost first. A day of the week stands for the date.
+// The tests to write, the outermost first. A day of the week replaces the date.
 std::vector<TimeTest> timeTestsOf(const Configuration& config) {
   std::vector<TimeTest> tests;
   const auto add = [&](flag shown, const TimeTest& test) {
@@ -61,8 +61,8 @@ std::vector<TimeTest> timeTestsOf(const Configuration& config) {
   return tests;
 }
 
-// The two digits of byte `n`, from 1, of a frame; the last byte stands last. Fault 5 for a frame
-// too short to hold it.
+// The two digits of byte `n` of a frame, counted from 1 at its end. Fault 5 if the frame is too
+// short.
 std::string_view byteOf(std::string_view frame, int n) {
   const auto fromEnd = 2 * static_cast<std::size_t>(n);
   if (frame.size() < fromEnd) throw InvalidProcedureCall();
@@ -77,7 +77,7 @@ std::string frameStatement(std::string_view frame) {
   return text;
 }
 
-// The test of a reply, bytes "XX" left out.
+// The test of a reply; bytes "XX" match any value.
 std::string matchTest(std::string_view match) {
   if (SameText(match, kAnyMatch)) return "If true ";
   std::string text;
@@ -94,15 +94,15 @@ bool sameExchange(const CanItemData& left, const CanItemData& right) {
          left.TxDataFrame == right.TxDataFrame && left.RxDataMatch == right.RxDataMatch;
 }
 
-using CanGroups = Row<int, 1, kCanItems>;  // the item whose loop decodes an item
+using CanGroups = Row<int, 1, kCanItems>;  // number of the item whose loop decodes an item
 
-// What the sequence holds and how it is laid out.
+// What the sequence contains and how it is indented.
 struct SlowSequence {
   bool Power = false;    // power control
   bool Saver = false;    // battery saver
   bool Status = false;   // status monitor
-  bool CanTxRx = false;  // some CAN item is asked for
-  bool CanLoop = false;  // and its loop is written
+  bool CanTxRx = false;  // some CAN item is requested
+  bool CanLoop = false;  // loops of requested CAN items are written
   double Period = 0;     // of the main scan, microseconds
   int Ind = 3;
 
@@ -229,7 +229,7 @@ void statusMonitor(ProgramRun& run, const SlowSequence& slow) {
   run.Put({slow.Indent(6), "'", Fill{'-', 64}});
 }
 
-// The jobs that are done about once a minute, counted in scans.
+// The jobs done about once a minute, counted in scans.
 void minuteJobs(ProgramRun& run, const SlowSequence& slow) {
   if (slow.Saver) {
     run.Put({slow.Indent(3), "Battery(TripVolt)"}, {"'Battery voltage measurement"});
@@ -240,26 +240,26 @@ void minuteJobs(ProgramRun& run, const SlowSequence& slow) {
   run.Put({slow.Indent(6), "CountSlow = 0"}, {"'Reset counter"});
   if (slow.Saver) batterySaver(run, slow);
   if (slow.Status) statusMonitor(run, slow);
-  run.Put({"      End If"}, {"'End of If"});  // at this place in a CAN loop too
+  run.Put({"      End If"}, {"'End of If"});  // not indented further in a CAN loop
 }
 
-// Items that share a request and its reply are decoded in the loop of the first of them, which
-// waits for the longest of their time-outs; that one stays in the project.
+// Items that share a request and its reply are decoded in the loop of the first of them. That item
+// gets the longest of their time-outs, in the project too.
 CanGroups groupCanItems(ProgramRun& run) {
   constexpr int kNotGrouped = 65535;
-  constexpr int kNotAsked = 65534;
+  constexpr int kNotRequested = 65534;
   const int count = run.store.Can.CanCount;
   CanGroups firstItem;
   firstItem.Fill(kNotGrouped);
   for (int i = 1; i <= count; ++i) {
     CanItemData& leader = run.store.Can.Item[i];
     if (leader.ItemMessageType != 1) {
-      firstItem[i] = kNotAsked;
+      firstItem[i] = kNotRequested;
       continue;
     }
     for (int j = 1; j <= count; ++j) {
       const CanItemData& item = run.store.Can.Item[j];
-      if (firstItem[j] <= kNotAsked || !sameExchange(leader, item)) continue;
+      if (firstItem[j] <= kNotRequested || !sameExchange(leader, item)) continue;
       firstItem[j] = i;
       if (item.RxTimeout > leader.RxTimeout) leader.RxTimeout = item.RxTimeout;
     }

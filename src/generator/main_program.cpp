@@ -32,7 +32,7 @@ constexpr std::array<LengthUnit, 4> kBurstUnits = {{
 }};
 constexpr LengthUnit kBurstHours = {0, 3.6e9, " Hours"};
 
-// The length of a burst; the unit's own blank makes two blanks before it.
+// The length of a burst; two blanks precede the unit.
 std::string burstLength(double micros) {
   const auto* fit = std::find_if(kBurstUnits.begin(), kBurstUnits.end(),
                                  [&](const LengthUnit& unit) { return micros < unit.below; });
@@ -123,7 +123,7 @@ void calcFieldLevelReads(ProgramRun& run) {
   if (run.store.CalcFields.CalcFieldCount <= 0) return;
   for (int t = 1; t <= kTables; ++t) {
     int c = 0;
-    for (const CalcFieldData& field : run.store.CalcFields.Field.Made()) {  // whatever the count
+    for (const CalcFieldData& field : run.store.CalcFields.Field.Made()) {  // even past the count
       ++c;
       if (!IsSelected(field.Output, t, kLevelCrossing)) continue;
       levelReads(run, field.Output, t, Joined({"Calc", c, t}));
@@ -252,7 +252,7 @@ void portControl(ProgramRun& run) {
   const auto mask = [&](const PortSlot& slot, int which) {
     return PortMaskText(slot.BinaryMask[which], run.store.Ports.CodeType);
   };
-  // The second group does not count for the title.
+  // Only the first slot decides on the title.
   if (slots[0].ByteMode != 0 && bytePort(slots[0]).Include != 0) {
     run.PutTitle(kBody, " Port Control ");
   }

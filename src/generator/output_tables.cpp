@@ -19,8 +19,8 @@
 namespace ostrand {
 namespace {
 
-// How an instruction is written: its text, with the blank that two of them have, what closes the
-// plain form, and what its comment tells behind the count.
+// How an instruction is written: its text (two have a trailing blank), the end of the plain form,
+// and its comment after the count.
 struct Processing {
   std::string_view instruction;
   std::string_view ending;
@@ -54,8 +54,8 @@ constexpr std::string_view kRecords = "###0";
 
 struct SizeUnit {
   double below;    // seconds
-  double times;    // units of a second, for the short ones
-  double seconds;  // of a unit, for the long ones; 1/60 would not be exact
+  double times;    // units per second, for short units
+  double seconds;  // per unit, for long units; 1/60 would not be exact
   std::string_view text;
 };
 constexpr std::array<SizeUnit, 6> kSizeUnits = {{
@@ -73,13 +73,13 @@ int lapseCount(const OutputTable& table) {
   return static_cast<int>(std::clamp(std::floor(table.Buffer * 0.1), 1.0, 1000.0));
 }
 
-// A start or stop argument that names no condition of its own gets the trigger's variable.
+// A start or stop argument that is not a condition itself is replaced by the trigger's variable.
 std::string_view eventArgument(std::string_view given, std::string_view variable) {
   const bool usable = Holds(given, variable) || Holds(given, "True") || Holds(given, "False");
   return usable ? given : variable;
 }
 
-// The DataEvent text with its two conditions settled; a part that no comma ends is left alone.
+// The DataEvent text with both conditions in place; a part without a comma after it is unchanged.
 std::string eventText(std::string_view code) {
   std::string result;
   const auto takeThroughComma = [&](std::string_view variable) {
@@ -107,7 +107,7 @@ struct FamilyForm {
   OutputFamily family;
   std::string_view title;
   Form form;
-  std::string_view parentheses;  // behind the name in an instruction
+  std::string_view parentheses;  // after the name in an instruction
 };
 using Form = FamilyForm::Form;
 constexpr std::array<FamilyForm, kOutputFamilies> kForms = {{
@@ -128,7 +128,7 @@ const FamilyForm& formOf(const OutputSource& source) {
   return kForms[static_cast<std::size_t>(source.family)];
 }
 
-// The values of a source as the instructions count them.
+// The number of values of a source, as instructions write it.
 std::string countOf(const OutputSource& source) {
   if (source.family == OutputFamily::kCan) return source.name + "NumVals";
   const std::string constant = ConstantName(source.kind, "REP", source.n);
@@ -149,7 +149,7 @@ std::string levelArrayOf(const OutputSource& source, int t, int i) {
   }
 }
 
-// The size of a table in time. A table that does not set it shows what the one before left.
+// The size of a table in time. A table that does not set it shows that of the previous one.
 struct SizeTime {
   double x = 0;
   std::string_view unit;

@@ -12,33 +12,33 @@ namespace ostrand {
 namespace {
 
 constexpr std::string_view kLineEnd = "\r\n";
-constexpr std::size_t kFirstSize = 64 * 1024;  // a common program needs no more
+constexpr std::size_t kFirstSize = 64 * 1024;  // enough for a common program
 
-std::size_t roomOf(Pieces pieces) {
-  std::size_t room = 0;
-  for (const Piece& piece : pieces) room += piece.Room();
-  return room;
+std::size_t maxSizeOf(Pieces pieces) {
+  std::size_t size = 0;
+  for (const Piece& piece : pieces) size += piece.MaxSize();
+  return size;
 }
 
 // Blanks between a statement of this length and its comment.
 int padOf(int length, Pad pad) {
-  const int room = kCommentColumn - length;
+  const int blanks = kCommentColumn - length;
   switch (pad) {
     case Pad::kStrict:
-      return room;
+      return blanks;
     case Pad::kGuarded:
-      return room <= 0 ? 1 : room;
+      return blanks <= 0 ? 1 : blanks;
     case Pad::kOver:
-      return room < 0 ? 1 : room;
+      return blanks < 0 ? 1 : blanks;
     case Pad::kTouching:
-      return room < 0 ? 0 : room;
+      return blanks < 0 ? 0 : blanks;
   }
-  return room;
+  return blanks;
 }
 
 }  // namespace
 
-std::size_t Piece::Room() const {
+std::size_t Piece::MaxSize() const {
   if (kind_ == Kind::kText) return text_.size();
   if (kind_ != Kind::kFill) return kNumberTextRoom;
   return static_cast<std::size_t>(std::max(fill_.count, 0));
@@ -63,7 +63,7 @@ char* Piece::WriteTo(char* to) const {
 }
 
 std::string Joined(Pieces pieces) {
-  std::string text(roomOf(pieces), '\0');
+  std::string text(maxSizeOf(pieces), '\0');
   char* end = text.data();
   for (const Piece& piece : pieces) end = piece.WriteTo(end);
   text.resize(static_cast<std::size_t>(end - text.data()));
@@ -79,13 +79,13 @@ std::size_t ProgramLines::startOf(int position) const {
   return position == 1 ? 0 : ends_[static_cast<std::size_t>(position) - 2];
 }
 
-// The next line begins, with so much room and that of its line end; what a line that failed has
-// left behind is dropped.
-void ProgramLines::beginLine(std::size_t room) {
-  room += kLineEnd.size();
+// Begins a line of at most `maxSize` bytes without its line end, and drops the part of one that
+// failed.
+void ProgramLines::beginLine(std::size_t maxSize) {
+  maxSize += kLineEnd.size();
   used_ = startOf(LineCount() + 1);
-  if (size_ - used_ >= room) return;
-  const std::size_t larger = std::max(kFirstSize, 2 * size_ + room);
+  if (size_ - used_ >= maxSize) return;
+  const std::size_t larger = std::max(kFirstSize, 2 * size_ + maxSize);
   auto bytes = std::make_unique_for_overwrite<char[]>(larger);
   CopyText(bytes.get(), {bytes_.get(), used_});
   bytes_ = std::move(bytes);
@@ -101,13 +101,13 @@ void ProgramLines::append(Pieces pieces) {
 }
 
 void ProgramLines::Add(Pieces line) {
-  beginLine(roomOf(line));
+  beginLine(maxSizeOf(line));
   append(line);
   store();
 }
 
 void ProgramLines::Add(Pieces statement, Pieces comment, Pad pad) {
-  beginLine(roomOf(statement) + kCommentColumn + roomOf(comment));
+  beginLine(maxSizeOf(statement) + kCommentColumn + maxSizeOf(comment));
   const std::size_t start = used_;
   append(statement);
   append(Fill{' ', padOf(static_cast<int>(used_ - start), pad)});
@@ -116,7 +116,7 @@ void ProgramLines::Add(Pieces statement, Pieces comment, Pad pad) {
 }
 
 void ProgramLines::store() {
-  if (LineCount() == kRoom) throw SubscriptOutOfRange();
+  if (LineCount() == kMaxLines) throw SubscriptOutOfRange();
   append(kLineEnd);
   ends_.push_back(static_cast<std::uint32_t>(used_));
 }

@@ -12,14 +12,14 @@
 
 namespace ostrand {
 
-// So many copies of one character.
+// `count` copies of one character.
 struct Fill {
   char character;
   int count;
 };
 
-// A piece of a line: a text, a number in its general text, a single character or a fill. Lives no
-// longer than the call that it is made for.
+// A piece of a line: a text, a number in its general text, a single character or a fill. Refers to
+// its text, so it must not outlive the call that it is made for.
 class Piece {
  public:
   Piece(const char* text) : Piece(std::string_view(text)) {}
@@ -31,8 +31,8 @@ class Piece {
   Piece(float number) : kind_(Kind::kSingle), single_(number) {}
   Piece(double number) : kind_(Kind::kDouble), double_(number) {}
 
-  // Bytes that WriteTo may take.
-  [[nodiscard]] std::size_t Room() const;
+  // An upper bound of the bytes that WriteTo writes.
+  [[nodiscard]] std::size_t MaxSize() const;
   // Writes the piece and returns where it ends. A fill of a negative count raises Fault 5.
   char* WriteTo(char* to) const;
 
@@ -53,27 +53,27 @@ using Pieces = std::initializer_list<Piece>;
 // The pieces as one text.
 std::string Joined(Pieces pieces);
 
-// What stands between a statement and its comment.
+// What separates a statement from its comment.
 enum class Pad {
   kStrict,    // blanks up to column 65; a longer statement is a failure
-  kGuarded,   // the same, but one blank from a length of 65 on
-  kOver,      // the same, but one blank from a length of 66 on
-  kTouching,  // the same, but nothing from a length of 65 on
+  kGuarded,   // blanks up to column 65; one blank from a length of 65 on
+  kOver,      // blanks up to column 65; one blank from a length of 66 on
+  kTouching,  // blanks up to column 65; nothing from a length of 65 on
 };
 
-// `ProgramLines` and `LineCount`: up to 3000 lines, counted from 1. A line that can't be stored
+// `ProgramLines` and `LineCount`: up to 3000 lines, counted from 1. A line that cannot be stored
 // leaves the buffer as it was: Fault 9 for the 3001st, Fault 5 for a statement too long for the
 // comment column.
 class ProgramLines {
  public:
-  static constexpr int kRoom = 3000;
+  static constexpr int kMaxLines = 3000;
 
   void Clear();
   void Add(Pieces line);
   void Add(Pieces statement, Pieces comment, Pad pad);
 
   [[nodiscard]] int LineCount() const { return static_cast<int>(ends_.size()); }
-  // What there was of a line that could not be stored, until the next one begins; else empty.
+  // The part of a line that was made before it failed, until the next line begins; else empty.
   [[nodiscard]] std::string_view Unstored() const;
   // The line at a position from 1 to LineCount. Fault 9 outside.
   [[nodiscard]] std::string_view operator[](int position) const;
@@ -83,17 +83,16 @@ class ProgramLines {
 
  private:
   [[nodiscard]] std::size_t startOf(int position) const;
-  void beginLine(std::size_t room);
+  void beginLine(std::size_t maxSize);
   void append(Pieces pieces);
   void append(const Piece& piece);
   void store();
 
-  // All lines with their line ends, one behind the other. The memory is not filled beforehand and
-  // is kept from run to run.
+  // All lines with their line ends. The memory is not initialised and is kept from run to run.
   std::unique_ptr<char[]> bytes_;
-  std::size_t size_ = 0;             // of that memory
-  std::size_t used_ = 0;             // of it, by the lines and by one that is not stored yet
-  std::vector<std::uint32_t> ends_;  // behind the line end of each line
+  std::size_t size_ = 0;             // allocated
+  std::size_t used_ = 0;             // by the lines and by one that is not stored yet
+  std::vector<std::uint32_t> ends_;  // offset after the line end of each line
 };
 
 }  // namespace ostrand

@@ -13,7 +13,7 @@ namespace {
 
 std::string_view publicOrDim(flag isPublic) { return isPublic != 0 ? "Public " : "Dim "; }
 
-// What the program calls a repetition that may have an alias.
+// The program's name for a repetition: its alias if it has one.
 std::string effectiveName(const BlockView& view, int r) {
   const RepAlias& alias = view.Alias(r);
   if (!alias.AliasName.empty()) return alias.AliasName;

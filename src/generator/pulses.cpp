@@ -14,8 +14,8 @@ bool anyReps(const PulseBlockGroup& group) {
 
 }  // namespace
 
-// A block takes one channel, whatever its repetitions; the channels go on from group to group,
-// while the block numbers begin anew.
+// A block takes one channel, whatever its repetitions. Channels continue from slot to slot, while
+// block numbers restart at 1.
 void SAVEDLD::Pulses() {
   int channel = 0;
   for (int slot = 0; slot <= 1; ++slot) {

@@ -14,11 +14,11 @@ namespace {
 
 constexpr Family kBlockFamilies[] = {Family::kTemp, Family::kVolt, Family::kBridge, Family::kPulse,
                                      Family::kTK40M};
-// What the constants of a block are named for.
+// What the constants of a block are called, without their family and number.
 constexpr std::string_view kConstants[] = {"RNG",  "TYPE",  "REP", "SETL", "INT",  "MULT",
                                            "OSET", "EXCIT", "GF",  "CODE", "CONF", "OPT"};
 
-// Heads the statements that ask for a CAN item; its number follows.
+// Heads the statements that request a CAN item; its number follows.
 constexpr std::string_view kCanLoop = "CANBUS Loop #";
 
 bool isNameLetter(char letter) {
@@ -27,7 +27,7 @@ bool isNameLetter(char letter) {
          (byte >= 'a' && byte <= 'z') || byte == '_' || byte >= 0x80;
 }
 
-// The names in a line, its comment left out.
+// The names in a line, without its comment.
 std::vector<std::string_view> wordsOf(std::string_view line) {
   line = Before(line, "'");
   std::vector<std::string_view> words;
@@ -44,7 +44,7 @@ std::string titleOf(Family family, int n) {
   return std::string(Trim(Joined({TextsOf(family).blockTitle, n})));
 }
 
-// By the names that the program gives to a block: arrays and constants.
+// Whether the program uses the word for a block: an array or a constant.
 bool namesBlock(std::string_view word, Family family, int n) {
   const OrvusDataObjTypes kind = TextsOf(family).kind;
   return Holds(word, SourceName(kind, n)) ||
@@ -52,7 +52,7 @@ bool namesBlock(std::string_view word, Family family, int n) {
                      [&](std::string_view what) { return word == ConstantName(kind, what, n); });
 }
 
-// By the names that the user gave to sensors.
+// The block with a repetition of that alias; 0 for none.
 template <class Group>
 int blockOfAlias(const Group& group, std::string_view word) {
   for (int b = 1; b <= std::min<int>(group.BlockCount, Group::kLast); ++b) {
@@ -86,7 +86,7 @@ std::string blockOf(const ProjectStore& store, std::string_view word) {
   return {};
 }
 
-// An item's constants begin with its name, so that the longest name counts.
+// An item's constants begin with its name, so the longest matching name wins.
 std::string itemOf(const ProjectStore& store, std::string_view word) {
   int best = 0;
   std::size_t length = 0;
@@ -113,7 +113,7 @@ std::string tableOf(const ProjectStore& store, std::string_view word) {
   return {};
 }
 
-// What a line is about; empty for nothing of the project's own.
+// The block, item, field or table that a line is about; empty for none.
 std::string subjectOf(const ProjectStore& store, std::string_view line) {
   if (Holds(line, kCanLoop)) {
     return titleOf(Family::kCan, static_cast<int>(Val(After(line, kCanLoop))));
@@ -127,8 +127,8 @@ std::string subjectOf(const ProjectStore& store, std::string_view line) {
   return {};
 }
 
-// A failure between two lines is one of what the last lines in one piece are about. The one thing
-// that is divided by is the scan interval.
+// A failure between two lines concerns the subject of the last group of lines, unless the scan
+// interval, the only divisor, is 0.
 std::string subjectAtEnd(const ProjectStore& store, const ProgramLines& lines) {
   if (ORVUS_COMMON::ScanIntervalMicros(store) == 0) return "the scan interval, which is 0";
   for (int i = lines.LineCount(); i > 0 && !Trim(lines[i]).empty(); --i) {

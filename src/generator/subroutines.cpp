@@ -1,4 +1,4 @@
-// Zero subroutines, and the subroutines of the triggers behind them.
+// Zero subroutines, followed by those of the triggers.
 #include <algorithm>
 #include <vector>
 
@@ -22,7 +22,7 @@ std::vector<BlockView> zeroCandidates(ProgramRun& run) {
   return found;
 }
 
-// The measurement statement belongs here, but the scan that it is part of is made later.
+// Keeps the place of a measurement statement: the scan that contains it is made later.
 void reserveZeroLine(ProgramRun& run, const BlockView& view) {
   run.PutEmpty();
   auto& positions = view.Kind() == Family::kVolt     ? run.zero.VZeroLine

@@ -8,7 +8,7 @@ namespace ostrand {
 namespace {
 
 // The channel of a block, given the type of the block before it in the array, empty for the first
-// block. The cursor may skip the rest of a half used pair.
+// block. May move the cursor past a half-used pair.
 int channelOf(const TempBlockData& block, bool first, std::string_view previous, bool automatic,
               int channel, int& cursor) {
   if (IsDifferential(block.MeasType)) {
@@ -16,7 +16,7 @@ int channelOf(const TempBlockData& block, bool first, std::string_view previous,
     const int next = NextDifferential(cursor, IsSingleEnded(previous));
     return automatic ? next : block.StartChan;
   }
-  // A first single-ended block keeps the channel even when channels are chosen by hand.
+  // The first single-ended block keeps the channel even if channels are set by hand.
   if (!IsSingleEnded(block.MeasType) || first) return channel;
   if (!IsSingleEnded(previous) && !IsDifferential(previous)) return channel;
   return automatic ? NextSingleEnded(cursor, IsDifferential(previous)) : block.StartChan;

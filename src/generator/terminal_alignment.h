@@ -7,23 +7,23 @@
 
 namespace ostrand {
 
-// Terminals that repetitions of this type take.
+// Terminals that `reps` repetitions of this type take.
 inline int TerminalsOf(std::string_view measType, int reps) {
   return IsSingleEnded(measType) ? reps : 2 * reps;
 }
 
-// The next differential channel behind `cursor` terminals. Behind single-ended ones a half used
-// pair is skipped, which moves the cursor.
-inline int NextDifferential(int& cursor, bool behindSingleEnded) {
-  if (behindSingleEnded && cursor % 2 != 0) ++cursor;
+// The next differential channel after `cursor` terminals. After single-ended ones a half-used pair
+// is skipped, which moves the cursor.
+inline int NextDifferential(int& cursor, bool afterSingleEnded) {
+  if (afterSingleEnded && cursor % 2 != 0) ++cursor;
   return (cursor + 2) / 2;
 }
 
-// The next single-ended channel behind `cursor` terminals; behind differential ones it is the
-// first of a pair.
-inline int NextSingleEnded(int cursor, bool behindDifferential) {
+// The next single-ended channel after `cursor` terminals; after differential ones it is the first
+// of a pair.
+inline int NextSingleEnded(int cursor, bool afterDifferential) {
   const int channel = cursor + 1;
-  return behindDifferential && channel % 2 == 0 ? channel + 1 : channel;
+  return afterDifferential && channel % 2 == 0 ? channel + 1 : channel;
 }
 
 }  // namespace ostrand

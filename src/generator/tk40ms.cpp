@@ -17,7 +17,7 @@ struct MuxPart {
   int number;  // of the multiplexer, from 1
 };
 
-// Gives the channels out: the first multiplexer is wired to channel 20 of the logger, each further
+// Allocates the channels: the first multiplexer is wired to channel 20 of the logger, each further
 // one to the next lower channel.
 class MuxChannels {
  public:
@@ -29,7 +29,7 @@ class MuxChannels {
     return part(1, count, start);
   }
 
-  // What `reps` repetitions beyond the end of a multiplexer come to, from repetition `index` on.
+  // The next part of a block: `reps` repetitions are left, the first of them is `index`.
   MuxPart Next(int index, int reps) {
     const int start = (used_ + 1) % kMuxChannels;
     if (kMuxChannels + 1 - start > kMuxChannels - 1) used_ = 0;

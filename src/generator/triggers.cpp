@@ -15,7 +15,7 @@ bool storesOnTrigger(const OutputTable& table) {
   return table.TrigTable != 0 && table.DisableTrigger == 0;
 }
 
-// The text with each number replaced by the condition that `conditionOf` gives for it.
+// The text with each number replaced by the condition that `conditionOf` returns for it.
 template <class ConditionOf>
 std::string expand(std::string_view rest, ConditionOf&& conditionOf) {
   std::string out;
@@ -73,7 +73,7 @@ void SAVEDLD::TriggerCallSub(int t) {
   };
   run_.Put({"Sub TriggerCall", table.TableName});
   if (storesOnTrigger(table)) run_.Put({"  bStartTrigger = (", condition(0, table.TrigTable), ")"});
-  // A stop condition counts with a disabled trigger too.
+  // A stop condition is evaluated even if the trigger is disabled.
   if (table.TrigTabStop != 0 && table.SingleTrigger == 0) {
     run_.Put({"  bStopTrigger = (", condition(1, table.TrigTabStop), ")"});
   }
@@ -103,10 +103,10 @@ void SAVEDLD::TableCallLines(int t) {
     run_.Put({"      Call TriggerCall", name});
     callOnFlag();
   }
-  // A switch that is off by any other number than 1 leaves its table without a call.
-  const bool triggerStands = table.TrigTable != 0 && table.DisableTrigger != 1;
-  const bool writeIfStands = table.WriteIf != 0 && table.DisableWriteIf != 1;
-  if (!triggerStands && !writeIfStands) callOnFlag();
+  // A Disable flag other than 0 and 1 leaves its table without a call.
+  const bool triggerCounts = table.TrigTable != 0 && table.DisableTrigger != 1;
+  const bool writeIfCounts = table.WriteIf != 0 && table.DisableWriteIf != 1;
+  if (!triggerCounts && !writeIfCounts) callOnFlag();
 }
 
 }  // namespace ostrand

@@ -1,4 +1,4 @@
-// Numbers in the group expression of a trigger, each of which stands for a condition.
+// Numbers in the group expression of a trigger; each refers to a condition.
 #pragma once
 
 #include <string_view>
@@ -8,7 +8,7 @@ namespace ostrand {
 // Position, from 1, of the first digit from 1 to 9; 0 when there is none.
 int FirstDigit(std::string_view text);
 
-// The number of one or two digits at the head of the text; 0 when it does not begin with a digit
+// The number of one or two digits at the start of the text; 0 when it does not begin with a digit
 // from 1 to 9.
 int LeadingNumber(std::string_view text);
 

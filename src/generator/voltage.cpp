@@ -13,15 +13,15 @@ struct Neighbours {
   std::string_view measured;  // type of the last block written, of any kind
 };
 
-// The channel of a block. A first block follows the last block written, so a project with voltage
-// blocks alone begins at channel 1 in a new session whatever its start channel says.
+// The channel of a block. The first block follows the last block written, so a project that has
+// only voltage blocks begins at channel 1 in a new session, whatever its start channel.
 int channelOf(const VoltBlockData& block, const Neighbours& near, bool automatic, int channel,
               int& cursor) {
   if (IsDifferential(block.MeasType)) {
-    const bool behindSingleEnded = IsSingleEnded(near.measured);
+    const bool afterSingleEnded = IsSingleEnded(near.measured);
     const std::string_view other = near.first ? near.measured : near.previous;
-    if (!behindSingleEnded && !IsDifferential(other)) return channel;
-    const int next = NextDifferential(cursor, behindSingleEnded);
+    if (!afterSingleEnded && !IsDifferential(other)) return channel;
+    const int next = NextDifferential(cursor, afterSingleEnded);
     return automatic ? next : block.StartChan;
   }
   if (!IsSingleEnded(block.MeasType)) return channel;

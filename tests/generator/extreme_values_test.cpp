@@ -1,5 +1,5 @@
-// Values at the ends of their members, in all places at once. Under the sanitizers of the debug
-// builds this is where arithmetic on what a file holds has to stay inside its type.
+// Smallest and largest values in all members at once. The sanitizer builds catch arithmetic on
+// values of a file that overflows its type.
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -22,7 +22,7 @@ TEST(ExtremeValues, GiveTheSameFilesEachTime) {
   }
 }
 
-TEST(ExtremeValues, AThermocoupleTypeThatIsNoneHasNoLetter) {
+TEST(ExtremeValues, UnknownThermocoupleTypeHasNoLetter) {
   for (const std::string type : {"9", "2147483647", "-2", "-2147483648"}) {
     const std::string made =
         MakeEverything("[THERMOCOUPLE BLOCKS]\nBlockCount=1\nReps(1)=1\nTypeNo(1)=" + type + "\n");

@@ -1,17 +1,17 @@
-// A program that outgrows the buffer at any of its sections: the file keeps every line stored
-// before, the sections behind still run, and each box names the routine that failed.
+// A program that outgrows the buffer in any section: the file keeps every line stored before, later
+// sections still run, and each box names the routine that failed.
 #include "generator/generated.h"
 
 namespace ostrand::testing {
 namespace {
 
-constexpr std::size_t kRoom = 3000;
-constexpr int kHead = 11;  // lines that tell the time of the run
+constexpr std::size_t kMaxLines = 3000;
+constexpr int kHead = 11;  // lines with the time of the run
 
 class FullBufferTest : public Generated {
  protected:
-  // Something of every section, and 2800 repetitions whose aliases lengthen the program by a line
-  // each, all in one place.
+  // Something of every section, and 2800 repetitions: an alias of each adds one line, all in one
+  // place.
   FullBufferTest() {
     forms.CollectBoxes();
     Fill(store.TempBlock);
@@ -44,7 +44,7 @@ class FullBufferTest : public Generated {
     }
   }
 
-  // The program with so many aliases; the routines that its boxes name.
+  // Generates the program with `count` aliases; returns the routines that its boxes name.
   std::string RunWithAliases(std::size_t count) {
     for (std::size_t i = 0; i < aliases_.size(); ++i) *aliases_[i] = i < count ? "A" : "";
     forms.shown.clear();
@@ -63,8 +63,8 @@ class FullBufferTest : public Generated {
   std::vector<std::string*> aliases_;
 };
 
-TEST_F(FullBufferTest, EverySectionKeepsWhatStandsBeforeIt) {
-  // The line that a section begins with, as far as it is told here and so many lines on; the
+TEST_F(FullBufferTest, SectionKeepsLinesBeforeItsFailure) {
+  // The start of a line, and the number of lines from it to the first line of a section; the
   // routines that fail when the buffer is full there.
   struct Section {
     const char* line;
@@ -107,19 +107,20 @@ TEST_F(FullBufferTest, EverySectionKeepsWhatStandsBeforeIt) {
   for (std::size_t i = 0; i + 1 < starts.size(); ++i) {
     for (const std::size_t lost : {starts[i], starts[i + 1] - 1}) {  // the first line left out
       SCOPED_TRACE(whole[lost]);
-      const std::size_t count = kRoom - lost;
+      const std::size_t count = kMaxLines - lost;
       ASSERT_LE(count, aliases_.size());
       EXPECT_EQ(RunWithAliases(count), sections[i].routines);
-      ASSERT_EQ(program.size(), kRoom);
+      ASSERT_EQ(program.size(), kMaxLines);
       const auto aliasLines = program.begin() + static_cast<long>(aliasesAt);
-      const auto behind = aliasLines + static_cast<long>(count);
+      const auto aliasesEnd = aliasLines + static_cast<long>(count);
       EXPECT_TRUE(std::equal(program.begin() + kHead, aliasLines, whole.begin() + kHead));
-      EXPECT_TRUE(std::all_of(aliasLines, behind,
+      EXPECT_TRUE(std::all_of(aliasLines, aliasesEnd,
                               [](const auto& line) { return line.starts_with("Alias "); }));
-      EXPECT_TRUE(std::equal(behind, program.end(), whole.begin() + static_cast<long>(aliasesAt)));
+      EXPECT_TRUE(
+          std::equal(aliasesEnd, program.end(), whole.begin() + static_cast<long>(aliasesAt)));
     }
   }
-  EXPECT_EQ(RunWithAliases(kRoom - whole.size()), "");  // one line less: the program is whole
+  EXPECT_EQ(RunWithAliases(kMaxLines - whole.size()), "");  // fits exactly
   EXPECT_EQ(program.back(), whole.back());
 }
 

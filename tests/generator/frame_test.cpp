@@ -1,5 +1,5 @@
-// What a run does beside its lines: the line buffer, what it leaves behind for the next run and in
-// the project, the file; and what no project file holds.
+// The line buffer, what a run keeps for the next one and changes in the project, the file; and
+// settings that a project file does not have.
 #include "generator/calc_field_constants.h"
 #include "generator/generated.h"
 #include "generator/program_lines.h"
@@ -41,7 +41,7 @@ TEST(ProgramLinesTest, PadsUpToTheCommentColumn) {
   }
 }
 
-// Longer than the memory that a program begins with, and than what that grows to.
+// Longer than the initial memory and than its first growth.
 TEST(ProgramLinesTest, TakeLinesOfAnyLength) {
   ProgramLines lines;
   std::string expected;
@@ -58,7 +58,7 @@ TEST(ProgramLinesTest, TakeLinesOfAnyLength) {
   EXPECT_EQ(lines.Unstored(), "");
 }
 
-// Lengths at which copies of short texts change their way.
+// Short texts are copied in different ways, depending on their length.
 TEST(ProgramLinesTest, JoinPiecesOfAnyLength) {
   const std::string letters = "abcdefghijklmnopqrstuvwxyz0123456789";
   for (std::size_t length = 0; length <= letters.size(); ++length) {
@@ -67,20 +67,20 @@ TEST(ProgramLinesTest, JoinPiecesOfAnyLength) {
   }
 }
 
-TEST_F(FrameTest, TheNameOfTheProgramIsShownInCapitals) {
+TEST_F(FrameTest, ProgramNameIsShownInCapitals) {
   generator.BaseName("Kl\xE4r\x9A");  // a umlaut, s caron
   MakeProgram();
   EXPECT_EQ(program.at(1), "'" + std::string(20, ' ') + "   Program name: KL\xC4R\x8A.VKP");
 }
 
-TEST_F(FrameTest, AFullBufferGivesOneMessageForEachSection) {
+TEST_F(FrameTest, FullBufferGivesOneMessageForEachSection) {
   store.TempBlock.BlockCount = 7;
   for (TempBlockData& block : store.TempBlock.Blocks) {
     block.Reps = 100;
     for (int t = 1; t <= 6; ++t) block.Output.OutputSelect[t][kLevelCrossing] = 1;
   }
-  // 700 repetitions in 6 tables declare more sources than there are lines. The sections behind
-  // fail on their first line; Subroutines and the others have none to write.
+  // 700 repetitions in 6 tables declare more sources than there are lines. Later sections fail
+  // on their first line; Subroutines and the others have none to write.
   for (const char* routine : {"Constants", "PubVars", "OutputTables", "MainProgram"}) {
     ExpectFault(9, "Subscript out of range", routine);
   }
@@ -89,7 +89,7 @@ TEST_F(FrameTest, AFullBufferGivesOneMessageForEachSection) {
   EXPECT_TRUE(program.back().starts_with("Dim LCTBl"));
 }
 
-TEST_F(FrameTest, AFailedWriteNamesThePath) {
+TEST_F(FrameTest, FailedWriteNamesThePath) {
   TempFolder folder;
   const std::string base = folder / "missing/plant";
   forms.ExpectBoxWith("TROUBLE", base);
@@ -98,7 +98,7 @@ TEST_F(FrameTest, AFailedWriteNamesThePath) {
   EXPECT_EQ(LinesOf(ReadDisk(folder / "plant.VKP")).back(), "'***** Program End *****");
 }
 
-TEST_F(FrameTest, ARunRepairsTheProject) {
+TEST_F(FrameTest, RunRepairsTheProject) {
   for (const int t : {1, 2}) store.Tables[t].TableOn = kTrue;
   store.Tables[1].SyncTable = kTrue;
   store.Tables[1].OutIntUnits = 9;
@@ -116,8 +116,8 @@ TEST_F(FrameTest, ARunRepairsTheProject) {
   EXPECT_EQ(store.Tables[1].OutIntUnits, 2);  // a synchronous table counts in seconds
 }
 
-// The type of the last block outlives a run: a second one follows the end of the first.
-TEST_F(FrameTest, TheFirstVoltageBlockRemembersTheLastRun) {
+// The type of the last block outlives a run: a second run continues after it.
+TEST_F(FrameTest, FirstVoltageBlockContinuesTheLastRun) {
   store.Config.AutoChan = kFalse;
   store.VoltBlock.BlockCount = 1;
   store.VoltBlock[1].MeasType = "SE";
@@ -129,7 +129,7 @@ TEST_F(FrameTest, TheFirstVoltageBlockRemembersTheLastRun) {
   }
 }
 
-TEST_F(FrameTest, ARunForgetsTheBlocksOfTheLast) {
+TEST_F(FrameTest, RunForgetsTheBlocksOfTheLast) {
   store.VoltBlock.BlockCount = 1;
   store.VoltBlock[1].ZeroFlag = 1;
   // Keeps the second program longer than the first up to its zero subroutine.
@@ -142,9 +142,9 @@ TEST_F(FrameTest, ARunForgetsTheBlocksOfTheLast) {
   }
 }
 
-// Positions of multiplexer statements grow over runs. The file has a line for each statement of a
-// zero routine, the buffer one for all.
-TEST_F(FrameTest, LinesOfAMultiplexerBlock) {
+// Each run appends the positions of its multiplexer statements. A zero routine reserves one line
+// for all statements of a block; the file has one for each.
+TEST_F(FrameTest, ZeroRoutineRepeatsMultiplexerStatements) {
   store.Config.TK40MQty = 4;
   store.TK40MBlock.BlockCount = 1;
   store.TK40MBlock[1].Reps = 30;
@@ -163,9 +163,9 @@ TEST_F(FrameTest, LinesOfAMultiplexerBlock) {
   EXPECT_EQ(generator.TK40MLines()[1], positions + positions);
 }
 
-// A block takes one channel, whatever its repetitions; block numbers begin anew in a slot. A block
+// A block takes one channel, whatever its repetitions; block numbers restart in each slot. A block
 // without repetitions or of an unknown kind takes none.
-TEST_F(FrameTest, PulsesOfTheSecondSlot) {
+TEST_F(FrameTest, PulseChannelsContinueInTheSecondSlot) {
   const char* kinds[2][2] = {{"HiLev", "swtch"}, {"Quad", "LOLEV"}};
   for (int slot = 0; slot <= 1; ++slot) {
     store.PulseBlock[slot].BlockCount = 2;
@@ -183,8 +183,8 @@ TEST_F(FrameTest, PulsesOfTheSecondSlot) {
              "      PulseCount(PBlk2(),PREP2,3,PCONF2,POPT2,PMULT2,POSET2)", ""});
 }
 
-// More than their screens offer and a file keeps.
-TEST_F(FrameTest, OutputsOfTheReferences) {
+// More than the screens offer and a file stores.
+TEST_F(FrameTest, ReferencesTakeAllOutputs) {
   store.Config.TK40MQty = 2;
   store.Config.TcConfigOpts[1] = 1;
   store.Config.MonitorPower[kMonitorPanel] = kTrue;
@@ -203,9 +203,9 @@ TEST_F(FrameTest, OutputsOfTheReferences) {
              "   LevelCrossing(LCABlk1_1_2(),FP2,False,,1)"});
 }
 
-// Only the first slot of ports has a title; one that reads needs no test. A multiplexer keeps its
-// ports.
-TEST_F(FrameTest, PortsOfTheSecondSlot) {
+// Only the first slot of ports has a title; a slot that reads needs no test. Ports 7 and 8 belong
+// to a multiplexer.
+TEST_F(FrameTest, OnlyTheFirstPortSlotHasATitle) {
   const std::string title = " Port Control ";
   const std::string test = "      If False Then ";
   store.Ports.Slot[0].ByteMode = 0;
@@ -228,8 +228,8 @@ TEST_F(FrameTest, PortsOfTheSecondSlot) {
   }
 }
 
-// Of equal names the last field declares; "Speed 1" must not come between them.
-TEST(CalcFieldsTest, RepeatedNames) {
+// The last field of a name declares it; "Speed 1" must not separate equal names.
+TEST(CalcFieldsTest, LastFieldOfANameDeclaresIt) {
   const char* names[] = {"Speed", "Force", " SPEED ", "Speed 1", "force", "Speed", ""};
   const bool repeated[] = {true, true, true, false, false, false, false};
   CalcFieldGroup fields;

@@ -26,7 +26,7 @@ inline Lines LinesOf(std::string_view bytes) {
   while (!bytes.empty()) {
     const std::size_t end = bytes.find("\r\n");
     if (end == std::string_view::npos) {
-      ADD_FAILURE() << "No end of line behind: " << bytes;
+      ADD_FAILURE() << "No line end after: " << bytes;
       break;
     }
     lines.emplace_back(bytes.substr(0, end));
@@ -41,7 +41,7 @@ inline std::string At66(std::string line, std::string_view comment) {
   return line.append(comment);
 }
 
-// The same of a text with "~" before its comment; other texts stay.
+// Replaces "~" before a comment by blanks up to column 66; other texts are unchanged.
 inline std::string Filled(const std::string& text) {
   const std::size_t tilde = text.find('~');
   if (tilde == std::string::npos) return text;
@@ -53,7 +53,7 @@ class ProgramMaker {
  public:
   ProgramMaker() { ORVUS_COMMON::SetAllDefaults(store); }
 
-  // A failure that the next run reports under the routine.
+  // Expects a failure that the next run reports under the routine.
   void ExpectFault(int number, std::string_view description, std::string_view routine) {
     forms.ExpectBox("TROUBLE", "Unexpected error " + std::to_string(number) + ", \"" +
                                    std::string(description) + "\" has occurred in SAVEDLD." +
@@ -63,7 +63,7 @@ class ProgramMaker {
 
   void MakeProgram() { program = LinesOf(generator.ProgramText()); }
 
-  // The program holds these lines, with "~" as above, one behind the other.
+  // Expects these consecutive lines in the program; "~" as in Filled.
   void ExpectRun(Lines expected) const {
     for (std::string& line : expected) line = Filled(line);
     const auto at = std::search(program.begin(), program.end(), expected.begin(), expected.end());
@@ -80,7 +80,7 @@ class ProgramMaker {
                   << joined(first, last);
   }
 
-  // How many lines hold the part.
+  // The number of lines that contain the part.
   [[nodiscard]] std::ptrdiff_t Holding(std::string_view part) const {
     return std::count_if(program.begin(), program.end(), [&](const std::string& line) {
       return line.find(part) != std::string::npos;

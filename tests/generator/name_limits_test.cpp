@@ -1,5 +1,4 @@
-// How long names and units can be is what the program has room for: not a letter less, and none
-// more.
+// The longest names and units are exactly those that fit into the lines of the program.
 #include "model/name_limits.h"
 
 #include "generated.h"

@@ -1,12 +1,12 @@
-// What a new project with a few settings gives, in the files of the folder `cases`:
+// Programs of a new project with a few settings, in the files of the folder `cases`:
 //
-//   --- program    lines that stand one behind the other; "~" fills up to the comment in column 66
-//   --- once       lines that stand somewhere, once each
+//   --- program    consecutive lines; "~" fills up to the comment in column 66
+//   --- once       lines that occur exactly once
 //   --- parts      parts of lines
-//   --- never      parts that no line holds
-//   --- fault 9 Subroutines    the failure that the run before reports, and its description
-//   --- faults     what is told of all sections that failed; nothing for a complete program
-//   --- host       the application that asks for the program
+//   --- never      parts that are in no line
+//   --- fault 9 Subroutines    a failure that the previous run reports, and its description
+//   --- faults     the reports of all sections that failed; empty for a complete program
+//   --- host       the host application
 #include <gtest/gtest.h>
 
 #include "generator/generated.h"

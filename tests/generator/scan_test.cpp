@@ -1,4 +1,4 @@
-// The channels of thermocouples and voltages, automatic and by hand.
+// The channels of thermocouple and voltage blocks, automatic and set by hand.
 #include "generator/generated.h"
 
 namespace ostrand::testing {
@@ -39,7 +39,7 @@ TEST(ScanTest, ChannelsFollowTheirRules) {
       {"S1 D2 S1", "", {1, 2, 7}, {1, 12, 13}},
       {"S1 S1 S2", "S1", {1, 2, 3, 5}, {1, 12, 13, 31}},
       {"D1 D2", "D1 S1 S1", {1, 2, 4, 9, 10}, {11, 12, 31, 32, 33}},
-      {"S0 D1", "", {1}, {12}},  // a block without repetitions is the one before
+      {"S0 D1", "", {1}, {12}},  // a block without repetitions counts as the previous one
       {"D0 S2", "", {1}, {12}},
       {"O1 D1", "", {1, 2}, {1, 12}},  // unknown types take two terminals
   };
