@@ -20,7 +20,7 @@ class Choice : public Control {
     std::string ToolTip;
   };
 
-  Choice(Screen& screen, std::string_view name) : Control(screen, ControlKind::kChoice, name) {}
+  Choice(Screen& screen, std::string_view name) : Control(screen, ControlKind::kDropDown, name) {}
   std::function<void()> OnPick;  // after a pick
   // Whether picking the picked item again fires too. Otherwise it changes nothing.
   bool PicksAgain = false;

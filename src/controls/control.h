@@ -11,7 +11,27 @@ namespace ostrand {
 
 class Screen;
 
-enum class ControlKind { kLabel, kText, kNumber, kChoice, kCheck, kButton };
+// What a host shows a control as. It also says which class a control is.
+enum class ControlKind {
+  // Label
+  kLabel,    // a text
+  kFigure,   // a number or an interval that the screen works out
+  kCode,     // a line of the program, in a font of fixed width
+  kPicture,  // drawn from what it shows: a channel chart, a map
+  // TextField, NumericField and ListField
+  kText,
+  kNumber,
+  kEditList,  // typed into, or picked from a list
+  // Choice
+  kDropDown,  // one line, with a list to pick from
+  kOptions,   // all items at once, as buttons
+  kTable,     // a list whose items have columns
+  // CheckBox
+  kCheck,
+  kLamp,  // on or off, and not for the user to change
+  // Button
+  kButton
+};
 
 // A part of a screen, known by its name. A control belongs to the screen that it was made for and
 // lives as long. Whoever shows it asks for text, caption and state after each action.
@@ -23,11 +43,20 @@ class Control {
   Control& operator=(const Control&) = delete;
 
   [[nodiscard]] ControlKind Kind() const { return kind_; }
+  // Another kind of the same class.
+  void Kind(ControlKind kind) { kind_ = kind; }
   [[nodiscard]] const std::string& Name() const { return name_; }
 
   // Shown beside or on it; "&" marks an access key.
   std::string Caption;
   std::string ToolTip;
+  // The heading of the controls that belong together.
+  std::string Group;
+  // From 1 for one of several that repeat: they are the rows of a table, named by their group, with
+  // a column for each caption. 0 for a control that does not repeat.
+  int Row = 0;
+  // Why it cannot be used while it is disabled.
+  std::string WhyDisabled;
   bool Enabled = true;
   bool Visible = true;
   [[nodiscard]] bool Usable() const { return Enabled && Visible; }

@@ -12,7 +12,7 @@ namespace ostrand {
 class ListField : public TextField {
  public:
   ListField(Screen& screen, std::string_view name, KeyFilter filter)
-      : TextField(screen, name, filter) {}
+      : TextField(screen, ControlKind::kEditList, name, filter) {}
 
   std::vector<std::string> Items;  // what can be picked
 

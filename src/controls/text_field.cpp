@@ -15,6 +15,14 @@ bool isLetter(char letter) {
   return lower >= 'a' && lower <= 'z';
 }
 
+constexpr std::string_view kOneLineHelp = "A text has one line, without tabs.";
+
+bool isControl(char letter) { return static_cast<unsigned char>(letter) < 0x20 || letter == 0x7F; }
+
+std::ptrdiff_t marksIn(std::string_view text) {
+  return std::count(text.begin(), text.end(), kSectionMark);
+}
+
 // A letter first, then letters, digits and the others.
 bool isName(std::string_view text, std::string_view others) {
   if (text.empty()) return true;
@@ -36,6 +44,7 @@ bool UnitNameText(std::string_view text) { return isName(text, "_@#$"); }
 
 void TextField::Text(std::string_view text) {
   text_ = text;
+  taken_ = text;
   typed_ = false;
 }
 
@@ -46,22 +55,40 @@ void TextField::change(std::string text) {
   fire(OnChange, "Change");
 }
 
+std::optional<std::string_view> TextField::refusalOf(std::string_view text) const {
+  if (text.empty()) return std::nullopt;
+  // What an old project has brought along does not keep its text from being edited.
+  if (marksIn(text) > marksIn(text_)) return kSectionMarkHelp;
+  if (std::any_of(text.begin(), text.end(), isControl)) return kOneLineHelp;
+  if (text.size() > std::max(MaxLetters, text_.size())) return "";
+  if (!filter_(text) || (MayHold && !MayHold(text))) return "";
+  const std::string_view why = WhyNot ? WhyNot(text) : "";
+  return why.empty() ? std::nullopt : std::optional(why);
+}
+
 void TextField::refuse(std::string_view why) {
   Owner().Forms().Beep();
-  Owner().Forms().SetHelpLine(std::string(why));
+  if (!why.empty()) Owner().Forms().SetHelpLine(std::string(why));
 }
 
 void TextField::Key(char letter) {
   if (letter == kSectionMark) return refuse(kSectionMarkHelp);
   std::string text = selected_ ? std::string(1, letter) : text_ + letter;
-  if (text.size() > MaxLetters || !filter_(text) || (MayHold && !MayHold(text))) {
-    Owner().Forms().Beep();
-    return;
-  }
-  if (const std::string_view why = WhyNot ? WhyNot(text) : ""; !why.empty()) return refuse(why);
+  if (const auto why = refusalOf(text)) return refuse(*why);
   selected_ = false;
   typed_ = true;
   change(std::move(text));
+}
+
+bool TextField::Edit(std::string_view text) {
+  const auto why = refusalOf(text);
+  if (why) {
+    refuse(*why);
+  } else {
+    selected_ = false;
+    change(std::string(text));
+  }
+  return !why;
 }
 
 void TextField::Clear() {
@@ -71,7 +98,8 @@ void TextField::Clear() {
 
 void TextField::Escape() {
   change(before_);
-  typed_ = false;
+  // What Enter has put into effect since is taken back when the focus goes.
+  typed_ = text_ != taken_;
   selected_ = true;
 }
 
@@ -82,9 +110,9 @@ bool TextField::Take() {
     return !Usable();
   }
   text_ = std::move(text);
+  taken_ = text_;
   typed_ = false;
   fire(OnTake, "LostFocus");
-  before_ = text_;
   return true;
 }
 
@@ -104,6 +132,12 @@ bool TextField::Spin(bool up) {
   return true;
 }
 
+bool TextField::Leave() {
+  if (typed_ && !Take()) return false;
+  before_ = text_;
+  return true;
+}
+
 void TextField::Enter() {
   before_ = text_;
   selected_ = true;
@@ -112,6 +146,12 @@ void TextField::Enter() {
 void UnitField::Key(char letter) {
   if (letter != ' ') return TextField::Key(letter);
   if (isSelected()) Clear();
+}
+
+bool UnitField::Edit(std::string_view text) {
+  std::string unit(text);
+  std::erase(unit, ' ');
+  return TextField::Edit(unit);
 }
 
 }  // namespace ostrand

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -40,6 +41,15 @@ class TextField : public Control {
   // The same while it is typed, from OnChange: what stands there is still to take effect.
   void Correct(std::string_view text) { text_ = text; }
 
+  // Whether a user can make it hold this text: length, filter, `MayHold` and `WhyNot` together, and
+  // whether a project file can keep it. An empty text always may.
+  [[nodiscard]] bool MayBecome(std::string_view text) const { return !refusalOf(text); }
+  // The whole text as a user has edited it: a letter put in anywhere, one deleted, a paste, an
+  // undo. The host keeps cursor and selection. A text that the field may not hold beeps and is
+  // refused, with the reason in the help line, if there is one: the result is false, and the text
+  // stays.
+  virtual bool Edit(std::string_view text);
+
   // One key at the end of the text, or in place of all of it when it has just got the focus. A key
   // that the filter refuses is dropped with a beep; so is one that no project file can keep, and
   // one that `WhyNot` is against, for which the help line gives the reason.
@@ -58,7 +68,7 @@ class TextField : public Control {
   bool Spin(bool up) override;
   void Enter() override;
   // Takes what was typed, if anything was.
-  bool Leave() override { return !typed_ || Take(); }
+  bool Leave() override;
 
  protected:
   TextField(Screen& screen, ControlKind kind, std::string_view name, KeyFilter filter)
@@ -73,11 +83,14 @@ class TextField : public Control {
 
  private:
   void change(std::string text);
+  // Why a text is refused while it is typed, empty without words; nothing when it is not.
+  [[nodiscard]] std::optional<std::string_view> refusalOf(std::string_view text) const;
   void refuse(std::string_view why);
 
   KeyFilter filter_;
   std::string text_;
   std::string before_;     // when the focus came
+  std::string taken_;      // what took effect last
   bool selected_ = false;  // all of it: the next key replaces it
   bool typed_ = false;     // since it took effect
 };
@@ -87,6 +100,7 @@ class UnitField : public TextField {
  public:
   UnitField(Screen& screen, std::string_view name) : TextField(screen, name, UnitNameText) {}
   void Key(char letter) override;
+  bool Edit(std::string_view text) override;
 };
 
 }  // namespace ostrand

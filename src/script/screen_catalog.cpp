@@ -28,12 +28,19 @@ struct KindRow {
   ControlKind kind;
   std::string_view name;
 };
-constexpr std::array<KindRow, 6> kKinds = {{
+constexpr std::array<KindRow, 13> kKinds = {{
     {ControlKind::kLabel, "label"},
+    {ControlKind::kFigure, "figure"},
+    {ControlKind::kCode, "code"},
+    {ControlKind::kPicture, "picture"},
     {ControlKind::kText, "text     type"},
     {ControlKind::kNumber, "number   type"},
-    {ControlKind::kChoice, "choice   pick"},
+    {ControlKind::kEditList, "text     type"},
+    {ControlKind::kDropDown, "choice   pick"},
+    {ControlKind::kOptions, "options  pick"},
+    {ControlKind::kTable, "table    pick"},
     {ControlKind::kCheck, "check    check"},
+    {ControlKind::kLamp, "lamp"},
     {ControlKind::kButton, "button   press"},
 }};
 

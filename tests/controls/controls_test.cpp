@@ -85,6 +85,67 @@ TEST_F(ControlTest, NumbersTakeEffectWithinTheirLimitsAndInTheirForm) {
   }
 }
 
+TEST_F(ControlTest, EscapeAfterEnterTakesTheTextAtFocusAgain) {
+  NumericField field(screen, "Field", kSingle);
+  field.Value(3);
+  std::vector<std::string> taken;
+  field.OnTake = [&] { taken.push_back(field.Text()); };
+  screen.MoveFocus(&field);
+  field.TypeText("5");
+  EXPECT_TRUE(field.Take());
+  field.Escape();
+  EXPECT_EQ(field.Text(), "3");
+  EXPECT_TRUE(screen.MoveFocus(nullptr));
+  EXPECT_EQ(taken, (std::vector<std::string>{"5", "3"}));
+}
+
+// A whole text, as an editor with a cursor makes it, under the rules that hold key by key.
+TEST_F(ControlTest, EditTakesAWholeTextUnderTheRulesOfTheKeys) {
+  TextField name(screen, "AliasName", NameText);
+  name.MaxLetters = 8;
+  name.WhyNot = [](std::string_view text) { return text == "Taken" ? "It is in use." : ""; };
+  UnitField unit(screen, "Units");
+  NumericField number(screen, "Mult", kSingle);
+  TextField text(screen, "Expression");
+  text.Text("a[1");
+  struct Case {
+    TextField& field;
+    std::string_view edited;
+    std::string_view now;  // afterwards
+    std::string_view help = {};
+  };
+  const Case cases[] = {
+      {name, "Flow_2", "Flow_2"},
+      {name, "1Flow", "Flow_2"},      // the letter before it was deleted
+      {name, "Flow_2345", "Flow_2"},  // too long
+      {name, "Taken", "Flow_2", "It is in use."},
+      {name, "", ""},
+      {unit, "m / s", ""},
+      {unit, " deg C", "degC"},
+      {number, "1.5e-3", "1.5e-3"},
+      {number, "1.5e-3V", "1.5e-3"},
+      {text, "ab[1", "ab[1"},  // the mark was there before
+      {text, "a[b[1", "ab[1", "A text can't hold \"[\": it begins a section of the project file."},
+      {text, "two\r\nlines", "ab[1", "A text has one line, without tabs."},
+      {text, "ab1", "ab1"},
+  };
+  for (const Case& row : cases) {
+    SCOPED_TRACE(row.edited);
+    screen.MoveFocus(&row.field);
+    int changes = 0;
+    row.field.OnChange = [&] { ++changes; };
+    forms.beeps = 0;
+    forms.helpLines.clear();
+    const std::string before = row.field.Text();
+    const bool edited = row.field.Edit(row.edited);
+    EXPECT_EQ(row.field.Text(), row.now);
+    EXPECT_EQ(forms.beeps, edited ? 0 : 1);
+    EXPECT_EQ(changes, row.field.Text() == before ? 0 : 1);
+    EXPECT_EQ(forms.helpLines,
+              row.help.empty() ? std::vector<std::string>() : std::vector{std::string(row.help)});
+  }
+}
+
 TEST_F(ControlTest, UnitNamesBeginWithALetterAndLoseTheirBlanks) {
   UnitField field(screen, "Units");
   screen.MoveFocus(&field);

@@ -29,7 +29,7 @@ class ConfigScreens : public testing::TableScreens {
       const ControlKind kind = control(screen, name).Kind();
       if (kind == ControlKind::kCheck) {
         check(screen, name, keys == "on");
-      } else if (kind == ControlKind::kChoice) {
+      } else if (kind == ControlKind::kDropDown) {
         pick(screen, name, keys);
       } else {
         type(screen, name, keys);

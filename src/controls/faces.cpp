@@ -1,0 +1,44 @@
+#include "controls/faces.h"
+
+#include <optional>
+
+#include "text/number.h"
+#include "text/strings.h"
+
+namespace ostrand {
+namespace {
+
+// The row that `name` is of the stem; nothing when it is none.
+std::optional<int> rowOf(std::string_view name, std::string_view stem) {
+  if (name.size() <= stem.size() || !SameText(name.substr(0, stem.size()), stem)) {
+    return std::nullopt;
+  }
+  const std::string_view digits = name.substr(stem.size());
+  if (digits.find_first_not_of("0123456789") != std::string_view::npos) return std::nullopt;
+  return ToInt16(digits);
+}
+
+void give(Control& control, const Face& face, int row) {
+  control.Group = face.group;
+  control.Row = row;
+  if (!face.caption.empty()) control.Caption = face.caption;
+  if (face.kind) control.Kind(*face.kind);
+  control.WhyDisabled = face.whyDisabled;
+}
+
+}  // namespace
+
+void Describe(Screen& screen, std::span<const Face> faces) {
+  for (const Face& face : faces) {
+    if (!face.name.ends_with('#')) {
+      if (Control* control = screen.Find(face.name)) give(*control, face, 0);
+      continue;
+    }
+    const std::string_view stem = face.name.substr(0, face.name.size() - 1);
+    for (Control* control : screen.Controls()) {
+      if (const auto row = rowOf(control->Name(), stem)) give(*control, face, *row);
+    }
+  }
+}
+
+}  // namespace ostrand
