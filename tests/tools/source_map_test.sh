@@ -1,0 +1,9 @@
+#!/usr/bin/env bash
+# Holds the tables "From an output to its source" of docs/architecture.md to the sources and to the
+# outputs: each row is true, and nothing that an output shows lacks a row. Prints what is wrong.
+# Usage: source_map_test.sh SOURCE_FOLDER
+set -euo pipefail
+cd "$1"
+shopt -s globstar
+LC_ALL=C exec awk -f tests/tools/source_map.awk docs/architecture.md src/**/*.{h,cpp} app/cli/*.{h,cpp} \
+  tests/golden/* examples/*.VKG
