@@ -48,16 +48,17 @@ bool loadProject(SessionState& session) {
     session.dirtyFlag = false;
     return true;
   }
-  std::string reason = session.currentFileName;
+  std::string reason = session.currentFileName + ": Changed while it was read";
   if (!bytes) {
     reason = bytes.ErrorText();
   } else if (const auto again = session.around.files.Read(session.currentFileName); !again) {
-    reason = again.ErrorText();  // no regular file, or gone in this very moment
+    reason = again.ErrorText();  // not a regular file, or deleted meanwhile
   }
   session.around.forms.ShowBox(
       {.title = "FILE CANNOT BE READ",
        .text = "The requested program generator file could not be read: \r\n" + reason,
-       .icon = platform::Icon::kExclamation});
+       .icon = platform::Icon::kExclamation,
+       .diskError = reason});
   return false;
 }
 
