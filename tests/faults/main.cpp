@@ -117,7 +117,7 @@ Outcome outcomeOf(const Command& command, Run run) {
   return {std::move(run), readFile(command.out), readFile(command.err)};
 }
 
-// The run without a fault, with its files looked at before each call.
+// The run without a fault.
 struct Normal {
   Outcome outcome;
   std::size_t moments = 0;      // calls before which a file could not be read
@@ -125,14 +125,16 @@ struct Normal {
 };
 
 Normal runNormally(const std::string& root, const Programs& programs, const Subject& subject) {
-  WriteTree(root, subject.before);
   const Command command = CommandBelow(root, programs, subject.words, kNewEpoch);
   Normal normal;
-  Run run = RunTraced(command, {}, [&](std::size_t at) {
+  // As fast as the runs with a fault: a slower one reads a folder once where these read it again.
+  WriteTree(root, subject.before);
+  normal.outcome = outcomeOf(command, RunTraced(command, {}));
+  WriteTree(root, subject.before);
+  RunTraced(command, {}, [&](std::size_t at) {
     if (FilesReadable(subject, ReadTree(root))) return;
     if (normal.moments++ == 0) normal.firstMoment = at;
   });
-  normal.outcome = outcomeOf(command, std::move(run));
   return normal;
 }
 
