@@ -14,33 +14,27 @@ namespace {
 
 bool isDigit(char letter) { return letter >= '0' && letter <= '9'; }
 bool isExponent(char letter) { return letter == 'e' || letter == 'E'; }
+bool isPoint(char letter) { return letter == '.'; }
 bool isSign(char letter) { return letter == '-' || letter == '+'; }
 
 // A number in the making: sign, digits with one point, and an exponent with a sign and up to
 // `MaxExponentDigits`.
 template <int MaxExponentDigits>
 bool numberInTheMaking(std::string_view text) {
-  int exponentDigits = -1;  // -1 before the exponent
-  bool point = false;
-  for (std::size_t at = 0; at < text.size(); ++at) {
-    const char letter = text[at];
-    const char previous = at == 0 ? '\0' : text[at - 1];
-    if (isDigit(letter)) {
-      if (exponentDigits >= 0 && ++exponentDigits > MaxExponentDigits) return false;
-    } else if (isSign(letter)) {
-      if (at != 0 && !isExponent(previous)) return false;
-    } else if (letter == '.') {
-      if (point || exponentDigits >= 0) return false;
-      point = true;
-    } else if (isExponent(letter)) {
-      const bool bare = at == 0 || (at == 1 && (isSign(previous) || previous == '.'));
-      if (bare || exponentDigits >= 0) return false;
-      exponentDigits = 0;
-    } else {
-      return false;
-    }
-  }
-  return true;
+  const auto isAt = [&](std::size_t at, auto is) { return at < text.size() && is(text[at]); };
+  std::size_t at = isAt(0, isSign) ? 1 : 0;
+  const std::size_t start = at;
+  while (isAt(at, isDigit)) ++at;
+  if (isAt(at, isPoint)) ++at;
+  while (isAt(at, isDigit)) ++at;
+  if (at == text.size()) return true;
+  // An exponent needs a digit or more than a point before it.
+  const bool bare = at == start || (start == 0 && at == 1 && isPoint(text[0]));
+  if (bare || !isExponent(text[at])) return false;
+  if (isAt(++at, isSign)) ++at;
+  const std::string_view exponent = text.substr(at);
+  return exponent.size() <= MaxExponentDigits &&
+         std::all_of(exponent.begin(), exponent.end(), isDigit);
 }
 
 struct TypeRow {

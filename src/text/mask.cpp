@@ -21,27 +21,30 @@ struct Mask {
   int exponentZeros = 0;
 };
 
+// A "0" or "#" of the mask.
+void addPlace(Mask& mask, char c) {
+  if (mask.point) {
+    ++mask.places;
+    if (c == '0') mask.forcedPlaces = mask.places;
+  } else if (c == '0' || mask.wholeZeros > 0) {
+    ++mask.wholeZeros;
+  }
+}
+
 Mask readMask(std::string_view text) {
   Mask mask;
-  for (std::size_t at = 0; at < text.size(); ++at) {
-    const char c = text[at];
+  for (const char c : text) {
     if (c == 'e' || c == 'E') {
       mask.exponent = true;
-      continue;
-    }
-    if (mask.exponent) {
+    } else if (mask.exponent) {
       if (c == '+') mask.plusSign = true;
       if (c == '0') ++mask.exponentZeros;
-      continue;
-    }
-    if (c == ',') mask.thousands = true;
-    if (c == '.') mask.point = true;
-    if (c != '0' && c != '#') continue;
-    if (!mask.point) {
-      if (c == '0' || mask.wholeZeros > 0) ++mask.wholeZeros;
-    } else {
-      ++mask.places;
-      if (c == '0') mask.forcedPlaces = mask.places;
+    } else if (c == ',') {
+      mask.thousands = true;
+    } else if (c == '.') {
+      mask.point = true;
+    } else if (c == '0' || c == '#') {
+      addPlace(mask, c);
     }
   }
   return mask;
