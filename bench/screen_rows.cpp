@@ -9,7 +9,7 @@
 #include "model/new_store.h"
 #include "projects.h"
 #include "row.h"
-#include "script/setup_screens.h"
+#include "screens/setup_screens.h"
 #include "session/ostrand.h"
 
 namespace ostrand::bench {

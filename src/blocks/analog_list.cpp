@@ -6,24 +6,17 @@
 #include "text/number.h"
 
 namespace ostrand {
-namespace {
-
-// The block that a user names, 1 to `count`; 0 for any other text.
-int blockNamed(std::string_view argument, int count) {
-  const int block = ToInt16(argument).value_or(0);
-  return block >= 1 && block <= count ? block : 0;
-}
-
-}  // namespace
 
 std::string FigureText(std::optional<int> figure) {
   return figure ? NumberText(*figure) : std::string("?");
 }
 
-AnalogList::AnalogList(const ScreenContext& context, SetupHooks hooks, const AnalogListKind& kind)
+AnalogList::AnalogList(const ScreenContext& context, const AnalogListKind& kind)
     : Screen(context, kind.name),
       Blocks(*this,
-             {.most = kBlocks,
+             {.setup = kind.setup,
+              .open = [this](int block) { ShowSetup(block); },
+              .most = kBlocks,
               .rows = kBlocks,
               .typedRoom = 1,
               .mostDigit = kBlocks,
@@ -51,16 +44,9 @@ AnalogList::AnalogList(const ScreenContext& context, SetupHooks hooks, const Ana
                            [this](int block) {
                              return NumberText(Data(block).Analog()->IntegTime());
                            }}}}),
-      Hooks(std::move(hooks)),
       kind_(kind),
       names_(store()) {
   Caption = kind.caption;
-  addOpener({std::string(kind.setup), "block", [this](std::string_view argument) {
-               const int block = blockNamed(argument, Blocks.Count());
-               if (block == 0) return false;
-               ShowSetup(block);
-               return true;
-             }});
 }
 
 void AnalogList::load() {
@@ -111,10 +97,11 @@ bool AnalogList::ShowSetup(int block) {
   NamesBackup names(store());
   const std::size_t renamed = renamed_.size();
   const bool untouched = sameAsBaseline(block);
-  const std::unique_ptr<Screen> setup = makeSetup(block);
+  AnalogSetupRequest request{*this, block};
+  const std::unique_ptr<Screen> setup = MakeScreen(context(), kind_.setup, request);
   // What opening alone puts right is no edit.
   if (untouched) takeAsBaseline(block);
-  const bool accepted = showModal(*setup);
+  const bool accepted = OpenScreen(context(), setup);
   if (accepted) {
     names.Keep();
   } else {

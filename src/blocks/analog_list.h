@@ -10,7 +10,7 @@
 #include "blocks/block_list.h"
 #include "blocks/frm_graphs.h"
 #include "conditions/names_backup.h"
-#include "conditions/setup_hooks.h"
+#include "conditions/screen_requests.h"
 #include "controls/screen.h"
 #include "model/channel_chart.h"
 #include "model/channels.h"
@@ -18,7 +18,7 @@
 
 namespace ostrand {
 
-// What tells the three screens apart.
+// What differs between the three screens.
 struct AnalogListKind {
   std::string_view name;   // of the screen
   std::string_view setup;  // of the screen that edits a block
@@ -27,12 +27,19 @@ struct AnalogListKind {
   OrvusDataObjTypes type;
 };
 
+class AnalogList;
+
+// The block of a list whose setup is opened. The list outlives it.
+struct AnalogSetupRequest {
+  AnalogList& list;
+  int block;  // from 1
+};
+
 // The blocks are edited as copies: a setup screen changes them at once, so that figures and rows
 // follow, and the project takes them at Done. Cancel loses nothing of the project.
 class AnalogList : public Screen {
  public:
   BlockList Blocks;
-  const SetupHooks Hooks;
 
   [[nodiscard]] const AnalogListKind& Kind() const { return kind_; }
 
@@ -59,11 +66,11 @@ class AnalogList : public Screen {
   // Rows and figures show what the blocks hold now.
   void Refresh();
 
-  // Edits a block; true when the user was done with it. What he did is undone otherwise.
+  // Edits a block; true when the user left it by Done. The edits are undone otherwise.
   bool ShowSetup(int block);
 
  protected:
-  AnalogList(const ScreenContext& context, SetupHooks hooks, const AnalogListKind& kind);
+  AnalogList(const ScreenContext& context, const AnalogListKind& kind);
 
   // Takes the project's blocks over; the last thing that a constructor does.
   void load();
@@ -73,7 +80,6 @@ class AnalogList : public Screen {
   // The blocks as the panel's rules see them.
   [[nodiscard]] std::vector<ChannelBlock> liveBlocks() const;
 
-  virtual std::unique_ptr<Screen> makeSetup(int block) = 0;
   virtual void showFigures() = 0;
   // Whether there is room for one more block: as the spin button asks, and as the keys do.
   [[nodiscard]] virtual bool maySpinUp() const = 0;
@@ -119,9 +125,9 @@ class AnalogGroupList : public AnalogList {
   using Member = Group ProjectStore::*;
   using Release = void (*)(Group& group, int first);
 
-  AnalogGroupList(const ScreenContext& context, SetupHooks hooks, const AnalogListKind& kind,
-                  Member member, Release release)
-      : AnalogList(context, std::move(hooks), kind),
+  AnalogGroupList(const ScreenContext& context, const AnalogListKind& kind, Member member,
+                  Release release)
+      : AnalogList(context, kind),
         member_(member),
         release_(release),
         records_(std::make_unique<Group>(context.store.*member)) {}
@@ -165,6 +171,7 @@ class PanelList : public AnalogGroupList<Group> {
  public:
   Label FreeSE;    // single-ended channels, "?" when they are selected by hand
   Label FreeDiff;  // differential ones
+  ChartOpener Chart;
 
   [[nodiscard]] int ChannelsAvailable(OrvusAnalogInputTypes type) const override {
     return ostrand::ChannelsAvailable(type, autoChan(), free());
@@ -175,18 +182,18 @@ class PanelList : public AnalogGroupList<Group> {
   }
 
  protected:
-  PanelList(const ScreenContext& context, SetupHooks hooks, const AnalogListKind& kind,
+  PanelList(const ScreenContext& context, const AnalogListKind& kind,
             typename AnalogGroupList<Group>::Member member,
             typename AnalogGroupList<Group>::Release release, const PanelPlace& place)
-      : AnalogGroupList<Group>(context, std::move(hooks), kind, member, release),
+      : AnalogGroupList<Group>(context, kind, member, release),
         FreeSE(*this, "FreeSE"),
         FreeDiff(*this, "FreeDiff"),
+        Chart(*this),
         place_(place) {
-    this->addOpener({"frmLogGraph", "", [this](std::string_view) {
-                       frmLogGraph graph(this->context(), chart(), startsByHand());
-                       this->showModal(graph);
-                       return true;
-                     }});
+    Chart.OnPress = [this] {
+      LogGraphRequest request{chart(), startsByHand()};
+      OpenScreen(this->context(), Chart.Opens(), request);
+    };
   }
 
   void showFigures() override {

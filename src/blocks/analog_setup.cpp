@@ -17,8 +17,8 @@ constexpr i32 kMinSpunDown = 200;
 
 }  // namespace
 
-AnalogSetup::AnalogSetup(const ScreenContext& context, std::string_view name, AnalogList& list,
-                         int block)
+AnalogSetup::AnalogSetup(const ScreenContext& context, std::string_view name,
+                         const AnalogSetupRequest& request)
     : Screen(context, name),
       Reps(*this, "Reps", NumberType::kInteger),
       OpenSensDetect(*this, "OpenSensDetect"),
@@ -30,12 +30,12 @@ AnalogSetup::AnalogSetup(const ScreenContext& context, std::string_view name, An
       Public(*this, "Public"),
       Each(*this, "Each"),
       Block(*this, "Block"),
-      FieldNames(*this, "FieldNames"),
+      FieldNames(*this, "FieldNames", "frmFldName"),
       Outputs(*this, context.store),
-      list_(list),
-      block_(block),
+      list_(request.list),
+      block_(request.block),
       scaling_(Scaling()) {
-  Caption = NumberText(block) + " BLOCK " + std::string(list.Kind().plural);
+  Caption = NumberText(block_) + " BLOCK " + std::string(list_.Kind().plural);
   Reps.Limits(0, kReps);
   Each.Caption = "Each:";
   Block.Caption = "Block:";
@@ -79,10 +79,9 @@ void AnalogSetup::bind() {
   FieldNames.OnPress = [this] { openFieldNames(); };
   Outputs.AskParameters = [this](OutputCode code, int table, HistoSet& histo) {
     const std::string resolution = DataResolution.Text();
-    return AskOutputParameters(context(), code, {histo, table, resolution},
-                               SourceName(list_.Kind().type, block_));
+    return AskOutputParameters(context(), code,
+                               {histo, table, resolution, SourceName(list_.Kind().type, block_)});
   };
-  for (Opener& opener : Outputs.Openers()) addOpener(std::move(opener));
 }
 
 void AnalogSetup::load() {
@@ -167,13 +166,12 @@ void AnalogSetup::Changed() {
   SettleTime.Value(analog.SettleTime());
   Each.Text(MicrosText(Data().MeasTime()));
   Block.Text(MicrosText(Data().BlockTime()));
-  FieldNames.Enabled = Data().Reps > 0 && list_.Hooks.FieldNames != nullptr;
+  FieldNames.Enable(Data().Reps > 0, kNoSensors);
   showOthers();
   list_.Refresh();
 }
 
 void AnalogSetup::openFieldNames() {
-  if (!list_.Hooks.FieldNames) return;
   scaling_.Follow(list_.WrittenAliasRows(block_), Scaling());
   FieldNamesRequest request;
   request.kind = list_.Kind().type;
@@ -184,7 +182,7 @@ void AnalogSetup::openFieldNames() {
   request.aliases = Aliases();
   request.calibrated = Analog().SiteCal != 0;
   request.onRename = [this](const AliasRenames& renames) { list_.Renamed(renames); };
-  list_.Hooks.FieldNames(request);
+  OpenScreen(context(), FieldNames.Opens(), request);
 }
 
 bool AnalogSetup::onDone() {

@@ -26,10 +26,11 @@ class AnalogSetup : public Screen {
   CheckBox Public;
   Label Each;   // time of a measurement
   Label Block;  // time of the block
-  Button FieldNames;
+  Opener FieldNames;
   OutputBoxes Outputs;
 
   // For the groups of controls.
+  bool Solve(SolveRequest& request) { return SolveScaling(context(), request); }
   [[nodiscard]] AnalogList& List() const { return list_; }
   [[nodiscard]] cOrvusData& Data() const { return list_.Data(block_); }
   [[nodiscard]] cAnalogConfig& Analog() const { return *Data().Analog(); }
@@ -53,7 +54,8 @@ class AnalogSetup : public Screen {
   void Changed();
 
  protected:
-  AnalogSetup(const ScreenContext& context, std::string_view name, AnalogList& list, int block);
+  AnalogSetup(const ScreenContext& context, std::string_view name,
+              const AnalogSetupRequest& request);
 
   // Shows the block; the last thing that a constructor does.
   void load();

@@ -24,11 +24,23 @@ BlockList::BlockList(Screen& screen, Rules rules)
   BlockCount.OnChange = [this] { onTyped(); };
   BlockCount.OnTake = [this] { showCount(); };
   for (int row = 1; row <= rules_.rows; ++row) {
+    addOpener(row);
     for (const Column& column : rules_.columns) {
       labels_.push_back(
           std::make_unique<Label>(screen, std::string(column.name) + NumberText(row)));
     }
   }
+}
+
+void BlockList::addOpener(int row) {
+  const std::string number = NumberText(row);
+  auto& opener = openers_.emplace_back(std::make_unique<Opener>(
+      screen_, "Block" + number, rules_.setup, Opener::Which{number, "block"}));
+  opener->Caption = "Setup...";
+  opener->OnPress = [this, row] {
+    rules_.open(row);
+    rules_.changed();
+  };
 }
 
 void BlockList::Show(int count) {
@@ -42,22 +54,14 @@ void BlockList::showCount() { BlockCount.Value(count_); }
 void BlockList::RefreshRows() {
   auto label = labels_.begin();
   for (int row = 1; row <= rules_.rows; ++row) {
+    openers_[static_cast<std::size_t>(row - 1)]->Show(row <= count_,
+                                                      "There is no block " + NumberText(row) + ".");
     for (const Column& column : rules_.columns) {
       (*label)->Visible = row <= count_;
       (*label)->Text(row <= count_ ? column.text(row) : std::string());
       ++label;
     }
   }
-}
-
-Screen::Opener BlockList::SetupOpener(std::string_view setup, std::function<void(int block)> open) {
-  return {std::string(setup), "block", [this, open = std::move(open)](std::string_view argument) {
-            const int block = ToInt16(argument).value_or(0);
-            if (block < 1 || block > count_) return false;
-            open(block);
-            rules_.changed();
-            return true;
-          }};
 }
 
 void BlockList::onSpin(bool up) {

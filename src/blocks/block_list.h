@@ -13,8 +13,13 @@
 
 namespace ostrand {
 
-// A list of blocks, counted from 1, whose last ones come and go by a count field. What a block is
-// and when there is room for one more is told by the screen.
+// Why openers of a block's setup are disabled.
+inline constexpr std::string_view kNoSensors = "The block has no sensors.";
+inline constexpr std::string_view kCalibratedOnSite =
+    "A calibration on site finds multiplier and offset.";
+
+// A list of blocks, counted from 1, whose last ones come and go by a count field. The screen
+// decides what a block is and when there is capacity for one more.
 class BlockList {
  public:
   struct Column {
@@ -22,8 +27,10 @@ class BlockList {
     std::function<std::string(int block)> text;
   };
   struct Rules {
-    int most = 0;       // blocks
-    int rows = 0;       // on the screen
+    std::string_view setup;               // the screen that edits a block
+    std::function<void(int block)> open;  // edits a block by it
+    int most = 0;                         // blocks
+    int rows = 0;                         // on the screen
     int typedRoom = 1;  // digits that can be typed; a number above `most` becomes `most`
     int mostDigit = 9;  // the largest digit that can be typed
     std::function<bool()> maySpinUp;
@@ -45,11 +52,9 @@ class BlockList {
   void Show(int count);
   // The rows show what the blocks hold now.
   void RefreshRows();
-  // The screen `setup`, which `open` shows for a block of the list that the user names.
-  [[nodiscard]] Screen::Opener SetupOpener(std::string_view setup,
-                                           std::function<void(int block)> open);
 
  private:
+  void addOpener(int row);
   void onSpin(bool up);
   void onTyped();
   void addOne();
@@ -60,7 +65,8 @@ class BlockList {
 
   Screen& screen_;
   Rules rules_;
-  std::vector<std::unique_ptr<Label>> labels_;  // row by row
+  std::vector<std::unique_ptr<Opener>> openers_;  // "Block1" and so on
+  std::vector<std::unique_ptr<Label>> labels_;    // row by row
   int count_ = 0;
 };
 

@@ -3,22 +3,21 @@
 #include <algorithm>
 
 #include "blocks/analog_list.h"
-#include "blocks/frm_brdg_setup.h"
-#include "blocks/frm_graphs.h"
+#include "controls/screen_factory.h"
 #include "model/channel_chart.h"
 #include "model/defaults.h"
 #include "text/number.h"
 
 namespace ostrand {
 
-frmBrdgBlock::frmBrdgBlock(const ScreenContext& context, SetupHooks hooks)
+frmBrdgBlock::frmBrdgBlock(const ScreenContext& context)
     : Screen(context, "frmBrdgBlock"),
       List(*this, rules()),
       FreeSE(*this, "FreeSE"),
       FreeDiff(*this, "FreeDiff"),
       FreeExcite(*this, "FreeExcite"),
       FreeCAO(*this, "FreeCAO"),
-      hooks_(std::move(hooks)),
+      Chart(*this),
       edits_(group(), store()) {
   for (int row = 1; row <= kMaxBridgeBlocks; ++row) {
     Find("Reps" + NumberText(row))->ToolTip =
@@ -26,11 +25,7 @@ frmBrdgBlock::frmBrdgBlock(const ScreenContext& context, SetupHooks hooks)
         "require 2 channels.";
   }
   FreeCAO.Text("0");
-  addOpener(List.SetupOpener("frmBrdgSetup", [this](int block) {
-    frmBrdgSetup setup(this->context(), *this, block, hooks_);
-    showModal(setup);
-  }));
-  addOpener({"frmLogGraph", "", [this](std::string_view) { return openGraph(); }});
+  Chart.OnPress = [this] { openChart(); };
   List.Show(std::clamp<int>(group().BlockCount, 0, kMaxBridgeBlocks));
   Recount();
   edits_.Begin(List.Count());  // the channel counts may have come out of date in the file
@@ -38,6 +33,11 @@ frmBrdgBlock::frmBrdgBlock(const ScreenContext& context, SetupHooks hooks)
 
 BlockList::Rules frmBrdgBlock::rules() {
   BlockList::Rules rules;
+  rules.setup = "frmBrdgSetup";
+  rules.open = [this](int block) {
+    BrdgSetupRequest request{*this, block};
+    OpenScreen(context(), "frmBrdgSetup", request);
+  };
   rules.most = kMaxBridgeBlocks;
   rules.rows = kMaxBridgeBlocks;
   rules.typedRoom = 2;
@@ -112,14 +112,13 @@ void frmBrdgBlock::Recount() {
   List.RefreshRows();
 }
 
-bool frmBrdgBlock::openGraph() {
+void frmBrdgBlock::openChart() {
   ChartBlocks blocks = ChartBlocksOf(store());
   blocks.bridges = Bridges();
   StartChans byHand = StoredStartChans(store());
   for (int b = 1; b <= List.Count(); ++b) byHand.Bridge[b] = group()[b].StartChan;
-  frmLogGraph graph(context(), blocks, byHand);
-  showModal(graph);
-  return true;
+  LogGraphRequest request{std::move(blocks), byHand};
+  OpenScreen(context(), Chart.Opens(), request);
 }
 
 bool frmBrdgBlock::onDone() {

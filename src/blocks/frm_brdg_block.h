@@ -5,7 +5,7 @@
 
 #include "blocks/block_edits.h"
 #include "blocks/block_list.h"
-#include "conditions/setup_hooks.h"
+#include "blocks/frm_graphs.h"
 #include "model/channels.h"
 #include "tables/output_boxes.h"
 
@@ -15,13 +15,14 @@ namespace ostrand {
 // above the fourth, which a project may bring along, go at Done.
 class frmBrdgBlock final : public Screen {
  public:
-  explicit frmBrdgBlock(const ScreenContext& context, SetupHooks hooks = {});
+  explicit frmBrdgBlock(const ScreenContext& context);
 
   BlockList List;
   Label FreeSE;      // free single-ended channels, "?" when channels are selected by hand
   Label FreeDiff;    // the same as differential ones
   Label FreeExcite;  // free switched excitations
   Label FreeCAO;     // free continuous ones, of which no account is kept
+  ChartOpener Chart;
 
   // The blocks in the list. They point into the store.
   [[nodiscard]] std::vector<ChannelBlock> Bridges() const;
@@ -52,12 +53,17 @@ class frmBrdgBlock final : public Screen {
   [[nodiscard]] bool mayAdd() const;
   void add(int block);
   void remove(int block);
-  bool openGraph();
+  void openChart();
 
-  SetupHooks hooks_;
   int freeChannels_ = 0;
   int freeExcitations_ = 0;
   BlockEdits<BridgeBlockGroup> edits_;
+};
+
+// The block of a list whose setup is opened. The list outlives it.
+struct BrdgSetupRequest {
+  frmBrdgBlock& list;
+  int block;  // from 1
 };
 
 }  // namespace ostrand

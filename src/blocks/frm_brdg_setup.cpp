@@ -32,12 +32,10 @@ DefaultScaling scalingOf(const BridgeBlockData& block) {
 
 }  // namespace
 
-frmBrdgSetup::frmBrdgSetup(const ScreenContext& context, frmBrdgBlock& list, int block,
-                           const SetupHooks& hooks)
+frmBrdgSetup::frmBrdgSetup(const ScreenContext& context, const BrdgSetupRequest& request)
     : Screen(context, "frmBrdgSetup"),
-      list_(list),
-      block_(block),
-      hooks_(hooks),
+      list_(request.list),
+      block_(request.block),
       before_(data()),
       names_(store()),
       Style(*this, "Style"),
@@ -59,7 +57,7 @@ frmBrdgSetup::frmBrdgSetup(const ScreenContext& context, frmBrdgBlock& list, int
       DefaultMult(*this, "DefaultMult", NumberType::kSingle),
       DefaultOffset(*this, "DefaultOffset", NumberType::kSingle),
       GageFactor(*this, "GageFactor", NumberType::kSingle),
-      Solve(*this, "Solve"),
+      Solve(*this, "Solve", "frmSolveList"),
       CalOnSite(*this, "CalOnSite"),
       ZeroPanel(*this, "ZeroPanel"),
       ZeroFlag(*this, "ZeroFlag"),
@@ -67,7 +65,7 @@ frmBrdgSetup::frmBrdgSetup(const ScreenContext& context, frmBrdgBlock& list, int
       ZeroFlagShown(*this, "ZeroFlagShown"),
       Public(*this, "Public"),
       DataResolution(*this, "DataResolution"),
-      FieldNames(*this, "FieldNames"),
+      FieldNames(*this, "FieldNames", "frmFldName"),
       Each(*this, "Each"),
       Block(*this, "Block"),
       FreeSE(*this, "FreeSE"),
@@ -118,13 +116,11 @@ void frmBrdgSetup::bindScaling() {
   };
   Solve.Caption = "Sol&ve";
   Solve.OnPress = [this] { solve(); };
-  addOpener(OpenedBy(Solve, "frmSolveList"));
   Outputs.AskParameters = [this](OutputCode code, int table, HistoSet& histo) {
     const std::string resolution = DataResolution.Text();
-    return AskOutputParameters(context(), code, {histo, table, resolution},
-                               SourceName(ORVUS_DOBJ_BLK_BRIDGE, block_));
+    return AskOutputParameters(
+        context(), code, {histo, table, resolution, SourceName(ORVUS_DOBJ_BLK_BRIDGE, block_)});
   };
-  for (Opener& opener : Outputs.Openers()) addOpener(std::move(opener));
   CalOnSite.OnClick = [this] { onCalOnSite(); };
   ZeroPanel.OnPress = [this] { showZeroPanel(true); };
   CloseZeroPanel.OnPress = [this] { showZeroPanel(false); };
@@ -225,10 +221,8 @@ void frmBrdgSetup::scaleByKind(int style, int styleBefore, bool changed) {
 void frmBrdgSetup::showPanels() {
   const bool strain = IsStrainStyle(kind_);
   const bool scaling = !strain && !CalOnSite.Checked();
-  for (Control* control : {static_cast<Control*>(&DefaultMult),
-                           static_cast<Control*>(&DefaultOffset), static_cast<Control*>(&Solve)}) {
-    control->Visible = scaling;
-  }
+  DefaultMult.Visible = DefaultOffset.Visible = scaling;
+  Solve.Show(scaling, whyNoSolve());
   CalOnSite.Visible = !strain;
   GageFactor.Visible = strain;
   RevOutput.Visible = strain;
@@ -275,15 +269,20 @@ void frmBrdgSetup::onCalOnSite() {
   showPanels();
 }
 
-void frmBrdgSetup::allowSolve(bool allowed) { Solve.Enabled = allowed && hooks_.Solve != nullptr; }
+void frmBrdgSetup::allowSolve(bool allowed) { Solve.Enable(allowed, whyNoSolve()); }
+
+std::string_view frmBrdgSetup::whyNoSolve() const {
+  return IsStrainStyle(kind_) ? "No calculator finds a gauge factor." : kCalibratedOnSite;
+}
 
 SolveSource frmBrdgSetup::solveSource() const {
   return {.kind = "Brdg", .inVolts = IsHalfBridge(kind_), .inOhms = kind_ == kResistanceBridge};
 }
 
 void frmBrdgSetup::solve() {
-  DefaultScaling answer = scaling();
-  if (!hooks_.Solve(solveSource(), answer)) return;
+  SolveRequest request{solveSource(), scaling()};
+  if (!SolveScaling(context(), request)) return;
+  const DefaultScaling& answer = request.scaling;
   setScaling(answer.Mult, answer.Offset);
   Units.Text(answer.Units);
 }
@@ -307,16 +306,16 @@ DefaultScaling frmBrdgSetup::scaling() const {
 }
 
 void frmBrdgSetup::openFieldNames(const DefaultScaling& defaults) {
-  if (!hooks_.FieldNames) return;
   scaling_.Follow(aliasRows(), defaults);
-  hooks_.FieldNames({.kind = ORVUS_DOBJ_BLK_BRIDGE,
-                     .block = block_,
-                     .name = SourceName(ORVUS_DOBJ_BLK_BRIDGE, block_),
-                     .defaults = defaults,
-                     .gaugeFactor = IsStrainStyle(kind_),
-                     .aliases = aliases(),
-                     .calibrated = data().CalOnSite != 0 && !IsStrainStyle(kind_),
-                     .solveSource = solveSource()});
+  FieldNamesRequest request{.kind = ORVUS_DOBJ_BLK_BRIDGE,
+                            .block = block_,
+                            .name = SourceName(ORVUS_DOBJ_BLK_BRIDGE, block_),
+                            .defaults = defaults,
+                            .gaugeFactor = IsStrainStyle(kind_),
+                            .aliases = aliases(),
+                            .calibrated = data().CalOnSite != 0 && !IsStrainStyle(kind_),
+                            .solveSource = solveSource()};
+  OpenScreen(context(), FieldNames.Opens(), request);
 }
 
 bool frmBrdgSetup::onDone() {

@@ -11,6 +11,7 @@
 #include "conditions/aliases.h"
 #include "conditions/backup.h"
 #include "conditions/names_backup.h"
+#include "conditions/screen_requests.h"
 #include "controls/choice.h"
 #include "controls/edits.h"
 #include "controls/numeric_field.h"
@@ -21,15 +22,12 @@ namespace ostrand {
 // Edits a block of the store in place; Cancel puts back what it was.
 class frmBrdgSetup final : public Screen {
  public:
-  // `block` from 1, one of the list's. The list outlives this screen.
-  frmBrdgSetup(const ScreenContext& context, frmBrdgBlock& list, int block,
-               const SetupHooks& hooks);
+  frmBrdgSetup(const ScreenContext& context, const BrdgSetupRequest& request);
 
  private:
   // First, since its controls refer to it.
   frmBrdgBlock& list_;
   int block_;
-  const SetupHooks& hooks_;
   Backup<BridgeBlockData> before_;
   NamesBackup names_;  // a renamed sensor is renamed in the project too
 
@@ -53,7 +51,7 @@ class frmBrdgSetup final : public Screen {
   NumericField DefaultMult;
   NumericField DefaultOffset;
   NumericField GageFactor;
-  Button Solve;
+  Opener Solve;
   CheckBox CalOnSite;
   Button ZeroPanel;  // opens the panel of zero flags
   Choice ZeroFlag;
@@ -61,7 +59,7 @@ class frmBrdgSetup final : public Screen {
   Label ZeroFlagShown;
   CheckBox Public;
   Choice DataResolution;
-  Button FieldNames;
+  Opener FieldNames;
   Label Each;
   Label Block;
   Label FreeSE;
@@ -124,6 +122,7 @@ class frmBrdgSetup final : public Screen {
   void setScaling(float mult, float offset);
   void onCalOnSite();
   void allowSolve(bool allowed);
+  [[nodiscard]] std::string_view whyNoSolve() const;
   [[nodiscard]] SolveSource solveSource() const;
   void solve();
   void onZeroFlag();

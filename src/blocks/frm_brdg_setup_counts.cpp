@@ -48,7 +48,6 @@ void frmBrdgSetup::bindCounts() {
     return UnitsFit(SourceName(ORVUS_DOBJ_BLK_BRIDGE, block_), units) ? "" : kTooLongHelp;
   };
   FieldNames.OnPress = [this] { openFieldNames(scaling()); };
-  addOpener(OpenedBy(FieldNames, "frmFldName"));
 }
 
 void frmBrdgSetup::bindExcitation() {
@@ -124,7 +123,7 @@ void frmBrdgSetup::recount() {
   FreeExcite.Text(list_.FreeExcite.Text());
   list_.List.RefreshRows();
   if (autoChan() || IsLoading()) showStart();
-  FieldNames.Enabled = data().Reps > 0 && hooks_.FieldNames != nullptr;
+  FieldNames.Enable(data().Reps > 0, kNoSensors);
   showTimes();
 }
 

@@ -13,12 +13,12 @@ std::string placeText(const MuxPlace& place) {
 
 }  // namespace
 
-frmLogGraph::frmLogGraph(const ScreenContext& context, const ChartBlocks& blocks,
-                         const StartChans& byHand)
+frmLogGraph::frmLogGraph(const ScreenContext& context, const LogGraphRequest& request)
     : Screen(context, "frmLogGraph") {
   const Configuration& config = context.store.Config;
-  const StartChans starts = config.AutoChan != kFalse ? AutomaticStartChans(blocks) : byHand;
-  const ChannelChart chart = ChannelChartOf(blocks, starts, config.TK40MQty);
+  const StartChans starts =
+      config.AutoChan != kFalse ? AutomaticStartChans(request.blocks) : request.byHand;
+  const ChannelChart chart = ChannelChartOf(request.blocks, starts, config.TK40MQty);
   for (int channel = 1; channel <= PanelSEChans; ++channel) {
     auto& label = labels_.emplace_back(std::make_unique<Label>(*this, "SE" + NumberText(channel)));
     std::string users;
@@ -30,17 +30,17 @@ frmLogGraph::frmLogGraph(const ScreenContext& context, const ChartBlocks& blocks
   }
 }
 
-frmTK40Graph::frmTK40Graph(const ScreenContext& context, ChannelBlocks blocks, int multiplexers)
+frmTK40Graph::frmTK40Graph(const ScreenContext& context, const MuxMapRequest& request)
     : Screen(context, "frmTK40Graph") {
   for (int b = 1; b <= kBlocks; ++b) {
     labels_.push_back(std::make_unique<Label>(*this, "Block" + NumberText(b)));
   }
-  for (const MuxBlockPlace& place : MuxMap(blocks)) {
+  for (const MuxBlockPlace& place : MuxMap(request.blocks)) {
     labels_[static_cast<std::size_t>(place.block - 1)]->Text(placeText(place.first) + " to " +
                                                              placeText(place.last));
   }
   int input = 0;
-  for (const TerminalUse& use : MuxTerminals(blocks, multiplexers)) {
+  for (const TerminalUse& use : MuxTerminals(request.blocks, request.multiplexers)) {
     auto& label = labels_.emplace_back(std::make_unique<Label>(*this, "Mux" + NumberText(++input)));
     label->Text(use.block == 0 ? std::string(kFree) : UseText(use));
   }

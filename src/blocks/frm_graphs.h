@@ -9,11 +9,31 @@
 
 namespace ostrand {
 
+// The blocks to be shown. Under automatic selection the starts are worked out; the ones given are
+// those selected by hand.
+struct LogGraphRequest {
+  ChartBlocks blocks;
+  StartChans byHand;
+};
+
+// The blocks on so many multiplexers.
+struct MuxMapRequest {
+  std::vector<ChannelBlock> blocks;
+  int multiplexers;
+};
+
+// The button of the chart, on each list of blocks that use the panel's analog inputs.
+class ChartOpener : public Opener {
+ public:
+  explicit ChartOpener(Screen& screen) : Opener(screen, "Chart", "frmLogGraph") {
+    Caption = "Channel &Chart...";
+  }
+};
+
 // Labels SE1 to SE40: who uses the input, or "free".
 class frmLogGraph final : public Screen {
  public:
-  // Under automatic selection the starts are worked out; the ones given are those selected by hand.
-  frmLogGraph(const ScreenContext& context, const ChartBlocks& blocks, const StartChans& byHand);
+  frmLogGraph(const ScreenContext& context, const LogGraphRequest& request);
 
  private:
   std::vector<std::unique_ptr<Label>> labels_;
@@ -24,7 +44,7 @@ class frmLogGraph final : public Screen {
 // the second multiplexer begin with Mux26.
 class frmTK40Graph final : public Screen {
  public:
-  frmTK40Graph(const ScreenContext& context, ChannelBlocks blocks, int multiplexers);
+  frmTK40Graph(const ScreenContext& context, const MuxMapRequest& request);
 
  private:
   std::vector<std::unique_ptr<Label>> labels_;

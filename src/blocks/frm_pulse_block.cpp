@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "blocks/frm_pulse_setup.h"
+#include "controls/screen_factory.h"
 #include "model/channel_chart.h"
 #include "model/defaults.h"
 #include "text/mask.h"
@@ -10,18 +11,13 @@
 
 namespace ostrand {
 
-frmPulseBlock::frmPulseBlock(const ScreenContext& context, SetupHooks hooks)
+frmPulseBlock::frmPulseBlock(const ScreenContext& context)
     : Screen(context, "frmPulseBlock"),
       List(*this, rules()),
       FreeHiLev(*this, "FreeHiLev"),
       FreeLoLev(*this, "FreeLoLev"),
       FreeSwtch(*this, "FreeSwtch"),
-      hooks_(std::move(hooks)),
       edits_(group(), store()) {
-  addOpener(List.SetupOpener("frmPulseSetup", [this](int block) {
-    frmPulseSetup setup(this->context(), *this, block, hooks_);
-    showModal(setup);
-  }));
   List.Show(std::clamp<int>(group().BlockCount, 0, kPulseBlocks));
   FreeChans();
   edits_.Begin(List.Count());
@@ -29,6 +25,11 @@ frmPulseBlock::frmPulseBlock(const ScreenContext& context, SetupHooks hooks)
 
 BlockList::Rules frmPulseBlock::rules() {
   BlockList::Rules rules;
+  rules.setup = "frmPulseSetup";
+  rules.open = [this](int block) {
+    PulseSetupRequest request{*this, block};
+    OpenScreen(context(), "frmPulseSetup", request);
+  };
   rules.most = kPulseBlocks;
   rules.rows = kPulseBlocks;
   rules.mostDigit = kPulseBlocks;

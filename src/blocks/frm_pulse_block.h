@@ -5,7 +5,6 @@
 
 #include "blocks/block_edits.h"
 #include "blocks/block_list.h"
-#include "conditions/setup_hooks.h"
 #include "model/channels.h"
 #include "tables/output_boxes.h"
 
@@ -14,7 +13,7 @@ namespace ostrand {
 // Edits the pulse blocks of the store in place; Done settles the count.
 class frmPulseBlock final : public Screen {
  public:
-  explicit frmPulseBlock(const ScreenContext& context, SetupHooks hooks = {});
+  explicit frmPulseBlock(const ScreenContext& context);
 
   BlockList List;
   // Free channels. All kinds of input draw on one pool.
@@ -41,8 +40,13 @@ class frmPulseBlock final : public Screen {
   [[nodiscard]] PulseBlockGroup& group() const { return store().PulseBlock[0]; }
   void add(int block);
 
-  SetupHooks hooks_;
   BlockEdits<PulseBlockGroup> edits_;
+};
+
+// The block of a list whose setup is opened. The list outlives it.
+struct PulseSetupRequest {
+  frmPulseBlock& list;
+  int block;  // from 1
 };
 
 }  // namespace ostrand

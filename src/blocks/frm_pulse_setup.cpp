@@ -39,12 +39,10 @@ const PulseInput& PulseInputOf(const PulseBlockData& block) {
   return kInputs.front();
 }
 
-frmPulseSetup::frmPulseSetup(const ScreenContext& context, frmPulseBlock& list, int block,
-                             const SetupHooks& hooks)
+frmPulseSetup::frmPulseSetup(const ScreenContext& context, const PulseSetupRequest& request)
     : Screen(context, "frmPulseSetup"),
-      list_(list),
-      block_(block),
-      hooks_(hooks),
+      list_(request.list),
+      block_(request.block),
       before_(data()),
       names_(store()),
       Reps(*this, "Reps", NumberType::kByte),
@@ -54,11 +52,11 @@ frmPulseSetup::frmPulseSetup(const ScreenContext& context, frmPulseBlock& list, 
       Units(*this, "Units"),
       DefaultMult(*this, "DefaultMult", NumberType::kSingle),
       DefaultOffset(*this, "DefaultOffset", NumberType::kSingle),
-      Solve(*this, "Solve"),
+      Solve(*this, "Solve", "frmSolveList"),
       SiteCal(*this, "SiteCal"),
       Public(*this, "Public"),
       DataType(*this, "DataType"),
-      FieldNames(*this, "FieldNames"),
+      FieldNames(*this, "FieldNames", "frmFldName"),
       FreeHiLev(*this, "FreeHiLev"),
       FreeLoLev(*this, "FreeLoLev"),
       FreeSwtch(*this, "FreeSwtch"),
@@ -114,14 +112,11 @@ void frmPulseSetup::bind() {
     return UnitsFit(SourceName(ORVUS_DOBJ_BLK_PULSE, block_), units) ? "" : kTooLongHelp;
   };
   FieldNames.OnPress = [this] { openFieldNames(scaling()); };
-  addOpener(OpenedBy(Solve, "frmSolveList"));
   Outputs.AskParameters = [this](OutputCode code, int table, HistoSet& histo) {
     const std::string resolution = DataType.Text();
-    return AskOutputParameters(context(), code, {histo, table, resolution},
-                               SourceName(ORVUS_DOBJ_BLK_PULSE, block_));
+    return AskOutputParameters(
+        context(), code, {histo, table, resolution, SourceName(ORVUS_DOBJ_BLK_PULSE, block_)});
   };
-  for (Opener& opener : Outputs.Openers()) addOpener(std::move(opener));
-  addOpener(OpenedBy(FieldNames, "frmFldName"));
 }
 
 void frmPulseSetup::bindScale(NumericField& field, float MeasBlock::*member) {
@@ -172,7 +167,7 @@ void frmPulseSetup::CountersCount() {
   }
   block.BlockTime = block.Reps * kPulseTime;
   Block.Text(MicrosText(block.BlockTime));
-  FieldNames.Enabled = block.Reps > 0 && hooks_.FieldNames != nullptr;
+  FieldNames.Enable(block.Reps > 0, kNoSensors);
   list_.FreeChans();
 }
 
@@ -183,7 +178,7 @@ void frmPulseSetup::onOption() {
     totalize();
   }
   list_.List.RefreshRows();
-  if (!SiteCal.Checked()) allowSolve(true);
+  if (!SiteCal.Checked()) allowSolve(true, {});
 }
 
 void frmPulseSetup::measureFrequency() {
@@ -254,18 +249,21 @@ void frmPulseSetup::onSiteCal() {
     field->Enabled = !on;
     field->Visible = !on;
   }
-  allowSolve(!on);
+  allowSolve(!on, kCalibratedOnSite);
 }
 
-void frmPulseSetup::allowSolve(bool allowed) { Solve.Enabled = allowed && hooks_.Solve != nullptr; }
+void frmPulseSetup::allowSolve(bool allowed, std::string_view whyNot) {
+  Solve.Enable(allowed, whyNot);
+}
 
 SolveSource frmPulseSetup::solveSource() const {
   return {.kind = Option.Index() == kFrequency ? "Pulse" : "Totalize"};
 }
 
 void frmPulseSetup::solve() {
-  DefaultScaling answer = scaling();
-  if (!hooks_.Solve(solveSource(), answer)) return;
+  SolveRequest request{solveSource(), scaling()};
+  if (!SolveScaling(context(), request)) return;
+  const DefaultScaling& answer = request.scaling;
   Units.Text(answer.Units);
   DefaultMult.Value(answer.Mult);
   DefaultOffset.Value(answer.Offset);
@@ -278,15 +276,15 @@ DefaultScaling frmPulseSetup::scaling() const {
 }
 
 void frmPulseSetup::openFieldNames(const DefaultScaling& defaults) {
-  if (!hooks_.FieldNames) return;
   scaling_.Follow(data().Alias.Made(), defaults);
-  hooks_.FieldNames({.kind = ORVUS_DOBJ_BLK_PULSE,
-                     .block = block_,
-                     .name = SourceName(ORVUS_DOBJ_BLK_PULSE, block_),
-                     .defaults = defaults,
-                     .aliases = AliasesOf(data().Alias, data().Reps),
-                     .calibrated = data().CalOnSite != 0,
-                     .solveSource = solveSource()});
+  FieldNamesRequest request{.kind = ORVUS_DOBJ_BLK_PULSE,
+                            .block = block_,
+                            .name = SourceName(ORVUS_DOBJ_BLK_PULSE, block_),
+                            .defaults = defaults,
+                            .aliases = AliasesOf(data().Alias, data().Reps),
+                            .calibrated = data().CalOnSite != 0,
+                            .solveSource = solveSource()};
+  OpenScreen(context(), FieldNames.Opens(), request);
 }
 
 bool frmPulseSetup::onDone() {

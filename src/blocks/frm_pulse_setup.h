@@ -6,7 +6,7 @@
 #include "blocks/frm_pulse_block.h"
 #include "conditions/backup.h"
 #include "conditions/names_backup.h"
-#include "conditions/setup_hooks.h"
+#include "conditions/screen_requests.h"
 #include "controls/choice.h"
 #include "controls/edits.h"
 #include "controls/numeric_field.h"
@@ -26,15 +26,12 @@ const PulseInput& PulseInputOf(const PulseBlockData& block);
 // Edits a block of the store in place; Cancel puts back what it was.
 class frmPulseSetup final : public Screen {
  public:
-  // `block` from 1, one of the list's. The list outlives this screen.
-  frmPulseSetup(const ScreenContext& context, frmPulseBlock& list, int block,
-                const SetupHooks& hooks);
+  frmPulseSetup(const ScreenContext& context, const PulseSetupRequest& request);
 
  private:
   // First, since its controls refer to it.
   frmPulseBlock& list_;
   int block_;
-  const SetupHooks& hooks_;
   Backup<PulseBlockData> before_;
   NamesBackup names_;  // a renamed sensor is renamed in the project too
 
@@ -46,11 +43,11 @@ class frmPulseSetup final : public Screen {
   UnitField Units;
   NumericField DefaultMult;
   NumericField DefaultOffset;
-  Button Solve;
+  Opener Solve;
   CheckBox SiteCal;
   CheckBox Public;
   Choice DataType;
-  Button FieldNames;
+  Opener FieldNames;
   Label FreeHiLev;
   Label FreeLoLev;
   Label FreeSwtch;
@@ -79,7 +76,7 @@ class frmPulseSetup final : public Screen {
   void swapUnits(std::string_view from, std::string_view to);
   void setAverage(int millis);
   void onSiteCal();
-  void allowSolve(bool allowed);
+  void allowSolve(bool allowed, std::string_view whyNot);
   [[nodiscard]] SolveSource solveSource() const;
   void solve();
   void openFieldNames(const DefaultScaling& defaults);

@@ -7,10 +7,7 @@ namespace ostrand {
 
 class frmTempBlock final : public PanelList<TempBlockGroup> {
  public:
-  explicit frmTempBlock(const ScreenContext& context, SetupHooks hooks = {});
-
- protected:
-  std::unique_ptr<Screen> makeSetup(int block) override;
+  explicit frmTempBlock(const ScreenContext& context);
 };
 
 }  // namespace ostrand

@@ -1,17 +1,14 @@
 #include "blocks/frm_temp_setup.h"
 
-#include "controls/edits.h"
-
 namespace ostrand {
 
-frmTempSetup::frmTempSetup(const ScreenContext& context, AnalogList& list, int block)
-    : AnalogSetup(context, "frmTempSetup", list, block),
+frmTempSetup::frmTempSetup(const ScreenContext& context, const AnalogSetupRequest& request)
+    : AnalogSetup(context, "frmTempSetup", request),
       Panel(*this, "StartTempChan"),
       Thermocouples(*this, "Units", "Range") {
   Panel.OnInputType = [this] { onInputType(); };
   // A single-ended thermocouple has no test for an open sensor, whatever the project says.
   if (Analog().InputType == ORVUS_INPUT_SE) Analog().OpenSens = false;
-  addOpener(OpenedBy(FieldNames, "frmFldName"));
   load();
 }
 

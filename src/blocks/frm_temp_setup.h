@@ -12,7 +12,7 @@ class frmTempSetup final : public AnalogSetup {
   PanelControls Panel;
   ThermocoupleControls Thermocouples;
 
-  frmTempSetup(const ScreenContext& context, AnalogList& list, int block);
+  frmTempSetup(const ScreenContext& context, const AnalogSetupRequest& request);
 
  protected:
   void showOthers() override;

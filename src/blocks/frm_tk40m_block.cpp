@@ -3,32 +3,31 @@
 #include <algorithm>
 #include <iterator>
 
-#include "blocks/frm_tk40m_setup.h"
-#include "controls/edits.h"
 #include "model/defaults.h"
 #include "text/number.h"
 
 namespace ostrand {
 
-frmTK40MBlock::frmTK40MBlock(const ScreenContext& context, SetupHooks hooks)
+frmTK40MBlock::frmTK40MBlock(const ScreenContext& context)
     : AnalogGroupList(
-          context, std::move(hooks),
+          context,
           {"frmTK40MBlock", "frmTK40MSetup", "TK40M BLOCK", " TK40M", ORVUS_DOBJ_BLK_TK40M},
           &ProjectStore::TK40MBlock, &ORVUS_COMMON::SetTK40MDefaults),
       TK40MCount(*this, "TK40MCount"),
       FreeChannels(*this, "FreeChannels"),
-      ReferenceTemp(*this, "ReferenceTemp") {
+      ReferenceTemp(*this, "ReferenceTemp", "frmPortTables"),
+      Map(*this, "Map", "frmTK40Graph") {
+  Map.Caption = "Multiplexer &Map...";
   FreeChannels.Caption = "FREE CHANNELS";
   TK40MCount.Text("TK40M Count = " + NumberText(int{store().Config.TK40MQty}));
   ReferenceTemp.OnPress = [this] {
-    if (Hooks.ReferenceOutput) Hooks.ReferenceOutput();
+    ValueOutputsRequest request{SingleValue::kTK40MRef};
+    OpenScreen(this->context(), ReferenceTemp.Opens(), request);
   };
-  addOpener({"frmTK40Graph", "", [this](std::string_view) {
-               frmTK40Graph graph(this->context(), liveBlocks(), store().Config.TK40MQty);
-               showModal(graph);
-               return true;
-             }});
-  addOpener(OpenedBy(ReferenceTemp, "frmPortTables"));
+  Map.OnPress = [this] {
+    MuxMapRequest request{liveBlocks(), store().Config.TK40MQty};
+    OpenScreen(this->context(), Map.Opens(), request);
+  };
   load();
 }
 
@@ -41,10 +40,6 @@ frmTK40MBlock::~frmTK40MBlock() {
                            [](const TK40MBlockData& block) {
                              return block.TK40Volts != ORVUS_MEASURE_VOLT && block.Reps >= 1;
                            }));
-}
-
-std::unique_ptr<Screen> frmTK40MBlock::makeSetup(int block) {
-  return std::make_unique<frmTK40MSetup>(context(), *this, block);
 }
 
 int frmTK40MBlock::ChannelsAvailable() const {
@@ -62,7 +57,7 @@ void frmTK40MBlock::showFigures() {
   FreeChannels.Text(NumberText(ChannelsAvailable()));
   const bool measured = anyThermocouples();
   setReference(measured);
-  ReferenceTemp.Enabled = measured && Hooks.ReferenceOutput != nullptr;
+  ReferenceTemp.Enable(measured, "No block measures thermocouples.");
 }
 
 // The measurement of the reference temperature; any number other than 0 stands for it.

@@ -9,9 +9,10 @@ class frmTK40MBlock final : public AnalogGroupList<TK40MBlockGroup> {
  public:
   Label TK40MCount;
   Label FreeChannels;  // inputs of all multiplexers
-  Button ReferenceTemp;
+  Opener ReferenceTemp;
+  Opener Map;  // of the blocks on the multiplexers
 
-  explicit frmTK40MBlock(const ScreenContext& context, SetupHooks hooks = {});
+  explicit frmTK40MBlock(const ScreenContext& context);
   ~frmTK40MBlock() override;
 
   // Free inputs, however channels of the panel are selected.
@@ -23,7 +24,6 @@ class frmTK40MBlock final : public AnalogGroupList<TK40MBlockGroup> {
   [[nodiscard]] int StartOf(int) const override { return 0; }
 
  protected:
-  std::unique_ptr<Screen> makeSetup(int block) override;
   void showFigures() override;
   [[nodiscard]] bool maySpinUp() const override { return ChannelsAvailable() != 0; }
   [[nodiscard]] bool mayTypeMore() const override { return ChannelsAvailable() >= 1; }

@@ -1,7 +1,5 @@
 #include "blocks/frm_tk40m_setup.h"
 
-#include "controls/edits.h"
-
 namespace ostrand {
 namespace {
 
@@ -11,15 +9,13 @@ constexpr i32 kLowestRange = 5;    // "20 mV"
 
 }  // namespace
 
-frmTK40MSetup::frmTK40MSetup(const ScreenContext& context, AnalogList& list, int block)
-    : AnalogSetup(context, "frmTK40MSetup", list, block),
+frmTK40MSetup::frmTK40MSetup(const ScreenContext& context, const AnalogSetupRequest& request)
+    : AnalogSetup(context, "frmTK40MSetup", request),
       TK40Volts(*this, "TK40Volts"),
       Thermocouples(*this, "TempScale", "TCRange"),
       Volts(*this, "LongUnits", "TK40M") {
   TK40Volts.SetItems({"Thermocouples", "Millivolts"});
   TK40Volts.OnPick = [this] { onKind(); };
-  addOpener(OpenedBy(Volts.Solve, "frmSolveList"));
-  addOpener(OpenedBy(FieldNames, "frmFldName"));
   load();
 }
 

@@ -13,7 +13,7 @@ class frmTK40MSetup final : public AnalogSetup {
   ThermocoupleControls Thermocouples;
   VoltControls Volts;
 
-  frmTK40MSetup(const ScreenContext& context, AnalogList& list, int block);
+  frmTK40MSetup(const ScreenContext& context, const AnalogSetupRequest& request);
 
  protected:
   void showOthers() override;

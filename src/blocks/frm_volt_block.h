@@ -7,10 +7,7 @@ namespace ostrand {
 
 class frmVoltBlock final : public PanelList<VoltBlockGroup> {
  public:
-  explicit frmVoltBlock(const ScreenContext& context, SetupHooks hooks = {});
-
- protected:
-  std::unique_ptr<Screen> makeSetup(int block) override;
+  explicit frmVoltBlock(const ScreenContext& context);
 };
 
 }  // namespace ostrand

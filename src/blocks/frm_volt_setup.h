@@ -12,7 +12,7 @@ class frmVoltSetup final : public AnalogSetup {
   PanelControls Panel;
   VoltControls Volts;
 
-  frmVoltSetup(const ScreenContext& context, AnalogList& list, int block);
+  frmVoltSetup(const ScreenContext& context, const AnalogSetupRequest& request);
 
  protected:
   void showOthers() override;

@@ -24,7 +24,7 @@ VoltControls::VoltControls(AnalogSetup& screen, std::string_view unitsName,
       Range(screen, "Range"),
       CalOnSite(screen, "CalOnSite"),
       ZeroFlag(screen, "ZeroFlag"),
-      Solve(screen, "Solve"),
+      Solve(screen, "Solve", "frmSolveList"),
       screen_(screen),
       solveKind_(solveKind) {
   Solve.Caption = "Sol&ve";
@@ -93,15 +93,15 @@ void VoltControls::Show() {
   const bool calibrated = volts && analog.SiteCal != 0;
   CalOnSite.Checked(calibrated);
   DefaultMult.Enabled = DefaultOffset.Enabled = !calibrated;
-  Solve.Enabled = !calibrated && screen_.List().Hooks.Solve != nullptr;
+  Solve.Enable(!calibrated, kCalibratedOnSite);
   screen_.Public.Enabled = !calibrated;
 }
 
 void VoltControls::solve() {
-  const auto& calculator = screen_.List().Hooks.Solve;
-  if (!calculator) return;
-  DefaultScaling scaling = screen_.Scaling();
-  if (!calculator({solveKind_, screen_.OnThermocouples(), false}, scaling)) return;
+  SolveRequest request{{.kind = solveKind_, .onTemperature = screen_.OnThermocouples()},
+                       screen_.Scaling()};
+  if (!screen_.Solve(request)) return;
+  const DefaultScaling& scaling = request.scaling;
   if (!screen_.OnThermocouples()) screen_.Data().DefaultUnits = scaling.Units;
   screen_.Data().DefaultMult = scaling.Mult;
   screen_.Data().DefaultOffset = scaling.Offset;

@@ -19,7 +19,7 @@ class VoltControls {
   Choice Range;
   CheckBox CalOnSite;
   Choice ZeroFlag;
-  Button Solve;
+  Opener Solve;
 
   VoltControls(AnalogSetup& screen, std::string_view unitsName, std::string_view solveKind);
 

@@ -26,6 +26,7 @@ bool Calculator::onDone() {
   if (!mayEnd()) return false;
   writeRecord();
   answer_ = answerShown();
+  if (request_ != nullptr) request_->answer = answer_;
   return true;
 }
 

@@ -8,10 +8,18 @@
 
 #include "calc/answers.h"
 #include "calc/scaling_answer.h"
+#include "calc/source_kinds.h"
 #include "controls/choice.h"
 #include "controls/screen.h"
 
 namespace ostrand {
+
+// What the list of calculators asks of one, and gets back.
+struct CalculatorRequest {
+  InputAxis axis;        // of the two-point calculators
+  bool inVolts = false;  // of a bridge: volts per volt
+  std::optional<ScalingAnswer> answer = {};
+};
 
 // A calculator works on a copy of its record, which takes the place of the record at Done. Its
 // answers follow each key.
@@ -19,6 +27,8 @@ class Calculator : public Screen {
  public:
   // What it hands back; nothing before Done, and when it shows no number.
   [[nodiscard]] const std::optional<ScalingAnswer>& Answer() const { return answer_; }
+  // Done hands the answer to the request as well, which outlives the screen.
+  void AnswerTo(CalculatorRequest& request) { request_ = &request; }
 
  protected:
   // `helpLine` outlives the screen.
@@ -50,6 +60,7 @@ class Calculator : public Screen {
   std::string_view helpLine_;
   bool warned_ = false;
   std::optional<ScalingAnswer> answer_;
+  CalculatorRequest* request_ = nullptr;
 };
 
 // Sets a member that is a switch, unless it means the same already.

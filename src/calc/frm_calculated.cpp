@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "calc/variable_uses.h"
+#include "conditions/screen_requests.h"
 #include "model/defaults.h"
 #include "model/name_limits.h"
 #include "model/names.h"
@@ -86,14 +87,13 @@ bool FormulaGrid::Pick(std::string_view row) {
   return Choice::Pick(row);
 }
 
-frmCalculated::frmCalculated(const ScreenContext& context, const FormulaListPlace& place,
-                             std::function<void(int field)> outputs)
+frmCalculated::frmCalculated(const ScreenContext& context, const FormulaListPlace& place)
     : Screen(context, "frmCalculated"),
       Formulas(*this, "Formulas"),
       Edit(*this, "Edit"),
       Delete(*this, "Delete"),
       New(*this, "New"),
-      Outputs(*this, "Outputs"),
+      Outputs(*this, "Outputs", "frmPortTables"),
       EditingRow(*this, "EditingRow"),
       NewName(*this, "NewName", variableNameInTheMaking),
       cboFunct1(*this, "cboFunct1"),
@@ -112,7 +112,6 @@ frmCalculated::frmCalculated(const ScreenContext& context, const FormulaListPlac
       Save(*this, "Save"),
       ListFormulas(*this, "ListFormulas"),
       place_(place),
-      outputs_(std::move(outputs)),
       before_(std::make_unique<CalcFieldGroup>(context.store.CalcFields)) {
   nameControls();
   bind();
@@ -154,7 +153,10 @@ void frmCalculated::bind() {
   Edit.OnPress = [this] { startEditing(selected()); };
   Delete.OnPress = [this] { DeleteCalculation(); };
   New.OnPress = [this] { startNew(); };
-  Outputs.OnPress = [this] { outputs_(selected()); };
+  Outputs.OnPress = [this] {
+    ValueOutputsRequest request{SingleValue::kCalcField, selected()};
+    OpenScreen(context(), Outputs.Opens(), request);
+  };
   Save.OnPress = [this] { save(); };
   ListFormulas.OnPress = [this] { ListToDisk(); };
 }
@@ -169,7 +171,7 @@ void frmCalculated::enableRowButtons() {
   const bool any = selected() > 0;
   Edit.Enabled = any;
   Delete.Enabled = any;
-  Outputs.Enabled = any && outputs_ != nullptr;
+  Outputs.Enable(any, "No row is selected.");
 }
 
 void frmCalculated::listMeasures() {

@@ -1,7 +1,6 @@
 // The screen of the calculated fields.
 #pragma once
 
-#include <functional>
 #include <memory>
 #include <string>
 
@@ -39,15 +38,13 @@ class FormulaGrid : public Choice {
 // edits back.
 class frmCalculated final : public Screen {
  public:
-  // `outputs` opens the outputs of a field, from 1; its button is disabled without it.
-  frmCalculated(const ScreenContext& context, const FormulaListPlace& place,
-                std::function<void(int field)> outputs = {});
+  frmCalculated(const ScreenContext& context, const FormulaListPlace& place);
 
   FormulaGrid Formulas;
   Button Edit;       // the selected row
   Button Delete;     // the selected row
   Button New;        // leaves the row being edited
-  Button Outputs;    // of the selected row
+  Opener Outputs;    // of the selected row
   Label EditingRow;  // "Editing Formula 3"; empty for a new one
   TextField NewName;
   Choice cboFunct1, cboMeas1;
@@ -92,7 +89,6 @@ class frmCalculated final : public Screen {
   void writeRow(int row, const std::string& name, const std::string& expression);
 
   FormulaListPlace place_;
-  std::function<void(int field)> outputs_;
   std::unique_ptr<CalcFieldGroup> before_;
   int editing_ = 0;         // row, from 1; 0 for a new one
   std::string expression_;  // what the formula is while no measure is picked for it

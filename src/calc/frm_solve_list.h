@@ -1,35 +1,28 @@
-// The list of calculators behind the button "Sol&ve" of a setup screen.
+// The list of calculators that the button "Sol&ve" of a setup screen opens.
 #pragma once
 
-#include <functional>
-#include <memory>
-#include <optional>
+#include <initializer_list>
 
 #include "calc/calculator_screen.h"
+#include "conditions/screen_requests.h"
 
 namespace ostrand {
-
-// The scaling that the user finds with a calculator; nothing when he goes without one. For setup
-// screens: all that their button has to do.
-std::optional<ScalingAnswer> SolveScaling(const ScreenContext& context,
-                                          const CalculatorSource& source);
 
 // Shows the calculators that fit the source, and ends with the Done of one.
 class frmSolveList final : public Screen {
  public:
-  frmSolveList(const ScreenContext& context, const CalculatorSource& source);
+  // The request, which outlives the screen, gets the answer.
+  frmSolveList(const ScreenContext& context, SolveRequest& request);
 
   // Those that don't fit are not visible.
-  Button MultOff, MVPerVolt, Pot, Rs, Speed, MoreSpeed, Rpm, Flow;
-
-  [[nodiscard]] const std::optional<ScalingAnswer>& Answer() const { return answer_; }
+  Opener MultOff, MVPerVolt, Pot, Rs, Speed, MoreSpeed, Rpm, Flow;
 
  private:
-  using Make = std::function<std::unique_ptr<Calculator>()>;
-  void offer(Button& button, std::string_view caption, std::string_view screen, const Make& make);
-  void run(Calculator& calculator);
+  void offer(std::initializer_list<Opener*> calculators, bool fit);
+  void run(const Opener& opener);
 
-  std::optional<ScalingAnswer> answer_;
+  SolveRequest& request_;
+  CalculatorRequest calculator_;
 };
 
 }  // namespace ostrand

@@ -4,10 +4,10 @@
 #include <tuple>
 
 #include "can/check_value.h"
-#include "can/frm_can_adv.h"
 #include "can/frm_can_pick.h"
 #include "can/item_rules.h"
 #include "can/list_items.h"
+#include "conditions/screen_requests.h"
 #include "controls/edits.h"
 #include "model/defaults.h"
 #include "model/name_limits.h"
@@ -37,7 +37,7 @@ auto valuesOf(const CanModuleData& m) {
                   m.CanBusEnabled);
 }
 
-// What can be edited of an item here. Its outputs and aliases are edited through the hooks.
+// What can be edited of an item here. Its outputs and aliases are edited on other screens.
 auto valuesOf(const CanItemData& i) {
   return std::tie(i.Name, i.DataStyle, i.Enabled, i.StartBit, i.NumBits, i.Reps, i.DataId,
                   i.TxDataId, i.TxDataFrame, i.RxDataMatch, i.RxDataMask, i.RxTimeout,
@@ -56,14 +56,13 @@ void fillStyles(Choice& choice, int held) {
 
 }  // namespace
 
-frmCanBus::frmCanBus(const ScreenContext& context, platform::FileSystem& files,
-                     std::string listFolder, CanHooks hooks)
+frmCanBus::frmCanBus(const ScreenContext& context, const CanRequest& request)
     : Screen(context, "frmCanBus"),
       CanBusEnabled(*this, "CanBusEnabled"),
       CanAddress(*this, "CanAddress", NumberType::kInteger),
       CanBaud(*this, "CanBaud"),
       CanDataIDType(*this, "CanDataIDType"),
-      Advanced(*this, "Advanced"),
+      Advanced(*this, "Advanced", "frmCanAdv"),
       CanCount(*this, "CanCount"),
       Item(*this, "Item"),
       Add(*this, "Add"),
@@ -94,13 +93,13 @@ frmCanBus::frmCanBus(const ScreenContext& context, platform::FileSystem& files,
       RxDataMask(*this, "RxDataMask"),
       RxDataMatch(*this, "RxDataMatch"),
       RxTimeout(*this, "RxTimeout"),
-      Pick(*this, "Pick"),
-      FieldNames(*this, "FieldNames"),
-      Outputs(*this, "Outputs"),
-      files_(files),
-      listFolder_(std::move(listFolder)),
-      hooks_(std::move(hooks)),
-      work_(NewStore()) {
+      Pick(*this, "Pick", "frmCanPick"),
+      FieldNames(*this, "FieldNames", "frmFldName"),
+      Outputs(*this, "Outputs", "frmPortTables"),
+      files_(request.files),
+      listFolder_(request.listFolder),
+      work_(NewStore()),
+      names_(store()) {
   Caption = "CAN BUS";
   work_->Can = store().Can;
   const Loading loading(*this);
@@ -119,7 +118,7 @@ frmCanBus::~frmCanBus() = default;
 CanBus& frmCanBus::can() { return work_->Can; }
 const CanBus& frmCanBus::can() const { return work_->Can; }
 
-// The program tells 0 from everything else, as the generator does.
+// Anything but 0 counts, as in the generator.
 OrvusCanDataIDTypes frmCanBus::idType() const {
   return can().Module[1].CanDataIDType == 0 ? ORVUS_CAN_DATAID_11BIT : ORVUS_CAN_DATAID_29BIT;
 }
@@ -249,12 +248,8 @@ void frmCanBus::bindOpeners() {
   Outputs.Caption = "&Outputs...";
   Advanced.OnPress = [this] { openAdvanced(); };
   Pick.OnPress = [this] { openPick(); };
-  FieldNames.OnPress = [this] { runHook(hooks_.FieldNames); };
-  Outputs.OnPress = [this] { runHook(hooks_.Outputs); };
-  addOpener(OpenedBy(Advanced, "frmCanAdv"));
-  addOpener(OpenedBy(Pick, "frmCanPick"));
-  addOpener(OpenedBy(FieldNames, "frmFldName"));
-  addOpener(OpenedBy(Outputs, "frmPortTables"));
+  FieldNames.OnPress = [this] { openFieldNames(); };
+  Outputs.OnPress = [this] { openOutputs(); };
 }
 
 void frmCanBus::takeBaud() {
@@ -373,23 +368,40 @@ void frmCanBus::deleteItem() {
   showList();
 }
 
-void frmCanBus::openAdvanced() {
-  frmCanAdv screen(context(), module());
-  showModal(screen);
-}
+void frmCanBus::openAdvanced() { OpenScreen(context(), Advanced.Opens(), module()); }
 
 void frmCanBus::openPick() {
-  frmCanPick screen(context(), {files_, listFolder_, ListItemOf(item(), idType()), listPath_});
-  const bool done = showModal(screen);
-  listPath_ = screen.Path();
-  if (done && screen.Picked()) {
-    TakeOver(*screen.Picked(), item());
-    showList();
-  }
+  CanPickRequest request{files_, listFolder_, ListItemOf(item(), idType()), listPath_};
+  OpenScreen(context(), Pick.Opens(), request);
+  listPath_ = request.path;
+  if (!request.picked) return;
+  TakeOver(*request.picked, item());
+  showList();
 }
 
-void frmCanBus::runHook(const std::function<bool(CanItemData&, int)>& hook) {
-  if (hook(item(), current_)) hookChanged_ = true;
+void frmCanBus::openFieldNames() {
+  CanItemData& one = item();
+  const auto before = one.Alias;
+  FieldNamesRequest request{
+      .kind = ORVUS_DOBJ_BLK_QBCAN,
+      .block = current_,
+      .name = one.Name,
+      .defaults = DefaultScalingOf(one),
+      .aliases = AliasesOf(one.Alias, one.Reps),
+      .onRename = [this](const AliasRenames& renames) { renamed_.push_back(renames); }};
+  OpenScreen(context(), FieldNames.Opens(), request);
+  if (!(one.Alias == before)) changedElsewhere_ = true;
+  showItem();
+}
+
+void frmCanBus::openOutputs() {
+  CanItemData& one = item();
+  ItemOutputsRequest request{.caption = "CAN ITEM " + whole(current_),
+                             .source = one.Name,
+                             .resolution = one.DataResolution,
+                             .isPublic = one.Public,
+                             .output = one.Output};
+  if (OpenScreen(context(), Outputs.Opens(), request)) changedElsewhere_ = true;
   showItem();
 }
 
@@ -463,10 +475,8 @@ void frmCanBus::enableItem() {
   const std::initializer_list<Control*> ofItem = {
       &Item,   &Delete,    &ItemName, &Description, &ItemEnabled, &Public, &ItemMessageType,
       &DataId, &DataStyle, &StartBit, &NumBits,     &NumVals,     &Mult,   &Offset,
-      &Units,  &DataType,  &Pick};
-  for (Control* control : ofItem) {
-    control->Enabled = hasItem();
-  }
+      &Units,  &DataType,  &Pick,     &FieldNames,  &Outputs};
+  for (Control* control : ofItem) control->Enable(hasItem(), "There is no item.");
   for (TextField* field : {&TxDataId, &TxDataFrame, &RxDataMask, &RxDataMatch, &RxTimeout}) {
     field->Enabled = sends;
   }
@@ -474,8 +484,6 @@ void frmCanBus::enableItem() {
     field->Enabled = hasItem() && idType() == ORVUS_CAN_DATAID_29BIT;
   }
   Add.Enabled = can().CanCount < kCanItems;
-  FieldNames.Enabled = hasItem() && hooks_.FieldNames != nullptr;
-  Outputs.Enabled = hasItem() && hooks_.Outputs != nullptr;
 }
 
 // ---- The ways out -------------------------------------------------------------------------------
@@ -492,7 +500,7 @@ bool frmCanBus::allValid() const {
 
 bool frmCanBus::changed() const {
   const CanBus& before = store().Can;
-  if (hookChanged_ || before.CanCount != can().CanCount) return true;
+  if (changedElsewhere_ || before.CanCount != can().CanCount) return true;
   if (valuesOf(before.Module[1]) != valuesOf(can().Module[1])) return true;
   for (int n = 1; n <= can().CanCount; ++n) {
     if (valuesOf(before.Item[n]) != valuesOf(can().Item[n])) return true;
@@ -507,6 +515,10 @@ bool frmCanBus::onDone() {
     return false;
   }
   store().Can = can();
+  names_.Keep();
+  for (const AliasRenames& renames : renamed_) {
+    for (CanItemData& one : store().Can.Item.Made()) RenameInLevels(one.Output, renames);
+  }
   return true;
 }
 

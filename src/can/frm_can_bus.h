@@ -2,33 +2,33 @@
 #pragma once
 
 #include <array>
-#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
+#include "conditions/names_backup.h"
 #include "controls/choice.h"
 #include "controls/numeric_field.h"
 #include "controls/screen.h"
+#include "model/alias_rename.h"
 #include "model/can_config.h"
 #include "model/store.h"
 #include "platform/filesystem.h"
 
 namespace ostrand {
 
-// Screens of other rooms that edit an item in place; `number` counts it from 1. They tell whether
-// they changed anything. A button without its screen is disabled.
-struct CanHooks {
-  std::function<bool(CanItemData& item, int number)> Outputs;     // what the tables store of it
-  std::function<bool(CanItemData& item, int number)> FieldNames;  // of its values
+// What the screen needs for its lists in files.
+struct CanRequest {
+  platform::FileSystem& files;  // outlives the screen
+  std::string listFolder;       // where the dialogs for pick lists start
 };
 
-// Edits a copy of the project's CAN part, one item at a time; Done writes it to the store.
+// Edits a copy of the project's CAN part, one item at a time; Done writes it to the store. New
+// names of values go into the rest of the project at once, and are taken back without a Done.
 class frmCanBus final : public Screen {
  public:
-  // `files` must outlive the screen; `listFolder` is where the dialogs for pick lists start.
-  frmCanBus(const ScreenContext& context, platform::FileSystem& files, std::string listFolder,
-            CanHooks hooks = {});
+  frmCanBus(const ScreenContext& context, const CanRequest& request);
   ~frmCanBus() override;
 
   // The module.
@@ -36,7 +36,7 @@ class frmCanBus final : public Screen {
   NumericField CanAddress;
   Choice CanBaud;
   Choice CanDataIDType;  // "11 bit", "29 bit"
-  Button Advanced;
+  Opener Advanced;
 
   // The list.
   Label CanCount;
@@ -72,9 +72,9 @@ class frmCanBus final : public Screen {
   TextField RxDataMask;
   TextField RxDataMatch;
   TextField RxTimeout;  // milliseconds
-  Button Pick;
-  Button FieldNames;
-  Button Outputs;
+  Opener Pick;
+  Opener FieldNames;
+  Opener Outputs;
 
  protected:
   bool onDone() override;
@@ -110,7 +110,8 @@ class frmCanBus final : public Screen {
   void deleteItem();
   void openAdvanced();
   void openPick();
-  void runHook(const std::function<bool(CanItemData&, int)>& hook);
+  void openFieldNames();
+  void openOutputs();
 
   void showModule();
   void showList();
@@ -125,11 +126,12 @@ class frmCanBus final : public Screen {
 
   platform::FileSystem& files_;
   std::string listFolder_;
-  std::string listPath_;  // of the pick list used last
-  CanHooks hooks_;
+  std::string listPath_;                // of the pick list used last
   std::unique_ptr<ProjectStore> work_;  // its CAN part is what is edited
   int current_ = 0;                     // item shown, from 1; 0 for none
-  bool hookChanged_ = false;
+  bool changedElsewhere_ = false;       // by the screens of field names and outputs
+  NamesBackup names_;
+  std::vector<AliasRenames> renamed_;
 };
 
 }  // namespace ostrand

@@ -1,6 +1,7 @@
 #include "can/frm_can_pick.h"
 
 #include <array>
+#include <utility>
 
 #include "can/item_rules.h"
 #include "can/list_items.h"
@@ -35,7 +36,7 @@ std::string entryText(std::size_t number, const CanListItem& item) {
 
 }  // namespace
 
-frmCanPick::frmCanPick(const ScreenContext& context, Subject subject)
+frmCanPick::frmCanPick(const ScreenContext& context, CanPickRequest& request)
     : Screen(context, "frmCanPick"),
       ListName(*this, "ListName"),
       Items(*this, "Items"),
@@ -57,7 +58,7 @@ frmCanPick::frmCanPick(const ScreenContext& context, Subject subject)
       TxDataFrame(*this, "TxDataFrame"),
       RxDataMatch(*this, "RxDataMatch"),
       RxTimeout(*this, "RxTimeout"),
-      subject_(std::move(subject)) {
+      request_(request) {
   Caption = "CAN PICK LIST";
   Open.Caption = "&Open...";
   Save.Caption = "&Save...";
@@ -69,8 +70,8 @@ frmCanPick::frmCanPick(const ScreenContext& context, Subject subject)
   list_.DataIDType = type();
   showList(-1);
   // A list that is gone since, or one for the other bus, is none to complain about here.
-  const std::string begin = subject_.path;
-  if (CanListTypeOf(begin) == type() && subject_.files.Exists(begin)) load(begin);
+  const std::string begin = std::exchange(request_.path, {});
+  if (CanListTypeOf(begin) == type() && request_.files.Exists(begin)) load(begin);
 }
 
 void frmCanPick::bind() {
@@ -79,13 +80,13 @@ void frmCanPick::bind() {
   New.OnPress = [this] { newList(); };
   Save.OnPress = [this] { saveAs(); };
   Add.OnPress = [this] {
-    list_.Items.push_back(subject_.present);
+    list_.Items.push_back(request_.present);
     edited(static_cast<int>(list_.Items.size()) - 1);
   };
   Replace.OnPress = [this] {
     CanListItem* item = chosen();
     if (item == nullptr) return;
-    *item = subject_.present;
+    *item = request_.present;
     edited(Items.Index());
   };
   Delete.OnPress = [this] {
@@ -105,7 +106,7 @@ platform::FileDialog frmCanPick::dialog(std::string_view title) const {
   dialog.title = title;
   dialog.filter = kindOf(type()).filter;
   dialog.defaultExtension = kindOf(type()).extension;
-  dialog.initialFolder = subject_.folder;
+  dialog.initialFolder = request_.folder;
   return dialog;
 }
 
@@ -118,14 +119,14 @@ void frmCanPick::openList() {
 }
 
 bool frmCanPick::load(const std::string& path) {
-  auto list = ReadCanList(subject_.files, path);
+  auto list = ReadCanList(request_.files, path);
   if (!list) {
     ShowWarning(Forms(), kOpenTitle, list.ErrorText());
     return false;
   }
   if (!isForThisBus(path, kOpenTitle)) return false;
   list_ = std::move(list.Value());
-  path_ = path;
+  request_.path = path;
   edited_ = false;
   showList(-1);
   return true;
@@ -142,14 +143,14 @@ bool frmCanPick::isForThisBus(const std::string& path, std::string_view title) {
 void frmCanPick::newList() {
   if (!mayLeaveList()) return;
   list_.Items.clear();
-  path_.clear();
+  request_.path.clear();
   edited_ = false;
   showList(-1);
 }
 
 bool frmCanPick::saveAs() {
   platform::FileDialog ask = dialog(kSaveTitle);
-  ask.fileName = path_;
+  ask.fileName = request_.path;
   std::optional<std::string> path = Forms().AskSave(ask);
   if (!path) return false;
   if (!CanListTypeOf(*path)) *path += kindOf(type()).extension;
@@ -158,13 +159,13 @@ bool frmCanPick::saveAs() {
 
 bool frmCanPick::saveList(const std::string& path) {
   const bool saved = guarded("SaveList", [&] {
-    const auto written = WriteCanList(subject_.files, path, list_);
+    const auto written = WriteCanList(request_.files, path, list_);
     if (!written) throw FileAccess(written.ErrorText());
   });
   if (!saved) return false;
-  path_ = path;
+  request_.path = path;
   edited_ = false;
-  ListName.Text(path_);
+  ListName.Text(request_.path);
   return true;
 }
 
@@ -175,7 +176,7 @@ bool frmCanPick::mayLeaveList() {
               "Edits have been made to the list of items.  Save changes to disk?",
               platform::Buttons::kYesNoCancel)) {
     case platform::Answer::kYes:
-      return path_.empty() ? saveAs() : saveList(path_);
+      return request_.path.empty() ? saveAs() : saveList(request_.path);
     case platform::Answer::kNo:
       return true;
     default:
@@ -191,7 +192,7 @@ void frmCanPick::edited(int choose) {
 }
 
 void frmCanPick::showList(int choose) {
-  ListName.Text(path_);
+  ListName.Text(request_.path);
   Items.Items.clear();
   for (const CanListItem& item : list_.Items) {
     Items.Add(entryText(Items.Items.size() + 1, item));
@@ -237,7 +238,7 @@ bool frmCanPick::onDone() {
             {"The Rx Data Type of " + NumberText(static_cast<int>(item->Config.DataStyle)) +
                  " is out of the allowed range [1-6] .",
              "Please check the [DataType] item in the [" + item->Config.Description + "] record",
-             "of the [" + path_ + "] pick list."}));
+             "of the [" + request_.path + "] pick list."}));
     return false;
   }
   if (item != nullptr && !CanBeKept(*item)) {
@@ -246,7 +247,7 @@ bool frmCanPick::onDone() {
     return false;
   }
   if (!mayLeaveList()) return false;
-  if (item != nullptr) picked_ = *item;
+  if (item != nullptr) request_.picked = *item;
   return true;
 }
 

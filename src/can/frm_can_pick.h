@@ -10,17 +10,19 @@
 
 namespace ostrand {
 
+// What the screen works on, and what it hands back. It outlives the screen.
+struct CanPickRequest {
+  platform::FileSystem& files;
+  std::string folder;   // where the dialogs start
+  CanListItem present;  // the project's item, which can be put into the list
+  std::string path;     // of the list, at the beginning and at the end; empty for none
+  std::optional<CanListItem> picked = {};  // by Done
+};
+
 // Works on one list at a time, for the bus of the project. Done picks the chosen item, if any.
 class frmCanPick final : public Screen {
  public:
-  // What the screen is about. `files` must outlive it.
-  struct Subject {
-    platform::FileSystem& files;
-    std::string folder;   // where the dialogs start
-    CanListItem present;  // the project's item, which can be put into the list
-    std::string path;     // of the list to begin with; empty for an empty one
-  };
-  frmCanPick(const ScreenContext& context, Subject subject);
+  frmCanPick(const ScreenContext& context, CanPickRequest& request);
 
   Label ListName;  // the file, empty for a list that has none yet
   Choice Items;    // "1: " and the description, in the order of the file
@@ -45,18 +47,13 @@ class frmCanPick final : public Screen {
   Label RxDataMatch;
   Label RxTimeout;
 
-  // The item that Done picked.
-  [[nodiscard]] const std::optional<CanListItem>& Picked() const { return picked_; }
-  // The file of the list, empty for none.
-  [[nodiscard]] const std::string& Path() const { return path_; }
-
  protected:
   bool onDone() override;
   bool onCancel() override { return mayLeaveList(); }
 
  private:
   void bind();
-  [[nodiscard]] OrvusCanDataIDTypes type() const { return subject_.present.Config.DataIDType(); }
+  [[nodiscard]] OrvusCanDataIDTypes type() const { return request_.present.Config.DataIDType(); }
   [[nodiscard]] CanListItem* chosen();
   [[nodiscard]] platform::FileDialog dialog(std::string_view title) const;
 
@@ -72,11 +69,9 @@ class frmCanPick final : public Screen {
   void showList(int choose);
   void showChosen();
 
-  Subject subject_;
+  CanPickRequest& request_;
   CanList list_;
-  std::string path_;
   bool edited_ = false;
-  std::optional<CanListItem> picked_;
 };
 
 }  // namespace ostrand

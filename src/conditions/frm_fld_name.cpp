@@ -1,6 +1,7 @@
 #include "conditions/frm_fld_name.h"
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
 #include "model/name_limits.h"
@@ -17,6 +18,29 @@ using platform::Buttons;
 
 constexpr std::string_view kOn = "green";
 constexpr std::string_view kOff = "gray";
+
+struct SourceKind {
+  OrvusDataObjTypes type;
+  std::string_view kind;  // to the calculators
+};
+constexpr std::array<SourceKind, 5> kSourceKinds = {{
+    {ORVUS_DOBJ_BLK_TEMP, "Temp"},
+    {ORVUS_DOBJ_BLK_VOLT, "Volts"},
+    {ORVUS_DOBJ_BLK_BRIDGE, "Brdg"},
+    {ORVUS_DOBJ_BLK_PULSE, "Pulse"},
+    {ORVUS_DOBJ_BLK_TK40M, "TK40M"},
+}};
+
+// The source of a calculator for one sensor of a block; without a kind for CAN items.
+SolveSource sourceOf(const FieldNamesRequest& block) {
+  SolveSource source = block.solveSource;
+  source.blockKind = source.kind;
+  source.kind = "FieldGrid";
+  for (const SourceKind& row : kSourceKinds) {
+    if (source.blockKind.empty() && row.type == block.kind) source.blockKind = row.kind;
+  }
+  return source;
+}
 
 std::string numbered(std::string_view name, int number) {
   return std::string(name) + NumberText(number);
@@ -36,7 +60,7 @@ frmFldName::Sensor::Sensor(Screen& screen, int number, bool gaugeFactor)
       AliasMult(screen, numbered("AliasMult", number), NumberType::kSingle),
       AliasOffset(screen, numbered(gaugeFactor ? "AliasGFactor" : "AliasOffset", number),
                   NumberType::kSingle),
-      Solve(screen, numbered("Solve", number)),
+      Solve(screen, numbered("Solve", number), "frmSolveList", {NumberText(number), "sensor"}),
       Reset(screen, numbered("Reset", number)) {
   FieldName.Caption = "FIELD NAME";
   AliasName.Caption = "ALIAS";
@@ -47,7 +71,7 @@ frmFldName::Sensor::Sensor(Screen& screen, int number, bool gaugeFactor)
   Reset.Caption = "Reset";
 }
 
-frmFldName::frmFldName(const ScreenContext& context, FieldNamesRequest block, Calculator calculator)
+frmFldName::frmFldName(const ScreenContext& context, FieldNamesRequest block)
     : Screen(context, "frmFldName"),
       AliasLight(*this, "AliasLight"),
       UnitsLight(*this, "UnitsLight"),
@@ -57,7 +81,7 @@ frmFldName::frmFldName(const ScreenContext& context, FieldNamesRequest block, Ca
       DefaultMult(*this, "DefaultMult"),
       DefaultOffset(*this, "DefaultOffset"),
       block_(std::move(block)),
-      calculator_(std::move(calculator)),
+      source_(sourceOf(block_)),
       rows_(block_.aliases.begin(), block_.aliases.end()) {
   Caption = "FIELD NAMES (" + block_.name + ")";
   AliasLight.ToolTip = "Green indicates that Aliases will be saved.";
@@ -105,13 +129,19 @@ void frmFldName::bindSensor(std::size_t at) {
       show();
     };
   }
-  sensor.Solve.Enabled = static_cast<bool>(calculator_);
+  sensor.Solve.Enable(whyNoCalculator().empty(), whyNoCalculator());
   sensor.Solve.OnPress = [this, at] { solve(at); };
   sensor.Reset.OnPress = [this, at] {
     rows_[at] = {};
     rows_[at].AliasExcept = "0";
     show();
   };
+}
+
+std::string_view frmFldName::whyNoCalculator() const {
+  if (block_.gaugeFactor) return "No calculator finds a gauge factor.";
+  if (source_.blockKind.empty()) return "The values of a CAN item are scaled already.";
+  return {};
 }
 
 std::string frmFldName::elementOf(std::size_t at) const {
@@ -189,10 +219,11 @@ void frmFldName::takeNumber(std::size_t at, const Number& column, const std::str
 
 void frmFldName::solve(std::size_t at) {
   const RepAlias& row = rows_[at];
-  DefaultScaling scaling = {row.AliasUnits.empty() ? block_.defaults.Units : row.AliasUnits,
-                            valueOf(row, kMult), valueOf(row, kOffset)};
-  const DefaultScaling before = scaling;
-  if (!calculator_(scaling)) return;
+  const DefaultScaling before = {row.AliasUnits.empty() ? block_.defaults.Units : row.AliasUnits,
+                                 valueOf(row, kMult), valueOf(row, kOffset)};
+  SolveRequest request{source_, before};
+  if (!SolveScaling(context(), request)) return;
+  const DefaultScaling& scaling = request.scaling;
   if (scaling.Units != before.Units) {
     const std::string_view why = whyNot(at, row.AliasName, scaling.Units);
     if (why.empty()) {

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "conditions/aliases.h"
-#include "conditions/setup_hooks.h"
+#include "conditions/screen_requests.h"
 #include "controls/numeric_field.h"
 #include "controls/screen.h"
 #include "model/alias_rename.h"
@@ -19,11 +19,9 @@ namespace ostrand {
 // names at Done as well; who shows the screen puts them back when the block is cancelled.
 class frmFldName final : public Screen {
  public:
-  // A calculator for one sensor, which changes the scaling; false when the user cancelled.
-  using Calculator = std::function<bool(DefaultScaling&)>;
-
-  // The aliases of the block must outlive the screen. Without a calculator "SOLVE" is disabled.
-  frmFldName(const ScreenContext& context, FieldNamesRequest block, Calculator calculator = {});
+  // The aliases of the block must outlive the screen. Where no calculator serves its sensors,
+  // "SOLVE" is disabled.
+  frmFldName(const ScreenContext& context, FieldNamesRequest block);
 
   // A sensor, from 1: "FieldName1", "AliasName1", "AliasUnits1", "AliasMult1", "AliasOffset1" (of
   // strain "AliasGFactor1"), "Solve1", "Reset1".
@@ -34,7 +32,7 @@ class frmFldName final : public Screen {
     UnitField AliasUnits;
     NumericField AliasMult;
     NumericField AliasOffset;
-    Button Solve;
+    Opener Solve;
     Button Reset;
   };
   Sensor& operator[](int sensor) { return *sensors_[static_cast<std::size_t>(sensor - 1)]; }
@@ -76,12 +74,14 @@ class frmFldName final : public Screen {
   void solve(std::size_t at);
   void forEach(const std::function<void(std::size_t)>& change);
 
+  // Why no calculator serves the sensors; empty when one does.
+  [[nodiscard]] std::string_view whyNoCalculator() const;
   [[nodiscard]] std::string elementOf(std::size_t at) const;
   [[nodiscard]] AliasRenames renames() const;
   bool agreedTo(const AliasRenames& renames);
 
   FieldNamesRequest block_;
-  Calculator calculator_;
+  SolveSource source_;  // of a sensor
   std::vector<RepAlias> rows_;
   std::vector<std::unique_ptr<Sensor>> sensors_;
 };

@@ -55,11 +55,14 @@ class Control {
   // From 1 for one of several that repeat: they are the rows of a table, named by their group, with
   // a column for each caption. 0 for a control that does not repeat.
   int Row = 0;
-  // Why it cannot be used while it is disabled.
+  // Why it cannot be used while it is disabled or hidden, as a sentence. Openers always say why.
   std::string WhyDisabled;
   bool Enabled = true;
   bool Visible = true;
   [[nodiscard]] bool Usable() const { return Enabled && Visible; }
+  // Enables it, or disables or hides it for a reason.
+  void Enable(bool enabled, std::string_view whyNot);
+  void Show(bool visible, std::string_view whyNot);
 
   // What it shows: its text, the item picked, "on" or "off".
   [[nodiscard]] virtual std::string Text() const = 0;
@@ -109,6 +112,29 @@ class Button : public Control {
 
   [[nodiscard]] std::string Text() const override { return Caption; }
   bool Press() override;
+};
+
+// A button that opens another screen.
+class Opener : public Button {
+ public:
+  // What tells openers of the same screen apart.
+  struct Which {
+    std::string value;      // "2" for the second block; empty for the only one
+    std::string_view name;  // of numbered ones: "block"
+  };
+  // `opens` is the name of the screen.
+  Opener(Screen& screen, std::string_view name, std::string_view opens, Which which = {});
+  ~Opener() override;
+
+  [[nodiscard]] const std::string& Opens() const { return opens_; }
+  [[nodiscard]] const Which& ForWhich() const { return which_; }
+  // Whether this is the opener that a user means; what they say is ignored where it is the only
+  // one.
+  [[nodiscard]] bool IsFor(std::string_view which) const;
+
+ private:
+  std::string opens_;
+  Which which_;
 };
 
 class CheckBox : public Control {

@@ -2,12 +2,6 @@
 
 namespace ostrand {
 
-Screen::Opener OpenedBy(Button& button, std::string_view screen) {
-  return {std::string(screen), {}, [&button](std::string_view) {
-            return button.Usable() && button.Press();
-          }};
-}
-
 platform::Answer AskSaveEdits(platform::Forms& forms) {
   platform::MessageBox box;
   box.title = "MEASUREMENT BLOCKS";

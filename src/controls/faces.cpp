@@ -23,7 +23,7 @@ void give(Control& control, const Face& face, int row) {
   control.Row = row;
   if (!face.caption.empty()) control.Caption = face.caption;
   if (face.kind) control.Kind(*face.kind);
-  control.WhyDisabled = face.whyDisabled;
+  if (!face.whyDisabled.empty()) control.WhyDisabled = face.whyDisabled;
 }
 
 }  // namespace

@@ -21,11 +21,14 @@ class ScreenHost {
   virtual void ShowModal(Screen& screen) = 0;
 };
 
+class ScreenFactory;
+
 // What every screen works with. All of it must outlive the screen.
 struct ScreenContext {
   ProjectStore& store;
   platform::Forms& forms;
   ScreenHost& host;
+  const ScreenFactory& screens;  // makes the screens that a screen opens
   const OptionValues& options;
   i32 WarningMessageMask;
   const std::vector<i32>& UserVarListTypes;  // order of the kinds in lists of variables
@@ -49,14 +52,8 @@ class Screen {
   // By its name, in any case; null when there is none.
   [[nodiscard]] Control* Find(std::string_view name) const;
 
-  // A screen that this one can open, with what a user has to say for it ("1" for the first block).
-  struct Opener {
-    std::string name;      // of the screen
-    std::string argument;  // what it is, for a listing; empty for none
-    // Opens it; false when it can't be opened now.
-    std::function<bool(std::string_view argument)> open;
-  };
-  [[nodiscard]] const std::vector<Opener>& Openers() const { return openers_; }
+  // Its controls that open other screens.
+  [[nodiscard]] const std::vector<Opener*>& Openers() const { return openers_; }
 
   // The focus goes to a control, which takes what was typed where it was; false when it stays.
   bool MoveFocus(Control* control);
@@ -83,7 +80,6 @@ class Screen {
   virtual bool onDone() { return true; }
   virtual bool onCancel() { return true; }
 
-  void addOpener(Opener opener) { openers_.push_back(std::move(opener)); }
   // Shows another screen until it ends; true when it ended with Done.
   bool showModal(Screen& screen);
   // Runs a routine of the screen; a failure is reported under its name. False after one.
@@ -103,13 +99,14 @@ class Screen {
 
  private:
   friend class Control;
+  friend class Opener;
   void add(Control& control) { controls_.push_back(&control); }
   void remove(const Control& control);
 
   ScreenContext context_;
   std::string name_;
   std::vector<Control*> controls_;
-  std::vector<Opener> openers_;
+  std::vector<Opener*> openers_;
   Control* focused_ = nullptr;
   ModalResult result_ = ModalResult::kNone;
   int loading_ = 0;

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "conditions/flag_usage.h"
+#include "conditions/screen_requests.h"
 #include "logger/state_rows.h"
 #include "model/channel_chart.h"
 #include "model/channels.h"
@@ -51,8 +52,8 @@ frmConfig::frmConfig(const ScreenContext& context)
       SizeCard(*this, "SizeCard", NumberType::kSingle),
       SizeCardUnits(*this, "SizeCardUnits"),
       MonitorPower(makeBoxes(*this, std::make_index_sequence<5>())),
-      BatteryOutput(*this, "BatteryOutput"),
-      PanelOutput(*this, "PanelOutput"),
+      BatteryOutput(*this, "BatteryOutput", "frmPortTables", {"BatteryOutput", {}}),
+      PanelOutput(*this, "PanelOutput", "frmPortTables", {"PanelOutput", {}}),
       Power(*this, context.store.Config, variables_),
       Saver(*this, context.store.Config),
       Status(*this, context.store.Config),
@@ -93,24 +94,14 @@ void frmConfig::bindBoxes() {
   }
   BatteryOutput.Caption = "Battery &Output...";
   PanelOutput.Caption = "Panel O&utput...";
-  bindOutput(BatteryOutput, kMonitorBattery);
-  bindOutput(PanelOutput, kMonitorPanel);
-}
-
-void frmConfig::bindOutput(Button& button, int entry) {
-  button.OnPress = [this, entry] { showOutput(entry); };
-  addOpener({"frmPortTables", button.Name(), [this, entry, &button](std::string_view what) {
-               if (!SameText(what, button.Name()) || !button.Usable()) return false;
-               showOutput(entry);
-               return true;
-             }});
+  BatteryOutput.OnPress = [this] { showOutput(kMonitorBattery); };
+  PanelOutput.OnPress = [this] { showOutput(kMonitorPanel); };
 }
 
 void frmConfig::showOutput(int entry) {
-  const SingleValue value =
-      entry == kMonitorBattery ? SingleValue::kBatteryVolts : SingleValue::kPanelRef;
-  frmPortTables output(context(), value);
-  showModal(output);
+  ValueOutputsRequest request{entry == kMonitorBattery ? SingleValue::kBatteryVolts
+                                                       : SingleValue::kPanelRef};
+  OpenScreen(context(), "frmPortTables", request);
 }
 
 void frmConfig::load() {
@@ -221,8 +212,8 @@ void frmConfig::listVariables() {
 }
 
 void frmConfig::showPanels() {
-  BatteryOutput.Visible = box(kMonitorBattery).Checked();
-  PanelOutput.Visible = box(kMonitorPanel).Checked();
+  BatteryOutput.Show(box(kMonitorBattery).Checked(), "The battery voltage is not measured.");
+  PanelOutput.Show(box(kMonitorPanel).Checked(), "The panel temperature is not measured.");
   Power.Show(box(kMonitorPowerControl).Checked());
   Saver.Show(box(kMonitorBatterySaver).Checked());
   Status.Show(box(kMonitorStatus).Checked());

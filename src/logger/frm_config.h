@@ -11,7 +11,6 @@
 #include "logger/config_battery.h"
 #include "logger/config_power.h"
 #include "logger/config_status.h"
-#include "logger/frm_port_tables.h"
 
 namespace ostrand {
 
@@ -32,8 +31,8 @@ class frmConfig final : public Screen {
   // "MonitorPower1" to "MonitorPower5", by MonitorEntry. One that is checked shows its panel; those
   // of the battery and of the panel's temperature open a screen.
   std::array<CheckBox, 5> MonitorPower;
-  Button BatteryOutput;
-  Button PanelOutput;
+  Opener BatteryOutput;
+  Opener PanelOutput;
   PowerPanel Power;
   BatterySaverPanel Saver;
   StatusMonitorPanel Status;
@@ -50,7 +49,6 @@ class frmConfig final : public Screen {
 
   void load();
   void bindBoxes();
-  void bindOutput(Button& button, int entry);
   void showOutput(int entry);
   int countIn(TextField& field, int most);
   void takeCanBusQty();

@@ -8,10 +8,10 @@
 
 namespace ostrand {
 
-frmPortTables::Kept frmPortTables::KeptOf(ProjectStore& store, SingleValue value, int number) {
+ItemOutputsRequest frmPortTables::KeptOf(ProjectStore& store, SingleValue value, int number) {
   const auto reference = [](std::string caption, std::string_view source, ReferenceOutput& kept) {
-    return Kept{std::move(caption), std::string(source), kept.DataResolution, kept.Public,
-                kept.Output};
+    return ItemOutputsRequest{std::move(caption), std::string(source), kept.DataResolution,
+                              kept.Public, kept.Output};
   };
   switch (value) {
     case SingleValue::kPortBytes: {
@@ -35,26 +35,25 @@ frmPortTables::Kept frmPortTables::KeptOf(ProjectStore& store, SingleValue value
   return reference("PANEL REFERENCE TEMPERATURE", kTRef, store.TcRef);
 }
 
-frmPortTables::frmPortTables(const ScreenContext& context, SingleValue value, int number)
-    : frmPortTables(context, KeptOf(context.store, value, number)) {
-  limit(value, number);
+frmPortTables::frmPortTables(const ScreenContext& context, const ValueOutputsRequest& request)
+    : frmPortTables(context, KeptOf(context.store, request.value, request.number)) {
+  limit(request.value, request.number);
 }
 
-frmPortTables::frmPortTables(const ScreenContext& context, Kept kept)
+frmPortTables::frmPortTables(const ScreenContext& context, ItemOutputsRequest request)
     : Screen(context, "frmPortTables"),
       DataResolution(*this, "DataResolution"),
       Public(*this, "Public"),
       Output(*this, store()),
-      kept_(std::move(kept)),
+      kept_(std::move(request)),
       output_(kept_.output) {
   Caption = kept_.caption;
   DataResolution.SetItems({"FP2", "IEEE4"});
   Public.Caption = "Public";
   Output.AskParameters = [this](OutputCode code, int table, HistoSet& histo) {
     const std::string resolution = DataResolution.Text();
-    return AskOutputParameters(this->context(), code, {histo, table, resolution}, kept_.source);
+    return AskOutputParameters(this->context(), code, {histo, table, resolution, kept_.source});
   };
-  for (Opener& opener : Output.Openers()) addOpener(std::move(opener));
   const Loading loading(*this);
   DataResolution.Pick(kept_.resolution);
   Public.Checked(kept_.isPublic != kFalse);

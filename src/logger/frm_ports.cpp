@@ -4,7 +4,7 @@
 
 #include "conditions/condition_row.h"
 #include "conditions/flag_code.h"
-#include "logger/frm_port_tables.h"
+#include "conditions/screen_requests.h"
 #include "model/channels.h"
 #include "model/port_mask.h"
 #include "platform/box.h"
@@ -96,7 +96,7 @@ frmPorts::frmPorts(const ScreenContext& context)
       ReadMode(*this, "ReadMode"),
       CodeType(*this, "CodeType"),
       ModeMessage(*this, "ModeMessage"),
-      Output(*this, "Output"),
+      Output(*this, "Output", "frmPortTables"),
       variables_(context.store, context.UserVarListTypes),
       before_(context.store.Ports) {
   Caption = "PORTS";
@@ -145,11 +145,9 @@ void frmPorts::bindModes() {
     showMasks();
   };
   Output.OnPress = [this] {
-    frmPortTables output(context(), SingleValue::kPortBytes);
-    showModal(output);
+    ValueOutputsRequest request{SingleValue::kPortBytes};
+    OpenScreen(context(), Output.Opens(), request);
   };
-  addOpener({"frmPortTables", "",
-             [this](std::string_view) { return Output.Usable() && Output.Press(); }});
 }
 
 void frmPorts::bind(int port) {
@@ -202,7 +200,8 @@ void frmPorts::showMasks() {
 }
 
 void frmPorts::refresh() {
-  ReadMode.Enabled = Output.Enabled = isByte();
+  ReadMode.Enabled = isByte();
+  Output.Enable(isByte(), "Only ports that are used as a byte can be stored.");
   for (int port = 1; port <= kPorts; ++port) refresh(port);
   for (int place = 0; place < kMasks; ++place) {
     const bool ofState = place < 2;

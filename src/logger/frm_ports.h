@@ -27,7 +27,7 @@ class frmPorts final : public Screen {
   Choice ReadMode;  // "Write", "Read"; of bytes only
   Choice CodeType;  // "BIN", "HEX", "DEC"
   Label ModeMessage;
-  Button Output;  // what tables store of the byte
+  Opener Output;  // what tables store of the byte
 
  protected:
   bool onDone() override;

@@ -6,8 +6,8 @@
 
 #include "controls/list_field.h"
 #include "controls/numeric_field.h"
+#include "screens/setup_screens.h"
 #include "script/script_forms.h"
-#include "script/setup_screens.h"
 #include "text/number.h"
 #include "text/strings.h"
 
@@ -112,19 +112,16 @@ class CatalogHost : public ScreenHost {
   void ShowModal(Screen& screen) override {
     Entry& entry = entryOf(screen);
     // What a screen opens depends on who opened it, and on the kind of a block.
-    for (const Screen::Opener& opener : screen.Openers()) {
-      const bool ofBlock = opener.argument == "block";
-      std::string line = "  open " + opener.name;
-      if (!opener.argument.empty()) line += " " + (ofBlock ? "BLOCK" : opener.argument);
+    for (Opener* opener : screen.Openers()) {
+      const Opener::Which& which = opener->ForWhich();
+      std::string line = "  open " + opener->Opens();
+      if (!which.value.empty())
+        line += " " + (which.name.empty() ? which.value : Upper(which.name));
       if (std::find(entry.opens.begin(), entry.opens.end(), line) == entry.opens.end()) {
         entry.opens.push_back(std::move(line));
       }
-      if (!ofBlock) {
-        opener.open(opener.argument);
-        continue;
-      }
-      opener.open("1");
-      opener.open("2");
+      const bool isLater = !which.name.empty() && which.value != "1" && which.value != "2";
+      if (opener->Usable() && !isLater) opener->Press();
     }
     screen.End(ModalResult::kCancel);
   }

@@ -4,8 +4,8 @@
 #include <array>
 
 #include "controls/choice.h"
+#include "screens/setup_screens.h"
 #include "script/screen_catalog.h"
-#include "script/setup_screens.h"
 #include "text/codepage.h"
 #include "text/number.h"
 #include "text/strings.h"
@@ -272,14 +272,16 @@ void ScreenScript::open(Screen* screen, const Words& words) {
     return control_.Click(button);
   }
   if (!screen->MoveFocus(nullptr)) return fail(keptFocus(*screen));
-  // One screen may be opened for several things, which the argument tells apart.
-  bool known = false;
-  for (const Screen::Opener& opener : screen->Openers()) {
-    if (!SameText(opener.name, name)) continue;
-    known = true;
-    if (opener.open(argument)) return;
+  std::string whyNot = screen->Name() + " does not open " + name;
+  for (Opener* opener : screen->Openers()) {
+    if (!SameText(opener->Opens(), name)) continue;
+    whyNot = name + " can't be opened now";
+    if (!opener->IsFor(argument)) continue;
+    if (opener->Usable()) return static_cast<void>(opener->Press());
+    if (!opener->WhyDisabled.empty()) whyNot += ": " + opener->WhyDisabled;
+    break;
   }
-  fail(known ? name + " can't be opened now" : screen->Name() + " does not open " + name);
+  fail(whyNot);
 }
 
 bool ScreenScript::openOptions(std::string_view name) {

@@ -104,14 +104,14 @@ void LevelList::show() {
   Items.Index(-1);
 }
 
-frmLevel::frmLevel(const ScreenContext& context, const HistoTarget& target, std::string_view stem)
+frmLevel::frmLevel(const ScreenContext& context, const HistoTarget& target)
     : HistoScreen(context, "frmLevel", target),
       NumDims(*this, "NumDims"),
       Levels(*this, "One", "A sorted list of all the level crossing values."),
       Tests(*this, "Two", "A sorted list of all the second dimension test levels."),
       LevelMeas(*this, "LevelMeas"),
       Code(*this, "Code"),
-      stem_(stem) {
+      stem_(target.stem) {
   Caption = "LEVEL CROSSING";
   Levels.Entry.Caption = "Level Crossing Values";
   Tests.Entry.Caption = "2nd Dim Boundaries";

@@ -49,8 +49,7 @@ class LevelList {
 
 class frmLevel final : public HistoScreen {
  public:
-  // `stem` as LevelStem gives it.
-  frmLevel(const ScreenContext& context, const HistoTarget& target, std::string_view stem);
+  frmLevel(const ScreenContext& context, const HistoTarget& target);
 
   Choice NumDims;    // "One Dimension", "Two Dimensions"
   LevelList Levels;  // "LevelVarOne", with "AddOne", "LevelsOne", "RemoveOne"

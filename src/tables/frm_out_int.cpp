@@ -6,11 +6,10 @@
 #include "conditions/flag_code.h"
 #include "conditions/flag_conflicts.h"
 #include "conditions/flag_usage.h"
+#include "controls/screen_factory.h"
 #include "model/record_layout.h"
 #include "platform/box.h"
 #include "tables/frm_table_times.h"
-#include "tables/frm_trig_table.h"
-#include "tables/frm_write_if.h"
 #include "text/mask.h"
 #include "text/number.h"
 #include "text/strings.h"
@@ -57,9 +56,9 @@ frmOutInt::frmOutInt(const ScreenContext& context)
       FlagMark(*this, "FlagMark"),
       FlagFull(*this, "FlagFull"),
       HDU7(*this, "HDU7"),
-      Trigger(*this, "Trigger"),
-      WriteIf(*this, "WriteIf"),
-      TableTimes(*this, "TableTimes"),
+      Trigger(*this, "Trigger", "frmTrigTable"),
+      WriteIf(*this, "WriteIf", "frmWriteIf"),
+      TableTimes(*this, "TableTimes", "frmTableTimes"),
       AllTables(*this, "AllTables") {
   setTexts();
   bind();
@@ -141,16 +140,10 @@ void frmOutInt::bind() {
   bindFlag(FlagFull, &cOutputTable::FlagFull, kTableFlags[2]);
   HDU7.OnPick = [this] { hdu7_ = static_cast<i16>(HDU7.Index()); };
 
-  Trigger.OnPress = [this] { openTriggers(); };
-  WriteIf.OnPress = [this] { openWriteIf(); };
+  for (Opener* opener : {&Trigger, &WriteIf}) {
+    opener->OnPress = [this, opener] { OpenScreen(context(), opener->Opens(), table()); };
+  }
   TableTimes.OnPress = [this] { openTimes(); };
-  const auto addButton = [this](std::string_view screen, Button& button) {
-    addOpener({std::string(screen), "",
-               [&button](std::string_view) { return button.Usable() && button.Press(); }});
-  };
-  addButton("frmTrigTable", Trigger);
-  addButton("frmWriteIf", WriteIf);
-  addButton("frmTableTimes", TableTimes);
   AllTables.OnPress = [this] { ShowTableTimes(Forms(), store(), tables_); };
 }
 
@@ -205,6 +198,11 @@ void frmOutInt::refresh() {
   }
   if (shown.SyncToScan != 0) OutInt.Enabled = OutIntUnits.Enabled = false;
   if (shown.AutoSize != 0) Buffer.Enabled = TableTimes.Enabled = false;
+  for (Opener* opener : Openers()) {
+    opener->WhyDisabled = opener->Enabled ? ""
+                          : shown.Enabled ? "The table finds its own size."
+                                          : "Table " + NumberText(current()) + " is off.";
+  }
   PamCard.Visible = shown.MemLoc == kPcCard;
 
   const double micros = ORVUS_COMMON::TableIntervalMicros(store(), shown);
@@ -266,19 +264,9 @@ void frmOutInt::onUnits() {
   refresh();
 }
 
-void frmOutInt::openTriggers() {
-  frmTrigTable triggers(context());
-  triggers.SetTriggers(table());
-}
-
-void frmOutInt::openWriteIf() {
-  frmWriteIf writeIf(context());
-  writeIf.SetWriteIf(table());
-}
-
 void frmOutInt::openTimes() {
-  frmTableTimes times(context(), tables_, current());
-  if (showModal(times)) showTable();
+  TableTimesRequest request{tables_, current()};
+  if (OpenScreen(context(), TableTimes.Opens(), request)) showTable();
 }
 
 TableSetup frmOutInt::edited() const {

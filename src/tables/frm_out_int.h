@@ -34,9 +34,9 @@ class frmOutInt final : public Screen {
   Choice FlagMark;
   Choice FlagFull;
   Choice HDU7;
-  Button Trigger;
-  Button WriteIf;
-  Button TableTimes;
+  Opener Trigger;
+  Opener WriteIf;
+  Opener TableTimes;
   Button AllTables;
 
  protected:
@@ -55,8 +55,6 @@ class frmOutInt final : public Screen {
   bool tellDuplicate(std::string_view name);
   void tellSimilar(std::string_view name);
   void onUnits();
-  void openTriggers();
-  void openWriteIf();
   void openTimes();
 
   [[nodiscard]] bool isEdited() const;

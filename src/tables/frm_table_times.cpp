@@ -16,7 +16,7 @@ constexpr double kMaxTyped = 1e15;
 
 }  // namespace
 
-frmTableTimes::frmTableTimes(const ScreenContext& context, TableObjects& tables, int t)
+frmTableTimes::frmTableTimes(const ScreenContext& context, const TableTimesRequest& request)
     : Screen(context, "frmTableTimes"),
       Days(*this, "Days", NumberType::kDouble),
       Hours(*this, "Hours", NumberType::kDouble),
@@ -27,8 +27,8 @@ frmTableTimes::frmTableTimes(const ScreenContext& context, TableObjects& tables,
       Space(*this, "Space"),
       BurstNote(*this, "BurstNote"),
       AllTables(*this, "AllTables"),
-      tables_(tables),
-      table_(tables[t]) {
+      tables_(request.tables),
+      table_(tables_[request.table]) {
   Caption = "TABLE " + Upper(table_.Name);
   for (NumericField* field : {&Days, &Hours, &Minutes, &Seconds}) {
     field->Caption = field->Name();

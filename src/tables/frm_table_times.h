@@ -7,12 +7,17 @@
 
 namespace ostrand {
 
+// Which of the tables; they outlive the screen.
+struct TableTimesRequest {
+  TableObjects& tables;
+  int table;  // from 1
+};
+
 // Done gives the records to the table. It is disabled while there would be none, or more than a
 // table can have.
 class frmTableTimes final : public Screen {
  public:
-  // `t` from 1. The tables must outlive the screen.
-  frmTableTimes(const ScreenContext& context, TableObjects& tables, int t);
+  frmTableTimes(const ScreenContext& context, const TableTimesRequest& request);
 
   NumericField Days;
   NumericField Hours;

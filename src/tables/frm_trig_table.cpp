@@ -112,15 +112,20 @@ void frmTrigTable::bind() {
   };
 }
 
+frmTrigTable::frmTrigTable(const ScreenContext& context, cOutputTable& table)
+    : frmTrigTable(context) {
+  load(table);
+}
+
 bool frmTrigTable::SetTriggers(cOutputTable& table) {
-  table_ = &table;
-  load();
+  load(table);
   const bool done = showModal(*this);
   table_ = nullptr;
   return done;
 }
 
-void frmTrigTable::load() {
+void frmTrigTable::load(cOutputTable& table) {
+  table_ = &table;
   const Loading loading(*this);
   SingleTrigger.Check(table_->TriggerSingle != 0);
   DisableTrigger.Checked(table_->TriggerDisable != 0);

@@ -16,6 +16,8 @@ namespace ostrand {
 class frmTrigTable final : public Screen {
  public:
   explicit frmTrigTable(const ScreenContext& context);
+  // With the triggers of a table, which outlives the screen.
+  frmTrigTable(const ScreenContext& context, cOutputTable& table);
 
   // Shows the triggers of a table until the screen ends. Done writes them back and gives true;
   // Cancel changes nothing.
@@ -50,7 +52,7 @@ class frmTrigTable final : public Screen {
 
  private:
   void bind();
-  void load();
+  void load(cOutputTable& table);
   void showTimes();
   void showEvent();
   [[nodiscard]] bool isSingle() const { return SingleTrigger.Checked(); }
@@ -58,7 +60,7 @@ class frmTrigTable final : public Screen {
   void keep(const ConditionSet& set, int state);
   bool tellMissing(std::string_view what, std::string_view remedy);
 
-  cOutputTable* table_ = nullptr;  // while it is shown
+  cOutputTable* table_ = nullptr;  // whose triggers are shown
 };
 
 }  // namespace ostrand

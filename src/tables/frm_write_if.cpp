@@ -46,15 +46,19 @@ frmWriteIf::frmWriteIf(const ScreenContext& context)
   };
 }
 
+frmWriteIf::frmWriteIf(const ScreenContext& context, cOutputTable& table) : frmWriteIf(context) {
+  load(table);
+}
+
 bool frmWriteIf::SetWriteIf(cOutputTable& table) {
-  table_ = &table;
-  load();
+  load(table);
   const bool done = showModal(*this);
   table_ = nullptr;
   return done;
 }
 
-void frmWriteIf::load() {
+void frmWriteIf::load(cOutputTable& table) {
+  table_ = &table;
   const Loading loading(*this);
   DisableWriteIf.Checked(table_->WriteIfDisable != 0);
   Write.Load(rowsOf(*table_), table_->WriteIfNumber, table_->WriteIfGrpExpress);

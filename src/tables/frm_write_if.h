@@ -14,6 +14,8 @@ namespace ostrand {
 class frmWriteIf final : public Screen {
  public:
   explicit frmWriteIf(const ScreenContext& context);
+  // With the write conditions of a table, which outlives the screen.
+  frmWriteIf(const ScreenContext& context, cOutputTable& table);
 
   // Shows the write conditions of a table until the screen ends. Done writes them back and gives
   // true; Cancel changes nothing. A table without conditions is always called.
@@ -36,9 +38,9 @@ class frmWriteIf final : public Screen {
   bool onDone() override;
 
  private:
-  void load();
+  void load(cOutputTable& table);
 
-  cOutputTable* table_ = nullptr;  // while it is shown
+  cOutputTable* table_ = nullptr;  // whose write conditions are shown
 };
 
 }  // namespace ostrand

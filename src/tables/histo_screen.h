@@ -16,6 +16,7 @@ struct HistoTarget {
   HistoSet& histo;              // outlives the screen
   int table;                    // from 1
   std::string_view resolution;  // "FP2" or "IEEE4"
+  std::string stem = {};        // of the arrays of its levels, as LevelStem gives it
 };
 
 class HistoScreen : public Screen {

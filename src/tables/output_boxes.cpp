@@ -3,27 +3,22 @@
 #include <string>
 
 #include "model/record_layout.h"
+#include "tables/output_parameters.h"
 #include "text/number.h"
 
 namespace ostrand {
 namespace {
 
-struct BoxText {
-  std::string_view toolTip;
-  std::string_view screen;  // that asks for its parameters; empty for an instruction without any
+constexpr std::array<std::string_view, kOutputCodes> kToolTips = {
+    "The last value scanned will be stored",
+    "The largest value scanned will be stored",
+    "The smallest value scanned will be stored",
+    "The mean of all values scanned will be stored",
+    "The standard deviation of all values scanned will be stored",
+    "Displays a window to set up parameters. A histogram is made",
+    "Displays a window to set up parameters. A rainflow histogram is made",
+    "Displays a window to set up parameters. A level crossing histogram is made",
 };
-constexpr std::array<BoxText, kOutputCodes> kBoxTexts = {{
-    {"The last value scanned will be stored", {}},
-    {"The largest value scanned will be stored", {}},
-    {"The smallest value scanned will be stored", {}},
-    {"The mean of all values scanned will be stored", {}},
-    {"The standard deviation of all values scanned will be stored", {}},
-    {"Displays a window to set up parameters. A histogram is made", "frmHistogram"},
-    {"Displays a window to set up parameters. A rainflow histogram is made", "frmRainHisto"},
-    {"Displays a window to set up parameters. A level crossing histogram is made", "frmLevel"},
-}};
-
-const BoxText& textOf(int code) { return kBoxTexts[static_cast<std::size_t>(code)]; }
 
 bool hasParameters(int code) { return code >= kHistogram; }
 
@@ -40,7 +35,9 @@ OutputBoxes::OutputBoxes(Screen& screen, const ProjectStore& store)
              {screen, "Hst"},
              {screen, "RFH"},
              {screen, "LCr"}}},
-      Setups{{{screen, "HstSetup"}, {screen, "RFHSetup"}, {screen, "LCrSetup"}}},
+      Setups{{{screen, "HstSetup", ParameterScreenOf(kHistogram)},
+              {screen, "RFHSetup", ParameterScreenOf(kRainFlow)},
+              {screen, "LCrSetup", ParameterScreenOf(kLevelCrossing)}}},
       store_(store) {
   offered_.fill(true);
   for (int t = 1; t <= kTables; ++t) {
@@ -56,7 +53,7 @@ void OutputBoxes::bind() {
     box.Caption = box.Name();
     box.OnClick = [this, code] { onClick(code); };
     if (!hasParameters(code)) continue;
-    Button& button = Setups[static_cast<std::size_t>(code - kHistogram)];
+    Opener& button = Setups[static_cast<std::size_t>(code - kHistogram)];
     button.Caption = "...";
     button.OnPress = [this, code] {
       if (setUp(static_cast<OutputCode>(code))) changed();
@@ -81,14 +78,14 @@ void OutputBoxes::Refresh() {
     box.Check(isSelected(code));
     const bool offered = offered_[static_cast<std::size_t>(code)];
     box.Enabled = tableOn && offered;
-    box.ToolTip = textOf(code).toolTip;
+    box.ToolTip = kToolTips[static_cast<std::size_t>(code)];
     if (!hasParameters(code)) continue;
     box.ToolTip += " each time table " + NumberText(table) + " outputs a record.";
     // One that was chosen can be taken away, even where it could not be chosen again.
     const bool canSetUp = offered && AskParameters;
     box.Enabled = tableOn && (canSetUp || box.Checked());
-    Setups[static_cast<std::size_t>(code - kHistogram)].Enabled =
-        tableOn && canSetUp && box.Checked();
+    const std::string whyNot = whyNoSetup(code);
+    Setups[static_cast<std::size_t>(code - kHistogram)].Enable(whyNot.empty(), whyNot);
   }
   showing_ = false;
 }
@@ -114,14 +111,16 @@ bool OutputBoxes::SampleInstead(std::initializer_list<OutputCode> codes) {
   return any;
 }
 
-std::vector<Screen::Opener> OutputBoxes::Openers() {
-  std::vector<Screen::Opener> openers;
-  for (int code = kHistogram; code <= kLevelCrossing; ++code) {
-    Button& button = Setups[static_cast<std::size_t>(code - kHistogram)];
-    openers.push_back({std::string(textOf(code).screen), "",
-                       [&button](std::string_view) { return button.Usable() && button.Press(); }});
+// Why the parameters of an output can't be shown; empty when they can.
+std::string OutputBoxes::whyNoSetup(int code) const {
+  const CheckBox& box = Boxes[static_cast<std::size_t>(code)];
+  if (store_.Tables[TableShown()].TableOn == kFalse) {
+    return "Table " + NumberText(TableShown()) + " is off.";
   }
-  return openers;
+  if (!offered_[static_cast<std::size_t>(code)] || !AskParameters) {
+    return box.Caption + " is not available here.";
+  }
+  return box.Checked() ? std::string() : box.Caption + " is not selected.";
 }
 
 bool OutputBoxes::isSelected(int code) const { return IsSelected(*output_, TableShown(), code); }

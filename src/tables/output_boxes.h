@@ -24,7 +24,7 @@ class OutputBoxes {
   // "Smp", "Max", "Min", "Avg", "Std", "Hst", "RFH", "LCr", by their OutputCode.
   std::array<CheckBox, kOutputCodes> Boxes;
   // Show the parameters again: "HstSetup", "RFHSetup", "LCrSetup".
-  std::array<Button, 3> Setups;
+  std::array<Opener, 3> Setups;
 
   // Asks for the parameters of a histogram, a rainflow or a level crossing in a table, from 1, and
   // changes them; false when the user cancelled. Without it none of the three can be chosen.
@@ -35,7 +35,7 @@ class OutputBoxes {
   // Shows this output set, which must stay while the screen is shown, and the first table that
   // stores anything of it.
   void Show(OutputSet& output);
-  // Shows again what may be chosen, after the tables or the hooks changed.
+  // Shows again what may be chosen, after the tables changed.
   void Refresh();
 
   [[nodiscard]] int TableShown() const { return Table.Index() + 1; }
@@ -47,13 +47,11 @@ class OutputBoxes {
   // False when none was.
   bool SampleInstead(std::initializer_list<OutputCode> codes);
 
-  // For the screen to add: the three parameter screens of the table shown.
-  [[nodiscard]] std::vector<Screen::Opener> Openers();
-
  private:
   void bind();
   void onClick(int code);
   [[nodiscard]] bool setUp(OutputCode code);
+  [[nodiscard]] std::string whyNoSetup(int code) const;
   [[nodiscard]] bool isSelected(int code) const;
   void select(int code, bool on);
   void changed();

@@ -1,31 +1,17 @@
 #include "tables/output_parameters.h"
 
-#include "tables/frm_histogram.h"
-#include "tables/frm_level.h"
-#include "tables/frm_rain_histo.h"
+#include "controls/screen_factory.h"
 
 namespace ostrand {
-namespace {
 
-bool ask(const ScreenContext& context, HistoScreen& screen) {
-  context.host.ShowModal(screen);
-  return !screen.UserCancelled;
+std::string_view ParameterScreenOf(OutputCode code) {
+  if (code == kHistogram) return "frmHistogram";
+  return code == kRainFlow ? "frmRainHisto" : "frmLevel";
 }
 
-}  // namespace
-
-bool AskOutputParameters(const ScreenContext& context, OutputCode code, const HistoTarget& target,
-                         std::string_view stem) {
-  if (code == kHistogram) {
-    frmHistogram screen(context, target);
-    return ask(context, screen);
-  }
-  if (code == kRainFlow) {
-    frmRainHisto screen(context, target);
-    return ask(context, screen);
-  }
-  frmLevel screen(context, target, stem);
-  return ask(context, screen);
+bool AskOutputParameters(const ScreenContext& context, OutputCode code, const HistoTarget& target) {
+  HistoTarget asked = target;
+  return OpenScreen(context, ParameterScreenOf(code), asked);
 }
 
 }  // namespace ostrand

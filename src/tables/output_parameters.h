@@ -9,9 +9,11 @@
 
 namespace ostrand {
 
-// Asks for the parameters of an output by the screen of its instruction. `stem` names the arrays of
-// its levels, as LevelStem gives it. False when the user cancelled.
-bool AskOutputParameters(const ScreenContext& context, OutputCode code, const HistoTarget& target,
-                         std::string_view stem);
+// The screen of an output that has parameters.
+std::string_view ParameterScreenOf(OutputCode code);
+
+// Asks for the parameters of an output by the screen of its instruction. False when the user
+// cancelled.
+bool AskOutputParameters(const ScreenContext& context, OutputCode code, const HistoTarget& target);
 
 }  // namespace ostrand

@@ -59,9 +59,8 @@ class AnyUser : public testing::ScriptedForms, public ScreenHost {
   void act(Screen& screen) {
     if (Below(3) == 0) {
       const auto& openers = screen.Openers();
-      if (!openers.empty()) {
-        openers[static_cast<std::size_t>(Below(openers.size()))].open(NumberText(Below(9)));
-      }
+      Opener& opener = *openers[static_cast<std::size_t>(Below(openers.size()))];
+      if (opener.Usable()) opener.Press();
       return;
     }
     Control& control =
@@ -91,23 +90,36 @@ class AnyUser : public testing::ScriptedForms, public ScreenHost {
   std::mt19937 random_;
 };
 
+// Makes all screens, but for field names: those give the sensors values at random.
+class AnyFieldNames : public ScreenFactory {
+ public:
+  explicit AnyFieldNames(AnyUser& user) : user_(user) {}
+  [[nodiscard]] std::unique_ptr<Screen> Make(const ScreenContext& context,
+                                             ScreenRequest& request) const override {
+    auto* names = dynamic_cast<RequestWith<FieldNamesRequest>*>(&request);
+    if (names == nullptr) return AllScreens().Make(context, request);
+    for (RepAlias& alias : names->Get().aliases) {
+      const int byHand = user_.Below(8);
+      alias = {alias.AliasName, "", "", "", NumberText(byHand)};
+      if ((byHand & kUnitsByHand) != 0) alias.AliasUnits = "own";
+      if ((byHand & kMultByHand) != 0) alias.AliasMult = "7";
+      if ((byHand & kOffsetByHand) != 0) alias.AliasOffset = "-7";
+    }
+    return nullptr;
+  }
+
+ private:
+  AnyUser& user_;
+};
+
 class AnyActions : public testing::ScreenTest {
  protected:
   // A list of blocks and the setups of its blocks under any actions.
   template <class List>
   void play(AnyUser& user) {
-    SetupHooks hooks;
-    hooks.FieldNames = [&](const FieldNamesRequest& request) {
-      for (RepAlias& alias : request.aliases) {
-        const int byHand = user.Below(8);
-        alias = {alias.AliasName, "", "", "", NumberText(byHand)};
-        if ((byHand & kUnitsByHand) != 0) alias.AliasUnits = "own";
-        if ((byHand & kMultByHand) != 0) alias.AliasMult = "7";
-        if ((byHand & kOffsetByHand) != 0) alias.AliasOffset = "-7";
-      }
-    };
+    const AnyFieldNames screens(user);
     {
-      List list({*store, user, user, options, 0, kinds}, hooks);
+      List list({*store, user, user, screens, options, 0, kinds});
       user.ShowModal(list);
     }
     seen.merge(user.texts);
@@ -124,11 +136,11 @@ class AnyActions : public testing::ScreenTest {
       actions(setup);
       setup.Done();
     };
-    frmTempBlock temps(context, noHooks);
-    frmVoltBlock volts(context, noHooks);
-    frmTK40MBlock muxes(context, noHooks);
-    frmBrdgBlock bridges(context, noHooks);
-    frmPulseBlock pulses(context, noHooks);
+    frmTempBlock temps(context);
+    frmVoltBlock volts(context);
+    frmTK40MBlock muxes(context);
+    frmBrdgBlock bridges(context);
+    frmPulseBlock pulses(context);
     for (Screen* list : std::initializer_list<Screen*>{&temps, &volts, &muxes, &bridges, &pulses}) {
       const std::string setup = list->Name().substr(0, list->Name().size() - 5) + "Setup";
       for (int b = 1; b <= kBlocks; ++b) testing::Open(*list, setup, NumberText(b));
@@ -170,7 +182,6 @@ class AnyActions : public testing::ScreenTest {
   }
 
   std::set<std::string> seen;  // texts of boxes
-  const SetupHooks noHooks;
 };
 
 TEST_F(AnyActions, AnalogBlocksKeepWithinThePanelAndTheMultiplexers) {

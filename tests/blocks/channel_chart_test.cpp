@@ -14,7 +14,7 @@ class ChannelChartTest : public ScreenTest {};
 TEST_F(ChannelChartTest, SingleEndedThenDifferentialLeavesAGap) {
   const ChartBlocks blocks = {{{3, "SE"}, {2, "Diff"}}, {}, {{1, "SE", 3}, {1, "Diff", 1}}};
   store->Config.TK40MQty = 1;
-  frmLogGraph graph(context, blocks, {});
+  frmLogGraph graph(context, {blocks, {}});
   const std::string_view expected[] = {"TBlk1(1)", "TBlk1(2)", "TBlk1(3)", "free",     "TBlk2(1)",
                                        "TBlk2(1)", "TBlk2(2)", "TBlk2(2)", "BBlk1(1)", "BBlk1(1)",
                                        "BBlk2(1)", "BBlk2(1)", "BBlk2(1)", "BBlk2(1)", "free"};
@@ -32,7 +32,7 @@ TEST_F(ChannelChartTest, ByHandBlocksMayOverlapAndLeaveThePanel) {
   starts.Temp[1] = 2;
   starts.Volt[1] = 3;
   starts.Volt[2] = 40;
-  frmLogGraph graph(context, {{{1, "Diff"}}, {{2, "SE"}, {3, "SE"}}, {}}, starts);
+  frmLogGraph graph(context, {{{{1, "Diff"}}, {{2, "SE"}, {3, "SE"}}, {}}, starts});
   EXPECT_EQ(Shown(graph, "SE2"), "free");
   EXPECT_EQ(Shown(graph, "SE3"), "TBlk1(1), VBlk1(1)");
   EXPECT_EQ(Shown(graph, "SE4"), "TBlk1(1), VBlk1(2)");

@@ -113,7 +113,7 @@ TEST_F(CalculatedScreen, OffersTheVariablesThatAFormulaTakes) {
   store->Can.Item[1].Alias[2].AliasName = "Wheel";
   setItem(2, "CanTemp", 2);
   setItem(3, "Torque", 1);
-  const frmCalculated screen(context, place, nullptr);
+  const frmCalculated screen(context, place);
   for (const Choice* list : {&screen.cboMeas1, &screen.cboMeas2}) {
     for (const std::string_view name :
          {"VBlk1(1)", "Oil", "Wheel", "CanTemp(1)", "CanTemp(2)", "Torque"}) {

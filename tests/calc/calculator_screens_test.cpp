@@ -69,17 +69,24 @@ TEST_F(CalculatorScreens, DoneKeepsTheInputsAndCancelDoesNot) {
       }
     }
   };
-  for (const CalculatorSource& source :
-       {CalculatorSource{"Pulse"}, {"Brdg"}, {"Brdg", "", false, false, true}}) {
-    const std::size_t calculators = frmSolveList(context, source).Openers().size();
-    for (std::size_t nth = 0; nth < calculators; ++nth) {
+  for (const SolveSource& source :
+       {SolveSource{"Pulse", ""}, {"Brdg", ""}, {"Brdg", "", false, false, true}}) {
+    SolveRequest request{source, {}};
+    std::vector<std::string> calculators;
+    const frmSolveList list(context, request);
+    for (const Opener* opener : list.Openers()) {
+      if (opener->Usable()) calculators.push_back(opener->Opens());
+    }
+    EXPECT_EQ(calculators.size(), source.kind == "Pulse" ? 5U : source.inOhms ? 1U : 2U);
+    for (const std::string& calculator : calculators) {
       const auto open = [&](const std::function<void(Screen&)>& act) {
         host.onShow = [&](Screen& screen) {
           if (screen.Name() != "frmSolveList") return act(screen);
-          EXPECT_TRUE(screen.Openers()[nth].open(""));
+          EXPECT_TRUE(Open(screen, calculator));
           if (screen.Result() == ModalResult::kNone) screen.Cancel();
         };
-        return SolveScaling(context, source).has_value();
+        request = {source, {}};
+        return SolveScaling(context, request);
       };
       std::string before, edited;
       EXPECT_FALSE(open([&](Screen& screen) {

@@ -26,7 +26,7 @@ class CanScreens : public testing::TableScreens {
   CanScreens() { store->Config.CanBusQty = 1; }
 
   std::unique_ptr<frmCanBus> busScreen() {
-    return std::make_unique<frmCanBus>(context, files, "/work/", CanHooks{});
+    return std::make_unique<frmCanBus>(context, CanRequest{files, "/work/"});
   }
   // A project with so many items that can be measured.
   void giveItems(int count) {
@@ -116,14 +116,15 @@ class PickScreen : public CanScreens {
         "ORVUSV5\r\n" + std::string(kHeader) + "\r\n\"A\",1,0,0,0,0,0,1,1,1,A,1,0,\r\n";
   }
   std::unique_ptr<frmCanPick> pickScreen() {
-    return std::make_unique<frmCanPick>(
-        context, frmCanPick::Subject{files, "/work/", present, "/work/a.29LST"});
+    request.emplace(CanPickRequest{files, "/work/", present, "/work/a.29LST"});
+    return std::make_unique<frmCanPick>(context, *request);
   }
   void expectQuestion(Answer answer) {
     forms.ExpectBoxWith("SAVE PICK LIST FILE", "Edits have been made", answer);
   }
 
   CanListItem present;
+  std::optional<CanPickRequest> request;
 };
 
 TEST_F(PickScreen, EditsAreAskedForAndSaved) {
@@ -161,7 +162,7 @@ TEST_F(PickScreen, AnItemThatNoProjectCanKeepIsNotPicked) {
     forms.helpLines.clear();
     screen->Done();
     EXPECT_EQ(screen->Result(), ModalResult::kNone) << line;
-    EXPECT_FALSE(screen->Picked());
+    EXPECT_FALSE(request->picked);
     ASSERT_EQ(forms.helpLines.size(), 1U);
     EXPECT_TRUE(forms.helpLines[0].starts_with("A text can't hold \"[\""));
   }

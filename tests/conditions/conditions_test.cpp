@@ -115,7 +115,7 @@ class VoltProject : public testing::TableScreens {
 
 class ConditionsTest : public VoltProject {
  protected:
-  Screen screen{{*store, forms, host, options, 0, kinds}, "frmTest"};
+  Screen screen{{*store, forms, host, AllScreens(), options, 0, kinds}, "frmTest"};
   ConditionVariables variables{*store, kinds};
   ConditionSet set{screen,
                    variables,

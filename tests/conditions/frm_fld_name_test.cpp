@@ -9,9 +9,10 @@ namespace {
 
 class FieldNamesTest : public testing::TableScreens {
  protected:
-  std::unique_ptr<frmFldName> open(frmFldName::Calculator calculator = {}) {
-    FieldNamesRequest block{ORVUS_DOBJ_BLK_VOLT, 1, "VBlk1", {"Volts", 2.5F, 1}, false, rows};
-    return std::make_unique<frmFldName>(context, block, std::move(calculator));
+  std::unique_ptr<frmFldName> open(OrvusDataObjTypes kind = ORVUS_DOBJ_BLK_VOLT,
+                                   bool gaugeFactor = false) {
+    FieldNamesRequest block{kind, 1, "VBlk1", {"Volts", 2.5F, 1}, gaugeFactor, rows};
+    return std::make_unique<frmFldName>(context, block);
   }
   std::vector<RepAlias> rows = std::vector<RepAlias>(3, RepAlias{"", "", "", "", "0"});
 };
@@ -42,15 +43,22 @@ TEST_F(FieldNamesTest, OnlyWhatDiffersFromTheDefaultIsKept) {
 }
 
 TEST_F(FieldNamesTest, ACalculatorAnswersForOneSensor) {
-  EXPECT_FALSE(usable(*open(), "Solve2"));
-  const auto form = open([](DefaultScaling& scaling) {
-    EXPECT_EQ(scaling, (DefaultScaling{"Volts", 2.5F, 1}));
-    scaling = {"PSI", 68.9476F, 1};
-    return true;
-  });
-  press(*form, "Solve2");
+  EXPECT_EQ((*open(ORVUS_DOBJ_BLK_BRIDGE, true))[2].Solve.WhyDisabled,
+            "No calculator finds a gauge factor.");
+  EXPECT_EQ((*open(ORVUS_DOBJ_BLK_QBCAN))[2].Solve.WhyDisabled,
+            "The values of a CAN item are scaled already.");
+  const auto form = open();
+  host.onShow = [](Screen& screen) {
+    if (screen.Name() == "frmSolveList") return testing::Press(screen, "MultOff");
+    EXPECT_EQ(testing::Shown(screen, "XAxis"), "Input mV");
+    testing::Type(screen, "YMax", "689.476");
+    testing::Type(screen, "XMax", "10");
+    testing::Type(screen, "Units", "PSI");
+    screen.Done();
+  };
+  EXPECT_TRUE(testing::Open(*form, "frmSolveList", "2"));
   form->Done();
-  EXPECT_EQ(rows[1], (RepAlias{"", "PSI", "68.9476", "", "3"}));
+  EXPECT_EQ(rows[1], (RepAlias{"", "PSI", "68.9476", "0", "7"}));
 }
 
 TEST(AliasRename, NamesMatchWholeWithTheirIndexAndAllAtOnce) {

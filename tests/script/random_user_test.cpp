@@ -16,7 +16,7 @@
 #include "model/defaults.h"
 #include "model/new_store.h"
 #include "projectfile/genfile.h"
-#include "script/setup_screens.h"
+#include "screens/setup_screens.h"
 #include "session/ostrand.h"
 #include "support/fixed_clock.h"
 #include "support/memory_filesystem.h"
@@ -245,6 +245,7 @@ class Round {
     user_.mood = RandomUser::Mood::kEdits;
     session_.Click(button);
     if (!user_.stuck.empty()) return user_.stuck + " can't be left";
+    if (!user_.unexplained.empty()) return user_.unexplained + " does not say why it is disabled";
     if (!user_.trouble.empty()) return user_.trouble;
     const std::string after = saved(session_.Store());
     if (user_.ended == ModalResult::kCancel && withoutOwnScreens(session_.Store()) != before) {

@@ -156,7 +156,7 @@ const Stop kStops[] = {
     {"NotFromHere", "open frmVoltBlock\nopen frmBrdgSetup 1\n",
      "line 2: frmVoltBlock does not open frmBrdgSetup"},
     {"NoBlock", "open frmVoltBlock\nopen frmVoltSetup 1\n",
-     "line 2: frmVoltSetup can't be opened now"},
+     "line 2: frmVoltSetup can't be opened now: There is no block 1."},
     {"NoControl", "open frmVoltBlock\nspin Count up\n",
      "line 2: frmVoltBlock has no control Count"},
     {"NoControlToLookAt", "open frmVoltBlock\nexpect Count 0\n",

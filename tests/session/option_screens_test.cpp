@@ -3,6 +3,7 @@
 
 #include "model/new_store.h"
 #include "model/options.h"
+#include "screens/all_screens.h"
 #include "session/frm_opt_gen.h"
 #include "session/frm_opt_orvus.h"
 #include "support/cli_run.h"
@@ -36,7 +37,7 @@ class OptionScreens : public ::testing::Test {
   OptionValues options;
   std::vector<i32> kinds;
   std::unique_ptr<ProjectStore> store = NewStore();
-  ScreenContext context{*store, forms, host, options, 0, kinds};
+  ScreenContext context{*store, forms, host, AllScreens(), options, 0, kinds};
 };
 
 TEST_F(OptionScreens, ASettingsScreenThatIsOnlyLookedAtChangesNothing) {

@@ -16,7 +16,7 @@
 #include "platform/posix/posix_filesystem.h"
 #include "platform/posix/user_folders.h"
 #include "platform/socket.h"
-#include "script/setup_screens.h"
+#include "screens/setup_screens.h"
 #include "session/settings.h"
 #include "support/memory_filesystem.h"
 #include "support/scripted_forms.h"

@@ -13,7 +13,6 @@ using platform::Answer;
 
 constexpr int kMaxActions = 60;  // on one screen
 constexpr int kMaxWaysOut = 200;
-constexpr int kMaxBlock = 9;  // also numbers that no block has
 
 std::string inQuotes(std::string_view text) {
   std::string result = "\"";
@@ -70,12 +69,18 @@ void RandomUser::look(Screen& screen) {
   if (screen.Result() == ModalResult::kNone) leave(screen);
 }
 
-// Those of blocks for each block; others with what they say of their argument.
+// An opener that can't be used says why.
+void RandomUser::checkOpeners(const Screen& screen) {
+  for (const Opener* opener : screen.Openers()) {
+    if (opener->Usable() || !opener->WhyDisabled.empty()) continue;
+    unexplained = screen.Name() + "." + opener->Name();
+  }
+}
+
 void RandomUser::openAll(Screen& screen) {
-  for (const Screen::Opener& opener : screen.Openers()) {
-    for (int block = 1; block <= (opener.argument == "block" ? kMaxBlock : 1); ++block) {
-      opener.open(NumberText(block));
-    }
+  checkOpeners(screen);
+  for (Opener* opener : std::vector(screen.Openers())) {
+    if (opener->Usable()) opener->Press();
   }
 }
 
@@ -107,13 +112,14 @@ void RandomUser::act(Screen& screen) {
 }
 
 void RandomUser::openAny(Screen& screen) {
+  checkOpeners(screen);
   const auto& openers = screen.Openers();
   if (openers.empty()) return;
   moveFocus(screen, nullptr);
-  const auto& opener = openers[static_cast<std::size_t>(Below(openers.size()))];
-  const std::string argument = NumberText(Below(kMaxBlock + 1));
-  note("open " + opener.name + " " + argument);
-  opener.open(argument);
+  Opener& opener = *openers[static_cast<std::size_t>(Below(openers.size()))];
+  if (!opener.Usable()) return;
+  note("open " + opener.Opens() + " " + opener.ForWhich().value);
+  opener.Press();
 }
 
 void RandomUser::use(Control& control) {

@@ -45,12 +45,14 @@ class RandomUser : public platform::Forms, public ScreenHost {
   ModalResult ended = ModalResult::kNone;  // how the last screen of the main row did
   std::string trouble;                     // what was reported as a failure of the system
   std::string stuck;                       // the screen that could not be left
+  std::string unexplained;                 // openers that can't be used, and give no reason
 
  private:
   void edit(Screen& screen);
   void look(Screen& screen);
   void act(Screen& screen);
   void openAny(Screen& screen);
+  void checkOpeners(const Screen& screen);
   void openAll(Screen& screen);
   void use(Control& control);
   std::string textFor(const Control& control);

@@ -14,6 +14,7 @@
 #include "model/new_store.h"
 #include "model/options.h"
 #include "model/variables.h"
+#include "screens/all_screens.h"
 #include "support/scripted_forms.h"
 
 namespace ostrand::testing {
@@ -74,8 +75,9 @@ inline bool IsUsable(const Screen& screen, std::string_view name) {
 // Opens a screen by its name; false when it can't be opened now.
 inline bool Open(Screen& screen, std::string_view name, std::string_view argument = {}) {
   screen.MoveFocus(nullptr);
-  for (const Screen::Opener& opener : screen.Openers()) {
-    if (opener.name == name) return opener.open(argument);
+  for (Opener* opener : screen.Openers()) {
+    if (opener->Opens() != name || !opener->IsFor(argument)) continue;
+    return opener->Usable() && opener->Press();
   }
   return false;
 }
@@ -109,7 +111,8 @@ class ScreenTest : public ::testing::Test {
   OptionValues options;
   std::vector<i32> kinds{kVariableKinds.begin(), kVariableKinds.end()};
   std::unique_ptr<ProjectStore> store = NewStore();
-  ScreenContext context{*store, forms, host, options, -1, kinds};  // with all warnings
+  ScreenContext context{*store,  forms, host, AllScreens(),
+                        options, -1,    kinds};  // with all warnings
 };
 
 }  // namespace ostrand::testing

@@ -128,7 +128,7 @@ TEST_F(TableSetupTest, MediaHaveTheirSpace) {
   store->Scan.BufferScans = 1200;
   store->Scan.ScanBuffer = "1";
   TableObjects tables = TableObjectsOf(*store);
-  frmTableTimes times(context, tables, 1);
+  frmTableTimes times(context, {tables, 1});
   EXPECT_EQ(shown(times, "BurstNote"), "12,000 bytes used for Burst Buffer.");
   EXPECT_EQ(shown(times, "Space"), "988,000");
   EXPECT_FALSE(times.TotalBytes.Flashes);

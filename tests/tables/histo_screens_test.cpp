@@ -82,7 +82,7 @@ TEST_F(HistoScreens, WhatIsOnlyLookedAtStaysAsItWasWritten) {
   histo().LevelMeas = 7;
   histo().LevNumLevels = histo().LevNumTests = 2;
   histo().LevelVarOne[1] = histo().LevelVarTwo[1] = 1;
-  frmLevel level(context, {histo(), 1, "FP2"}, "VBlk1");
+  frmLevel level(context, {histo(), 1, "FP2", "VBlk1"});
   EXPECT_EQ(shown(level, "LevelMeas"), "Flag(1)");
   level.Done();
   EXPECT_EQ(histo().LevelCode, "4,3,0,0.5");
@@ -90,7 +90,7 @@ TEST_F(HistoScreens, WhatIsOnlyLookedAtStaysAsItWasWritten) {
 }
 
 TEST_F(HistoScreens, EachLevelIsKeptOnceAndNoMoreThan40) {
-  frmLevel screen(context, {histo(), 1, "FP2"}, "VBlk1");
+  frmLevel screen(context, {histo(), 1, "FP2", "VBlk1"});
   for (const std::string_view value : {"5", "-1", "0.5", "5", "0.50"}) add(screen, "One", value);
   EXPECT_EQ(forms.beeps, 2) << "a value that is there already";
   for (int value = 6; value <= 43; ++value) add(screen, "One", std::to_string(value));
@@ -177,13 +177,13 @@ TEST_F(HistoScreens, ProgramRecordAndDescriptionAgree) {
     OutputSet& output = *outputs[at];
     ASSERT_EQ(source.output, &output) << source.name;
     for (int t = 1; t <= 2; ++t) {
-      const HistoTarget target{output.Histo[t], t, source.resolution};
+      const HistoTarget target{output.Histo[t], t, source.resolution, LevelStem(source)};
       frmHistogram histogram(context, target);
       fill(histogram,
            {{"Bins", "20"}, {"LowerLimit", "-50"}, {"UpperLimit", "120.5"}, {"Weight", "1"}});
       frmRainHisto rain(context, target);
       fill(rain, {{"MeanBins", "3"}, {"AmpBins", "4"}, {"UpperLimit", "10"}});
-      frmLevel level(context, target, LevelStem(source));
+      frmLevel level(context, target);
       for (const std::string_view value : {"1", "2", "3"}) add(level, "One", value);
       if (t == 1) {
         pick(level, "NumDims", "Two Dimensions");

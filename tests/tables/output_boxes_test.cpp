@@ -77,7 +77,7 @@ TEST_F(OutputBoxesTest, SingleValuesAreEditedAsACopyUnderTheirTitles) {
   };
   for (const Case& row : cases) {
     SCOPED_TRACE(row.caption);
-    frmPortTables form(context, row.value, row.number);
+    frmPortTables form(context, ValueOutputsRequest{row.value, row.number});
     EXPECT_EQ(form.Caption, row.caption);
     int codes = 0;
     for (const CheckBox& box : form.Output.Boxes) codes += box.Usable() ? 1 : 0;
@@ -107,7 +107,7 @@ TEST_F(OutputBoxesTest, SingleValuesOfferWhatTheFileKeeps) {
     PortSlot& slot = store->Ports.Slot[0];
     slot.ReadMode = offer.readMode;
     slot.Ports[kPorts].Include = kTrue;
-    frmPortTables form(context, offer.value);
+    frmPortTables form(context, ValueOutputsRequest{offer.value});
     std::string usable;
     for (const CheckBox& box : form.Output.Boxes) {
       if (box.Usable()) usable += box.Name() + " ";

@@ -1,4 +1,4 @@
-// The setup screens behind the main buttons, and the screens of the user's options.
+// The screens that the main buttons open, and those of the user's options.
 #pragma once
 
 #include <array>

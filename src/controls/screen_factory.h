@@ -1,0 +1,61 @@
+// The one way from a screen to another: by name, with what the other screen works on.
+#pragma once
+
+#include <memory>
+#include <string_view>
+
+#include "controls/screen.h"
+
+namespace ostrand {
+
+// A screen that is wanted. Its data is a plain struct that the room of the screen, or one below,
+// declares; who opens the screen knows that struct and not the screen.
+class ScreenRequest {
+ public:
+  explicit ScreenRequest(std::string_view screen) : screen_(screen) {}
+  virtual ~ScreenRequest() = default;
+  ScreenRequest(const ScreenRequest&) = delete;
+  ScreenRequest& operator=(const ScreenRequest&) = delete;
+
+  [[nodiscard]] std::string_view Screen() const { return screen_; }
+
+ private:
+  std::string_view screen_;
+};
+
+template <class Data>
+class RequestWith final : public ScreenRequest {
+ public:
+  RequestWith(std::string_view screen, Data& data) : ScreenRequest(screen), data_(data) {}
+  [[nodiscard]] Data& Get() const { return data_; }
+
+ private:
+  Data& data_;
+};
+
+// Makes every screen of the program.
+class ScreenFactory {
+ public:
+  virtual ~ScreenFactory() = default;
+  // Null for a screen that it does not have, or not with such data.
+  [[nodiscard]] virtual std::unique_ptr<Screen> Make(const ScreenContext& context,
+                                                     ScreenRequest& request) const = 0;
+};
+
+// A screen by its name, with its data, which outlives it; null as above.
+std::unique_ptr<Screen> MakeScreen(const ScreenContext& context, std::string_view screen);
+template <class Data>
+std::unique_ptr<Screen> MakeScreen(const ScreenContext& context, std::string_view screen,
+                                   Data& data) {
+  RequestWith<Data> request(screen, data);
+  return context.screens.Make(context, request);
+}
+
+// Shows a screen until it ends; true when it ended with Done.
+bool OpenScreen(const ScreenContext& context, const std::unique_ptr<Screen>& screen);
+template <class Data>
+bool OpenScreen(const ScreenContext& context, std::string_view screen, Data& data) {
+  return OpenScreen(context, MakeScreen(context, screen, data));
+}
+
+}  // namespace ostrand
