@@ -326,27 +326,33 @@ void levelSource(ProgramRun& run, const HistoSet& level, std::string_view name,
   if (level.NumDims == 1) putSource(2, level.LevelMeasName, "'2nd");
 }
 
-void levelSources(ProgramRun& run) {
-  for (const Family family : {Family::kTemp, Family::kVolt, Family::kBridge, Family::kPulse,
-                              Family::kTK40M, Family::kCan}) {
-    const bool item = family == Family::kCan;
-    if (item && !CanInUse(run.store)) continue;
-    for (const BlockView& view : run.Blocks(family)) {
-      if (item && (!HasReps(view) || run.store.Can.Item[view.n].Enabled == 0)) continue;
-      const std::string& source = view.names.source;
-      for (int t = 1; t <= kTables; ++t) {
-        if (!IsSelected(view.data->Output, t, kLevelCrossing)) continue;
-        const HistoSet& level = view.data->Output.Histo[t];
-        if (item) {
-          levelSource(run, level, Joined({"LC", source, t}), source + "(1)");
-          continue;
-        }
-        for (int i = 1; i <= view.data->Reps; ++i) {
-          levelSource(run, level, Joined({"LC", source, "_", t, "_", i}),
-                      Joined({source, "(", i, ")"}));
-        }
-      }
+void levelSourcesOfBlock(ProgramRun& run, const BlockView& view) {
+  const std::string& source = view.names.source;
+  for (int t = 1; t <= kTables; ++t) {
+    if (!IsSelected(view.data->Output, t, kLevelCrossing)) continue;
+    for (int i = 1; i <= view.data->Reps; ++i) {
+      levelSource(run, view.data->Output.Histo[t], Joined({"LC", source, "_", t, "_", i}),
+                  Joined({source, "(", i, ")"}));
     }
+  }
+}
+
+void levelSourcesOfItem(ProgramRun& run, const BlockView& view) {
+  if (!HasReps(view) || run.store.Can.Item[view.n].Enabled == 0) return;
+  const std::string& source = view.names.source;
+  for (int t = 1; t <= kTables; ++t) {
+    if (!IsSelected(view.data->Output, t, kLevelCrossing)) continue;
+    levelSource(run, view.data->Output.Histo[t], Joined({"LC", source, t}), source + "(1)");
+  }
+}
+
+void levelSources(ProgramRun& run) {
+  for (const Family family :
+       {Family::kTemp, Family::kVolt, Family::kBridge, Family::kPulse, Family::kTK40M}) {
+    for (const BlockView& view : run.Blocks(family)) levelSourcesOfBlock(run, view);
+  }
+  if (CanInUse(run.store)) {
+    for (const BlockView& view : run.Blocks(Family::kCan)) levelSourcesOfItem(run, view);
   }
   for (int t = 1; t <= kTables; ++t) {
     for (int c = 1; c <= run.store.CalcFields.CalcFieldCount; ++c) {

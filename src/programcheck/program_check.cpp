@@ -198,6 +198,27 @@ class Checker {
     use(declareFirst(tables_, opened ? rest.subspan(1) : rest, "DataTable"));
   }
 
+  // A declaration, of the program's head or of a subroutine; false for any other statement.
+  bool takeDeclaration(const Token& first, Tokens rest) {
+    if (first.Is("CONST")) {
+      use(declareFirst(variables_, rest, "Const"));
+    } else if (first.Is("DIM") || first.Is("PUBLIC")) {
+      takeVariables(rest, first.text);
+    } else if (first.Is("ALIAS")) {
+      takeAlias(rest);
+    } else if (first.Is("UNITS")) {
+      use(rest);
+    } else if (first.Is("DATATABLE")) {
+      takeTable(rest);
+    } else if (first.Is("SUB")) {
+      blocks_.Open(Block::kSub, line_);
+      use(declareFirst(subs_, rest, "Sub"));
+    } else {
+      return false;
+    }
+    return true;
+  }
+
   void take(Tokens statement) {
     if (statement.empty()) return;
     const Token& first = statement[0];
@@ -205,16 +226,8 @@ class Checker {
     const auto closes = [&](std::string_view joined, std::string_view second) {
       return first.Is(joined) || (first.Is("END") && !rest.empty() && rest[0].Is(second));
     };
-    if (first.Is("CONST")) return use(declareFirst(variables_, rest, "Const"));
-    if (first.Is("DIM") || first.Is("PUBLIC")) return takeVariables(rest, first.text);
-    if (first.Is("ALIAS")) return takeAlias(rest);
-    if (first.Is("UNITS")) return use(rest);
-    if (first.Is("DATATABLE")) return takeTable(rest);
+    if (takeDeclaration(first, rest)) return;
     if (first.Is("ENDTABLE")) return blocks_.Close(Block::kTable, line_);
-    if (first.Is("SUB")) {
-      blocks_.Open(Block::kSub, line_);
-      return use(declareFirst(subs_, rest, "Sub"));
-    }
     if (closes("ENDSUB", "SUB")) return blocks_.Close(Block::kSub, line_);
     if (first.Is("BEGINPROG")) return blocks_.Open(Block::kProgram, line_);
     if (first.Is("ENDPROG")) return blocks_.Close(Block::kProgram, line_);

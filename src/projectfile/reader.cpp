@@ -497,86 +497,76 @@ using FamilyKeys =
 
 using P = ProjectStore;
 
-Fate takeKey(ProjectStore& store, Section section, const Key& key, std::string_view value) {
-  switch (section) {
-    case Section::kGenVersion:
-      return Keys<Single<kGenVersionKeys, &P::Gen>>::Take(store, key, value);
-    case Section::kConfiguration:
-      return Keys<Single<kOperatorKeys, &P::Gen>, Single<kQuantityKeys, &P::Config>,
-                  Elements<kMonitorPowerKeys, &P::Config, &Configuration::MonitorPower>,
-                  Elements<kTcConfigOptsKeys, &P::Config, &Configuration::TcConfigOpts>,
-                  Single<kConfigurationKeys, &P::Config>, StatusRows>::Take(store, key, value);
-    case Section::kScanSetup:
-      return Keys<Single<kScanKeys, &P::Scan>>::Take(store, key, value);
-    case Section::kTableSetup:
-      return Keys<Single<kDisplayKeys, &P::Tables>, TableSwitches, TableMembers<kTableKeys>,
-                  TriggerRows<0>, TableMembers<kTrigTabStopKeys>, TriggerRows<1>,
-                  TableMembers<kEventStartKeys, Brackets::kStart>,
-                  TableMembers<kEventStopKeys, Brackets::kStop>, TableMembers<kEventKeys>,
-                  TableMembers<kTableControlKeys>, WriteRows,
-                  TableMembers<kWriteGroupKeys>>::Take(store, key, value);
-    case Section::kPowerOut:
-      return Keys<Single<kReferenceKeys, &P::PowerOut>,
-                  ReferenceSelections<&P::PowerOut, kPowerOutCodes>,
-                  ReferenceHisto<kHistogramKeys, &P::PowerOut>,
-                  ReferenceHisto<kRainHistoKeys, &P::PowerOut>>::Take(store, key, value);
-    case Section::kTK40MRef:
-      return Keys<Single<kReferenceKeys, &P::TK40MRef>,
-                  ReferenceSelections<&P::TK40MRef, kReferenceCodes>,
-                  ReferenceHisto<kHistogramKeys, &P::TK40MRef>,
-                  ReferenceHisto<kRainCodeKeys, &P::TK40MRef>>::Take(store, key, value);
-    case Section::kTK40MBlocks:
-      return FamilyKeys<TK40MFamily, ItemMembers<TK40MFamily, kTK40MOldKeys>,
-                        OldTK40MMembers<kTK40MOldTempKeys, 0>,
-                        OldTK40MMembers<kTK40MOldVoltKeys, 1>>::Take(store, key, value);
-    case Section::kTcRef:
-      return Keys<Single<kReferenceKeys, &P::TcRef>,
-                  ReferenceSelections<&P::TcRef, kReferenceCodes>>::Take(store, key, value);
-    case Section::kTempBlocks:
-      return FamilyKeys<TempFamily>::Take(store, key, value);
-    case Section::kVoltBlocks:
-      return FamilyKeys<VoltFamily>::Take(store, key, value);
-    case Section::kBridgeBlocks:
-      return FamilyKeys<BridgeFamily, HistoMembers<BridgeFamily, kBridgeOldKeys>>::Take(store, key,
-                                                                                        value);
-    case Section::kPulseBlocks:
-      return FamilyKeys<PulseFamily<0>, GroupMembers<PulseFamily<0>, kPulseOldKeys>>::Take(
-          store, key, value);
-    case Section::kPortSetup:
-      return Keys<Single<kCodeTypeKeys, &P::Ports>, PortSlotMembers, PortMembers<kPortKeys, kPorts>,
-                  PortMembers<kPolarityKeys, kPorts - 1>, PortStates, BinaryMasks, PortHistograms,
-                  PortSelections>::Take(store, key, value);
-    case Section::kFlagControl:
-      return Keys<FlagMembers, FlagStates<1>, FlagStates<2>>::Take(store, key, value);
-    case Section::kExciteControl:
-      return Keys<Single<kExciteKeys, &P::ExciteOut>, ExciteChannels>::Take(store, key, value);
-    case Section::kCanItems:
-      return FamilyKeys<CanFamily, CanModuleMembers<kCanModuleKeys>,
-                        CanModuleMembers<kCanEnabledKeys>>::Take(store, key, value);
-    case Section::kSpeedCalc:
-      return Keys<
-          Single<kSpeedCalcKeys, &P::SpeedCalc>,
-          Elements<kGearRatioKeys, &P::SpeedCalc, &SpeedCalcRecord::GearRatio>>::Take(store, key,
-                                                                                      value);
-    case Section::kMultOffCalc:
-      return Keys<Single<kLineCalcKeys, &P::MultOffCalc>>::Take(store, key, value);
-    case Section::kMVPerVoltCalc:
-      return Keys<Single<kMVPerVoltCalcKeys, &P::MVPerVoltCalc>>::Take(store, key, value);
-    case Section::kPotCalc:
-      return Keys<Single<kLineCalcKeys, &P::PotCalc>>::Take(store, key, value);
-    case Section::kRsCalc:
-      return Keys<Single<kRsCalcKeys, &P::RsCalc>>::Take(store, key, value);
-    case Section::kRpmCalc:
-      return Keys<Single<kRpmCalcKeys, &P::RpmCalc>>::Take(store, key, value);
-    case Section::kMoreSpeedCalc:
-      return Keys<Single<kMoreSpeedCalcKeys, &P::MoreSpeedCalc>>::Take(store, key, value);
-    case Section::kFlowCalc:
-      return Keys<Single<kFlowCalcKeys, &P::FlowCalc>>::Take(store, key, value);
-    case Section::kCalcFields:
-      return OutputKeys<CalcFamily, GroupMembers<CalcFamily>, ItemMembers<CalcFamily>,
-                        CalcColumns>::Take(store, key, value);
+using TakeRoutine = Fate (*)(ProjectStore& store, const Key& key, std::string_view value);
+struct SectionRoutine {
+  Section section;
+  TakeRoutine take;
+};
+constexpr SectionRoutine kSectionRoutines[] = {
+    {Section::kGenVersion, Keys<Single<kGenVersionKeys, &P::Gen>>::Take},
+    {Section::kConfiguration,
+     Keys<Single<kOperatorKeys, &P::Gen>, Single<kQuantityKeys, &P::Config>,
+          Elements<kMonitorPowerKeys, &P::Config, &Configuration::MonitorPower>,
+          Elements<kTcConfigOptsKeys, &P::Config, &Configuration::TcConfigOpts>,
+          Single<kConfigurationKeys, &P::Config>, StatusRows>::Take},
+    {Section::kScanSetup, Keys<Single<kScanKeys, &P::Scan>>::Take},
+    {Section::kTableSetup,
+     Keys<Single<kDisplayKeys, &P::Tables>, TableSwitches, TableMembers<kTableKeys>, TriggerRows<0>,
+          TableMembers<kTrigTabStopKeys>, TriggerRows<1>,
+          TableMembers<kEventStartKeys, Brackets::kStart>,
+          TableMembers<kEventStopKeys, Brackets::kStop>, TableMembers<kEventKeys>,
+          TableMembers<kTableControlKeys>, WriteRows, TableMembers<kWriteGroupKeys>>::Take},
+    {Section::kPowerOut,
+     Keys<Single<kReferenceKeys, &P::PowerOut>, ReferenceSelections<&P::PowerOut, kPowerOutCodes>,
+          ReferenceHisto<kHistogramKeys, &P::PowerOut>,
+          ReferenceHisto<kRainHistoKeys, &P::PowerOut>>::Take},
+    {Section::kTK40MRef,
+     Keys<Single<kReferenceKeys, &P::TK40MRef>, ReferenceSelections<&P::TK40MRef, kReferenceCodes>,
+          ReferenceHisto<kHistogramKeys, &P::TK40MRef>,
+          ReferenceHisto<kRainCodeKeys, &P::TK40MRef>>::Take},
+    {Section::kTK40MBlocks, FamilyKeys<TK40MFamily, ItemMembers<TK40MFamily, kTK40MOldKeys>,
+                                       OldTK40MMembers<kTK40MOldTempKeys, 0>,
+                                       OldTK40MMembers<kTK40MOldVoltKeys, 1>>::Take},
+    {Section::kTcRef, Keys<Single<kReferenceKeys, &P::TcRef>,
+                           ReferenceSelections<&P::TcRef, kReferenceCodes>>::Take},
+    {Section::kTempBlocks, FamilyKeys<TempFamily>::Take},
+    {Section::kVoltBlocks, FamilyKeys<VoltFamily>::Take},
+    {Section::kBridgeBlocks,
+     FamilyKeys<BridgeFamily, HistoMembers<BridgeFamily, kBridgeOldKeys>>::Take},
+    {Section::kPulseBlocks,
+     FamilyKeys<PulseFamily<0>, GroupMembers<PulseFamily<0>, kPulseOldKeys>>::Take},
+    {Section::kPortSetup,
+     Keys<Single<kCodeTypeKeys, &P::Ports>, PortSlotMembers, PortMembers<kPortKeys, kPorts>,
+          PortMembers<kPolarityKeys, kPorts - 1>, PortStates, BinaryMasks, PortHistograms,
+          PortSelections>::Take},
+    {Section::kFlagControl, Keys<FlagMembers, FlagStates<1>, FlagStates<2>>::Take},
+    {Section::kExciteControl, Keys<Single<kExciteKeys, &P::ExciteOut>, ExciteChannels>::Take},
+    {Section::kCanItems, FamilyKeys<CanFamily, CanModuleMembers<kCanModuleKeys>,
+                                    CanModuleMembers<kCanEnabledKeys>>::Take},
+    {Section::kSpeedCalc,
+     Keys<Single<kSpeedCalcKeys, &P::SpeedCalc>,
+          Elements<kGearRatioKeys, &P::SpeedCalc, &SpeedCalcRecord::GearRatio>>::Take},
+    {Section::kMultOffCalc, Keys<Single<kLineCalcKeys, &P::MultOffCalc>>::Take},
+    {Section::kMVPerVoltCalc, Keys<Single<kMVPerVoltCalcKeys, &P::MVPerVoltCalc>>::Take},
+    {Section::kPotCalc, Keys<Single<kLineCalcKeys, &P::PotCalc>>::Take},
+    {Section::kRsCalc, Keys<Single<kRsCalcKeys, &P::RsCalc>>::Take},
+    {Section::kRpmCalc, Keys<Single<kRpmCalcKeys, &P::RpmCalc>>::Take},
+    {Section::kMoreSpeedCalc, Keys<Single<kMoreSpeedCalcKeys, &P::MoreSpeedCalc>>::Take},
+    {Section::kFlowCalc, Keys<Single<kFlowCalcKeys, &P::FlowCalc>>::Take},
+    {Section::kCalcFields,
+     OutputKeys<CalcFamily, GroupMembers<CalcFamily>, ItemMembers<CalcFamily>, CalcColumns>::Take},
+};
+
+constexpr bool inOrder() {
+  for (std::size_t at = 0; at < std::size(kSectionRoutines); ++at) {
+    if (static_cast<std::size_t>(kSectionRoutines[at].section) != at) return false;
   }
-  return Fate::kUnknownKey;
+  return std::size(kSectionRoutines) == std::size(kSections);
+}
+static_assert(inOrder(), "a row for each section, in their order");
+
+Fate takeKey(ProjectStore& store, Section section, const Key& key, std::string_view value) {
+  return kSectionRoutines[static_cast<std::size_t>(section)].take(store, key, value);
 }
 
 // Lines

@@ -206,18 +206,18 @@ VersionReport ReadVersionReport(std::string_view report) {
 }
 
 CompileVerdict ReadCompileVerdict(std::string_view report, bool newCompiler) {
-  constexpr std::string_view mark = "Compiled OK";
-  constexpr std::string_view good = "Test compiled OK.";
+  constexpr std::string_view kMark = "Compiled OK";
+  constexpr std::string_view kGood = "Test compiled OK.";
   std::string_view rest = report;
   if (newCompiler) {
-    if (const auto line = lineWith(rest, mark)) {
-      return {true, std::string(good).append("\r\n").append(*line)};
+    if (const auto line = lineWith(rest, kMark)) {
+      return {true, std::string(kGood).append("\r\n").append(*line)};
     }
     return {false, std::string(report)};
   }
   CompileVerdict verdict;
   for (auto line = lineWith(rest, "[Compile Results]"); line;) {
-    if (Holds(*line, mark)) return {true, std::string(good)};
+    if (Holds(*line, kMark)) return {true, std::string(kGood)};
     verdict.message.append(*line).append("\r\n");
     line = rest.empty() ? std::nullopt : std::optional(TakeLine(rest));
   }

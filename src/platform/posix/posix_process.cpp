@@ -183,8 +183,8 @@ class SpawnSettings {
   SpawnSettings() {
     ::posix_spawn_file_actions_init(&actions_);
     ::posix_spawnattr_init(&attributes_);
-    constexpr std::array<int, 3> streams = {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO};
-    for (const int stream : streams) {
+    constexpr std::array<int, 3> kStreams = {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO};
+    for (const int stream : kStreams) {
       ::posix_spawn_file_actions_addopen(&actions_, stream, "/dev/null", O_RDWR, 0);
     }
     // Signals that the session ignores for itself, such as that of a file size limit, keep their
