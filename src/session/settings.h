@@ -43,8 +43,7 @@ struct SettingRow {
 // the table: CopyToTable, the screen, LoadSettings(false). At the end: SaveSettings.
 class Settings {
  public:
-  static constexpr int kFirstColor = 10;    // row of the first colour
-  static constexpr int kFirstSetting = 20;  // and of the first other setting
+  static constexpr int kFirstColor = 10;  // row of the first colour
   static constexpr int kLastSetting = 34;
   using Table = Row<SettingRow, 0, kLastSetting>;
 

@@ -15,6 +15,7 @@
 
 #include "platform/atomic_file.h"
 #include "platform/moment_text.h"
+#include "platform/paths.h"
 #include "platform/posix/posix_clock.h"
 #include "platform/posix/posix_filesystem.h"
 #include "platform/posix/posix_socket.h"
@@ -233,6 +234,16 @@ TEST_F(PosixFiles, TheNeighbourHasTheRightsAndTheOwnerOfTheFileFromTheStart) {
 }
 
 // The calls of one write, in their order: create, write, sync, close, rename, sync of the folder.
+TEST(Paths, WithoutExtensionCutsTheTitleAlone) {
+  const std::pair<std::string_view, std::string_view> cases[] = {
+      {"/v1.2/pump", "/v1.2/pump"},
+      {"C:\\v1.2\\pump.1.VKG", "C:\\v1.2\\pump.1"},
+      {"pump", "pump"},
+      {"/data/.VKG", "/data/"},
+      {"", ""}};
+  for (const auto& [path, without] : cases) EXPECT_EQ(WithoutExtension(path), without);
+}
+
 TEST(AtomicFile, ReportsEveryFailingCallAndKeepsAWholeFile) {
   for (int failAt = 1; failAt <= 7; ++failAt) {
     testing::MemoryFileSystem disk;
