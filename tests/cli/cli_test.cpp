@@ -200,7 +200,7 @@ TEST_F(Cli, AFullDiskKeepsTheOldFilesAndIsOneErrorLine) {
     const Outcome outcome = RunOstrand({command, pump}, {.mostBytes = 512});
     EXPECT_EQ(outcome.code, 1);
     EXPECT_EQ(outcome.out, "");
-    const std::string file = command == "generate" ? folder / "pump.VKP" : pump;
+    const std::string file = pump + (command == "generate" ? ": " + (folder / "pump.VKP") : "");
     EXPECT_EQ(outcome.err, "ostrand: " + file + ": File too large\n");
   }
   EXPECT_EQ(ReadDisk(folder / "pump.VKP"), "old program");

@@ -165,7 +165,8 @@ TEST_F(CliSession, SaveWritesAllFilesAndAsksAsTheScreenDoes) {
   const Outcome half = RunOstrand({"save", project});
   EXPECT_EQ(half.code, 1);
   EXPECT_EQ(half.out, "wrote " + project + "\nwrote " + base + ".VKP\n");
-  EXPECT_TRUE(Holds(half.err, "\nostrand: " + base + ".VKD: Is a directory\n")) << half.err;
+  EXPECT_TRUE(Holds(half.err, "\nostrand: " + project + ": " + base + ".VKD: Is a directory\n"))
+      << half.err;
   EXPECT_FALSE(Holds(half.err, "FILE PROBLEM")) << half.err;
 }
 

@@ -210,11 +210,11 @@ std::optional<Answer> TerminalForms::prepared(const MessageBox& box) const {
 
 Answer TerminalForms::ShowBox(const MessageBox& box) {
   if (box.icon != Icon::kInformation) boxesShown_.push_back(box.title);
+  const std::string about = subject_.empty() ? "" : subject_ + ": ";
   if (!box.diskError.empty()) {
-    WriteErrorLine(box.diskError);
+    WriteErrorLine((Holds(box.diskError, subject_) ? "" : about) + box.diskError);
     return Answer::kOk;
   }
-  const std::string about = subject_.empty() ? "" : subject_ + ": ";
   write(TerminalLines(HeadAndLines(about + box.title, box.text)));
   if (box.buttons == Buttons::kOk) return Answer::kOk;
 

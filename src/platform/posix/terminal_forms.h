@@ -26,7 +26,8 @@ struct PreparedAnswers {
 };
 
 // Boxes go to standard error: the subject and the title in one line, the text below it, in UTF-8;
-// a failure of the disk is an error line with path and reason.
+// a failure of the disk is an error line with path and reason, and the subject unless it is in the
+// path.
 // A question is answered by what was prepared, else by the user when standard input is a terminal,
 // else in the way that writes nothing: Cancel where there is one, or No. There are no file dialogs
 // on a command line, which names its files itself: except for a prepared name to save under they
