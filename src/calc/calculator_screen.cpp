@@ -1,10 +1,24 @@
 #include "calc/calculator_screen.h"
 
+#include "controls/faces.h"
 #include "model/name_limits.h"
 #include "model/names.h"
 #include "text/number.h"
 
 namespace ostrand {
+namespace {
+
+// Those of the screens with a try-out of a rate; each names its result.
+constexpr Face kRateFaces[] = {
+    {"WhatIf", "Result and example", "Pulses/Second"},
+    {"Multiplier", "Result and example", "Multiplier", ControlKind::kFigure},
+    {"Units", "Result and example", "Units"},
+    {"Speed", "Result and example", "Speed", ControlKind::kFigure},
+    {"RPM", "Result and example", "RPM", ControlKind::kFigure},
+    {"Flow", "Result and example", "Flow", ControlKind::kFigure},
+};
+
+}  // namespace
 
 Calculator::Calculator(const ScreenContext& context, std::string_view name,
                        std::string_view helpLine)
@@ -82,8 +96,8 @@ RateCalculator::RateCalculator(const ScreenContext& context, std::string_view na
       Multiplier(*this, "Multiplier"),
       Units(*this, "Units"),
       Result(*this, result) {
-  WhatIf.Caption = "Pulses/Second";
   WhatIf.ToolTip = "An example for \"What If\" analysis only.";
+  Describe(*this, kRateFaces);
 }
 
 void RateCalculator::solve() {

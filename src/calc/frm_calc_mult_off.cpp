@@ -1,5 +1,6 @@
 #include "calc/frm_calc_mult_off.h"
 
+#include "controls/faces.h"
 #include "text/number.h"
 #include "text/strings.h"
 
@@ -9,6 +10,21 @@ namespace {
 constexpr std::string_view kHelp =
     "Fill in the X & Y Max and Min boxes. Enter the Units. The multiplier (M) and offset (B) will "
     "be computed. Scroll or enter (Y) and (X).";
+
+constexpr Face kLineFaces[] = {
+    {"YMax", "Points of the line", "Y max"},
+    {"YMin", "Points of the line", "Y min"},
+    {"XMax", "Points of the line", "X max"},
+    {"XMin", "Points of the line", "X min"},
+    {"Units", "Axes", "Y units"},
+    {"XAxis", "Axes", "X axis"},
+    {"XUnits", "Axes", "X units"},
+    {"M", "Result", "Multiplier (M)", ControlKind::kFigure},
+    {"B", "Result", "Offset (B)", ControlKind::kFigure},
+    {"YOut", "Try-out", "Y"},
+    {"XOut", "Try-out", "X"},
+    {"Scroll", "Try-out", "Scroll Y"},
+};
 
 constexpr int kScrollStep = kLineScrollSteps / 100;
 
@@ -31,6 +47,7 @@ LineCalculator::LineCalculator(const ScreenContext& context, std::string_view na
       Scroll(*this, "Scroll", NumberType::kInteger),
       stored_(record),
       record_(record) {
+  Caption = "X-Y CALCULATOR";
   XAxis.Text(axis.label);
   XUnits.Text(axis.units);
   Scroll.Limits(0, kLineScrollSteps);
@@ -49,6 +66,7 @@ LineCalculator::LineCalculator(const ScreenContext& context, std::string_view na
     onScroll();
   };
   solveAndSettle();
+  Describe(*this, kLineFaces);
 }
 
 void LineCalculator::solve() {

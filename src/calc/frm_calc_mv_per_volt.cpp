@@ -1,6 +1,7 @@
 #include "calc/frm_calc_mv_per_volt.h"
 
 #include "calc/answers.h"
+#include "controls/faces.h"
 #include "platform/box.h"
 #include "text/number.h"
 #include "text/strings.h"
@@ -11,6 +12,19 @@ namespace {
 constexpr std::string_view kHelp =
     "Enter the mV/V f.s., the Rated Capacity and the Units name. The proper multiplier will be "
     "computed.";
+
+constexpr std::string_view kComputed = "Computed from the other two; the button chooses which one.";
+constexpr Face kMVPerVoltFaces[] = {
+    {"mVPerV", "Sensor"},
+    {"FullScale", "Sensor", "Rated Capacity"},
+    {"Units", "Sensor", "Units"},
+    {"Multiplier", "Result", "Multiplier", ControlKind::kFigure},
+    {"Solves", "Try-out"},
+    {"Formula", "Try-out", "Formula"},
+    {"TestUnits", "Try-out", "Test units (U)", {}, kComputed},
+    {"mVOut", "Try-out", {}, {}, kComputed},
+    {"Excite", "Try-out", "Excitation E (mV)", {}, kComputed},
+};
 
 }  // namespace
 
@@ -26,8 +40,9 @@ frmCalcmVPerVolt::frmCalcmVPerVolt(const ScreenContext& context, bool inVolts)
       mVOut(*this, "mVOut"),
       Excite(*this, "Excite"),
       record_(context.store.MVPerVoltCalc) {
+  Caption = inVolts ? "VOLT/VOLT CALCULATOR" : "mV/VOLT CALCULATOR";
   mVPerV.Caption = inVolts ? "V/V f.s." : "mV/V f.s.";
-  FullScale.Caption = "Rated Capacity";
+  mVOut.Caption = inVolts ? "Output V (volts)" : "Output V (mV)";
   bind(mVPerV, record_.mVPerV);
   bind(FullScale, record_.FullScale);
   bindUnits(Units, record_.Units);
@@ -42,6 +57,7 @@ frmCalcmVPerVolt::frmCalcmVPerVolt(const ScreenContext& context, bool inVolts)
   };
   showState();
   show();
+  Describe(*this, kMVPerVoltFaces);
 }
 
 TextField& frmCalcmVPerVolt::computed() {

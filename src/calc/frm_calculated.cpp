@@ -4,6 +4,7 @@
 
 #include "calc/variable_uses.h"
 #include "conditions/screen_requests.h"
+#include "controls/faces.h"
 #include "model/defaults.h"
 #include "model/name_limits.h"
 #include "model/names.h"
@@ -22,6 +23,36 @@ namespace {
 
 constexpr std::string_view kListFile = "CalcFile.Log";
 constexpr std::string_view kCells = " | ";
+
+constexpr std::string_view kParts = "Formula from parts";
+constexpr std::string_view kText = "Formula as text";
+constexpr std::string_view kNeedsRow = "No row is selected.";
+constexpr std::string_view kNeedsParts = "The formula is edited as a text.";
+constexpr std::string_view kNeedsEditMode = "Needs the check that allows editing.";
+constexpr Face kCalculatedFaces[] = {
+    {"Formulas", "Formulas", "Field Name | Expression | Units", ControlKind::kTable},
+    {"Edit", "Formulas", "&Edit", {}, kNeedsRow},
+    {"Delete", "Formulas", "&Delete", {}, kNeedsRow},
+    {"New", "Formulas", "&New"},
+    {"Outputs", "Formulas", "&Outputs"},
+    {"EditingRow", kParts, "Formula being edited"},
+    {"NewName", kParts, "Field name", {}, kNeedsParts},
+    {"cboFunct1", kParts, "Function of measurement 1", {}, kNeedsParts},
+    {"cboMeas1", kParts, "Measurement 1", {}, kNeedsParts},
+    {"cboCompare", kParts, "Operator", {}, kNeedsParts},
+    {"cboFunct2", kParts, "Function of measurement 2", {}, kNeedsParts},
+    {"cboMeas2", kParts, "Measurement 2", {}, kNeedsParts},
+    {"cboFunct3", kParts, "Outer function", {}, kNeedsParts},
+    {"Mult", kParts, "Multiplier", {}, kNeedsParts},
+    {"Offset", kParts, "Offset", {}, kNeedsParts},
+    {"Units", "Storage", "Units"},
+    {"Public", "Storage", "Public"},
+    {"DataResolution", "Storage", "Data type", ControlKind::kOptions},
+    {"EditMode", kText, "Check to allow editing of the formula."},
+    {"Formula", kText, "Formula", {}, kNeedsEditMode},
+    {"Save", kText},
+    {"ListFormulas", "List in a file", "&List"},
+};
 
 bool variableNameInTheMaking(std::string_view text) { return text.empty() || IsVariableName(text); }
 
@@ -113,21 +144,15 @@ frmCalculated::frmCalculated(const ScreenContext& context, const FormulaListPlac
       ListFormulas(*this, "ListFormulas"),
       place_(place),
       before_(std::make_unique<CalcFieldGroup>(context.store.CalcFields)) {
-  nameControls();
+  Caption = "CALCULATED FIELDS";
+  fillLists();
   bind();
   showRows();
   startNew();
+  Describe(*this, kCalculatedFaces);
 }
 
-void frmCalculated::nameControls() {
-  Formulas.Caption = "Field Name | Expression | Units";
-  Edit.Caption = "&Edit";
-  Delete.Caption = "&Delete";
-  New.Caption = "&New";
-  Outputs.Caption = "&Outputs";
-  ListFormulas.Caption = "&List";
-  EditMode.Caption = "Check to allow editing of the formula.";
-  Public.Caption = "Public";
+void frmCalculated::fillLists() {
   Formula.Enabled = false;
   for (Choice* choice : {&cboFunct1, &cboFunct2, &cboFunct3}) fillFunctions(*choice);
   for (const std::string_view sign : kFormulaOperators) {
@@ -171,7 +196,7 @@ void frmCalculated::enableRowButtons() {
   const bool any = selected() > 0;
   Edit.Enabled = any;
   Delete.Enabled = any;
-  Outputs.Enable(any, "No row is selected.");
+  Outputs.Enable(any, kNeedsRow);
 }
 
 void frmCalculated::listMeasures() {

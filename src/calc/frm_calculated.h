@@ -71,7 +71,7 @@ class frmCalculated final : public Screen {
  private:
   [[nodiscard]] CalcFieldGroup& fields() const { return store().CalcFields; }
   [[nodiscard]] int selected() const { return Formulas.Index() + 1; }  // 0 for none
-  void nameControls();
+  void fillLists();
   void bind();
   void enableRowButtons();
   void showRows();

@@ -1,11 +1,20 @@
 #include "calc/frm_flow_calc.h"
 
+#include "controls/faces.h"
+
 namespace ostrand {
 namespace {
 
 constexpr std::string_view kHelp =
     "Fill in the calibration data, select the system to use, select the desired output and then "
     "the proper multiplier will be computed.";
+
+constexpr Face kFlowFaces[] = {
+    {"CalFactor", "Calibration", "Calibration factor", ControlKind::kOptions},
+    {"Pulses", "Calibration", "Calibration value"},
+    {"OutSystem", "Output", "System", ControlKind::kOptions},
+    {"OutUnits", "Output", "Time base", ControlKind::kOptions},
+};
 
 }  // namespace
 
@@ -16,6 +25,7 @@ frmFlowCalc::frmFlowCalc(const ScreenContext& context)
       OutSystem(*this, "OutSystem"),
       OutUnits(*this, "OutUnits"),
       record_(context.store.FlowCalc) {
+  Caption = "FLOW CALCULATOR";
   CalFactor.SetItems({"Pulses/Gallon", "Pulses/Liter"});
   CalFactor.Items[0].ToolTip = "Click if the calibration factor is in Pulses per Gallon.";
   CalFactor.Items[1].ToolTip = "Click if the calibration factor is in Pulses per Liter.";
@@ -39,6 +49,7 @@ frmFlowCalc::frmFlowCalc(const ScreenContext& context)
     solveAndSettle();
   };
   solveAndSettle();
+  Describe(*this, kFlowFaces);
 }
 
 void frmFlowCalc::solve() {

@@ -2,11 +2,23 @@
 
 #include <array>
 
+#include "controls/faces.h"
+
 namespace ostrand {
 namespace {
 
 constexpr std::string_view kHelp =
     "Select the items you know and the items you want and the proper multiplier will be computed.";
+
+constexpr Face kMoreSpeedFaces[] = {
+    {"InSystem", "Known", "System", ControlKind::kOptions},
+    {"InUnits", "Known", "Calibration unit", ControlKind::kOptions},
+    {"InPulses", "Known", "Calibration value"},
+    {"OutSystem", "Wanted", "System", ControlKind::kOptions},
+    {"OutUnits", "Wanted", "Speed unit", ControlKind::kOptions},
+    {"UseMins", "Wanted", "Minutes"},
+    {"OutName", "Wanted", "Short name of the unit"},
+};
 
 }  // namespace
 
@@ -20,7 +32,7 @@ frmMoreSpeed::frmMoreSpeed(const ScreenContext& context)
       UseMins(*this, "UseMins"),
       OutName(*this, "OutName"),
       record_(context.store.MoreSpeedCalc) {
-  UseMins.Caption = "Minutes";
+  Caption = "MORE SPEED CALCULATOR";
   for (Choice* system : {&InSystem, &OutSystem}) system->SetItems({"Metric", "English"});
   listUnits();
   bindCodes(InSystem, record_.InSystem);
@@ -31,6 +43,7 @@ frmMoreSpeed::frmMoreSpeed(const ScreenContext& context)
   bind(InPulses, record_.InPulses);
   bind(WhatIf, record_.WhatIf);
   solveAndSettle();
+  Describe(*this, kMoreSpeedFaces);
 }
 
 // The lists name the units of the systems and the time chosen; what is picked keeps its place.

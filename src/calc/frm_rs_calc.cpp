@@ -1,5 +1,6 @@
 #include "calc/frm_rs_calc.h"
 
+#include "controls/faces.h"
 #include "text/strings.h"
 
 namespace ostrand {
@@ -9,6 +10,12 @@ constexpr std::string_view kHelp =
     "Click on the desired output units and enter the value of Rf in Ohms. The proper multiplier "
     "will be computed.";
 
+constexpr Face kResistorFaces[] = {
+    {"RsOhms", "Resistor", "Rf (ohms)"},
+    {"Units", "Output", "Output units", ControlKind::kOptions},
+    {"Multiplier", "Output", "Multiplier", ControlKind::kFigure},
+};
+
 }  // namespace
 
 frmRsCalc::frmRsCalc(const ScreenContext& context)
@@ -17,6 +24,7 @@ frmRsCalc::frmRsCalc(const ScreenContext& context)
       Units(*this, "Units"),
       Multiplier(*this, "Multiplier"),
       record_(context.store.RsCalc) {
+  Caption = "RESISTOR CALCULATOR";
   bind(RsOhms, record_.RsOhms);
   Units.SetItems({kOhms, kKiloOhms});
   Units.PickAt(SameText(record_.Units, kKiloOhms) ? 1 : 0);
@@ -25,6 +33,7 @@ frmRsCalc::frmRsCalc(const ScreenContext& context)
     solveAndSettle();
   };
   solveAndSettle();
+  Describe(*this, kResistorFaces);
 }
 
 void frmRsCalc::solve() {

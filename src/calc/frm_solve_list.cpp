@@ -1,9 +1,21 @@
 #include "calc/frm_solve_list.h"
 
+#include "controls/faces.h"
 #include "text/number.h"
 
 namespace ostrand {
 namespace {
+
+constexpr Face kSolveListFaces[] = {
+    {"MultOff", "Calculators", "X-&Y Calculator"},
+    {"MVPerVolt", "Calculators"},
+    {"Pot", "Calculators"},
+    {"Rs", "Calculators", "&Resistor Calculator"},
+    {"Speed", "Calculators", "&Speed Calculator"},
+    {"MoreSpeed", "Calculators", "&More Speed Calculator"},
+    {"Rpm", "Calculators", "&RPM Calculator"},
+    {"Flow", "Calculators", "&Flow Calculator"},
+};
 
 void take(const ScalingAnswer& answer, DefaultScaling& scaling) {
   scaling.Mult = ToSingle(answer.multiplier).value_or(scaling.Mult);
@@ -24,24 +36,20 @@ frmSolveList::frmSolveList(const ScreenContext& context, SolveRequest& request)
       Rpm(*this, "Rpm", "frmRPMCalc"),
       Flow(*this, "Flow", "frmFlowCalc"),
       request_(request) {
+  Caption = "CALCULATORS";
   const SolveSource& source = request.source;
   const std::string_view kind = source.kind == "FieldGrid" ? source.blockKind : source.kind;
   const bool inVolts = source.inVolts;
   calculator_ = {InputAxisOf(kind, source.onTemperature, inVolts), inVolts};
-  MultOff.Caption = "X-&Y Calculator";
   MVPerVolt.Caption = inVolts ? "Volt/Volt Calculator" : "mV/&Volt Calculator";
   Pot.Caption = inVolts ? "Volt/Volt X-Y Calculator" : "mV/Volt X-Y Calculator";
-  Rs.Caption = "&Resistor Calculator";
-  Speed.Caption = "&Speed Calculator";
-  MoreSpeed.Caption = "&More Speed Calculator";
-  Rpm.Caption = "&RPM Calculator";
-  Flow.Caption = "&Flow Calculator";
   const bool pulses = kind == "Pulse" || kind == "Totalize";
   const bool bridge = kind == "Brdg";
   offer({&Speed, &MoreSpeed, &Rpm, &Flow}, pulses);
   offer({&Rs}, bridge && source.inOhms);
   offer({&MVPerVolt, &Pot}, bridge && !source.inOhms);
   offer({&MultOff}, !bridge);
+  Describe(*this, kSolveListFaces);
 }
 
 void frmSolveList::offer(std::initializer_list<Opener*> calculators, bool fit) {

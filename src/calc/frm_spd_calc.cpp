@@ -1,11 +1,31 @@
 #include "calc/frm_spd_calc.h"
 
+#include "controls/faces.h"
+
 namespace ostrand {
 namespace {
 
 constexpr std::string_view kHelp =
     "Select the system you use, fill in the mechanism boxes, fill in the wheel data and then the "
     "proper multiplier will be computed.";
+
+constexpr Face kSpeedFaces[] = {
+    {"MKSSpd", "System", "System", ControlKind::kOptions},
+    {"RevSpeed", "Mechanism", "Sensor shaft speed (RPM)"},
+    {"PulsesSec", "Mechanism", "Pulses/Second at this speed"},
+    {"GearRatio(1)", "Mechanism", "Gear ratio: sensor shaft turns"},
+    {"GearRatio(2)", "Mechanism", "Gear ratio: wheel turns"},
+    {"WheelSize", "Wheel"},
+    {"SizeOption", "Wheel", "Size measured", ControlKind::kOptions},
+    {"LengthOption", "Speed", "Length unit", ControlKind::kOptions},
+    {"UseMins", "Speed", "Minutes"},
+    {"LengthPerPulse", "Result", "Length per pulse", ControlKind::kFigure},
+    {"LengthPerPulseUnits", "Result", "Unit of length per pulse"},
+    {"PulsesPerLength", "Result", "Pulses per length", ControlKind::kFigure},
+    {"PulsesPerLengthUnits", "Result", "Unit of pulses per length"},
+    {"Multiplier", "Result", "Multiplier", ControlKind::kFigure},
+    {"Units", "Result", "Units"},
+};
 
 }  // namespace
 
@@ -27,7 +47,7 @@ frmSpdCalc::frmSpdCalc(const ScreenContext& context)
       Multiplier(*this, "Multiplier"),
       Units(*this, "Units"),
       record_(context.store.SpeedCalc) {
-  UseMins.Caption = "Minutes";
+  Caption = "SPEED CALCULATOR";
   MKSSpd.SetItems({"English", "Metric"});
   MKSSpd.PickAt(record_.MKSSpd != 0 ? 1 : 0);
   MKSSpd.OnPick = [this] {
@@ -45,13 +65,16 @@ frmSpdCalc::frmSpdCalc(const ScreenContext& context)
   bindCodes(LengthOption, record_.LengthOption);
   bindSwitch(UseMins, record_.UseMins);
   solveAndSettle();
+  Describe(*this, kSpeedFaces);
 }
 
 void frmSpdCalc::nameLengths() {
   const Loading loading(*this);
   if (record_.MKSSpd != 0) {
+    WheelSize.Caption = "Wheel size (cm)";
     LengthOption.SetItems({"Kilometers", "Meters", "Centimeters"});
   } else {
+    WheelSize.Caption = "Wheel size (inches)";
     LengthOption.SetItems({"Miles", "Feet", "Inches"});
   }
   LengthOption.PickAt(record_.LengthOption - 1);

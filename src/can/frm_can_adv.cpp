@@ -1,6 +1,7 @@
 #include "can/frm_can_adv.h"
 
 #include "can/check_value.h"
+#include "can/faces.h"
 
 namespace ostrand {
 frmCanAdv::frmCanAdv(const ScreenContext& context, CanModuleData& module)
@@ -10,13 +11,11 @@ frmCanAdv::frmCanAdv(const ScreenContext& context, CanModuleData& module)
       CanEnableTransmit(*this, "CanEnableTransmit"),
       module_(module) {
   Caption = "CAN MODULE, ADVANCED";
-  CanGetOSVerSig.Caption = "Read operating system version and signature";
-  CanNaNOldData.Caption = "Flag old data as not a number";
-  CanEnableTransmit.Caption = "Enable transmit";
   const Loading loading(*this);
   CanGetOSVerSig.Checked(module.CanGetOSVerSig != 0);
   CanNaNOldData.Checked(module.CanNaNOldData != 0);
   CanEnableTransmit.Checked(module.CanEnableTransmit != 0);
+  Describe(*this, CanAdvFaces());
 }
 
 bool frmCanAdv::onDone() {

@@ -4,6 +4,7 @@
 #include <tuple>
 
 #include "can/check_value.h"
+#include "can/faces.h"
 #include "can/frm_can_pick.h"
 #include "can/item_rules.h"
 #include "can/list_items.h"
@@ -111,6 +112,7 @@ frmCanBus::frmCanBus(const ScreenContext& context, const CanRequest& request)
   showModule();
   current_ = can().CanCount > 0 ? 1 : 0;
   showList();
+  Describe(*this, CanBusFaces());
 }
 
 frmCanBus::~frmCanBus() = default;
@@ -135,13 +137,11 @@ cCanConfig frmCanBus::config() {
 // ---- What the controls do -----------------------------------------------------------------------
 
 void frmCanBus::bindModule() {
-  CanBusEnabled.Caption = "Enable CAN module";
   CanAddress.Limits(0, kMaxAddress);
   for (int code = 0; code < cCanModule::NumBaudRates(); ++code) {
     CanBaud.Add(cCanModule::BaudRateText(code));
   }
   CanDataIDType.SetItems({"11 bit", "29 bit"});
-  Advanced.Caption = "Ad&vanced...";
   CanBusEnabled.OnClick = [this] {
     if (!IsLoading()) TakeTruth(CanBusEnabled, module().CanBusEnabled);
   };
@@ -151,10 +151,6 @@ void frmCanBus::bindModule() {
 }
 
 void frmCanBus::bindItem() {
-  Add.Caption = "&Add";
-  Delete.Caption = "&Delete";
-  ItemEnabled.Caption = "Enabled";
-  Public.Caption = "Public";
   ItemMessageType.SetItems({"Receive only", "Transmit and receive", "Transmit only"});
   DataType.SetItems({"FP2", "IEEE4"});
   StartBit.Limits(1, kFrameBits);
@@ -243,9 +239,6 @@ void frmCanBus::bindJ1939() {
 }
 
 void frmCanBus::bindOpeners() {
-  Pick.Caption = "&Pick...";
-  FieldNames.Caption = "&Field names...";
-  Outputs.Caption = "&Outputs...";
   Advanced.OnPress = [this] { openAdvanced(); };
   Pick.OnPress = [this] { openPick(); };
   FieldNames.OnPress = [this] { openFieldNames(); };

@@ -3,6 +3,7 @@
 #include <array>
 #include <utility>
 
+#include "can/faces.h"
 #include "can/item_rules.h"
 #include "can/list_items.h"
 #include "model/stored_text.h"
@@ -60,12 +61,7 @@ frmCanPick::frmCanPick(const ScreenContext& context, CanPickRequest& request)
       RxTimeout(*this, "RxTimeout"),
       request_(request) {
   Caption = "CAN PICK LIST";
-  Open.Caption = "&Open...";
-  Save.Caption = "&Save...";
-  New.Caption = "&New";
-  Add.Caption = "&Add present item";
-  Replace.Caption = "&Replace by present item";
-  Delete.Caption = "&Delete";
+  Describe(*this, CanPickFaces());
   bind();
   list_.DataIDType = type();
   showList(-1);

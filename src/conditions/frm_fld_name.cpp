@@ -4,6 +4,7 @@
 #include <array>
 #include <utility>
 
+#include "controls/faces.h"
 #include "model/name_limits.h"
 #include "model/names.h"
 #include "platform/box.h"
@@ -15,6 +16,24 @@ namespace {
 
 using platform::Answer;
 using platform::Buttons;
+
+constexpr Face kFieldNameFaces[] = {
+    {"AliasLight", "Will be saved", "Aliases"},
+    {"UnitsLight", "Will be saved", "Units"},
+    {"ScalingLight", "Will be saved", "Multipliers and offsets"},
+    {"DefaultName", "All aliases", "Default"},
+    {"DefaultUnits", "All units", "Default"},
+    {"DefaultMult", "All multipliers", "Default"},
+    {"DefaultOffset", "All offsets", "Default"},
+    {"FieldName#", "Sensors", "FIELD NAME"},
+    {"AliasName#", "Sensors", "ALIAS"},
+    {"AliasUnits#", "Sensors", "UNITS"},
+    {"AliasMult#", "Sensors", "MULT"},
+    {"AliasOffset#", "Sensors", "OFFSET"},
+    {"AliasGFactor#", "Sensors", "GAUGE FACT"},
+    {"Solve#", "Sensors", "SOLVE"},
+    {"Reset#", "Sensors", "Reset"},
+};
 
 constexpr std::string_view kOn = "green";
 constexpr std::string_view kOff = "gray";
@@ -61,15 +80,7 @@ frmFldName::Sensor::Sensor(Screen& screen, int number, bool gaugeFactor)
       AliasOffset(screen, numbered(gaugeFactor ? "AliasGFactor" : "AliasOffset", number),
                   NumberType::kSingle),
       Solve(screen, numbered("Solve", number), "frmSolveList", {NumberText(number), "sensor"}),
-      Reset(screen, numbered("Reset", number)) {
-  FieldName.Caption = "FIELD NAME";
-  AliasName.Caption = "ALIAS";
-  AliasUnits.Caption = "UNITS";
-  AliasMult.Caption = "MULT";
-  AliasOffset.Caption = gaugeFactor ? "GAUGE FACT" : "OFFSET";
-  Solve.Caption = "SOLVE";
-  Reset.Caption = "Reset";
-}
+      Reset(screen, numbered("Reset", number)) {}
 
 frmFldName::frmFldName(const ScreenContext& context, FieldNamesRequest block)
     : Screen(context, "frmFldName"),
@@ -94,12 +105,11 @@ frmFldName::frmFldName(const ScreenContext& context, FieldNamesRequest block)
   }
   bind();
   show();
+  Describe(*this, kFieldNameFaces);
+  if (block_.gaugeFactor) DefaultOffset.Group = "All gauge factors";
 }
 
 void frmFldName::bind() {
-  for (Button* button : {&DefaultName, &DefaultUnits, &DefaultMult, &DefaultOffset}) {
-    button->Caption = "Default";
-  }
   DefaultName.OnPress = [this] { forEach([this](std::size_t at) { rows_[at].AliasName = ""; }); };
   DefaultUnits.OnPress = [this] { forEach([this](std::size_t at) { takeUnits(at, ""); }); };
   DefaultMult.OnPress = [this] { forEach([this](std::size_t at) { takeNumber(at, kMult, ""); }); };

@@ -16,7 +16,7 @@ struct Face {
   std::string_view group;
   std::string_view caption = {};                   // empty: the screen sets it
   std::optional<ControlKind> kind = std::nullopt;  // that of the class where it is left out
-  std::string_view whyDisabled = {};
+  std::string_view whyDisabled = {};               // empty: the screen sets it
 };
 
 // Gives the controls of the screen their faces. A face without a control, in a screen that has it

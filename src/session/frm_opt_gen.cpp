@@ -3,11 +3,23 @@
 #include <algorithm>
 #include <utility>
 
+#include "controls/faces.h"
 #include "documents/summary.h"
 #include "text/number.h"
 
 namespace ostrand {
 namespace {
+
+constexpr std::string_view kNumbers = "Numbers in the summary";
+constexpr Face kColorFaces[] = {
+    {"ColorRow", "Colors", "Item"},
+    {"StandardColor", "Colors", "Standard color"},
+    {"SystemColor", "Colors", "System color"},
+    {"ColorValue", "Colors", "Color number", ControlKind::kFigure},
+    {"NumberForm", kNumbers, "Format", ControlKind::kOptions},
+    {"NumberDigits", kNumbers, "Digits", {}, "Needs a format other than General."},
+    {"NumberExample", kNumbers, "Example", ControlKind::kFigure},
+};
 
 constexpr float kExampleNumber = 1234.5678F;
 constexpr std::size_t kValueColumn = 1;
@@ -123,6 +135,7 @@ frmOptGen::frmOptGen(const ScreenContext& context, Settings& settings,
   NumberForm.PickAt(static_cast<int>(numbersBefore_.form));
   NumberDigits.Value(numbersBefore_.digits);
   showNumbers();
+  Describe(*this, kColorFaces);
 }
 
 void frmOptGen::takeColor(i32 color) {

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "controls/faces.h"
 #include "model/variables.h"
 #include "text/number.h"
 #include "text/strings.h"
@@ -10,6 +11,28 @@ namespace ostrand {
 namespace {
 
 constexpr i32 kVariableCheckBits = kWarnVariablesAfterEdits | kWarnVariablesOnSave;
+
+constexpr std::string_view kDefaults = "Defaults of new items";
+constexpr std::string_view kChecks = "Checks and messages";
+constexpr std::string_view kOrder = "Order of variables in lists";
+constexpr Face kSettingFaces[] = {
+    {"DefaultScanInterval", kDefaults, "Scan interval"},
+    {"DefaultScanIntervalUnits", kDefaults, "Scan interval unit"},
+    {"DefaultNumFlags", kDefaults, "Number of flags"},
+    {"DefaultDataType", kDefaults, "Data type", ControlKind::kOptions},
+    {"DefaultIntegrationCode", kDefaults, "Integration", ControlKind::kOptions},
+    {"DefaultInputType", kDefaults, "Input type", ControlKind::kOptions},
+    {"DefaultTableAutoSize", kDefaults, "Table auto size"},
+    {"DefaultTableNumRecs", kDefaults, "Table records"},
+    {"VariableChecks", kChecks, "Variable checks", ControlKind::kOptions},
+    {"WarnMeasTime", kChecks, "Measurement Time"},
+    {"WarnFloatingGround", kChecks, "Floating Ground"},
+    {"WarnTableIntervals", kChecks, "Table Intervals"},
+    {"ShowCompileResult", kChecks, "Always Show Compile Result"},
+    {"UserVarListTypes", kOrder, "Kinds of variables"},
+    {"MoveUp", kOrder, "Move &Up", {}, "Needs a kind below the first one."},
+    {"MoveDown", kOrder, "Move &Down", {}, "Needs a kind above the last one."},
+};
 
 }  // namespace
 
@@ -42,12 +65,6 @@ frmOptOrvus::frmOptOrvus(const ScreenContext& context, Settings& settings)
   DefaultInputType.SetItems({"Diff", "SE"});
   DefaultTableNumRecs.Limits(1, DefaultTableNumRecs.Max());
   VariableChecks.SetItems({"Never", "Only After Block Edits", "Only on File Save", "Always"});
-  WarnMeasTime.Caption = "Measurement Time";
-  WarnFloatingGround.Caption = "Floating Ground";
-  WarnTableIntervals.Caption = "Table Intervals";
-  ShowCompileResult.Caption = "Always Show Compile Result";
-  MoveUp.Caption = "Move &Up";
-  MoveDown.Caption = "Move &Down";
   UserVarListTypes.OnPick = [this] {
     MoveUp.Enabled = UserVarListTypes.Index() > 0;
     MoveDown.Enabled = UserVarListTypes.Index() + 1 < static_cast<int>(kinds_.size());
@@ -55,6 +72,7 @@ frmOptOrvus::frmOptOrvus(const ScreenContext& context, Settings& settings)
   MoveUp.OnPress = [this] { move(-1); };
   MoveDown.OnPress = [this] { move(1); };
   load();
+  Describe(*this, kSettingFaces);
 }
 
 std::array<frmOptOrvus::WarningBox, 4> frmOptOrvus::warnings() {

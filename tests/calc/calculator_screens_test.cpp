@@ -1,6 +1,7 @@
 // The screens of the calculators: what they show as it is typed, what they hand back, and what they
 // leave in the project.
 #include "calc/frm_calc_mult_off.h"
+#include "calc/frm_calc_mv_per_volt.h"
 #include "calc/frm_flow_calc.h"
 #include "calc/frm_solve_list.h"
 #include "calc/frm_spd_calc.h"
@@ -45,6 +46,19 @@ TEST_F(CalculatorScreens, SwitchesOfTheProjectThatMeanTheSameStay) {
   EXPECT_EQ(store->SpeedCalc.UseMins, 1);
 }
 
+TEST_F(CalculatorScreens, CaptionsNameTheUnitOfTheInput) {
+  const auto caption = [](const Screen& screen, std::string_view control) {
+    return screen.Find(control)->Caption;
+  };
+  EXPECT_EQ(caption(frmCalcmVPerVolt(context, false), "mVOut"), "Output V (mV)");
+  EXPECT_EQ(caption(frmCalcmVPerVolt(context, true), "mVOut"), "Output V (volts)");
+  frmSpdCalc speed(context);
+  Pick(speed, "MKSSpd", "Metric");
+  EXPECT_EQ(caption(speed, "WheelSize"), "Wheel size (cm)");
+  Pick(speed, "MKSSpd", "English");
+  EXPECT_EQ(caption(speed, "WheelSize"), "Wheel size (inches)");
+}
+
 // Every calculator: Done keeps all its inputs in the project, Cancel none.
 TEST_F(CalculatorScreens, DoneKeepsTheInputsAndCancelDoesNot) {
   const auto inputs = [](const Screen& screen) {
@@ -53,7 +67,7 @@ TEST_F(CalculatorScreens, DoneKeepsTheInputsAndCancelDoesNot) {
       const std::string& name = control->Name();
       const bool tryOut =
           name == "XOut" || name == "Scroll" || name == "Excite" || name == "TestUnits";
-      if (control->Usable() && control->Kind() != ControlKind::kLabel && !tryOut) {
+      if (control->Usable() && dynamic_cast<const Label*>(control) == nullptr && !tryOut) {
         texts += name + '=' + control->Text() + ';';
       }
     }

@@ -26,10 +26,10 @@ class ConfigScreens : public testing::TableScreens {
   void fill(std::initializer_list<std::pair<std::string_view, std::string_view>> fields) {
     Form screen(context);
     for (const auto& [name, keys] : fields) {
-      const ControlKind kind = control(screen, name).Kind();
-      if (kind == ControlKind::kCheck) {
+      const Control& field = control(screen, name);
+      if (dynamic_cast<const CheckBox*>(&field) != nullptr) {
         check(screen, name, keys == "on");
-      } else if (kind == ControlKind::kDropDown) {
+      } else if (dynamic_cast<const Choice*>(&field) != nullptr) {
         pick(screen, name, keys);
       } else {
         type(screen, name, keys);

@@ -136,7 +136,7 @@ void RandomUser::use(Control& control) {
   } else if (control.Kind() == ControlKind::kButton) {
     note("press " + control.Name());
     control.Press();
-  } else if (control.Kind() == ControlKind::kLabel) {
+  } else if (dynamic_cast<TextField*>(&control) == nullptr) {
     return;
   } else if (Below(3) == 0) {
     const bool up = Below(3) != 0;
