@@ -42,6 +42,14 @@ TEST_F(FieldNamesTest, OnlyWhatDiffersFromTheDefaultIsKept) {
   EXPECT_EQ(rows, kept);
 }
 
+TEST_F(FieldNamesTest, AStrainBlockNamesGaugeFactors) {
+  EXPECT_EQ(open()->DefaultOffset.Group, "All offsets");
+  const auto strain = open(ORVUS_DOBJ_BLK_BRIDGE, true);
+  EXPECT_EQ(strain->DefaultOffset.Group, "All gauge factors");
+  EXPECT_EQ(strain->Find("AliasGFactor3")->Caption, "GAUGE FACT");
+  EXPECT_EQ(strain->Find("AliasGFactor3")->Row, 3);
+}
+
 TEST_F(FieldNamesTest, ACalculatorAnswersForOneSensor) {
   EXPECT_EQ((*open(ORVUS_DOBJ_BLK_BRIDGE, true))[2].Solve.WhyDisabled,
             "No calculator finds a gauge factor.");
