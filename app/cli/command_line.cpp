@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "platform/box.h"
 #include "text/number.h"
 #include "text/strings.h"
 
@@ -47,28 +48,12 @@ bool takeCompiler(CommandLine& line, std::string_view value) {
 
 bool takeStore(CommandLine& line, std::string_view) { return line.store = true; }
 
-struct AnswerName {
-  std::string_view name;
-  Answer answer;
-};
-
-constexpr std::array<AnswerName, 5> kAnswerNames = {{
-    {"yes", Answer::kYes},
-    {"no", Answer::kNo},
-    {"cancel", Answer::kCancel},
-    {"ok", Answer::kOk},
-    {"overwrite", Answer::kOverwrite},
-}};
-
 bool takeAnswer(CommandLine& line, std::string_view value) {
   const std::size_t at = value.rfind('=');
   if (at == std::string_view::npos || at == 0) return false;
-  for (const AnswerName& row : kAnswerNames) {
-    if (!SameText(row.name, value.substr(at + 1))) continue;
-    line.answers.byTitle.push_back({std::string(value.substr(0, at)), row.answer});
-    return true;
-  }
-  return false;
+  const std::optional<Answer> answer = AnswerNamed(value.substr(at + 1));
+  if (answer) line.answers.byTitle.push_back({std::string(value.substr(0, at)), *answer});
+  return answer.has_value();
 }
 
 bool takeYes(CommandLine& line, std::string_view) { return line.answers.yes = true; }

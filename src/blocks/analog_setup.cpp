@@ -4,7 +4,7 @@
 
 #include "conditions/field_keys.h"
 #include "model/names.h"
-#include "tables/output_parameters.h"
+#include "text/mask.h"
 #include "text/number.h"
 
 namespace ostrand {
@@ -77,11 +77,7 @@ void AnalogSetup::bind() {
   };
   Public.OnClick = [this] { Data().IsPublic = Public.Checked() ? kTrue : kFalse; };
   FieldNames.OnPress = [this] { openFieldNames(); };
-  Outputs.AskParameters = [this](OutputCode code, int table, HistoSet& histo) {
-    const std::string resolution = DataResolution.Text();
-    return AskOutputParameters(context(), code,
-                               {histo, table, resolution, SourceName(list_.Kind().type, block_)});
-  };
+  Outputs.AskBy(context(), DataResolution, SourceName(list_.Kind().type, block_));
 }
 
 void AnalogSetup::load() {

@@ -17,7 +17,9 @@ constexpr i32 kMicros = 2;             // `IntegrationRange` of microseconds
 constexpr i32 kOpenInputTime = 50;     // of the test for an open input
 constexpr i32 kLongIntegration = 250;  // from here on a signal takes longer to settle
 
-bool doubledByKind(int style) { return style == 1 || style == 3 || style == 4; }
+bool doubledByKind(int style) {
+  return style == kSixWireBridge || style == kThreeWireBridge || style == kResistanceBridge;
+}
 
 i32 limited(std::int64_t micros) {
   return static_cast<i32>(std::min<std::int64_t>(micros, std::numeric_limits<i32>::max()));

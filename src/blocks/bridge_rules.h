@@ -25,11 +25,10 @@ struct BridgeKind {
 };
 extern const std::array<BridgeKind, kBridgeStyles.size()> kBridgeKinds;
 
-inline constexpr int kResistanceBridge = 4;
 inline constexpr float kResistanceMult = 10000;
 
 // Those that give volts per volt, and no resistance.
-inline bool IsHalfBridge(int style) { return style == 2 || style == 3; }
+inline bool IsHalfBridge(int style) { return style == kHalfBridge || style == kThreeWireBridge; }
 // Whether a kind can be measured a second time with its inputs reversed: those with differential
 // inputs can.
 bool CanReverseBridge(int style);

@@ -31,7 +31,6 @@ class frmBrdgBlock final : public Screen {
 
   // Free as they were counted last; below 0 when there are too many.
   [[nodiscard]] int FreeChannels() const { return freeChannels_; }
-  [[nodiscard]] int FreeExcitations() const { return freeExcitations_; }
   // Count the channels and excitations of all blocks anew.
   void BrdBlock_DiffSECount();
   void BrdBlock_ExcitCount();

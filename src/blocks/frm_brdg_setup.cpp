@@ -4,11 +4,11 @@
 #include <memory>
 
 #include "blocks/bridge_rules.h"
+#include "blocks/scaling_fields.h"
 #include "conditions/aliases.h"
 #include "conditions/field_keys.h"
 #include "conditions/flag_usage.h"
 #include "model/names.h"
-#include "tables/output_parameters.h"
 #include "text/number.h"
 #include "text/strings.h"
 
@@ -99,28 +99,19 @@ void frmBrdgSetup::bindFlag(CheckBox& box, flag BridgeBlockData::*member,
   };
 }
 
-void frmBrdgSetup::bindScale(NumericField& field, float BridgeBlockData::*member) {
-  field.OnTake = [this, &field, member] { data().*member = static_cast<float>(field.Value()); };
-  field.OnSpin = [this, &field, member](bool up) {
-    field.Value(SteppedToWhole(field.Value(), up));
-    data().*member = static_cast<float>(field.Value());
-  };
-}
-
 void frmBrdgSetup::bindScaling() {
-  bindScale(DefaultMult, &BridgeBlockData::DefaultMult);
-  bindScale(DefaultOffset, &BridgeBlockData::DefaultOffset);
+  LimitUnits(Units, ORVUS_DOBJ_BLK_BRIDGE, block_);
+  BindScale(
+      DefaultMult, [this]() -> float& { return data().DefaultMult; }, SteppedToWhole);
+  BindScale(
+      DefaultOffset, [this]() -> float& { return data().DefaultOffset; }, SteppedToWhole);
   GageFactor.OnTake = [this] {
     data().GageFactor = static_cast<float>(GageFactor.Value());
     data().DefaultOffset = data().GageFactor;
   };
   Solve.Caption = "Sol&ve";
   Solve.OnPress = [this] { solve(); };
-  Outputs.AskParameters = [this](OutputCode code, int table, HistoSet& histo) {
-    const std::string resolution = DataResolution.Text();
-    return AskOutputParameters(
-        context(), code, {histo, table, resolution, SourceName(ORVUS_DOBJ_BLK_BRIDGE, block_)});
-  };
+  Outputs.AskBy(context(), DataResolution, SourceName(ORVUS_DOBJ_BLK_BRIDGE, block_));
   CalOnSite.OnClick = [this] { onCalOnSite(); };
   ZeroPanel.OnPress = [this] { showZeroPanel(true); };
   CloseZeroPanel.OnPress = [this] { showZeroPanel(false); };

@@ -83,7 +83,6 @@ class frmBrdgSetup final : public Screen {
   void bindExcitation();
   void bindTiming();
   void bindScaling();
-  void bindScale(NumericField& field, float BridgeBlockData::*member);
   void bindFlag(CheckBox& box, flag BridgeBlockData::*member, const std::function<void()>& then);
   void load();
 

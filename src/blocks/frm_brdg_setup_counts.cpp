@@ -5,8 +5,6 @@
 #include "blocks/bridge_rules.h"
 #include "blocks/frm_brdg_setup.h"
 #include "conditions/field_keys.h"
-#include "model/name_limits.h"
-#include "model/names.h"
 #include "platform/box.h"
 #include "text/strings.h"
 
@@ -43,9 +41,6 @@ void frmBrdgSetup::bindCounts() {
     const i32 shown = std::clamp(WholePart(ExciteReps), 1, kMaxExciteReps);
     ExciteReps.Value(shown + (up ? 1 : -1));
     onExciteReps();
-  };
-  Units.WhyNot = [this](std::string_view units) {
-    return UnitsFit(SourceName(ORVUS_DOBJ_BLK_BRIDGE, block_), units) ? "" : kTooLongHelp;
   };
   FieldNames.OnPress = [this] { openFieldNames(scaling()); };
 }

@@ -4,6 +4,7 @@
 #include "blocks/bridge_rules.h"
 #include "blocks/frm_brdg_setup.h"
 #include "conditions/field_keys.h"
+#include "text/mask.h"
 #include "text/number.h"
 
 namespace ostrand {

@@ -4,11 +4,11 @@
 #include <array>
 #include <memory>
 
+#include "blocks/scaling_fields.h"
 #include "conditions/aliases.h"
 #include "conditions/field_keys.h"
-#include "model/name_limits.h"
 #include "model/names.h"
-#include "tables/output_parameters.h"
+#include "text/mask.h"
 #include "text/number.h"
 #include "text/strings.h"
 
@@ -100,31 +100,20 @@ void frmPulseSetup::bind() {
   Opt.OnSpin = [this](bool up) {
     setAverage(std::clamp(data().Opt + (up ? 1 : -1), 1, kMaxAverage));
   };
-  bindScale(DefaultMult, &MeasBlock::DefaultMult);
-  bindScale(DefaultOffset, &MeasBlock::DefaultOffset);
+  const auto step = [](double value, bool up) { return value + (up ? 1 : -1); };
+  BindScale(
+      DefaultMult, [this]() -> float& { return data().DefaultMult; }, step);
+  BindScale(
+      DefaultOffset, [this]() -> float& { return data().DefaultOffset; }, step);
   Solve.Caption = "Sol&ve";
   Solve.OnPress = [this] { solve(); };
   SiteCal.OnClick = [this] { onSiteCal(); };
   Public.OnClick = [this] { data().Public = Public.Checked() ? kTrue : kFalse; };
   DataType.SetItems({"FP2", "IEEE4"});
   DataType.OnPick = [this] { data().DataResolution = DataType.Text(); };
-  Units.WhyNot = [this](std::string_view units) {
-    return UnitsFit(SourceName(ORVUS_DOBJ_BLK_PULSE, block_), units) ? "" : kTooLongHelp;
-  };
+  LimitUnits(Units, ORVUS_DOBJ_BLK_PULSE, block_);
   FieldNames.OnPress = [this] { openFieldNames(scaling()); };
-  Outputs.AskParameters = [this](OutputCode code, int table, HistoSet& histo) {
-    const std::string resolution = DataType.Text();
-    return AskOutputParameters(
-        context(), code, {histo, table, resolution, SourceName(ORVUS_DOBJ_BLK_PULSE, block_)});
-  };
-}
-
-void frmPulseSetup::bindScale(NumericField& field, float MeasBlock::*member) {
-  field.OnTake = [this, &field, member] { data().*member = static_cast<float>(field.Value()); };
-  field.OnSpin = [this, &field, member](bool up) {
-    field.Value(field.Value() + (up ? 1 : -1));
-    data().*member = static_cast<float>(field.Value());
-  };
+  Outputs.AskBy(context(), DataType, SourceName(ORVUS_DOBJ_BLK_PULSE, block_));
 }
 
 void frmPulseSetup::load() {

@@ -65,7 +65,6 @@ class frmPulseSetup final : public Screen {
   [[nodiscard]] PulseBlockData& data() const { return store().PulseBlock[0][block_]; }
 
   void bind();
-  void bindScale(NumericField& field, float MeasBlock::*member);
   void load();
   void onRepsTyped();
   void setReps(int reps);

@@ -1,9 +1,8 @@
 #include "blocks/volt_controls.h"
 
 #include "blocks/analog_setup.h"
+#include "blocks/scaling_fields.h"
 #include "conditions/flag_usage.h"
-#include "model/name_limits.h"
-#include "model/names.h"
 #include "text/mask.h"
 #include "text/number.h"
 #include "text/strings.h"
@@ -32,10 +31,7 @@ VoltControls::VoltControls(AnalogSetup& screen, std::string_view unitsName,
     Range.Add(range.text);
   }
   SetZeroFlagItems(ZeroFlag, screen.Project());
-  Units.WhyNot = [this](std::string_view units) {
-    const std::string array = SourceName(screen_.List().Kind().type, screen_.BlockNumber());
-    return UnitsFit(array, units) ? "" : kTooLongHelp;
-  };
+  LimitUnits(Units, screen_.List().Kind().type, screen_.BlockNumber());
   Units.OnTake = [this] {
     screen_.Data().DefaultUnits = Trim(Units.Text());
     screen_.Changed();

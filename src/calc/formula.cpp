@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "text/letters.h"
 #include "text/number.h"
 #include "text/strings.h"
 
@@ -92,11 +93,6 @@ std::string call(const std::string& function, const std::string& argument) {
   return function.empty() ? argument : function + "(" + argument + ")";
 }
 
-bool isLetter(char letter) {
-  const char lower = static_cast<char>(letter | 0x20);
-  return lower >= 'a' && lower <= 'z';
-}
-
 }  // namespace
 
 std::string ComposeFormula(const FormulaParts& parts) {
@@ -132,12 +128,10 @@ void TestFormula(platform::Forms& forms, std::string_view formula, bool& ok) {
   forms.ShowBox(box);
 }
 
-bool IsNameLetter(char letter) {
-  return isLetter(letter) || (letter >= '0' && letter <= '9') || letter == '_';
-}
+bool IsNameLetter(char letter) { return IsLetter(letter) || IsDigit(letter) || letter == '_'; }
 
 bool IsVariableName(std::string_view name) {
-  return !name.empty() && isLetter(name.front()) &&
+  return !name.empty() && IsLetter(name.front()) &&
          std::all_of(name.begin(), name.end(), IsNameLetter);
 }
 

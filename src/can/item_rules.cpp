@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "text/letters.h"
 #include "text/number.h"
 #include "text/strings.h"
 
@@ -12,13 +13,7 @@ constexpr std::string_view kHexMark = "&H";
 constexpr std::size_t kFrameDigits = 16;
 constexpr std::size_t kIdentifierDigits = 8;
 
-bool isDigit(char letter) { return letter >= '0' && letter <= '9'; }
-bool isHexDigit(char letter) { return isDigit(letter) || (letter >= 'A' && letter <= 'F'); }
-
-bool isLetter(char letter) {
-  const char lower = static_cast<char>(letter | 0x20);
-  return lower >= 'a' && lower <= 'z';
-}
+bool isHexDigit(char letter) { return IsDigit(letter) || (letter >= 'A' && letter <= 'F'); }
 
 bool isHexPair(std::string_view pair) { return isHexDigit(pair[0]) && isHexDigit(pair[1]); }
 bool isHexOrMaskPair(std::string_view pair) { return pair == "XX" || isHexPair(pair); }
@@ -45,8 +40,8 @@ std::optional<std::string> RxDataMatchOf(std::string_view text) {
 
 bool ItemNameText(std::string_view text) {
   if (text.empty()) return true;
-  return isLetter(text.front()) && std::all_of(text.begin() + 1, text.end(), [](char letter) {
-           return isLetter(letter) || isDigit(letter) || letter == '_';
+  return IsLetter(text.front()) && std::all_of(text.begin() + 1, text.end(), [](char letter) {
+           return IsLetter(letter) || IsDigit(letter) || letter == '_';
          });
 }
 
@@ -64,7 +59,7 @@ std::optional<std::int64_t> IdentifierNumber(std::string_view text) {
   if (digits.size() - first > kIdentifierDigits) return std::nullopt;
   std::int64_t value = 0;
   for (const char digit : digits.substr(first)) {
-    value = value * 16 + (isDigit(digit) ? digit - '0' : digit - 'A' + 10);
+    value = value * 16 + (IsDigit(digit) ? digit - '0' : digit - 'A' + 10);
   }
   return value;
 }

@@ -33,16 +33,6 @@ void follow(RepAlias& alias, const Column& column, float before, float after) {
 
 }  // namespace
 
-int ExceptionsOf(const RepAlias& alias) {
-  return RoundToInt16(Val(alias.AliasExcept)).value_or(0) & 7;
-}
-
-void MarkByHand(RepAlias& alias, int column, bool byHand) {
-  const int before = ExceptionsOf(alias);
-  const int after = byHand ? before | column : before & ~column;
-  if (after != before) alias.AliasExcept = NumberText(after);
-}
-
 DefaultScaling DefaultScalingOf(const MeasBlock& block) {
   return {block.Units, block.DefaultMult, block.DefaultOffset};
 }

@@ -9,20 +9,11 @@
 #include <span>
 #include <string>
 
+#include "model/alias_except.h"
 #include "model/store.h"
 #include "platform/forms.h"
 
 namespace ostrand {
-
-// Columns, as the bits of `AliasExcept`.
-inline constexpr int kUnitsByHand = 1;
-inline constexpr int kMultByHand = 2;
-inline constexpr int kOffsetByHand = 4;
-
-// The bits of a repetition; none for a text that is not a number.
-int ExceptionsOf(const RepAlias& alias);
-// Sets or clears the bit of a column.
-void MarkByHand(RepAlias& alias, int column, bool byHand);
 
 // The rows of the repetitions that a block has.
 template <int MaxReps>

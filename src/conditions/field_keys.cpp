@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "text/mask.h"
 #include "text/number.h"
 
 namespace ostrand {
@@ -24,8 +23,6 @@ void LimitWhileTyped(NumericField& field, double least, double most) {
 }
 
 double SteppedToWhole(double value, bool up) { return std::floor(value + (up ? 1 : -1) + 0.5); }
-
-std::string MicrosText(i32 micros) { return FormatNumber(micros, "#,##0") + " uSecs"; }
 
 i32 WholePart(const NumericField& field) {
   constexpr double kMax = 2147483647.0;

@@ -20,7 +20,4 @@ i32 WholePart(const NumericField& field);
 // A click on the spin button of a multiplier or an offset: to whole numbers from the first on.
 double SteppedToWhole(double value, bool up);
 
-// "2,500 uSecs".
-std::string MicrosText(i32 micros);
-
 }  // namespace ostrand

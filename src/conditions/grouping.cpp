@@ -2,13 +2,12 @@
 
 #include <algorithm>
 
+#include "text/letters.h"
 #include "text/number.h"
 #include "text/strings.h"
 
 namespace ostrand {
 namespace {
-
-bool isDigit(char letter) { return letter >= '0' && letter <= '9'; }
 
 constexpr std::string_view kSyntaxTitle = "GROUPING SYNTAX ERROR";
 
@@ -29,7 +28,7 @@ class GroupingReader {
 
   void next() {
     const char letter = line_[at_];
-    if (isDigit(letter)) return number();
+    if (IsDigit(letter)) return number();
     switch (letter) {
       case ' ':
         ++at_;
@@ -67,7 +66,7 @@ class GroupingReader {
       return fail("TWO NUMBER TOGETHER WITHOUT LOGIC ERROR", "A syntax error was found", at_);
     }
     int value = 0;
-    for (; at_ < line_.size() && isDigit(line_[at_]); ++at_) {
+    for (; at_ < line_.size() && IsDigit(line_[at_]); ++at_) {
       value = std::min(value * 10 + (line_[at_] - '0'), 1000);
     }
     if (value < 1 || value > lastRow_) {
@@ -136,14 +135,14 @@ std::string DefaultGrouping(int rows) {
 std::string StoredGrouping(std::string_view line, int rows) {
   const std::string upper = Upper(Trim(line));
   if (upper.empty() || rows < 1) return DefaultGrouping(rows);
-  const auto isLetter = [](char letter) { return letter >= 'A' && letter <= 'Z'; };
+  const auto IsLetter = [](char letter) { return letter >= 'A' && letter <= 'Z'; };
   std::string stored;
   for (std::size_t at = 0; at < upper.size(); ++at) {
     const char letter = upper[at];
     const char previous = stored.empty() ? ' ' : stored.back();
-    if (previous != ' ' && isLetter(letter) != isLetter(previous) && letter != ' ') stored += ' ';
-    const bool leading = letter == '0' && !isDigit(previous);
-    const bool more = at + 1 < upper.size() && isDigit(upper[at + 1]);
+    if (previous != ' ' && IsLetter(letter) != IsLetter(previous) && letter != ' ') stored += ' ';
+    const bool leading = letter == '0' && !IsDigit(previous);
+    const bool more = at + 1 < upper.size() && IsDigit(upper[at + 1]);
     if (leading && more) continue;
     stored += letter;
   }
@@ -154,13 +153,13 @@ std::string ExpandGrouping(std::string_view line, std::span<const std::string> r
   const bool enclose = form == RowForm::kInParentheses;
   std::string text;
   for (std::size_t at = 0; at < line.size();) {
-    if (!isDigit(line[at])) {
+    if (!IsDigit(line[at])) {
       text += line[at++];
       continue;
     }
     const std::size_t first = at;
     std::size_t number = 0;
-    for (; at < line.size() && isDigit(line[at]); ++at) {
+    for (; at < line.size() && IsDigit(line[at]); ++at) {
       number = std::min<std::size_t>(number * 10 + static_cast<std::size_t>(line[at] - '0'), 1000);
     }
     if (number < 1 || number > rows.size()) {

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <cstdint>
 
+#include "text/letters.h"
 #include "text/mask.h"
 #include "text/number.h"
 #include "text/strings.h"
@@ -12,7 +13,6 @@
 namespace ostrand {
 namespace {
 
-bool isDigit(char letter) { return letter >= '0' && letter <= '9'; }
 bool isExponent(char letter) { return letter == 'e' || letter == 'E'; }
 bool isPoint(char letter) { return letter == '.'; }
 bool isSign(char letter) { return letter == '-' || letter == '+'; }
@@ -24,9 +24,9 @@ bool numberInTheMaking(std::string_view text) {
   const auto isAt = [&](std::size_t at, auto is) { return at < text.size() && is(text[at]); };
   std::size_t at = isAt(0, isSign) ? 1 : 0;
   const std::size_t start = at;
-  while (isAt(at, isDigit)) ++at;
+  while (isAt(at, IsDigit)) ++at;
   if (isAt(at, isPoint)) ++at;
-  while (isAt(at, isDigit)) ++at;
+  while (isAt(at, IsDigit)) ++at;
   if (at == text.size()) return true;
   // An exponent needs a digit or more than a point before it.
   const bool bare = at == start || (start == 0 && at == 1 && isPoint(text[0]));
@@ -34,7 +34,7 @@ bool numberInTheMaking(std::string_view text) {
   if (isAt(++at, isSign)) ++at;
   const std::string_view exponent = text.substr(at);
   return exponent.size() <= MaxExponentDigits &&
-         std::all_of(exponent.begin(), exponent.end(), isDigit);
+         std::all_of(exponent.begin(), exponent.end(), IsDigit);
 }
 
 struct TypeRow {

@@ -4,16 +4,10 @@
 
 #include "controls/screen.h"
 #include "model/stored_text.h"
+#include "text/letters.h"
 
 namespace ostrand {
 namespace {
-
-bool isDigit(char letter) { return letter >= '0' && letter <= '9'; }
-
-bool isLetter(char letter) {
-  const char lower = static_cast<char>(letter | 0x20);
-  return lower >= 'a' && lower <= 'z';
-}
 
 constexpr std::string_view kOneLineHelp = "A text has one line, without tabs.";
 
@@ -26,8 +20,8 @@ std::ptrdiff_t marksIn(std::string_view text) {
 // A letter first, then letters, digits and the others.
 bool isName(std::string_view text, std::string_view others) {
   if (text.empty()) return true;
-  return isLetter(text.front()) && std::all_of(text.begin() + 1, text.end(), [&](char letter) {
-           return isLetter(letter) || isDigit(letter) ||
+  return IsLetter(text.front()) && std::all_of(text.begin() + 1, text.end(), [&](char letter) {
+           return IsLetter(letter) || IsDigit(letter) ||
                   others.find(letter) != std::string_view::npos;
          });
 }
@@ -36,7 +30,7 @@ bool isName(std::string_view text, std::string_view others) {
 
 bool AnyText(std::string_view) { return true; }
 
-bool OnlyDigits(std::string_view text) { return std::all_of(text.begin(), text.end(), isDigit); }
+bool OnlyDigits(std::string_view text) { return std::all_of(text.begin(), text.end(), IsDigit); }
 
 bool NameText(std::string_view text) { return isName(text, "_"); }
 

@@ -1,14 +1,11 @@
-// The styles of bridge blocks that the program treats differently.
+// Strain gauges among the blocks.
 #pragma once
 
 #include "generator/families.h"
-#include "model/channels.h"
+#include "model/bridge_style.h"
 #include "model/store.h"
 
 namespace ostrand {
-
-inline constexpr int kSixWireStyle = 1;      // full bridge of six wires, two ranges
-inline constexpr int kSingleEndedStyle = 2;  // one terminal for each repetition
 
 inline bool IsStrain(const BridgeBlockData& block) { return IsStrainStyle(block.Style); }
 

@@ -11,9 +11,9 @@ std::string_view trueOrFalse(flag value) { return value != 0 ? ",True" : ",False
 // Single-ended terminals of one repetition.
 int terminalsOf(int style) {
   switch (style) {
-    case kSixWireStyle:
+    case kSixWireBridge:
       return 4;
-    case kSingleEndedStyle:
+    case kHalfBridge:
       return 1;
     default:
       return style >= 0 ? 2 : 0;
@@ -50,7 +50,7 @@ struct Place {
 };
 
 std::string rangeOf(const BridgeBlockData& block, int n) {
-  if (block.Style == kSixWireStyle) return Joined({",BRNG", n, "_1,BRNG", n, "_2"});
+  if (block.Style == kSixWireBridge) return Joined({",BRNG", n, "_1,BRNG", n, "_2"});
   return Joined({",BRNG", n});
 }
 
@@ -68,7 +68,8 @@ std::string scalingOf(const BlockView& view, const BridgeBlockData& block) {
 std::string statementOf(const BlockView& view, const BridgeBlockData& block, const Place& place) {
   const int n = view.n;
   const bool raw = block.ZeroFlag >= 1 && IsStrain(block);
-  const bool reversible = block.Style == 0 || block.Style == kSixWireStyle || IsStrain(block);
+  const bool reversible =
+      block.Style == kFullBridge || block.Style == kSixWireBridge || IsStrain(block);
   return Joined({"      ",
                  block.Type,
                  "(",

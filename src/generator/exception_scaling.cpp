@@ -4,6 +4,7 @@
 
 #include "generator/bridge_style.h"
 #include "generator/savedld.h"
+#include "model/alias_except.h"
 #include "model/names.h"
 
 namespace ostrand {
@@ -24,13 +25,13 @@ void blockExceptions(ProgramRun& run, const BlockView& view) {
   };
   for (int r = 1; r <= view.data->Reps; ++r) {
     const RepAlias& alias = view.Alias(r);
-    if (strain || !HasOwnMult(ExceptCode(alias))) continue;
+    if (strain || (ExceptionsOf(alias) & kMultByHand) == 0) continue;
     assign(view.names.mult, r, alias.AliasMult, "multiplier");
   }
   const std::string array = strain ? GaugeName(view.n) : view.names.offset;
   for (int r = 1; r <= view.data->Reps; ++r) {
     const RepAlias& alias = view.Alias(r);
-    if (!HasOwnOffset(ExceptCode(alias))) continue;
+    if ((ExceptionsOf(alias) & kOffsetByHand) == 0) continue;
     assign(array, r, alias.AliasOffset, strain ? "gauge factor" : "offset");
   }
 }

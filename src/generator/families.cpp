@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "model/alias_except.h"
 #include "model/names.h"
 #include "text/number.h"
 
@@ -102,19 +103,11 @@ bool AnyReps(const std::vector<BlockView>& views) {
 void CollectExceptFlags(const std::vector<BlockView>& views) {
   for (const BlockView& view : views) {
     for (int r = 1; r <= view.data->Reps; ++r) {
-      const int code = ExceptCode(view.Alias(r));
-      if (HasOwnMult(code)) view.except->ExceptMult = true;
-      if (HasOwnOffset(code)) view.except->ExceptOffset = true;
+      const int byHand = ExceptionsOf(view.Alias(r));
+      if ((byHand & kMultByHand) != 0) view.except->ExceptMult = true;
+      if ((byHand & kOffsetByHand) != 0) view.except->ExceptOffset = true;
     }
   }
-}
-
-int ExceptCode(const RepAlias& alias) {
-  const std::string& text = alias.AliasExcept;
-  if (text.size() == 1 && text[0] >= '0' && text[0] <= '7') return text[0] - '0';  // fast path
-  const double value = Val(text);
-  const bool known = value >= 0 && value <= 7 && value == static_cast<int>(value);
-  return known ? static_cast<int>(value) : 0;
 }
 
 }  // namespace ostrand

@@ -73,9 +73,4 @@ void CollectExceptFlags(const std::vector<BlockView>& views);
 // 0, then of slot 1, both numbered from 1; CAN items 1 to CanCount.
 std::vector<BlockView> BlocksOf(ProjectStore& store, AllExceptFlags& flags, Family family);
 
-// AliasExcept as a number: 1 units, 2 multiplier, 4 offset, added up; 0 for any other text.
-int ExceptCode(const RepAlias& alias);
-inline bool HasOwnMult(int exceptCode) { return (exceptCode & 2) != 0; }
-inline bool HasOwnOffset(int exceptCode) { return (exceptCode & 4) != 0; }
-
 }  // namespace ostrand

@@ -33,7 +33,7 @@ void zeroingCall(ProgramRun& run, const BlockView& view) {
 
 void strainZeroingCalls(ProgramRun& run, const BlockView& view, int style) {
   const int n = view.n;
-  const auto shunt = static_cast<std::size_t>(style - kQuarterStrainStyle);
+  const auto shunt = static_cast<std::size_t>(style - kQuarterStrain);
   if (shunt < kShunts.size()) {
     run.Put({"      FieldCalStrain(", kShunts[shunt], ",BBlk", n, "(),1,GBBlk", n, "(),0,BCalMode",
              n, ",BKnownVar", n, "()", kAveraged, ",GBBlk", n, "Raw(),0)"});

@@ -6,6 +6,7 @@
 #include "generator/families.h"
 #include "model/intervals.h"
 #include "model/names.h"
+#include "text/letters.h"
 #include "text/number.h"
 #include "text/strings.h"
 
@@ -22,9 +23,8 @@ constexpr std::string_view kConstants[] = {"RNG",  "TYPE",  "REP", "SETL", "INT"
 constexpr std::string_view kCanLoop = "CANBUS Loop #";
 
 bool isNameLetter(char letter) {
-  const auto byte = static_cast<unsigned char>(letter);
-  return (byte >= '0' && byte <= '9') || (byte >= 'A' && byte <= 'Z') ||
-         (byte >= 'a' && byte <= 'z') || byte == '_' || byte >= 0x80;
+  return IsDigit(letter) || IsLetter(letter) || letter == '_' ||
+         static_cast<unsigned char>(letter) >= 0x80;
 }
 
 // The names in a line, without its comment.

@@ -7,6 +7,7 @@
 #include "model/burst_buffer.h"
 #include "model/intervals.h"
 #include "platform/box.h"
+#include "text/letters.h"
 #include "text/mask.h"
 #include "text/number.h"
 #include "verify/check_context.h"
@@ -84,7 +85,7 @@ void frmExecute::load() {
 void frmExecute::bindInterval() {
   ExecutionTime.OnChange = [this] {
     const std::string text = ExecutionTime.Text();
-    const bool leadingZero = text.size() > 1 && text[0] == '0' && text[1] >= '0' && text[1] <= '9';
+    const bool leadingZero = text.size() > 1 && text[0] == '0' && IsDigit(text[1]);
     if (leadingZero) ExecutionTime.Correct(text.substr(1));
   };
   ExecutionTime.OnTake = [this] { takeInterval(); };

@@ -3,7 +3,6 @@
 #include <utility>
 
 #include "model/names.h"
-#include "tables/output_parameters.h"
 #include "text/number.h"
 
 namespace ostrand {
@@ -50,10 +49,7 @@ frmPortTables::frmPortTables(const ScreenContext& context, ItemOutputsRequest re
   Caption = kept_.caption;
   DataResolution.SetItems({"FP2", "IEEE4"});
   Public.Caption = "Public";
-  Output.AskParameters = [this](OutputCode code, int table, HistoSet& histo) {
-    const std::string resolution = DataResolution.Text();
-    return AskOutputParameters(this->context(), code, {histo, table, resolution, kept_.source});
-  };
+  Output.AskBy(context, DataResolution, kept_.source);
   const Loading loading(*this);
   DataResolution.Pick(kept_.resolution);
   Public.Checked(kept_.isPublic != kFalse);

@@ -28,7 +28,7 @@ void giveStarts(Group& group, const Row<int, 1, kBlocks>& starts) {
 int width(const ChannelBlock& block, bool bridge) {
   const bool differential = IsDifferential(block.MeasType);
   if (bridge && block.Style >= 0 && block.Style < static_cast<int>(kBridgeStyles.size())) {
-    const BridgeStyle& style = kBridgeStyles[static_cast<std::size_t>(block.Style)];
+    const BridgeStyleRow& style = kBridgeStyles[static_cast<std::size_t>(block.Style)];
     if (IsDifferential(style.measType) == differential) return style.channels;
   }
   return differential ? 2 : 1;

@@ -28,8 +28,10 @@ int plainSize(const ChannelBlock& block) {
 // Single-ended channels of a bridge sensor as the section's count takes them.
 int countedChannels(const ChannelBlock& block) {
   const int style = block.Style;
-  if (IsDifferential(block.MeasType)) return style == 1 || style == 4 ? 4 : 2;
-  if (IsSingleEnded(block.MeasType)) return style == 3 || style == 4 ? 2 : 1;
+  if (IsDifferential(block.MeasType))
+    return style == kSixWireBridge || style == kResistanceBridge ? 4 : 2;
+  if (IsSingleEnded(block.MeasType))
+    return style == kThreeWireBridge || style == kResistanceBridge ? 2 : 1;
   return 0;
 }
 
@@ -37,7 +39,7 @@ int countedChannels(const ChannelBlock& block) {
 // type is not that of the style, as old projects have it of resistance bridges.
 int bridgeSize(const ChannelBlock& block) {
   if (block.Style < 0 || block.Style >= static_cast<int>(kBridgeStyles.size())) return 0;
-  const BridgeStyle& style = kBridgeStyles[static_cast<std::size_t>(block.Style)];
+  const BridgeStyleRow& style = kBridgeStyles[static_cast<std::size_t>(block.Style)];
   return SameText(block.MeasType, style.measType) ? block.Reps * style.channels : 0;
 }
 

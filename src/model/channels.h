@@ -12,6 +12,7 @@
 #include <string_view>
 #include <vector>
 
+#include "model/bridge_style.h"
 #include "model/enums.h"
 #include "model/store.h"
 #include "text/strings.h"
@@ -53,12 +54,12 @@ std::vector<ChannelBlock> ChannelBlocksOf(const PulseBlockGroup& group);
 std::vector<ChannelBlock> ChannelBlocksOf(const TK40MBlockGroup& group);
 
 // A style of bridge, and the channels that one sensor of it takes.
-struct BridgeStyle {
+struct BridgeStyleRow {
   std::string_view bridge;
   std::string_view measType;
   int channels;
 };
-inline constexpr std::array<BridgeStyle, 8> kBridgeStyles = {{
+inline constexpr std::array<BridgeStyleRow, 8> kBridgeStyles = {{
     {"4 wire full", "Diff", 2},
     {"6 wire full", "Diff", 4},
     {"half", "SE", 1},
@@ -68,9 +69,6 @@ inline constexpr std::array<BridgeStyle, 8> kBridgeStyles = {{
     {"half strain", "Diff", 2},
     {"full strain", "Diff", 2},
 }};
-
-inline constexpr int kQuarterStrainStyle = 5;  // half and full strain follow
-inline bool IsStrainStyle(int style) { return style >= kQuarterStrainStyle; }
 
 // Single-ended channels that a thermocouple or voltage section occupies: a differential block
 // starts on a whole pair, and the channel left out before it counts as used.

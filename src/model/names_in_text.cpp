@@ -2,13 +2,12 @@
 
 #include <algorithm>
 
+#include "text/letters.h"
 #include "text/number.h"
 #include "text/strings.h"
 
 namespace ostrand {
 namespace {
-
-bool isDigit(char letter) { return letter >= '0' && letter <= '9'; }
 
 bool isOfName(char letter) { return !Holds(" ()=<>+-*/\\^,", std::string_view(&letter, 1)); }
 
@@ -26,10 +25,10 @@ Found indexAt(std::string_view text) {
   if (!text.starts_with('(') || close == std::string_view::npos) return {};
   const std::string_view inside = Trim(text.substr(1, close - 1));
   const bool isIndex = !inside.empty() && std::all_of(inside.begin(), inside.end(), [](char c) {
-    return isDigit(c) || c == ',';
+    return IsDigit(c) || c == ',';
   });
   if (!isIndex) return {};
-  const bool isNumber = std::all_of(inside.begin(), inside.end(), isDigit);
+  const bool isNumber = std::all_of(inside.begin(), inside.end(), IsDigit);
   const int index = isNumber ? RoundToInt16(Val(inside)).value_or(kNoElement) : kNoElement;
   return {{{}, index}, close + 1};
 }

@@ -1,11 +1,26 @@
 #include "platform/box.h"
 
+#include <array>
 #include <utility>
+
+#include "text/strings.h"
 
 namespace ostrand {
 namespace {
 
 constexpr std::string_view kBreak = "\r\n";
+
+struct AnswerName {
+  std::string_view word;
+  platform::Answer answer;
+};
+constexpr std::array<AnswerName, 5> kAnswers = {{
+    {"yes", platform::Answer::kYes},
+    {"no", platform::Answer::kNo},
+    {"cancel", platform::Answer::kCancel},
+    {"ok", platform::Answer::kOk},
+    {"overwrite", platform::Answer::kOverwrite},
+}};
 
 }  // namespace
 
@@ -35,6 +50,13 @@ platform::Answer Ask(platform::Forms& forms, std::string_view title, std::string
   box.buttons = buttons;
   box.preselected = preselected;
   return forms.ShowBox(box);
+}
+
+std::optional<platform::Answer> AnswerNamed(std::string_view word) {
+  for (const AnswerName& row : kAnswers) {
+    if (SameText(row.word, word)) return row.answer;
+  }
+  return std::nullopt;
 }
 
 }  // namespace ostrand

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <initializer_list>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -18,5 +19,9 @@ void ShowWarning(platform::Forms& forms, std::string_view title, std::string tex
 platform::Answer Ask(platform::Forms& forms, std::string_view title, std::string text,
                      platform::Buttons buttons,
                      platform::Answer preselected = platform::Answer::kOk);
+
+// An answer as it is written on command lines and in scripts: yes, no, cancel, ok, overwrite; in
+// any case.
+std::optional<platform::Answer> AnswerNamed(std::string_view word);
 
 }  // namespace ostrand

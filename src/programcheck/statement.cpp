@@ -2,20 +2,16 @@
 
 #include <algorithm>
 
+#include "text/letters.h"
 #include "text/strings.h"
 
 namespace ostrand {
 namespace {
 
-bool isDigit(char c) { return c >= '0' && c <= '9'; }
-
 // Letters of the code page beyond ASCII belong to names too.
-bool startsName(char c) {
-  return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '_' ||
-         static_cast<unsigned char>(c) >= 0x80;
-}
+bool startsName(char c) { return IsLetter(c) || c == '_' || static_cast<unsigned char>(c) >= 0x80; }
 
-bool continuesName(char c) { return startsName(c) || isDigit(c) || c == '$'; }
+bool continuesName(char c) { return startsName(c) || IsDigit(c) || c == '$'; }
 
 template <class Test>
 std::size_t lengthOf(std::string_view text, std::size_t from, Test test) {
@@ -26,12 +22,12 @@ std::size_t lengthOf(std::string_view text, std::size_t from, Test test) {
 
 // 12, 0.5, 1E+07.
 std::size_t decimalLength(std::string_view text) {
-  std::size_t end = lengthOf(text, 0, isDigit);
-  if (end < text.size() && text[end] == '.') end = lengthOf(text, end + 1, isDigit);
+  std::size_t end = lengthOf(text, 0, IsDigit);
+  if (end < text.size() && text[end] == '.') end = lengthOf(text, end + 1, IsDigit);
   if (end < text.size() && (text[end] == 'E' || text[end] == 'e')) {
     std::size_t digits = end + 1;
     if (digits < text.size() && (text[digits] == '+' || text[digits] == '-')) ++digits;
-    if (digits < text.size() && isDigit(text[digits])) end = lengthOf(text, digits, isDigit);
+    if (digits < text.size() && IsDigit(text[digits])) end = lengthOf(text, digits, IsDigit);
   }
   return end;
 }
@@ -43,7 +39,7 @@ Token nextToken(std::string_view text) {
     const std::string_view name = text.substr(0, lengthOf(text, 0, continuesName));
     return {Token::Kind::kName, name, Upper(name)};
   }
-  if (isDigit(first) || (first == '.' && isDigit(second))) {
+  if (IsDigit(first) || (first == '.' && IsDigit(second))) {
     return {Token::Kind::kNumber, text.substr(0, decimalLength(text)), ""};
   }
   if (first == '&' && startsName(second)) {  // &H1F, &B101

@@ -3,19 +3,18 @@
 #include <cstddef>
 
 #include "projectfile/tables.h"
+#include "text/letters.h"
 
 namespace ostrand::ORVUS_GENFILE {
 namespace {
 
 constexpr std::ptrdiff_t kMaxDigits = 4;  // the longest index is 610, condition 10 of table 6
 
-bool isDigit(char c) { return c >= '0' && c <= '9'; }
-
 // Takes a number off the head of a text that ends in another character than a digit.
 bool takeNumber(const char*& at, int& number) {
   const char* const first = at;
   unsigned value = 0;
-  for (; isDigit(*at); ++at) value = value * 10 + static_cast<unsigned>(*at - '0');
+  for (; IsDigit(*at); ++at) value = value * 10 + static_cast<unsigned>(*at - '0');
   number = static_cast<int>(value);
   const std::ptrdiff_t digits = at - first;
   return digits == 1 || (digits > 1 && digits <= kMaxDigits && *first != '0');

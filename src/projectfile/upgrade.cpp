@@ -1,5 +1,6 @@
 #include "projectfile/upgrade.h"
 
+#include "model/alias_except.h"
 #include "model/channels.h"
 #include "projectfile/genfile.h"
 #include "projectfile/tables.h"
@@ -54,10 +55,10 @@ void recount(ProjectStore& store) {
     for (int r = 1; r <= CountOf(block.Reps, block.Alias); ++r) {
       RepAlias& alias = block.Alias[r];
       int bits = 0;
-      if (!alias.AliasUnits.empty() && alias.AliasUnits != block.Units) bits += 1;
-      if (differs(alias.AliasMult, block.DefaultMult)) bits += 2;
+      if (!alias.AliasUnits.empty() && alias.AliasUnits != block.Units) bits |= kUnitsByHand;
+      if (differs(alias.AliasMult, block.DefaultMult)) bits |= kMultByHand;
       if (!isFiller(block, alias.AliasOffset) && differs(alias.AliasOffset, block.DefaultOffset)) {
-        bits += 4;
+        bits |= kOffsetByHand;
       }
       alias.AliasExcept = bits > 0 ? NumberText(bits) : "";
     }

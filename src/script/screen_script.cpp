@@ -4,6 +4,7 @@
 #include <array>
 
 #include "controls/choice.h"
+#include "platform/box.h"
 #include "screens/setup_screens.h"
 #include "script/screen_catalog.h"
 #include "text/codepage.h"
@@ -12,20 +13,6 @@
 
 namespace ostrand {
 namespace {
-
-using platform::Answer;
-
-struct AnswerWord {
-  std::string_view word;
-  Answer answer;
-};
-constexpr std::array<AnswerWord, 5> kAnswers = {{
-    {"yes", Answer::kYes},
-    {"no", Answer::kNo},
-    {"cancel", Answer::kCancel},
-    {"ok", Answer::kOk},
-    {"overwrite", Answer::kOverwrite},
-}};
 
 constexpr std::string_view kEllipsis = "...";
 
@@ -295,9 +282,7 @@ bool ScreenScript::openOptions(std::string_view name) {
 }
 
 void ScreenScript::answer(Screen*, const Words& words) {
-  for (const AnswerWord& row : kAnswers) {
-    if (SameText(row.word, words[2].text)) return forms_.Prepare(words[1].text, row.answer);
-  }
+  if (const auto named = AnswerNamed(words[2].text)) return forms_.Prepare(words[1].text, *named);
   fail("an answer is yes, no, cancel or ok");
 }
 

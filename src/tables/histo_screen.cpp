@@ -33,8 +33,8 @@ HistoScreen::HistoScreen(const ScreenContext& context, std::string_view name,
   const double scan = ORVUS_COMMON::ScanIntervalMicros(context.store);
   const double interval = ORVUS_COMMON::TableIntervalMicros(context.store, target.table);
   const double points = scan > 0 ? interval / scan : 0;
-  ScanTime.Text("Scan Time = " + FormatNumber(scan, kMicros) + " uSecs");
-  TableTime.Text("Table Time = " + FormatNumber(interval, kMicros) + " uSecs");
+  ScanTime.Text("Scan Time = " + MicrosText(scan));
+  TableTime.Text("Table Time = " + MicrosText(interval));
   DataPoints.Text("Data Points per Histogram = " + FormatNumber(std::floor(points), kMicros));
   DataPoints.ToolTip = "Flashing indicates a possibly useless histogram.";
   DataPoints.Flashes = points < kFewestPoints;

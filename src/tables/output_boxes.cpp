@@ -61,6 +61,14 @@ void OutputBoxes::bind() {
   }
 }
 
+void OutputBoxes::AskBy(const ScreenContext& context, const Choice& resolution, std::string stem) {
+  AskParameters = [context, &resolution, stem = std::move(stem)](OutputCode code, int table,
+                                                                 HistoSet& histo) {
+    const std::string type = resolution.Text();
+    return AskOutputParameters(context, code, {histo, table, type, stem});
+  };
+}
+
 void OutputBoxes::Show(OutputSet& output) {
   output_ = &output;
   Table.PickAt(FirstTableUsed(store_, &output) - 1);

@@ -26,6 +26,9 @@ class OutputBoxes {
   // Show the parameters again: "HstSetup", "RFHSetup", "LCrSetup".
   std::array<Opener, 3> Setups;
 
+  // Asks for them by the screen of their instruction. `resolution` is the choice of the item's data
+  // type, `stem` as LevelStem gives it.
+  void AskBy(const ScreenContext& context, const Choice& resolution, std::string stem);
   // Asks for the parameters of a histogram, a rainflow or a level crossing in a table, from 1, and
   // changes them; false when the user cancelled. Without it none of the three can be chosen.
   std::function<bool(OutputCode code, int table, HistoSet& histo)> AskParameters;

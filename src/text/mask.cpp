@@ -196,4 +196,6 @@ std::string SignificantText(float value, int digits) {
   return SignificantText(DecimalValue(value), digits);
 }
 
+std::string MicrosText(double micros) { return FormatNumber(micros, "#,##0") + " uSecs"; }
+
 }  // namespace ostrand

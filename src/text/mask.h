@@ -13,6 +13,9 @@ namespace ostrand {
 // reads as.
 std::string FormatNumber(double value, std::string_view mask);
 
+// Microseconds: "2,500 uSecs".
+std::string MicrosText(double micros);
+
 // The value as a numeric field shows it, with so many significant digits, 2 to 15. It is rounded to
 // these and then shown with at most `digits` - 1 places behind the point, or, from 10 to the power
 // `digits` on and below 10 to the power 1 - `digits`, as "0.#####e+00" with `digits` - 2 places. A

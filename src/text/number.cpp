@@ -7,14 +7,15 @@
 #include <cstring>
 #include <limits>
 
+#include "text/letters.h"
+
 namespace ostrand {
 namespace {
 
-bool isDigit(char c) { return c >= '0' && c <= '9'; }
 bool isBlank(char c) { return c == ' ' || c == '\t'; }
 
 int digitValue(char c) {
-  if (isDigit(c)) return c - '0';
+  if (IsDigit(c)) return c - '0';
   if (c >= 'A' && c <= 'F') return c - 'A' + 10;
   if (c >= 'a' && c <= 'f') return c - 'a' + 10;
   return 99;
@@ -172,7 +173,7 @@ DecimalExtent measureDecimal(std::string_view text) {
   };
   const auto digitsFrom = [&](std::size_t at) {
     std::size_t end = at;
-    while (end < text.size() && isDigit(text[end])) ++end;
+    while (end < text.size() && IsDigit(text[end])) ++end;
     return end - at;
   };
   std::size_t at = signAt(0) ? 1 : 0;
@@ -243,14 +244,14 @@ bool readFewDigits(std::string_view text, Real& value) {
   if (text.size() > kTens.size() + 1) return false;
   std::int32_t digits = 0;
   std::size_t at = 0;
-  for (; at < text.size() && isDigit(text[at]); ++at) digits = 10 * digits + (text[at] - '0');
+  for (; at < text.size() && IsDigit(text[at]); ++at) digits = 10 * digits + (text[at] - '0');
   if (at == 0) return false;
   std::size_t decimals = 0;
   if (at < text.size()) {
     decimals = text.size() - at - 1;
     if (text[at] != '.' || decimals == 0) return false;
     while (++at < text.size()) {
-      if (!isDigit(text[at])) return false;
+      if (!IsDigit(text[at])) return false;
       digits = 10 * digits + (text[at] - '0');
     }
   }

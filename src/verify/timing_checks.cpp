@@ -46,10 +46,8 @@ double scanMicros(const ProjectStore& store) {
   return withoutNoise(ORVUS_COMMON::ScanIntervalMicros(store));
 }
 
-std::string microsText(double micros) { return FormatNumber(micros, "#,##0") + " uSecs"; }
-
 std::string multipleText(double micros) {
-  return microsText(micros) + "   (" + FormatNumber(micros / 1000, "#,##0.000") + " mSecs)";
+  return MicrosText(micros) + "   (" + FormatNumber(micros / 1000, "#,##0.000") + " mSecs)";
 }
 
 bool isWhole(double value) { return value == std::trunc(value); }
@@ -71,10 +69,10 @@ bool isUneven(const ProjectStore& store, int t) {
 std::string intervalText(const ProjectStore& store, int t) {
   const double scan = scanMicros(store);
   const std::string first = "TABLE " + NumberText(t) + " interval (" +
-                            microsText(ORVUS_COMMON::TableIntervalMicros(store, t)) +
+                            MicrosText(ORVUS_COMMON::TableIntervalMicros(store, t)) +
                             ") is not evenly divisible by the program scan";
   const std::string second =
-      "rate (" + microsText(scan) + "). New records will be added to the table";
+      "rate (" + MicrosText(scan) + "). New records will be added to the table";
   return JoinLines({first, second,
                     "only when the table interval is an exact multiple of the scan rate.", "",
                     "WORKABLE TABLE INTERVALS ARE:", multipleText(scan), multipleText(2 * scan),
@@ -88,8 +86,8 @@ Findings MeasTimeFindings(const ProjectStore& store) {
   if (scan >= store.EstMeasTime) return {};
   const std::string text =
       JoinLines({"Estimated measurement time is greater than the execution interval.", "",
-                 "Execution interval time  = " + microsText(scan),
-                 "Estimated total measurement time = " + microsText(store.EstMeasTime)});
+                 "Execution interval time  = " + MicrosText(scan),
+                 "Estimated total measurement time = " + MicrosText(store.EstMeasTime)});
   return {{kMeasTimeTitle, text, project_keys::kScanSetupSection,
            std::string(project_keys::kExecutionTime), true}};
 }

@@ -164,7 +164,7 @@ TEST_F(BridgeScreen, RangesHaveTheirCodesAndOfferTheOpenInputTest) {
 
 TEST_F(BridgeScreen, ZeroFlagPickedTwiceIsReportedOnce) {
   store->Flags[3].FlagInclude = kTrue;
-  give(1, kQuarterStrainStyle, 1, 1);
+  give(1, kQuarterStrain, 1, 1);
   forms.ExpectBoxWith("FLAG INFORMATION", "");
   inSetup(1, [](Screen& setup) {
     Pick(setup, "ZeroFlag", "3");
@@ -188,7 +188,7 @@ TEST_F(BridgeScreen, CancelTakesAllBack) {
 }
 
 TEST_F(BridgeScreen, AGaugeFactorNotYetCopiedIsNoChangeOfScaling) {
-  BridgeBlockData& data = give(1, kQuarterStrainStyle, 2, 1);
+  BridgeBlockData& data = give(1, kQuarterStrain, 2, 1);
   data.Units = "uStrain";
   data.GageFactor = 2.08F;
   data.DefaultOffset = 0;

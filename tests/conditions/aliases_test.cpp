@@ -18,7 +18,8 @@ TEST_F(AliasesTest, ProtectionIsByColumnAndByValue) {
       {"", true, true, true},     {"0", true, true, true},    {" 0 ", true, true, true},
       {"1", false, true, true},   {"2", true, false, true},   {"3", false, false, true},
       {"4", true, true, false},   {"5", false, true, false},  {"6", true, false, false},
-      {"7", false, false, false}, {"what", true, true, true},
+      {"7", false, false, false}, {"what", true, true, true}, {"9", true, true, true},
+      {"1.5", true, true, true},
   };
   const DefaultScaling before = {"mVolts", 1, 0};
   const DefaultScaling after = {"Bar", 2.5F, -0.1F};

@@ -1,0 +1,23 @@
+#include "blocks/scaling_fields.h"
+
+#include "model/name_limits.h"
+#include "model/names.h"
+
+namespace ostrand {
+
+void LimitUnits(UnitField& units, OrvusDataObjTypes kind, int block) {
+  units.WhyNot = [array = SourceName(kind, block)](std::string_view text) {
+    return UnitsFit(array, text) ? "" : kTooLongHelp;
+  };
+}
+
+void BindScale(NumericField& field, std::function<float&()> member,
+               double (*step)(double value, bool up)) {
+  field.OnTake = [&field, member] { member() = static_cast<float>(field.Value()); };
+  field.OnSpin = [&field, member, step](bool up) {
+    field.Value(step(field.Value(), up));
+    member() = static_cast<float>(field.Value());
+  };
+}
+
+}  // namespace ostrand
