@@ -1,36 +1,11 @@
 // The commands for the setup screens.
 #include "commands.h"
-#include "model/defaults.h"
 #include "project_run.h"
 #include "script/screen_catalog.h"
 #include "script/screen_script.h"
 #include "session/settings.h"
 
 namespace ostrand::cli {
-namespace {
-
-// A project on which every screen can be opened: a block of each kind, an item, a field.
-void makeSample(ProjectStore& store) {
-  store.Config.TK40MQty = 1;
-  store.Config.CanBusQty = 1;
-  store.TempBlock.BlockCount = store.VoltBlock.BlockCount = 1;
-  store.TK40MBlock.BlockCount = store.PulseBlock[0].BlockCount = 1;
-  // Type K has a choice of ranges; a resistance has a separate calculator.
-  store.TempBlock[1].TypeNo = store.TK40MBlock[1].TypeNo = ORVUS_TCTYPE_K;
-  store.BridgeBlock.BlockCount = 2;
-  store.BridgeBlock[2].Style = 4;
-  store.TempBlock[1].Reps = store.VoltBlock[1].Reps = store.BridgeBlock[1].Reps = 2;
-  store.TK40MBlock[1].Reps = store.PulseBlock[0][1].Reps = 2;
-  store.Tables[1].TableOn = kTrue;
-  for (int code = kHistogram; code <= kLevelCrossing; ++code) {
-    store.VoltBlock[1].Output.OutputSelect[1][code] = 1;
-  }
-  store.Can.CanCount = 1;
-  store.Can.Item[1].Reps = 1;
-}
-
-}  // namespace
-
 ExitCode PlayScreens(const CommandLine& line) {
   ExitCode result = kFault;
   const auto host = HostOf(line, result);
@@ -81,7 +56,7 @@ ExitCode ListScreens(const CommandLine& line) {
   ScriptForms forms(host->forms);
   OstrandEvents noEvents;
   Ostrand session(TheStore(), host->Around(forms), noEvents);
-  makeSample(session.Store());
+  MakeCatalogProject(session.Store());
   const std::string text =
       std::string(ScriptHelp()) + "\n" + platform::TerminalText(ScreenCatalog(session));
   return Print(text) ? kDone : kFault;

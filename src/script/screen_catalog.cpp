@@ -3,9 +3,11 @@
 #include <algorithm>
 #include <array>
 #include <deque>
+#include <functional>
 
 #include "controls/list_field.h"
 #include "controls/numeric_field.h"
+#include "model/defaults.h"
 #include "screens/setup_screens.h"
 #include "script/script_forms.h"
 #include "text/number.h"
@@ -106,13 +108,33 @@ std::string controlsOf(const Screen& screen) {
   return text;
 }
 
-// Walks through all screens and writes down what each of them has.
-class CatalogHost : public ScreenHost {
+// Opens whatever a screen can open.
+class Walker : public ScreenHost {
  public:
+  explicit Walker(const std::function<void(Screen&)>& visit) : visit_(visit) {}
+
   void ShowModal(Screen& screen) override {
-    Entry& entry = entryOf(screen);
-    // What a screen opens depends on who opened it, and on the kind of a block.
+    visit_(screen);
+    // Of numbered ones two are enough: what a screen shows depends on the kind of a block.
     for (Opener* opener : screen.Openers()) {
+      const Opener::Which& which = opener->ForWhich();
+      const bool isLater = !which.name.empty() && which.value != "1" && which.value != "2";
+      if (opener->Usable() && !isLater) opener->Press();
+    }
+    screen.End(ModalResult::kCancel);
+  }
+
+ private:
+  const std::function<void(Screen&)>& visit_;
+};
+
+// Writes down what each screen has.
+class Catalog {
+ public:
+  // What a screen opens depends on who opened it.
+  void Add(const Screen& screen) {
+    Entry& entry = entryOf(screen);
+    for (const Opener* opener : screen.Openers()) {
       const Opener::Which& which = opener->ForWhich();
       std::string line = "  open " + opener->Opens();
       if (!which.value.empty())
@@ -120,10 +142,7 @@ class CatalogHost : public ScreenHost {
       if (std::find(entry.opens.begin(), entry.opens.end(), line) == entry.opens.end()) {
         entry.opens.push_back(std::move(line));
       }
-      const bool isLater = !which.name.empty() && which.value != "1" && which.value != "2";
-      if (opener->Usable() && !isLater) opener->Press();
     }
-    screen.End(ModalResult::kCancel);
   }
 
   // In the order in which they were met.
@@ -182,14 +201,38 @@ std::string ItemsText(const std::vector<std::string>& items) {
   return text;
 }
 
-std::string ScreenCatalog(Ostrand& control) {
-  CatalogHost host;
-  ConnectSetupScreens(control, host);
+void VisitScreens(Ostrand& control, const std::function<void(Screen&)>& visit) {
+  Walker walker(visit);
+  ConnectSetupScreens(control, walker);
   for (int button = kConfigurationButton; button <= kExciteButton; ++button) {
     if (control.Screens()[button]) control.Screens()[button]();
   }
   for (const OptionScreen& row : kOptionScreens) control.ShowOptions(row.option);
-  return std::string(kLead) + host.Text();
+}
+
+std::string ScreenCatalog(Ostrand& control) {
+  Catalog catalog;
+  VisitScreens(control, [&](const Screen& screen) { catalog.Add(screen); });
+  return std::string(kLead) + catalog.Text();
+}
+
+void MakeCatalogProject(ProjectStore& store) {
+  store.Config.TK40MQty = 1;
+  store.Config.CanBusQty = 1;
+  store.TempBlock.BlockCount = store.VoltBlock.BlockCount = 1;
+  store.TK40MBlock.BlockCount = store.PulseBlock[0].BlockCount = 1;
+  // Type K has a choice of ranges; a resistance has a separate calculator.
+  store.TempBlock[1].TypeNo = store.TK40MBlock[1].TypeNo = ORVUS_TCTYPE_K;
+  store.BridgeBlock.BlockCount = 2;
+  store.BridgeBlock[2].Style = 4;
+  store.TempBlock[1].Reps = store.VoltBlock[1].Reps = store.BridgeBlock[1].Reps = 2;
+  store.TK40MBlock[1].Reps = store.PulseBlock[0][1].Reps = 2;
+  store.Tables[1].TableOn = kTrue;
+  for (int code = kHistogram; code <= kLevelCrossing; ++code) {
+    store.VoltBlock[1].Output.OutputSelect[1][code] = 1;
+  }
+  store.Can.CanCount = 1;
+  store.Can.Item[1].Reps = 1;
 }
 
 }  // namespace ostrand
