@@ -29,7 +29,7 @@ bool wiring(ProjectRun& run, Ostrand& session, std::string_view file) {
 
 bool summary(ProjectRun& run, Ostrand& session, std::string_view file) {
   if (!OpenProject(session, file)) return false;
-  const RtfText& box = session.SummaryBox();
+  const StyledText& box = session.SummaryBox();
   return Print(run.line.rtf ? box.Rtf() : platform::TerminalText(box.Text()));
 }
 

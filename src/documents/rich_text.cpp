@@ -64,14 +64,14 @@ void PlainText::SelText(std::string_view text) {
   start_ += text.size();
 }
 
-void RtfText::Text(std::string_view text) {
+void StyledText::Text(std::string_view text) {
   look_ = {};
   runs_.clear();
   if (!text.empty()) runs_.push_back({text.size(), look_});
   PlainText::Text(text);
 }
 
-void RtfText::SelText(std::string_view text) {
+void StyledText::SelText(std::string_view text) {
   std::size_t before = SelStart();
   auto run = runs_.begin();
   for (; run != runs_.end() && run->length <= before; ++run) before -= run->length;
@@ -88,7 +88,7 @@ void RtfText::SelText(std::string_view text) {
   PlainText::SelText(text);
 }
 
-std::string RtfText::Rtf() const {
+std::string StyledText::Rtf() const {
   const std::string text = Text();
   ColourTable colours;
   std::string body;

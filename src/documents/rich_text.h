@@ -53,8 +53,8 @@ class PlainText : public RichText {
   std::size_t start_ = 0;
 };
 
-// Keeps the looks as well and gives both as a file for word processors.
-class RtfText : public PlainText {
+// Keeps the looks as well: for hosts that draw them, and as a file for word processors.
+class StyledText : public PlainText {
  public:
   using PlainText::Text;
   void Text(std::string_view text) override;
@@ -62,24 +62,25 @@ class RtfText : public PlainText {
   void SelUnderline(bool underline) override { look_.underline = underline; }
   void SelText(std::string_view text) override;
 
-  // The document in RTF 1, in a fixed pitch font, in letters of ASCII only.
-  [[nodiscard]] std::string Rtf() const;
-
- private:
   struct Look {
     Colour colour = kWindowText;
     bool underline = false;
     friend bool operator==(const Look&, const Look&) = default;
   };
-
   // So many characters of one look.
   struct Run {
     std::size_t length;
     Look look;
   };
+  // Of the whole text, in its order; neighbours differ.
+  [[nodiscard]] const std::vector<Run>& Runs() const { return runs_; }
 
+  // The document in RTF 1, in a fixed pitch font, in letters of ASCII only.
+  [[nodiscard]] std::string Rtf() const;
+
+ private:
   Look look_;
-  std::vector<Run> runs_;  // of the whole text, in its order
+  std::vector<Run> runs_;
 };
 
 }  // namespace ostrand

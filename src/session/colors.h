@@ -22,6 +22,7 @@ struct Appearance {
   i32 SummaryBack = 0;
   i32 SummaryText = 0;
   i32 Highlight = 0;
+  friend bool operator==(const Appearance&, const Appearance&) = default;
 };
 
 }  // namespace ostrand

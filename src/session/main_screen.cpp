@@ -93,6 +93,11 @@ void saveByButton(SessionState& session, bool send) {
 void runButton(SessionState& session, int button) {
   if (button >= kSaveAndSendButton) return saveByButton(session, button == kSaveAndSendButton);
   const Marked screenOpen(session.main.screenOpen);
+  float left = 0;
+  float top = 0;
+  float width = 0;
+  float height = 0;
+  session.events.RequestParentMDISize(left, top, width, height);
   session.screens[button]();
 }
 
@@ -107,15 +112,24 @@ MainRow& rowOf(MainScreenState& main) {
 
 void SessionState::EnableButtons() {
   main.row.EnableForProject(store.Config, screens, isHarrierRunning, HostIsHarrier());
-  main.printPanelShown = false;
+  if (std::exchange(main.printPanelShown, false)) events.PrintPanelChanged(false);
+  events.ButtonsChanged();
+}
+
+void SessionState::MarkDirty(bool dirty) {
+  if (std::exchange(dirtyFlag, dirty) != dirty) events.DirtyChanged(dirty);
 }
 
 const MainRow& Ostrand::MainButtons() const { return state_->main.row; }
 ScreenTable& Ostrand::Screens() { return state_->screens; }
 bool Ostrand::Working() const { return state_->main.working; }
-void Ostrand::SetQuitButton(bool Enable) { rowOf(state_->main).EnableQuit(Enable); }
+void Ostrand::SetQuitButton(bool Enable) {
+  rowOf(state_->main).EnableQuit(Enable);
+  state_->events.ButtonsChanged();
+}
 void Ostrand::SetSaveDownload(bool Enable) {
   rowOf(state_->main).Enable(kSaveAndSendButton, Enable);
+  state_->events.ButtonsChanged();
 }
 
 void Ostrand::Click(int button) {
@@ -124,12 +138,13 @@ void Ostrand::Click(int button) {
   const auto run = [&] {
     const Marked working(state_->main.working);
     state_->main.row.DisableAll();
+    state_->events.ButtonsChanged();
     Guarded(state_->around.forms, "Ostrand.cmdOption_Click", [&] { runButton(*state_, button); });
   };
   const auto settle = [&] {
     state_->EnableButtons();
     if (button < kSaveAndSendButton) {  // a screen that failed may have edited before
-      state_->dirtyFlag = true;
+      state_->MarkDirty(true);
       Summarize();
     }
     if (button != kSaveAndSendButton) SetFocus(Focus::kButton, button);
@@ -158,7 +173,8 @@ bool Ostrand::PrintPanelShown() const { return state_->main.printPanelShown; }
 void Ostrand::PrintSelect() {
   if (!state_->main.printPanelShown) state_->main.rowBeforePrint = state_->main.row;
   state_->main.row.DisableAll();
-  state_->main.printPanelShown = true;
+  if (!std::exchange(state_->main.printPanelShown, true)) state_->events.PrintPanelChanged(true);
+  state_->events.ButtonsChanged();
   SetFocus(Focus::kCancelPrint);
 }
 
@@ -166,6 +182,8 @@ void Ostrand::CancelPrint() {
   if (!state_->main.printPanelShown) return;
   state_->main.printPanelShown = false;
   state_->main.row = state_->main.rowBeforePrint;
+  state_->events.PrintPanelChanged(false);
+  state_->events.ButtonsChanged();
   SetFocus(Focus::kNone);
 }
 

@@ -45,7 +45,7 @@ bool loadProject(SessionState& session) {
     session.known = platform::IdentityOf(path, *bytes.Value(), stamp);
     session.StartProject();
     session.readReport = ORVUS_GENFILE::ReadProjectText(session.store, *bytes.Value());
-    session.dirtyFlag = false;
+    session.MarkDirty(false);
     return true;
   }
   std::string reason = session.currentFileName + ": Changed while it was read";
@@ -174,7 +174,7 @@ bool Ostrand::NewProject(std::string_view path) {
     state_->calcVarRefs = CollectCalcVarRefs(state_->store);
     state_->readReport = {};
     state_->known = {};
-    state_->dirtyFlag = false;
+    state_->MarkDirty(false);
     showProject(*state_);
   });
 }

@@ -114,12 +114,14 @@ void SessionState::LoadSettings() {
 }
 
 void Ostrand::ApplyColors() {
+  const Appearance before = state_->main.appearance;
   state_->main.appearance = {.FormBack = state_->settings.ColorValue(0),
                              .PanelBack = state_->settings.ColorValue(1),
                              .PanelText = state_->settings.ColorValue(2),
                              .SummaryBack = state_->settings.ColorValue(3),
                              .SummaryText = state_->settings.ColorValue(4),
                              .Highlight = state_->settings.HighlightColor()};
+  if (state_->main.appearance != before) state_->events.ColorsChanged();
 }
 
 void Ostrand::GetSelectedColors(ColorTable& sColors) const {
@@ -170,14 +172,19 @@ void Ostrand::FormCleanup() {
 
 // ---- Summary and help ---------------------------------------------------------------------------
 
-const RtfText& Ostrand::SummaryBox() const { return state_->main.summary; }
+const StyledText& Ostrand::SummaryBox() const { return state_->main.summary; }
 
-bool Ostrand::Summarize() {
+bool Ostrand::Summarize(RichText* box) {
   const SummaryLook look{.projectName = state_->baseName,
                          .text = state_->main.appearance.SummaryText,
                          .heading = state_->main.appearance.Highlight,
                          .numbers = state_->settings.View().SummaryNumbers};
-  return ostrand::Summarize(state_->store, look, state_->main.summary, state_->around.forms);
+  const auto draw = [&](RichText& into) {
+    return ostrand::Summarize(state_->store, look, into, state_->around.forms);
+  };
+  const bool drawn = draw(state_->main.summary) && (box == nullptr || draw(*box));
+  state_->events.SummaryDrawn();
+  return drawn;
 }
 
 void Ostrand::ShowHelpFile(i32 lContext) {

@@ -23,7 +23,8 @@ struct Surroundings;
 struct CheckContext;
 struct ProjectStore;
 struct SessionState;
-class RtfText;
+class RichText;
+class StyledText;
 class Settings;
 class SocketObject;
 
@@ -39,11 +40,20 @@ class OstrandEvents {
   virtual void NewFile(const std::string& /*sFileName*/) {}
   // The right mouse button was pressed on a main button.
   virtual void PopupOptionsMenu() {}
-  // A screen asks for the host window's rectangle, to place itself.
+  // A screen is about to open and asks for the host window's rectangle, to place itself.
   virtual void RequestParentMDISize(float& /*left*/, float& /*top*/, float& /*width*/,
                                     float& /*height*/) {}
   // The session is over.
   virtual void SessionComplete() {}
+
+  // What a host shows and would have to ask for again and again: the edits are unsaved or saved
+  // now, the main row or the print panel has changed, the summary was drawn anew, the colours are
+  // others.
+  virtual void DirtyChanged(bool /*dirty*/) {}
+  virtual void ButtonsChanged() {}
+  virtual void PrintPanelChanged(bool /*shown*/) {}
+  virtual void SummaryDrawn() {}
+  virtual void ColorsChanged() {}
 };
 
 // Where the keyboard is.
@@ -211,9 +221,10 @@ class Ostrand {
   // Takes the colours of the settings.
   void ApplyColors();
   // The summary as it was last drawn.
-  [[nodiscard]] const RtfText& SummaryBox() const;
-  // Draws the summary, which also sets `EstMeasTime`.
-  bool Summarize();
+  [[nodiscard]] const StyledText& SummaryBox() const;
+  // Draws the summary, which also sets `EstMeasTime`; into a box of the host as well, if there is
+  // one.
+  bool Summarize(RichText* box = nullptr);
 
   // The screens of the buttons 0 to 15 and of ShowOptions, set by the host or the setup.
   [[nodiscard]] ScreenTable& Screens();

@@ -33,7 +33,7 @@ void askToSaveAll(SessionState& session, bool force, bool& cancel) {
     ORVUS_COMMON::VerifyBeforeSave(session.control.Checks(), cancel, upgrade);
     if (cancel) return;
     cancel = !session.SavePipeline();  // a session that ends now would lose the edits
-    if (!cancel) session.dirtyFlag = false;
+    if (!cancel) session.MarkDirty(false);
   });
 }
 
@@ -69,7 +69,7 @@ void SessionState::SaveDldFile() {
     events.NewFile(currentFileName);
     store.Gen.PCTime = ShortMomentText(around.clock.Now());
     save.saved = SavePipeline();
-    if (save.saved) dirtyFlag = false;
+    if (save.saved) MarkDirty(false);
     control.Summarize();
   });
 }

@@ -37,7 +37,7 @@ struct MainScreenState {
   bool working = false;
   bool screenOpen = false;
   Appearance appearance;
-  RtfText summary;
+  StyledText summary;
 };
 
 // The last save, or the one under way.
@@ -66,6 +66,8 @@ struct SessionState {
   void TakeTextBoxes();
   // The main row for the project.
   void EnableButtons();
+  // The project differs from its file, or no longer does.
+  void MarkDirty(bool dirty);
   // Loads the settings and applies the colours.
   void LoadSettings();
   // Writes the settings into the user's store. Raises a Fault when that fails.

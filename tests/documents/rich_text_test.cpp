@@ -33,10 +33,10 @@ TEST(PlainText, PutsTextInAtTheInsertionPoint) {
   EXPECT_EQ(box.Text(), "a new\r\n");
 }
 
-TEST(RtfText, IsCompleteWithoutText) { EXPECT_EQ(RtfText().Rtf(), rtf("", "")); }
+TEST(StyledText, IsCompleteWithoutText) { EXPECT_EQ(StyledText().Rtf(), rtf("", "")); }
 
-TEST(RtfText, KeepsTheLooksOfEachPiece) {
-  RtfText box;
+TEST(StyledText, KeepsTheLooksOfEachPiece) {
+  StyledText box;
   box.SelText(" plain\r\n");
   box.SelUnderline(true);
   box.SelColor(0x00102030);  // blue 16, green 32, red 48
@@ -58,8 +58,8 @@ TEST(RtfText, KeepsTheLooksOfEachPiece) {
   EXPECT_EQ(box.Rtf(), rtf("", "ly fresh"));
 }
 
-TEST(RtfText, EscapesWhatTheFormatUses) {
-  RtfText box;
+TEST(StyledText, EscapesWhatTheFormatUses) {
+  StyledText box;
   box.SelText("C:\\VK\\{a}\t\x80 \xB5\x7F \r \n \r\n");
   box.SelText(std::string_view("\0.", 2));
   EXPECT_EQ(box.Rtf(), rtf("",

@@ -108,7 +108,7 @@ TEST_F(Summary, HeadingsAreUnderlinedAndColoured) {
   for (const std::string_view line : Split(golden, '\n')) {
     if (line.ends_with(" (uSec)") && line[1] != ' ') headings += line;
   }
-  RtfText box;
+  StyledText box;
   EXPECT_TRUE(Summarize(store, look, box, forms));
   EXPECT_TRUE(Holds(box.Rtf(), "{\\colortbl ;\\red0\\green0\\blue255;}"));
   const testing::RtfReader shown(box.Rtf());

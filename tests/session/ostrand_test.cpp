@@ -10,6 +10,7 @@
 #include <functional>
 
 #include "controls/numeric_field.h"
+#include "documents/rich_text.h"
 #include "model/defaults.h"
 #include "model/new_store.h"
 #include "platform/posix/posix_clock.h"
@@ -49,7 +50,16 @@ class KeepingHost : public OstrandEvents {
     raised.emplace_back("complete");
     onComplete();
   }
+  void RequestParentMDISize(float&, float&, float&, float&) override {
+    shown.emplace_back("rectangle");
+  }
+  void DirtyChanged(bool dirty) override { shown.emplace_back(dirty ? "dirty" : "clean"); }
+  void ButtonsChanged() override { shown.emplace_back("buttons"); }
+  void PrintPanelChanged(bool on) override { shown.emplace_back(on ? "print" : "no print"); }
+  void SummaryDrawn() override { shown.emplace_back("summary"); }
+  void ColorsChanged() override { shown.emplace_back("colors"); }
   Texts raised;
+  Texts shown;  // what a host would have to draw again
   std::function<void()> onComplete = [] {};
   std::function<void()> onNewFile = [] {};
   std::function<void()> onDownload = [] {};
@@ -515,6 +525,34 @@ TEST_F(MainScreen, AScreenMarksTheProjectAsEditedAndDrawsTheSummary) {
   EXPECT_EQ(host.raised, Texts{"menu"});
   session.PointAt(kCanButton);
   EXPECT_EQ(forms.helpLines.back(), "Set up Canbus items.");
+}
+
+TEST_F(MainScreen, HostHearsWhatItHasToDrawAgain) {
+  session.Screens()[kVoltageButton] = [] {};
+  reopen();
+  const auto shownBy = [&](const std::function<void()>& action) {
+    host.shown.clear();
+    action();
+    return std::exchange(host.shown, {});
+  };
+  EXPECT_EQ(shownBy([&] { session.Click(kVoltageButton); }),
+            (Texts{"buttons", "rectangle", "buttons", "dirty", "summary"}));
+  EXPECT_EQ(shownBy([&] { session.Click(kVoltageButton); }),
+            (Texts{"buttons", "rectangle", "buttons", "summary"}));
+  EXPECT_EQ(shownBy([&] { reopen(); }), (Texts{"clean", "buttons", "summary"}));
+  EXPECT_EQ(shownBy([&] { session.PrintSelect(); }), (Texts{"print", "buttons"}));
+  EXPECT_EQ(shownBy([&] { session.PrintSelect(); }), Texts{"buttons"});
+  EXPECT_EQ(shownBy([&] { session.CancelPrint(); }), (Texts{"no print", "buttons"}));
+  EXPECT_EQ(shownBy([&] { session.SetSaveDownload(true); }), Texts{"buttons"});
+  ColorTable colors;
+  session.GetSelectedColors(colors);
+  EXPECT_EQ(shownBy([&] { session.SetSelectedColors(colors); }), Texts{});
+  colors[0][1] = "255";
+  EXPECT_EQ(shownBy([&] { session.SetSelectedColors(colors); }), Texts{"colors"});
+  // A box of the host gets the same text and looks.
+  StyledText own;
+  EXPECT_TRUE(session.Summarize(&own));
+  EXPECT_EQ(own.Rtf(), session.SummaryBox().Rtf());
 }
 
 // ---- Saving -------------------------------------------------------------------------------------
