@@ -10,8 +10,8 @@
 
 namespace ostrand {
 
-// Puts a sample project into the store, on which every screen can be opened: blocks of each kind, an
-// item, a field.
+// Puts a sample project into the store, on which every screen can be opened: blocks of each kind,
+// an item, a field.
 void MakeCatalogProject(ProjectStore& store);
 
 // Opens every screen from the main row, the options and other screens, and leaves it by Cancel;
