@@ -16,10 +16,10 @@ AnalogList::AnalogList(const ScreenContext& context, const AnalogListKind& kind)
       Blocks(*this,
              {.setup = kind.setup,
               .open = [this](int block) { ShowSetup(block); },
-              .most = kBlocks,
+              .max = kBlocks,
               .rows = kBlocks,
-              .typedRoom = 1,
-              .mostDigit = kBlocks,
+              .maxTyped = 1,
+              .maxDigit = kBlocks,
               .maySpinUp = [this] { return maySpinUp(); },
               .mayType = [this](int) { return mayTypeMore(); },
               .sensors = [this](int block) { return int{Data(block).Reps}; },
@@ -99,7 +99,7 @@ bool AnalogList::ShowSetup(int block) {
   const bool untouched = sameAsBaseline(block);
   AnalogSetupRequest request{*this, block};
   const std::unique_ptr<Screen> setup = MakeScreen(context(), kind_.setup, request);
-  // What opening alone puts right is no edit.
+  // A correction made by opening is not an edit.
   if (untouched) takeAsBaseline(block);
   const bool accepted = OpenScreen(context(), setup);
   if (accepted) {

@@ -47,7 +47,7 @@ class AnalogList : public Screen {
   [[nodiscard]] cOrvusData& Data(int block) { return *data_[block]; }
   [[nodiscard]] const cOrvusData& Data(int block) const { return *data_[block]; }
   [[nodiscard]] std::span<RepAlias> Aliases(int block);
-  // All rows that a block has room for.
+  // All rows that a block can have.
   [[nodiscard]] std::span<RepAlias> AliasRows(int block);
   // Those of them that were ever written; the others are as those of an unused block.
   [[nodiscard]] std::span<RepAlias> WrittenAliasRows(int block);
@@ -81,7 +81,7 @@ class AnalogList : public Screen {
   [[nodiscard]] std::vector<ChannelBlock> liveBlocks() const;
 
   virtual void showFigures() = 0;
-  // Whether there is room for one more block: as the spin button asks, and as the keys do.
+  // Whether one more block fits: for the spin button, and for the keys.
   [[nodiscard]] virtual bool maySpinUp() const = 0;
   [[nodiscard]] virtual bool mayTypeMore() const = 0;
 
@@ -159,7 +159,7 @@ class AnalogGroupList : public AnalogList {
   std::unique_ptr<Group> baseline_;
 };
 
-// Where the blocks of a kind stand in the chart of the panel.
+// The blocks of a kind in the chart of the panel.
 struct PanelPlace {
   std::vector<ChannelBlock> ChartBlocks::*blocks;
   Row<int, 1, kBlocks> StartChans::*starts;

@@ -134,7 +134,7 @@ void AnalogSetup::onIntegrationRange() {
   const bool micros = code == ORVUS_MEAS_INTEG_USECS;
   const i32 before = Analog().IntegTime();
   Analog().IntegCode(code);
-  // Of 50 and 60 Hz the code alone tells the time.
+  // With 50 and 60 Hz the code determines the time.
   if (!micros || before > kLongestMicros) Analog().IntegTime(kLongestMicros);
   Analog().SettleTime(micros ? kSettleOfMicros : kSettleOfHumFilter);
   Changed();

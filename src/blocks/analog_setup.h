@@ -41,14 +41,14 @@ class AnalogSetup : public Screen {
 
   // The scaling that the sensors follow.
   [[nodiscard]] DefaultScaling Scaling() const;
-  // A new scale is given to all rows; a new kind clears them. Without sensors there is nobody to
-  // give a scale to, and rows that come back follow the block.
+  // A new scale is given to all rows; a new kind clears them. Without sensors there are no rows
+  // to give it to, and rows that come back follow the block.
   void GiveScaling();
   void ClearScaling();
 
-  // The count of sensors takes effect again: it goes down until there is room for it.
+  // The count of sensors takes effect again: it is reduced until the sensors fit.
   void TakeReps();
-  // So does the settling time, whose least value follows range and integration.
+  // So does the settling time, whose minimum follows range and integration.
   void TakeSettleTime();
   // All that follows from the object is shown anew.
   void Changed();
@@ -61,7 +61,7 @@ class AnalogSetup : public Screen {
   void load();
   // Shows the controls that a screen has beside those above.
   virtual void showOthers() = 0;
-  // Sensors that there is room for beyond those of the block; below 0 when they are too many.
+  // Sensors that fit beside those of the block; below 0 when they are too many.
   [[nodiscard]] virtual int maxMore() const = 0;
 
   bool onDone() override;

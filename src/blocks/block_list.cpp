@@ -10,14 +10,14 @@ BlockList::BlockList(Screen& screen, Rules rules)
     : BlockCount(screen, "BlockCount", NumberType::kByte),
       screen_(screen),
       rules_(std::move(rules)) {
-  BlockCount.Limits(0, rules_.most);
-  BlockCount.MaxLetters = static_cast<std::size_t>(rules_.typedRoom);
+  BlockCount.Limits(0, rules_.max);
+  BlockCount.MaxLetters = static_cast<std::size_t>(rules_.maxTyped);
   BlockCount.MayHold = [this](std::string_view text) {
     const bool digitsFit = std::all_of(text.begin(), text.end(), [this](char letter) {
-      return letter >= '0' && letter - '0' <= rules_.mostDigit;
+      return letter >= '0' && letter - '0' <= rules_.maxDigit;
     });
     if (!digitsFit) return false;
-    const int count = std::min(static_cast<int>(Val(text)), rules_.most);
+    const int count = std::min(static_cast<int>(Val(text)), rules_.max);
     return count <= count_ || rules_.mayType(count);
   };
   BlockCount.OnSpin = [this](bool up) { onSpin(up); };
@@ -44,7 +44,7 @@ void BlockList::addOpener(int row) {
 }
 
 void BlockList::Show(int count) {
-  count_ = std::min(count, rules_.most);
+  count_ = std::min(count, rules_.max);
   showCount();
   RefreshRows();
 }
@@ -65,7 +65,7 @@ void BlockList::RefreshRows() {
 }
 
 void BlockList::onSpin(bool up) {
-  if (up ? count_ >= rules_.most || !rules_.maySpinUp() : count_ <= 0) {
+  if (up ? count_ >= rules_.max || !rules_.maySpinUp() : count_ <= 0) {
     screen_.Forms().Beep();
     return;
   }
@@ -75,7 +75,7 @@ void BlockList::onSpin(bool up) {
 // A digit takes effect at once, and the next one replaces it. An emptied field waits for one.
 void BlockList::onTyped() {
   if (BlockCount.Text().empty()) return;
-  changeTo(std::min(static_cast<int>(BlockCount.Value()), rules_.most));
+  changeTo(std::min(static_cast<int>(BlockCount.Value()), rules_.max));
   BlockCount.SelectAll();
 }
 

@@ -29,10 +29,10 @@ class BlockList {
   struct Rules {
     std::string_view setup;               // the screen that edits a block
     std::function<void(int block)> open;  // edits a block by it
-    int most = 0;                         // blocks
+    int max = 0;                          // blocks
     int rows = 0;                         // on the screen
-    int typedRoom = 1;  // digits that can be typed; a number above `most` becomes `most`
-    int mostDigit = 9;  // the largest digit that can be typed
+    int maxTyped = 1;  // digits that can be typed; a number above `max` becomes `max`
+    int maxDigit = 9;  // the largest digit that can be typed
     std::function<bool()> maySpinUp;
     // Whether a typed count above the present one is taken.
     std::function<bool(int count)> mayType;

@@ -100,7 +100,7 @@ int LastBridgeStart(bool differential, int reps) {
 
 i32 RoundedBridgeIntegration(i32 micros) {
   if (micros >= kMaxBridgeIntegration) return kMaxBridgeIntegration;
-  if (micros > 750) return (micros / 500 + 1) * 500 + 250;  // may pass the most by a step
+  if (micros > 750) return (micros / 500 + 1) * 500 + 250;  // may exceed the maximum by a step
   if (micros > 250) return 750;
   if (micros > 200) return 250;
   if (micros > 100) return 200;
@@ -123,10 +123,10 @@ i32 BridgeIntegrationDown(i32 micros) {
   return micros > 0 ? 100 : micros;
 }
 
-i32 LeastBridgeSettling(i32 integration) { return integration < kLongIntegration ? 100 : 200; }
+i32 MinBridgeSettling(i32 integration) { return integration < kLongIntegration ? 100 : 200; }
 
 i32 TakenBridgeSettling(i32 settling, i32 integration) {
-  return std::clamp(settling / 10 * 10, LeastBridgeSettling(integration), kMaxBridgeSettling);
+  return std::clamp(settling / 10 * 10, MinBridgeSettling(integration), kMaxBridgeSettling);
 }
 
 int BridgeRangeIndex(std::string_view range) {

@@ -1,6 +1,6 @@
 // What the screen of a bridge block decides by tables and arithmetic. Times are microseconds.
 //
-// Bridges keep time and range rules of their own, which differ in places from those of the other
+// Bridges have their own time and range rules, which differ in places from those of the other
 // analog blocks.
 #pragma once
 
@@ -58,12 +58,13 @@ inline constexpr int kMaxExcite = 5000;
 inline constexpr int kMaxBridgeIntegration = 15750;
 i32 RoundedBridgeIntegration(i32 micros);
 // One click up or down along 100, 200, 250, 750, 1250 and on by 500. From less than a step below
-// the most a click up passes it, to come back with the next. A time below 1 stays on the way down.
+// the maximum a click up passes it, to come back with the next. A time below 1 does not change on
+// the way down.
 i32 BridgeIntegrationUp(i32 micros);
 i32 BridgeIntegrationDown(i32 micros);
 
 inline constexpr i32 kMaxBridgeSettling = 50000;
-i32 LeastBridgeSettling(i32 integration);
+i32 MinBridgeSettling(i32 integration);
 // Down to a multiple of 10 and within the limits that go with an integration time.
 i32 TakenBridgeSettling(i32 settling, i32 integration);
 

@@ -38,10 +38,10 @@ BlockList::Rules frmBrdgBlock::rules() {
     BrdgSetupRequest request{*this, block};
     OpenScreen(context(), "frmBrdgSetup", request);
   };
-  rules.most = kMaxBridgeBlocks;
+  rules.max = kMaxBridgeBlocks;
   rules.rows = kMaxBridgeBlocks;
-  rules.typedRoom = 2;
-  rules.mostDigit = kMaxBridgeBlocks;
+  rules.maxTyped = 2;
+  rules.maxDigit = kMaxBridgeBlocks;
   rules.maySpinUp = [this] { return mayAdd(); };
   rules.mayType = [](int) { return true; };
   rules.sensors = [this](int block) { return int{group()[block].Reps}; };
@@ -64,7 +64,7 @@ bool frmBrdgBlock::mayAdd() const {
   return freeChannels_ > 0 && freeExcitations_ > 0;
 }
 
-// A row behind the blocks of the project may hold remains of a file.
+// A row after the last block of the project may hold remains of a file.
 void frmBrdgBlock::add(int block) {
   if (block > group().BlockCount) ORVUS_COMMON::SetBridgeDefaults(store(), block - 1);
 }

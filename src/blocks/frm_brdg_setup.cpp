@@ -23,7 +23,7 @@ int knownStyle(int style) {
 }
 
 // What sensors follow. A project may not have copied the gauge factor into the offset yet, which
-// this screen does; that is no change of the user's.
+// this screen does; that is not a change by the user.
 DefaultScaling scalingOf(const BridgeBlockData& block) {
   DefaultScaling scaling = DefaultScalingOf(block);
   if (IsStrainStyle(block.Style)) scaling.Offset = block.GageFactor;
@@ -221,7 +221,7 @@ void frmBrdgSetup::showPanels() {
   showZeroPanel(strain);
 }
 
-// Repetitions of strain kinds that have no gauge factor of their own hold a zero for it.
+// Repetitions of strain kinds without a separate gauge factor hold a zero for it.
 void frmBrdgSetup::fillGaugeFactors(BridgeBlockData& block) const {
   if (!IsStrainStyle(kind_)) return;
   for (RepAlias& alias : AliasesOf(block.Alias, block.Reps)) {

@@ -67,7 +67,7 @@ class frmBrdgSetup final : public Screen {
   Label FreeExcite;
   OutputBoxes Outputs;
 
-  // Counts the channels of the section with this block as it stands in the fields.
+  // Counts the channels of the section with this block as the fields show it.
   void BrdSetup_DiffSECount();
 
  protected:

@@ -81,8 +81,8 @@ i32 frmBrdgSetup::integration() const {
 }
 
 void frmBrdgSetup::settleLongEnough() {
-  const i32 least = LeastBridgeSettling(integration());
-  if (least > LeastBridgeSettling(0) && data().SettleTime < least) setSettling(least);
+  const i32 min = MinBridgeSettling(integration());
+  if (min > MinBridgeSettling(0) && data().SettleTime < min) setSettling(min);
 }
 
 void frmBrdgSetup::setSettling(i32 micros) {

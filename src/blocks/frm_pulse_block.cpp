@@ -30,9 +30,9 @@ BlockList::Rules frmPulseBlock::rules() {
     PulseSetupRequest request{*this, block};
     OpenScreen(context(), "frmPulseSetup", request);
   };
-  rules.most = kPulseBlocks;
+  rules.max = kPulseBlocks;
   rules.rows = kPulseBlocks;
-  rules.mostDigit = kPulseBlocks;
+  rules.maxDigit = kPulseBlocks;
   rules.maySpinUp = [this] { return FreePulseChans(Pulses()) > 0; };
   rules.mayType = [this](int) { return FreePulseChans(Pulses()) > 0; };
   rules.sensors = [this](int block) { return int{group()[block].Reps}; };
@@ -51,7 +51,7 @@ BlockList::Rules frmPulseBlock::rules() {
   return rules;
 }
 
-// A row behind the blocks of the project may hold remains of a file.
+// A row after the last block of the project may hold remains of a file.
 void frmPulseBlock::add(int block) {
   if (block > group().BlockCount) ORVUS_COMMON::SetPulseDefaults(store(), 0, block - 1);
 }

@@ -60,7 +60,7 @@ void frmTK40MBlock::showFigures() {
   ReferenceTemp.Enable(measured, "No block measures thermocouples.");
 }
 
-// The measurement of the reference temperature; any number other than 0 stands for it.
+// The measurement of the reference temperature; any number other than 0 means on.
 void frmTK40MBlock::setReference(bool measured) {
   i16& output = store().Config.TcConfigOpts[1];
   if ((output != 0) != measured) output = measured ? 1 : 0;

@@ -20,7 +20,7 @@ class frmTK40MBlock final : public AnalogGroupList<TK40MBlockGroup> {
   [[nodiscard]] int ChannelsAvailable(OrvusAnalogInputTypes) const override {
     return ChannelsAvailable();
   }
-  // Blocks follow each other; they have no start of their own.
+  // Blocks follow each other; they have no separate start.
   [[nodiscard]] int StartOf(int) const override { return 0; }
 
  protected:

@@ -26,7 +26,7 @@ void frmTK40MSetup::onKind() {
   if (OnThermocouples() && (range < kFirstLowRange || range == kLowestRange)) {
     analog.RangeIndex(kDefaultRange);
   }
-  // What the repetitions have of their own was of the other kind.
+  // Separate values of the repetitions were of the other kind.
   ClearScaling();
   TakeSettleTime();
 }

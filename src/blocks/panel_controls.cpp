@@ -31,7 +31,7 @@ void PanelControls::onMeasType() {
   screen_.Analog().InputType = static_cast<OrvusAnalogInputTypes>(MeasType.Index());
   if (OnInputType) OnInputType();
   limitStart();
-  // The start first: it leaves as much room for the sensors as there can be.
+  // The start first, so that as many sensors as possible fit.
   if (!autoChan()) Start.Take();
   screen_.TakeReps();
 }

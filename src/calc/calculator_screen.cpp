@@ -61,7 +61,7 @@ void Calculator::bind(TextField& field, std::string& member) {
   field.OnTake = [this] { settle(); };
 }
 
-// Units that no block has room for are not handed back to any; all arrays have names of one length.
+// Units that fit no block are not handed back; the names of all arrays have the same length.
 void Calculator::bindUnits(TextField& field, std::string& member) {
   bind(field, member);
   field.WhyNot = [](std::string_view units) {

@@ -38,14 +38,14 @@ class Calculator : public Screen {
 
   // Shows the answers to what the controls hold now.
   virtual void solve() = 0;
-  // The same, and tells in the help line when the multiplier has come out as 0, as one too small
+  // The same, and shows in the help line when the multiplier has come out as 0, as one too small
   // for its form does.
   void show();
   // What is shown now is what stays while the inputs have no answer.
   virtual void settle() {}
   [[nodiscard]] virtual std::optional<ScalingAnswer> answerShown() const = 0;
   virtual void writeRecord() = 0;
-  // Whether the user is content with it.
+  // Whether the user accepts it.
   virtual bool mayEnd() { return true; }
 
   // The controls show members of the copy and write each edit into it. A member that nobody edits

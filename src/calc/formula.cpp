@@ -28,7 +28,7 @@ constexpr std::string_view kValidNames[] = {
     "PBLK6",   "PBLK7", "ABLK1", "ABLK2", "ABLK3", "ABLK4", "ABLK5", "ABLK6", "ABLK7", "ACOS",
     "ASIN",    "ATN2",  "COSH",  "CSGN",  "EXP",   "LOG10", "SINH",  "TANH"};
 
-// What stands directly before a "(", in a text without blanks.
+// The name directly before a "(", in a text without blanks.
 std::string_view nameAtEnd(std::string_view collected) {
   if (collected.size() <= kShortText) return collected;
   const std::size_t delimiter = collected.find_last_of(kDelimiters);

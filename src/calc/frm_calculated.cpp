@@ -56,7 +56,7 @@ constexpr Face kCalculatedFaces[] = {
 
 bool variableNameInTheMaking(std::string_view text) { return text.empty() || IsVariableName(text); }
 
-// The item picked, empty for the one that stands for none.
+// The picked item, empty for "none".
 std::string picked(const Choice& choice) {
   std::string text = choice.Text();
   return text == kNoChoice ? std::string() : text;
@@ -70,7 +70,7 @@ void fillFunctions(Choice& choice) {
 
 // Whether a formula of a variable is accepted. That of an element is not, when its array is called
 // like no function that is known.
-bool mayStand(const std::string& variable) { return FormulaMistakes("x = " + variable).empty(); }
+bool isOffered(const std::string& variable) { return FormulaMistakes("x = " + variable).empty(); }
 
 // The two sides of the first equal sign.
 std::string nameIn(std::string_view formula) { return std::string(Trim(Before(formula, "="))); }
@@ -205,7 +205,7 @@ void frmCalculated::listMeasures() {
     choice->SetItems({kNoChoice});
     for (const PickVariable& variable : list.Variables()) {
       const std::string name(Trim(variable.name));
-      if (mayStand(name)) choice->Add(name);
+      if (isOffered(name)) choice->Add(name);
     }
   }
 }
@@ -271,7 +271,7 @@ void frmCalculated::takeName() {
   Formula.Text(NewName.Text() + " =" + std::string(After(formula, "=")));
 }
 
-// Why the program has no room for a field of that name and these units.
+// Why a field of that name and these units does not fit into the program.
 std::string_view frmCalculated::whyNot(std::string_view name, std::string_view units) {
   return CalcFieldFits(name, units) ? "" : kTooLongHelp;
 }

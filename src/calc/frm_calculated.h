@@ -25,8 +25,8 @@ struct FormulaListPlace {
 std::string FormulaListText(const CalcFieldGroup& fields, const platform::Moment& time,
                             const std::string& projectName);
 
-// The fields as rows of the columns "Field Name", "Expression" and "Units", parted by " | ". A row
-// is picked by its number from 1, by the name of its field, or as a whole.
+// The fields as rows of the columns "Field Name", "Expression" and "Units", separated by " | ". A
+// row is picked by its number from 1, by the name of its field, or as a whole.
 class FormulaGrid : public Choice {
  public:
   using Choice::Choice;

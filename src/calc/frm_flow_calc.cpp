@@ -31,7 +31,7 @@ frmFlowCalc::frmFlowCalc(const ScreenContext& context)
   CalFactor.Items[1].ToolTip = "Click if the calibration factor is in Pulses per Liter.";
   OutSystem.SetItems({"English", "Metric"});
   OutUnits.SetItems({"Second", "Minute", "Hour"});
-  OutUnits.PickAt(0);  // what a time base without a choice of its own stands for
+  OutUnits.PickAt(0);  // for a time base without an item
   bindCodes(CalFactor, record_.CalFactor);
   bindCodes(OutSystem, record_.OutSystem);
   const bool hasTimeBase = record_.OutUnits >= 1 && record_.OutUnits <= 3;

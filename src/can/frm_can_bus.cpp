@@ -268,7 +268,7 @@ void frmCanBus::takeIdType() {
   showItem();
 }
 
-// A text that is no number is ignored.
+// A text that is not a number is ignored.
 void frmCanBus::takeIdentifier(TextField& field, std::string CanItemData::*member) {
   const std::optional<std::string> taken = IdentifierOf(field.Text(), idType());
   if (!taken) Forms().Beep();
@@ -330,7 +330,7 @@ void frmCanBus::takeTimeout() {
 
 void frmCanBus::addItem() {
   if (can().CanCount >= kCanItems) return;
-  // Whatever an older item left behind there.
+  // Clears what an older item left there.
   ORVUS_COMMON::SetCanItemDefaults(*work_, can().CanCount);
   const auto isTaken = [this](std::string_view name) {
     for (int n = 1; n <= can().CanCount; ++n) {

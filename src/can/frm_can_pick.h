@@ -29,7 +29,7 @@ class frmCanPick final : public Screen {
   Button Open;
   Button Save;
   Button New;
-  Button Add;      // puts the project's item behind the last one
+  Button Add;      // puts the project's item after the last one
   Button Replace;  // and in place of the chosen one
   Button Delete;   // takes the chosen one out
 

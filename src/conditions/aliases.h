@@ -1,4 +1,4 @@
-// What single repetitions of a block have of their own, and how it follows the block's defaults.
+// Separate values of single repetitions of a block, and how they follow the block's defaults.
 //
 // A column that was set by hand for a repetition is marked in its `AliasExcept` and keeps its value
 // whatever the block's defaults become. The offset column of a bridge holds the gauge factor of
@@ -21,7 +21,7 @@ std::span<RepAlias> AliasesOf(LateRow<RepAlias, 1, MaxReps>& rows, int reps) {
   return rows.Leading(reps);
 }
 
-// What a block gives to repetitions that have nothing of their own.
+// What a block gives to repetitions without separate values.
 struct DefaultScaling {
   std::string Units;
   float Mult = 1;
@@ -53,7 +53,7 @@ void ClearAliases(std::span<RepAlias> aliases);
 // Clears a column, values set by hand as well, and its bit.
 void ResetColumn(std::span<RepAlias> aliases, int column);
 
-// Clears the rows behind the first `reps`. They keep what they hold while the setup of a block is
+// Clears the rows after the first `reps`. They keep what they hold while the setup of a block is
 // open, so that a count that rises again brings it back.
 void ClearRowsBeyond(std::span<RepAlias> rows, int reps);
 

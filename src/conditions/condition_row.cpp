@@ -39,7 +39,7 @@ bool valueInTheMaking(std::string_view text) {
   return SingleText(text) || (text.size() <= kFalseWord.size() && isHeadOfLogicWord(text));
 }
 
-// The value that a row shows. Rows without a text of their own for it have it in their expression.
+// The value that a row shows. Rows without a separate text for it have it in their expression.
 std::string valueOf(const ConditionRow& row) {
   if (!Trim(row.Varb).empty()) return std::string(Trim(row.Varb));
   if (!IsLogicVariable(row.MeasVar)) return SignificantText(DecimalValue(row.Value), kSingleDigits);

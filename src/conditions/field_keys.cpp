@@ -14,12 +14,12 @@ void DropLeadingZeros(TextField& field) {
   field.Correct(first == std::string::npos ? "0" : text.substr(first));
 }
 
-void LimitWhileTyped(NumericField& field, double least, double most) {
+void LimitWhileTyped(NumericField& field, double min, double max) {
   const std::string text = field.Text();
   const std::optional<double> value = ToDouble(text);
   const bool onlyZeros = text.find_first_not_of('0') == std::string::npos;
-  if (!value || onlyZeros || (*value >= least && *value <= most)) return;
-  field.Correct(NumberText(std::clamp(*value, least, most)));
+  if (!value || onlyZeros || (*value >= min && *value <= max)) return;
+  field.Correct(NumberText(std::clamp(*value, min, max)));
 }
 
 double SteppedToWhole(double value, bool up) { return std::floor(value + (up ? 1 : -1) + 0.5); }

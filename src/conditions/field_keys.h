@@ -12,7 +12,7 @@ namespace ostrand {
 // Zeros at the head of a number go as soon as more follows.
 void DropLeadingZeros(TextField& field);
 // A number is kept within limits; a text that is none yet may go on, and so may zeros.
-void LimitWhileTyped(NumericField& field, double least, double most);
+void LimitWhileTyped(NumericField& field, double min, double max);
 
 // What a field says without its fraction, within a whole number's limits.
 i32 WholePart(const NumericField& field);

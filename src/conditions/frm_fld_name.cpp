@@ -158,7 +158,7 @@ std::string frmFldName::elementOf(std::size_t at) const {
   return block_.name + "(" + NumberText(static_cast<int>(at) + 1) + ")";
 }
 
-// Why the program has no room for a sensor of these; units of the block need none.
+// Why a sensor of these does not fit into the program; units of the block take no space.
 std::string_view frmFldName::whyNot(std::size_t at, std::string_view alias,
                                     std::string_view units) const {
   ValueName value{
@@ -219,7 +219,7 @@ void frmFldName::takeUnits(std::size_t at, std::string_view units) {
   MarkByHand(rows_[at], kUnitsByHand, byHand);
 }
 
-// An empty text stands for the default.
+// An empty text means the default.
 void frmFldName::takeNumber(std::size_t at, const Number& column, const std::string& text) {
   const std::optional<float> value = ToSingle(text);
   const bool byHand = value && *value != block_.defaults.*column.byDefault;

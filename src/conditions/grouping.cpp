@@ -116,7 +116,7 @@ class GroupingReader {
   std::size_t at_ = 0;
   int open_ = 0;
   Last last_ = Last::kNothing;
-  bool joinable_ = false;  // a number stands to the left that a word has to join to the next one
+  bool joinable_ = false;  // there is a number on the left that a word must join to the next one
   std::optional<GroupingFault> fault_;
 };
 

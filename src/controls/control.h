@@ -117,7 +117,7 @@ class Button : public Control {
 // A button that opens another screen.
 class Opener : public Button {
  public:
-  // What tells openers of the same screen apart.
+  // Distinguishes openers of the same screen.
   struct Which {
     std::string value;      // "2" for the second block; empty for the only one
     std::string_view name;  // of numbered ones: "block"

@@ -119,7 +119,7 @@ bool TextField::TypeText(std::string_view keys) {
 
 bool TextField::Spin(bool up) {
   if (!OnSpin) return false;
-  // The buttons stand beside the field: it is left for them, and comes back with what they gave.
+  // The buttons are beside the field: the focus leaves it for them, and returns with their value.
   if (!Leave()) return true;
   fire([&] { OnSpin(up); }, up ? "SpinUp" : "SpinDown");
   Enter();

@@ -38,7 +38,7 @@ class TextField : public Control {
   [[nodiscard]] std::string Text() const override { return text_; }
   // Sets it without any event.
   void Text(std::string_view text);
-  // The same while it is typed, from OnChange: what stands there is still to take effect.
+  // The same while it is typed, from OnChange: it takes effect later.
   void Correct(std::string_view text) { text_ = text; }
 
   // Whether a user can make it hold this text: length, filter, `MayHold` and `WhyNot` together, and

@@ -21,8 +21,8 @@ constexpr int kMaxDays = 31;
 
 struct PartRow {
   std::string_view name;
-  int least;
-  int most;
+  int min;
+  int max;
   std::size_t place;  // in the picture; none for the week day
   std::size_t width;
 };
@@ -123,15 +123,14 @@ OpenMoment StoredTimeOff(const Configuration& config) {
   return moment;
 }
 
-// The time to switch on has no marks of what is open; its picture tells.
+// The time to switch on has no marks of open parts; its picture shows them.
 OpenMoment StoredTimeOn(const Configuration& config) {
   OpenMoment moment;
   if (isUnset(config, kTimeOn, config.PowerOnString)) return moment;
   for (std::size_t p = 0; p < OpenMoment::kWeekDay; ++p) {
     const Part part = partAt(p);
     const int value = config.*kTimeOn.values[part];
-    const bool open =
-        value == 0 && (kParts[part].least > 0 || isHyphens(config.PowerOnString, part));
+    const bool open = value == 0 && (kParts[part].min > 0 || isHyphens(config.PowerOnString, part));
     if (!open) moment[part] = value;
   }
   return moment;
@@ -170,7 +169,7 @@ MomentLists::MomentLists(Screen& screen, std::string_view prefix, bool weekDays)
     lists_[part]->OnPick = [this] { onPick(); };
     std::vector<Choice::Item>& items = lists_[part]->Items;
     items.push_back({std::string(kAny), true, true, {}});
-    for (int value = row.least; value <= row.most; ++value) {
+    for (int value = row.min; value <= row.max; ++value) {
       items.push_back({itemText(part, value), true, true, {}});
     }
   }
@@ -179,8 +178,8 @@ MomentLists::MomentLists(Screen& screen, std::string_view prefix, bool weekDays)
 void MomentLists::setIndex(Part part, std::optional<int> value) {
   Choice* list = lists_[part].get();
   if (list == nullptr) return;
-  const int place = value ? *value - kParts[part].least + 1 : 0;
-  // A year of the project's own stands behind the others.
+  const int place = value ? *value - kParts[part].min + 1 : 0;
+  // Another year of the project comes last.
   if (part == OpenMoment::kYear && value && *value > 0 &&
       (place < 1 || place >= static_cast<int>(list->Items.size()))) {
     list->Add(NumberText(*value));
@@ -204,7 +203,7 @@ OpenMoment MomentLists::Moment() const {
     const Choice* list = lists_[part].get();
     if (list == nullptr || list->Index() < 1) continue;
     moment[part] = part == OpenMoment::kYear ? static_cast<int>(Val(list->Text()))
-                                             : list->Index() - 1 + kParts[part].least;
+                                             : list->Index() - 1 + kParts[part].min;
   }
   return moment;
 }
@@ -215,7 +214,7 @@ void MomentLists::onPick() {
   if (OnEdit) OnEdit();
 }
 
-// The list of days is as long as the month; a day behind its end becomes its last one.
+// The list of days is as long as the month; a day after its end becomes its last one.
 void MomentLists::fitDays() {
   const OpenMoment moment = Moment();
   const int days = DaysOfMonth(moment[OpenMoment::kMonth], moment[OpenMoment::kYear]);

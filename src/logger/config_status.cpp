@@ -166,7 +166,7 @@ void StatusMonitorPanel::listRows(int picked) {
   StatusRows.PickAt(picked);
 }
 
-// What the fields show becomes a row, from 1; the one behind the last is a new one.
+// What the fields show becomes a row, from 1; the one after the last is a new one.
 void StatusMonitorPanel::keepRow(int row) {
   config_.Status[row] = entered();
   config_.StatusMonCount = static_cast<i16>(std::max(count(), row));

@@ -76,7 +76,7 @@ frmConfig::frmConfig(const ScreenContext& context)
   SizeCardUnits.OnPick = [this] {
     if (!IsLoading()) takeSizeCard();
   };
-  TellOfFlagPicked(Power.Condition, Forms(), store());
+  ReportPickedFlag(Power.Condition, Forms(), store());
   Status.OnRows = [this] { listVariables(); };
   Status.OnFlag = [this](int flagNumber) {
     CheckFlagUsage(Forms(), store(), flagNumber, kStatusMonitorUser);
@@ -120,9 +120,9 @@ void frmConfig::load() {
 }
 
 // The count that a field holds; what is none becomes 0.
-int frmConfig::countIn(TextField& field, int most) {
+int frmConfig::countIn(TextField& field, int max) {
   const std::string& text = field.Text();
-  const bool isCount = text.size() == 1 && text[0] >= '0' && text[0] <= '0' + most;
+  const bool isCount = text.size() == 1 && text[0] >= '0' && text[0] <= '0' + max;
   if (isCount) return text[0] - '0';
   Forms().Beep();
   return 0;

@@ -50,7 +50,7 @@ class frmConfig final : public Screen {
   void load();
   void bindBoxes();
   void showOutput(int entry);
-  int countIn(TextField& field, int most);
+  int countIn(TextField& field, int max);
   void takeCanBusQty();
   void takeTK40MQty();
   void takeAutoChan();

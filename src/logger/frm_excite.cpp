@@ -134,7 +134,7 @@ void frmExcite::bindStates(int port) {
   controls.State2.OnTake = [this, port] { stored(port).State2 = millivolts(at(port).State2); };
   for (ConditionControls* row : {&controls.Condition1, &controls.Condition2}) {
     row->OnEdit = [this, port] { takeConditions(port); };
-    TellOfFlagPicked(*row, Forms(), store());
+    ReportPickedFlag(*row, Forms(), store());
   }
 }
 

@@ -58,7 +58,7 @@ void frmFlags::bind(int number) {
   };
   for (const int state : {1, 2}) {
     controls.State(state).OnEdit = [this, number, state] { takeState(number, state); };
-    TellOfFlagPicked(controls.State(state), Forms(), store());
+    ReportPickedFlag(controls.State(state), Forms(), store());
   }
   controls.ViewCode.OnPress = [this, number] { viewCode(number); };
 }

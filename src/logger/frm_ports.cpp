@@ -164,7 +164,7 @@ void frmPorts::bind(int port) {
   };
   for (const int state : {1, 2}) {
     controls.State(state).OnEdit = [this, port, state] { takeState(port, state); };
-    TellOfFlagPicked(controls.State(state), Forms(), store());
+    ReportPickedFlag(controls.State(state), Forms(), store());
   }
   controls.ViewCode.OnPress = [this, port] { viewCode(port); };
 }

@@ -34,7 +34,7 @@ class frmPorts final : public Screen {
   bool onCancel() override;
 
  private:
-  static constexpr int kByte = kPorts;  // the port that stands for the byte
+  static constexpr int kByte = kPorts;  // the port that means the byte
   static constexpr int kMasks = 3;      // of state 1, of state 2, of the ports in use
   struct PortControls;
   struct MaskField;

@@ -67,7 +67,7 @@ void KeepState(const ConditionControls& row, const StateFields& kept, std::strin
   kept.expression = stored.MeasVar.empty() ? none : std::string_view(stored.Expression);
 }
 
-void TellOfFlagPicked(ConditionControls& row, platform::Forms& forms, const ProjectStore& store) {
+void ReportPickedFlag(ConditionControls& row, platform::Forms& forms, const ProjectStore& store) {
   row.AllowPick = [&row, &forms, &store] {
     const int flagNumber = FlagOfVariable(row.MeasVar.Text());
     if (flagNumber > 0) CheckFlagUsage(forms, store, flagNumber);

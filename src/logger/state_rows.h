@@ -38,7 +38,7 @@ void KeepState(const ConditionControls& row, const StateFields& kept, std::strin
 
 // Tells the user when the measurement picked for the row is a flag that the flags screen drives.
 // All three must outlive the row's use.
-void TellOfFlagPicked(ConditionControls& row, platform::Forms& forms, const ProjectStore& store);
+void ReportPickedFlag(ConditionControls& row, platform::Forms& forms, const ProjectStore& store);
 
 // Shows or hides the controls of a state.
 void ShowState(ConditionControls& state, bool visible);

@@ -16,7 +16,7 @@ namespace {
 
 constexpr std::string_view kEllipsis = "...";
 
-// "\n" in a script stands for a line break.
+// "\n" in a script is a line break.
 std::string withBreaks(std::string_view text) {
   std::string result;
   while (!text.empty()) {
@@ -81,8 +81,8 @@ struct ScreenScript::Looks {
 
 struct ScreenScript::Verb {
   std::string_view name;
-  std::size_t least;  // words behind it
-  std::size_t most;
+  std::size_t min;  // words after it
+  std::size_t max;
   bool onScreen;  // needs an open screen
   void (ScreenScript::*play)(Screen* screen, const Words& words);
 };
@@ -106,7 +106,7 @@ Result<> ScreenScript::Run() {
   return Error{"line " + NumberText(line_) + ": " + failure_};
 }
 
-// A line that fails behind a refused way out most likely was for another screen.
+// A line that fails after a refused way out was probably meant for another screen.
 void ScreenScript::fail(const std::string& why) {
   if (!failure_.empty()) return;
   failure_ = refusal_.empty() ? why : refusal_;
@@ -124,7 +124,7 @@ bool ScreenScript::failForBox() {
 
 void ScreenScript::ShowModal(Screen& screen) {
   play(&screen);
-  // A script that fails or ends leaves no screen open behind it.
+  // A script that fails or ends leaves no screen open.
   if (screen.Result() == ModalResult::kNone) {
     failForBox();
     fail(screen.Name() + " is still open at the end of the script");
@@ -141,8 +141,8 @@ void ScreenScript::play(Screen* screen) {
   }
 }
 
-// Words are parted by blanks; one in double quotes may hold blanks, and "" in it is a quote. A line
-// that begins with "#" is a comment. Nothing for a quote that is not closed.
+// Words are separated by blanks; one in double quotes may hold blanks, and "" in it is a quote. A
+// line that begins with "#" is a comment. Nothing for a quote that is not closed.
 std::optional<ScreenScript::Words> ScreenScript::wordsOf(std::string_view line) {
   Words words;
   std::size_t at = 0;
@@ -201,8 +201,8 @@ void ScreenScript::playLine(Screen* screen, std::string_view line) {
                                  [&](const Verb& row) { return SameText(row.name, name); });
   if (verb == kVerbs.end()) return fail("there is no action " + name);
   const std::size_t count = words->size() - 1;
-  if (count < verb->least || count > verb->most) {
-    return fail(name + " takes " + (count < verb->least ? "more" : "fewer") + " words");
+  if (count < verb->min || count > verb->max) {
+    return fail(name + " takes " + (count < verb->min ? "more" : "fewer") + " words");
   }
   if (verb->onScreen && screen == nullptr) return fail("no screen is open");
   // Names of files stay as they are.
@@ -367,7 +367,7 @@ void ScreenScript::end(Screen* screen, const Words& words) {
     if (refusalAnswered_) refusal_.clear();
     return;
   }
-  // A box that nobody foresaw is told itself.
+  // An unexpected box is reported itself.
   if (!forms_.Unforeseen().empty() || !refusal_.empty()) return;
   refusalLine_ = line_;
   refusalAnswered_ = forms_.Answered();
@@ -472,7 +472,7 @@ void ScreenScript::shows(const std::string& what, const std::string& text,
   if (!isAsExpected(text, withBreaks(expected))) fail(what + " shows " + Quoted(text));
 }
 
-// A word with a meaning of its own stands without quotes.
+// A keyword is written without quotes.
 bool ScreenScript::isWord(const Word& word, std::string_view meaning) {
   return !word.quoted && SameText(word.text, meaning);
 }

@@ -29,7 +29,7 @@ Answer ScriptForms::ShowBox(const platform::MessageBox& box) {
     return answer;
   }
   if (box.buttons == platform::Buttons::kOk) {
-    told_.push_back({box.title, box.text, box.diskError});
+    informed_.push_back({box.title, box.text, box.diskError});
     return Answer::kOk;
   }
   if (unanswered_.empty()) unanswered_ = Quoted(box.title) + ": " + box.text;
@@ -37,7 +37,7 @@ Answer ScriptForms::ShowBox(const platform::MessageBox& box) {
 }
 
 std::optional<ScriptForms::Box> ScriptForms::Claim(std::string_view title) {
-  for (std::vector<Box>* boxes : {&told_, &seen_}) {
+  for (std::vector<Box>* boxes : {&informed_, &seen_}) {
     const auto found = std::find_if(boxes->begin(), boxes->end(),
                                     [&](const Box& box) { return SameText(box.title, title); });
     if (found == boxes->end()) continue;
@@ -50,9 +50,9 @@ std::optional<ScriptForms::Box> ScriptForms::Claim(std::string_view title) {
 
 std::string ScriptForms::Unforeseen() const {
   if (!unanswered_.empty()) return "no answer to the box " + unanswered_;
-  if (told_.empty()) return {};
-  if (!told_.front().diskError.empty()) return told_.front().diskError;
-  return "unexpected box " + Quoted(told_.front().title) + ": " + told_.front().text;
+  if (informed_.empty()) return {};
+  if (!informed_.front().diskError.empty()) return informed_.front().diskError;
+  return "unexpected box " + Quoted(informed_.front().title) + ": " + informed_.front().text;
 }
 
 std::vector<std::string> ScriptForms::Unused() const {

@@ -15,7 +15,7 @@ namespace ostrand {
 inline std::string Quoted(std::string_view text) { return "\"" + std::string(text) + "\""; }
 
 // The boxes, beeps and help lines of a session that a script drives. A box needs an answer given
-// beforehand; one that only tells may also be looked at afterwards.
+// beforehand; one that only informs may also be looked at afterwards.
 class ScriptForms : public platform::Forms {
  public:
   explicit ScriptForms(platform::Forms& inner) : inner_(inner) {}
@@ -40,7 +40,7 @@ class ScriptForms : public platform::Forms {
   // An error text for a box that the script does not expect; empty for none. Of a failure of the
   // disk it is path and reason.
   [[nodiscard]] std::string Unforeseen() const;
-  // A question among them, which has got the answer that changes least.
+  // A question among them, which got the answer that changes nothing.
   [[nodiscard]] bool AskedInVain() const { return !unanswered_.empty(); }
   // Titles of answers that no box has come for.
   [[nodiscard]] std::vector<std::string> Unused() const;
@@ -64,9 +64,9 @@ class ScriptForms : public platform::Forms {
   platform::Forms& inner_;
   std::deque<Prepared> answers_;
   std::optional<std::string> file_;
-  std::vector<Box> told_;   // boxes with OK only that nobody has looked at yet
-  std::vector<Box> seen_;   // answered ones of the present action
-  std::string unanswered_;  // a question without an answer
+  std::vector<Box> informed_;  // boxes with OK only that nobody has looked at yet
+  std::vector<Box> seen_;      // answered ones of the present action
+  std::string unanswered_;     // a question without an answer
   std::string helpLine_;
   bool beeped_ = false;
 };

@@ -32,7 +32,7 @@ constexpr int kMinLevels = 2;
 
 std::string valueText(float value) { return SignificantText(DecimalValue(value), 7); }
 
-// The name by which the program reads one value: an array is no value, its element is.
+// The name by which the program reads one value: an array is not a value, its element is.
 std::string valueName(const PickVariable& variable) {
   const bool isArray = variable.name + "(1)" == variable.element;
   return isArray ? variable.element : std::string(Trim(variable.name));

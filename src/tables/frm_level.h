@@ -70,7 +70,7 @@ class frmLevel final : public HistoScreen {
   [[nodiscard]] HistoSet edited() const;
 
   std::string stem_;
-  std::vector<std::string> measurements_;  // names behind the entries of LevelMeas
+  std::vector<std::string> measurements_;  // names of the entries of LevelMeas
   bool touched_ = false;
 };
 

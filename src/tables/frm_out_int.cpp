@@ -215,14 +215,14 @@ void frmOutInt::onName() {
   const std::string name(Trim(TableName.Text()));
   if (name.empty()) {
     Forms().Beep();
-  } else if (!tellDuplicate(name)) {
+  } else if (!warnDuplicate(name)) {
     table().Name = name;
-    tellSimilar(name);
+    warnSimilar(name);
   }
   TableName.Text(table().Name);
 }
 
-bool frmOutInt::tellDuplicate(std::string_view name) {
+bool frmOutInt::warnDuplicate(std::string_view name) {
   for (int t = 1; t <= kTables; ++t) {
     if (t == current() || !SameText(tables_[t].Name, name)) continue;
     ShowWarning(Forms(), "DUPLICATE TABLE NAME",
@@ -236,7 +236,7 @@ bool frmOutInt::tellDuplicate(std::string_view name) {
   return false;
 }
 
-void frmOutInt::tellSimilar(std::string_view name) {
+void frmOutInt::warnSimilar(std::string_view name) {
   const auto numbered = [](int t, std::string_view tableName) {
     return "Table " + NumberText(t) + " (" + std::string(tableName) + ")";
   };
@@ -303,12 +303,12 @@ bool frmOutInt::keep() {
   }
   i16 uneven = 0;
   ORVUS_COMMON::CheckTableIntervals(checks, kScreenMode, uneven);
-  tellFlagsInUse();
+  reportFlagsInUse();
   return true;
 }
 
 // Of each flag of a table in use that the flags screen drives as well.
-void frmOutInt::tellFlagsInUse() {
+void frmOutInt::reportFlagsInUse() {
   for (int f = 1; f <= kFlags; ++f) {
     if (store().Flags[f].FlagInclude == kFalse) continue;
     if (!TablesInUseHaveFlag(store().Tables, f)) continue;

@@ -52,8 +52,8 @@ class frmOutInt final : public Screen {
   void refresh();
 
   void onName();
-  bool tellDuplicate(std::string_view name);
-  void tellSimilar(std::string_view name);
+  bool warnDuplicate(std::string_view name);
+  void warnSimilar(std::string_view name);
   void onUnits();
   void openTimes();
 
@@ -61,7 +61,7 @@ class frmOutInt final : public Screen {
   [[nodiscard]] TableSetup edited() const;
   bool agreedToFlags();
   bool keep();
-  void tellFlagsInUse();
+  void reportFlagsInUse();
 
   [[nodiscard]] int current() const { return Table.Index() + 1; }
   cOutputTable& table() { return tables_[current()]; }

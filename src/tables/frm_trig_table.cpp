@@ -163,7 +163,7 @@ std::string frmTrigTable::eventText() const {
          (isSingle() ? "True" : "bStopTrigger") + "," + AftTriggerScans.Text() + ")";
 }
 
-bool frmTrigTable::tellMissing(std::string_view what, std::string_view remedy) {
+bool frmTrigTable::reportMissing(std::string_view what, std::string_view remedy) {
   std::string text = JoinLines({"Warning: Your current conditions for this dual trigger", what});
   text += "\r\n";
   text += remedy;
@@ -174,13 +174,13 @@ bool frmTrigTable::tellMissing(std::string_view what, std::string_view remedy) {
 bool frmTrigTable::onDone() {
   if (table_ == nullptr) return true;
   if (!isSingle() && Stop.Count() == 0) {
-    return tellMissing("do not contain a valid stop trigger condition. Please",
-                       "add at least one valid stop trigger condition or change\r\n"
-                       "the trigger to be a single trigger.");
+    return reportMissing("do not contain a valid stop trigger condition. Please",
+                         "add at least one valid stop trigger condition or change\r\n"
+                         "the trigger to be a single trigger.");
   }
   if (Start.Count() == 0) {
-    return tellMissing("do not contain a valid start trigger condition. Please",
-                       "add at least one valid start trigger condition.");
+    return reportMissing("do not contain a valid start trigger condition. Please",
+                         "add at least one valid start trigger condition.");
   }
   if (!Start.Check() || (!isSingle() && !Stop.Check())) return false;
   table_->TriggerSingle = isSingle() ? kTrue : kFalse;

@@ -34,7 +34,7 @@ class HistoScreen : public Screen {
   [[nodiscard]] const HistoTarget& target() const { return target_; }
   // The instruction as the screen shows it: "(BinSelect,FP2,0,20,0,100,0,1)".
   [[nodiscard]] std::string codeLine(std::string_view source, std::string_view code) const;
-  // Tells what is wrong and keeps the screen open.
+  // Reports what is wrong and keeps the screen open.
   bool refuse(std::string_view title, std::string_view text);
 
  private:
@@ -46,7 +46,7 @@ class HistoScreen : public Screen {
 using HistoParameters = std::array<double, 5>;   // as the screen lists them
 using HistoPlaces = std::array<std::size_t, 5>;  // of each number in the text, from 0
 
-// Where the numbers stand in the text. Texts of other origin hold them in `foreign` order.
+// The places of the numbers in the text. Texts of other origin hold them in `foreign` order.
 struct HistoOrder {
   HistoPlaces own;
   HistoPlaces foreign;
@@ -55,7 +55,7 @@ struct HistoOrder {
   std::size_t form;
 };
 // The numbers of a stored text. One in foreign order is known by a form in other than its shortest
-// text ("000"), or by limits that would stand the wrong way round. Nothing for a text that is
+// text ("000"), or by limits in the wrong order. Nothing for a text that is
 // neither.
 std::optional<HistoParameters> HistoNumbers(std::string_view text, const HistoOrder& order);
 
@@ -74,7 +74,7 @@ class HistoNumberScreen : public HistoScreen {
   // Shows what is stored; to be called by the constructor. The fields are those of the numbers.
   void load(const std::array<NumericField*, 5>& fields);
   [[nodiscard]] double number(std::size_t n) const { return fields_[n]->Value(); }
-  // Tells what is wrong with a number, or with the limits.
+  // Reports what is wrong with a number, or with the limits.
   bool refuse(std::string_view text);
   bool limitsFit();
   // Keeps the numbers; what was only looked at stays as it was written.
