@@ -190,6 +190,7 @@ class PanelList : public AnalogGroupList<Group> {
         FreeDiff(*this, "FreeDiff"),
         Chart(*this),
         place_(place) {
+    Describe(*this, kFreeChannelFaces);
     Chart.OnPress = [this] {
       LogGraphRequest request{chart(), startsByHand()};
       OpenScreen(this->context(), Chart.Opens(), request);

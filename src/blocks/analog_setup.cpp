@@ -37,11 +37,10 @@ AnalogSetup::AnalogSetup(const ScreenContext& context, std::string_view name,
       scaling_(Scaling()) {
   Caption = NumberText(block_) + " BLOCK " + std::string(list_.Kind().plural);
   Reps.Limits(0, kReps);
-  Each.Caption = "Each:";
-  Block.Caption = "Block:";
   IntegrationRange.SetItems({"50 Hz", "60 Hz", "uSecs"});
   DataResolution.SetItems({"FP2", "IEEE4"});
   bind();
+  Describe(*this, kAnalogSetupFaces);
 }
 
 void AnalogSetup::bind() {

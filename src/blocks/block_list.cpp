@@ -30,13 +30,13 @@ BlockList::BlockList(Screen& screen, Rules rules)
           std::make_unique<Label>(screen, std::string(column.name) + NumberText(row)));
     }
   }
+  Describe(screen, kBlockListFaces);
 }
 
 void BlockList::addOpener(int row) {
   const std::string number = NumberText(row);
   auto& opener = openers_.emplace_back(std::make_unique<Opener>(
       screen_, "Block" + number, rules_.setup, Opener::Which{number, "block"}));
-  opener->Caption = "Setup...";
   opener->OnPress = [this, row] {
     rules_.open(row);
     rules_.changed();

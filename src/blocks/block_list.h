@@ -8,15 +8,11 @@
 #include <string_view>
 #include <vector>
 
+#include "blocks/faces.h"
 #include "controls/numeric_field.h"
 #include "controls/screen.h"
 
 namespace ostrand {
-
-// Why openers of a block's setup are disabled.
-inline constexpr std::string_view kNoSensors = "The block has no sensors.";
-inline constexpr std::string_view kCalibratedOnSite =
-    "A calibration on site finds multiplier and offset.";
 
 // A list of blocks, counted from 1, whose last ones come and go by a count field. The screen
 // decides what a block is and when there is capacity for one more.

@@ -24,6 +24,8 @@ frmBrdgBlock::frmBrdgBlock(const ScreenContext& context)
         "The actual number of analog channels being used. 6 wire full and 3 wire half bridges "
         "require 2 channels.";
   }
+  Caption = "BRIDGE BLOCK";
+  Describe(*this, kFreeChannelFaces);
   FreeCAO.Text("0");
   Chart.OnPress = [this] { openChart(); };
   List.Show(std::clamp<int>(group().BlockCount, 0, kMaxBridgeBlocks));

@@ -80,6 +80,7 @@ frmBrdgSetup::frmBrdgSetup(const ScreenContext& context, const BrdgSetupRequest&
   bindTiming();
   bindScaling();
   load();
+  Describe(*this, kBrdgSetupFaces);
 }
 
 void frmBrdgSetup::bindKind() {
@@ -109,7 +110,6 @@ void frmBrdgSetup::bindScaling() {
     data().GageFactor = static_cast<float>(GageFactor.Value());
     data().DefaultOffset = data().GageFactor;
   };
-  Solve.Caption = "Sol&ve";
   Solve.OnPress = [this] { solve(); };
   Outputs.AskBy(context(), DataResolution, SourceName(ORVUS_DOBJ_BLK_BRIDGE, block_));
   CalOnSite.OnClick = [this] { onCalOnSite(); };

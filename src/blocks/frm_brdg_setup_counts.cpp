@@ -29,7 +29,6 @@ void frmBrdgSetup::bindCounts() {
     StartBrdgChan.Value(StartBrdgChan.Value() + (up ? 1 : -1));
     takeStart();
   };
-  ExciteReps.Caption = "MeasPerEx";
   ExciteReps.MayBeBlank = true;
   ExciteReps.WholePart = true;
   ExciteReps.OnChange = [this] {

@@ -25,9 +25,7 @@ struct MuxMapRequest {
 // The button of the chart, on each list of blocks that use the panel's analog inputs.
 class ChartOpener : public Opener {
  public:
-  explicit ChartOpener(Screen& screen) : Opener(screen, "Chart", "frmLogGraph") {
-    Caption = "Channel &Chart...";
-  }
+  explicit ChartOpener(Screen& screen) : Opener(screen, "Chart", "frmLogGraph") {}
 };
 
 // Labels SE1 to SE40: who uses the input, or "free".

@@ -18,6 +18,8 @@ frmPulseBlock::frmPulseBlock(const ScreenContext& context)
       FreeLoLev(*this, "FreeLoLev"),
       FreeSwtch(*this, "FreeSwtch"),
       edits_(group(), store()) {
+  Caption = "PULSE BLOCK";
+  Describe(*this, kFreeChannelFaces);
   List.Show(std::clamp<int>(group().BlockCount, 0, kPulseBlocks));
   FreeChans();
   edits_.Begin(List.Count());

@@ -68,6 +68,7 @@ frmPulseSetup::frmPulseSetup(const ScreenContext& context, const PulseSetupReque
   Caption = NumberText(block_) + " BLOCK  PULSES";
   bind();
   load();
+  Describe(*this, kPulseSetupFaces);
 }
 
 void frmPulseSetup::bind() {
@@ -105,7 +106,6 @@ void frmPulseSetup::bind() {
       DefaultMult, [this]() -> float& { return data().DefaultMult; }, step);
   BindScale(
       DefaultOffset, [this]() -> float& { return data().DefaultOffset; }, step);
-  Solve.Caption = "Sol&ve";
   Solve.OnPress = [this] { solve(); };
   SiteCal.OnClick = [this] { onSiteCal(); };
   Public.OnClick = [this] { data().Public = Public.Checked() ? kTrue : kFalse; };

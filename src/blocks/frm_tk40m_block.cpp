@@ -7,6 +7,17 @@
 #include "text/number.h"
 
 namespace ostrand {
+namespace {
+
+constexpr std::string_view kMultiplexers = "Multiplexers";
+constexpr Face kFaces[] = {
+    {"TK40MCount", kMultiplexers, "Multiplexers"},
+    {"FreeChannels", kMultiplexers, "FREE CHANNELS", ControlKind::kFigure},
+    {"ReferenceTemp", kMultiplexers, "&Reference temperature..."},
+    {"Map", kMultiplexers, "Multiplexer &Map..."},
+};
+
+}  // namespace
 
 frmTK40MBlock::frmTK40MBlock(const ScreenContext& context)
     : AnalogGroupList(
@@ -17,8 +28,7 @@ frmTK40MBlock::frmTK40MBlock(const ScreenContext& context)
       FreeChannels(*this, "FreeChannels"),
       ReferenceTemp(*this, "ReferenceTemp", "frmPortTables"),
       Map(*this, "Map", "frmTK40Graph") {
-  Map.Caption = "Multiplexer &Map...";
-  FreeChannels.Caption = "FREE CHANNELS";
+  Describe(*this, kFaces);
   TK40MCount.Text("TK40M Count = " + NumberText(int{store().Config.TK40MQty}));
   ReferenceTemp.OnPress = [this] {
     ValueOutputsRequest request{SingleValue::kTK40MRef};

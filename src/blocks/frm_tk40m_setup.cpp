@@ -14,6 +14,8 @@ frmTK40MSetup::frmTK40MSetup(const ScreenContext& context, const AnalogSetupRequ
       TK40Volts(*this, "TK40Volts"),
       Thermocouples(*this, "TempScale", "TCRange"),
       Volts(*this, "LongUnits", "TK40M") {
+  constexpr Face kFaces[] = {{"TK40Volts", "Sensors", "Measurement kind", ControlKind::kOptions}};
+  Describe(*this, kFaces);
   TK40Volts.SetItems({"Thermocouples", "Millivolts"});
   TK40Volts.OnPick = [this] { onKind(); };
   load();

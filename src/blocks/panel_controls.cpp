@@ -14,6 +14,11 @@ PanelControls::PanelControls(AnalogSetup& screen, std::string_view startName)
       Start(screen, startName, NumberType::kInteger),
       screen_(screen) {
   MeasType.SetItems({"Diff", "SE"});
+  const Face faces[] = {
+      {"MeasType", "Sensors", "Input type", ControlKind::kOptions},
+      {startName, "Sensors", "Start channel", {}, kAutomaticStart},
+  };
+  Describe(screen, faces);
   MeasType.OnPick = [this] { onMeasType(); };
   Start.OnTake = [this] {
     screen_.Data().StartChannel = static_cast<i16>(Start.Value());

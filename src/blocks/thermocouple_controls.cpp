@@ -64,6 +64,14 @@ ThermocoupleControls::ThermocoupleControls(AnalogSetup& screen, std::string_view
       Range(screen, rangeName),
       TypeInfo(screen, "TypeInfo"),
       screen_(screen) {
+  using enum ControlKind;
+  const Face faces[] = {
+      {"TypeNo", "Sensors", "Thermocouple type", kOptions},
+      {scaleName, "Sensors", "Temperature units", kOptions},
+      {rangeName, "Sensors", "Temperature range", kOptions},
+      {"TypeInfo", "Sensors"},
+  };
+  Describe(screen, faces);
   for (const Type& type : kTypes) {
     TypeNo.Add(type.letter, type.toolTip);
   }

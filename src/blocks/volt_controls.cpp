@@ -26,7 +26,16 @@ VoltControls::VoltControls(AnalogSetup& screen, std::string_view unitsName,
       Solve(screen, "Solve", "frmSolveList"),
       screen_(screen),
       solveKind_(solveKind) {
-  Solve.Caption = "Sol&ve";
+  const Face faces[] = {
+      {unitsName, "Scaling", "Units"},
+      {"DefaultMult", "Scaling", "Multiplier", {}, kCalibratedOnSite},
+      {"DefaultOffset", "Scaling", "Offset", {}, kCalibratedOnSite},
+      {"Range", "Sensors", "Range"},
+      {"CalOnSite", "Scaling", "Calibration on site"},
+      {"ZeroFlag", "Scaling", "Zero flag"},
+      {"Solve", "Scaling", "Sol&ve"},
+  };
+  Describe(screen, faces);
   for (const AnalogRange& range : kAnalogRanges) {
     Range.Add(range.text);
   }

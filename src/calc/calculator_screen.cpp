@@ -10,12 +10,12 @@ namespace {
 
 // Those of the screens with a try-out of a rate; each names its result.
 constexpr Face kRateFaces[] = {
-    {"WhatIf", "Result and example", "Pulses/Second"},
-    {"Multiplier", "Result and example", "Multiplier", ControlKind::kFigure},
-    {"Units", "Result and example", "Units"},
-    {"Speed", "Result and example", "Speed", ControlKind::kFigure},
-    {"RPM", "Result and example", "RPM", ControlKind::kFigure},
-    {"Flow", "Result and example", "Flow", ControlKind::kFigure},
+    {"WhatIf", "What if", "Pulses/Second"},
+    {"Multiplier", "Result", "Multiplier", ControlKind::kFigure},
+    {"Units", "Result", "Units"},
+    {"Speed", "What if", "Speed", ControlKind::kFigure},
+    {"RPM", "What if", "RPM", ControlKind::kFigure},
+    {"Flow", "What if", "Flow", ControlKind::kFigure},
 };
 
 }  // namespace

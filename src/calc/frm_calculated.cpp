@@ -47,7 +47,7 @@ constexpr Face kCalculatedFaces[] = {
     {"Offset", kParts, "Offset", {}, kNeedsParts},
     {"Units", "Storage", "Units"},
     {"Public", "Storage", "Public"},
-    {"DataResolution", "Storage", "Data type", ControlKind::kOptions},
+    {"DataResolution", "Storage", "Resolution", ControlKind::kOptions},
     {"EditMode", kText, "Check to allow editing of the formula."},
     {"Formula", kText, "Formula", {}, kNeedsEditMode},
     {"Save", kText},

@@ -13,7 +13,7 @@ constexpr Face kSpeedFaces[] = {
     {"MKSSpd", "System", "System", ControlKind::kOptions},
     {"RevSpeed", "Mechanism", "Sensor shaft speed (RPM)"},
     {"PulsesSec", "Mechanism", "Pulses/Second at this speed"},
-    {"GearRatio(1)", "Mechanism", "Gear ratio: sensor shaft turns"},
+    {"GearRatio(1)", "Mechanism", "Gear ratio: shaft turns"},
     {"GearRatio(2)", "Mechanism", "Gear ratio: wheel turns"},
     {"WheelSize", "Wheel"},
     {"SizeOption", "Wheel", "Size measured", ControlKind::kOptions},

@@ -5,18 +5,20 @@
 namespace ostrand {
 namespace {
 
+using enum ControlKind;
+
 constexpr std::string_view kNeeds29Bits =
     "Needs an item and 29-bit identifiers (Identifier format).";
 constexpr std::string_view kNeedsTransmission = "Needs an item that transmits (Message type).";
 static_assert(kCanItems == 128, "named by the reason for Add");
 
-constexpr Face kCanBusFaces[] = {
+constexpr Face kCanBusRows[] = {
     {"CanBusEnabled", "CAN module", "Enable CAN module"},
     {"CanAddress", "CAN module", "Address"},
     {"CanBaud", "CAN module", "Baud rate"},
-    {"CanDataIDType", "CAN module", "Identifier format", ControlKind::kOptions},
+    {"CanDataIDType", "CAN module", "Identifier format", kOptions},
     {"Advanced", "CAN module", "Ad&vanced..."},
-    {"CanCount", "Items", "Number of items", ControlKind::kFigure},
+    {"CanCount", "Items", "Number of items", kFigure},
     {"Item", "Items", "Item"},
     {"Add", "Items", "&Add", {}, "A project holds 128 items at most."},
     {"Delete", "Items", "&Delete"},
@@ -24,7 +26,7 @@ constexpr Face kCanBusFaces[] = {
     {"Description", "Item", "Description"},
     {"Enabled", "Item", "Enabled"},
     {"Public", "Item", "Public"},
-    {"ItemMessageType", "Item", "Message type", ControlKind::kOptions},
+    {"ItemMessageType", "Item", "Message type", kOptions},
     {"DataId", "Identifier", "Identifier"},
     {"Priority", "Identifier", "Priority", {}, kNeeds29Bits},
     {"Reserved", "Identifier", "Reserved", {}, kNeeds29Bits},
@@ -32,7 +34,7 @@ constexpr Face kCanBusFaces[] = {
     {"PduFormat", "Identifier", "PDU format", {}, kNeeds29Bits},
     {"PduSpecific", "Identifier", "PDU specific", {}, kNeeds29Bits},
     {"SourceAddr", "Identifier", "Source address", {}, kNeeds29Bits},
-    {"Pgn", "Identifier", "PGN", ControlKind::kFigure},
+    {"Pgn", "Identifier", "PGN", kFigure},
     {"DataStyle", "Value", "Data type of the frame"},
     {"StartBit", "Value", "Start bit"},
     {"NumBits", "Value", "Number of bits"},
@@ -40,7 +42,7 @@ constexpr Face kCanBusFaces[] = {
     {"Mult", "Value", "Multiplier"},
     {"Offset", "Value", "Offset"},
     {"Units", "Value", "Units"},
-    {"DataType", "Value", "Output data type", ControlKind::kOptions},
+    {"DataType", "Value", "Resolution", kOptions},
     {"TxDataId", "Transmission", "Tx identifier", {}, kNeedsTransmission},
     {"TxDataFrame", "Transmission", "Tx data frame", {}, kNeedsTransmission},
     {"RxDataMask", "Transmission", "Rx data mask", {}, kNeedsTransmission},
@@ -51,7 +53,7 @@ constexpr Face kCanBusFaces[] = {
     {"Outputs", "Item details", "&Outputs..."},
 };
 
-constexpr Face kCanAdvFaces[] = {
+constexpr Face kCanAdvRows[] = {
     {"CanGetOSVerSig", "Options", "Read operating system version and signature"},
     {"CanNaNOldData", "Options", "Flag old data as not a number"},
     {"CanEnableTransmit", "Options", "Enable transmit"},
@@ -59,7 +61,7 @@ constexpr Face kCanAdvFaces[] = {
 
 constexpr std::string_view kNeedsChosen = "Needs a chosen item (Items).";
 
-constexpr Face kCanPickFaces[] = {
+constexpr Face kCanPickRows[] = {
     {"ListName", "Pick list", "File"},
     {"Items", "Pick list", "Items"},
     {"Open", "Pick list", "&Open..."},
@@ -70,22 +72,22 @@ constexpr Face kCanPickFaces[] = {
     {"Delete", "Pick list", "&Delete", {}, kNeedsChosen},
     {"DataId", "Chosen item", "Identifier"},
     {"DataType", "Chosen item", "Data type of the frame"},
-    {"StartBit", "Chosen item", "Start bit"},
-    {"NumBits", "Chosen item", "Number of bits"},
+    {"StartBit", "Chosen item", "Start bit", kFigure},
+    {"NumBits", "Chosen item", "Number of bits", kFigure},
     {"Alias", "Chosen item", "Alias"},
-    {"Mult", "Chosen item", "Multiplier"},
-    {"Offset", "Chosen item", "Offset"},
+    {"Mult", "Chosen item", "Multiplier", kFigure},
+    {"Offset", "Chosen item", "Offset", kFigure},
     {"Units", "Chosen item", "Units"},
     {"TxDataId", "Transmission", "Tx identifier"},
     {"TxDataFrame", "Transmission", "Tx data frame"},
     {"RxDataMatch", "Transmission", "Rx data match"},
-    {"RxTimeout", "Transmission", "Rx timeout (ms)"},
+    {"RxTimeout", "Transmission", "Rx timeout (ms)", kFigure},
 };
 
 }  // namespace
 
-std::span<const Face> CanBusFaces() { return kCanBusFaces; }
-std::span<const Face> CanAdvFaces() { return kCanAdvFaces; }
-std::span<const Face> CanPickFaces() { return kCanPickFaces; }
+constinit const std::span<const Face> kCanBusFaces = kCanBusRows;
+constinit const std::span<const Face> kCanAdvFaces = kCanAdvRows;
+constinit const std::span<const Face> kCanPickFaces = kCanPickRows;
 
 }  // namespace ostrand

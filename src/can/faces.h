@@ -7,8 +7,8 @@
 
 namespace ostrand {
 
-[[nodiscard]] std::span<const Face> CanBusFaces();
-[[nodiscard]] std::span<const Face> CanAdvFaces();
-[[nodiscard]] std::span<const Face> CanPickFaces();
+extern const std::span<const Face> kCanBusFaces;
+extern const std::span<const Face> kCanAdvFaces;
+extern const std::span<const Face> kCanPickFaces;
 
 }  // namespace ostrand

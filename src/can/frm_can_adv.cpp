@@ -15,7 +15,7 @@ frmCanAdv::frmCanAdv(const ScreenContext& context, CanModuleData& module)
   CanGetOSVerSig.Checked(module.CanGetOSVerSig != 0);
   CanNaNOldData.Checked(module.CanNaNOldData != 0);
   CanEnableTransmit.Checked(module.CanEnableTransmit != 0);
-  Describe(*this, CanAdvFaces());
+  Describe(*this, kCanAdvFaces);
 }
 
 bool frmCanAdv::onDone() {

@@ -112,7 +112,7 @@ frmCanBus::frmCanBus(const ScreenContext& context, const CanRequest& request)
   showModule();
   current_ = can().CanCount > 0 ? 1 : 0;
   showList();
-  Describe(*this, CanBusFaces());
+  Describe(*this, kCanBusFaces);
 }
 
 frmCanBus::~frmCanBus() = default;

@@ -61,7 +61,7 @@ frmCanPick::frmCanPick(const ScreenContext& context, CanPickRequest& request)
       RxTimeout(*this, "RxTimeout"),
       request_(request) {
   Caption = "CAN PICK LIST";
-  Describe(*this, CanPickFaces());
+  Describe(*this, kCanPickFaces);
   bind();
   list_.DataIDType = type();
   showList(-1);

@@ -19,7 +19,7 @@ constexpr Face kSettingFaces[] = {
     {"DefaultScanInterval", kDefaults, "Scan interval"},
     {"DefaultScanIntervalUnits", kDefaults, "Scan interval unit"},
     {"DefaultNumFlags", kDefaults, "Number of flags"},
-    {"DefaultDataType", kDefaults, "Data type", ControlKind::kOptions},
+    {"DefaultDataType", kDefaults, "Resolution", ControlKind::kOptions},
     {"DefaultIntegrationCode", kDefaults, "Integration", ControlKind::kOptions},
     {"DefaultInputType", kDefaults, "Input type", ControlKind::kOptions},
     {"DefaultTableAutoSize", kDefaults, "Table auto size"},

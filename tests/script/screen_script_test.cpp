@@ -213,14 +213,17 @@ const Stop kSetupStops[] = {
     {"NoSpin", "spin Public up\n", "line 4: Public has no spin buttons"},
     {"NoTyping", "type Range Auto\n", "line 4: Range is not typed into"},
     {"Focus", "type DefaultMult -\ntype Reps 4\n",
-     "line 5: DefaultMult keeps the focus, since it can't take \"-\""},
+     "line 5: DefaultMult (Multiplier) keeps the focus, since it can't take \"-\""},
     // A refused way out is told at its line, where the next line fails for it.
     {"DoneWithAField", "type DefaultMult -\ndone\nexpect BlockCount 1\ndone\n",
-     "line 5: frmVoltSetup stays open: DefaultMult keeps the focus, since it can't take \"-\""},
+     "line 5: frmVoltSetup stays open: DefaultMult (Multiplier) keeps the focus, since it can't "
+     "take \"-\""},
     {"DoneAtTheEnd", "type DefaultMult -\ndone\n",
-     "line 5: frmVoltSetup stays open: DefaultMult keeps the focus, since it can't take \"-\""},
+     "line 5: frmVoltSetup stays open: DefaultMult (Multiplier) keeps the focus, since it can't "
+     "take \"-\""},
     {"DoneThenAction", "type DefaultMult -\ndone\nspin BlockCount up\n",
-     "line 5: frmVoltSetup stays open: DefaultMult keeps the focus, since it can't take \"-\""},
+     "line 5: frmVoltSetup stays open: DefaultMult (Multiplier) keeps the focus, since it can't "
+     "take \"-\""},
     {"DoneWithACaption", "type Reps 1\nopen frmFldName\ntype AliasMult1 1e\ndone\nexpect Reps 1\n",
      "line 7: frmFldName stays open: AliasMult1 (MULT) keeps the focus, since it can't take "
      "\"1e\""},
@@ -381,13 +384,15 @@ TEST(ScreensCommand, ListsEveryScreenWithItsControls) {
   }
   for (const std::string_view line :
        {"frmVoltBlock  (VOLTAGE BLOCK), by its main button",
-        "  Reps                          number   type from 0 to 100, spin",
-        "  Integration                   number   type, spin",
-        "  Reps1 to Reps7                label",
+        "  Reps                          number   type from 0 to 100, spin  (Sensors)",
+        "  Integration                   number   type, spin  (Integration time (\u00B5s))",
+        "  Reps1 to Reps7                figure  (Sensors)",
         "  AliasName1 to AliasName2      text     type  (ALIAS)",
-        "  IntegrationRange              choice   pick \"50 Hz\" \"60 Hz\" \"uSecs\"",
-        "  ZeroFlag                      choice   pick \"None\" \"1\" to \"8\"",
-        "  Range                         choice   pick \"> 2250\u00B0F\" \"< 2250\u00B0F\"",
+        "  IntegrationRange              options  pick \"50 Hz\" \"60 Hz\" \"uSecs\"  "
+        "(Integration)",
+        "  ZeroFlag                      choice   pick \"None\" \"1\" to \"8\"  (Zero flag)",
+        "  Range                         options  pick \"> 2250\u00B0F\" \"< 2250\u00B0F\"  "
+        "(Temperature range)",
         "  Solve                         button   press  (Sol&ve)", "  open frmVoltSetup BLOCK"}) {
     EXPECT_TRUE(Holds(list.out, "\n" + std::string(line) + "\n")) << line;
   }
