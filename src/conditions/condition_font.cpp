@@ -1,8 +1,20 @@
 #include "conditions/condition_font.h"
 
+#include "controls/faces.h"
 #include "text/strings.h"
 
 namespace ostrand {
+namespace {
+
+constexpr std::string_view kGroup = "Font of the grouping line";
+constexpr std::string_view kNoFont = "Needs settings of the user, which keep the font";
+constexpr Face kFaces[] = {
+    {"FontName", kGroup, "Font", {}, kNoFont},
+    {"FontStyle", kGroup, "Style", {}, kNoFont},
+    {"FontSize", kGroup, "Size (pt)", {}, kNoFont},
+};
+
+}  // namespace
 
 ConditionFontControls::ConditionFontControls(Screen& screen, TextFont* font,
                                              std::initializer_list<GroupingField*> lines)
@@ -13,6 +25,7 @@ ConditionFontControls::ConditionFontControls(Screen& screen, TextFont* font,
       lines_(lines) {
   FontStyle.SetItems({"Regular", "Bold", "Italic", "Bold Italic"});
   FontSize.Limits(kMinFontSize, kMaxFontSize);
+  Describe(screen, kFaces);
   show();
   FontName.OnTake = [this] { take(); };
   FontStyle.OnPick = [this] { take(); };

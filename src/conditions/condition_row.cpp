@@ -108,6 +108,20 @@ ConditionControls::ConditionControls(Screen& screen, const ConditionVariables& v
   Clear();
 }
 
+void ConditionControls::Describe(std::string_view group, int row, std::string_view state) {
+  const auto give = [&](Control& control, std::string_view caption, std::string_view ofState) {
+    control.Group = group;
+    control.Row = row;
+    control.Caption = state.empty() ? caption : state;
+    if (!state.empty()) control.Caption.append(" ").append(ofState);
+  };
+  give(MeasVar, "Measurement", "measurement");
+  give(Compare, "Comparison", "comparison");
+  give(Value, "Value", "value");
+  give(Expression, "Expression", "expression");
+  Expression.Kind(ControlKind::kCode);
+}
+
 // Lists the measurements, with one of them picked. One that is no longer available is listed last,
 // so that a row that is only looked at loses nothing.
 void ConditionControls::showMeasurement(std::string_view name) {
@@ -174,14 +188,17 @@ void ConditionControls::Clear() {
   Load(empty);
 }
 
-void ConditionControls::Enable(bool enabled) {
+void ConditionControls::Enable(bool enabled, std::string_view whyDisabled) {
   enabled_ = enabled;
+  whyDisabled_ = whyDisabled;
   enableControls();
 }
 
 void ConditionControls::enableControls() {
   MeasVar.Enabled = enabled_;
+  MeasVar.WhyDisabled = whyDisabled_;
   Compare.Enabled = Value.Enabled = enabled_ && Valid();
+  Compare.WhyDisabled = Value.WhyDisabled = enabled_ ? "Needs a measurement" : whyDisabled_;
 }
 
 void ConditionControls::onPickMeasurement() {

@@ -90,10 +90,14 @@ class ConditionControls {
   // After any edit.
   std::function<void()> OnEdit;
 
+  // Puts the controls into a group, and into its row from 1 if it is a table. With a state their
+  // captions begin with it: "State 1 measurement".
+  void Describe(std::string_view group, int row = 0, std::string_view state = {});
+
   void Load(const ConditionRow& row);
   void Clear();
-  // Whether the user may edit it; it is usable to begin with.
-  void Enable(bool enabled);
+  // Whether the user may edit it, and why not; it is usable to begin with.
+  void Enable(bool enabled, std::string_view whyDisabled);
   // Its expression names variables, not aliases.
   [[nodiscard]] ConditionRow Stored() const;
   // It has a measurement.
@@ -112,6 +116,7 @@ class ConditionControls {
   int picked_ = 0;  // place of the measurement before the latest pick
   bool setting_ = false;
   bool enabled_ = true;
+  std::string whyDisabled_;
 };
 
 }  // namespace ostrand

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <vector>
 
+#include "controls/faces.h"
 #include "platform/box.h"
 #include "text/strings.h"
 
@@ -30,7 +31,11 @@ ConditionSet::ConditionSet(Screen& screen, const ConditionVariables& variables, 
   for (int n = 1; n <= kConditions; ++n) {
     rows_[n]->AllowPick = [this, n] { return allowPick(n); };
     rows_[n]->OnEdit = [this] { onEdit(); };
+    rows_[n]->Describe(names.group, n);
   }
+  const Face faces[] = {{names.grouping, names.group, "Grouping of the conditions"},
+                        {names.expression, names.group, "Whole condition", ControlKind::kCode}};
+  Describe(screen, faces);
   Grouping.Accept = [this](std::string& line) { return acceptGrouping(line); };
   Grouping.OnTake = [this] { onEdit(); };
 }
@@ -43,14 +48,20 @@ void ConditionSet::Load(std::span<const ConditionRow> rows, int count, std::stri
   }
   grouped_ = Count();
   Grouping.Text(StoredGrouping(grouping, grouped_));
-  Grouping.Enabled = enabled_ && grouped_ > 0;
+  enableGrouping();
   Expression.Text(InAliases());
 }
 
-void ConditionSet::Enable(bool enabled) {
+void ConditionSet::Enable(bool enabled, std::string_view whyDisabled) {
   enabled_ = enabled;
-  for (const auto& row : rows_) row->Enable(enabled);
-  Grouping.Enabled = enabled && Count() > 0;
+  whyDisabled_ = whyDisabled;
+  for (const auto& row : rows_) row->Enable(enabled, whyDisabled);
+  enableGrouping();
+}
+
+void ConditionSet::enableGrouping() {
+  Grouping.Enabled = enabled_ && Count() > 0;
+  Grouping.WhyDisabled = enabled_ ? "Needs a condition" : whyDisabled_;
 }
 
 int ConditionSet::Count() const {
@@ -140,7 +151,7 @@ void ConditionSet::onEdit() {
 // names only rows that are there.
 void ConditionSet::renewGrouping() {
   const int count = Count();
-  Grouping.Enabled = enabled_ && count > 0;
+  enableGrouping();
   if (count == grouped_) return;
   const std::string line = Grouping.Text();
   const bool isDefault = SameText(Trim(line), DefaultGrouping(grouped_));

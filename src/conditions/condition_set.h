@@ -43,6 +43,7 @@ class ConditionSet {
  public:
   // Names of controls by the number of the row, from 1; those of the two below the rows.
   struct Names {
+    std::string_view group;  // heading
     std::function<ConditionControlNames(int row)> row;
     std::string grouping;
     std::string expression;
@@ -62,8 +63,8 @@ class ConditionSet {
 
   // `count` rows are in use; those behind them are shown empty.
   void Load(std::span<const ConditionRow> rows, int count, std::string_view grouping);
-  // Whether the user may edit it; it is usable to begin with.
-  void Enable(bool enabled);
+  // Whether the user may edit it, and why not; it is usable to begin with.
+  void Enable(bool enabled, std::string_view whyDisabled);
   // Rows in use: those in front of the first empty one.
   [[nodiscard]] int Count() const;
   // A row as it is stored, from 1; one that is not in use is empty.
@@ -87,11 +88,13 @@ class ConditionSet {
   bool allowPick(int n);
   void onEdit();
   void renewGrouping();
+  void enableGrouping();
   void tell(std::string_view title, std::string text);
 
   Screen& screen_;
   const ConditionVariables& variables_;
   bool enabled_ = true;
+  std::string whyDisabled_;
   int firstCompare_;
   int grouped_ = 0;  // rows when the line was last renewed
 };

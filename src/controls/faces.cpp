@@ -19,8 +19,11 @@ std::optional<int> rowOf(std::string_view name, std::string_view stem) {
 }
 
 void give(Control& control, const Face& face, int row) {
+  const std::size_t number = face.group.find('#');
+  const bool isGroupOfRow = number != std::string_view::npos;
   control.Group = face.group;
-  control.Row = row;
+  control.Row = isGroupOfRow ? 0 : row;
+  if (isGroupOfRow) control.Group.replace(number, 1, NumberText(row));
   if (!face.caption.empty()) control.Caption = face.caption;
   if (face.kind) control.Kind(*face.kind);
   if (!face.whyDisabled.empty()) control.WhyDisabled = face.whyDisabled;

@@ -10,7 +10,8 @@
 namespace ostrand {
 
 // A row of such a table. A name that ends in "#" stands for all controls of that stem with a number
-// behind it: they are the rows of a table, in the order of their numbers.
+// after it: they are the rows of a table, in the order of their numbers. Where the group has a "#"
+// too, each is in the group of its number instead: "Include2" of "Include#", "CAO#" is in "CAO2".
 struct Face {
   std::string_view name;
   std::string_view group;
@@ -19,8 +20,8 @@ struct Face {
   std::string_view whyDisabled = {};               // empty: the screen sets it
 };
 
-// Gives the controls of the screen their faces. A face without a control, in a screen that has it
-// in some cases only, is passed over.
+// Gives the controls of the screen their faces; the last one of a control holds. A face without a
+// control, in a screen that has it in some cases only, is passed over.
 void Describe(Screen& screen, std::span<const Face> faces);
 
 }  // namespace ostrand

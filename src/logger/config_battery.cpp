@@ -33,11 +33,7 @@ BatterySaverPanel::BatterySaverPanel(Screen& screen, Configuration& config)
       "This provides a way to shut down the logger at a low battery voltage and turn it back on "
       "after a specified period of time.  If the battery voltage is still low after 10 minutes of "
       "operation, the logger will again turn off and the process will repeat itself.");
-  DefaultBattVolt.Caption = "Default";
-  BattTripVolts.Caption = "Trip Level";
   BattTripVolts.Limits(kMinTripVolts, kMaxTripVolts);
-  DoNotRetry.Caption = "Do &Not Retry";
-  RetryInterval.Caption = "Retry Interval";
   RetryInterval.Limits(0, RetryInterval.Max());
   BattRetryMins.SetItems({"Minutes", "Hours"});
   bindTripLevel();

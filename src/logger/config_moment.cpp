@@ -165,7 +165,6 @@ MomentLists::MomentLists(Screen& screen, std::string_view prefix, bool weekDays)
     if (part == OpenMoment::kWeekDay && !weekDays) continue;
     const PartRow& row = kParts[part];
     lists_[part] = std::make_unique<Choice>(screen, std::string(prefix) + std::string(row.name));
-    lists_[part]->Caption = row.name;
     lists_[part]->OnPick = [this] { onPick(); };
     std::vector<Choice::Item>& items = lists_[part]->Items;
     items.push_back({std::string(kAny), true, true, {}});

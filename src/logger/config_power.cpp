@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "logger/config_battery.h"
+#include "logger/faces.h"
 #include "logger/state_rows.h"
 #include "text/number.h"
 #include "text/strings.h"
@@ -46,11 +47,7 @@ PowerPanel::PowerPanel(Screen& screen, Configuration& config, const ConditionVar
       PowerOnString(screen, "PowerOnString"),
       screen_(screen),
       config_(config) {
-  EnablePowerOff.Caption = "Conditional Power Off";
-  RemainOff.Caption = RemainPOOff.Caption = "Remain Off";
-  EnableTime.Caption = "Timed Power Off";
-  EnableOnTime.Caption = "Timed Power On";
-  PowerOffTime.Caption = PowerOffPOTime.Caption = "Interval";
+  Condition.Describe(kConditionalPowerOff);
   PowerOffMins.SetItems({"Day", "Hr", "Min", "Sec"});
   PowerOnMins.SetItems({"Hr", "Min", "Sec"});
   PowerOffTime.Limits(0, PowerOffTime.Max());
@@ -159,7 +156,7 @@ void PowerPanel::refresh() {
   const bool byCondition = EnablePowerOff.Checked();
   const bool byTime = EnableTime.Checked();
   const bool onTime = byTime && EnableOnTime.Checked();
-  Condition.Enable(byCondition);
+  Condition.Enable(byCondition, kNeedsPowerOff);
   RemainOff.Enabled = byCondition;
   PowerOffTime.Enabled = PowerOffMins.Enabled = byCondition && !RemainOff.Checked();
   TimeOff.Show(visible_, byTime);

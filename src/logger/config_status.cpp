@@ -65,19 +65,11 @@ StatusMonitorPanel::StatusMonitorPanel(Screen& screen, Configuration& config)
       DeleteStatus(screen, "DeleteStatus"),
       screen_(screen),
       config_(config) {
-  StatusRows.Caption = "Status Field  Comp  Value  Flag";
-  StatusField.Caption = "Status Field";
-  StatusCompare.Caption = "Comp";
   for (const std::string_view sign : kStatusCompares) {
     StatusCompare.Add(sign);
   }
-  StatusValue.Caption = "Value";
-  StatusFlag.Caption = "Flag";
   StatusFlag.SetItems({"1", "2", "3", "4", "5", "6", "7", "8"});
   StatTrueFalse.SetItems({"True", "False"});
-  AddStatus.Caption = "&Add";
-  ChangeStatus.Caption = "C&hange";
-  DeleteStatus.Caption = "&Delete";
   bind();
 }
 

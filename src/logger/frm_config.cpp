@@ -6,6 +6,7 @@
 
 #include "conditions/flag_usage.h"
 #include "conditions/screen_requests.h"
+#include "logger/faces.h"
 #include "logger/state_rows.h"
 #include "model/channel_chart.h"
 #include "model/channels.h"
@@ -24,10 +25,6 @@ constexpr int kMBytes = 0;
 constexpr int kGBytes = 1;
 constexpr double kMBytesOfGByte = 1024;
 constexpr int kFirstMultiplexerPort = 7;  // C7 and C8 drive the multiplexers
-
-constexpr std::array<std::string_view, 5> kBoxCaptions = {
-    "Main Battery &Volts...", "Conditional Power &Off...", "Battery &Saver...",
-    "&Panel Ref Temp...", "&Monitor Status..."};
 
 template <std::size_t... I>
 std::array<CheckBox, sizeof...(I)> makeBoxes(Screen& screen, std::index_sequence<I...>) {
@@ -61,10 +58,7 @@ frmConfig::frmConfig(const ScreenContext& context)
       batteryBefore_(context.store.PowerOut),
       panelBefore_(context.store.TcRef) {
   Caption = "CONFIGURATION";
-  CanBusQty.Caption = "CAN";
-  TK40MQty.Caption = "TK40M";
   AutoChan.SetItems({"Auto Channel Selection", "Manual Channel Selection"});
-  SizeCard.Caption = "PC Card";
   SizeCard.Limits(0, SizeCard.Max());
   SizeCardUnits.SetItems({"M bytes", "G bytes"});
   CanBusQty.OnTake = [this] { takeCanBusQty(); };
@@ -82,18 +76,16 @@ frmConfig::frmConfig(const ScreenContext& context)
     CheckFlagUsage(Forms(), store(), flagNumber, kStatusMonitorUser);
   };
   bindBoxes();
+  Describe(*this, kConfigFaces);
   load();
 }
 
 void frmConfig::bindBoxes() {
   for (int entry = kMonitorBattery; entry <= kMonitorStatus; ++entry) {
-    box(entry).Caption = kBoxCaptions[static_cast<std::size_t>(entry - 1)];
     box(entry).OnClick = [this, entry] {
       if (!IsLoading()) takeBox(entry);
     };
   }
-  BatteryOutput.Caption = "Battery &Output...";
-  PanelOutput.Caption = "Panel O&utput...";
   BatteryOutput.OnPress = [this] { showOutput(kMonitorBattery); };
   PanelOutput.OnPress = [this] { showOutput(kMonitorPanel); };
 }

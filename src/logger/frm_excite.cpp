@@ -2,6 +2,7 @@
 
 #include "conditions/condition_row.h"
 #include "controls/numeric_field.h"
+#include "logger/faces.h"
 #include "logger/state_rows.h"
 #include "model/channels.h"
 #include "platform/box.h"
@@ -53,14 +54,12 @@ struct frmExcite::ChannelControls {
         ViewCode(screen, "ViewCode" + channel) {
     Include.Caption = "CAO" + channel;
     DynamicStatic.SetItems({"Static", "Dynamic"});
-    State1.Caption = "State 1 (mV)";
-    State2.Caption = "State 2 (mV)";
+    Condition1.Describe("CAO" + channel + " conditions", 1);
+    Condition2.Describe("CAO" + channel + " conditions", 2);
     setToolTips(Condition1, "1");
     setToolTips(Condition2, "2");
-    FastDelay.Caption = "Fast Delay";
     Delay.ToolTip = "The time in uSecs to pause after setting this channel's value.";
     CurrentOut.SetItems({"15 mAmp Max", "5 mAmp Max"});
-    ViewCode.Caption = "View Code";
   }
 
   CheckBox Include;
@@ -88,7 +87,6 @@ frmExcite::frmExcite(const ScreenContext& context)
       "(Dynamic) to one of two different values. This is primarily used in the Static mode to "
       "provide excitation to sensors when it is not practical to use one of the bridge methods "
       "provided by the Program Generator.");
-  ExcitePublic.Caption = "Public";
   ExcitePublic.OnClick = [this] {
     if (!IsLoading()) store().ExciteOut.ExcitePublic = ExcitePublic.Checked() ? kTrue : kFalse;
   };
@@ -98,6 +96,7 @@ frmExcite::frmExcite(const ScreenContext& context)
     bindStates(port);
     UpdateChannelStates(port);
   }
+  Describe(*this, kExciteFaces);
   const Loading loading(*this);
   ExcitePublic.Check(store().ExciteOut.ExcitePublic != kFalse);
 }
@@ -174,7 +173,7 @@ void frmExcite::refresh(int port) {
   controls.State2.ToolTip = "Enter a value for State 2 of channel " + number;
   controls.State2.Enabled = dynamic;
   for (ConditionControls* row : {&controls.Condition1, &controls.Condition2}) {
-    row->Enable(dynamic);
+    row->Enable(dynamic, kNeedsDynamic);
   }
   controls.Delay.Text(controls.FastDelay.Checked() ? "300 uSec" : "2.6 mSec");
   controls.ViewCode.Enabled = controls.Include.Checked() && !lacksCondition(port);

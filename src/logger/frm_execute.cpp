@@ -4,6 +4,7 @@
 
 #include "conditions/flag_conflicts.h"
 #include "conditions/flag_usage.h"
+#include "logger/faces.h"
 #include "model/burst_buffer.h"
 #include "model/intervals.h"
 #include "platform/box.h"
@@ -46,25 +47,18 @@ frmExecute::frmExecute(const ScreenContext& context)
       AvailableBytes(*this, "AvailableBytes"),
       before_(context.store.Scan) {
   Caption = "SCAN INTERVAL";
-  ExecutionTime.Caption = "Scan Interval";
   ExecTimeUnits.SetItems({"uSecs", "mSecs", "Secs", "Mins"});
-  ScansPerSec.Caption = "Scans/Sec";
   ScanMode.SetItems({"No Buffer", "Buffer"});
-  BurstMode.Caption = "Burst Mode";
-  BurstScans.Caption = "Burst Sc&ans";
-  FlagScan.Caption = "Control Flag";
   FlagScan.SetItems({"None", "1", "2", "3", "4", "5", "6", "7", "8"});
-  BufferScans.Caption = "Scans to Buffe&r";
-  BufferBytes.Caption = "Buffer Bytes";
   BufferBytes.ToolTip =
       "The total number of bytes required for the buffer."
       " Flashing indicates media size has been exceeded.";
-  AvailableBytes.Caption = "Available Bytes";
   AvailableBytes.Text(FormatNumber(kRamBytes, "#,##0"));
   BurstScans.Limits(0, BurstScans.Max());
   BufferScans.Limits(0, BufferScans.Max());
   bindInterval();
   bindScans();
+  Describe(*this, kExecuteFaces);
   load();
 }
 

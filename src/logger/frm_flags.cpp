@@ -3,6 +3,7 @@
 #include "conditions/condition_row.h"
 #include "conditions/flag_code.h"
 #include "conditions/flag_conflicts.h"
+#include "logger/faces.h"
 #include "text/number.h"
 
 namespace ostrand {
@@ -24,8 +25,7 @@ StateFields fieldsOf(FlagState& state) {
 struct frmFlags::FlagControls : TwoStateControls {
   FlagControls(Screen& screen, const ConditionVariables& variables, int number)
       : TwoStateControls(screen, variables, kKeys, number) {
-    Include.Caption = "Include Flag " + NumberText(number);
-    On.Caption = "State 1 sets Flag " + NumberText(number);
+    Describe(kFlagsTable, number);
   }
 
   bool freeTables = false;  // Done takes the flag from those that used it before
@@ -42,6 +42,7 @@ frmFlags::frmFlags(const ScreenContext& context)
     bind(f);
     load(f);
   }
+  Describe(*this, kFlagsFaces);
 }
 
 frmFlags::~frmFlags() = default;

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "logger/faces.h"
 #include "model/names.h"
 #include "text/number.h"
 
@@ -48,8 +49,8 @@ frmPortTables::frmPortTables(const ScreenContext& context, ItemOutputsRequest re
       output_(kept_.output) {
   Caption = kept_.caption;
   DataResolution.SetItems({"FP2", "IEEE4"});
-  Public.Caption = "Public";
   Output.AskBy(context, DataResolution, kept_.source);
+  Describe(*this, kPortTablesFaces);
   const Loading loading(*this);
   DataResolution.Pick(kept_.resolution);
   Public.Checked(kept_.isPublic != kFalse);

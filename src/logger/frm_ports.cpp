@@ -5,6 +5,7 @@
 #include "conditions/condition_row.h"
 #include "conditions/flag_code.h"
 #include "conditions/screen_requests.h"
+#include "logger/faces.h"
 #include "model/channels.h"
 #include "model/port_mask.h"
 #include "platform/box.h"
@@ -16,8 +17,6 @@ namespace {
 
 constexpr std::string_view kDeselected = "*** Code Will Not be Generated for De-Selected Mode ***";
 constexpr std::size_t kBits = PanelControlPorts;
-
-constexpr std::array<std::string_view, 3> kMaskCaptions = {"State 1", "State 2", "Ports in Use"};
 
 constexpr TwoStateKeys kKeys = {.include = "Include",
                                 .on = "Polarity",
@@ -85,8 +84,11 @@ struct frmPorts::MaskField : TextField {
 struct frmPorts::PortControls : TwoStateControls {
   PortControls(Screen& screen, const ConditionVariables& variables, int port)
       : TwoStateControls(screen, variables, kKeys, port) {
-    Include.Caption = port == kByte ? "Include Ports 1-8" : "Include Port " + NumberText(port);
-    On.Caption = "State 1 sets Port " + NumberText(port);
+    if (port == kByte) {
+      Describe(kPortByte);
+    } else {
+      Describe(kPortsTable, port);
+    }
   }
 };
 
@@ -104,7 +106,6 @@ frmPorts::frmPorts(const ScreenContext& context)
   ReadMode.SetItems({"Write", "Read"});
   CodeType.SetItems({"BIN", "HEX", "DEC"});
   ModeMessage.Text(kDeselected);
-  Output.Caption = "&Output...";
   for (int port = 1; port <= kPorts; ++port) {
     ports_[port] = std::make_unique<PortControls>(*this, variables_, port);
     bind(port);
@@ -112,10 +113,10 @@ frmPorts::frmPorts(const ScreenContext& context)
   for (int place = 0; place < kMasks; ++place) {
     masks_[place] = std::make_unique<MaskField>(*this, "BinaryMask" + NumberText(place + 1),
                                                 store().Ports.CodeType);
-    masks_[place]->Caption = kMaskCaptions[static_cast<std::size_t>(place)];
     masks_[place]->OnTake = [this, place] { takeMask(place); };
   }
   bindModes();
+  Describe(*this, kPortsFaces);
   const Loading loading(*this);
   ByteMode.PickAt(isByte() ? 1 : 0);
   ReadMode.PickAt(isRead() ? 1 : 0);
@@ -231,7 +232,7 @@ void frmPorts::refresh(int port) {
   for (const int state : {1, 2}) {
     ConditionControls& row = controls.State(state);
     ShowState(row, !ofMultiplexers && hasConditions(port));
-    row.Enable(selected);
+    row.Enable(selected, isTheByte ? kNeedsByte : kNeedsBits);
   }
 }
 

@@ -101,8 +101,20 @@ TwoStateControls::TwoStateControls(Screen& screen, const ConditionVariables& var
       State1(screen, variables, stateNames(keys, 1, number), offerOf(1)),
       State2(screen, variables, stateNames(keys, 2, number), offerOf(2)),
       Message(screen, keyed("Message", number)),
-      ViewCode(screen, keyed("ViewCode", number)) {
-  ViewCode.Caption = "View Code";
+      ViewCode(screen, keyed("ViewCode", number)) {}
+
+void TwoStateControls::Describe(std::string_view group, int row) {
+  const auto give = [&](Control& control, std::string_view caption) {
+    control.Group = group;
+    control.Row = row;
+    control.Caption = caption;
+  };
+  give(Lite1, "State 1 light");
+  give(Lite2, "State 2 light");
+  State1.Describe(group, row, "State 1");
+  State2.Describe(group, row, "State 2");
+  give(Message, "Message");
+  give(ViewCode, "View Code");
 }
 
 void TwoStateControls::ShowLites(const LiteTips& tips) {

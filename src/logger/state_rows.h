@@ -66,6 +66,10 @@ class TwoStateControls {
   TwoStateControls(Screen& screen, const ConditionVariables& variables, const TwoStateKeys& keys,
                    int number);
 
+  // Puts them into a group, and into its row from 1 if it is a table; the screen describes the
+  // boxes.
+  void Describe(std::string_view group, int row = 0);
+
   CheckBox Include;
   CheckBox On;  // what the first condition makes of it; the second makes the other
   Label Lite1;  // "Red" or "Gray": what a state makes of it

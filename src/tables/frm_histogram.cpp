@@ -1,5 +1,7 @@
 #include "tables/frm_histogram.h"
 
+#include "tables/faces.h"
+
 namespace ostrand {
 namespace {
 
@@ -20,13 +22,9 @@ frmHistogram::frmHistogram(const ScreenContext& context, const HistoTarget& targ
       Form(*this, "Form", NumberType::kInteger),
       Weight(*this, "Weight", NumberType::kSingle) {
   Caption = "HISTOGRAM";
-  Bins.Caption = "Number of Bins";
-  LowerLimit.Caption = "Lower Limit";
-  UpperLimit.Caption = "Upper Limit";
-  Form.Caption = "Form";
-  Weight.Caption = "Weighted Value";
   Bins.Limits(0, Bins.Max());
   Form.Limits(0, 999);
+  Describe(*this, kHistogramFaces);
   load({&Bins, &LowerLimit, &UpperLimit, &Form, &Weight});
 }
 

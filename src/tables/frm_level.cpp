@@ -5,6 +5,7 @@
 
 #include "model/names.h"
 #include "model/variables.h"
+#include "tables/faces.h"
 #include "text/mask.h"
 #include "text/number.h"
 #include "text/strings.h"
@@ -57,9 +58,7 @@ LevelList::LevelList(Screen& screen, std::string_view name, std::string_view too
       Items(screen, std::string("Levels").append(name)),
       Remove(screen, std::string("Remove").append(name)),
       screen_(screen) {
-  Add.Caption = "Add";
   Items.ToolTip = toolTip;
-  Remove.Caption = "Remove";
   Add.OnPress = [this] { add(); };
   Remove.OnPress = [this] { remove(); };
 }
@@ -113,10 +112,8 @@ frmLevel::frmLevel(const ScreenContext& context, const HistoTarget& target)
       Code(*this, "Code"),
       stem_(target.stem) {
   Caption = "LEVEL CROSSING";
-  Levels.Entry.Caption = "Level Crossing Values";
-  Tests.Entry.Caption = "2nd Dim Boundaries";
-  LevelMeas.Caption = "2nd Dim Selection";
   NumDims.SetItems({"One Dimension", "Two Dimensions"});
+  Describe(*this, kLevelFaces);
   fillMeasurements();
   load();
   const auto onEdit = [this] { edit(); };

@@ -9,6 +9,7 @@
 #include "controls/screen_factory.h"
 #include "model/record_layout.h"
 #include "platform/box.h"
+#include "tables/faces.h"
 #include "tables/frm_table_times.h"
 #include "text/mask.h"
 #include "text/number.h"
@@ -62,6 +63,7 @@ frmOutInt::frmOutInt(const ScreenContext& context)
       AllTables(*this, "AllTables") {
   setTexts();
   bind();
+  Describe(*this, kOutIntFaces);
   load();
 }
 
@@ -70,26 +72,14 @@ void frmOutInt::setTexts() {
   for (int t = 1; t <= kTables; ++t) {
     Table.Add("Table " + NumberText(t));
   }
-  TableOn.Caption = "Enabled";
-  TableName.Caption = "Name";
-  OutInt.Caption = "Interval";
   OutInt.Limits(1, std::numeric_limits<i32>::max());
   OutIntUnits.SetItems({"uSecs", "mSecs", "Secs", "Mins", "hours", "Days"});
-  PerSec.Caption = "/Sec";
-  SyncTable.Caption = "Sync";
-  Buffer.Caption = "Records";
   Buffer.Limits(1, std::numeric_limits<i32>::max());
-  AutoSize.Caption = "Auto Size";
-  FillStop.Caption = "Fill && Stop";
-  CalcTime.Caption = "Compress";
   // This logger has no flash memory for tables, and a project keeps one card.
   TableLocation.SetItems({"Internal", "Flash", "PC Card"});
   TableLocation.Items[kFlashItem].Visible = false;
   PamCard.SetItems({"Card A", "Card B"});
   PamCard.Items[1].Enabled = false;
-  FlagTable.Caption = "Write Flag";
-  FlagMark.Caption = "Mark Flag";
-  FlagFull.Caption = "Full Flag";
   for (Choice* list : {&FlagTable, &FlagMark, &FlagFull}) {
     list->SetItems({"Off", "1", "2", "3", "4", "5", "6", "7", "8"});
   }
@@ -97,10 +87,6 @@ void frmOutInt::setTexts() {
   for (int t = 1; t <= kDisplayTables; ++t) {
     HDU7.Add("Table " + NumberText(t));
   }
-  Trigger.Caption = "Trigger";
-  WriteIf.Caption = "Write If";
-  TableTimes.Caption = "Table Time";
-  AllTables.Caption = "All Tables";
 }
 
 void frmOutInt::bind() {

@@ -1,5 +1,7 @@
 #include "tables/frm_rain_histo.h"
 
+#include "tables/faces.h"
+
 namespace ostrand {
 namespace {
 
@@ -20,14 +22,10 @@ frmRainHisto::frmRainHisto(const ScreenContext& context, const HistoTarget& targ
       UpperLimit(*this, "UpperLimit", NumberType::kSingle),
       Form(*this, "Form", NumberType::kInteger) {
   Caption = "RAINFLOW HISTOGRAM";
-  MeanBins.Caption = "Mean Bins";
-  AmpBins.Caption = "Amp Bins";
-  LowerLimit.Caption = "Lower Limit";
-  UpperLimit.Caption = "Upper Limit";
-  Form.Caption = "Form";
   MeanBins.Limits(0, MeanBins.Max());
   AmpBins.Limits(0, AmpBins.Max());
   Form.Limits(0, 999);
+  Describe(*this, kRainHistoFaces);
   load({&MeanBins, &AmpBins, &LowerLimit, &UpperLimit, &Form});
 }
 

@@ -3,6 +3,7 @@
 #include <limits>
 
 #include "platform/box.h"
+#include "tables/faces.h"
 #include "text/mask.h"
 #include "text/number.h"
 #include "text/strings.h"
@@ -31,15 +32,11 @@ frmTableTimes::frmTableTimes(const ScreenContext& context, const TableTimesReque
       table_(tables_[request.table]) {
   Caption = "TABLE " + Upper(table_.Name);
   for (NumericField* field : {&Days, &Hours, &Minutes, &Seconds}) {
-    field->Caption = field->Name();
     field->ToolTip = "Enter the number of " + field->Name() + " desired.";
     field->Limits(0, kMaxTyped);
     field->OnChange = [this] { CalcTableRecs(); };
     field->OnTake = [this] { onTake(); };
   }
-  Buffer.Caption = "Records";
-  TotalBytes.Caption = "Total Bytes";
-  AllTables.Caption = "All Tables";
   AllTables.OnPress = [this] {
     // With the records that are on the screen.
     const i32 kept = table_.NumRecs;
@@ -47,6 +44,7 @@ frmTableTimes::frmTableTimes(const ScreenContext& context, const TableTimesReque
     ShowTableTimes(Forms(), store(), tables_);
     table_.NumRecs = kept;
   };
+  Describe(*this, kTableTimesFaces);
   load();
 }
 

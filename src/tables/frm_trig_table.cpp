@@ -6,6 +6,7 @@
 #include "conditions/condition_row.h"
 #include "conditions/flag_usage.h"
 #include "platform/box.h"
+#include "tables/faces.h"
 #include "text/mask.h"
 #include "text/number.h"
 
@@ -15,17 +16,20 @@ namespace {
 // What the two states are called, and the comparison of their rows in a new project.
 struct StateNames {
   std::string_view prefix;  // of the controls
+  std::string_view heading;
   std::string_view variable;
   int firstCompare;
 };
 constexpr std::array<StateNames, 2> kStates = {
-    {{"Start", "     bStartTrigger = (", 1}, {"Stop", "     bStopTrigger = (", 2}}};
+    {{"Start", "Start conditions", "     bStartTrigger = (", 1},
+     {"Stop", "Stop conditions", "     bStopTrigger = (", 2}}};
 
 constexpr std::array<std::string_view, 4> kScanUnits = {" uSecs", " mSecs", " Secs", " Mins"};
 
-ConditionSet::Names namesOf(std::string_view prefix) {
-  const std::string head(prefix);
-  return {.row =
+ConditionSet::Names namesOf(const StateNames& state) {
+  const std::string head(state.prefix);
+  return {.group = state.heading,
+          .row =
               [head](int row) {
                 const std::string n = NumberText(row);
                 return ConditionControlNames{head + "MeasVar" + n, head + "Compare" + n,
@@ -62,8 +66,8 @@ frmTrigTable::frmTrigTable(const ScreenContext& context)
       AftTriggerTime(*this, "AftTriggerTime"),
       DataEventCode(*this, "DataEventCode"),
       variables_(context.store, context.UserVarListTypes),
-      Start(*this, variables_, namesOf(kStates[0].prefix), kStates[0].firstCompare),
-      Stop(*this, variables_, namesOf(kStates[1].prefix), kStates[1].firstCompare),
+      Start(*this, variables_, namesOf(kStates[0]), kStates[0].firstCompare),
+      Stop(*this, variables_, namesOf(kStates[1]), kStates[1].firstCompare),
       ViewStart(*this, "ViewStart"),
       ViewStop(*this, "ViewStop"),
       ListStart(*this, "ListStart"),
@@ -75,13 +79,8 @@ frmTrigTable::frmTrigTable(const ScreenContext& context)
   PreTriggerTime.ToolTip = "Shows the time from the beginning of the test to the start trigger.";
   AftTriggerTime.ToolTip = "Shows the time from the stop trigger to the end of the test.";
   Caption = "TABLE TRIGGER";
-  SingleTrigger.Caption = "Single Trigger";
-  DisableTrigger.Caption = "Disable Trigger";
-  ViewStart.Caption = ViewStop.Caption = "View Code";
-  ListStart.Caption = "List Start";
-  ListStop.Caption = "List Stop";
-  ListBoth.Caption = "List Both";
   bind();
+  Describe(*this, kTrigTableFaces);
 }
 
 void frmTrigTable::bind() {
@@ -153,7 +152,7 @@ void frmTrigTable::showTimes() {
 
 // A single trigger has no stop conditions; those that are there are kept for a dual one.
 void frmTrigTable::showEvent() {
-  Stop.Enable(!isSingle());
+  Stop.Enable(!isSingle(), kNeedsDualTrigger);
   for (Button* button : {&ViewStop, &ListStop, &ListBoth}) button->Enabled = !isSingle();
   DataEventCode.Text(eventText());
 }

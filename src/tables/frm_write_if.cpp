@@ -2,13 +2,15 @@
 
 #include "conditions/condition_row.h"
 #include "conditions/flag_usage.h"
+#include "tables/faces.h"
 #include "text/number.h"
 
 namespace ostrand {
 namespace {
 
 ConditionSet::Names names() {
-  return {.row =
+  return {.group = "Conditions",
+          .row =
               [](int row) {
                 const std::string n = NumberText(row);
                 return ConditionControlNames{"MeasureVar" + n, "Compare" + n, "Value" + n,
@@ -38,12 +40,11 @@ frmWriteIf::frmWriteIf(const ScreenContext& context)
       View(*this, "View"),
       Font(*this, context.ConditionFont, {&Write.Grouping}) {
   Caption = "CONDITIONAL WRITE";
-  DisableWriteIf.Caption = "Disable Condition";
-  View.Caption = "View Code";
   Write.OnFlag = [this](int flagNumber) { CheckFlagUsage(Forms(), store(), flagNumber); };
   View.OnPress = [this] {
     Write.View("CONDITIONAL WRITE CODE", "     bWriteIfCall = (" + Write.InAliases() + ")");
   };
+  Describe(*this, kWriteIfFaces);
 }
 
 frmWriteIf::frmWriteIf(const ScreenContext& context, cOutputTable& table) : frmWriteIf(context) {

@@ -5,6 +5,7 @@
 
 #include "model/intervals.h"
 #include "platform/box.h"
+#include "tables/faces.h"
 #include "text/mask.h"
 #include "text/number.h"
 #include "text/strings.h"
@@ -38,6 +39,7 @@ HistoScreen::HistoScreen(const ScreenContext& context, std::string_view name,
   DataPoints.Text("Data Points per Histogram = " + FormatNumber(std::floor(points), kMicros));
   DataPoints.ToolTip = "Flashing indicates a possibly useless histogram.";
   DataPoints.Flashes = points < kFewestPoints;
+  Describe(*this, kHistoFaces);
 }
 
 std::string HistoScreen::codeLine(std::string_view source, std::string_view code) const {

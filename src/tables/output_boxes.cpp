@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "controls/faces.h"
 #include "model/record_layout.h"
 #include "tables/output_parameters.h"
 #include "text/number.h"
@@ -18,6 +19,23 @@ constexpr std::array<std::string_view, kOutputCodes> kToolTips = {
     "Displays a window to set up parameters. A histogram is made",
     "Displays a window to set up parameters. A rainflow histogram is made",
     "Displays a window to set up parameters. A level crossing histogram is made",
+};
+
+constexpr std::string_view kGroup = "Outputs";
+constexpr Face kFaces[] = {
+    {"Table", kGroup, "Output table", ControlKind::kOptions},
+    {"TableName", kGroup, "Table name"},
+    {"Smp", kGroup, "Smp"},
+    {"Max", kGroup, "Max"},
+    {"Min", kGroup, "Min"},
+    {"Avg", kGroup, "Avg"},
+    {"Std", kGroup, "Std"},
+    {"Hst", kGroup, "Histogram"},
+    {"RFH", kGroup, "Rainflow"},
+    {"LCr", kGroup, "Level crossing"},
+    {"HstSetup", kGroup, "Histogram..."},
+    {"RFHSetup", kGroup, "Rainflow..."},
+    {"LCrSetup", kGroup, "Level crossing..."},
 };
 
 bool hasParameters(int code) { return code >= kHistogram; }
@@ -43,6 +61,7 @@ OutputBoxes::OutputBoxes(Screen& screen, const ProjectStore& store)
   for (int t = 1; t <= kTables; ++t) {
     Table.Add("Table " + NumberText(t));
   }
+  Describe(screen, kFaces);
   bind();
 }
 
@@ -50,11 +69,9 @@ void OutputBoxes::bind() {
   Table.OnPick = [this] { Refresh(); };
   for (int code = 0; code < kOutputCodes; ++code) {
     CheckBox& box = Boxes[static_cast<std::size_t>(code)];
-    box.Caption = box.Name();
     box.OnClick = [this, code] { onClick(code); };
     if (!hasParameters(code)) continue;
     Opener& button = Setups[static_cast<std::size_t>(code - kHistogram)];
-    button.Caption = "...";
     button.OnPress = [this, code] {
       if (setUp(static_cast<OutputCode>(code))) changed();
     };
@@ -84,14 +101,13 @@ void OutputBoxes::Refresh() {
   for (int code = 0; code < kOutputCodes; ++code) {
     CheckBox& box = Boxes[static_cast<std::size_t>(code)];
     box.Check(isSelected(code));
-    const bool offered = offered_[static_cast<std::size_t>(code)];
-    box.Enabled = tableOn && offered;
+    // One that was chosen can be taken away, even where it could not be chosen again.
+    const bool canTakeAway = tableOn && hasParameters(code) && box.Checked();
+    const std::string whyNotBox = whyNoBox(code);
+    box.Enable(whyNotBox.empty() || canTakeAway, whyNotBox);
     box.ToolTip = kToolTips[static_cast<std::size_t>(code)];
     if (!hasParameters(code)) continue;
     box.ToolTip += " each time table " + NumberText(table) + " outputs a record.";
-    // One that was chosen can be taken away, even where it could not be chosen again.
-    const bool canSetUp = offered && AskParameters;
-    box.Enabled = tableOn && (canSetUp || box.Checked());
     const std::string whyNot = whyNoSetup(code);
     Setups[static_cast<std::size_t>(code - kHistogram)].Enable(whyNot.empty(), whyNot);
   }
@@ -119,16 +135,22 @@ bool OutputBoxes::SampleInstead(std::initializer_list<OutputCode> codes) {
   return any;
 }
 
-// Why the parameters of an output can't be shown; empty when they can.
-std::string OutputBoxes::whyNoSetup(int code) const {
-  const CheckBox& box = Boxes[static_cast<std::size_t>(code)];
+// Why an output can't be chosen; empty when it can.
+std::string OutputBoxes::whyNoBox(int code) const {
   if (store_.Tables[TableShown()].TableOn == kFalse) {
     return "Table " + NumberText(TableShown()) + " is off.";
   }
-  if (!offered_[static_cast<std::size_t>(code)] || !AskParameters) {
-    return box.Caption + " is not available here.";
-  }
-  return box.Checked() ? std::string() : box.Caption + " is not selected.";
+  const bool canAsk = !hasParameters(code) || AskParameters;
+  if (offered_[static_cast<std::size_t>(code)] && canAsk) return {};
+  return Boxes[static_cast<std::size_t>(code)].Caption + " is not available here.";
+}
+
+// Why the parameters of an output can't be shown; empty when they can.
+std::string OutputBoxes::whyNoSetup(int code) const {
+  const CheckBox& box = Boxes[static_cast<std::size_t>(code)];
+  std::string whyNot = whyNoBox(code);
+  if (whyNot.empty() && !box.Checked()) whyNot = box.Caption + " is not selected.";
+  return whyNot;
 }
 
 bool OutputBoxes::isSelected(int code) const { return IsSelected(*output_, TableShown(), code); }

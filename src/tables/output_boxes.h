@@ -54,6 +54,7 @@ class OutputBoxes {
   void bind();
   void onClick(int code);
   [[nodiscard]] bool setUp(OutputCode code);
+  [[nodiscard]] std::string whyNoBox(int code) const;
   [[nodiscard]] std::string whyNoSetup(int code) const;
   [[nodiscard]] bool isSelected(int code) const;
   void select(int code, bool on);

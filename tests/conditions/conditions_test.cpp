@@ -119,7 +119,8 @@ class ConditionsTest : public VoltProject {
   ConditionVariables variables{*store, kinds};
   ConditionSet set{screen,
                    variables,
-                   {.row =
+                   {.group = "Conditions",
+                    .row =
                         [](int n) {
                           const std::string at = std::to_string(n);
                           return ConditionControlNames{"Meas" + at, "Compare" + at, "Value" + at,
@@ -167,6 +168,26 @@ TEST_F(ConditionsTest, ARowIsComposedOfWhatIsPicked) {
   EXPECT_EQ(set.Stored(1), (ConditionRow{"Flag(3)", 0, 0, 0, "True", "Flag(3) = True"}));
   use("Value1", "false");
   EXPECT_EQ(set.Stored(1).Expression, "Flag(3) = False");
+}
+
+TEST_F(ConditionsTest, RowsFormATableThatSaysWhyItIsDisabled) {
+  set.Load({}, 0, "");
+  use("Meas1", "Oil");
+  const auto faceOf = [this](std::string_view name) {
+    const Control& shownControl = control(screen, name);
+    return shownControl.Group + "|" + std::to_string(shownControl.Row) + "|" +
+           shownControl.Caption + "|" + (shownControl.Enabled ? "" : shownControl.WhyDisabled);
+  };
+  EXPECT_EQ(faceOf("Value1"), "Conditions|1|Value|");
+  EXPECT_EQ(faceOf("Value10"), "Conditions|10|Value|Needs a measurement");
+  EXPECT_EQ(faceOf("Grouping"), "Conditions|0|Grouping of the conditions|");
+  set.Enable(false, "Needs a dual trigger");
+  EXPECT_EQ(faceOf("Meas1"), "Conditions|1|Measurement|Needs a dual trigger");
+  EXPECT_EQ(faceOf("Compare10"), "Conditions|10|Comparison|Needs a dual trigger");
+  EXPECT_EQ(faceOf("Grouping"), "Conditions|0|Grouping of the conditions|Needs a dual trigger");
+  set.Enable(true, {});
+  use("Meas1", "(None)");
+  EXPECT_EQ(faceOf("Grouping"), "Conditions|0|Grouping of the conditions|Needs a condition");
 }
 
 TEST_F(ConditionsTest, ARowThatIsOnlyLookedAtStaysAsItIs) {

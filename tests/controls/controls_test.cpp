@@ -1,5 +1,6 @@
 // The rules of the controls, key by key.
 #include "controls/choice.h"
+#include "controls/faces.h"
 #include "controls/numeric_field.h"
 #include "support/screen_driver.h"
 
@@ -168,6 +169,35 @@ TEST_F(ControlTest, ABracketIsRefusedWithItsReason) {
   ASSERT_FALSE(forms.helpLines.empty());
   EXPECT_EQ(forms.helpLines.back(),
             "A text can't hold \"[\": it begins a section of the project file.");
+}
+
+TEST_F(ControlTest, FacesGiveGroupCaptionKindAndReason) {
+  Label name1(screen, "Name1");
+  Label name12(screen, "Name12");
+  Label nameless(screen, "NameA");
+  CheckBox include2(screen, "Include2");
+  Choice mode(screen, "Mode");
+  mode.Caption = "Mode";
+  mode.WhyDisabled = "Set by the screen";
+  constexpr Face kFaces[] = {
+      {"Name#", "Names", "Name", ControlKind::kFigure},
+      {"Name12", "Last", "Last name"},
+      {"Include#", "CAO#", "CAO", {}, "Needs a free channel"},
+      {"Mode", "Modes"},
+      {"NotMade", "Modes", "Other"},
+  };
+  Describe(screen, kFaces);
+  const auto faceOf = [](const Control& control) {
+    return control.Group + "|" + std::to_string(control.Row) + "|" + control.Caption + "|" +
+           control.WhyDisabled;
+  };
+  EXPECT_EQ(faceOf(name1), "Names|1|Name|");
+  EXPECT_EQ(faceOf(name12), "Last|0|Last name|");
+  EXPECT_EQ(faceOf(nameless), "|0||");
+  EXPECT_EQ(faceOf(include2), "CAO2|0|CAO|Needs a free channel");
+  EXPECT_EQ(faceOf(mode), "Modes|0|Mode|Set by the screen");
+  EXPECT_EQ(name1.Kind(), ControlKind::kFigure);
+  EXPECT_EQ(include2.Kind(), ControlKind::kCheck);
 }
 
 TEST_F(ControlTest, OnlyVerbsFireAndOnlyOnAChange) {
