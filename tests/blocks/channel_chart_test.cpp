@@ -53,5 +53,17 @@ TEST_F(ChannelChartTest, BlocksFollowEachOtherOverTheMultiplexers) {
   for (const Case& row : cases) EXPECT_EQ(MuxMap(row.blocks), row.places);
 }
 
+TEST_F(ChannelChartTest, EachMultiplexerIsATableOfItsInputs) {
+  const frmTK40Graph graph(context, {{{30, "Diff"}}, 2});
+  const auto placeOf = [&graph](std::string_view name) {
+    const Control& input = *graph.Find(name);
+    return input.Group + ' ' + std::to_string(input.Row);
+  };
+  EXPECT_EQ(placeOf("Mux1"), "Multiplexer 1 1");
+  EXPECT_EQ(placeOf("Mux25"), "Multiplexer 1 25");
+  EXPECT_EQ(placeOf("Mux26"), "Multiplexer 2 1");
+  EXPECT_EQ(placeOf("Mux50"), "Multiplexer 2 25");
+}
+
 }  // namespace
 }  // namespace ostrand
