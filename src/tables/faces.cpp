@@ -27,7 +27,7 @@ constexpr Face kOutIntRows[] = {
     {"FlagTable", "Flags", "Write Flag", {}, kTableOn},
     {"FlagMark", "Flags", "Mark Flag", {}, kTableOn},
     {"FlagFull", "Flags", "Full Flag", {}, kTableOn},
-    {"HDU7", "Heads-up display", "Table shown"},
+    {"HDU7", "Heads-up display", "Values shown"},
     {"Trigger", "Conditions and times", "Trigger"},
     {"WriteIf", "Conditions and times", "Write If"},
     {"TableTimes", "Conditions and times", "Table Time"},

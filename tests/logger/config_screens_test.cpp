@@ -112,6 +112,25 @@ TEST_F(ConfigScreens, ABufferBeyondTheMemoryFlashes) {
   EXPECT_TRUE(screen.BufferBytes.Flashes);
 }
 
+TEST_F(ConfigScreens, PortsOfTheOtherModeSayWhichModeTheyNeed) {
+  frmPorts screen(context);
+  const auto whyNot = [&screen](std::string_view name) {
+    const Control& used = *screen.Find(name);
+    return used.Enabled ? std::string() : used.WhyDisabled;
+  };
+  pick(screen, "ByteMode", "Bit-Write");
+  for (const std::string_view name : {"Include9", "State2MeasureVar9", "BinaryMask3"}) {
+    EXPECT_EQ(whyNot(name), "Needs the port mode Byte") << name;
+  }
+  EXPECT_EQ(whyNot("State1MeasureVar3"), "");
+  EXPECT_EQ(whyNot("State1Compare3"), "Needs a measurement");
+  pick(screen, "ByteMode", "Byte");
+  for (const std::string_view name : {"Include3", "State1MeasureVar3", "State1Compare3"}) {
+    EXPECT_EQ(whyNot(name), "Needs the port mode Bit-Write") << name;
+  }
+  EXPECT_EQ(whyNot("Include9"), "");
+}
+
 // What is typed on the screens is what the logger does.
 TEST_F(ConfigScreens, PowerAndPortsReachTheProgram) {
   fill<frmConfig>({{"MonitorPower2", "on"},

@@ -36,8 +36,17 @@ TEST_F(OutputBoxesTest, BoxesOfATableThatIsOffKeepWhatTheyHold) {
   Pick(screen, "Table", "Table 1");
   EXPECT_EQ(Shown(screen, "Max"), "on");
   EXPECT_FALSE(IsUsable(screen, "Max"));
+  EXPECT_EQ(screen.Find("Max")->WhyDisabled, "Table 1 is off.");
   EXPECT_EQ(Shown(screen, "Smp"), "off");
   EXPECT_EQ(output.OutputSelect[1][kMaximum], 1);
+}
+
+TEST_F(OutputBoxesTest, AHistogramThatCannotBeChosenAgainCanBeTakenAway) {
+  output.OutputSelect[3][kHistogram] = 1;
+  boxes.Show(output);
+  Check(screen, "Hst", false);
+  EXPECT_EQ(output.OutputSelect[3][kHistogram], 0);
+  EXPECT_FALSE(IsUsable(screen, "Hst"));
 }
 
 TEST_F(OutputBoxesTest, ASampleTakesThePlaceInEveryTableAlsoInOneThatIsOff) {
@@ -53,6 +62,7 @@ TEST_F(OutputBoxesTest, ASampleTakesThePlaceInEveryTableAlsoInOneThatIsOff) {
   }
   EXPECT_EQ(output.OutputSelect[4][kSample], 0);
   EXPECT_FALSE(IsUsable(screen, "Avg"));
+  EXPECT_EQ(screen.Find("Avg")->WhyDisabled, "Avg is not available here.");
   EXPECT_FALSE(boxes.SampleInstead({kAverage, kStdDev})) << "the user is told once";
 }
 
