@@ -110,7 +110,8 @@ std::string reason(const Control& control) {
 std::string lineOf(const Control& control) {
   std::string line = "  ";
   if (!hasCaptionInside(control)) line += padded(plain(control.Caption), kCaptionWidth) + " ";
-  return line + body(control) + reason(control) + "\n";
+  line += body(control) + reason(control);
+  return line.substr(0, line.find_last_not_of(' ') + 1) + "\n";
 }
 
 using Controls = std::vector<const Control*>;
