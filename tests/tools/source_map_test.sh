@@ -6,4 +6,4 @@ set -euo pipefail
 cd "$1"
 shopt -s globstar
 LC_ALL=C exec awk -f tests/tools/source_map.awk docs/architecture.md src/**/*.{h,cpp} app/cli/*.{h,cpp} \
-  tests/golden/* examples/*.VKG
+  tests/golden/*.{VKP,VKD,VKW,summary} examples/*.VKG
