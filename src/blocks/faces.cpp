@@ -37,7 +37,7 @@ constexpr Face kFreeRows[] = {
     {"FreeHiLev", kFree, "High level", kFigure},
     {"FreeLoLev", kFree, "Low level", kFigure},
     {"FreeSwtch", kFree, "Switch closure", kFigure},
-    {"Chart", kFree, "Channel &Chart..."},
+    {"Chart", kFree, "Channel &chart..."},
 };
 
 constexpr Face kAnalogRows[] = {

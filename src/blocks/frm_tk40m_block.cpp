@@ -14,7 +14,7 @@ constexpr Face kFaces[] = {
     {"TK40MCount", kMultiplexers, "Multiplexers"},
     {"FreeChannels", kMultiplexers, "FREE CHANNELS", ControlKind::kFigure},
     {"ReferenceTemp", kMultiplexers, "&Reference temperature..."},
-    {"Map", kMultiplexers, "Multiplexer &Map..."},
+    {"Map", kMultiplexers, "Multiplexer &map..."},
 };
 
 }  // namespace

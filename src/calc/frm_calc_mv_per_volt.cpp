@@ -16,7 +16,7 @@ constexpr std::string_view kHelp =
 constexpr std::string_view kComputed = "Computed from the other two; the button chooses which one.";
 constexpr Face kMVPerVoltFaces[] = {
     {"mVPerV", "Sensor"},
-    {"FullScale", "Sensor", "Rated Capacity"},
+    {"FullScale", "Sensor", "Rated capacity"},
     {"Units", "Sensor", "Units"},
     {"Multiplier", "Result", "Multiplier", ControlKind::kFigure},
     {"Solves", "Try-out"},

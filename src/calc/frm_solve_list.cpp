@@ -10,11 +10,11 @@ constexpr Face kSolveListFaces[] = {
     {"MultOff", "Calculators", "X-&Y Calculator"},
     {"MVPerVolt", "Calculators"},
     {"Pot", "Calculators"},
-    {"Rs", "Calculators", "&Resistor Calculator"},
-    {"Speed", "Calculators", "&Speed Calculator"},
-    {"MoreSpeed", "Calculators", "&More Speed Calculator"},
-    {"Rpm", "Calculators", "&RPM Calculator"},
-    {"Flow", "Calculators", "&Flow Calculator"},
+    {"Rs", "Calculators", "&Resistor calculator"},
+    {"Speed", "Calculators", "&Speed calculator"},
+    {"MoreSpeed", "Calculators", "&More speed calculator"},
+    {"Rpm", "Calculators", "&RPM calculator"},
+    {"Flow", "Calculators", "&Flow calculator"},
 };
 
 void take(const ScalingAnswer& answer, DefaultScaling& scaling) {

@@ -7,7 +7,7 @@ namespace ostrand {
 namespace {
 
 constexpr std::string_view kGroup = "Font of the grouping line";
-constexpr std::string_view kNoFont = "Needs settings of the user, which keep the font";
+constexpr std::string_view kNoFont = "Needs settings of the user, which keep the font.";
 constexpr Face kFaces[] = {
     {"FontName", kGroup, "Font", {}, kNoFont},
     {"FontStyle", kGroup, "Style", {}, kNoFont},

@@ -198,7 +198,7 @@ void ConditionControls::enableControls() {
   MeasVar.Enabled = enabled_;
   MeasVar.WhyDisabled = whyDisabled_;
   Compare.Enabled = Value.Enabled = enabled_ && Valid();
-  Compare.WhyDisabled = Value.WhyDisabled = enabled_ ? "Needs a measurement" : whyDisabled_;
+  Compare.WhyDisabled = Value.WhyDisabled = enabled_ ? "Needs a measurement." : whyDisabled_;
 }
 
 void ConditionControls::onPickMeasurement() {

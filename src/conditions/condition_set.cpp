@@ -61,7 +61,7 @@ void ConditionSet::Enable(bool enabled, std::string_view whyDisabled) {
 
 void ConditionSet::enableGrouping() {
   Grouping.Enabled = enabled_ && Count() > 0;
-  Grouping.WhyDisabled = enabled_ ? "Needs a condition" : whyDisabled_;
+  Grouping.WhyDisabled = enabled_ ? "Needs a condition." : whyDisabled_;
 }
 
 int ConditionSet::Count() const {

@@ -9,13 +9,13 @@ using enum ControlKind;
 
 constexpr std::string_view kTimedOff = "Timed power off";
 constexpr std::string_view kTimedOn = "Timed power on";
-constexpr std::string_view kNeedsTimedOff = "Needs Timed Power Off";
-constexpr std::string_view kNoWeekDay = "Needs Timed Power Off without a week day";
-constexpr std::string_view kNeedsTimedOn = "Needs Timed Power Off and Timed Power On";
-constexpr std::string_view kNoRemainOff = "Needs Conditional Power Off without Remain Off";
-constexpr std::string_view kNoTimedRemainOff = "Needs Timed Power Off without Remain Off";
-constexpr std::string_view kRetries = "Needs Do Not Retry off";
-constexpr std::string_view kPickedRow = "Needs a row picked in the list";
+constexpr std::string_view kNeedsTimedOff = "Needs Timed Power Off.";
+constexpr std::string_view kNoWeekDay = "Needs Timed Power Off without a week day.";
+constexpr std::string_view kNeedsTimedOn = "Needs Timed Power Off and Timed Power On.";
+constexpr std::string_view kNoRemainOff = "Needs Conditional Power Off without Remain Off.";
+constexpr std::string_view kNoTimedRemainOff = "Needs Timed Power Off without Remain Off.";
+constexpr std::string_view kRetries = "Needs Do Not Retry off.";
+constexpr std::string_view kPickedRow = "Needs a row picked in the list.";
 
 constexpr Face kConfigRows[] = {
     {"CanBusQty", "Hardware", "CAN"},
@@ -29,17 +29,17 @@ constexpr Face kConfigRows[] = {
     {"MonitorPower3", "Special configuration", "Battery &Saver..."},
     {"MonitorPower4", "Special configuration", "&Panel Ref Temp..."},
     {"MonitorPower5", "Special configuration", "&Monitor Status..."},
-    {"BatteryOutput", "Special configuration", "Battery &Output..."},
-    {"PanelOutput", "Special configuration", "Panel O&utput..."},
+    {"BatteryOutput", "Special configuration", "Battery &output..."},
+    {"PanelOutput", "Special configuration", "Panel o&utput..."},
 
-    {"EnablePowerOff", kConditionalPowerOff, "Conditional Power Off"},
-    {"RemainOff", kConditionalPowerOff, "Remain Off", {}, kNeedsPowerOff},
+    {"EnablePowerOff", kConditionalPowerOff, "Conditional power off"},
+    {"RemainOff", kConditionalPowerOff, "Remain off", {}, kNeedsPowerOff},
     {"PowerOffTime", kConditionalPowerOff, "Interval", {}, kNoRemainOff},
     {"PowerOffMins", kConditionalPowerOff, "Interval unit", {}, kNoRemainOff},
     {"PowerOffInterval", kConditionalPowerOff, "Interval summary"},
     {"PowerOffCode", kConditionalPowerOff, "Statement", kCode},
 
-    {"EnableTime", kTimedOff, "Timed Power Off"},
+    {"EnableTime", kTimedOff, "Timed power off"},
     {"TimeOffYear", kTimedOff, "Year", {}, kNoWeekDay},
     {"TimeOffMonth", kTimedOff, "Month", {}, kNoWeekDay},
     {"TimeOffDay", kTimedOff, "Day", {}, kNoWeekDay},
@@ -48,12 +48,12 @@ constexpr Face kConfigRows[] = {
     {"TimeOffSec", kTimedOff, "Second", {}, kNeedsTimedOff},
     {"TimeOffWkDay", kTimedOff, "Week day", {}, kNeedsTimedOff},
     {"PowerOffString", kTimedOff, "Power-off time", kFigure},
-    {"RemainPOOff", kTimedOff, "Remain Off", {}, kNeedsTimedOff},
+    {"RemainPOOff", kTimedOff, "Remain off", {}, kNeedsTimedOff},
     {"PowerOffPOTime", kTimedOff, "Interval", {}, kNoTimedRemainOff},
     {"PowerOnMins", kTimedOff, "Interval unit", {}, kNoTimedRemainOff},
     {"PowerOnInterval", kTimedOff, "Power-on interval", kFigure},
 
-    {"EnableOnTime", kTimedOn, "Timed Power On", {}, kNeedsTimedOff},
+    {"EnableOnTime", kTimedOn, "Timed power on", {}, kNeedsTimedOff},
     {"TimeOnYear", kTimedOn, "Year", {}, kNeedsTimedOn},
     {"TimeOnMonth", kTimedOn, "Month", {}, kNeedsTimedOn},
     {"TimeOnDay", kTimedOn, "Day", {}, kNeedsTimedOn},
@@ -64,40 +64,40 @@ constexpr Face kConfigRows[] = {
 
     {"SaverText", "Battery saver", "Explanation"},
     {"DefaultBattVolt", "Battery saver", "Default"},
-    {"BattTripVolts", "Battery saver", "Trip Level", {}, "Needs Default off"},
+    {"BattTripVolts", "Battery saver", "Trip level (V)", {}, "Needs Default off."},
     {"DoNotRetry", "Battery saver", "Do &Not Retry"},
-    {"RetryInterval", "Battery saver", "Retry Interval", {}, kRetries},
+    {"RetryInterval", "Battery saver", "Retry interval", {}, kRetries},
     {"BattRetryMins", "Battery saver", "Retry interval unit", {}, kRetries},
     {"SaverInterval", "Battery saver", "Retry summary"},
 
-    {"StatusRows", "Status monitor", "Status Field  Comp  Value  Flag", kTable},
-    {"StatusField", "Status monitor", "Status Field"},
+    {"StatusRows", "Status monitor", "Status field, comparison, value, flag", kTable},
+    {"StatusField", "Status monitor", "Status field"},
     {"StatusCompare", "Status monitor", "Comp"},
     {"StatusValue", "Status monitor", "Value"},
     {"StatusFlag", "Status monitor", "Flag"},
     {"StatTrueFalse", "Status monitor", "State of the flag", kOptions},
     {"StatusCode", "Status monitor", "Program code", kCode},
-    {"AddStatus", "Status monitor", "&Add", {}, "Needs a free row in the list"},
+    {"AddStatus", "Status monitor", "&Add", {}, "Needs a free row in the list."},
     {"ChangeStatus", "Status monitor", "C&hange", {}, kPickedRow},
     {"DeleteStatus", "Status monitor", "&Delete", {}, kPickedRow},
 };
 
 // ---- Scan ---------------------------------------------------------------------------------------
 
-constexpr std::string_view kNeedsBurst = "Needs Burst Mode";
+constexpr std::string_view kNeedsBurst = "Needs Burst Mode.";
 
 constexpr Face kExecuteRows[] = {
-    {"ExecutionTime", "Scan", "Scan Interval"},
+    {"ExecutionTime", "Scan", "Scan interval"},
     {"ExecTimeUnits", "Scan", "Interval unit"},
     {"ScansPerSec", "Scan", "Scans/Sec", kFigure},
     {"ScanMode", "Scan", "Scan mode", kOptions},
-    {"BurstMode", "Burst", "Burst Mode"},
+    {"BurstMode", "Burst", "Burst mode"},
     {"BurstScans", "Burst", "Burst Sc&ans", {}, kNeedsBurst},
     {"FlagScan", "Burst", "Control Flag", {}, kNeedsBurst},
     {"BurstTime", "Burst", {}, kFigure, kNeedsBurst},
-    {"BufferScans", "Buffer", "Scans to Buffe&r", {}, "Needs Burst Mode or the scan mode Buffer"},
-    {"BufferBytes", "Buffer", "Buffer Bytes", kFigure},
-    {"AvailableBytes", "Buffer", "Available Bytes", kFigure},
+    {"BufferScans", "Buffer", "Scans to Buffe&r", {}, "Needs Burst Mode or the scan mode Buffer."},
+    {"BufferBytes", "Buffer", "Buffer bytes", kFigure},
+    {"AvailableBytes", "Buffer", "Available bytes", kFigure},
 };
 
 // ---- Flags and ports ----------------------------------------------------------------------------
@@ -108,7 +108,7 @@ constexpr Face kFlagsRows[] = {
 };
 
 constexpr std::string_view kByteValues = "Values of the byte";
-constexpr std::string_view kWritten = "Needs the port mode Byte in the direction Write";
+constexpr std::string_view kWritten = "Needs the port mode Byte in the direction Write.";
 
 constexpr Face kPortsRows[] = {
     {"ByteMode", "Mode", "Port mode", kOptions},
@@ -118,11 +118,11 @@ constexpr Face kPortsRows[] = {
     {"Output", "Mode", "&Output..."},
     {"Include#", kPortsTable, "Include", {}, kNeedsBits},
     {"Polarity#", kPortsTable, "State 1 sets port", {}, kNeedsBits},
-    {"Include9", kPortByte, "Include Ports 1-8", {}, kNeedsByte},
+    {"Include9", kPortByte, "Include ports 1-8", {}, kNeedsByte},
     {"Polarity9", kPortByte, "State 1 sets ports", {}, kNeedsByte},
     {"BinaryMask1", kByteValues, "State 1", {}, kWritten},
     {"BinaryMask2", kByteValues, "State 2", {}, kWritten},
-    {"BinaryMask3", kByteValues, "Ports in Use", {}, kNeedsByte},
+    {"BinaryMask3", kByteValues, "Ports in use", {}, kNeedsByte},
 };
 
 constexpr Face kPortTablesRows[] = {
@@ -139,19 +139,19 @@ constexpr std::string_view kDelayAndCurrent = "CAO# delay and current";
 constexpr Face kExciteRows[] = {
     {"Purpose", kExciteAll, "Purpose"},
     {"ExcitePublic", kExciteAll, "Public"},
-    {"Include#", kChannel, {}, {}, "Needs a channel that no bridge uses"},
+    {"Include#", kChannel, {}, {}, "Needs a channel that no bridge uses."},
     {"PortMessage#", kChannel, "Channel use"},
     {"DynamicStatic#", kChannel, "Mode", kOptions},
     {"State1#", kChannel, "State 1 (mV)"},
     {"State2#", kChannel, "State 2 (mV)", {}, kNeedsDynamic},
-    {"FastDelay#", kDelayAndCurrent, "Fast Delay"},
+    {"FastDelay#", kDelayAndCurrent, "Fast delay"},
     {"Delay#", kDelayAndCurrent, "Delay", kFigure},
     {"CurrentOut#", kDelayAndCurrent, "Current", kOptions},
     {"ViewCode#",
      kDelayAndCurrent,
-     "View Code",
+     "View code",
      {},
-     "Needs the channel included, with both conditions if dynamic"},
+     "Needs the channel included, with both conditions if dynamic."},
 };
 
 }  // namespace

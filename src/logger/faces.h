@@ -22,9 +22,9 @@ inline constexpr std::string_view kPortsTable = "Ports";
 inline constexpr std::string_view kPortByte = "Ports 1-8 as a byte";
 
 // Why conditions are disabled.
-inline constexpr std::string_view kNeedsPowerOff = "Needs Conditional Power Off";
-inline constexpr std::string_view kNeedsBits = "Needs the port mode Bit-Write";
-inline constexpr std::string_view kNeedsByte = "Needs the port mode Byte";
-inline constexpr std::string_view kNeedsDynamic = "Needs the mode Dynamic";
+inline constexpr std::string_view kNeedsPowerOff = "Needs Conditional Power Off.";
+inline constexpr std::string_view kNeedsBits = "Needs the port mode Bit-Write.";
+inline constexpr std::string_view kNeedsByte = "Needs the port mode Byte.";
+inline constexpr std::string_view kNeedsDynamic = "Needs the mode Dynamic.";
 
 }  // namespace ostrand

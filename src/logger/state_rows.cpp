@@ -114,7 +114,7 @@ void TwoStateControls::Describe(std::string_view group, int row) {
   State1.Describe(group, row, "State 1");
   State2.Describe(group, row, "State 2");
   give(Message, "Message");
-  give(ViewCode, "View Code");
+  give(ViewCode, "View code");
 }
 
 void TwoStateControls::ShowLites(const LiteTips& tips) {

@@ -25,13 +25,13 @@ constexpr Face kSettingFaces[] = {
     {"DefaultTableAutoSize", kDefaults, "Table auto size"},
     {"DefaultTableNumRecs", kDefaults, "Table records"},
     {"VariableChecks", kChecks, "Variable checks", ControlKind::kOptions},
-    {"WarnMeasTime", kChecks, "Measurement Time"},
-    {"WarnFloatingGround", kChecks, "Floating Ground"},
-    {"WarnTableIntervals", kChecks, "Table Intervals"},
-    {"ShowCompileResult", kChecks, "Always Show Compile Result"},
+    {"WarnMeasTime", kChecks, "Measurement time"},
+    {"WarnFloatingGround", kChecks, "Floating ground"},
+    {"WarnTableIntervals", kChecks, "Table intervals"},
+    {"ShowCompileResult", kChecks, "Always show compile result"},
     {"UserVarListTypes", kOrder, "Kinds of variables"},
-    {"MoveUp", kOrder, "Move &Up", {}, "Needs a kind below the first one."},
-    {"MoveDown", kOrder, "Move &Down", {}, "Needs a kind above the last one."},
+    {"MoveUp", kOrder, "Move &up", {}, "Needs a kind below the first one."},
+    {"MoveDown", kOrder, "Move &down", {}, "Needs a kind above the last one."},
 };
 
 }  // namespace

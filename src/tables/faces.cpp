@@ -7,8 +7,8 @@ using enum ControlKind;
 
 // ---- Output tables ------------------------------------------------------------------------------
 
-constexpr std::string_view kTableOn = "Needs an enabled table";
-constexpr std::string_view kNoSync = "Needs an enabled table without Sync";
+constexpr std::string_view kTableOn = "Needs an enabled table.";
+constexpr std::string_view kNoSync = "Needs an enabled table without Sync.";
 
 constexpr Face kOutIntRows[] = {
     {"Table", "Table", "Output table", kOptions},
@@ -18,7 +18,7 @@ constexpr Face kOutIntRows[] = {
     {"OutIntUnits", "Interval", "Interval unit", {}, kNoSync},
     {"PerSec", "Interval", "/Sec", kFigure, kTableOn},
     {"SyncTable", "Interval", "Sync", {}, kTableOn},
-    {"Buffer", "Records", "Records", {}, "Needs an enabled table without Auto Size"},
+    {"Buffer", "Records", "Records", {}, "Needs an enabled table without Auto Size."},
     {"AutoSize", "Records", "Auto Size", {}, kTableOn},
     {"FillStop", "Records", "Fill && Stop", {}, kTableOn},
     {"CalcTime", "Records", "Compress", {}, kTableOn},
@@ -29,7 +29,7 @@ constexpr Face kOutIntRows[] = {
     {"FlagFull", "Flags", "Full Flag", {}, kTableOn},
     {"HDU7", "Heads-up display", "Values shown"},
     {"Trigger", "Conditions and times", "Trigger"},
-    {"WriteIf", "Conditions and times", "Write If"},
+    {"WriteIf", "Conditions and times", "Write if"},
     {"TableTimes", "Conditions and times", "Table Time"},
     {"AllTables", "Conditions and times", "All Tables"},
 };
@@ -40,7 +40,7 @@ constexpr Face kTableTimesRows[] = {
     {"Minutes", "Time to fill", "Minutes"},
     {"Seconds", "Time to fill", "Seconds"},
     {"Buffer", "Records and memory", "Records", kFigure},
-    {"TotalBytes", "Records and memory", "Total Bytes", kFigure},
+    {"TotalBytes", "Records and memory", "Total bytes", kFigure},
     {"Space", "Records and memory", {}, kFigure},
     {"BurstNote", "Records and memory", "Burst buffer"},
     {"AllTables", "Records and memory", "All Tables"},
@@ -49,8 +49,8 @@ constexpr Face kTableTimesRows[] = {
 // ---- Conditions of tables -----------------------------------------------------------------------
 
 constexpr Face kTrigTableRows[] = {
-    {"SingleTrigger", "Trigger", "Single Trigger"},
-    {"DisableTrigger", "Trigger", "Disable Trigger"},
+    {"SingleTrigger", "Trigger", "Single trigger"},
+    {"DisableTrigger", "Trigger", "Disable trigger"},
     {"PreTriggerScans", "Stored scans", "Scans before the trigger"},
     {"AftTriggerScans", "Stored scans", "Scans after the trigger"},
     {"PreTriggerTime", "Stored scans", "Time before the trigger", kFigure},
@@ -58,15 +58,15 @@ constexpr Face kTrigTableRows[] = {
     {"DataEventCode", "Stored scans", "Data event", kCode},
     {"ViewStart", "Program code", "View start code"},
     {"ViewStop", "Program code", "View stop code", {}, kNeedsDualTrigger},
-    {"ListStart", "Program code", "List Start"},
-    {"ListStop", "Program code", "List Stop", {}, kNeedsDualTrigger},
-    {"ListBoth", "Program code", "List Both", {}, kNeedsDualTrigger},
+    {"ListStart", "Program code", "List start"},
+    {"ListStop", "Program code", "List stop", {}, kNeedsDualTrigger},
+    {"ListBoth", "Program code", "List both", {}, kNeedsDualTrigger},
 };
 
 constexpr Face kWriteIfRows[] = {
-    {"DisableWriteIf", "Conditional write", "Disable Condition"},
+    {"DisableWriteIf", "Conditional write", "Disable condition"},
     {"CallLine", "Program code", "Call of the table", kCode},
-    {"View", "Program code", "View Code"},
+    {"View", "Program code", "View code"},
 };
 
 // ---- Histograms ---------------------------------------------------------------------------------
@@ -97,19 +97,19 @@ constexpr Face kRainHistoRows[] = {
 
 constexpr std::string_view kValues = "Level crossing values";
 constexpr std::string_view kSecond = "Second dimension";
-constexpr std::string_view kTwoDims = "Needs two dimensions";
+constexpr std::string_view kTwoDims = "Needs two dimensions.";
 
 constexpr Face kLevelRows[] = {
     {"NumDims", "Dimensions", "Dimensions", kOptions},
-    {"LevelVarOne", kValues, "Level Crossing Values"},
+    {"LevelVarOne", kValues, "Level crossing values"},
     {"AddOne", kValues, "Add"},
     {"LevelsOne", kValues, "Sorted values", kTable},
     {"RemoveOne", kValues, "Remove"},
-    {"LevelVarTwo", kSecond, "2nd Dim Boundaries", {}, kTwoDims},
+    {"LevelVarTwo", kSecond, "2nd dim boundaries", {}, kTwoDims},
     {"AddTwo", kSecond, "Add", {}, kTwoDims},
     {"LevelsTwo", kSecond, "Sorted boundaries", kTable, kTwoDims},
     {"RemoveTwo", kSecond, "Remove", {}, kTwoDims},
-    {"LevelMeas", kSecond, "2nd Dim Selection", {}, kTwoDims},
+    {"LevelMeas", kSecond, "2nd dim selection", {}, kTwoDims},
     {"Code", "Program code", "Instruction", kCode},
 };
 

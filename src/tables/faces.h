@@ -18,6 +18,6 @@ extern const std::span<const Face> kRainHistoFaces;
 extern const std::span<const Face> kLevelFaces;
 
 // Why the stop conditions of a trigger are disabled.
-inline constexpr std::string_view kNeedsDualTrigger = "Needs Single Trigger off";
+inline constexpr std::string_view kNeedsDualTrigger = "Needs Single Trigger off.";
 
 }  // namespace ostrand

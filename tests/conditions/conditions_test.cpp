@@ -179,15 +179,15 @@ TEST_F(ConditionsTest, RowsFormATableThatSaysWhyItIsDisabled) {
            shownControl.Caption + "|" + (shownControl.Enabled ? "" : shownControl.WhyDisabled);
   };
   EXPECT_EQ(faceOf("Value1"), "Conditions|1|Value|");
-  EXPECT_EQ(faceOf("Value10"), "Conditions|10|Value|Needs a measurement");
+  EXPECT_EQ(faceOf("Value10"), "Conditions|10|Value|Needs a measurement.");
   EXPECT_EQ(faceOf("Grouping"), "Conditions|0|Grouping of the conditions|");
-  set.Enable(false, "Needs a dual trigger");
-  EXPECT_EQ(faceOf("Meas1"), "Conditions|1|Measurement|Needs a dual trigger");
-  EXPECT_EQ(faceOf("Compare10"), "Conditions|10|Comparison|Needs a dual trigger");
-  EXPECT_EQ(faceOf("Grouping"), "Conditions|0|Grouping of the conditions|Needs a dual trigger");
+  set.Enable(false, "Needs a dual trigger.");
+  EXPECT_EQ(faceOf("Meas1"), "Conditions|1|Measurement|Needs a dual trigger.");
+  EXPECT_EQ(faceOf("Compare10"), "Conditions|10|Comparison|Needs a dual trigger.");
+  EXPECT_EQ(faceOf("Grouping"), "Conditions|0|Grouping of the conditions|Needs a dual trigger.");
   set.Enable(true, {});
   use("Meas1", "(None)");
-  EXPECT_EQ(faceOf("Grouping"), "Conditions|0|Grouping of the conditions|Needs a condition");
+  EXPECT_EQ(faceOf("Grouping"), "Conditions|0|Grouping of the conditions|Needs a condition.");
 }
 
 TEST_F(ConditionsTest, ARowThatIsOnlyLookedAtStaysAsItIs) {

@@ -120,13 +120,13 @@ TEST_F(ConfigScreens, PortsOfTheOtherModeSayWhichModeTheyNeed) {
   };
   pick(screen, "ByteMode", "Bit-Write");
   for (const std::string_view name : {"Include9", "State2MeasureVar9", "BinaryMask3"}) {
-    EXPECT_EQ(whyNot(name), "Needs the port mode Byte") << name;
+    EXPECT_EQ(whyNot(name), "Needs the port mode Byte.") << name;
   }
   EXPECT_EQ(whyNot("State1MeasureVar3"), "");
-  EXPECT_EQ(whyNot("State1Compare3"), "Needs a measurement");
+  EXPECT_EQ(whyNot("State1Compare3"), "Needs a measurement.");
   pick(screen, "ByteMode", "Byte");
   for (const std::string_view name : {"Include3", "State1MeasureVar3", "State1Compare3"}) {
-    EXPECT_EQ(whyNot(name), "Needs the port mode Bit-Write") << name;
+    EXPECT_EQ(whyNot(name), "Needs the port mode Bit-Write.") << name;
   }
   EXPECT_EQ(whyNot("Include9"), "");
 }
