@@ -7,6 +7,7 @@
 #include <filesystem>
 
 #include "model/new_store.h"
+#include "platform/box.h"
 #include "support/cli_run.h"
 #include "support/fixed_clock.h"
 #include "support/memory_filesystem.h"
@@ -340,6 +341,16 @@ TEST(ScreenCommand, WritesTheProjectThatTheScriptLeft) {
   EXPECT_EQ(after, testing::ReadDisk(folder / "out/pump.VKG"));
   EXPECT_TRUE(Holds(after, "\r\nReps(1)= 4\r\nMeasType(1)=Diff\r\n"));
   EXPECT_TRUE(Holds(after, "\r\nRange(1)=200 mV\r\nRangeNo(1)= 20\r\n"));
+}
+
+TEST(Answers, AreNamedInAnyCase) {
+  using platform::Answer;
+  EXPECT_EQ(AnswerNamed("Yes"), Answer::kYes);
+  EXPECT_EQ(AnswerNamed("no"), Answer::kNo);
+  EXPECT_EQ(AnswerNamed("cancel"), Answer::kCancel);
+  EXPECT_EQ(AnswerNamed("OK"), Answer::kOk);
+  EXPECT_EQ(AnswerNamed("overwrite"), Answer::kOverwrite);
+  EXPECT_EQ(AnswerNamed("y"), std::nullopt);
 }
 
 TEST(ScreenCommand, AFaultWritesNothing) {
