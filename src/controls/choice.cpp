@@ -48,7 +48,7 @@ bool Choice::Pick(std::string_view item) {
     const Item& candidate = Items[at];
     if (!candidate.Enabled || !candidate.Visible || !isNamed(candidate, item)) continue;
     const bool same = static_cast<int>(at) == index_;
-    if (!same || PicksAgain || Owner().IsLoading()) PickAt(static_cast<int>(at));
+    if (!same || PicksAgain || owner().IsLoading()) PickAt(static_cast<int>(at));
     return true;
   }
   return false;

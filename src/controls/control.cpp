@@ -38,7 +38,7 @@ Opener::Opener(Screen& screen, std::string_view name, std::string_view opens, Wh
   screen.openers_.push_back(this);
 }
 
-Opener::~Opener() { std::erase(Owner().openers_, this); }
+Opener::~Opener() { std::erase(owner().openers_, this); }
 
 bool Opener::IsFor(std::string_view which) const {
   return which_.value.empty() || SameText(which_.value, Trim(which));

@@ -80,7 +80,7 @@ class Control {
   virtual bool Leave() { return true; }
 
  protected:
-  [[nodiscard]] Screen& Owner() const { return screen_; }
+  [[nodiscard]] Screen& owner() const { return screen_; }
   // Runs what the screen has bound to an event of this control; a failure is reported under the
   // names of screen, control and event.
   void fire(const std::function<void()>& handler, std::string_view event);

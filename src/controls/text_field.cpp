@@ -61,8 +61,8 @@ std::optional<std::string_view> TextField::refusalOf(std::string_view text) cons
 }
 
 void TextField::refuse(std::string_view why) {
-  Owner().Forms().Beep();
-  if (!why.empty()) Owner().Forms().SetHelpLine(std::string(why));
+  owner().Forms().Beep();
+  if (!why.empty()) owner().Forms().SetHelpLine(std::string(why));
 }
 
 void TextField::Key(char letter) {
@@ -100,7 +100,7 @@ void TextField::Escape() {
 bool TextField::Take() {
   std::string text = text_;
   if (!normalize(text)) {
-    Owner().Forms().Beep();
+    owner().Forms().Beep();
     return !Usable();
   }
   text_ = std::move(text);
