@@ -6,49 +6,16 @@
 #include <algorithm>
 #include <filesystem>
 
-#include "model/new_store.h"
 #include "platform/box.h"
 #include "support/cli_run.h"
-#include "support/fixed_clock.h"
-#include "support/memory_filesystem.h"
-#include "support/scripted_forms.h"
+#include "support/script_session.h"
 #include "support/temp_folder.h"
-#include "support/test_surroundings.h"
 #include "text/strings.h"
 
 namespace ostrand {
 namespace {
 
-// A session with a new project, worked at by scripts.
-class ScriptSession {
- public:
-  // Empty when the script went through, else what it stopped with.
-  std::string Play(std::string_view text) {
-    ScreenScript player(control, forms, text);
-    openNew();
-    const Result<> played = player.Run();
-    return played ? std::string() : played.ErrorText();
-  }
-
-  testing::MemoryFileSystem files;
-  testing::FixedClock clock;
-  testing::ScriptedForms inner;  // fails the test when a box reaches it
-  ScriptForms forms{inner};
-  testing::TestSurroundings around{files, clock, forms, "/tmp/"};
-  OstrandEvents nobodyListens;
-  std::unique_ptr<ProjectStore> store = NewStore();
-  Ostrand control{*store, around.all, nobodyListens};
-
- private:
-  // Opening it enables the buttons of the screens that a player has connected.
-  void openNew() {
-    if (!control.CurrentFileName().empty()) return;
-    files.files["/new.VKG"] = "[GEN VERSION]\r\nVersion=6.0\r\n";
-    bool cancelled = true;
-    control.OpenFile("/new.VKG", cancelled);
-    EXPECT_FALSE(cancelled);
-  }
-};
+using testing::ScriptSession;
 
 // ---- The scripts kept
 // -----------------------------------------------------------------------------

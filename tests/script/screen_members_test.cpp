@@ -1,0 +1,250 @@
+// Every member that a screen edits, set to two values through the screen and read back from the
+// saved project. The cases are in cases/members.txt, which says how they are written;
+// OSTRAND_RENEW_GOLDEN writes there what is saved now.
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <fstream>
+#include <map>
+#include <set>
+
+#include "model/defaults.h"
+#include "projectfile/genfile.h"
+#include "script/screen_catalog.h"
+#include "session/settings.h"
+#include "support/script_session.h"
+#include "support/temp_folder.h"
+#include "text/codepage.h"
+#include "text/number.h"
+#include "text/strings.h"
+
+namespace ostrand {
+namespace {
+
+using testing::ScriptSession;
+using Lines = std::vector<std::string>;
+
+const std::string kCases = OSTRAND_SOURCE_DIR "/tests/script/cases/members.txt";
+
+// The parts between separators, without blanks around them.
+Lines split(std::string_view text, std::string_view separator) {
+  Lines parts;
+  while (true) {
+    const std::size_t end = text.find(separator);
+    parts.emplace_back(Trim(text.substr(0, end)));
+    if (end == std::string_view::npos) return parts;
+    text.remove_prefix(end + separator.size());
+  }
+}
+
+std::string joined(const Lines& lines) {
+  std::string text;
+  for (const std::string& line : lines) text += line + "\n";
+  return text;
+}
+
+// A way to a control and two values for it.
+struct Case {
+  std::string row;  // as it is written
+  int line = 0;     // of it
+  Lines before;
+  std::string action;  // "pick Units"
+  Lines values;
+  Lines after;
+  std::string saved;  // the lines of the file that differ
+
+  [[nodiscard]] std::string Script(const std::string& value) const {
+    Lines lines = before;
+    lines.push_back(action + " " + value);
+    lines.insert(lines.end(), after.begin(), after.end());
+    const Lines played = lines;
+    for (const std::string& step : played) {
+      // Whoever leaves a calculator leaves its list.
+      if (step.starts_with("open ") && step != "open frmSolveList") lines.emplace_back("done");
+    }
+    return joined(lines);
+  }
+  // "frmVoltSetup.Units"
+  [[nodiscard]] std::string Control() const {
+    std::string screen;
+    for (const std::string& step : before) {
+      if (step.starts_with("open ")) screen = split(step, " ")[1];
+    }
+    return screen + "." + split(action, " ").at(1);
+  }
+};
+
+Case caseOf(const std::string& row, const Lines& way) {
+  Case made;
+  made.row = row;
+  made.before = way;
+  for (const std::string& part : split(row, "; ")) {
+    const std::size_t colon = part.find(": ");
+    if (!made.action.empty()) {
+      made.after.push_back(part);
+    } else if (colon == std::string::npos) {
+      made.before.push_back(part);
+    } else {
+      made.action = part.substr(0, colon);
+      made.values = split(part.substr(colon + 2), " | ");
+    }
+  }
+  EXPECT_EQ(made.values.size(), 2U) << row;
+  return made;
+}
+
+struct Cases {
+  std::vector<Case> cases;
+  std::map<std::string, std::string> notStored;  // controls and why
+};
+
+Cases readCases() {
+  Cases read;
+  Lines way;
+  int number = 0;
+  const Lines lines = split(testing::ReadDisk(kCases), "\n");
+  for (const std::string& line : lines) {
+    ++number;
+    if (line.empty() || line.starts_with("#")) continue;
+    if (line.starts_with("== ")) {
+      way = split(line.substr(3), "; ");
+    } else if (line.starts_with("[")) {
+      read.cases.back().saved += line + "\n";
+    } else if (way.front() == "not stored") {
+      const Lines parts = split(line, ": ");
+      EXPECT_EQ(parts.size(), 2U) << line;
+      for (const std::string& control : split(parts.front(), ", ")) {
+        read.notStored[control] = parts.back();
+      }
+    } else {
+      read.cases.push_back(caseOf(line, way));
+      read.cases.back().line = number;
+    }
+  }
+  return read;
+}
+
+// What the project file and the user's settings hold, as "[SECTION] key".
+using Saved = std::map<std::string, std::string>;
+
+Saved savedOf(ScriptSession& session) {
+  Saved saved;
+  std::string section;
+  const std::string file = ORVUS_GENFILE::ProjectFileText(*session.store, session.clock.Now());
+  for (const std::string& line : split(Utf8FromWindows1252(file), "\r\n")) {
+    if (line.starts_with("[")) section = line + " ";
+    const std::size_t equal = line.find('=');
+    if (equal == std::string::npos) continue;
+    saved[section + line.substr(0, equal)] = Trim(line.substr(equal + 1));
+  }
+  for (const auto& [name, rows] : session.around.settings.sections) {
+    for (const auto& [key, value] : rows) {
+      saved[std::string("[settings] ").append(key)] = Utf8FromWindows1252(value);
+    }
+  }
+  return saved;
+}
+
+std::string valueOf(const Saved& saved, const std::string& key) {
+  const auto found = saved.find(key);
+  if (found == saved.end()) return "none";
+  return found->second.empty() ? "blank" : found->second;
+}
+
+std::string differences(const Saved& one, const Saved& other) {
+  std::set<std::string> keys;
+  for (const Saved* saved : {&one, &other}) {
+    for (const auto& [key, value] : *saved) keys.insert(key);
+  }
+  std::string text;
+  for (const std::string& key : keys) {
+    if (valueOf(one, key) == valueOf(other, key)) continue;
+    text += key + "= " + valueOf(one, key) + " | " + valueOf(other, key) + "\n";
+  }
+  return text;
+}
+
+class ScreenMembers : public ::testing::Test {
+ protected:
+  ScreenMembers() {
+    const auto store = NewStore();
+    ORVUS_COMMON::SetLoggerConstants(*store);
+    ORVUS_COMMON::SetAllDefaults(*store);
+    MakeCatalogProject(*store);
+    store->Config.AutoChan = kFalse;  // so that a channel can be typed
+    store->Tables[6].TableOn = kTrue;
+    project_ = ORVUS_GENFILE::ProjectFileText(*store, testing::FixedClock().Now());
+  }
+
+  // What is saved after the control has got the value.
+  Saved after(const Case& made, const std::string& value) {
+    ScriptSession session(project_);
+    EXPECT_EQ(session.Play(made.Script(value)), "") << made.Script(value);
+    EXPECT_TRUE(session.control.UserSettings().SaveSettings());
+    return savedOf(session);
+  }
+
+  const Cases read_ = readCases();
+  std::string project_;
+};
+
+TEST_F(ScreenMembers, AreSavedWithWhatTheScreenSets) {
+  std::map<int, std::string> saved;
+  for (const Case& made : read_.cases) {
+    SCOPED_TRACE("members.txt:" + NumberText(made.line) + ": " + made.row);
+    const std::string differ =
+        differences(after(made, made.values[0]), after(made, made.values[1]));
+    EXPECT_NE(differ, "") << "the values make no difference";
+    EXPECT_EQ(differ, made.saved);
+    saved[made.line] = differ;
+  }
+  if (std::getenv("OSTRAND_RENEW_GOLDEN") == nullptr) return;
+  std::string text;
+  int number = 0;
+  for (const std::string& line : split(testing::ReadDisk(kCases), "\n")) {
+    ++number;
+    if (!line.starts_with("[")) text += line + "\n";
+    for (const std::string& key : split(saved[number], "\n")) {
+      if (!key.empty()) text += "  " + key + "\n";
+    }
+  }
+  std::ofstream(kCases, std::ios::binary) << text.substr(0, text.find_last_not_of('\n') + 2);
+}
+
+// The first row of a table and the last one stand for all.
+bool standsForOthers(const Screen& screen, const Control& control) {
+  if (control.Row <= 1) return true;
+  const std::string& name = control.Name();
+  const std::string stem = name.substr(0, name.find_last_not_of("0123456789") + 1);
+  return screen.Find(stem + NumberText(control.Row + 1)) == nullptr;
+}
+
+TEST_F(ScreenMembers, HaveACaseForEveryControlThatIsEdited) {
+  std::set<std::string> missing;
+  std::set<std::string> known;
+  for (const Case& made : read_.cases) known.insert(made.Control());
+  for (const auto& [control, why] : read_.notStored) {
+    EXPECT_FALSE(known.contains(control)) << control << " is stored";
+    EXPECT_NE(why, "") << control;
+  }
+  std::set<std::string> there;
+  ScriptSession session(project_);
+  EXPECT_EQ(session.Play(""), "");
+  VisitScreens(session.control, [&](Screen& screen) {
+    for (const Control* control : screen.Controls()) {
+      const bool edited =
+          control->Kind() >= ControlKind::kText && control->Kind() <= ControlKind::kCheck;
+      if (!edited) continue;
+      const std::string name = screen.Name() + "." + control->Name();
+      there.insert(name);
+      if (!standsForOthers(screen, *control)) continue;
+      if (!known.contains(name) && !read_.notStored.contains(name)) missing.insert(name);
+    }
+  });
+  for (const std::string& name : missing) ADD_FAILURE() << name << " has no case";
+  for (const auto& [control, why] : read_.notStored)
+    EXPECT_TRUE(there.contains(control)) << control;
+}
+
+}  // namespace
+}  // namespace ostrand

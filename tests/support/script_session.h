@@ -1,0 +1,49 @@
+// A session in memory that is worked at by screen scripts.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "model/new_store.h"
+#include "script/screen_script.h"
+#include "support/fixed_clock.h"
+#include "support/memory_filesystem.h"
+#include "support/scripted_forms.h"
+#include "support/test_surroundings.h"
+
+namespace ostrand::testing {
+
+class ScriptSession {
+ public:
+  // `project` is the text of its file.
+  explicit ScriptSession(std::string project = "[GEN VERSION]\r\nVersion=6.0\r\n") {
+    files.files["/new.VKG"] = std::move(project);
+  }
+
+  // Empty when the script went through, else what it stopped with.
+  std::string Play(std::string_view text) {
+    ScreenScript player(control, forms, text);
+    // Opening it enables the buttons of the screens that a player has connected.
+    if (control.CurrentFileName().empty()) {
+      bool cancelled = true;
+      control.OpenFile("/new.VKG", cancelled);
+      EXPECT_FALSE(cancelled);
+    }
+    const Result<> played = player.Run();
+    return played ? std::string() : played.ErrorText();
+  }
+
+  MemoryFileSystem files;
+  FixedClock clock;
+  ScriptedForms inner;  // fails the test when a box reaches it
+  ScriptForms forms{inner};
+  TestSurroundings around{files, clock, forms, "/tmp/"};
+  OstrandEvents nobodyListens;
+  std::unique_ptr<ProjectStore> store = NewStore();
+  Ostrand control{*store, around.all, nobodyListens};
+};
+
+}  // namespace ostrand::testing
