@@ -125,6 +125,34 @@ constexpr std::string_view kHelpEnd =
     "that writes nothing. SOURCE_DATE_EPOCH fixes the date and time in the files (UTC).\n"
     "Exit codes: 0 done, 1 a fault in a project or file, 2 wrong usage.\n";
 
+// Takes the option at `at`, moving on to its value; what is wrong with it, or nothing.
+std::string takeOption(const CommandRow& command, std::span<const std::string_view> arguments,
+                       std::size_t& at, CommandLine& line) {
+  const std::string_view argument = arguments[at];
+  const std::string_view name = argument.starts_with("--") ? Before(argument, "=") : argument;
+  const OptionRow* option = findOption(command, name);
+  if (option == nullptr) return "unknown option " + std::string(name);
+  const bool joined = name.size() < argument.size();
+  if (option->value.empty() && joined) return std::string(name) + " takes no value";
+  std::string_view value = After(argument, "=");
+  if (!option->value.empty() && !joined) {
+    if (++at == arguments.size()) return std::string(name) + " needs a value";
+    value = arguments[at];
+  }
+  if (option->take(line, value)) return {};
+  return std::string(name) + " takes " + std::string(option->value) + ", not \"" +
+         std::string(value) + "\"";
+}
+
+// What is wrong with the number of words, or nothing.
+std::string wordsFault(const CommandRow& command, const CommandLine& line) {
+  if (line.help) return {};
+  if (line.words.size() < command.minWords) return std::string(command.missing);
+  if (line.words.size() <= command.maxWords) return {};
+  if (command.maxWords == 1) return std::string(command.name) + " takes one file";
+  return "too many arguments: " + std::string(line.words[command.maxWords]);
+}
+
 }  // namespace
 
 std::string ReadArguments(const CommandRow& command, std::span<const std::string_view> arguments,
@@ -135,35 +163,13 @@ std::string ReadArguments(const CommandRow& command, std::span<const std::string
     if (optionsEnded || !argument.starts_with('-') || ToInt32(argument)) {
       if (Trim(argument).empty() && command.wordsAreFiles) return "empty file name";
       line.words.push_back(argument);
-      continue;
-    }
-    if (argument == "--") {
+    } else if (argument == "--") {
       optionsEnded = true;
-      continue;
-    }
-    const std::string_view name = argument.starts_with("--") ? Before(argument, "=") : argument;
-    const OptionRow* option = findOption(command, name);
-    if (option == nullptr) return "unknown option " + std::string(name);
-    const bool joined = name.size() < argument.size();
-    if (option->value.empty() && joined) return std::string(name) + " takes no value";
-    std::string_view value = After(argument, "=");
-    if (!option->value.empty() && !joined) {
-      if (++at == arguments.size()) return std::string(name) + " needs a value";
-      value = arguments[at];
-    }
-    if (!option->take(line, value)) {
-      return std::string(name) + " takes " + std::string(option->value) + ", not \"" +
-             std::string(value) + "\"";
+    } else if (std::string fault = takeOption(command, arguments, at, line); !fault.empty()) {
+      return fault;
     }
   }
-  if (line.help) return {};
-  if (line.words.size() < command.minWords) return std::string(command.missing);
-  if (line.words.size() > command.maxWords) {
-    return command.maxWords == 1
-               ? std::string(command.name) + " takes one file"
-               : "too many arguments: " + std::string(line.words[command.maxWords]);
-  }
-  return {};
+  return wordsFault(command, line);
 }
 
 ExitCode WrongUsage(std::string_view text, std::string_view name) {

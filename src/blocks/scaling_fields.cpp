@@ -11,7 +11,7 @@ void LimitUnits(UnitField& units, OrvusDataObjTypes kind, int block) {
   };
 }
 
-void BindScale(NumericField& field, std::function<float&()> member,
+void BindScale(NumericField& field, const std::function<float&()>& member,
                double (*step)(double value, bool up)) {
   field.OnTake = [&field, member] { member() = static_cast<float>(field.Value()); };
   field.OnSpin = [&field, member, step](bool up) {

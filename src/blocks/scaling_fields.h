@@ -13,7 +13,7 @@ void LimitUnits(UnitField& units, OrvusDataObjTypes kind, int block);
 
 // The field writes what it takes into a member of the block, and so do its spin buttons, whose
 // value `step` works out.
-void BindScale(NumericField& field, std::function<float&()> member,
+void BindScale(NumericField& field, const std::function<float&()>& member,
                double (*step)(double value, bool up));
 
 }  // namespace ostrand

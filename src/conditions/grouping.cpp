@@ -135,7 +135,6 @@ std::string DefaultGrouping(int rows) {
 std::string StoredGrouping(std::string_view line, int rows) {
   const std::string upper = Upper(Trim(line));
   if (upper.empty() || rows < 1) return DefaultGrouping(rows);
-  const auto IsLetter = [](char letter) { return letter >= 'A' && letter <= 'Z'; };
   std::string stored;
   for (std::size_t at = 0; at < upper.size(); ++at) {
     const char letter = upper[at];
