@@ -2,6 +2,8 @@
 // derived from the rules by hand, line by line.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <memory>
 #include <string>
 
 #include "documents/makewire.h"
@@ -19,34 +21,63 @@
 namespace ostrand {
 namespace {
 
-TEST(GoldenProject, GivesTheExactProgramAndDocumentsAndIsSavedAsItWasRead) {
-  const std::string source = OSTRAND_SOURCE_DIR;
-  for (const std::string name : {"engine-test-cell", "building-climate", "bridge-monitoring",
-                                 "weather-mast", "vehicle-test", "thermal-survey"}) {
-    SCOPED_TRACE(name);
-    const auto expectGolden = [&](const std::string& made, const std::string& extension) {
-      EXPECT_EQ(made, testing::ReadDisk(source + "/tests/golden/" + name + extension));
-    };
-    const auto store = NewStore();
-    ORVUS_COMMON::SetAllDefaults(*store);
-    ORVUS_COMMON::SetLoggerConstants(*store);
-    const std::string project = testing::ReadDisk(source + "/examples/" + name + ".VKG");
-    EXPECT_EQ(ORVUS_GENFILE::ReadProjectText(*store, project).skipped, 0);
-    platform::PosixFileSystem files;
-    testing::FixedClock clock;
-    testing::ScriptedForms forms;
-    EXPECT_EQ(ORVUS_GENFILE::ProjectFileText(*store, clock.Now()), project);
-    SAVEDLD generator(*store, files, clock, forms);
-    generator.BaseName(name);
-    const DocumentHead head = {name, clock.Now()};
-    expectGolden(generator.ProgramText(), ".VKP");
-    expectGolden(TableDescriptionText(*store, head), ".VKD");
-    expectGolden(WiringText(*store, generator.Channels(), head), ".VKW");
-    PlainText summary;
-    EXPECT_TRUE(Summarize(*store, {.projectName = name}, summary, forms));
-    expectGolden(summary.Text(), ".summary");
+const std::string kSource = OSTRAND_SOURCE_DIR;
+
+class GoldenProject : public ::testing::TestWithParam<std::string> {
+ protected:
+  GoldenProject() {
+    ORVUS_COMMON::SetAllDefaults(*store_);
+    ORVUS_COMMON::SetLoggerConstants(*store_);
+    skipped_ = ORVUS_GENFILE::ReadProjectText(*store_, project_).skipped;
+    generator_.BaseName(name_);
   }
+
+  void expectGolden(const std::string& made, const std::string& extension) {
+    EXPECT_EQ(made, testing::ReadDisk(kSource + "/tests/golden/" + name_ + extension));
+  }
+
+  const std::string name_ = GetParam();
+  const std::string project_ = testing::ReadDisk(kSource + "/examples/" + name_ + ".VKG");
+  std::unique_ptr<ProjectStore> store_ = NewStore();
+  int skipped_ = 0;  // lines of the project
+  platform::PosixFileSystem files_;
+  testing::FixedClock clock_;
+  testing::ScriptedForms forms_;
+  const DocumentHead head_ = {name_, clock_.Now()};
+  SAVEDLD generator_{*store_, files_, clock_, forms_};
+};
+
+TEST_P(GoldenProject, IsSavedAsItWasRead) {
+  EXPECT_EQ(skipped_, 0);
+  EXPECT_EQ(ORVUS_GENFILE::ProjectFileText(*store_, clock_.Now()), project_);
 }
+
+TEST_P(GoldenProject, GivesTheProgram) { expectGolden(generator_.ProgramText(), ".VKP"); }
+
+TEST_P(GoldenProject, GivesTheTableDescription) {
+  expectGolden(TableDescriptionText(*store_, head_), ".VKD");
+}
+
+TEST_P(GoldenProject, GivesTheWiring) {
+  generator_.ProgramText();
+  expectGolden(WiringText(*store_, generator_.Channels(), head_), ".VKW");
+}
+
+TEST_P(GoldenProject, GivesTheSummary) {
+  PlainText summary;
+  EXPECT_TRUE(Summarize(*store_, {.projectName = name_}, summary, forms_));
+  expectGolden(summary.Text(), ".summary");
+}
+
+INSTANTIATE_TEST_SUITE_P(Of, GoldenProject,
+                         ::testing::Values("engine-test-cell", "building-climate",
+                                           "bridge-monitoring", "weather-mast", "vehicle-test",
+                                           "thermal-survey"),
+                         [](const auto& project) {
+                           std::string name = project.param;
+                           std::replace(name.begin(), name.end(), '-', '_');
+                           return name;
+                         });
 
 }  // namespace
 }  // namespace ostrand

@@ -12,6 +12,7 @@
 #include "projectfile/genfile.h"
 #include "script/screen_catalog.h"
 #include "session/settings.h"
+#include "support/saved_keys.h"
 #include "support/script_session.h"
 #include "support/temp_folder.h"
 #include "text/codepage.h"
@@ -21,6 +22,7 @@
 namespace ostrand {
 namespace {
 
+using testing::SavedKeys;
 using testing::ScriptSession;
 using Lines = std::vector<std::string>;
 
@@ -124,19 +126,10 @@ Cases readCases() {
   return read;
 }
 
-// What the project file and the user's settings hold, as "[SECTION] key".
-using Saved = std::map<std::string, std::string>;
-
-Saved savedOf(ScriptSession& session) {
-  Saved saved;
-  std::string section;
-  const std::string file = ORVUS_GENFILE::ProjectFileText(*session.store, session.clock.Now());
-  for (const std::string& line : split(Utf8FromWindows1252(file), "\r\n")) {
-    if (line.starts_with("[")) section = line + " ";
-    const std::size_t equal = line.find('=');
-    if (equal == std::string::npos) continue;
-    saved[section + line.substr(0, equal)] = Trim(line.substr(equal + 1));
-  }
+// What the project file and the user's settings hold.
+SavedKeys savedOf(ScriptSession& session) {
+  SavedKeys saved = testing::KeysOf(
+      Utf8FromWindows1252(ORVUS_GENFILE::ProjectFileText(*session.store, session.clock.Now())));
   for (const auto& [name, rows] : session.around.settings.sections) {
     for (const auto& [key, value] : rows) {
       saved[std::string("[settings] ").append(key)] = Utf8FromWindows1252(value);
@@ -145,21 +138,10 @@ Saved savedOf(ScriptSession& session) {
   return saved;
 }
 
-std::string valueOf(const Saved& saved, const std::string& key) {
-  const auto found = saved.find(key);
-  if (found == saved.end()) return "none";
-  return found->second.empty() ? "blank" : found->second;
-}
-
-std::string differences(const Saved& one, const Saved& other) {
-  std::set<std::string> keys;
-  for (const Saved* saved : {&one, &other}) {
-    for (const auto& [key, value] : *saved) keys.insert(key);
-  }
+std::string differences(const SavedKeys& one, const SavedKeys& other) {
   std::string text;
-  for (const std::string& key : keys) {
-    if (valueOf(one, key) == valueOf(other, key)) continue;
-    text += key + "= " + valueOf(one, key) + " | " + valueOf(other, key) + "\n";
+  for (const testing::KeyChange& change : testing::ChangedKeys(one, other)) {
+    text += change.key + "= " + change.before + " | " + change.after + "\n";
   }
   return text;
 }
@@ -177,7 +159,7 @@ class ScreenMembers : public ::testing::Test {
   }
 
   // What is saved after the control has got the value.
-  Saved after(const Case& made, const std::string& value) {
+  SavedKeys after(const Case& made, const std::string& value) {
     ScriptSession session(project_);
     EXPECT_EQ(session.Play(made.Script(value)), "") << made.Script(value);
     EXPECT_TRUE(session.control.UserSettings().SaveSettings());

@@ -23,11 +23,12 @@ std::string WrongStarts(const ProjectStore& store);
 // of them, and whether the reference temperature of the multiplexers is measured.
 std::string CountsOutOfLimits(const ProjectStore& store);
 
+// Times, channels and kinds of blocks that their screens don't allow, and times of bridges and
+// pulses other than they take.
+std::string ValuesOutOfLimits(const ProjectStore& store);
+
 // Room on the multiplexers and, under automatic selection, on the panel. The configuration can take
 // room away from blocks that are there already.
 std::string RoomOverdrawn(const ProjectStore& store);
-
-// All of them.
-std::string BrokenInvariants(const ProjectStore& store);
 
 }  // namespace ostrand::testing

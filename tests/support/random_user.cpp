@@ -34,6 +34,12 @@ std::string_view anyOf(RandomUser& user, const Words& words) {
   return words[static_cast<std::size_t>(user.Below(words.size()))];
 }
 
+// The answer that changes nothing.
+Answer unwilling(platform::Buttons buttons) {
+  if (buttons == platform::Buttons::kOk) return Answer::kOk;
+  return buttons == platform::Buttons::kOkCancel ? Answer::kCancel : Answer::kNo;
+}
+
 }  // namespace
 
 void RandomUser::note(std::string line) {
@@ -54,7 +60,19 @@ void RandomUser::edit(Screen& screen) {
   leave(screen);
 }
 
+// What is picked already changes nothing, but for the kind of a bridge.
+void RandomUser::pickAgain(Screen& screen) {
+  for (Control* control : screen.Controls()) {
+    auto* choice = dynamic_cast<Choice*>(control);
+    if (choice == nullptr || choice->Name() == "Style" || !choice->Usable()) continue;
+    moveFocus(screen, choice);
+    choice->Pick(choice->Text());
+  }
+  moveFocus(screen, nullptr);
+}
+
 void RandomUser::look(Screen& screen) {
+  pickAgain(screen);
   openAll(screen);
   // Screens of tables show one of six.
   auto* tables = dynamic_cast<Choice*>(screen.Find("Table"));
@@ -66,6 +84,7 @@ void RandomUser::look(Screen& screen) {
     if (screen.Name() != "frmCalculated") return screen.Cancel();
   }
   screen.Done();
+  if (screen.Result() == ModalResult::kNone) screen.Cancel();
   if (screen.Result() == ModalResult::kNone) leave(screen);
 }
 
@@ -165,10 +184,9 @@ std::string RandomUser::textFor(const Control& control) {
 }
 
 Answer RandomUser::ShowBox(const platform::MessageBox& box) {
-  ++boxes;
-  titles.insert(box.title);
   if (box.text.starts_with("Unexpected error")) trouble = box.text;
   const auto answer = [&] {
+    if (mood == Mood::kLooks) return unwilling(box.buttons);
     // Whoever insists on improper values has a program that can't be made.
     if (box.title == "CONTINUE WITH IMPROPER VALUES ?") return Answer::kNo;
     constexpr std::array kAnswers = {Answer::kYes, Answer::kNo, Answer::kCancel};

@@ -23,8 +23,9 @@ class RandomUser : public platform::Forms, public ScreenHost {
   // What the user does with the screens to come.
   enum class Mood {
     kEdits,  // anything
-    kLooks,  // opens every screen there is, edits nothing and leaves by Done, but calculators,
-             // whose Done is an edit, by Cancel
+    kLooks,  // opens every screen there is, picks what is picked, agrees to nothing and leaves by
+             // Done, or by Cancel where Done is refused; calculators, whose Done is an edit, by
+             // Cancel
   };
   Mood mood = Mood::kEdits;
 
@@ -40,8 +41,6 @@ class RandomUser : public platform::Forms, public ScreenHost {
   int actions = 0;                         // so far
   std::vector<std::string> log;            // the actions, as lines of a screen script
   std::set<std::string> screens;           // names of all that were shown
-  std::set<std::string> titles;            // of all boxes
-  int boxes = 0;                           // so far
   ModalResult ended = ModalResult::kNone;  // how the last screen of the main row did
   std::string trouble;                     // what was reported as a failure of the system
   std::string stuck;                       // the screen that could not be left
@@ -49,6 +48,7 @@ class RandomUser : public platform::Forms, public ScreenHost {
 
  private:
   void edit(Screen& screen);
+  void pickAgain(Screen& screen);
   void look(Screen& screen);
   void act(Screen& screen);
   void openAny(Screen& screen);

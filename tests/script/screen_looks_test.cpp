@@ -1,0 +1,168 @@
+// Whoever opens every screen of a project, edits nothing and leaves by Done has the same project
+// afterwards, but for what a table below lists.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <set>
+
+#include "model/new_store.h"
+#include "projectfile/genfile.h"
+#include "screens/setup_screens.h"
+#include "session/ostrand.h"
+#include "support/fixed_clock.h"
+#include "support/memory_filesystem.h"
+#include "support/project_random.h"
+#include "support/random_user.h"
+#include "support/saved_keys.h"
+#include "support/temp_folder.h"
+#include "support/test_surroundings.h"
+#include "text/number.h"
+
+namespace ostrand {
+namespace {
+
+// A key that the screens behind a button renew.
+struct Renewed {
+  int button;
+  std::string_view key;
+  std::string_view value;  // what it becomes; empty for any
+};
+constexpr Renewed kRenewed[] = {
+    // A code without an item becomes that of the first: no unit of an interval is -1, and the time
+    // that the power stays on is not given in days.
+    {kConfigurationButton, "PowerOffMins", "0"},
+    {kConfigurationButton, "PowerOnMins", "1"},
+    // The default level goes with its check.
+    {kConfigurationButton, "BattTripVolts", "11.5"},
+    // Whether the buffer of the scans holds more than the default.
+    {kExecutionButton, "ScanBuffer", ""},
+    // A table without conditions has them grouped as one.
+    {kTablesButton, "GroupWriteIf", "1"},
+    // The expression of a condition follows its variable.
+    {kTablesButton, "StartTrigIndvExpress", ""},
+    {kTablesButton, "StopTrigIndvExpress", ""},
+    // Under automatic selection a list of blocks gives all of them their starts.
+    {kThermocoupleButton, "StartTempChan", ""},
+    {kThermocoupleButton, "StartVoltChan", ""},
+    {kThermocoupleButton, "StartBrdgChan", ""},
+    // The time of a block is worked out on its setup.
+    {kThermocoupleButton, "BlockTime", ""},
+    {kVoltageButton, "BlockTime", ""},
+    {kBridgeButton, "BlockTime", ""},
+    {kPulseButton, "BlockTime", ""},
+    // A single-ended thermocouple is not tested for an open sensor, which its range says too; a
+    // check is stored as -1.
+    {kThermocoupleButton, "OpenSensDetect", "0"},
+    {kThermocoupleButton, "RangeNo", ""},
+    {kThermocoupleButton, "ReverseMes", "-1"},
+    {kBridgeButton, "OpenSensDetect", "-1"},
+    {kTK40MButton, "OpenSensDetect", "-1"},
+    // A strain bridge has its gauge factor for offset, and one for each sensor.
+    {kBridgeButton, "DefaultOffset", ""},
+    {kBridgeButton, "AliasGFactor", "0"},
+    // The screens have their own spelling.
+    {kBridgeButton, "MeasType", ""},
+    // A calculator whose record has no system begins with one.
+    {kPulseButton, "InUnits", "1"},
+    // A block that is calibrated on site says so by 1, and is public.
+    {kBridgeButton, "CalOnSite", "1"},
+    {kPulseButton, "SiteCal", "1"},
+    {kPulseButton, "Public", "-1"},
+};
+
+bool isRenewed(int button, const testing::KeyChange& change) {
+  const std::size_t begin = change.key.find("] ") + 2;
+  const std::string stem = change.key.substr(begin, change.key.find('(', begin) - begin);
+  return std::any_of(std::begin(kRenewed), std::end(kRenewed), [&](const Renewed& row) {
+    return row.button == button && row.key == stem &&
+           (row.value.empty() || row.value == change.after);
+  });
+}
+
+constexpr std::string_view kRandom = "random_";
+constexpr int kRandomProjects = 10;
+
+std::vector<std::string> projects() {
+  std::vector<std::string> names;
+  for (const std::string folder : {"/examples/", "/tests/samples/"}) {
+    for (const auto& entry : std::filesystem::directory_iterator(OSTRAND_SOURCE_DIR + folder)) {
+      if (entry.path().extension() == ".VKG")
+        names.push_back(folder + entry.path().stem().string());
+    }
+  }
+  std::sort(names.begin(), names.end());
+  for (int seed = 1; seed <= kRandomProjects; ++seed) {
+    names.push_back(std::string(kRandom) + NumberText(seed));
+  }
+  return names;
+}
+
+class EveryScreen : public ::testing::TestWithParam<std::string> {
+ protected:
+  void SetUp() override {
+    user_.mood = testing::RandomUser::Mood::kLooks;
+    ConnectSetupScreens(session_, user_);
+    files_.files["/any.VKG"] = project();
+    bool cancelled = false;
+    session_.OpenFile("/any.VKG", cancelled);
+    ASSERT_FALSE(cancelled);
+  }
+
+  static bool isRandom() { return GetParam().starts_with(kRandom); }
+  static std::string project() {
+    if (!isRandom()) return testing::ReadDisk(OSTRAND_SOURCE_DIR + GetParam() + ".VKG");
+    const auto store = NewStore();
+    testing::MakeRandomProject(
+        *store, static_cast<std::uint32_t>(*ToInt16(GetParam().substr(kRandom.size()))));
+    return ORVUS_GENFILE::ProjectFileText(*store, testing::FixedClock().Now());
+  }
+
+  std::string saved() { return ORVUS_GENFILE::ProjectFileText(session_.Store(), clock_.Now()); }
+  // The screens behind a button leave what they do not renew.
+  void expectToLeave(int button) {
+    const std::string before = saved();
+    session_.Click(button);
+    const std::string after = saved();
+    if (after == before) return;
+    const auto changes = testing::ChangedKeys(testing::KeysOf(before), testing::KeysOf(after));
+    EXPECT_FALSE(changes.empty()) << "the order of lines";
+    for (const testing::KeyChange& change : changes) {
+      EXPECT_TRUE(isRenewed(button, change)) << "button " << button << ", " << change.key << ": "
+                                             << change.before << " to " << change.after;
+    }
+  }
+
+  testing::RandomUser user_{1};
+  testing::MemoryFileSystem files_;
+  testing::FixedClock clock_;
+  testing::TestSurroundings around_{files_, clock_, user_, "/work"};
+  std::unique_ptr<ProjectStore> store_ = NewStore();
+  OstrandEvents nobodyListens_;
+  Ostrand session_{*store_, around_.all, nobodyListens_};
+};
+
+TEST_P(EveryScreen, LeavesTheProjectAsItIs) {
+  // A random project holds what no screen makes. The screens of blocks give it their form first.
+  const std::set<int> ofBlocks = {kThermocoupleButton, kVoltageButton, kBridgeButton, kPulseButton,
+                                  kTK40MButton};
+  for (int button = 0; isRandom() && button <= kExciteButton; ++button) {
+    if (ofBlocks.contains(button)) session_.Click(button);
+  }
+  for (int button = 0; button <= kExciteButton; ++button) expectToLeave(button);
+  // What is renewed once stays.
+  const std::string settled = saved();
+  for (int button = 0; button <= kExciteButton; ++button) session_.Click(button);
+  EXPECT_EQ(saved(), settled);
+  EXPECT_EQ(user_.stuck, "");
+  EXPECT_EQ(user_.trouble, "");
+}
+
+INSTANTIATE_TEST_SUITE_P(Of, EveryScreen, ::testing::ValuesIn(projects()), [](const auto& project) {
+  std::string name = project.param.substr(project.param.rfind('/') + 1);
+  std::replace(name.begin(), name.end(), '-', '_');
+  return name;
+});
+
+}  // namespace
+}  // namespace ostrand
