@@ -7,6 +7,7 @@
 #include <fstream>
 #include <map>
 #include <set>
+#include <utility>
 
 #include "model/defaults.h"
 #include "projectfile/genfile.h"
@@ -59,20 +60,44 @@ struct Case {
     Lines lines = before;
     lines.push_back(action + " " + value);
     lines.insert(lines.end(), after.begin(), after.end());
-    const Lines played = lines;
-    for (const std::string& step : played) {
-      // Whoever leaves a calculator leaves its list.
-      if (step.starts_with("open ") && step != "open frmSolveList") lines.emplace_back("done");
-    }
-    return joined(lines);
+    return joined(lines) + ways(lines, "done");
   }
-  // "frmVoltSetup.Units"
-  [[nodiscard]] std::string Control() const {
+  // Opens the screen again and leaves it.
+  [[nodiscard]] std::string Look() const {
+    Lines lines;
+    for (const std::string& step : before) {
+      if (step.starts_with("open ")) lines.push_back(step);
+    }
+    return joined(lines) + ways(lines, "cancel");
+  }
+  [[nodiscard]] std::string Screen() const {
     std::string screen;
     for (const std::string& step : before) {
       if (step.starts_with("open ")) screen = split(step, " ")[1];
     }
-    return screen + "." + split(action, " ").at(1);
+    return screen;
+  }
+  [[nodiscard]] std::string Control() const { return split(action, " ").at(1); }
+  // Whether the screen shows the value again: it does not when the value has been added to a list,
+  // nor when it chooses what the screen shows. Tables are shown from the first that is on.
+  [[nodiscard]] bool IsShownAgain() const {
+    static const std::set<std::string> kChoosers = {"Table", "TableOn", "Item", "ColorRow",
+                                                    "UserVarListTypes"};
+    const bool added = std::any_of(after.begin(), after.end(), [](const std::string& step) {
+      return step.starts_with("press ");
+    });
+    return !added && !kChoosers.contains(Control());
+  }
+
+ private:
+  // Out of all screens. Whoever leaves a calculator by Done leaves its list.
+  static std::string ways(const Lines& lines, const std::string& out) {
+    Lines ways;
+    for (const std::string& step : lines) {
+      const bool leftWithOther = out == "done" && step == "open frmSolveList";
+      if (step.starts_with("open ") && !leftWithOther) ways.push_back(out);
+    }
+    return joined(ways);
   }
 };
 
@@ -158,12 +183,21 @@ class ScreenMembers : public ::testing::Test {
     project_ = ORVUS_GENFILE::ProjectFileText(*store, testing::FixedClock().Now());
   }
 
-  // What is saved after the control has got the value.
+  // What is saved after the control has got the value. The screen shows it when it is opened again.
   SavedKeys after(const Case& made, const std::string& value) {
     ScriptSession session(project_);
+    std::string shown;
+    session.onEnd = [&](const Screen& screen) {
+      if (screen.Name() == made.Screen()) shown = screen.Find(made.Control())->Text();
+    };
     EXPECT_EQ(session.Play(made.Script(value)), "") << made.Script(value);
     EXPECT_TRUE(session.control.UserSettings().SaveSettings());
-    return savedOf(session);
+    SavedKeys saved = savedOf(session);
+    if (!made.IsShownAgain()) return saved;
+    const std::string before = std::exchange(shown, "");
+    EXPECT_EQ(session.Play(made.Look()), "") << made.Look();
+    EXPECT_EQ(shown, before);
+    return saved;
   }
 
   const Cases read_ = readCases();
@@ -204,7 +238,7 @@ bool standsForOthers(const Screen& screen, const Control& control) {
 TEST_F(ScreenMembers, HaveACaseForEveryControlThatIsEdited) {
   std::set<std::string> missing;
   std::set<std::string> known;
-  for (const Case& made : read_.cases) known.insert(made.Control());
+  for (const Case& made : read_.cases) known.insert(made.Screen() + "." + made.Control());
   for (const auto& [control, why] : read_.notStored) {
     EXPECT_FALSE(known.contains(control)) << control << " is stored";
     EXPECT_NE(why, "") << control;

@@ -35,9 +35,13 @@ std::string_view anyOf(RandomUser& user, const Words& words) {
 }
 
 // The answer that changes nothing.
-Answer unwilling(platform::Buttons buttons) {
-  if (buttons == platform::Buttons::kOk) return Answer::kOk;
-  return buttons == platform::Buttons::kOkCancel ? Answer::kCancel : Answer::kNo;
+Answer unwilling(const platform::MessageBox& box) {
+  // Whether to leave as it is what the screen does not like.
+  if (box.title == "DUPLICATE FLAGS" || box.title == "CONTINUE WITH IMPROPER VALUES ?") {
+    return Answer::kYes;
+  }
+  if (box.buttons == platform::Buttons::kOk) return Answer::kOk;
+  return box.buttons == platform::Buttons::kOkCancel ? Answer::kCancel : Answer::kNo;
 }
 
 }  // namespace
@@ -184,9 +188,10 @@ std::string RandomUser::textFor(const Control& control) {
 }
 
 Answer RandomUser::ShowBox(const platform::MessageBox& box) {
+  titles.insert(box.title);
   if (box.text.starts_with("Unexpected error")) trouble = box.text;
   const auto answer = [&] {
-    if (mood == Mood::kLooks) return unwilling(box.buttons);
+    if (mood == Mood::kLooks) return unwilling(box);
     // Whoever insists on improper values has a program that can't be made.
     if (box.title == "CONTINUE WITH IMPROPER VALUES ?") return Answer::kNo;
     constexpr std::array kAnswers = {Answer::kYes, Answer::kNo, Answer::kCancel};

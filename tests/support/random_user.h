@@ -41,6 +41,7 @@ class RandomUser : public platform::Forms, public ScreenHost {
   int actions = 0;                         // so far
   std::vector<std::string> log;            // the actions, as lines of a screen script
   std::set<std::string> screens;           // names of all that were shown
+  std::set<std::string> titles;            // of all boxes
   ModalResult ended = ModalResult::kNone;  // how the last screen of the main row did
   std::string trouble;                     // what was reported as a failure of the system
   std::string stuck;                       // the screen that could not be left

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -25,7 +26,8 @@ class ScriptSession {
 
   // Empty when the script went through, else what it stopped with.
   std::string Play(std::string_view text) {
-    ScreenScript player(control, forms, text);
+    Player player(control, forms, text);
+    player.onEnd = onEnd;
     // Opening it enables the buttons of the screens that a player has connected.
     if (control.CurrentFileName().empty()) {
       bool cancelled = true;
@@ -36,6 +38,8 @@ class ScriptSession {
     return played ? std::string() : played.ErrorText();
   }
 
+  std::function<void(const Screen&)> onEnd = [](const Screen&) {};  // with each screen left
+
   MemoryFileSystem files;
   FixedClock clock;
   ScriptedForms inner;  // fails the test when a box reaches it
@@ -44,6 +48,17 @@ class ScriptSession {
   OstrandEvents nobodyListens;
   std::unique_ptr<ProjectStore> store = NewStore();
   Ostrand control{*store, around.all, nobodyListens};
+
+ private:
+  class Player : public ScreenScript {
+   public:
+    using ScreenScript::ScreenScript;
+    void ShowModal(Screen& screen) override {
+      ScreenScript::ShowModal(screen);
+      onEnd(screen);
+    }
+    std::function<void(const Screen&)> onEnd;
+  };
 };
 
 }  // namespace ostrand::testing
