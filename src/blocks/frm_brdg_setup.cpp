@@ -159,7 +159,7 @@ void frmBrdgSetup::load() {
 void frmBrdgSetup::onStyle() {
   const int style = Style.Index();
   const int before = kind_;
-  const bool changed = style != before && !IsLoading();
+  const bool changed = style != before;
   kind_ = style;
   takeKind(style, changed);
   scaleByKind(style, before, changed);
