@@ -127,9 +127,9 @@ TEST_F(BridgeScreen, AnIntegrationIsRoundedWhereTheProjectHasNone) {
     i32 typed;
     i32 taken;
   };
-  constexpr Case cases[] = {{0, 100},       {99, 100},     {101, 200},  {201, 250},
-                            {251, 750},     {750, 750},    {751, 1250}, {15700, 16250},
-                            {15750, 15750}, {99999, 15750}};
+  constexpr Case cases[] = {{0, 100},    {100, 100},     {101, 200},     {200, 200},
+                            {201, 250},  {250, 250},     {251, 750},     {750, 750},
+                            {751, 1250}, {15700, 16250}, {15750, 15750}, {99999, 15750}};
   give(1, 0, 1, 1);
   for (const Case& row : cases) {
     block(1).Integration = 2;  // the mark of a project without a time
