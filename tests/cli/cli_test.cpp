@@ -81,7 +81,8 @@ TEST_F(Cli, ManPageCoversTheHelp) {
   for (const auto line : Split(Before(After(help, "Commands:\n"), "\n\n"), '\n')) {
     const std::string command(Before(line.substr(2), " "));
     if (!Holds(manPage, "\n.B ostrand " + command)) missing += command + "\n";
-    for (const auto word : Split(RunOstrand({"help", command}).out, ' ')) {
+    const std::string options = RunOstrand({"help", command}).out;
+    for (const auto word : Split(options, ' ')) {
       if (!word.starts_with("--")) continue;
       std::string option = "\\-\\-" + std::string(Before(word.substr(2), "\n"));
       if (option == "\\-\\-no-sync") option = "\\-\\-no\\-sync";
