@@ -22,7 +22,7 @@ class Choice : public Control {
 
   Choice(Screen& screen, std::string_view name) : Control(screen, ControlKind::kDropDown, name) {}
   std::function<void()> OnPick;  // after a pick
-  // Whether picking the picked item again fires too. Otherwise it changes nothing.
+  // Whether picking the picked item again fires events too. Otherwise it changes nothing.
   bool PicksAgain = false;
 
   std::vector<Item> Items;  // counted from 0
@@ -31,15 +31,15 @@ class Choice : public Control {
 
   // Index of the picked item, -1 for none.
   [[nodiscard]] int Index() const { return index_; }
-  // Sets it without any event; an index outside of the list picks none.
+  // Sets it without events; an index outside the list picks none.
   void Index(int index);
-  // Picks as a click would. An index outside of the list picks none and fires nothing.
+  // Picks like a click. An index outside the list picks none and fires nothing.
   void PickAt(int index);
   [[nodiscard]] std::string Text() const override;
-  // An item by its text, ignoring case and blanks around it, whether it can be picked or not; null
-  // when there is none.
+  // The item with this text, ignoring case and surrounding blanks, even if it cannot be picked;
+  // null when there is none.
   [[nodiscard]] const Item* Find(std::string_view item) const;
-  // Picks the first item of that text that can be picked; false when there is none.
+  // Picks the first available item with this text; false when there is none.
   bool Pick(std::string_view item) override;
 
  private:

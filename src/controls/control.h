@@ -1,6 +1,6 @@
-// The controls of a screen, without a toolkit: what a user sees of them and what they can do.
-// A setter that is named as its property is silent; one that is named as an action of the user
-// (`Pick`, `Check`, `Press`) fires events.
+// The controls of a screen, independent of a toolkit: what a user sees of them and what they do. A
+// setter named after its property fires no events; one named after a user action (`Pick`, `Check`,
+// `Press`) does.
 #pragma once
 
 #include <functional>
@@ -11,7 +11,7 @@ namespace ostrand {
 
 class Screen;
 
-// What a host shows a control as. It also says which class a control is.
+// How a host shows a control; also identifies its class.
 enum class ControlKind {
   // Label
   kLabel,    // a text
@@ -28,13 +28,13 @@ enum class ControlKind {
   kTable,     // a list whose items have columns
   // CheckBox
   kCheck,
-  kLamp,  // on or off, and not for the user to change
+  kLamp,  // on or off, read-only
   // Button
   kButton
 };
 
-// A part of a screen, known by its name. A control belongs to the screen that it was made for and
-// lives as long. Whoever shows it asks for text, caption and state after each action.
+// A named part of a screen. A control belongs to the screen it was made for and lives as long.
+// Hosts read text, caption and state again after each action.
 class Control {
  public:
   Control(Screen& screen, ControlKind kind, std::string_view name);
@@ -43,17 +43,17 @@ class Control {
   Control& operator=(const Control&) = delete;
 
   [[nodiscard]] ControlKind Kind() const { return kind_; }
-  // Another kind of the same class.
+  // Sets another kind of the same class.
   void Kind(ControlKind kind) { kind_ = kind; }
   [[nodiscard]] const std::string& Name() const { return name_; }
 
-  // Shown beside or on it; "&" marks an access key.
+  // Shown beside or on the control; "&" marks an access key.
   std::string Caption;
   std::string ToolTip;
-  // The heading of the controls that belong together.
+  // The heading of a group of controls.
   std::string Group;
-  // From 1 for one of several that repeat: they are the rows of a table, named by their group, with
-  // a column for each caption. 0 for a control that does not repeat.
+  // Row number from 1 for repeated controls: the rows of a table named after their group, with a
+  // column for each caption. 0 for a control that does not repeat.
   int Row = 0;
   // Why it cannot be used while it is disabled or hidden, as a sentence. Openers always say why.
   std::string WhyDisabled;
@@ -67,22 +67,21 @@ class Control {
   // What it shows: its text, the item picked, "on" or "off".
   [[nodiscard]] virtual std::string Text() const = 0;
 
-  // What a user does with it; false when this kind of control has no such use. The focus must be
-  // here already.
+  // User actions; false when this kind of control does not support the action. The control must
+  // already have the focus.
   virtual bool TypeText(std::string_view /*keys*/) { return false; }
   virtual bool Pick(std::string_view /*item*/) { return false; }
   virtual bool Check(bool /*on*/) { return false; }
   virtual bool Spin(bool /*up*/) { return false; }
   virtual bool Press() { return false; }
 
-  // The focus arrives, or is about to leave; false keeps it here.
+  // Called when the focus arrives or is about to leave; false keeps it here.
   virtual void Enter() {}
   virtual bool Leave() { return true; }
 
  protected:
   [[nodiscard]] Screen& owner() const { return screen_; }
-  // Runs what the screen has bound to an event of this control; a failure is reported under the
-  // names of screen, control and event.
+  // Runs the handler of an event; reports a failure under the names of screen, control and event.
   void fire(const std::function<void()>& handler, std::string_view event);
 
  private:
@@ -91,14 +90,14 @@ class Control {
   std::string name_;
 };
 
-// A text that the screen sets.
+// A text set by the screen.
 class Label : public Control {
  public:
   Label(Screen& screen, std::string_view name) : Control(screen, ControlKind::kLabel, name) {}
   [[nodiscard]] std::string Text() const override { return text_; }
   void Text(std::string_view text) { text_ = text; }
 
-  // It goes on and off every 500 milliseconds, to warn.
+  // Blinks every 500 milliseconds as a warning.
   bool Flashes = false;
 
  private:
@@ -119,8 +118,8 @@ class Opener : public Button {
  public:
   // Distinguishes openers of the same screen.
   struct Which {
-    std::string value;      // "2" for the second block; empty for the only one
-    std::string_view name;  // of numbered ones: "block"
+    std::string value;      // "2" for the second block; empty for a single opener
+    std::string_view name;  // of a numbered opener: "block"
   };
   // `opens` is the name of the screen.
   Opener(Screen& screen, std::string_view name, std::string_view opens, Which which = {});
@@ -128,8 +127,7 @@ class Opener : public Button {
 
   [[nodiscard]] const std::string& Opens() const { return opens_; }
   [[nodiscard]] const Which& ForWhich() const { return which_; }
-  // Whether this is the opener that a user means; what they say is ignored where it is the only
-  // one.
+  // Whether this opener matches what the user named; always true for a single opener.
   [[nodiscard]] bool IsFor(std::string_view which) const;
 
  private:
@@ -143,10 +141,10 @@ class CheckBox : public Control {
   std::function<void()> OnClick;  // after a change
 
   [[nodiscard]] bool Checked() const { return checked_; }
-  // Sets it without any event.
+  // Sets it without events.
   void Checked(bool on) { checked_ = on; }
   [[nodiscard]] std::string Text() const override { return checked_ ? "on" : "off"; }
-  // Sets it as a click would; a state that it already has fires nothing.
+  // Sets it like a click; fires nothing when the state does not change.
   bool Check(bool on) override;
 
  private:

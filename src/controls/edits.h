@@ -5,8 +5,8 @@
 
 namespace ostrand {
 
-// The question when a list of measurements is left by Cancel with edits: Yes saves them, No drops
-// them, Cancel stays.
+// Asks when a list of measurements with edits is left by Cancel: Yes saves the edits, No drops
+// them, Cancel stays on the screen.
 platform::Answer AskSaveEdits(platform::Forms& forms);
 
 }  // namespace ostrand

@@ -8,7 +8,7 @@
 namespace ostrand {
 namespace {
 
-// The row that `name` is of the stem; nothing when it is none.
+// The row number of `name` if it has the stem; otherwise nothing.
 std::optional<int> rowOf(std::string_view name, std::string_view stem) {
   if (name.size() <= stem.size() || !SameText(name.substr(0, stem.size()), stem)) {
     return std::nullopt;

@@ -9,19 +9,19 @@
 
 namespace ostrand {
 
-// A row of such a table. A name that ends in "#" stands for all controls of that stem with a number
-// after it: they are the rows of a table, in the order of their numbers. Where the group has a "#"
-// too, each is in the group of its number instead: "Include2" of "Include#", "CAO#" is in "CAO2".
+// A row of such a table. A name that ends in "#" means all controls of that stem followed by a
+// number: the rows of a table, in numerical order. With a "#" in the group too, each control goes
+// into the group of its number: "Include2" of "Include#", "CAO#" into "CAO2".
 struct Face {
   std::string_view name;
   std::string_view group;
   std::string_view caption = {};                   // empty: the screen sets it
-  std::optional<ControlKind> kind = std::nullopt;  // that of the class where it is left out
+  std::optional<ControlKind> kind = std::nullopt;  // empty: that of the class
   std::string_view whyDisabled = {};               // empty: the screen sets it
 };
 
-// Gives the controls of the screen their faces; the last one of a control holds. A face without a
-// control, in a screen that has it in some cases only, is passed over.
+// Applies the faces to the controls of the screen; the last one for a control wins. Faces of
+// controls that the screen does not have are skipped.
 void Describe(Screen& screen, std::span<const Face> faces);
 
 }  // namespace ostrand

@@ -1,4 +1,4 @@
-// A field with a list: what it holds is typed or picked.
+// A field with a list: its text is typed or picked.
 #pragma once
 
 #include <string>
@@ -16,10 +16,10 @@ class ListField : public TextField {
 
   std::vector<std::string> Items;  // what can be picked
 
-  // The place of the text among the items, in any case of letters; -1 for a text that is none.
+  // Index of the text among the items, ignoring case; -1 when it is not one of them.
   [[nodiscard]] int ItemIndex() const;
-  // An item by its text, blanks around it and upper and lower case apart; it takes effect at once,
-  // unless the field holds it already.
+  // Picks an item by its text, ignoring case and surrounding blanks. Takes effect at once, unless
+  // the field already holds it.
   bool Pick(std::string_view item) override;
 };
 

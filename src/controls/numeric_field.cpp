@@ -17,7 +17,7 @@ bool isExponent(char letter) { return letter == 'e' || letter == 'E'; }
 bool isPoint(char letter) { return letter == '.'; }
 bool isSign(char letter) { return letter == '-' || letter == '+'; }
 
-// A number in the making: sign, digits with one point, and an exponent with a sign and up to
+// An incomplete number: sign, digits with one point, and an exponent with a sign and up to
 // `MaxExponentDigits`.
 template <int MaxExponentDigits>
 bool numberInTheMaking(std::string_view text) {
@@ -28,7 +28,7 @@ bool numberInTheMaking(std::string_view text) {
   if (isAt(at, isPoint)) ++at;
   while (isAt(at, IsDigit)) ++at;
   if (at == text.size()) return true;
-  // An exponent needs a digit or more than a point before it.
+  // An exponent needs a preceding digit, not just a point.
   const bool bare = at == start || (start == 0 && at == 1 && isPoint(text[0]));
   if (bare || !isExponent(text[at])) return false;
   if (isAt(++at, isSign)) ++at;
@@ -41,7 +41,7 @@ struct TypeRow {
   KeyFilter filter;
   double min;
   double max;
-  int digits;  // significant ones, 0 for whole numbers
+  int digits;  // significant digits, 0 for whole numbers
 };
 
 constexpr std::array<TypeRow, 5> kTypes = {{

@@ -14,31 +14,31 @@ bool SingleText(std::string_view text);
 
 enum class NumberType { kInteger, kLong, kByte, kSingle, kDouble };
 
-// A number within limits, shown in the form of its type. While it is typed each key is tested on
-// the text as it would become; when it takes effect it is brought within type and limits and
-// rewritten. A text that is not a number beeps and keeps the focus.
+// A number within limits, formatted by its type. Each key is checked against the resulting text.
+// When the text takes effect, the number is clamped to type and limits and reformatted. A text that
+// is not a number beeps and keeps the focus.
 class NumericField : public TextField {
  public:
   // Singles are shown to 7 significant digits, doubles to 10; integers whole.
   NumericField(Screen& screen, std::string_view name, NumberType type);
 
-  // The field's own limits, within those of the type.
+  // The field's limits, within those of the type.
   void Limits(double min, double max);
   [[nodiscard]] double Min() const { return min_; }
   [[nodiscard]] double Max() const { return max_; }
-  // Whether the field has its own limit at that end, or only that of the type.
+  // Whether the field has an explicit limit at that end, besides that of the type.
   [[nodiscard]] bool HasMin() const;
   [[nodiscard]] bool HasMax() const;
   // 2 to 9 for singles, 2 to 15 for doubles.
   void Digits(int digits) { digits_ = digits; }
-  // An empty field takes effect as it is.
+  // An empty field is accepted unchanged.
   bool MayBeBlank = false;
-  // Fractions are cut off, not rounded, when it takes effect.
+  // Fractions are truncated when the text takes effect.
   bool WholePart = false;
 
-  // The number of the present text; 0 if it is not a number.
+  // The number in the text; 0 if it is not a number.
   [[nodiscard]] double Value() const;
-  // Shows a number in the field's form, without limits and without any event.
+  // Shows a number in the field's format, without limits and events.
   void Value(double value);
 
  protected:

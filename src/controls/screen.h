@@ -1,4 +1,4 @@
-// A screen without a toolkit: its controls, what it opens, and how it ends.
+// A screen independent of a toolkit: its controls, what it opens, and how it ends.
 #pragma once
 
 #include <functional>
@@ -14,7 +14,7 @@
 
 namespace ostrand {
 
-// Shows a screen and comes back when it has ended: a desktop by a window, a script by its lines.
+// Shows a screen and returns when it has ended: a desktop in a window, a script by its lines.
 class ScreenHost {
  public:
   virtual ~ScreenHost() = default;
@@ -23,7 +23,7 @@ class ScreenHost {
 
 class ScreenFactory;
 
-// What every screen works with. All of it must outlive the screen.
+// What every screen works with. Everything here must outlive the screen.
 struct ScreenContext {
   ProjectStore& store;
   platform::Forms& forms;
@@ -32,7 +32,7 @@ struct ScreenContext {
   const OptionValues& options;
   i32 WarningMessageMask;
   const std::vector<i32>& UserVarListTypes;  // order of the kinds in lists of variables
-  TextFont* ConditionFont = nullptr;         // the user's; without it there is none to choose
+  TextFont* ConditionFont = nullptr;         // the user's; null when there is none to choose
 };
 
 enum class ModalResult { kNone, kDone, kCancel };
@@ -47,27 +47,28 @@ class Screen {
   [[nodiscard]] const std::string& Name() const { return name_; }
   std::string Caption;
 
-  // In the order in which they were made, which is that of the Tab key.
+  // In order of creation, which is the tab order.
   [[nodiscard]] const std::vector<Control*>& Controls() const { return controls_; }
-  // By its name, in any case; null when there is none.
+  // By name, ignoring case; null when there is none.
   [[nodiscard]] Control* Find(std::string_view name) const;
 
   // Its controls that open other screens.
   [[nodiscard]] const std::vector<Opener*>& Openers() const { return openers_; }
 
-  // The focus goes to a control, which takes what was typed where it was; false when it stays.
+  // Moves the focus to a control, after the text typed before takes effect; false when the focus
+  // stays.
   bool MoveFocus(Control* control);
   [[nodiscard]] Control* Focused() const { return focused_; }
 
-  // The two ways out. Each may refuse and leave the screen open. Done beeps while it is disabled.
+  // The two ways out. Each may refuse and leave the screen open. Done beeps while disabled.
   bool DoneEnabled = true;
   void Done();
   void Cancel();
   [[nodiscard]] ModalResult Result() const { return result_; }
-  // Ends it, whatever it holds; for hosts that go away.
+  // Ends the screen without conditions; for hosts that shut down.
   void End(ModalResult result) { result_ = result; }
 
-  // During load, clicks on options skip their side effects.
+  // While the screen loads, clicks on options skip their side effects.
   [[nodiscard]] bool IsLoading() const { return loading_ > 0; }
 
   [[nodiscard]] platform::Forms& Forms() const { return context_.forms; }
@@ -76,16 +77,16 @@ class Screen {
   [[nodiscard]] const ScreenContext& context() const { return context_; }
   [[nodiscard]] ProjectStore& store() const { return context_.store; }
 
-  // What a screen does on the way out; false keeps it open.
+  // Handlers of Done and Cancel; false keeps the screen open.
   virtual bool onDone() { return true; }
   virtual bool onCancel() { return true; }
 
   // Shows another screen until it ends; true when it ended with Done.
   bool showModal(Screen& screen);
-  // Runs a routine of the screen; a failure is reported under its name. False after one.
+  // Runs a routine of the screen and reports a failure under its name. False after a failure.
   bool guarded(std::string_view routine, const std::function<void()>& body);
 
-  // The screen is loading for the time of this object.
+  // Marks the screen as loading for the lifetime of this object.
   class Loading {
    public:
     explicit Loading(Screen& screen) : screen_(screen) { ++screen_.loading_; }

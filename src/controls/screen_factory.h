@@ -1,4 +1,4 @@
-// The one way from a screen to another: by name, with what the other screen works on.
+// How screens open other screens: by name, with the data to work on.
 #pragma once
 
 #include <memory>
@@ -8,8 +8,8 @@
 
 namespace ostrand {
 
-// A screen that is wanted. Its data is a plain struct that the room of the screen, or one below,
-// declares; who opens the screen knows that struct and not the screen.
+// A request for a screen. Its data is a plain struct declared in the folder of that screen or one
+// below; the caller knows the struct, not the screen.
 class ScreenRequest {
  public:
   explicit ScreenRequest(std::string_view screen) : screen_(screen) {}
@@ -37,12 +37,12 @@ class RequestWith final : public ScreenRequest {
 class ScreenFactory {
  public:
   virtual ~ScreenFactory() = default;
-  // Null for a screen that it does not have, or not with such data.
+  // Null for an unknown screen or unsuitable data.
   [[nodiscard]] virtual std::unique_ptr<Screen> Make(const ScreenContext& context,
                                                      ScreenRequest& request) const = 0;
 };
 
-// A screen by its name, with its data, which outlives it; null as above.
+// A screen by name. The data must outlive it; null as above.
 std::unique_ptr<Screen> MakeScreen(const ScreenContext& context, std::string_view screen);
 template <class Data>
 std::unique_ptr<Screen> MakeScreen(const ScreenContext& context, std::string_view screen,

@@ -51,7 +51,7 @@ void TextField::change(std::string text) {
 
 std::optional<std::string_view> TextField::refusalOf(std::string_view text) const {
   if (text.empty()) return std::nullopt;
-  // What an old project has brought along does not keep its text from being edited.
+  // An invalid text from an old project can still be edited.
   if (marksIn(text) > marksIn(text_)) return kSectionMarkHelp;
   if (std::any_of(text.begin(), text.end(), isControl)) return kOneLineHelp;
   if (text.size() > std::max(MaxLetters, text_.size())) return "";
@@ -92,7 +92,7 @@ void TextField::Clear() {
 
 void TextField::Escape() {
   change(before_);
-  // What Enter has put into effect since is taken back when the focus goes.
+  // Undoes what Enter has applied since.
   typed_ = text_ != taken_;
   selected_ = true;
 }
@@ -119,7 +119,7 @@ bool TextField::TypeText(std::string_view keys) {
 
 bool TextField::Spin(bool up) {
   if (!OnSpin) return false;
-  // The buttons are beside the field: the focus leaves it for them, and returns with their value.
+  // The buttons are beside the field: they take the focus, and it returns with their value.
   if (!Leave()) return true;
   fire([&] { OnSpin(up); }, up ? "SpinUp" : "SpinDown");
   Enter();
