@@ -1,12 +1,12 @@
-// What a screen puts back when it does not end with Done.
+// What a screen restores when it does not end with Done.
 #pragma once
 
 #include <memory>
 
 namespace ostrand {
 
-// Holds a part of the project as it was, while a screen edits it in place. The edits go with this
-// object, unless they were to stay.
+// A copy of a part of the project that a screen edits in place. The destructor restores it, unless
+// the edits were kept.
 template <class Part>
 class Backup {
  public:
@@ -16,11 +16,11 @@ class Backup {
   Backup& operator=(const Backup&) = delete;
 
   [[nodiscard]] const Part& Before() const { return *before_; }
-  // What is there now is what is put back.
+  // Restores the present state from here on.
   void Retake() { *before_ = live_; }
-  // The edits stay.
+  // Keeps the edits.
   void Keep() { over_ = true; }
-  // Once; later calls do nothing.
+  // Restores once; later calls do nothing.
   void PutBack() {
     if (!over_) live_ = *before_;
     over_ = true;

@@ -32,7 +32,7 @@ ConditionFontControls::ConditionFontControls(Screen& screen, TextFont* font,
   FontSize.OnTake = [this] { take(); };
 }
 
-// A style that is none of the list stays until another one is picked.
+// An unlisted style stays until another one is picked.
 void ConditionFontControls::take() {
   if (font_ == nullptr) return;
   if (!Trim(FontName.Text()).empty()) font_->Name = Trim(FontName.Text());

@@ -12,12 +12,12 @@
 
 namespace ostrand {
 
-// Controls "FontName", "FontStyle" and "FontSize". A choice is the user's at once, however the
-// screen ends: it is no part of the project.
+// Controls "FontName", "FontStyle" and "FontSize". A choice takes effect at once and Cancel does
+// not undo it: the font is not part of the project.
 class ConditionFontControls {
  public:
-  // Sets the font of `lines` now and after each choice. Without a font of the user's to choose, a
-  // null one, the controls are disabled. Font and lines outlive the controls.
+  // Sets the font of `lines` now and after each choice. A null font disables the controls. Font and
+  // lines must outlive the controls.
   ConditionFontControls(Screen& screen, TextFont* font,
                         std::initializer_list<GroupingField*> lines);
 

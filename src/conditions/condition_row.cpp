@@ -23,7 +23,7 @@ bool startsWith(std::string_view text, std::string_view head) {
   return SameText(text.substr(0, head.size()), head);
 }
 
-// "True" or "False" for a text that is one of them in any case; empty for any other.
+// "True" or "False" for a text that equals one of them in any case; empty for any other.
 std::string_view logicWord(std::string_view text) {
   for (const std::string_view word : {kTrueWord, kFalseWord}) {
     if (SameText(text, word)) return word;
@@ -122,8 +122,8 @@ void ConditionControls::Describe(std::string_view group, int row, std::string_vi
   Expression.Kind(ControlKind::kCode);
 }
 
-// Lists the measurements, with one of them picked. One that is no longer available is listed last,
-// so that a row that is only looked at loses nothing.
+// Lists the measurements and picks one. A measurement that no longer exists is added at the end, so
+// that viewing a row loses nothing.
 void ConditionControls::showMeasurement(std::string_view name) {
   MeasVar.Items.clear();
   MeasVar.Items.reserve(variables_.Names().size() + 2);
@@ -143,7 +143,7 @@ void ConditionControls::showMeasurement(std::string_view name) {
   picked_ = place;
 }
 
-// Lists what the kind of the measurement can be compared with.
+// Lists the values that suit the kind of the measurement.
 void ConditionControls::showKind(bool logic) {
   const Compares compares = logic ? Compares(kLogicCompares) : offer_.compares;
   Compare.Items.clear();
@@ -163,7 +163,7 @@ void ConditionControls::showKind(bool logic) {
 void ConditionControls::Load(const ConditionRow& row) {
   setting_ = true;
   row_ = row;
-  // A row of an older project has its expression alone.
+  // A row of an older project has only its expression.
   const std::string_view measurement = Trim(row.MeasVar).empty() ? row.Expression : row.MeasVar;
   showMeasurement(Trim(measurement));
   Compare.Items.clear();

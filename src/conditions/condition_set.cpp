@@ -105,26 +105,26 @@ bool ConditionSet::acceptGrouping(std::string& line) {
   const int count = Count();
   if (count == 0) return true;
   if (const auto fault = FindGroupingFault(line, count)) {
-    tell(fault->title, fault->text);
+    report(fault->title, fault->text);
     return false;
   }
   if (InVariables().size() > kMaxExpression) {
-    tell("EXPRESSION TOO LONG", JoinLines({"The total length for a conditional logic expression",
-                                           "may not exceed 490 characters. This size limit is",
-                                           "based on the expression size after alias names have",
-                                           "been replaced with their actual variable names."}));
+    report("EXPRESSION TOO LONG", JoinLines({"The total length for a conditional logic expression",
+                                             "may not exceed 490 characters. This size limit is",
+                                             "based on the expression size after alias names have",
+                                             "been replaced with their actual variable names."}));
     return false;
   }
   line = StoredGrouping(line, count);
   return true;
 }
 
-// Rows are filled from the first on, and emptying one empties those behind it.
+// Rows are filled in order, and emptying one empties those after it.
 bool ConditionSet::allowPick(int n) {
   if (rows_[n]->Valid()) {
     for (int before = 1; before < n; ++before) {
       if (rows_[before]->Valid()) continue;
-      tell("CONDITION SETUP ERROR", "You must create your conditions in ascending order.");
+      report("CONDITION SETUP ERROR", "You must create your conditions in ascending order.");
       return false;
     }
     const int flagNumber = FlagOfVariable(rows_[n]->MeasVar.Text());
@@ -137,7 +137,7 @@ bool ConditionSet::allowPick(int n) {
                           "Continue?",
                           platform::Buttons::kYesNo);
   if (answer != platform::Answer::kYes) return false;
-  for (int behind = n + 1; behind <= kConditions; ++behind) rows_[behind]->Clear();
+  for (int after = n + 1; after <= kConditions; ++after) rows_[after]->Clear();
   return true;
 }
 
@@ -147,8 +147,8 @@ void ConditionSet::onEdit() {
   if (OnEdit) OnEdit();
 }
 
-// A line that joins all rows by OR goes on to do so. One of the user's own stays as long as it
-// names only rows that are there.
+// A line that joins all rows by OR is extended to new rows. A line typed by the user stays as long
+// as all its rows exist.
 void ConditionSet::renewGrouping() {
   const int count = Count();
   enableGrouping();
@@ -161,7 +161,7 @@ void ConditionSet::renewGrouping() {
   grouped_ = count;
 }
 
-void ConditionSet::tell(std::string_view title, std::string text) {
+void ConditionSet::report(std::string_view title, std::string text) {
   ShowWarning(screen_.Forms(), title, std::move(text));
 }
 

@@ -18,17 +18,17 @@
 
 namespace ostrand {
 
-// The most characters of an expanded line with its rows in parentheses and variables for aliases.
+// Maximum length of an expanded line, with rows in parentheses and variables in place of aliases.
 inline constexpr std::size_t kMaxExpression = 490;
 
-// The field of the grouping line. One that can not be taken is told in a box and keeps the focus.
+// The field of the grouping line. An invalid line is reported in a box and keeps the focus.
 class GroupingField : public TextField {
  public:
   using TextField::TextField;
 
-  TextFont Font;  // to show it in; without a name the host's own
+  TextFont Font;  // to show it in; the host's font when it has no name
 
-  // Brings the line into its form; false after a box that told what is wrong.
+  // Normalizes the line; false after a box that reported a fault.
   std::function<bool(std::string& line)> Accept;
 
  protected:
@@ -38,36 +38,36 @@ class GroupingField : public TextField {
 // Up to ten rows and their grouping line.
 class ConditionSet {
   using Rows = Row<std::unique_ptr<ConditionControls>, 1, kConditions>;
-  Rows rows_;  // made before the line below them
+  Rows rows_;  // created before the line below them
 
  public:
-  // Names of controls by the number of the row, from 1; those of the two below the rows.
+  // Names of controls by row number, from 1, and of the two below the rows.
   struct Names {
     std::string_view group;  // heading
     std::function<ConditionControlNames(int row)> row;
     std::string grouping;
     std::string expression;
   };
-  // `firstCompare` is the place in the list that empty rows start with.
+  // `firstCompare` is the initial comparison of empty rows, as an index in the list.
   ConditionSet(Screen& screen, const ConditionVariables& variables, const Names& names,
                int firstCompare = 0);
 
-  // Row `n`, from 1 to kConditions; any other raises Fault 9.
+  // Row `n`, from 1 to kConditions; any other number raises Fault 9.
   [[nodiscard]] ConditionControls& operator[](int n) { return *rows_[n]; }
   GroupingField Grouping;
   Label Expression;  // of all rows, with alias names
 
   std::function<void()> OnEdit;
-  // A flag, from 1, was picked for a row.
+  // Called when a flag, from 1, was picked for a row.
   std::function<void(int flagNumber)> OnFlag;
 
-  // `count` rows are in use; those behind them are shown empty.
+  // Loads `count` rows; those after them are shown empty.
   void Load(std::span<const ConditionRow> rows, int count, std::string_view grouping);
-  // Whether the user may edit it, and why not; it is usable to begin with.
+  // Whether the user may edit it, and why not; initially enabled.
   void Enable(bool enabled, std::string_view whyDisabled);
-  // Rows in use: those in front of the first empty one.
+  // Number of rows in use: those before the first empty one.
   [[nodiscard]] int Count() const;
-  // A row as it is stored, from 1; one that is not in use is empty.
+  // A row as it is stored, from 1; empty when not in use.
   [[nodiscard]] ConditionRow Stored(int n) const;
   [[nodiscard]] std::string StoredLine() const { return StoredGrouping(Grouping.Text(), Count()); }
 
@@ -75,9 +75,9 @@ class ConditionSet {
   [[nodiscard]] std::string InVariables() const { return expanded(false); }
   [[nodiscard]] std::string InAliases() const { return expanded(true); }
 
-  // Tests the line and the length of the whole; false after a box that told what is wrong.
+  // Checks the line and the total length; false after a box that reported a fault.
   bool Check();
-  // Shows code made of it in a box, if it passes the test.
+  // Shows the code made from the expression in a box, if the expression is valid.
   void View(std::string_view title, std::string text);
 
  private:
@@ -89,14 +89,14 @@ class ConditionSet {
   void onEdit();
   void renewGrouping();
   void enableGrouping();
-  void tell(std::string_view title, std::string text);
+  void report(std::string_view title, std::string text);
 
   Screen& screen_;
   const ConditionVariables& variables_;
   bool enabled_ = true;
   std::string whyDisabled_;
   int firstCompare_;
-  int grouped_ = 0;  // rows when the line was last renewed
+  int grouped_ = 0;  // rows at the last update of the line
 };
 
 }  // namespace ostrand

@@ -11,32 +11,32 @@
 
 namespace ostrand {
 
-// The variables that a row can name. Users see aliases; the program text and what is stored of an
-// expression name the element of the block, so that renaming an alias leaves them valid.
+// The variables that a row can name. Users see aliases; the program text and stored expressions
+// name the element of the block, so that renaming an alias leaves them valid.
 class ConditionVariables {
  public:
-  // The kinds to list, in their order (VariableKind); none for all.
+  // The kinds to list, in this order (VariableKind); empty for all.
   ConditionVariables(const ProjectStore& store, std::span<const i32> kinds);
 
-  // As users see them, in the order of the lists.
+  // As users see them, in list order.
   [[nodiscard]] const std::vector<std::string>& Names() const { return names_; }
-  // The place in Names() of a name or of an element that a name stands for, in any case of
-  // letters; -1 when there is none.
+  // Index in Names() of a name, or of the name for an element, ignoring case; -1 when there is
+  // none.
   [[nodiscard]] int Find(std::string_view name) const;
 
-  // "VBlk1(2)" for the alias, and "VBlk1(1)" for the array, of a value of a block; any other name
-  // as it is.
+  // The element for a value of a block: "VBlk1(2)" for its alias, "VBlk1(1)" for the array. Other
+  // names are returned unchanged.
   [[nodiscard]] std::string Variable(std::string_view name) const;
-  // The same for all names in an expression, and back to what users see.
+  // Converts all names in an expression, to elements and back to what users see.
   [[nodiscard]] std::string InVariables(std::string_view expression) const;
   [[nodiscard]] std::string InAliases(std::string_view expression) const;
 
  private:
   struct Entry {
     std::string name;
-    std::string element;  // empty for what is no value of a block
+    std::string element;  // empty for a name outside blocks
   };
-  // The element that a name stands for; nothing for any other name.
+  // The element for a name; nothing for names outside blocks.
   [[nodiscard]] std::optional<std::string> elementOf(std::string_view name) const;
 
   std::vector<std::string> names_;

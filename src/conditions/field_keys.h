@@ -1,4 +1,4 @@
-// Small rules that fields of setup screens share.
+// Small rules shared by fields of setup screens.
 #pragma once
 
 #include <string>
@@ -8,16 +8,16 @@
 
 namespace ostrand {
 
-// What is put right while a field is typed into; to be called from OnChange.
-// Zeros at the head of a number go as soon as more follows.
+// Corrections while a field is typed into, called from OnChange. Removes leading zeros as soon as
+// more digits follow.
 void DropLeadingZeros(TextField& field);
-// A number is kept within limits; a text that is none yet may go on, and so may zeros.
+// Clamps a number to limits; leaves incomplete numbers and zeros.
 void LimitWhileTyped(NumericField& field, double min, double max);
 
-// What a field says without its fraction, within a whole number's limits.
+// The number in a field, without its fraction, clamped to the limits of a whole number.
 i32 WholePart(const NumericField& field);
 
-// A click on the spin button of a multiplier or an offset: to whole numbers from the first on.
+// One click on the spin button of a multiplier or an offset; the first click drops the fraction.
 double SteppedToWhole(double value, bool up);
 
 }  // namespace ostrand

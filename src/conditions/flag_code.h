@@ -1,4 +1,4 @@
-// What the program does with outputs that conditions switch between two states.
+// Program code of outputs that conditions switch between two states.
 #pragma once
 
 #include <string>
@@ -12,7 +12,7 @@ namespace ostrand {
 std::string TwoStateCode(std::string_view condition1, std::string_view statement1,
                          std::string_view condition2, std::string_view statement2);
 
-// The code that sets flag `number`, from 1, as the flags screen drives it.
+// The code for flag `number`, from 1, as the flags screen sets it.
 std::string FlagCode(const ProjectStore& store, int number);
 
 }  // namespace ostrand

@@ -1,4 +1,4 @@
-// Flags that two settings want for themselves.
+// Flags claimed by two settings.
 #pragma once
 
 #include <string>
@@ -8,21 +8,22 @@
 
 namespace ostrand {
 
-// Tells that the flags screen drives the flag, from 1, that is to start bursts.
+// Reports that the flags screen drives the flag, from 1, that is to start bursts.
 void ShowBurstFlagNotice(platform::Forms& forms, int flagNumber);
 
-// Asks whether tables that use the flag as their write, file mark or full flag should let it go.
-// True for Yes; false also when there is none, without a box.
+// Asks whether to release the flag from tables that use it as write, file mark or full flag. True
+// for Yes; false for No, and without a box when no table uses it.
 bool AskToFreeTables(platform::Forms& forms, const ProjectStore& store, int flagNumber);
 void FreeTables(ProjectStore& store, int flagNumber);
 
-// The same of blocks that are zeroed by the flag.
+// The same for blocks that the flag zeroes.
 bool AskToFreeZeroBlocks(platform::Forms& forms, const ProjectStore& store, int flagNumber);
 void FreeZeroBlocks(ProjectStore& store, int flagNumber);
 
-// Flags that tables in use have more than once, a line with its end for each pair; empty for none.
+// Flags used more than once by tables in use, one line with its line end for each pair; empty for
+// none.
 std::string DuplicateTableFlags(const TableSetup& tables);
-// Whether a table in use has the flag, from 1.
+// Whether a table in use uses the flag, from 1.
 bool TablesInUseHaveFlag(const TableSetup& tables, int flagNumber);
 
 }  // namespace ostrand

@@ -12,7 +12,7 @@ using Lines = std::vector<std::string>;
 bool isMonitored(const ProjectStore& store, int flagNumber) {
   const Configuration& config = store.Config;
   if (config.MonitorPower[kMonitorStatus] == kFalse) return false;
-  // A row names its flag in front of the state: "3 T".
+  // A row names its flag before the state: "3 T".
   for (int row = 1; row <= std::min<int>(config.StatusMonCount, kStatusRows); ++row) {
     if (Val(config.Status[row][4]) == flagNumber) return true;
   }

@@ -1,4 +1,4 @@
-// Flags that screens offer, and who else in the project uses them.
+// Flags that screens offer, and their other users in the project.
 #pragma once
 
 #include <array>
@@ -16,7 +16,7 @@ namespace ostrand {
 // What a table uses flags for.
 struct TableFlag {
   i16 OutputTable::*number;  // of the flag; 0 for none
-  std::string_view role;     // among the users of a flag
+  std::string_view role;     // in lists of the users of a flag
   std::string_view name;     // on the screen of the tables
 };
 inline constexpr std::array<TableFlag, 3> kTableFlags = {{
@@ -27,25 +27,25 @@ inline constexpr std::array<TableFlag, 3> kTableFlags = {{
 
 inline constexpr std::string_view kStatusMonitorUser = "Status Monitor";
 inline constexpr std::string_view kScanBurstUser = "Scan Burst";
-// A use by a table or by a block that is zeroed, both from 1. The kinds of blocks are
+// A use by a table or by a block that is zeroed, both numbered from 1. The kinds of blocks are
 // ORVUS_DOBJ_BLK_VOLT, _BRIDGE and _TK40M.
 std::string TableFlagUser(int table, const TableFlag& use);
 std::string ZeroFlagUser(OrvusDataObjTypes kind, int block);
 
-// Uses of a flag, from 1, as boxes list them: "Table 1 Run Flag", "Voltage Block 2". A table that
-// is off counts as well.
+// Uses of a flag, from 1, as boxes list them: "Table 1 Run Flag", "Voltage Block 2". Includes
+// tables that are off.
 std::vector<std::string> TablesWithFlag(const ProjectStore& store, int flagNumber);
 std::vector<std::string> BlocksZeroedBy(const ProjectStore& store, int flagNumber);
 
-// Fills a list of zero flags: "None", then the flags by their numbers, so that the place is the
+// Fills a list of zero flags: "None", then the flags in order, so that the index is the flag
 // number. Flags that tables use are disabled.
 void SetZeroFlagItems(Choice& list, const ProjectStore& store);
 
-// Tells about a flag that the flags screen drives.
+// Reports a flag that the flags screen drives.
 void ShowFlagInformation(platform::Forms& forms, std::string text);
 
-// A flag that other settings drive got one more user: the user is told which they are. `self` is
-// the new one, as boxes list it; the one of a condition is not listed.
+// Reports the users of a flag that got one more user. `self` is the new user as boxes list it; the
+// user of a condition is not listed.
 void CheckFlagUsage(platform::Forms& forms, const ProjectStore& store, int flagNumber,
                     std::string_view self = {});
 

@@ -40,7 +40,7 @@ constexpr std::string_view kOff = "gray";
 
 struct SourceKind {
   OrvusDataObjTypes type;
-  std::string_view kind;  // to the calculators
+  std::string_view kind;  // for the calculators
 };
 constexpr std::array<SourceKind, 5> kSourceKinds = {{
     {ORVUS_DOBJ_BLK_TEMP, "Temp"},
@@ -158,7 +158,7 @@ std::string frmFldName::elementOf(std::size_t at) const {
   return block_.name + "(" + NumberText(static_cast<int>(at) + 1) + ")";
 }
 
-// Why a sensor of these does not fit into the program; units of the block take no space.
+// Why one of these sensors does not fit into the program; units of the block take no space.
 std::string_view frmFldName::whyNot(std::size_t at, std::string_view alias,
                                     std::string_view units) const {
   ValueName value{
@@ -172,7 +172,7 @@ std::string_view frmFldName::whyNot(std::size_t at, std::string_view alias,
 }
 
 float frmFldName::valueOf(const RepAlias& row, const Number& column) const {
-  // Gauge factors that were not set by hand are filled up with zeros.
+  // Gauge factors not set by hand are padded with zeros.
   const bool filler = block_.gaugeFactor && column.byHand == kOffsetByHand &&
                       (ExceptionsOf(row) & kOffsetByHand) == 0;
   if (filler) return block_.defaults.Offset;
@@ -259,7 +259,7 @@ AliasRenames frmFldName::renames() const {
   return found;
 }
 
-// Asks only where a condition is affected.
+// Asks only when a condition is affected.
 bool frmFldName::agreedTo(const AliasRenames& renames) {
   if (!ConditionsUse(store().Tables, renames)) return true;
   return Ask(Forms(), "ALIAS CHANGE IMPACTS TRIGGER CONDITIONS",

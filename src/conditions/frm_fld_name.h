@@ -14,17 +14,17 @@
 
 namespace ostrand {
 
-// Edits copies of the rows, which their owner gets at Done. A cell that shows the block's default
-// is kept blank; one that differs from it is marked as set by hand. Conditions of tables get new
-// names at Done as well; who shows the screen puts them back when the block is cancelled.
+// Edits copies of the rows, which their owner receives at Done. A cell that shows the block's
+// default is stored blank; one that differs from it is marked as set by hand. Done also renames
+// conditions of tables; the caller restores them when the block is cancelled.
 class frmFldName final : public Screen {
  public:
-  // The aliases of the block must outlive the screen. Where no calculator serves its sensors,
-  // "SOLVE" is disabled.
+  // The aliases of the block must outlive the screen. "SOLVE" is disabled for sensors without a
+  // calculator.
   frmFldName(const ScreenContext& context, FieldNamesRequest block);
 
-  // A sensor, from 1: "FieldName1", "AliasName1", "AliasUnits1", "AliasMult1", "AliasOffset1" (of
-  // strain "AliasGFactor1"), "Solve1", "Reset1".
+  // A sensor, from 1: "FieldName1", "AliasName1", "AliasUnits1", "AliasMult1", "AliasOffset1"
+  // ("AliasGFactor1" for strain), "Solve1", "Reset1".
   struct Sensor {
     Sensor(Screen& screen, int number, bool gaugeFactor);
     Label FieldName;
@@ -74,7 +74,7 @@ class frmFldName final : public Screen {
   void solve(std::size_t at);
   void forEach(const std::function<void(std::size_t)>& change);
 
-  // Why no calculator serves the sensors; empty when one does.
+  // Why the sensors have no calculator; empty when they have one.
   [[nodiscard]] std::string_view whyNoCalculator() const;
   [[nodiscard]] std::string elementOf(std::size_t at) const;
   [[nodiscard]] AliasRenames renames() const;

@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::string_view kSyntaxTitle = "GROUPING SYNTAX ERROR";
 
-// Reads a grouping line from left to right up to its first fault.
+// Parses a grouping line from left to right up to its first fault.
 class GroupingReader {
  public:
   GroupingReader(std::string_view line, int lastRow) : line_(line), lastRow_(lastRow) {}
@@ -116,7 +116,7 @@ class GroupingReader {
   std::size_t at_ = 0;
   int open_ = 0;
   Last last_ = Last::kNothing;
-  bool joinable_ = false;  // there is a number on the left that a word must join to the next one
+  bool joinable_ = false;  // a word may follow that joins the number on the left to the next
   std::optional<GroupingFault> fault_;
 };
 

@@ -8,26 +8,26 @@
 
 namespace ostrand {
 
-// What is wrong with a grouping line, as its box says it.
+// A fault in a grouping line, as its box reports it.
 struct GroupingFault {
   std::string_view title;
   std::string text;
 };
 
-// The first fault of a line that joins the rows 1 to `lastRow`; nothing for a good one. Positions
-// count from 1, blanks included; the end of the line is the one behind its last character. A blank
-// line is good: it stands for the default.
+// The first fault of a line that joins the rows 1 to `lastRow`; nothing for a valid one. Positions
+// count from 1, blanks included; a fault at the end is positioned after the last character. A blank
+// line is valid: it means the default.
 std::optional<GroupingFault> FindGroupingFault(std::string_view line, int lastRow);
 
 // "1", "1 OR 2 OR 3".
 std::string DefaultGrouping(int rows);
 
-// A good line as it is stored, which is how the program gets it: upper case, a blank on either side
-// of its words, numbers without leading zeros. A blank line gives the default.
+// A valid line in its stored form, which the program uses: upper case, a blank on either side of
+// its words, numbers without leading zeros. A blank line gives the default.
 std::string StoredGrouping(std::string_view line, int rows);
 
-// The line with its numbers replaced by rows, which are counted from 1; a number without a row
-// stays. Users see each row in parentheses, the program has them bare.
+// Replaces the numbers of the line by rows, counted from 1; a number without a row stays. Users see
+// each row in parentheses, the program has none.
 enum class RowForm { kBare, kInParentheses };
 std::string ExpandGrouping(std::string_view line, std::span<const std::string> rows, RowForm form);
 

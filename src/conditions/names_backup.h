@@ -1,4 +1,4 @@
-// Renamed sensors, and how screens take the renaming back.
+// Renamed sensors, and how screens undo the renaming.
 #pragma once
 
 #include <string>
@@ -8,8 +8,8 @@
 
 namespace ostrand {
 
-// Holds the texts of a project that name variables as they were. A renaming goes with this object,
-// unless it was to stay.
+// A copy of the texts of a project that name variables. The destructor undoes renaming, unless it
+// was kept.
 class NamesBackup {
  public:
   explicit NamesBackup(ProjectStore& store) : store_(store) {
@@ -21,9 +21,9 @@ class NamesBackup {
   NamesBackup(const NamesBackup&) = delete;
   NamesBackup& operator=(const NamesBackup&) = delete;
 
-  // The new names stay.
+  // Keeps the new names.
   void Keep() { over_ = true; }
-  // Once; later calls do nothing.
+  // Restores once; later calls do nothing.
   void PutBack() {
     if (!over_) {
       auto before = before_.begin();
@@ -45,7 +45,7 @@ class NamesBackup {
   };
 
   ProjectStore& store_;
-  std::vector<Text> before_;  // that were not empty, in the order of the visit
+  std::vector<Text> before_;  // non-empty texts, in the order of the visit
   bool over_ = false;
 };
 

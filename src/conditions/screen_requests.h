@@ -1,4 +1,4 @@
-// Requests for screens that several rooms open.
+// Requests for screens that several folders open.
 #pragma once
 
 #include <functional>
@@ -15,7 +15,7 @@ namespace ostrand {
 
 // ---- frmSolveList: the calculators of multiplier and offset -------------------------------------
 
-// Who asks for a calculator.
+// The source of a request for a calculator.
 struct SolveSource {
   std::string_view kind;            // of its inputs: "Volts", "TK40M", "Brdg", "Pulse", "Totalize",
                                     // "Temp", or "FieldGrid" for one repetition of a block
@@ -27,11 +27,11 @@ struct SolveSource {
 
 struct SolveRequest {
   SolveSource source;
-  DefaultScaling scaling;  // the present one, changed by the answer
+  DefaultScaling scaling;  // the present scaling; receives the answer
   bool answered = false;
 };
 
-// Lets the user find the scaling; false when they went without an answer.
+// Opens the calculators; false when the user left without an answer.
 bool SolveScaling(const ScreenContext& context, SolveRequest& request);
 
 // ---- frmFldName: names, units and scaling of single sensors -------------------------------------
@@ -44,10 +44,10 @@ struct FieldNamesRequest {
   DefaultScaling defaults;
   bool gaugeFactor = false;  // strain: the offset column is a gauge factor
   std::span<RepAlias> aliases;
-  bool calibrated = false;  // on site: multipliers and offsets are called after their values
-  // Of the calculators for one of them; without a kind it is that of the block.
+  bool calibrated = false;  // on site: multipliers and offsets are named after their values
+  // Source of the calculators for one repetition; without a kind that of the block.
   SolveSource solveSource = {};
-  // After the project has got the new names: renames what the screens keep in copies.
+  // Called after the names in the project changed: renames the copies that screens keep.
   std::function<void(const AliasRenames&)> onRename = {};
 };
 
@@ -67,7 +67,7 @@ struct ValueOutputsRequest {
   int number = 0;
 };
 
-// An item that has all outputs.
+// An item with the complete set of outputs.
 struct ItemOutputsRequest {
   std::string caption;
   std::string source;  // name in the program, as LevelStem gives it
