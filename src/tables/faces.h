@@ -12,7 +12,7 @@ extern const std::span<const Face> kOutIntFaces;
 extern const std::span<const Face> kTableTimesFaces;
 extern const std::span<const Face> kTrigTableFaces;
 extern const std::span<const Face> kWriteIfFaces;
-extern const std::span<const Face> kHistoFaces;  // what histogram, rainflow and level share
+extern const std::span<const Face> kHistoFaces;  // shared by histogram, rainflow and level
 extern const std::span<const Face> kHistogramFaces;
 extern const std::span<const Face> kRainHistoFaces;
 extern const std::span<const Face> kLevelFaces;

@@ -6,7 +6,7 @@
 
 namespace ostrand {
 
-// Done keeps them as `HistogramCode`: "bins,lower,upper,form,weight".
+// Done stores them as `HistogramCode`: "bins,lower,upper,form,weight".
 class frmHistogram final : public HistoNumberScreen {
  public:
   frmHistogram(const ScreenContext& context, const HistoTarget& target);

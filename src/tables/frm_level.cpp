@@ -33,7 +33,7 @@ constexpr int kMinLevels = 2;
 
 std::string valueText(float value) { return SignificantText(DecimalValue(value), 7); }
 
-// The name by which the program reads one value: an array is not a value, its element is.
+// The name by which the program reads one value: an element of an array, not the array.
 std::string valueName(const PickVariable& variable) {
   const bool isArray = variable.name + "(1)" == variable.element;
   return isArray ? variable.element : std::string(Trim(variable.name));
@@ -147,7 +147,7 @@ void frmLevel::load() {
   touched_ = false;
 }
 
-// Picks the measurement stored. One that is not listed is added, so that looking loses nothing.
+// Picks the stored measurement. An unlisted one is added, so that viewing loses nothing.
 void frmLevel::pickMeasurement() {
   const std::string_view name = Trim(target().histo.LevelMeasName);
   if (name.empty()) return;
@@ -198,7 +198,7 @@ bool frmLevel::onDone() {
   if (isTwo() && Tests.Count() < kMinLevels) {
     return refuse(kFewTitle, "There must be at least 2 values in 2nd Dim Boundaries.");
   }
-  // What was only looked at stays as it was written.
+  // An unedited text stays as written.
   if (touched_ || target().histo.LevelCode.empty()) target().histo = edited();
   UserCancelled = false;
   return true;

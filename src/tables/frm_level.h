@@ -12,18 +12,18 @@
 
 namespace ostrand {
 
-// What the arrays of an output's levels are named by: "VBlk1", the name of a CAN item, "Calc3".
+// The name stem of an output's level arrays: "VBlk1", the name of a CAN item, "Calc3".
 std::string LevelStem(const OutputSource& source);
 
-// `LevelCode` as the program gets it: the sizes and the arrays that hold the levels of both
+// `LevelCode` as the program uses it: the sizes and the arrays that hold the levels of both
 // dimensions, "3,2,VBlk11LC1(),VBlk11LC2()". One dimension has a second size of 1.
 std::string LevelCodeText(const HistoSet& histo, std::string_view stem, int table);
 
-// Values in ascending order, each once, at most kLevels.
+// Unique values in ascending order, at most kLevels.
 class LevelList {
  public:
-  // A field for a new value, the button that adds it, the list, and the button that takes the one
-  // picked away.
+  // A field for a new value, the button that adds it, the list, and the button that removes the
+  // picked value.
   LevelList(Screen& screen, std::string_view name, std::string_view toolTip);
 
   NumericField Entry;
@@ -54,7 +54,7 @@ class frmLevel final : public HistoScreen {
   Choice NumDims;    // "One Dimension", "Two Dimensions"
   LevelList Levels;  // "LevelVarOne", with "AddOne", "LevelsOne", "RemoveOne"
   LevelList Tests;   // "LevelVarTwo" and so on
-  Choice LevelMeas;  // the measurement of the second dimension
+  Choice LevelMeas;  // measurement of the second dimension
   Label Code;
 
  protected:
@@ -66,7 +66,7 @@ class frmLevel final : public HistoScreen {
   void pickMeasurement();
   void edit();
   [[nodiscard]] bool isTwo() const { return NumDims.Index() == 1; }
-  // What Done would keep.
+  // The text that Done stores.
   [[nodiscard]] HistoSet edited() const;
 
   std::string stem_;

@@ -24,13 +24,13 @@ using platform::Answer;
 using platform::Buttons;
 
 constexpr std::size_t kFilePrefix = 6;  // of a table's name, in the names of collected files
-constexpr int kDisplayTables = 8;       // that the list of the display offers
-constexpr i16 kScreenMode = 1;          // of the check of the intervals: a warning of this screen
+constexpr int kDisplayTables = 8;       // offered by the list of the display
+constexpr i16 kScreenMode = 1;          // mode of the interval check: a warning of this screen
 
-// Places in the list of locations.
+// Indexes in the list of locations.
 enum Location : int { kInternalItem, kFlashItem, kCardItem };
 
-// Scans per second are shown as finely as the unit of the interval asks for.
+// The unit of the interval determines the decimals of scans per second.
 std::string_view perSecMask(int unit) {
   if (unit <= ORVUS_TBLTIME_USECS) return "#,##0.0";
   return unit == ORVUS_TBLTIME_MSECS ? "#,##0.000" : "#,##0.00000";
@@ -75,7 +75,7 @@ void frmOutInt::setTexts() {
   OutInt.Limits(1, std::numeric_limits<i32>::max());
   OutIntUnits.SetItems({"uSecs", "mSecs", "Secs", "Mins", "hours", "Days"});
   Buffer.Limits(1, std::numeric_limits<i32>::max());
-  // This logger has no flash memory for tables, and a project keeps one card.
+  // This logger has no flash memory for tables, and a project has one card.
   TableLocation.SetItems({"Internal", "Flash", "PC Card"});
   TableLocation.Items[kFlashItem].Visible = false;
   PamCard.SetItems({"Card A", "Card B"});
@@ -90,7 +90,7 @@ void frmOutInt::setTexts() {
 }
 
 void frmOutInt::bind() {
-  // While a table is being shown the controls only follow it.
+  // While a table is loaded, its controls do not edit it.
   const auto bindBox = [this](CheckBox& box, i16 cOutputTable::*value, bool whenChecked = true) {
     box.OnClick = [this, &box, value, whenChecked] {
       if (IsLoading()) return;
@@ -175,7 +175,7 @@ void frmOutInt::showTable() {
   refresh();
 }
 
-// A table that is off is not saved, so nothing of it can be edited.
+// A table that is off is not saved, so it cannot be edited.
 void frmOutInt::refresh() {
   const cOutputTable& shown = table();
   for (Control* control : Controls()) control->Enabled = shown.Enabled;
@@ -196,7 +196,7 @@ void frmOutInt::refresh() {
   PerSec.Text(micros > 0 ? FormatNumber(1e6 / micros, perSecMask(unit)) : "?");
 }
 
-// The name of every table must be its own; one that is used already, or none, is not taken.
+// Names of tables are unique; a used or empty name is refused.
 void frmOutInt::onName() {
   const std::string name(Trim(TableName.Text()));
   if (name.empty()) {
@@ -241,7 +241,7 @@ void frmOutInt::warnSimilar(std::string_view name) {
   }
 }
 
-// Nothing is stored more finely than it is scanned.
+// A table cannot store more often than the scan runs.
 void frmOutInt::onUnits() {
   if (IsLoading()) return;
   const int finest = store().Scan.ExecTimeUnits;
@@ -276,7 +276,7 @@ bool frmOutInt::agreedToFlags() {
              Buttons::kYesNo) == Answer::kYes;
 }
 
-// The checks of tables look at the store; it gets its tables back when the user goes on editing.
+// The checks of tables read the store; it is restored when the user goes on editing.
 bool frmOutInt::keep() {
   TableSetup kept = std::exchange(store().Tables, edited());
   const CalcVarRefs none;
@@ -293,7 +293,7 @@ bool frmOutInt::keep() {
   return true;
 }
 
-// Of each flag of a table in use that the flags screen drives as well.
+// For each flag of a table in use that the flags screen also drives.
 void frmOutInt::reportFlagsInUse() {
   for (int f = 1; f <= kFlags; ++f) {
     if (store().Flags[f].FlagInclude == kFalse) continue;

@@ -12,7 +12,7 @@
 
 namespace ostrand {
 
-// Edits copies of the tables, one at a time, and keeps them at Done.
+// Edits copies of the tables, one at a time; Done stores them.
 class frmOutInt final : public Screen {
  public:
   explicit frmOutInt(const ScreenContext& context);
@@ -27,7 +27,7 @@ class frmOutInt final : public Screen {
   NumericField Buffer;
   CheckBox AutoSize;
   CheckBox FillStop;
-  CheckBox CalcTime;  // checked for compressed time, which the project keeps as 0
+  CheckBox CalcTime;  // checked for compressed time, which the project stores as 0
   Choice TableLocation;
   Choice PamCard;
   Choice FlagTable;
@@ -68,7 +68,7 @@ class frmOutInt final : public Screen {
 
   TableObjects tables_;
   i16 hdu7_ = 0;
-  TableSetup before_;  // what Done would have kept on opening
+  TableSetup before_;  // what Done would have stored on opening
 };
 
 }  // namespace ostrand

@@ -6,7 +6,7 @@
 
 namespace ostrand {
 
-// Done keeps them as `RainHistoCode`: "mean,amp,lower,upper,form".
+// Done stores them as `RainHistoCode`: "mean,amp,lower,upper,form".
 class frmRainHisto final : public HistoNumberScreen {
  public:
   frmRainHisto(const ScreenContext& context, const HistoTarget& target);

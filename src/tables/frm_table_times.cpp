@@ -38,7 +38,7 @@ frmTableTimes::frmTableTimes(const ScreenContext& context, const TableTimesReque
     field->OnTake = [this] { onTake(); };
   }
   AllTables.OnPress = [this] {
-    // With the records that are on the screen.
+    // Counts the records shown on the screen.
     const i32 kept = table_.NumRecs;
     if (DoneEnabled) table_.NumRecs = static_cast<i32>(records_);
     ShowTableTimes(Forms(), store(), tables_);

@@ -1,4 +1,4 @@
-// How many records a table needs for a time.
+// How many records a table needs for a period of time.
 #pragma once
 
 #include "controls/numeric_field.h"
@@ -7,14 +7,14 @@
 
 namespace ostrand {
 
-// Which of the tables; they outlive the screen.
+// The table to calculate for. The tables must outlive the screen.
 struct TableTimesRequest {
   TableObjects& tables;
   int table;  // from 1
 };
 
-// Done gives the records to the table. It is disabled while there would be none, or more than a
-// table can have.
+// Done sets the records of the table. It is disabled at 0 records, and above the maximum of a
+// table.
 class frmTableTimes final : public Screen {
  public:
   frmTableTimes(const ScreenContext& context, const TableTimesRequest& request);
@@ -24,8 +24,8 @@ class frmTableTimes final : public Screen {
   NumericField Minutes;
   NumericField Seconds;
   Label Buffer;      // records
-  Label TotalBytes;  // of all tables in the same place; flashes when they are too many
-  Label Space;       // of that place
+  Label TotalBytes;  // of all tables on the same medium; flashes when too many
+  Label Space;       // of that medium
   Label BurstNote;
   Button AllTables;
 
@@ -39,7 +39,7 @@ class frmTableTimes final : public Screen {
 
   TableObjects& tables_;
   cOutputTable& table_;
-  double records_ = 0;  // for the time wanted; not a number or past the limit of a table as well
+  double records_ = 0;  // for the time entered; can be NaN or past the limit of a table
 };
 
 }  // namespace ostrand

@@ -13,7 +13,7 @@
 namespace ostrand {
 namespace {
 
-// What the two states are called, and the comparison of their rows in a new project.
+// Names of the two states, and the comparison of their rows in a new project.
 struct StateNames {
   std::string_view prefix;  // of the controls
   std::string_view heading;
@@ -150,7 +150,7 @@ void frmTrigTable::showTimes() {
   show(AftTriggerScans, AftTriggerTime);
 }
 
-// A single trigger has no stop conditions; those that are there are kept for a dual one.
+// A single trigger has no stop conditions; existing ones are kept for a dual trigger.
 void frmTrigTable::showEvent() {
   Stop.Enable(!isSingle(), kNeedsDualTrigger);
   for (Button* button : {&ViewStop, &ListStop, &ListBoth}) button->Enabled = !isSingle();
@@ -183,7 +183,7 @@ bool frmTrigTable::onDone() {
   }
   if (!Start.Check() || (!isSingle() && !Stop.Check())) return false;
   table_->TriggerSingle = isSingle() ? kTrue : kFalse;
-  table_->TriggerDisable = DisableTrigger.Checked() ? 1 : 0;  // 1 is what calls the table again
+  table_->TriggerDisable = DisableTrigger.Checked() ? 1 : 0;  // the program compares with 1
   table_->TriggerScansPre = static_cast<i32>(PreTriggerScans.Value());
   table_->TriggerScansPost = static_cast<i32>(AftTriggerScans.Value());
   table_->TriggerNumber = static_cast<i16>(Start.Count());

@@ -12,19 +12,19 @@
 
 namespace ostrand {
 
-// Start conditions and, of a dual trigger, stop conditions of one table.
+// Start conditions of one table, and stop conditions if its trigger is dual.
 class frmTrigTable final : public Screen {
  public:
   explicit frmTrigTable(const ScreenContext& context);
-  // With the triggers of a table, which outlives the screen.
+  // Edits the triggers of a table, which must outlive the screen.
   frmTrigTable(const ScreenContext& context, cOutputTable& table);
 
-  // Shows the triggers of a table until the screen ends. Done writes them back and gives true;
-  // Cancel changes nothing.
+  // Shows the triggers of a table until the screen ends. Done stores them and returns true; Cancel
+  // changes nothing.
   bool SetTriggers(cOutputTable& table);
 
-  CheckBox SingleTrigger;   // else dual
-  CheckBox DisableTrigger;  // the table stores as if it had none
+  CheckBox SingleTrigger;   // otherwise dual
+  CheckBox DisableTrigger;  // the table stores as if it had no trigger
   NumericField PreTriggerScans;
   NumericField AftTriggerScans;
   Label PreTriggerTime;
@@ -36,10 +36,10 @@ class frmTrigTable final : public Screen {
 
  public:
   // Rows "StartMeasVar1", "StartCompare1", "StartTrigValue1", "StartTrigIndvExpress1" and so on;
-  // the line "DataEventCodeStart" and the whole "StartExpression". Stop likewise.
+  // the line "DataEventCodeStart" and the whole "StartExpression". The same names with "Stop".
   ConditionSet Start;
   ConditionSet Stop;
-  // The code as the logger gets it, and with alias names.
+  // The code for the logger, and with alias names.
   Button ViewStart;
   Button ViewStop;
   Button ListStart;

@@ -69,7 +69,7 @@ void frmWriteIf::load(cOutputTable& table) {
 bool frmWriteIf::onDone() {
   if (table_ == nullptr) return true;
   if (!Write.Check()) return false;
-  table_->WriteIfDisable = DisableWriteIf.Checked() ? 1 : 0;  // 1 is what calls the table again
+  table_->WriteIfDisable = DisableWriteIf.Checked() ? 1 : 0;  // the program compares with 1
   table_->WriteIfNumber = static_cast<i16>(Write.Count());
   table_->WriteIfGrpExpress = Write.StoredLine();
   for (int n = 1; n <= kConditions; ++n) {

@@ -14,14 +14,14 @@ namespace ostrand {
 class frmWriteIf final : public Screen {
  public:
   explicit frmWriteIf(const ScreenContext& context);
-  // With the write conditions of a table, which outlives the screen.
+  // Edits the write conditions of a table, which must outlive the screen.
   frmWriteIf(const ScreenContext& context, cOutputTable& table);
 
-  // Shows the write conditions of a table until the screen ends. Done writes them back and gives
-  // true; Cancel changes nothing. A table without conditions is always called.
+  // Shows the write conditions of a table until the screen ends. Done stores them and returns true;
+  // Cancel changes nothing. A table without conditions is always called.
   bool SetWriteIf(cOutputTable& table);
 
-  CheckBox DisableWriteIf;  // the table is called as if it had none
+  CheckBox DisableWriteIf;  // the table is called as if it had no conditions
 
  private:
   const ConditionVariables variables_;

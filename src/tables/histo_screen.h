@@ -11,19 +11,19 @@
 
 namespace ostrand {
 
-// The output whose parameters are edited.
+// The output to edit.
 struct HistoTarget {
   HistoSet& histo;              // outlives the screen
   int table;                    // from 1
   std::string_view resolution;  // "FP2" or "IEEE4"
-  std::string stem = {};        // of the arrays of its levels, as LevelStem gives it
+  std::string stem = {};        // of its level arrays, from LevelStem
 };
 
 class HistoScreen : public Screen {
  public:
   HistoScreen(const ScreenContext& context, std::string_view name, const HistoTarget& target);
 
-  // The user left it by Cancel, or in any other way than Done; its box is cleared then.
+  // The user left without Done; the box of the output is then cleared.
   bool UserCancelled = true;
 
   Label ScanTime;
@@ -34,7 +34,7 @@ class HistoScreen : public Screen {
   [[nodiscard]] const HistoTarget& target() const { return target_; }
   // The instruction as the screen shows it: "(BinSelect,FP2,0,20,0,100,0,1)".
   [[nodiscard]] std::string codeLine(std::string_view source, std::string_view code) const;
-  // Reports what is wrong and keeps the screen open.
+  // Reports a fault and keeps the screen open.
   bool refuse(std::string_view title, std::string_view text);
 
  private:
@@ -43,26 +43,25 @@ class HistoScreen : public Screen {
 
 // --- Histogram and rainflow ----------------------------------------------------------------------
 
-using HistoParameters = std::array<double, 5>;   // as the screen lists them
-using HistoPlaces = std::array<std::size_t, 5>;  // of each number in the text, from 0
+using HistoParameters = std::array<double, 5>;   // in screen order
+using HistoPlaces = std::array<std::size_t, 5>;  // index of each number in the text, from 0
 
-// The places of the numbers in the text. Texts of other origin hold them in `foreign` order.
+// Order of the numbers in the text; `foreign` is the order in texts of other origin.
 struct HistoOrder {
   HistoPlaces own;
   HistoPlaces foreign;
-  std::size_t lower;  // which of the numbers are the limits and the form
+  std::size_t lower;  // which numbers are the limits and the form
   std::size_t upper;
   std::size_t form;
 };
-// The numbers of a stored text. One in foreign order is known by a form in other than its shortest
-// text ("000"), or by limits in the wrong order. Nothing for a text that is
-// neither.
+// The numbers of a stored text. A text is in foreign order if its form is not in shortest notation
+// ("000") or its limits are in the wrong order. Nothing for a text that fits neither order.
 std::optional<HistoParameters> HistoNumbers(std::string_view text, const HistoOrder& order);
 
-// The numbers in the order of the text, in their shortest form, without blanks.
+// The numbers in text order, in shortest notation, without blanks.
 std::string HistoText(const HistoParameters& numbers, const HistoOrder& order);
 
-// A screen of five numbers, which Done keeps as one text.
+// A screen of five numbers, which Done stores as one text.
 class HistoNumberScreen : public HistoScreen {
  public:
   Label Code;
@@ -71,13 +70,13 @@ class HistoNumberScreen : public HistoScreen {
   HistoNumberScreen(const ScreenContext& context, std::string_view name, const HistoTarget& target,
                     const HistoOrder& order, std::string HistoSet::*kept);
 
-  // Shows what is stored; to be called by the constructor. The fields are those of the numbers.
+  // Shows the stored numbers in their fields; called by constructors.
   void load(const std::array<NumericField*, 5>& fields);
   [[nodiscard]] double number(std::size_t n) const { return fields_[n]->Value(); }
-  // Reports what is wrong with a number, or with the limits.
+  // Reports an invalid number, or invalid limits.
   bool refuse(std::string_view text);
   bool limitsFit();
-  // Keeps the numbers; what was only looked at stays as it was written.
+  // Stores the numbers; an unedited text stays as written.
   bool keep();
 
  private:
@@ -86,7 +85,7 @@ class HistoNumberScreen : public HistoScreen {
   const HistoOrder& order_;
   std::string& kept_;
   std::array<NumericField*, 5> fields_{};
-  std::string opened_;  // the text of what was shown first
+  std::string opened_;  // the text as first shown
 };
 
 }  // namespace ostrand

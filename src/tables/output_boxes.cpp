@@ -101,7 +101,7 @@ void OutputBoxes::Refresh() {
   for (int code = 0; code < kOutputCodes; ++code) {
     CheckBox& box = Boxes[static_cast<std::size_t>(code)];
     box.Check(isSelected(code));
-    // One that was chosen can be taken away, even where it could not be chosen again.
+    // A checked box can always be unchecked, even if it could not be checked again.
     const bool canTakeAway = tableOn && hasParameters(code) && box.Checked();
     const std::string whyNotBox = whyNoBox(code);
     box.Enable(whyNotBox.empty() || canTakeAway, whyNotBox);
@@ -135,7 +135,7 @@ bool OutputBoxes::SampleInstead(std::initializer_list<OutputCode> codes) {
   return any;
 }
 
-// Why an output can't be chosen; empty when it can.
+// Why an output cannot be chosen; empty when it can.
 std::string OutputBoxes::whyNoBox(int code) const {
   if (store_.Tables[TableShown()].TableOn == kFalse) {
     return "Table " + NumberText(TableShown()) + " is off.";
@@ -145,7 +145,7 @@ std::string OutputBoxes::whyNoBox(int code) const {
   return Boxes[static_cast<std::size_t>(code)].Caption + " is not available here.";
 }
 
-// Why the parameters of an output can't be shown; empty when they can.
+// Why the parameters of an output cannot be shown; empty when they can.
 std::string OutputBoxes::whyNoSetup(int code) const {
   const CheckBox& box = Boxes[static_cast<std::size_t>(code)];
   std::string whyNot = whyNoBox(code);
@@ -155,7 +155,7 @@ std::string OutputBoxes::whyNoSetup(int code) const {
 
 bool OutputBoxes::isSelected(int code) const { return IsSelected(*output_, TableShown(), code); }
 
-// A chosen instruction is kept as 1.
+// A chosen instruction is stored as 1.
 void OutputBoxes::select(int code, bool on) {
   output_->OutputSelect[TableShown()][code] = on ? 1 : 0;
 }
@@ -165,8 +165,8 @@ void OutputBoxes::changed() {
   if (OnChange) OnChange();
 }
 
-// A cancelled question for parameters takes the box back; parameters of a box that is taken away
-// stay, for the next time.
+// Cancelling the parameters unchecks the box again; unchecking a box keeps its parameters for the
+// next time.
 void OutputBoxes::onClick(int code) {
   if (showing_ || output_ == nullptr) return;
   const bool on = Boxes[static_cast<std::size_t>(code)].Checked();

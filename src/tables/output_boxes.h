@@ -1,4 +1,4 @@
-// The output selection of an item: table by table, the ways in which it is stored.
+// The output selection of an item: how each table stores it.
 #pragma once
 
 #include <array>
@@ -13,8 +13,8 @@
 namespace ostrand {
 
 // A tab for each table with a box for each instruction. Works on the output set that the screen
-// gives to it, which is the store's own or the screen's copy. Boxes of a table that is off are
-// disabled; what they hold stays.
+// passes: the store's, or the screen's copy. Boxes of a table that is off are disabled but keep
+// their state.
 class OutputBoxes {
  public:
   OutputBoxes(Screen& screen, const ProjectStore& store);
@@ -23,31 +23,30 @@ class OutputBoxes {
   Label TableName;  // of the table shown
   // "Smp", "Max", "Min", "Avg", "Std", "Hst", "RFH", "LCr", by their OutputCode.
   std::array<CheckBox, kOutputCodes> Boxes;
-  // Show the parameters again: "HstSetup", "RFHSetup", "LCrSetup".
+  // Reopen the parameters: "HstSetup", "RFHSetup", "LCrSetup".
   std::array<Opener, 3> Setups;
 
-  // Asks for them by the screen of their instruction. `resolution` is the choice of the item's data
-  // type, `stem` as LevelStem gives it.
+  // Opens the parameter screens. `resolution` is the index of the item's data type, `stem` comes
+  // from LevelStem.
   void AskBy(const ScreenContext& context, const Choice& resolution, std::string stem);
-  // Asks for the parameters of a histogram, a rainflow or a level crossing in a table, from 1, and
-  // changes them; false when the user cancelled. Without it none of the three can be chosen.
+  // Edits the parameters of a histogram, a rainflow or a level crossing in a table, from 1; false
+  // when the user cancelled. Without this function none of the three can be chosen.
   std::function<bool(OutputCode code, int table, HistoSet& histo)> AskParameters;
-  // After the user changed the output set.
+  // Called after the user changed the output set.
   std::function<void()> OnChange;
 
-  // Shows this output set, which must stay while the screen is shown, and the first table that
-  // stores anything of it.
+  // Shows this output set, which must outlive the display, and the first table that stores any of
+  // it.
   void Show(OutputSet& output);
-  // Shows again what may be chosen, after the tables changed.
+  // Updates the available boxes after the tables changed.
   void Refresh();
 
   [[nodiscard]] int TableShown() const { return Table.Index() + 1; }
 
-  // Whether the item can be stored by that instruction at all; what is chosen stays.
+  // Whether the instruction suits the item at all; boxes already checked stay.
   void Offer(OutputCode code, bool offered);
 
-  // In all six tables a sample takes the place of these instructions, if any of them is chosen.
-  // False when none was.
+  // Replaces these instructions by a sample in all six tables. False when none was chosen.
   bool SampleInstead(std::initializer_list<OutputCode> codes);
 
  private:
@@ -63,7 +62,7 @@ class OutputBoxes {
   const ProjectStore& store_;
   OutputSet* output_ = nullptr;
   std::array<bool, kOutputCodes> offered_;
-  bool showing_ = false;  // the boxes are set by this object, not by a user
+  bool showing_ = false;  // this object, not the user, sets the boxes
 };
 
 }  // namespace ostrand

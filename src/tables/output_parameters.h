@@ -1,4 +1,4 @@
-// The parameters of outputs that have any: histogram, rainflow, level crossing.
+// Parameters of outputs: histogram, rainflow, level crossing.
 #pragma once
 
 #include <string_view>
@@ -9,10 +9,10 @@
 
 namespace ostrand {
 
-// The screen of an output that has parameters.
+// The screen for the parameters of an output.
 std::string_view ParameterScreenOf(OutputCode code);
 
-// Asks for the parameters of an output by the screen of its instruction. False when the user
+// Edits the parameters of an output on the screen of its instruction. False when the user
 // cancelled.
 bool AskOutputParameters(const ScreenContext& context, OutputCode code, const HistoTarget& target);
 

@@ -13,12 +13,12 @@ namespace ostrand {
 namespace {
 
 constexpr double kInternalSpace = 1e6;
-// A card of so many megabytes is one of binary ones; its file system takes its share.
+// Cards are sized in binary megabytes; the file system needs a share.
 constexpr double kBytesOfCardMegabyte = 1.048576e6;
 constexpr double kCardShare = 0.96;
 
 flag flagOf(i16 value) { return value != 0 ? kTrue : kFalse; }
-// A disabled condition is marked by 1, which is what the program's triggers ask for.
+// A disabled condition is stored as 1, the value that the program's triggers compare with.
 flag markOf(i16 value) { return value != 0 ? 1 : 0; }
 
 }  // namespace
@@ -170,7 +170,7 @@ void ShowTableTimes(platform::Forms& forms, const ProjectStore& store, const Tab
       text += "Buffer Size   = Auto Size";
       continue;
     }
-    // Rounded to what is shown, so that there are never 60 seconds.
+    // Rounded to the shown precision, so that there are never 60 seconds.
     const double milliseconds = RoundHalfEven(MicrosToFill(store, table) / 1000);
     const TimeParts time = TimeParts::Of(milliseconds * 1000);
     text += NumberText(time.days) + " Days,  " + NumberText(time.hours) + " Hours,  " +

@@ -1,4 +1,4 @@
-// The output tables as objects while a table screen is open, and what they need of the media.
+// The output tables as objects while a table screen is open, and the storage they need.
 #pragma once
 
 #include <string>
@@ -12,21 +12,22 @@ namespace ostrand {
 
 using TableObjects = Row<cOutputTable, 1, kTables>;
 
-inline constexpr i16 kInternalMemory = 1;  // where a table is that is not on the card
+inline constexpr i16 kInternalMemory = 1;  // any table that is not on the card
 
-// The table of the store, from 1, with fields and bytes of its record. All that is not on the card
-// is internal.
+// The table of the store, from 1, with the fields and bytes of its record. Everything that is not
+// on the card is internal.
 cOutputTable TableObject(const ProjectStore& store, int t);
 TableObjects TableObjectsOf(const ProjectStore& store);
 
-// What the store keeps of the table; fields and bytes of its record are counted by others.
+// Copies the table into the store, except the fields and bytes of its record, which are counted
+// elsewhere.
 void KeepTable(const cOutputTable& table, OutputTable& kept);
 
-// Where tables are stored.
+// A medium that stores tables.
 struct Medium {
   std::string_view label;
   double space = 0;       // bytes for tables
-  double burstBytes = 0;  // taken from it by the burst buffer
+  double burstBytes = 0;  // of it used by the burst buffer
 };
 Medium MediumOf(const ProjectStore& store, i16 location);
 
@@ -35,12 +36,12 @@ double TableBytes(const cOutputTable& table);
 // Bytes of all tables in use on one medium.
 double BytesInLocation(const TableObjects& tables, i16 location);
 
-// A stretch of time in the parts that people read.
+// A duration split into days, hours and so on.
 struct TimeParts {
   double days = 0;
   double hours = 0;
   double minutes = 0;
-  double seconds = 0;  // with their fraction
+  double seconds = 0;  // with fraction
 
   static TimeParts Of(double micros);
   [[nodiscard]] double Seconds() const;
@@ -49,12 +50,12 @@ struct TimeParts {
 // Microseconds until the records of a table are full.
 double MicrosToFill(const ProjectStore& store, const cOutputTable& table);
 
-// Tells how long each table in use takes to fill.
+// Reports how long each table in use takes to fill.
 void ShowTableTimes(platform::Forms& forms, const ProjectStore& store, const TableObjects& tables);
 
-// A table is on the card, whether it is in use or not.
+// Whether a table is on the card, in use or not.
 bool IsCardInUse(const ProjectStore& store);
-// Without a card all tables go to internal memory, and have no file marks any more.
+// Moves all tables to internal memory and removes their file marks; for a logger without a card.
 void MoveTablesOffCard(ProjectStore& store);
 
 }  // namespace ostrand
