@@ -57,7 +57,7 @@ void BatterySaverPanel::bindTripLevel() {
 void BatterySaverPanel::bindRetry() {
   DoNotRetry.OnClick = [this] {
     if (screen_.IsLoading()) return;
-    // An interval of 0 is what keeps the logger off.
+    // An interval of 0 keeps the logger off.
     config_.LowBattRetry = DoNotRetry.Checked() ? kFalse : kTrue;
     config_.RetryInterval = DoNotRetry.Checked() ? i16{0} : interval_;
     showRetry();

@@ -25,7 +25,7 @@ class BatterySaverPanel {
   Choice BattRetryMins;  // minutes, hours
   Label SaverInterval;
 
-  // Shows what the configuration holds, while the screen is loading.
+  // Shows the configuration while the screen is loading.
   void Load();
   void Show(bool visible);
 
@@ -39,7 +39,7 @@ class BatterySaverPanel {
 
   Screen& screen_;
   Configuration& config_;
-  i16 interval_ = 0;  // when it retries
+  i16 interval_ = 0;  // for retries
 };
 
 }  // namespace ostrand

@@ -23,7 +23,7 @@ struct PartRow {
   std::string_view name;
   int min;
   int max;
-  std::size_t place;  // in the picture; none for the week day
+  std::size_t place;  // in the picture; unused for the week day
   std::size_t width;
 };
 constexpr std::array<PartRow, OpenMoment::kParts> kParts = {{
@@ -55,7 +55,7 @@ std::string pictureText(Part part, int value) {
   return FormatNumber(value, part == OpenMoment::kYear ? "0000" : "00");
 }
 
-// The members of the configuration for each part of a moment.
+// The members of the configuration for each part of a time.
 struct TimeMembers {
   std::array<i16 Configuration::*, OpenMoment::kParts> values;
   std::array<flag Configuration::*, OpenMoment::kParts> shown;
@@ -76,7 +76,7 @@ bool isUnset(const Configuration& config, const TimeMembers& members, std::strin
                      [&](i16 C::*member) { return member == nullptr || config.*member == 0; });
 }
 
-// Whether a part of the moment that the picture shows is open.
+// Whether the picture shows a part of the time as open.
 bool isHyphens(std::string_view picture, Part part) {
   const PartRow& row = kParts[part];
   return row.width > 0 && picture.size() > row.place && picture[row.place] == '-';
@@ -123,7 +123,7 @@ OpenMoment StoredTimeOff(const Configuration& config) {
   return moment;
 }
 
-// The time to switch on has no marks of open parts; its picture shows them.
+// The switch-on time does not mark open parts; its picture shows them.
 OpenMoment StoredTimeOn(const Configuration& config) {
   OpenMoment moment;
   if (isUnset(config, kTimeOn, config.PowerOnString)) return moment;
@@ -136,8 +136,8 @@ OpenMoment StoredTimeOn(const Configuration& config) {
   return moment;
 }
 
-// A time without any part would switch the logger off at every scan: it is stored as one that is
-// not set, which never comes.
+// A time without any part would switch the logger off at every scan: it is stored as not set, which
+// never occurs.
 void KeepTimeOff(const OpenMoment& moment, Configuration& config) {
   const bool unset = moment.IsOpen();
   for (std::size_t p = 0; p < OpenMoment::kParts; ++p) {
@@ -178,7 +178,7 @@ void MomentLists::setIndex(Part part, std::optional<int> value) {
   Choice* list = lists_[part].get();
   if (list == nullptr) return;
   const int place = value ? *value - kParts[part].min + 1 : 0;
-  // Another year of the project comes last.
+  // A year outside the list is added at the end.
   if (part == OpenMoment::kYear && value && *value > 0 &&
       (place < 1 || place >= static_cast<int>(list->Items.size()))) {
     list->Add(NumberText(*value));
@@ -213,7 +213,7 @@ void MomentLists::onPick() {
   if (OnEdit) OnEdit();
 }
 
-// The list of days is as long as the month; a day after its end becomes its last one.
+// The list of days is as long as the month; a later day becomes its last one.
 void MomentLists::fitDays() {
   const OpenMoment moment = Moment();
   const int days = DaysOfMonth(moment[OpenMoment::kMonth], moment[OpenMoment::kYear]);
@@ -227,7 +227,7 @@ void MomentLists::fitDays() {
   setting_ = false;
 }
 
-// A week day takes the place of the date.
+// A week day replaces the date.
 void MomentLists::Show(bool visible, bool enabled) {
   const bool byWeekDay = Moment()[OpenMoment::kWeekDay].has_value();
   for (std::size_t p = 0; p < OpenMoment::kParts; ++p) {

@@ -1,4 +1,4 @@
-// Moments of which parts can be left open, as the logger is switched off and on.
+// Points in time with open parts, at which the logger is switched off and on.
 #pragma once
 
 #include <array>
@@ -14,7 +14,7 @@
 
 namespace ostrand {
 
-// A moment of which each part may be left open: "any".
+// A point in time; each part may be left open: "any".
 struct OpenMoment {
   enum Part : std::size_t { kYear, kMonth, kDay, kHour, kMinute, kSecond, kWeekDay, kParts };
   std::array<std::optional<int>, kParts> parts;  // months from 1, week days from 1, Sunday
@@ -25,13 +25,13 @@ struct OpenMoment {
   [[nodiscard]] bool IsOpen() const;
 };
 
-// Days of a month, from 1; a month or year left open gives the most that it can have.
+// Days of a month, from 1; the maximum when the month or year is open.
 int DaysOfMonth(std::optional<int> month, std::optional<int> year);
 
-// The moment as "2024 Mar 05 06:30:00", with hyphens for what is open: "---- --- -- --:--:--".
+// Text such as "2024 Mar 05 06:30:00", with hyphens for open parts: "---- --- -- --:--:--".
 std::string MomentPicture(const OpenMoment& moment);
 
-// The moments at which the project switches the logger off and on.
+// The times at which the project switches the logger off and on.
 OpenMoment StoredTimeOff(const Configuration& config);
 OpenMoment StoredTimeOn(const Configuration& config);
 void KeepTimeOff(const OpenMoment& moment, Configuration& config);

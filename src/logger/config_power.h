@@ -1,4 +1,4 @@
-// The panel that switches the logger off and on: by a condition, and at a time.
+// The panel that switches the logger off and on by a condition, and at a time.
 #pragma once
 
 #include "conditions/condition_row.h"
@@ -20,7 +20,7 @@ class PowerPanel {
   ConditionControls Condition;  // PowerOffMeasVar, PowerOffCompare, PowerOffValue
   CheckBox RemainOff;
   NumericField PowerOffTime;
-  Choice PowerOffMins;  // by its codes: days, hours, minutes, seconds
+  Choice PowerOffMins;  // in the order of its codes: days, hours, minutes, seconds
   Label PowerOffInterval;
   Label PowerOffCode;  // the whole statement
 
@@ -35,11 +35,10 @@ class PowerPanel {
   MomentLists TimeOn;
   Label PowerOnString;
 
-  // Shows what the configuration holds, while the screen is loading. Units below those that the
-  // lists offer are raised.
+  // Shows the configuration while the screen is loading. Units below the offered ones are raised.
   void Load();
   void Show(bool visible);
-  // Lists the variables again, after there are others; while the screen is loading.
+  // Updates the lists of variables after these changed; while the screen is loading.
   void ListVariables() { loadCondition(); }
 
  private:

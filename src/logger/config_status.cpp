@@ -22,7 +22,7 @@ constexpr std::string_view kFields[] = {
     "Status.WatchdogErrors(1,1)",
 };
 
-// A field's name while it is typed.
+// An incomplete name of a field.
 bool fieldInTheMaking(std::string_view text) {
   return std::all_of(text.begin(), text.end(), [](char letter) {
     return NameText(std::string_view(&letter, 1)) || Holds("0123456789_.(,)", {&letter, 1});
@@ -74,7 +74,7 @@ StatusMonitorPanel::StatusMonitorPanel(Screen& screen, Configuration& config)
 }
 
 void StatusMonitorPanel::bind() {
-  StatusRows.PicksAgain = true;  // shows the row as it is kept
+  StatusRows.PicksAgain = true;  // shows the stored row again
   StatusRows.OnPick = [this] {
     if (!screen_.IsLoading()) showRow();
   };
@@ -158,7 +158,7 @@ void StatusMonitorPanel::listRows(int picked) {
   StatusRows.PickAt(picked);
 }
 
-// What the fields show becomes a row, from 1; the one after the last is a new one.
+// Stores the fields as a row, from 1; the row after the last one is new.
 void StatusMonitorPanel::keepRow(int row) {
   config_.Status[row] = entered();
   config_.StatusMonCount = static_cast<i16>(std::max(count(), row));

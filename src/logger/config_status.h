@@ -12,8 +12,8 @@
 
 namespace ostrand {
 
-// The name of a field in the logger's status table, "Status.SkippedScan(1,1)": one of those
-// offered, or any other. What is typed without the table's name gets it in front.
+// The name of a field in the logger's status table, "Status.SkippedScan(1,1)": an item of the list
+// or any other. Adds the table's name when the user leaves it out.
 class StatusFieldName : public ListField {
  public:
   StatusFieldName(Screen& screen, std::string_view name);
@@ -27,23 +27,23 @@ class StatusMonitorPanel {
   // Edits the configuration in place.
   StatusMonitorPanel(Screen& screen, Configuration& config);
 
-  Choice StatusRows;  // the grid, and the row that the fields below it show
+  Choice StatusRows;  // the grid; the fields below it show the picked row
   StatusFieldName StatusField;
   Choice StatusCompare;
   NumericField StatusValue;
   Choice StatusFlag;
   Choice StatTrueFalse;
   Label StatusCode;
-  Button AddStatus;     // a row of what the fields show
-  Button ChangeStatus;  // the picked row to what they show
-  Button DeleteStatus;  // the picked row
+  Button AddStatus;     // adds a row from the fields
+  Button ChangeStatus;  // sets the picked row from the fields
+  Button DeleteStatus;  // deletes the picked row
 
-  // A row was entered that sets a flag, from 1.
+  // Called when a row that sets a flag, from 1, was entered.
   std::function<void(int flagNumber)> OnFlag;
-  // There are other rows; their fields are variables that conditions can name.
+  // Called when the rows changed; their fields are variables that conditions can name.
   std::function<void()> OnRows;
 
-  // Shows what the configuration holds, while the screen is loading.
+  // Shows the configuration while the screen is loading.
   void Load();
   void Show(bool visible);
 
@@ -51,7 +51,7 @@ class StatusMonitorPanel {
   using StatusRow = Row<std::string, 1, 4>;
 
   void bind();
-  [[nodiscard]] int count() const;  // of rows, whatever the configuration says
+  [[nodiscard]] int count() const;  // of rows, clamped to the maximum
   [[nodiscard]] StatusRow entered() const;
   void showRow();
   void showCode();

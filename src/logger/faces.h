@@ -15,7 +15,7 @@ extern const std::span<const Face> kPortsFaces;
 extern const std::span<const Face> kPortTablesFaces;
 extern const std::span<const Face> kExciteFaces;
 
-// Groups that have conditions.
+// Groups with conditions.
 inline constexpr std::string_view kConditionalPowerOff = "Conditional power off";
 inline constexpr std::string_view kFlagsTable = "Flags";
 inline constexpr std::string_view kPortsTable = "Ports";

@@ -111,7 +111,7 @@ void frmConfig::load() {
   showPanels();
 }
 
-// The count that a field holds; what is none becomes 0.
+// The count in a field; 0 for anything else.
 int frmConfig::countIn(TextField& field, int max) {
   const std::string& text = field.Text();
   const bool isCount = text.size() == 1 && text[0] >= '0' && text[0] <= '0' + max;
@@ -221,7 +221,7 @@ bool frmConfig::onDone() {
   }
   if (now > before) freeMultiplexerPorts();
   if (offCard_) MoveTablesOffCard(store());
-  // The blocks stay where the automatic selection had them.
+  // The blocks stay where automatic selection put them.
   if (before_.Before().AutoChan != kFalse && config().AutoChan == kFalse) {
     TakeAutomaticStarts(store());
   }
@@ -242,7 +242,7 @@ bool frmConfig::askToDeleteBlocks() {
   return true;
 }
 
-// The multiplexers' ports are no longer the user's: neither alone nor within the byte.
+// The multiplexers' ports are taken from the user, as single ports and within the byte.
 void frmConfig::freeMultiplexerPorts() {
   PortSlot& slot = store().Ports.Slot[0];
   for (int port = kFirstMultiplexerPort; port <= PanelControlPorts; ++port) {

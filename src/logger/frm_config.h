@@ -1,4 +1,4 @@
-// The main configuration: what is attached to the logger, and what it does beside its scan.
+// The main configuration: what is attached to the logger, and its tasks besides the scan.
 #pragma once
 
 #include <array>
@@ -14,10 +14,10 @@
 
 namespace ostrand {
 
-// Edits the configuration and the outputs of battery and panel in place; Cancel puts back what was
-// there. What a change does to blocks, tables and ports is done by Done.
+// Edits the configuration and the outputs of battery and panel in place; Cancel restores them. Done
+// applies the consequences for blocks, tables and ports.
 class frmConfig final : public Screen {
-  ConditionVariables variables_;  // made before the panel that lists them
+  ConditionVariables variables_;  // created before the panel that lists them
 
  public:
   explicit frmConfig(const ScreenContext& context);
@@ -28,8 +28,8 @@ class frmConfig final : public Screen {
   NumericField SizeCard;
   Choice SizeCardUnits;  // M bytes, G bytes
 
-  // "MonitorPower1" to "MonitorPower5", by MonitorEntry. One that is checked shows its panel; those
-  // of the battery and of the panel's temperature open a screen.
+  // "MonitorPower1" to "MonitorPower5", in the order of MonitorEntry. Checking one shows its panel;
+  // those of battery and panel temperature open a screen.
   std::array<CheckBox, 5> MonitorPower;
   Opener BatteryOutput;
   Opener PanelOutput;
@@ -65,7 +65,7 @@ class frmConfig final : public Screen {
   Backup<Configuration> before_;
   Backup<ReferenceOutput> batteryBefore_;
   Backup<ReferenceOutput> panelBefore_;
-  bool offCard_ = false;  // the user agreed that tables leave the card, which Done does
+  bool offCard_ = false;  // the user agreed to move tables off the card, at Done
 };
 
 }  // namespace ostrand

@@ -11,7 +11,7 @@
 namespace ostrand {
 namespace {
 
-constexpr int kStatic = 0;  // places in the list
+constexpr int kStatic = 0;  // indexes in the list
 constexpr int kDynamic = 1;
 
 ConditionControlNames stateNames(int state, const std::string& channel) {
@@ -185,7 +185,7 @@ bool frmExcite::lacksCondition(int port) {
          !(controls.Condition1.Valid() && controls.Condition2.Valid());
 }
 
-// As the program has it, without its comments.
+// As in the program, without its comments.
 std::string frmExcite::codeOf(int port) {
   const ExciteChannel& channel = stored(port);
   const std::string number = NumberText(port);
@@ -216,7 +216,7 @@ std::string frmExcite::incomplete() {
   return rows;
 }
 
-// OK takes the incomplete channels out of the program, Cancel goes back to them.
+// OK removes the incomplete channels from the program, Cancel returns to them.
 bool frmExcite::onDone() {
   const std::string rows = incomplete();
   if (rows.empty()) {

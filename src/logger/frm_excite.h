@@ -1,4 +1,4 @@
-// The two continuous analog outputs: a constant, or one of two values by conditions.
+// The two continuous analog outputs: a constant, or one of two values chosen by conditions.
 #pragma once
 
 #include <memory>
@@ -10,8 +10,8 @@
 
 namespace ostrand {
 
-// Edits the outputs in place; Cancel puts back what was there. Controls carry the number of their
-// channel behind the key: "Include1", "State21" for state 2 of channel 1, "Excite2MeasVar1".
+// Edits the outputs in place; Cancel restores them. Names of controls contain the channel number:
+// "Include1", "State21" for state 2 of channel 1, "Excite2MeasVar1".
 class frmExcite final : public Screen {
  public:
   explicit frmExcite(const ScreenContext& context);
@@ -20,7 +20,7 @@ class frmExcite final : public Screen {
   Label Purpose;
   CheckBox ExcitePublic;
 
-  // Shows what the store has of a channel, 1 or 2, and whether bridges use it.
+  // Shows the stored settings of a channel, 1 or 2, and whether bridges use it.
   void UpdateChannelStates(int port);
 
  protected:
@@ -38,7 +38,7 @@ class frmExcite final : public Screen {
   void takeConditions(int port);
   void refresh(int port);
   [[nodiscard]] std::string codeOf(int port);
-  // The rows of a list of what dynamic channels lack; empty for nothing.
+  // A list of what is missing for dynamic channels, one row each; empty for nothing.
   [[nodiscard]] std::string incomplete();
   [[nodiscard]] bool lacksCondition(int port);
 

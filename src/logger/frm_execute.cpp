@@ -19,12 +19,12 @@ namespace {
 
 constexpr double kMicrosPerSecond = 1e6;
 constexpr double kMaxMinutes = 30;
-constexpr double kRamBytes = 1e6;  // of the medium that bursts go to
+constexpr double kRamBytes = 1e6;  // of the medium for bursts
 constexpr i16 kScanScreen = 2;     // caller of the check of table intervals
 
 enum Unit : int { kMicroseconds, kMilliseconds, kSeconds, kMinutes };
 
-// How many scans a second are shown in each unit.
+// Format of scans per second for each unit.
 constexpr std::array<std::string_view, 4> kRateMasks = {"#,##0.0", "#,##0.000", "#,##0.00000",
                                                         "#,##0.00000"};
 

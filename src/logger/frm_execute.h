@@ -9,22 +9,22 @@
 
 namespace ostrand {
 
-// Edits the scan in place; Cancel puts back what was there.
+// Edits the scan in place; Cancel restores it.
 class frmExecute final : public Screen {
  public:
   explicit frmExecute(const ScreenContext& context);
 
   NumericField ExecutionTime;
-  Choice ExecTimeUnits;  // by their codes
+  Choice ExecTimeUnits;  // in the order of their codes
   Label ScansPerSec;
 
   Choice ScanMode;  // without a buffer, with one
   CheckBox BurstMode;
   NumericField BurstScans;
-  Choice FlagScan;  // "None", then the flags, so that the place is the number
-  Label BurstTime;  // its caption tells the unit
+  Choice FlagScan;  // "None", then the flags, so that the index is the flag number
+  Label BurstTime;  // its caption shows the unit
   NumericField BufferScans;
-  Label BufferBytes;  // flashes when they are more than there are
+  Label BufferBytes;  // flashes when more than the logger has
   Label AvailableBytes;
 
  protected:
@@ -46,7 +46,7 @@ class frmExecute final : public Screen {
   void showBuffer();
 
   Backup<ScanSetup> before_;
-  float interval_ = 0;  // the last one that could be taken
+  float interval_ = 0;  // the last valid interval
 };
 
 }  // namespace ostrand

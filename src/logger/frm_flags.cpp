@@ -28,7 +28,7 @@ struct frmFlags::FlagControls : TwoStateControls {
     Describe(kFlagsTable, number);
   }
 
-  bool freeTables = false;  // Done takes the flag from those that used it before
+  bool freeTables = false;  // Done releases the flag from the tables that used it
   bool freeBlocks = false;
 };
 
@@ -76,7 +76,7 @@ void frmFlags::load(int number) {
   refresh(number);
 }
 
-// A flag that something else uses is asked about when it is included.
+// Including a flag that is used elsewhere asks first.
 void frmFlags::takeInclude(int number) {
   FlagControls& controls = at(number);
   const bool include = controls.Include.Checked();
@@ -102,7 +102,7 @@ void frmFlags::refresh(int number) {
   controls.ShowMessage(true);
   controls.ShowLites({"Red lite indicates the True state of Flag " + flagNumber,
                       "Gray lite indicates the False state of Flag " + flagNumber});
-  // Flags beyond those that the user wants to see stay out of the way until they are in use.
+  // Flags above the number that the user wants to see are hidden until they are in use.
   const bool visible = number <= context().options.DefaultNumFlags ||
                        before_.Before()[number].FlagInclude != kFalse || controls.Include.Checked();
   for (Control* control :

@@ -12,8 +12,8 @@
 
 namespace ostrand {
 
-// Edits the flags in place; Cancel puts back what was there. Controls carry the number of their
-// flag: "FlagInclude3", "State1FlagVar3".
+// Edits the flags in place; Cancel restores them. Names of controls contain the flag number:
+// "FlagInclude3", "State1FlagVar3".
 class frmFlags final : public Screen {
  public:
   explicit frmFlags(const ScreenContext& context);

@@ -57,9 +57,9 @@ frmPortTables::frmPortTables(const ScreenContext& context, ItemOutputsRequest re
   Output.Show(output_);
 }
 
-// What the project could not keep, or the program not measure, is not offered: reference
-// temperatures have no parameters, levels have arrays in blocks, items and formulas alone, and
-// ports are stored as they are but for a histogram of their byte, and only when they are read.
+// Outputs that the project cannot store or the program cannot measure are not offered: reference
+// temperatures have no parameters, levels have arrays only in blocks, items and formulas, and ports
+// are stored as they are except for a histogram of their byte, and only when they are read.
 void frmPortTables::limit(SingleValue value, int number) {
   Output.Offer(kLevelCrossing, value == SingleValue::kCalcField);
   if (value == SingleValue::kPortBytes) {

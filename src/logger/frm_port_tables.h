@@ -1,4 +1,4 @@
-// The output selection of a single value that belongs to no block.
+// The output selection of a single value outside blocks.
 #pragma once
 
 #include "conditions/screen_requests.h"
@@ -8,7 +8,7 @@
 
 namespace ostrand {
 
-// Edits a copy, which the project gets at Done.
+// Edits a copy; Done stores it in the project.
 class frmPortTables final : public Screen {
  public:
   frmPortTables(const ScreenContext& context, const ValueOutputsRequest& request);

@@ -33,7 +33,7 @@ bool isBinary(std::string_view text) {
   return !text.empty() && text.find_first_not_of("01") == std::string_view::npos;
 }
 
-// Any text that may become a number of one of the forms.
+// Any text that may become a number in one of the notations.
 bool maskInTheMaking(std::string_view text) {
   return text.find_first_not_of("&0123456789ABCDEFHabcdefh") == std::string_view::npos;
 }
@@ -64,7 +64,7 @@ std::string MaskBits(std::string_view text, std::string_view codeType) {
   return bitsOf(static_cast<unsigned>(*value));
 }
 
-// A mask in the form of the code type.
+// A mask in the notation of the code type.
 struct frmPorts::MaskField : TextField {
   MaskField(Screen& screen, std::string_view name, const std::string& codeType)
       : TextField(screen, name, maskInTheMaking), codeType_(codeType) {}
@@ -186,7 +186,7 @@ void frmPorts::takeState(int port, int state) {
   refresh(port);
 }
 
-// The two ports of the multiplexers are not the user's to write or read.
+// The user cannot write or read the two ports of the multiplexers.
 void frmPorts::takeMask(int place) {
   std::string bits = MaskBits(masks_[place]->Text(), store().Ports.CodeType);
   if (store().Config.TK40MQty > 0) bits.replace(0, 2, "00");

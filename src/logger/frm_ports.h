@@ -1,4 +1,4 @@
-// The control ports: each set by conditions, or all of them written or read as a byte.
+// The control ports: set one by one by conditions, or written or read together as a byte.
 #pragma once
 
 #include <memory>
@@ -12,29 +12,30 @@
 
 namespace ostrand {
 
-// The eight bits of a number as PortMaskText writes it, typed in any form: "&B101", "&HF0" or "15",
-// 0 to 255. One without a prefix is in the form of the code type. Empty for a text that is none.
+// A number from 0 to 255, typed in any notation ("&B101", "&HF0", "15"), as the eight bits that
+// PortMaskText writes. Without a prefix the notation is that of the code type. Empty for any other
+// text.
 std::string MaskBits(std::string_view text, std::string_view codeType);
 
-// Edits the first group of ports in place; Cancel puts back what was there. Controls carry the
-// number of their port: "Include3", "State1MeasureVar3"; 9 is the byte of all ports.
+// Edits the first group of ports in place; Cancel restores it. Names of controls contain the port
+// number: "Include3", "State1MeasureVar3"; 9 is the byte of all ports.
 class frmPorts final : public Screen {
  public:
   explicit frmPorts(const ScreenContext& context);
   ~frmPorts() override;
 
   Choice ByteMode;  // "Bit-Write", "Byte"
-  Choice ReadMode;  // "Write", "Read"; of bytes only
+  Choice ReadMode;  // "Write", "Read"; for bytes only
   Choice CodeType;  // "BIN", "HEX", "DEC"
   Label ModeMessage;
-  Opener Output;  // what tables store of the byte
+  Opener Output;  // table outputs of the byte
 
  protected:
   bool onDone() override;
   bool onCancel() override;
 
  private:
-  static constexpr int kByte = kPorts;  // the port that means the byte
+  static constexpr int kByte = kPorts;  // port number of the byte
   static constexpr int kMasks = 3;      // of state 1, of state 2, of the ports in use
   struct PortControls;
   struct MaskField;
@@ -43,7 +44,7 @@ class frmPorts final : public Screen {
   [[nodiscard]] PortSlot& slot() const { return store().Ports.Slot[0]; }
   [[nodiscard]] bool isByte() const { return slot().ByteMode != 0; }
   [[nodiscard]] bool isRead() const { return slot().ReadMode != 0; }
-  // The byte that is read is set by no conditions.
+  // Conditions do not apply to a byte that is read.
   [[nodiscard]] bool hasConditions(int port) const { return !(port == kByte && isRead()); }
   void bindModes();
   void bind(int port);

@@ -10,7 +10,7 @@
 namespace ostrand {
 namespace {
 
-// The sign of an expression "VBlk1(2) >= 0.5"; empty for one without.
+// The operator of an expression "VBlk1(2) >= 0.5"; empty for one without.
 std::string_view signOf(std::string_view expression) {
   for (const std::string_view word : Split(expression, ' ')) {
     if (!word.empty() && word.find_first_not_of("<>=") == std::string_view::npos) return word;
@@ -18,7 +18,7 @@ std::string_view signOf(std::string_view expression) {
   return {};
 }
 
-// The place of a sign in the list; -1 when the list does not offer it.
+// The index of an operator in the list; -1 when the list does not offer it.
 int placeOf(std::string_view sign, Compares compares) {
   const auto at = std::find_if(compares.begin(), compares.end(),
                                [&](std::string_view offered) { return Trim(offered) == sign; });
@@ -35,7 +35,7 @@ ConditionControlNames stateNames(const TwoStateKeys& keys, int state, int number
           head + keyed(keys.value, number), head + keyed(keys.expression, number)};
 }
 
-// An empty first state starts with " >=", a second one with " <", as a new project has them.
+// An empty first state starts with " >=", a second one with " <", as in a new project.
 ConditionOffer offerOf(int state) { return {.compares = kStateCompares, .firstCompare = state}; }
 
 }  // namespace

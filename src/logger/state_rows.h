@@ -14,7 +14,7 @@ namespace ostrand {
 
 // ---- Conditions ---------------------------------------------------------------------------------
 
-// The expression of a flag's or a port's state without a measurement.
+// The expression stored for a state of a flag or port without a measurement.
 inline constexpr std::string_view kNoCondition = "False";
 
 // Where the project keeps the condition of a state.
@@ -25,19 +25,19 @@ struct StateFields {
   std::string& expression;
 };
 
-// A stored condition as the controls of a row take it. What the expression says goes before the
-// code of the comparison: older projects count their codes in another list, and a sign that the
-// screen does not offer must stay as long as the row is only looked at.
+// Converts a stored condition for the controls of a row. The comparison in the expression wins over
+// the stored code: older projects number the comparisons differently, and an operator that the
+// screen does not offer must survive as long as the row is not edited.
 ConditionRow StoredState(std::string_view measurement, int compare, float value,
                          std::string_view expression, Compares compares);
 
-// The condition that the project keeps into a row, and back. `none` is the expression that is kept
-// of a row without a measurement.
+// Loads a stored condition into a row, and stores it. `none` is the expression stored for a row
+// without a measurement.
 void LoadState(ConditionControls& row, const StateFields& kept, Compares compares);
 void KeepState(const ConditionControls& row, const StateFields& kept, std::string_view none);
 
-// Tells the user when the measurement picked for the row is a flag that the flags screen drives.
-// All three must outlive the row's use.
+// Warns the user when the measurement picked for the row is a flag that the flags screen drives.
+// All three arguments must outlive the row's use.
 void ReportPickedFlag(ConditionControls& row, platform::Forms& forms, const ProjectStore& store);
 
 // Shows or hides the controls of a state.
@@ -48,8 +48,8 @@ void ShowCode(platform::Forms& forms, std::string_view title, std::string code);
 
 // ---- Flags and ports ----------------------------------------------------------------------------
 
-// Keys of the project that the controls of a flag or a port are named by: "FlagInclude3", and
-// "State1FlagVar3" for a condition.
+// Project keys that name the controls of a flag or a port: "FlagInclude3", and "State1FlagVar3" for
+// a condition.
 struct TwoStateKeys {
   std::string_view include;
   std::string_view on;
@@ -59,39 +59,39 @@ struct TwoStateKeys {
   std::string_view expression;
 };
 
-// The controls of a flag or a port that one condition sets and another one clears.
+// The controls of a flag or a port that one condition sets and another clears.
 class TwoStateControls {
  public:
-  // `number` from 1; `variables` outlives the controls.
+  // `number` from 1; `variables` must outlive the controls.
   TwoStateControls(Screen& screen, const ConditionVariables& variables, const TwoStateKeys& keys,
                    int number);
 
-  // Puts them into a group, and into its row from 1 if it is a table; the screen describes the
-  // boxes.
+  // Puts them into a group, and into row `row` from 1 if it is a table; the screen sets the
+  // captions of the boxes.
   void Describe(std::string_view group, int row = 0);
 
   CheckBox Include;
-  CheckBox On;  // what the first condition makes of it; the second makes the other
-  Label Lite1;  // "Red" or "Gray": what a state makes of it
+  CheckBox On;  // result of the first condition; the second gives the opposite
+  Label Lite1;  // "Red" or "Gray": result of a state
   Label Lite2;
   ConditionControls State1;
   ConditionControls State2;
-  Label Message;  // what it lacks, once it is included
+  Label Message;  // what is missing, once it is included
   Button ViewCode;
 
   [[nodiscard]] ConditionControls& State(int state) { return state == 1 ? State1 : State2; }
-  // Both states have a measurement.
+  // Whether both states have a measurement.
   [[nodiscard]] bool Complete() const { return State1.Valid() && State2.Valid(); }
 
-  // What the two colours of the lights stand for.
+  // Legend for the two colours of the lights.
   struct LiteTips {
     std::string red;
     std::string gray;
   };
   void ShowLites(const LiteTips& tips);
-  // Where conditions have a say, an included output tells which of them it lacks.
+  // An included output that depends on conditions shows which of them are missing.
   void ShowMessage(bool conditions);
-  // Whether its code can be viewed; a box says why not.
+  // Whether its code can be viewed; if not, a box shows why.
   bool MayView(platform::Forms& forms, std::string_view notIncluded, std::string_view incomplete,
                bool conditions);
 };
