@@ -99,7 +99,7 @@ bool AnalogList::ShowSetup(int block) {
   const bool untouched = sameAsBaseline(block);
   AnalogSetupRequest request{*this, block};
   const std::unique_ptr<Screen> setup = MakeScreen(context(), kind_.setup, request);
-  // A correction made by opening is not an edit.
+  // A correction on opening is not an edit.
   if (untouched) takeAsBaseline(block);
   const bool accepted = OpenScreen(context(), setup);
   if (accepted) {

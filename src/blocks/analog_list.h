@@ -1,5 +1,5 @@
-// The list of blocks on analog inputs: what the screens of thermocouple, voltage and multiplexer
-// blocks share.
+// The list of blocks on analog inputs: common part of the screens of thermocouple, voltage and
+// multiplexer blocks.
 #pragma once
 
 #include <memory>
@@ -29,14 +29,14 @@ struct AnalogListKind {
 
 class AnalogList;
 
-// The block of a list whose setup is opened. The list outlives it.
+// A block of a list, whose setup is opened. The list must outlive it.
 struct AnalogSetupRequest {
   AnalogList& list;
   int block;  // from 1
 };
 
 // The blocks are edited as copies: a setup screen changes them at once, so that figures and rows
-// follow, and the project takes them at Done. Cancel loses nothing of the project.
+// follow, and Done stores them in the project. Cancel leaves the project unchanged.
 class AnalogList : public Screen {
  public:
   BlockList Blocks;
@@ -47,51 +47,52 @@ class AnalogList : public Screen {
   [[nodiscard]] cOrvusData& Data(int block) { return *data_[block]; }
   [[nodiscard]] const cOrvusData& Data(int block) const { return *data_[block]; }
   [[nodiscard]] std::span<RepAlias> Aliases(int block);
-  // All rows that a block can have.
+  // All possible rows of a block.
   [[nodiscard]] std::span<RepAlias> AliasRows(int block);
-  // Those of them that were ever written; the others are as those of an unused block.
+  // The rows written so far; the others equal those of an unused block.
   [[nodiscard]] std::span<RepAlias> WrittenAliasRows(int block);
-  // Sensors got other names, which the list's blocks take over on Done.
+  // Sensors were renamed; Done applies the names to the blocks of the list.
   void Renamed(const AliasRenames& renames) { renamed_.push_back(renames); }
-  // What the tables store of a block.
+  // The table outputs of a block.
   [[nodiscard]] virtual OutputSet& Output(int block) = 0;
 
-  // Sensors that can still be added to a block of that type; below 0 for too many, -1 also when
+  // Sensors that can still be added to a block of that type; negative for too many, -1 also when
   // nothing limits them here.
   [[nodiscard]] virtual int ChannelsAvailable(OrvusAnalogInputTypes type) const = 0;
 
-  // Where a block starts when channels are selected automatically.
+  // The start channel of a block when channels are selected automatically.
   [[nodiscard]] virtual int StartOf(int block) const = 0;
 
-  // Rows and figures show what the blocks hold now.
+  // Updates rows and figures from the blocks.
   void Refresh();
 
-  // Edits a block; true when the user left it by Done. The edits are undone otherwise.
+  // Edits a block; true after Done. Any other way out undoes the edits.
   bool ShowSetup(int block);
 
  protected:
   AnalogList(const ScreenContext& context, const AnalogListKind& kind);
 
-  // Takes the project's blocks over; the last thing that a constructor does.
+  // Loads the project's blocks; last call of a constructor.
   void load();
   [[nodiscard]] const MeasurementOptions& measurement() const {
     return context().options.Measurement;
   }
-  // The blocks as the panel's rules see them.
+  // The blocks as the panel's rules use them.
   [[nodiscard]] std::vector<ChannelBlock> liveBlocks() const;
 
   virtual void showFigures() = 0;
-  // Whether one more block fits: for the spin button, and for the keys.
+  // Whether one more block fits: for the spin button, and for keys.
   [[nodiscard]] virtual bool maySpinUp() const = 0;
   [[nodiscard]] virtual bool mayTypeMore() const = 0;
 
-  // The project's group, or the copy of it that holds what the objects don't.
+  // The project's group, or its copy with the members that the objects lack.
   [[nodiscard]] virtual int storedCount() const = 0;
   virtual void objectFromRecord(int block) = 0;
   virtual void recordFromObject(int block) = 0;
   virtual void releaseRecords(int first) = 0;
   [[nodiscard]] virtual LateRow<RepAlias, 1, kReps>& aliasRows(int block) = 0;
-  // The blocks as they are without an edit: all records as they are now, or that of one block.
+  // The unedited state of the blocks: sets it to all records as they are now, or to that of one
+  // block.
   virtual void keepBaseline() = 0;
   virtual void keepBaseline(int block) = 0;
   [[nodiscard]] virtual bool recordIsBaseline(int block) const = 0;
@@ -104,7 +105,7 @@ class AnalogList : public Screen {
  private:
   void makeObject(int block);
   [[nodiscard]] bool edited();
-  // Both look at the block's object, which its record takes over.
+  // Both read the block's object, which its record takes over.
   [[nodiscard]] bool sameAsBaseline(int block);
   void takeAsBaseline(int block);
 
@@ -115,7 +116,7 @@ class AnalogList : public Screen {
   std::vector<AliasRenames> renamed_;  // and on Done in the blocks of this list
 };
 
-// A figure of free channels; "?" for none.
+// A figure of free channels; "?" when there is no number.
 std::string FigureText(std::optional<int> figure);
 
 // A list over one group of the store.
@@ -221,7 +222,7 @@ class PanelList : public AnalogGroupList<Group> {
     return ChannelsAvailable(this->measurement().DefaultInputType);
   }
 
-  // The other sections by their stored counts, this one as it is edited.
+  // The other sections by their stored counts, this one as edited.
   [[nodiscard]] int free() const {
     const ProjectStore& project = this->store();
     const int stored =

@@ -26,7 +26,7 @@ flag flagOf(bool on) { return on ? kTrue : kFalse; }
 
 void SetAnalogObject(cOrvusData& data, const AnalogBlock& block) {
   cAnalogConfig& analog = *data.Analog();
-  // The scale brings units and scaling with it, so the block's own come after it.
+  // The scale sets units and scaling, so the block's own values follow it.
   if (analog.MeasureType() == ORVUS_MEASURE_TC) analog.TempScaleUnits(block.Units);
   data.Reps = block.Reps;
   data.DataTypeString(block.DataResolution);

@@ -1,4 +1,4 @@
-// A block as the project holds it, to the object that a screen edits and back.
+// Conversion between a block in the project and the object that a screen edits.
 #pragma once
 
 #include "model/orvus_data.h"
@@ -6,19 +6,19 @@
 
 namespace ostrand {
 
-// The members that all kinds have. Times and numbers of the project stand as they are, without the
-// rounding of a typed value. The kind of measurement and its type have been set before.
+// The members common to all kinds. Times and numbers of the project are copied exactly, without the
+// rounding of typed values. The kind of measurement and its type must be set before.
 void SetAnalogObject(cOrvusData& data, const AnalogBlock& block);
-// An unknown range keeps the code that the block has, and an unknown resolution its text.
+// An unknown range keeps the block's code, an unknown resolution its text.
 void SetAnalogBlock(AnalogBlock& block, const cOrvusData& data);
-// Whether two blocks hold the same of what a user can edit; what is worked out is left apart.
+// Whether all editable members of two blocks are equal; calculated ones are ignored.
 bool SameAnalogBlock(const AnalogBlock& left, const AnalogBlock& right);
 
 template <class Block>
 concept ThermocoupleBlock = requires(Block block) {
   block.TypeNo;
 };
-// On a multiplexer: of either kind of measurement, and always differential.
+// On a multiplexer: either kind of measurement, always differential.
 template <class Block>
 concept MultiplexedBlock = requires(Block block) {
   block.TK40Volts;

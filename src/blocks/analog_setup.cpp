@@ -145,7 +145,7 @@ void AnalogSetup::Changed() {
   Reps.Value(Data().Reps);
   DataResolution.Index(Data().DataType);
   Public.Checked(Data().IsPublic != kFalse);
-  // Volts hide the test for an open sensor where it can't work, thermocouples disable it.
+  // Voltage hides the test for an open sensor when it cannot work, thermocouples disable it.
   OpenSensDetect.Checked(analog.OpenSens);
   OpenSensDetect.Visible = analog.OpenSensIsValid() && (differential || OnThermocouples());
   OpenSensDetect.Enabled = differential;

@@ -1,6 +1,6 @@
-// The setup of one block on analog inputs: what the screens of thermocouple, voltage and
-// multiplexer blocks share. Groups of controls that two of them have each are in PanelControls,
-// VoltControls and ThermocoupleControls.
+// The setup of one block on analog inputs: common part of the screens of thermocouple, voltage and
+// multiplexer blocks. Controls shared by only two of them are in PanelControls, VoltControls and
+// ThermocoupleControls.
 #pragma once
 
 #include <string_view>
@@ -18,7 +18,7 @@ class AnalogSetup : public Screen {
  public:
   NumericField Reps;
   CheckBox OpenSensDetect;
-  CheckBox ReverseMes;  // of a single-ended block the measurement of the offset
+  CheckBox ReverseMes;  // of a single-ended block: measures the offset
   Choice IntegrationRange;
   NumericField Integration;
   NumericField SettleTime;
@@ -41,27 +41,27 @@ class AnalogSetup : public Screen {
 
   // The scaling that the sensors follow.
   [[nodiscard]] DefaultScaling Scaling() const;
-  // A new scale is given to all rows; a new kind clears them. Without sensors there are no rows
-  // to give it to, and rows that come back follow the block.
+  // A new scale is written to all rows; a new kind clears them. Without sensors there are no rows
+  // to write to; rows that come back follow the block.
   void GiveScaling();
   void ClearScaling();
 
-  // The count of sensors takes effect again: it is reduced until the sensors fit.
+  // Applies the sensor count again, reduced until the sensors fit.
   void TakeReps();
-  // So does the settling time, whose minimum follows range and integration.
+  // Applies the settling time again, whose minimum depends on range and integration.
   void TakeSettleTime();
-  // All that follows from the object is shown anew.
+  // Updates everything that depends on the object.
   void Changed();
 
  protected:
   AnalogSetup(const ScreenContext& context, std::string_view name,
               const AnalogSetupRequest& request);
 
-  // Shows the block; the last thing that a constructor does.
+  // Shows the block; last call of a constructor.
   void load();
-  // Shows the controls that a screen has beside those above.
+  // Shows the controls that only this screen has.
   virtual void showOthers() = 0;
-  // Sensors that fit beside those of the block; below 0 when they are too many.
+  // Free sensors besides those of the block; negative when there are too many.
   [[nodiscard]] virtual int maxMore() const = 0;
 
   bool onDone() override;

@@ -1,4 +1,4 @@
-// Lists of blocks that edit the store in place: how they take their edits back.
+// How lists of blocks that edit the store in place undo their edits.
 #pragma once
 
 #include <functional>
@@ -11,36 +11,35 @@
 
 namespace ostrand {
 
-// The blocks of a group as they were when their list opened, and the names of sensors in the rest
-// of the project.
+// The blocks of a group when their list opened, and the names of sensors in the rest of the
+// project.
 template <class Group>
 class BlockEdits {
  public:
   BlockEdits(Group& group, ProjectStore& store)
       : group_(group), blocks_(group), opened_(std::make_unique<Group>(group)), names_(store) {}
 
-  // The list shows so many blocks; what it made of the group up to here is no edit.
+  // The list is shown with this many blocks; its changes to the group up to here are not edits.
   void Begin(int count) {
     blocks_.Retake();
     *opened_ = group_;
     count_ = count;
   }
 
-  // The setup of a block was opened and, without an edit, would leave `settled` in place of
-  // `before`.
+  // The setup of a block was opened. Without an edit it would change `before` to `settled`.
   template <class Block>
   void Opened(int block, const Block& before, const Block& settled) {
     if (before == blocks_.Before()[block]) (*opened_)[block] = settled;
   }
 
-  // The edits stay.
+  // Keeps the edits.
   void Keep() {
     blocks_.Keep();
     names_.Keep();
   }
 
-  // The list of now so many blocks is cancelled: whether it may close. The user is asked about
-  // edits: No takes them back, Yes runs `save`, which ends the list in its own way.
+  // Called when the list, now with this many blocks, is cancelled; returns whether it may close.
+  // Asks about edits: No undoes them, Yes runs `save`, which ends the list itself.
   [[nodiscard]] bool Cancel(platform::Forms& forms, int count, const std::function<void()>& save) {
     if (count == count_ && !edited()) return true;
     const platform::Answer answer = AskSaveEdits(forms);
@@ -50,7 +49,7 @@ class BlockEdits {
   }
 
  private:
-  // Counts of channels follow the blocks and are no edits themselves.
+  // Channel counts depend on the blocks and are not edits themselves.
   [[nodiscard]] bool edited() const {
     for (int b = 1; b <= Group::kLast; ++b) {
       if (group_[b] != blocks_.Before()[b] && group_[b] != (*opened_)[b]) return true;

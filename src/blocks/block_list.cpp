@@ -72,14 +72,15 @@ void BlockList::onSpin(bool up) {
   changeTo(count_ + (up ? 1 : -1));
 }
 
-// A digit takes effect at once, and the next one replaces it. An emptied field waits for one.
+// A digit takes effect at once, and the next one replaces it. An empty field waits for a digit.
 void BlockList::onTyped() {
   if (BlockCount.Text().empty()) return;
   changeTo(std::min(static_cast<int>(BlockCount.Value()), rules_.max));
   BlockCount.SelectAll();
 }
 
-// Blocks come and go at the end of the list, one by one. A block that the user keeps ends it.
+// Blocks are added and removed one by one at the end of the list; stops at a block that the user
+// keeps.
 void BlockList::changeTo(int count) {
   while (count_ < count) addOne();
   while (count_ > count && removeOne()) {

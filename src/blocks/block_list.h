@@ -1,5 +1,5 @@
-// What the screens with a list of blocks share: the count of blocks, the rows, and the question
-// before a block with sensors goes.
+// Common part of screens with a list of blocks: the count of blocks, the rows, and the question
+// before a block with sensors is removed.
 #pragma once
 
 #include <functional>
@@ -14,28 +14,28 @@
 
 namespace ostrand {
 
-// A list of blocks, counted from 1, whose last ones come and go by a count field. The screen
-// decides what a block is and when there is capacity for one more.
+// A list of blocks, counted from 1. A count field adds and removes blocks at the end. The screen
+// decides what a block is and whether one more fits.
 class BlockList {
  public:
   struct Column {
-    std::string_view name;  // of the labels: "Reps" makes Reps1 and so on
+    std::string_view name;  // of the labels: "Reps" gives Reps1 and so on
     std::function<std::string(int block)> text;
   };
   struct Rules {
     std::string_view setup;               // the screen that edits a block
-    std::function<void(int block)> open;  // edits a block by it
+    std::function<void(int block)> open;  // edits a block on it
     int max = 0;                          // blocks
     int rows = 0;                         // on the screen
     int maxTyped = 1;  // digits that can be typed; a number above `max` becomes `max`
     int maxDigit = 9;  // the largest digit that can be typed
     std::function<bool()> maySpinUp;
-    // Whether a typed count above the present one is taken.
+    // Whether a typed count above the present one is accepted.
     std::function<bool(int count)> mayType;
     std::function<int(int block)> sensors;
-    std::function<void(int block)> add;     // the block after the last one
-    std::function<void(int block)> remove;  // the last block
-    std::function<void()> changed;          // after each change of the count or of a block
+    std::function<void(int block)> add;     // appends a block
+    std::function<void(int block)> remove;  // removes the last block
+    std::function<void()> changed;          // after each change of the count or a block
     std::vector<Column> columns;
   };
 
@@ -44,9 +44,9 @@ class BlockList {
   NumericField BlockCount;
 
   [[nodiscard]] int Count() const { return count_; }
-  // Shows a count and the rows without any event; for loading.
+  // Shows a count and the rows without events; for loading.
   void Show(int count);
-  // The rows show what the blocks hold now.
+  // Updates the rows from the blocks.
   void RefreshRows();
 
  private:

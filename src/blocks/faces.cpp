@@ -15,7 +15,7 @@ constexpr std::string_view kStorage = "Storage";
 constexpr std::string_view kAlwaysPublic = "A block calibrated on site is always public.";
 constexpr std::string_view kNeedsMicros = "Needs the integration uSecs.";
 
-// A list has those columns of a block that go with its kind.
+// A list shows the columns that suit the kind of its blocks.
 constexpr Face kListRows[] = {
     {"BlockCount", kBlockTable, "Number of blocks"},
     {"Block#", kBlockTable, "Setup..."},

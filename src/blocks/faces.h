@@ -8,17 +8,17 @@
 
 namespace ostrand {
 
-// Why openers of a block's setup are disabled, and what goes with them.
+// Why openers of a block's setup, and related controls, are disabled.
 inline constexpr std::string_view kNoSensors = "The block has no sensors.";
 inline constexpr std::string_view kCalibratedOnSite =
     "A calibration on site finds multiplier and offset.";
-// Why a start channel is.
+// Why a start channel is disabled.
 inline constexpr std::string_view kAutomaticStart =
     "Channels are selected automatically (Configuration).";
 
 extern const std::span<const Face> kBlockListFaces;
 extern const std::span<const Face> kFreeChannelFaces;  // beside a list of blocks
-extern const std::span<const Face> kAnalogSetupFaces;  // what the analog setups share
+extern const std::span<const Face> kAnalogSetupFaces;  // shared by the analog setups
 extern const std::span<const Face> kBrdgSetupFaces;
 extern const std::span<const Face> kPulseSetupFaces;
 

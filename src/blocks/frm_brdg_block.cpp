@@ -30,7 +30,7 @@ frmBrdgBlock::frmBrdgBlock(const ScreenContext& context)
   Chart.OnPress = [this] { openChart(); };
   List.Show(std::clamp<int>(group().BlockCount, 0, kMaxBridgeBlocks));
   Recount();
-  edits_.Begin(List.Count());  // the channel counts may have come out of date in the file
+  edits_.Begin(List.Count());  // channel counts in the file may be out of date
 }
 
 BlockList::Rules frmBrdgBlock::rules() {
@@ -59,14 +59,14 @@ BlockList::Rules frmBrdgBlock::rules() {
   return rules;
 }
 
-// By hand any channel may be taken twice, so only automatic selection looks for room. Of the
-// excitations the switched ones decide, since continuous ones are never counted as free.
+// By hand any channel may be taken twice, so only automatic selection checks for free channels.
+// Only switched excitations count, since continuous ones are never counted as free.
 bool frmBrdgBlock::mayAdd() const {
   if (store().Config.AutoChan == kFalse) return true;
   return freeChannels_ > 0 && freeExcitations_ > 0;
 }
 
-// A row after the last block of the project may hold remains of a file.
+// A row after the last block of the project may contain remains of a file.
 void frmBrdgBlock::add(int block) {
   if (block > group().BlockCount) ORVUS_COMMON::SetBridgeDefaults(store(), block - 1);
 }

@@ -11,33 +11,34 @@
 
 namespace ostrand {
 
-// Edits the bridge blocks of the store in place; Done settles the count and the starts. Blocks
-// above the fourth, which a project may bring along, go at Done.
+// Edits the bridge blocks of the store in place; Done settles the count and the start channels, and
+// removes blocks after the fourth, which a project file may contain.
 class frmBrdgBlock final : public Screen {
  public:
   explicit frmBrdgBlock(const ScreenContext& context);
 
   BlockList List;
   Label FreeSE;      // free single-ended channels, "?" when channels are selected by hand
-  Label FreeDiff;    // the same as differential ones
+  Label FreeDiff;    // the same as differential channels
   Label FreeExcite;  // free switched excitations
-  Label FreeCAO;     // free continuous ones, of which no account is kept
+  Label FreeCAO;     // free continuous excitations, which are not counted
   ChartOpener Chart;
 
   // The blocks in the list. They point into the store.
   [[nodiscard]] std::vector<ChannelBlock> Bridges() const;
-  // The first channels of all bridge blocks under automatic selection, were `bridges` the blocks.
+  // The first channels of all bridge blocks under automatic selection, if `bridges` were the
+  // blocks.
   [[nodiscard]] StartChans Starts(ChannelBlocks bridges) const;
 
-  // Free as they were counted last; below 0 when there are too many.
+  // Free channels at the last count; negative when there are too many sensors.
   [[nodiscard]] int FreeChannels() const { return freeChannels_; }
-  // Count the channels and excitations of all blocks anew.
+  // Recounts the channels and excitations of all blocks.
   void BrdBlock_DiffSECount();
   void BrdBlock_ExcitCount();
-  // Both, with the rows.
+  // Recounts both and updates the rows.
   void Recount();
 
-  // The setup of a block was opened and would leave `settled` in place of `before`.
+  // The setup of a block was opened. Without an edit it would change `before` to `settled`.
   void Opened(int block, const BridgeBlockData& before, const BridgeBlockData& settled) {
     edits_.Opened(block, before, settled);
   }
@@ -59,7 +60,7 @@ class frmBrdgBlock final : public Screen {
   BlockEdits<BridgeBlockGroup> edits_;
 };
 
-// The block of a list whose setup is opened. The list outlives it.
+// A block of a list, whose setup is opened. The list must outlive it.
 struct BrdgSetupRequest {
   frmBrdgBlock& list;
   int block;  // from 1

@@ -17,13 +17,13 @@ namespace {
 
 const BridgeKind& kindOf(int style) { return kBridgeKinds[static_cast<std::size_t>(style)]; }
 
-// A file may hold a style that there is none of.
+// A file may contain an unknown style.
 int knownStyle(int style) {
   return style >= 0 && style < static_cast<int>(kBridgeKinds.size()) ? style : 0;
 }
 
-// What sensors follow. A project may not have copied the gauge factor into the offset yet, which
-// this screen does; that is not a change by the user.
+// The scaling that sensors follow. A project may not have copied the gauge factor into the offset
+// yet; this screen does, which is not an edit by the user.
 DefaultScaling scalingOf(const BridgeBlockData& block) {
   DefaultScaling scaling = DefaultScalingOf(block);
   if (IsStrainStyle(block.Style)) scaling.Offset = block.GageFactor;
@@ -88,7 +88,7 @@ void frmBrdgSetup::bindKind() {
   for (const BridgeKind& kind : kBridgeKinds) {
     Style.Add(kind.caption, kind.status);
   }
-  Style.PicksAgain = true;  // each pick puts the count to 1
+  Style.PicksAgain = true;  // each pick sets the count to 1
   Style.OnPick = [this] { onStyle(); };
 }
 
@@ -195,7 +195,7 @@ void frmBrdgSetup::takeKind(int style, bool changed) {
 void frmBrdgSetup::scaleByKind(int style, int styleBefore, bool changed) {
   BridgeBlockData& block = data();
   const bool otherOffsets = changed && IsStrainStyle(style) != IsStrainStyle(styleBefore);
-  // A gauge factor must not be added as an offset, nor an offset be taken for a gauge factor.
+  // A gauge factor must not be added as an offset, nor an offset used as a gauge factor.
   if (otherOffsets) ResetColumn(aliasRows(), kOffsetByHand);
   if (style == kResistanceBridge) setScaling(kResistanceMult, 0);
   if (IsStrainStyle(style)) {
@@ -221,7 +221,7 @@ void frmBrdgSetup::showPanels() {
   showZeroPanel(strain);
 }
 
-// Repetitions of strain kinds without a separate gauge factor hold a zero for it.
+// Repetitions of strain kinds without a separate gauge factor store 0.
 void frmBrdgSetup::fillGaugeFactors(BridgeBlockData& block) const {
   if (!IsStrainStyle(kind_)) return;
   for (RepAlias& alias : AliasesOf(block.Alias, block.Reps)) {
@@ -229,7 +229,7 @@ void frmBrdgSetup::fillGaugeFactors(BridgeBlockData& block) const {
   }
 }
 
-// What Done makes of a block beside its counts.
+// Changes to a block at Done, besides its counts.
 void frmBrdgSetup::settle(BridgeBlockData& block) const {
   block.Units = Trim(Units.Text());
   block.SettleTime = TakenBridgeSettling(block.SettleTime, integration());

@@ -1,6 +1,5 @@
-// One bridge block. Its source has the kind, the scaling and the zeroing; the sensors with their
-// channels and excitation are in frm_brdg_setup_counts.cpp, range and times in
-// frm_brdg_setup_timing.cpp.
+// One bridge block. The main source covers kind, scaling and zeroing; sensors with their channels
+// and excitation are in frm_brdg_setup_counts.cpp, range and times in frm_brdg_setup_timing.cpp.
 #pragma once
 
 #include <functional>
@@ -19,7 +18,7 @@
 
 namespace ostrand {
 
-// Edits a block of the store in place; Cancel puts back what it was.
+// Edits a block of the store in place; Cancel restores it.
 class frmBrdgSetup final : public Screen {
  public:
   frmBrdgSetup(const ScreenContext& context, const BrdgSetupRequest& request);
@@ -67,7 +66,7 @@ class frmBrdgSetup final : public Screen {
   Label FreeExcite;
   OutputBoxes Outputs;
 
-  // Counts the channels of the section with this block as the fields show it.
+  // Counts the channels of the section, with this block as the fields show it.
   void BrdSetup_DiffSECount();
 
  protected:
@@ -94,7 +93,7 @@ class frmBrdgSetup final : public Screen {
   void fillGaugeFactors(BridgeBlockData& block) const;
   void settle(BridgeBlockData& block) const;
   [[nodiscard]] std::span<RepAlias> aliases() const { return AliasesOf(data().Alias, data().Reps); }
-  // All that were ever written; the others are as those of an unused block.
+  // The rows written so far; the others equal those of an unused block.
   [[nodiscard]] std::span<RepAlias> aliasRows() const { return data().Alias.Made(); }
 
   void onReps();

@@ -72,7 +72,7 @@ void frmBrdgSetup::onReps() {
   fitReps(WholePart(Reps));
 }
 
-// Takes a sensor count as far as excitations and channels reach.
+// Sets a sensor count, limited by excitations and channels.
 void frmBrdgSetup::fitReps(int reps) {
   BridgeBlockData& block = data();
   int fitting = std::clamp(reps, 0, kReps);
@@ -80,7 +80,7 @@ void frmBrdgSetup::fitReps(int reps) {
     fitting = std::clamp(fitting, 0, std::max(ManualRoom(differential(), block.StartChan), 0));
   }
   block.Reps = static_cast<i16>(fitting);
-  fitExciteReps();  // also leaves no sensors where others have all excitations
+  fitExciteReps();  // also leaves no sensors when other blocks use all excitations
   while (autoChan() && block.Reps > 0 && list_.FreeChannels() < 0) {
     const ChannelBlock own = list_.Bridges()[static_cast<std::size_t>(block_ - 1)];
     const int tooMany = BridgeSensorsTooMany(-list_.FreeChannels(), own);

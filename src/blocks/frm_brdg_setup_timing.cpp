@@ -10,7 +10,7 @@
 namespace ostrand {
 namespace {
 
-constexpr int kMicros = 2;  // place of "uSecs" among the choices of integration
+constexpr int kMicros = 2;  // index of "uSecs" in the list of integration times
 
 }  // namespace
 
@@ -54,7 +54,7 @@ void frmBrdgSetup::onIntegrationRange() {
 }
 
 void frmBrdgSetup::takeIntegration() {
-  // Only a stored 2 is rounded, a mark of projects that never held a time.
+  // Only a stored 2 is rounded: the mark of projects that never contained a time.
   constexpr i32 kNoTimeYet = 2;
   const i32 typed = WholePart(Integration);
   setIntegration(data().Integration == kNoTimeYet ? RoundedBridgeIntegration(typed) : typed);

@@ -9,14 +9,14 @@
 
 namespace ostrand {
 
-// The blocks to be shown. Under automatic selection the starts are worked out; the ones given are
-// those selected by hand.
+// The blocks to show. Under automatic selection the start channels are calculated; the given ones
+// apply to manual selection.
 struct LogGraphRequest {
   ChartBlocks blocks;
   StartChans byHand;
 };
 
-// The blocks on so many multiplexers.
+// The blocks on this many multiplexers.
 struct MuxMapRequest {
   std::vector<ChannelBlock> blocks;
   int multiplexers;
@@ -28,7 +28,7 @@ class ChartOpener : public Opener {
   explicit ChartOpener(Screen& screen) : Opener(screen, "Chart", "frmLogGraph") {}
 };
 
-// Labels SE1 to SE40: who uses the input, or "free".
+// Labels SE1 to SE40: the user of the input, or "free".
 class frmLogGraph final : public Screen {
  public:
   frmLogGraph(const ScreenContext& context, const LogGraphRequest& request);
@@ -38,8 +38,8 @@ class frmLogGraph final : public Screen {
 };
 
 // Labels Block1 to Block7: "1-1 to 2-5" from multiplexer 1, channel 1 to multiplexer 2, channel 5;
-// empty for blocks without sensors. Labels Mux1 to Mux100: who uses the input, or "free"; those of
-// the second multiplexer begin with Mux26.
+// empty for blocks without sensors. Labels Mux1 to Mux100: the user of the input, or "free"; the
+// second multiplexer begins at Mux26.
 class frmTK40Graph final : public Screen {
  public:
   frmTK40Graph(const ScreenContext& context, const MuxMapRequest& request);

@@ -53,7 +53,7 @@ BlockList::Rules frmPulseBlock::rules() {
   return rules;
 }
 
-// A row after the last block of the project may hold remains of a file.
+// A row after the last block of the project may contain remains of a file.
 void frmPulseBlock::add(int block) {
   if (block > group().BlockCount) ORVUS_COMMON::SetPulseDefaults(store(), 0, block - 1);
 }

@@ -16,17 +16,17 @@ class frmPulseBlock final : public Screen {
   explicit frmPulseBlock(const ScreenContext& context);
 
   BlockList List;
-  // Free channels. All kinds of input draw on one pool.
+  // Free channels. All kinds of input share one pool.
   Label FreeHiLev;
   Label FreeLoLev;
   Label FreeSwtch;
 
   // The blocks in the list.
   [[nodiscard]] std::vector<ChannelBlock> Pulses() const;
-  // Counts the free channels anew; below 0 when there are too many sensors.
+  // Recounts the free channels; negative when there are too many sensors.
   int FreeChans();
 
-  // The setup of a block was opened and would leave `settled` in place of `before`.
+  // The setup of a block was opened. Without an edit it would change `before` to `settled`.
   void Opened(int block, const PulseBlockData& before, const PulseBlockData& settled) {
     edits_.Opened(block, before, settled);
   }
@@ -43,7 +43,7 @@ class frmPulseBlock final : public Screen {
   BlockEdits<PulseBlockGroup> edits_;
 };
 
-// The block of a list whose setup is opened. The list outlives it.
+// A block of a list, whose setup is opened. The list must outlive it.
 struct PulseSetupRequest {
   frmPulseBlock& list;
   int block;  // from 1

@@ -21,14 +21,14 @@ constexpr std::array<PulseInput, 3> kInputs = {{
     {"Swtch", "Swtch", "Switch Closure Measurements."},
 }};
 
-// Results, as places in their list.
+// Results, by their index in the list.
 enum : int { kFrequency = 0, kTotal = 1 };
 constexpr std::string_view kFrequencyUnits = "Hz";
 constexpr std::string_view kTotalUnits = "Counts";
 
-constexpr int kHighResolution = 1;  // place of "IEEE4"
+constexpr int kHighResolution = 1;  // index of "IEEE4"
 constexpr int kMaxAverage = 32767;
-constexpr i32 kPulseTime = 100;  // microseconds of a sensor
+constexpr i32 kPulseTime = 100;  // microseconds for each sensor
 
 }  // namespace
 
@@ -190,7 +190,7 @@ void frmPulseSetup::measureFrequency() {
   Forms().ShowBox(box);
 }
 
-// Averages mean nothing for a frequency, which is one already.
+// A frequency is an average already.
 void frmPulseSetup::offerAverages(bool offered) {
   Outputs.Offer(kAverage, offered);
   Outputs.Offer(kStdDev, offered);
@@ -208,7 +208,7 @@ void frmPulseSetup::totalize() {
   offerAverages(true);
 }
 
-// Units of the other result make way, and so do those of the repetitions that follow the block.
+// Replaces the units of the other result, also in repetitions that follow the block.
 void frmPulseSetup::swapUnits(std::string_view from, std::string_view to) {
   const std::string units(Trim(Units.Text()));
   if (!units.empty() && (IsLoading() || units != from)) return;

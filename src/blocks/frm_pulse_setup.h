@@ -20,10 +20,10 @@ struct PulseInput {
   std::string_view rowText;  // in the list of blocks
   std::string_view toolTip;
 };
-// That of a block; high level where none is stored.
+// The kind of a block; high level if none is stored.
 const PulseInput& PulseInputOf(const PulseBlockData& block);
 
-// Edits a block of the store in place; Cancel puts back what it was.
+// Edits a block of the store in place; Cancel restores it.
 class frmPulseSetup final : public Screen {
  public:
   frmPulseSetup(const ScreenContext& context, const PulseSetupRequest& request);
@@ -39,7 +39,7 @@ class frmPulseSetup final : public Screen {
   NumericField Reps;
   Choice Meas;
   Choice Option;     // frequency or total
-  NumericField Opt;  // moving average in milliseconds, of a frequency
+  NumericField Opt;  // moving average in milliseconds, for frequencies
   UnitField Units;
   NumericField DefaultMult;
   NumericField DefaultOffset;
@@ -55,7 +55,7 @@ class frmPulseSetup final : public Screen {
   Label Block;
   OutputBoxes Outputs;
 
-  // Counts the free channels anew and lowers the sensors of this block to what there is.
+  // Recounts the free channels and reduces the sensors of this block until they fit.
   void CountersCount();
 
  protected:
@@ -82,8 +82,8 @@ class frmPulseSetup final : public Screen {
   [[nodiscard]] DefaultScaling scaling() const;
 
   ScalingEdit scaling_;
-  std::string unitsBefore_;  // that repetitions leave for the new ones too
-  int keptAverage_ = 0;      // from before the block totalized; 0 for none
+  std::string unitsBefore_;  // repetitions with these units take new ones
+  int keptAverage_ = 0;      // average before the block totalized; 0 for none
 };
 
 }  // namespace ostrand

@@ -41,7 +41,7 @@ frmTK40MBlock::frmTK40MBlock(const ScreenContext& context)
   load();
 }
 
-// However the list ends, the reference goes with the blocks that the project holds then.
+// However the list ends, the reference depends on the blocks that remain in the project.
 frmTK40MBlock::~frmTK40MBlock() {
   const TK40MBlockGroup& group = project();
   const int count = std::min<int>(group.BlockCount, kBlocks);

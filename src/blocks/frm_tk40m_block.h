@@ -10,12 +10,12 @@ class frmTK40MBlock final : public AnalogGroupList<TK40MBlockGroup> {
   Label TK40MCount;
   Label FreeChannels;  // inputs of all multiplexers
   Opener ReferenceTemp;
-  Opener Map;  // of the blocks on the multiplexers
+  Opener Map;  // map of the blocks on the multiplexers
 
   explicit frmTK40MBlock(const ScreenContext& context);
   ~frmTK40MBlock() override;
 
-  // Free inputs, however channels of the panel are selected.
+  // Free inputs, whichever way the panel's channels are selected.
   [[nodiscard]] int ChannelsAvailable() const;
   [[nodiscard]] int ChannelsAvailable(OrvusAnalogInputTypes) const override {
     return ChannelsAvailable();

@@ -28,7 +28,7 @@ void frmTK40MSetup::onKind() {
   if (OnThermocouples() && (range < kFirstLowRange || range == kLowestRange)) {
     analog.RangeIndex(kDefaultRange);
   }
-  // Separate values of the repetitions were of the other kind.
+  // Separate values of the repetitions belonged to the other kind.
   ClearScaling();
   TakeSettleTime();
 }

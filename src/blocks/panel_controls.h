@@ -17,7 +17,7 @@ class PanelControls {
   NumericField Start;
 
   PanelControls(AnalogSetup& screen, std::string_view startName);
-  // After a choice of the input type, before the sensor count takes effect again.
+  // Called after a choice of the input type, before the sensor count is applied again.
   std::function<void()> OnInputType;
 
   void Show();

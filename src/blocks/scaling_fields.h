@@ -1,4 +1,4 @@
-// Fields of units, multiplier and offset, as the setups of blocks share them.
+// Fields of units, multiplier and offset in setups of blocks.
 #pragma once
 
 #include <functional>
@@ -8,11 +8,11 @@
 
 namespace ostrand {
 
-// Units that the program has no place for are refused while they are typed.
+// Refuses units that the program cannot hold, while they are typed.
 void LimitUnits(UnitField& units, OrvusDataObjTypes kind, int block);
 
-// The field writes what it takes into a member of the block, and so do its spin buttons, whose
-// value `step` works out.
+// Binds the field and its spin buttons to a member of the block; `step` calculates the value of the
+// buttons.
 void BindScale(NumericField& field, const std::function<float&()>& member,
                double (*step)(double value, bool up));
 

@@ -37,14 +37,14 @@ constexpr std::array<Type, 8> kTypes = {{
     {"B", "B (Platinum-Rhodium).  Range is 50 to 1820 C, 122 to 3308 F", false, {}},
     {"R", "R (Platinum-Rhodium).  Range is 0 to 1768 C, 0 to 3214 F", false, {}},
     {"S", "S (Platinum-Rhodium).  Range is 0 to 1768 C, 0 to 3214 F", false, {}},
-    // Keeps a range that it does not show.
+    // Keeps a range that is not in the list.
     {"N", "N (NiCrSi-NiSi).  Range is -270 to 1372 C, -454 to 2500 F", true, {}},
 }};
 
 constexpr std::array<std::string_view, 4> kMinOfTypeB = {"50\xB0 C.", "122\xB0 F.", "323 Kelvin.",
                                                          "581 Rankine."};
 
-// The two ranges of the screen in the numbering of all.
+// The two ranges of the screen, numbered as in the list of all ranges.
 constexpr int kFirstRange = 3;   // "200 mV"
 constexpr int kSecondRange = 4;  // "50 mV"
 

@@ -14,8 +14,8 @@ class ThermocoupleControls {
  public:
   Choice TypeNo;
   Choice Scale;
-  Choice Range;    // the two that thermocouples need, as temperatures
-  Label TypeInfo;  // in place of the ranges; its title is the caption
+  Choice Range;    // the two thermocouple ranges, as temperatures
+  Label TypeInfo;  // replaces the ranges; its title is the caption
 
   ThermocoupleControls(AnalogSetup& screen, std::string_view scaleName, std::string_view rangeName);
 

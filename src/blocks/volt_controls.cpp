@@ -10,7 +10,7 @@
 namespace ostrand {
 namespace {
 
-// A value after a click of its spin button, with as many decimals as the step of 1 has.
+// A value after a click of its spin button, with the decimals of a step of 1.
 std::string spunText(float value) { return FormatNumber(DecimalValue(value), "0"); }
 
 }  // namespace

@@ -23,7 +23,7 @@ class VoltControls {
 
   VoltControls(AnalogSetup& screen, std::string_view unitsName, std::string_view solveKind);
 
-  // On thermocouples only the scaling is seen, which a new scale sets.
+  // For thermocouples only the scaling is visible; a new scale sets it.
   void Show();
 
  private:
