@@ -1,4 +1,4 @@
-// Check boxes over the truth values of a project.
+// Check boxes for boolean values of a project.
 #pragma once
 
 #include "controls/control.h"
@@ -6,7 +6,7 @@
 
 namespace ostrand {
 
-// The value becomes what the box shows. One of another form stays when it means the same.
+// Sets the value to the state of the box. A value in another form stays when it means the same.
 inline void TakeTruth(const CheckBox& box, flag& value) {
   if (box.Checked() != (value != 0)) value = box.Checked() ? kTrue : kFalse;
 }

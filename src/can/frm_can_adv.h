@@ -6,12 +6,12 @@
 
 namespace ostrand {
 
-// Changes `module`, which must outlive the screen, at Done.
+// Done changes `module`, which must outlive the screen.
 class frmCanAdv final : public Screen {
  public:
   frmCanAdv(const ScreenContext& context, CanModuleData& module);
 
-  CheckBox CanGetOSVerSig;     // version and signature of the module's system are read
+  CheckBox CanGetOSVerSig;     // reads version and signature of the module's system
   CheckBox CanNaNOldData;      // old data becomes "not a number"
   CheckBox CanEnableTransmit;  // the module may transmit
 

@@ -25,7 +25,7 @@ constexpr std::string_view kNewName = "CANItem";
 
 std::string whole(int number) { return NumberText(number); }
 
-// The largest number that a J1939 field holds.
+// The maximum of a J1939 field.
 double mostOf(OrvusCanJ1939Fields field) {
   cCanConfig config;
   config.J1939_FieldVal(field, 255);
@@ -38,7 +38,7 @@ auto valuesOf(const CanModuleData& m) {
                   m.CanBusEnabled);
 }
 
-// What can be edited of an item here. Its outputs and aliases are edited on other screens.
+// The members of an item that can be edited here. Outputs and aliases have separate screens.
 auto valuesOf(const CanItemData& i) {
   return std::tie(i.Name, i.DataStyle, i.Enabled, i.StartBit, i.NumBits, i.Reps, i.DataId,
                   i.TxDataId, i.TxDataFrame, i.RxDataMatch, i.RxDataMask, i.RxTimeout,
@@ -46,7 +46,7 @@ auto valuesOf(const CanItemData& i) {
                   i.Public, i.Description);
 }
 
-// A list of numbers that has one more place for a value that is none of them.
+// A list of numbers with an extra entry for any other value.
 void fillStyles(Choice& choice, int held) {
   choice.Items.clear();
   for (int style = kMinDataStyle; style <= kMaxDataStyle; ++style) {
@@ -120,7 +120,7 @@ frmCanBus::~frmCanBus() = default;
 CanBus& frmCanBus::can() { return work_->Can; }
 const CanBus& frmCanBus::can() const { return work_->Can; }
 
-// Anything but 0 counts, as in the generator.
+// Any value but 0 counts, as in the generator.
 OrvusCanDataIDTypes frmCanBus::idType() const {
   return can().Module[1].CanDataIDType == 0 ? ORVUS_CAN_DATAID_11BIT : ORVUS_CAN_DATAID_29BIT;
 }
@@ -174,7 +174,7 @@ void frmCanBus::bindItem() {
   };
   ItemName.OnTake = [this] { takeName(); };
   Description.OnTake = [this] { item().Description = Description.Text(); };
-  // The program takes an item for enabled at 1 only.
+  // In the program, only 1 means enabled.
   ItemEnabled.OnClick = [this] {
     if (!IsLoading()) item().Enabled = ItemEnabled.Checked() ? 1 : 0;
   };
@@ -255,7 +255,7 @@ void frmCanBus::takeBaud() {
   module().CanSeg2 = timing.TSeg2();
 }
 
-// All identifiers are taken again, so that those that became too large are limited.
+// Enters all identifiers again, to limit those that became too large.
 void frmCanBus::takeIdType() {
   if (IsLoading() || CanDataIDType.Index() == static_cast<int>(idType())) return;
   module().CanDataIDType = static_cast<i16>(CanDataIDType.Index());
@@ -287,7 +287,7 @@ void frmCanBus::takeName() {
   showList();
 }
 
-// A frame that is wrong stays for the user to mend; Done asks about it once more.
+// An invalid frame stays for the user to correct; Done asks about it once more.
 void frmCanBus::takeFrame() {
   const std::optional<std::string> frame = TxDataFrameOf(TxDataFrame.Text());
   if (!frame) {
@@ -313,7 +313,7 @@ void frmCanBus::takeMatch() {
   RxDataMatch.Text(item().RxDataMatch);
 }
 
-// What the project can't hold, a text or a fraction, gives way to the value before.
+// A text or fraction that the project cannot store is replaced by the previous value.
 void frmCanBus::takeTimeout() {
   const std::optional<std::int32_t> value = ToInt32(RxTimeout.Text());
   const bool isWhole = value && ToDouble(RxTimeout.Text()) == *value;
@@ -515,7 +515,7 @@ bool frmCanBus::onDone() {
   return true;
 }
 
-// Saving on the way out is Done, with its question.
+// Saving on the way out is the same as Done, with its question.
 bool frmCanBus::onCancel() {
   if (!changed()) return true;
   const platform::Answer answer = AskSaveEdits(Forms());

@@ -18,14 +18,14 @@
 
 namespace ostrand {
 
-// What the screen needs for its lists in files.
+// The files and folder for pick lists.
 struct CanRequest {
   platform::FileSystem& files;  // outlives the screen
   std::string listFolder;       // where the dialogs for pick lists start
 };
 
 // Edits a copy of the project's CAN part, one item at a time; Done writes it to the store. New
-// names of values go into the rest of the project at once, and are taken back without a Done.
+// names of values are applied to the rest of the project at once, and undone without a Done.
 class frmCanBus final : public Screen {
  public:
   frmCanBus(const ScreenContext& context, const CanRequest& request);
@@ -51,7 +51,8 @@ class frmCanBus final : public Screen {
   CheckBox Public;
   Choice ItemMessageType;
   TextField DataId;
-  // J1939 fields of the identifier, by OrvusCanJ1939Fields; their tool tips show them in binary.
+  // J1939 fields of the identifier, in the order of OrvusCanJ1939Fields; tool tips show them in
+  // binary.
   NumericField Priority;
   NumericField Reserved;
   NumericField DataPage;
@@ -59,7 +60,7 @@ class frmCanBus final : public Screen {
   NumericField PduSpecific;
   NumericField SourceAddr;
   Label Pgn;
-  Choice DataStyle;  // data type of the value in the frame, by its number
+  Choice DataStyle;  // data type of the value in the frame, by number
   NumericField StartBit;
   NumericField NumBits;
   NumericField NumVals;
@@ -87,7 +88,7 @@ class frmCanBus final : public Screen {
   [[nodiscard]] OrvusCanDataIDTypes idType() const;
   [[nodiscard]] CanItemData& item();
   [[nodiscard]] bool hasItem() const { return current_ > 0; }
-  // Of the item, for what identifiers consist of.
+  // The configuration of the item shown.
   [[nodiscard]] cCanConfig config();
 
   void bindModule();
@@ -127,8 +128,8 @@ class frmCanBus final : public Screen {
   platform::FileSystem& files_;
   std::string listFolder_;
   std::string listPath_;                // of the pick list used last
-  std::unique_ptr<ProjectStore> work_;  // its CAN part is what is edited
-  int current_ = 0;                     // item shown, from 1; 0 for none
+  std::unique_ptr<ProjectStore> work_;  // its CAN part is edited
+  int current_ = 0;                     // current item, from 1; 0 for none
   bool changedElsewhere_ = false;       // by the screens of field names and outputs
   NamesBackup names_;
   std::vector<AliasRenames> renamed_;

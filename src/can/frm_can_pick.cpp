@@ -22,7 +22,7 @@ struct Kind {
   std::string_view extension;
   std::string_view bits;
 };
-// By OrvusCanDataIDTypes.
+// In the order of OrvusCanDataIDTypes.
 constexpr std::array<Kind, 2> kKinds = {{
     {"(*.11LST)|*.11LST|(*.11PCK)|*.11PCK|(All Files)|*.*", ".11LST", "11"},
     {"(*.29LST)|*.29LST|(*.29PCK)|*.29PCK|(All Files)|*.*", ".29LST", "29"},
@@ -65,7 +65,7 @@ frmCanPick::frmCanPick(const ScreenContext& context, CanPickRequest& request)
   bind();
   list_.DataIDType = type();
   showList(-1);
-  // A list that is gone since, or one for the other bus, is none to complain about here.
+  // A list that has disappeared, or one for the other bus, is not an error here.
   const std::string begin = std::exchange(request_.path, {});
   if (CanListTypeOf(begin) == type() && request_.files.Exists(begin)) load(begin);
 }
@@ -165,7 +165,7 @@ bool frmCanPick::saveList(const std::string& path) {
   return true;
 }
 
-// Whether the list may be put away, with or without its edits.
+// Whether the list may be closed, with or without its edits.
 bool frmCanPick::mayLeaveList() {
   if (!edited_) return true;
   switch (Ask(Forms(), kSaveTitle,

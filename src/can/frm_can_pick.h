@@ -10,13 +10,13 @@
 
 namespace ostrand {
 
-// What the screen works on, and what it hands back. It outlives the screen.
+// Input and result of the screen. Must outlive it.
 struct CanPickRequest {
   platform::FileSystem& files;
-  std::string folder;   // where the dialogs start
-  CanListItem present;  // the project's item, which can be put into the list
-  std::string path;     // of the list, at the beginning and at the end; empty for none
-  std::optional<CanListItem> picked = {};  // by Done
+  std::string folder;                      // where the dialogs start
+  CanListItem present;                     // the project's item, which can be added to the list
+  std::string path;                        // of the list, on opening and at the end; empty for none
+  std::optional<CanListItem> picked = {};  // set by Done
 };
 
 // Works on one list at a time, for the bus of the project. Done picks the chosen item, if any.
@@ -24,14 +24,14 @@ class frmCanPick final : public Screen {
  public:
   frmCanPick(const ScreenContext& context, CanPickRequest& request);
 
-  Label ListName;  // the file, empty for a list that has none yet
+  Label ListName;  // the file; empty for a new list
   Choice Items;    // "1: " and the description, in the order of the file
   Button Open;
   Button Save;
   Button New;
-  Button Add;      // puts the project's item after the last one
-  Button Replace;  // and in place of the chosen one
-  Button Delete;   // takes the chosen one out
+  Button Add;      // appends the project's item
+  Button Replace;  // replaces the chosen item by it
+  Button Delete;   // removes the chosen item
 
   // Of the chosen item.
   Label Identifier;

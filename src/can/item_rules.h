@@ -1,4 +1,4 @@
-// What the values of a CAN item must be, on the screens and in lists of items.
+// Rules for the values of a CAN item, on the screens and in lists of items.
 #pragma once
 
 #include <cstdint>
@@ -10,20 +10,19 @@
 
 namespace ostrand {
 
-// Places in the 64 bits of a data frame, and lengths of a value in it.
+// Positions in the 64 bits of a data frame, and lengths of a value in it.
 inline constexpr int kFrameBits = 64;
-// Data types of a value that is received.
+// Data types of received values.
 inline constexpr int kMinDataStyle = 1;
 inline constexpr int kMaxDataStyle = 6;
 // Milliseconds.
 inline constexpr int kMinRxTimeout = 1;
 inline constexpr int kMaxRxTimeout = 20000;
 
-// "&H" and 16 hexadecimal digits, in the form in which it is stored: upper case. Nothing for any
-// other text.
+// "&H" and 16 hexadecimal digits, in the stored form: upper case. Nothing for any other text.
 std::optional<std::string> TxDataFrameOf(std::string_view text);
 
-// The same with "XX" for bytes that may be anything.
+// The same with "XX" for bytes that match anything.
 std::optional<std::string> RxDataMatchOf(std::string_view text);
 
 inline bool IsRxTimeout(i32 milliseconds) {
@@ -34,14 +33,14 @@ inline bool IsDataStyle(int style) { return style >= kMinDataStyle && style <= k
 
 inline bool IsBitNumber(int bit) { return bit >= 1 && bit <= kFrameBits; }
 
-// A letter, then letters, digits and "_": names of arrays in the program. An empty text is one in
-// the making.
+// A letter, then letters, digits and "_": names of arrays in the program. Accepts an empty text, so
+// that a name can be retyped.
 bool ItemNameText(std::string_view text);
 
 inline bool IsItemName(std::string_view text) { return !text.empty() && ItemNameText(text); }
 
-// The number of a text for an identifier, of 32 bits: decimal, or hexadecimal with "&H", which is
-// read without a sign. Nothing for any other text.
+// The number of a 32-bit identifier: decimal, or hexadecimal with "&H", read as unsigned. Nothing
+// for any other text.
 std::optional<std::int64_t> IdentifierNumber(std::string_view text);
 
 }  // namespace ostrand

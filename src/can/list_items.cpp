@@ -23,7 +23,7 @@ std::string identifierIn(std::string_view before, std::string_view text, OrvusCa
   return config.DataID();
 }
 
-// The identifier stands within the range of its bits.
+// Whether the identifier is within the range of its bits.
 bool isIdentifier(std::string_view text, OrvusCanDataIDTypes type) {
   const std::optional<std::string> held = IdentifierOf(text, type);
   return held && IdentifierNumber(*held) == IdentifierNumber(text);
@@ -32,7 +32,7 @@ bool isIdentifier(std::string_view text, OrvusCanDataIDTypes type) {
 }  // namespace
 
 std::optional<std::string> IdentifierOf(std::string_view text, OrvusCanDataIDTypes type) {
-  // A text that is no number leaves what was there.
+  // A text that is not a number leaves the member unchanged.
   std::string identifier = identifierIn("1", text, type);
   if (identifier != identifierIn("2", text, type)) return std::nullopt;
   return identifier;

@@ -1,4 +1,5 @@
-// Between the items of a project and those of lists, and what an identifier becomes on a bus.
+// Converts between items of a project and items of lists, and gives identifiers their form on a
+// bus.
 #pragma once
 
 #include <optional>
@@ -10,21 +11,21 @@
 
 namespace ostrand {
 
-// An item of a project as one of a list. A list can't hold a description that begins with "&H"
-// with a decimal identifier; there it is in hexadecimal.
+// Converts an item of a project to one of a list. A list cannot hold a description that begins with
+// "&H" with a decimal identifier; the identifier then becomes hexadecimal.
 CanListItem ListItemOf(const CanItemData& item, OrvusCanDataIDTypes type);
 
-// Whether a project can keep all texts of an item.
+// Whether a project can store all texts of an item.
 bool CanBeKept(const CanListItem& item);
 
-// An item of a project takes what one of a list has. It keeps its name when the list has none, and
-// what is transmitted when the other one transmits nothing.
+// Copies a list item into an item of a project. The name stays when the list gives none, and the
+// transmit settings stay when the list item transmits nothing.
 void TakeOver(const CanListItem& from, CanItemData& item);
 
-// The name of an item changes, and with it those of its arrays in its own level crossings.
+// Renames an item, and its arrays in its level crossings.
 void RenameItem(CanItemData& item, std::string_view name);
 
-// A text as an identifier of so many bits, in its own form; nothing for one that is no number.
+// A text as an identifier of `bits` bits, in normal form; nothing for a text that is not a number.
 std::optional<std::string> IdentifierOf(std::string_view text, OrvusCanDataIDTypes type);
 
 // Whether an item can be measured: values within their ranges, texts in their forms.

@@ -21,7 +21,7 @@ constexpr std::string_view kLongHeader =
     "Description,Priority,Reserved,DataPage,PDUFormat,PDUSpecific,SourceAddress,DataType,StartBit,"
     "Numbits,Alias,Mult,Offset,Units,TxDataID,TxDataFrame,RxDataMatch,RxTimeout";
 
-// Places of the fields in a line.
+// Indexes of the fields in a line.
 enum Column : std::size_t {
   kDescription,
   kPriority,  // or the whole identifier
@@ -50,7 +50,7 @@ constexpr std::array<std::string_view, kLongColumns> kColumnNames = {
     "SourceAddress", "DataType", "StartBit", "Numbits",     "Alias",       "Mult",
     "Offset",        "Units",    "TxDataID", "TxDataFrame", "RxDataMatch", "RxTimeout"};
 
-// The fields stand in the order of the identifier's, from the priority on.
+// The fields have the order of the identifier's, from the priority on.
 constexpr std::size_t columnOf(OrvusCanJ1939Fields field) {
   return kPriority + static_cast<std::size_t>(field);
 }
@@ -82,8 +82,8 @@ void skipBlanks(std::string_view& rest) {
   while (rest.starts_with(' ')) rest.remove_prefix(1);
 }
 
-// What stands between double quotes, "" for a quote in it, taken off `rest`. Nothing when the
-// closing quote is missing.
+// Takes a text in double quotes off `rest`; "" is a quote in it. Nothing when the closing quote is
+// missing.
 std::optional<std::string> takeQuoted(std::string_view& rest) {
   std::string text;
   rest.remove_prefix(1);
@@ -99,7 +99,7 @@ std::optional<std::string> takeQuoted(std::string_view& rest) {
   return std::nullopt;
 }
 
-// The fields of a line. A comma between quotes parts none.
+// The fields of a line. A comma between quotes does not separate fields.
 Result<Cells> cellsOf(std::string_view rest) {
   Cells cells;
   for (;;) {
@@ -120,7 +120,7 @@ Result<Cells> cellsOf(std::string_view rest) {
   }
 }
 
-// Puts the fields of one line into an item. The first field that can't be read ends it.
+// Parses the fields of one line into an item. Stops at the first field that cannot be read.
 class ItemReader {
  public:
   ItemReader(const Cells& cells, OrvusCanDataIDTypes type, std::vector<CanListRemark>& remarks)
@@ -202,7 +202,7 @@ class ItemReader {
     return number;
   }
 
-  // An identifier is limited to what its bits hold.
+  // An identifier is limited to its number of bits.
   void remarkLimit(std::size_t column, std::int64_t number, const std::string& held) {
     if (IdentifierNumber(held) == number) return;
     remark(column, " is out of range and is read as " + held);
@@ -220,7 +220,7 @@ class ItemReader {
     }
   }
 
-  // The same identifier in the other form.
+  // Converts the identifier to the other form.
   void showInHex() {
     const std::int64_t value = IdentifierNumber(item_.Config.DataID()).value_or(0);
     item_.Config.DataID(std::string(kHexMark) + HexText(static_cast<std::uint64_t>(value)));
@@ -242,7 +242,7 @@ class ItemReader {
     demand(UnitNameText(item_.Units), kUnits, " can't be a unit in a program");
   }
 
-  // All four are blank for an item that only receives, in a list with others that transmit.
+  // All four are blank for a receive-only item in a list with transmitting items.
   void readTransmission() {
     if (std::all_of(cells_.begin() + kBaseColumns, cells_.end(),
                     [](const std::string& text) { return text.empty(); })) {
@@ -280,7 +280,7 @@ Result<CanListItem> itemOf(std::string_view line, std::size_t columns, OrvusCanD
   return ItemReader(cells.Value(), type, remarks).Read();
 }
 
-// The lines of a file that say something, counted as an editor counts them.
+// The non-blank lines of a file, numbered as in an editor.
 class ListLines {
  public:
   explicit ListLines(std::string_view content) : rest_(content) {}
@@ -317,7 +317,7 @@ std::string quotedCell(std::string_view text) {
   return cell + "\"";
 }
 
-// Texts that would not read back as they are stand between quotes.
+// Texts that would not read back unchanged are quoted.
 std::string textCell(std::string_view text) {
   const bool plain = text.find_first_of(",\"\r\n") == std::string_view::npos && Trim(text) == text;
   return plain ? std::string(text) : quotedCell(text);

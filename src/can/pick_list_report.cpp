@@ -47,7 +47,7 @@ std::string transmission(const cCanConfig& config) {
          config.RxDataMatch + " within " + NumberText(static_cast<int>(config.RxTimeout)) + " ms\n";
 }
 
-// Items that can't be told apart in the list, or that get the same name in a project.
+// Items that look alike in the list, or that get the same name in a project.
 class Duplicates {
  public:
   explicit Duplicates(std::string_view what) : what_(what) {}
