@@ -8,7 +8,7 @@
 namespace ostrand {
 namespace {
 
-// Those of the screens with a try-out of a rate; each names its result.
+// Screens with a try-out rate; each names its result.
 constexpr Face kRateFaces[] = {
     {"WhatIf", "What if", "Pulses/Second"},
     {"Multiplier", "Result", "Multiplier", ControlKind::kFigure},
@@ -52,7 +52,7 @@ void Calculator::solveAndSettle() {
 void Calculator::bind(TextField& field, std::string& member) {
   field.Text(member);
   field.OnChange = [this, &field, &member] {
-    // A text that does not go on from the one before ends that one.
+    // A text that does not extend the previous one starts a new entry.
     const std::string text = field.Text();
     if (text.size() <= member.size()) settle();
     member = text;
@@ -61,7 +61,7 @@ void Calculator::bind(TextField& field, std::string& member) {
   field.OnTake = [this] { settle(); };
 }
 
-// Units that fit no block are not handed back; the names of all arrays have the same length.
+// Units that fit into no block are not returned; the names of all arrays have the same length.
 void Calculator::bindUnits(TextField& field, std::string& member) {
   bind(field, member);
   field.WhyNot = [](std::string_view units) {

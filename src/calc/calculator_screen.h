@@ -1,4 +1,4 @@
-// What the screens of the calculators share.
+// Common part of the calculator screens.
 #pragma once
 
 #include <optional>
@@ -14,42 +14,41 @@
 
 namespace ostrand {
 
-// What the list of calculators asks of one, and gets back.
+// Input and result of a calculator in the list of calculators.
 struct CalculatorRequest {
   InputAxis axis;        // of the two-point calculators
   bool inVolts = false;  // of a bridge: volts per volt
   std::optional<ScalingAnswer> answer = {};
 };
 
-// A calculator works on a copy of its record, which takes the place of the record at Done. Its
-// answers follow each key.
+// A calculator works on a copy of its record and stores it at Done. Its answers follow each key.
 class Calculator : public Screen {
  public:
-  // What it hands back; nothing before Done, and when it shows no number.
+  // The result; nothing before Done, and when the shown answer is not a number.
   [[nodiscard]] const std::optional<ScalingAnswer>& Answer() const { return answer_; }
-  // Done hands the answer to the request as well, which outlives the screen.
+  // Done also puts the answer into the request, which must outlive the screen.
   void AnswerTo(CalculatorRequest& request) { request_ = &request; }
 
  protected:
-  // `helpLine` outlives the screen.
+  // `helpLine` must outlive the screen.
   Calculator(const ScreenContext& context, std::string_view name, std::string_view helpLine);
 
   bool onDone() override;
 
-  // Shows the answers to what the controls hold now.
+  // Updates the answers from the controls.
   virtual void solve() = 0;
-  // The same, and shows in the help line when the multiplier has come out as 0, as one too small
-  // for its form does.
+  // The same, and shows in the help line when the multiplier rounds to 0, because it is too small
+  // for its format.
   void show();
-  // What is shown now is what stays while the inputs have no answer.
+  // Keeps the present answers for the time when the inputs have none.
   virtual void settle() {}
   [[nodiscard]] virtual std::optional<ScalingAnswer> answerShown() const = 0;
   virtual void writeRecord() = 0;
-  // Whether the user accepts it.
+  // Whether the user accepts the answer.
   virtual bool mayEnd() { return true; }
 
-  // The controls show members of the copy and write each edit into it. A member that nobody edits
-  // stays as the project has it.
+  // Bind controls to members of the copy: each edit is written to the member. Unedited members keep
+  // the project's value.
   void bind(TextField& field, std::string& member);
   void bindUnits(TextField& field, std::string& member);
   void bindCodes(Choice& choice, i16& member);  // the first item is 1
@@ -63,13 +62,13 @@ class Calculator : public Screen {
   CalculatorRequest* request_ = nullptr;
 };
 
-// Sets a member that is a switch, unless it means the same already.
+// Sets a boolean member, unless it already means the same.
 inline void SetSwitch(i16& member, bool on) {
   if ((member != 0) != on) member = on ? 1 : 0;
 }
 
-// Answers that stay as they are while the inputs have none. What stays is the answer to the last
-// complete inputs, not to those that a number passed through as it was typed.
+// Answers that stay while the inputs have none. The last complete inputs count, not the
+// intermediate numbers of a key sequence.
 template <class Answers>
 class KeptAnswers {
  public:
@@ -83,7 +82,7 @@ class KeptAnswers {
   std::optional<Answers> settled_;
 };
 
-// A calculator of the multiplier for pulses per second, with a try-out of a rate.
+// A calculator of the multiplier for pulses per second, with a try-out rate.
 class RateCalculator : public Calculator {
  public:
   TextField WhatIf;  // pulses per second
@@ -92,7 +91,7 @@ class RateCalculator : public Calculator {
   Label Result;  // of the rate
 
  protected:
-  // `result` names what the try-out gives: "RPM".
+  // `result` names the result of the try-out: "RPM".
   RateCalculator(const ScreenContext& context, std::string_view name, std::string_view helpLine,
                  std::string_view result);
 
@@ -104,7 +103,7 @@ class RateCalculator : public Calculator {
   [[nodiscard]] virtual std::string_view rateUnits() const = 0;
 
  private:
-  // The units belong to the multiplier: where that stays, they stay.
+  // Units belong to the multiplier: they stay if it stays.
   struct Shown {
     RateAnswers rates;
     std::string units;

@@ -6,7 +6,7 @@
 namespace ostrand {
 namespace {
 
-constexpr double kLitersPerGallon = 3.785411784;  // of the US gallon, by its definition
+constexpr double kLitersPerGallon = 3.785411784;  // US gallon, by definition
 
 struct TimeBase {
   FlowTime time;

@@ -15,10 +15,10 @@ enum class FlowSystem : i16 { kEnglish = 1, kMetric = 2 };  // `OutSystem`
 // The time base, `OutUnits`; any other value is per second.
 enum class FlowTime : i16 { kSecond = 1, kMinute = 2, kHour = 3 };
 
-// Nothing while `Pulses` is 0. A calibration or a system that is none of the two converts nothing.
+// Nothing while `Pulses` is 0. An unknown calibration or system converts nothing.
 std::optional<RateAnswers> SolveFlow(const FlowCalcRecord& record);
 
-// Units of the multiplier: "Gal/Min". A system that is none of the two is that of the calibration.
+// Units of the multiplier: "Gal/Min". An unknown system counts as that of the calibration.
 std::string_view FlowUnits(const FlowCalcRecord& record);
 
 }  // namespace ostrand

@@ -11,14 +11,14 @@ namespace {
 
 constexpr std::string_view kParagraph = "\r\n\r\n";
 
-// Behind one of these a "(" groups.
+// After one of these a "(" groups.
 constexpr std::string_view kDelimiters = "(*\\/+-=";
 
-// A collected text up to this length is taken for a name as a whole.
+// A collected text up to this length counts as one name.
 constexpr std::size_t kShortText = 3;
 
-// So much of a name is compared.
-constexpr std::size_t kNameRoom = 7;
+// Number of characters of a name that are compared.
+constexpr std::size_t kComparedLength = 7;
 
 constexpr std::string_view kValidNames[] = {
     "TK40REF", "FRAC",  "MOD",   "ABS",   "ATN",   "COS",   "FIX",   "INT",   "LOG",   "SGN",
@@ -40,7 +40,7 @@ bool isGrouping(std::string_view name) {
 }
 
 bool isValidName(std::string_view name) {
-  const std::string known = Upper(name.substr(0, kNameRoom));
+  const std::string known = Upper(name.substr(0, kComparedLength));
   return known.starts_with("CAN") ||
          std::find(std::begin(kValidNames), std::end(kValidNames), known) != std::end(kValidNames);
 }

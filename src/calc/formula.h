@@ -1,4 +1,4 @@
-// Formulas of calculated fields as texts: how they are put together and what is tested.
+// Formulas of calculated fields as texts: building and checking them.
 #pragma once
 
 #include <array>
@@ -9,7 +9,7 @@
 
 namespace ostrand {
 
-// The entry of a list that stands for nothing picked.
+// The list entry for no selection.
 inline constexpr std::string_view kNoChoice = " None";
 
 inline constexpr std::array<std::string_view, 20> kFormulaFunctions = {
@@ -18,7 +18,7 @@ inline constexpr std::array<std::string_view, 20> kFormulaFunctions = {
 
 inline constexpr std::array<std::string_view, 5> kFormulaOperators = {"+", "-", "x", "/", "^"};
 
-// What is picked for a formula; an empty text for nothing.
+// The selections for a formula; an empty text for none.
 struct FormulaParts {
   std::string name;
   std::string measure1, function1;
@@ -31,11 +31,11 @@ struct FormulaParts {
 // "Flow = Sqr((VBlk1(1) - Abs(VBlk1(2)))) * 2 + -5". A second measure without a first is left out.
 std::string ComposeFormula(const FormulaParts& parts);
 
-// What is wrong with a formula, as the box tells it; empty for one that passes. A name behind which
-// no "(" stands is not looked at.
+// The faults of a formula, as the box lists them; empty for a valid one. Names without a following
+// "(" are not checked.
 std::string FormulaMistakes(std::string_view formula);
 
-// Shows what is wrong in the box "FORMULA PROBLEM"; `ok` becomes whether nothing is.
+// Lists the faults in the box "FORMULA PROBLEM"; sets `ok` when there are none.
 void TestFormula(platform::Forms& forms, std::string_view formula, bool& ok);
 
 // Letters, digits and "_".

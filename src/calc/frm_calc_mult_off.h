@@ -12,7 +12,7 @@ class LineCalculator : public Calculator {
  public:
   TextField YMax, YMin, XMax, XMin;
   UnitField Units;  // of Y
-  Label XAxis;      // what X is: "Input mV"
+  Label XAxis;      // quantity of X: "Input mV"
   Label XUnits;
   Label M, B;
   // The try-out: a point of the line, by either coordinate or by the scroll bar.

@@ -8,15 +8,14 @@ namespace ostrand {
 
 class frmCalcmVPerVolt final : public Calculator {
  public:
-  // `inVolts` for a bridge whose output is given in volts per volt.
+  // `inVolts` for a bridge with output in volts per volt.
   frmCalcmVPerVolt(const ScreenContext& context, bool inVolts);
 
   TextField mVPerV;     // rated output at full scale
   TextField FullScale;  // rated capacity
   UnitField Units;
   Label Multiplier;
-  // The try-out. The button goes from one state to the next; the value that it computes can't be
-  // typed.
+  // The try-out. The button switches to the next state; the computed value cannot be typed.
   Button Solves;  // "UNITS", "MVOUT", "EXCITE"
   Label Formula;
   TextField TestUnits, mVOut;

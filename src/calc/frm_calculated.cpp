@@ -68,8 +68,8 @@ void fillFunctions(Choice& choice) {
   }
 }
 
-// Whether a formula of a variable is accepted. That of an element is not, when its array is called
-// like no function that is known.
+// Whether a formula of a variable is accepted. An element is refused when its array does not have
+// the name of a known function.
 bool isOffered(const std::string& variable) { return FormulaMistakes("x = " + variable).empty(); }
 
 // The two sides of the first equal sign.
@@ -265,13 +265,13 @@ void frmCalculated::compose() {
   Formula.Text(stays ? parts.name + " = " + expression_ : ComposeFormula(parts));
 }
 
-// A new name leaves the expression, which may be one that the lists can't compose.
+// A new name leaves the expression unchanged; the lists may not be able to compose it.
 void frmCalculated::takeName() {
   const std::string formula = Formula.Text();
   Formula.Text(NewName.Text() + " =" + std::string(After(formula, "=")));
 }
 
-// Why a field of that name and these units does not fit into the program.
+// Why a field with this name and these units does not fit into the program.
 std::string_view frmCalculated::whyNot(std::string_view name, std::string_view units) {
   return CalcFieldFits(name, units) ? "" : kTooLongHelp;
 }
@@ -308,10 +308,10 @@ void frmCalculated::save() {
   if (!ok) return;
   const std::string name = nameIn(formula);
   const std::string expression = expressionIn(formula);
-  // What is typed is the user's own affair, but what is picked must have a measure to multiply.
+  // Typed formulas are free, but a picked one must have a measure to multiply.
   const bool nothingPicked = !EditMode.Checked() && expression.starts_with('*');
   if (!IsVariableName(name) || expression.empty() || nothingPicked) return Forms().Beep();
-  // The name of an edited formula is not tested key by key.
+  // The name of an edited formula is not checked key by key.
   if (const std::string_view why = whyNot(name, Trim(Units.Text())); !why.empty()) {
     Forms().SetHelpLine(std::string(why));
     return Forms().Beep();
@@ -327,8 +327,7 @@ void frmCalculated::save() {
   startNew();
 }
 
-// Tells of a name that something else has. Names that collide without the new one are no reason
-// against it.
+// Reports a name that is used elsewhere. Names that collide without the new one do not count.
 bool frmCalculated::nameIsFree(const std::string& name) {
   std::string none;
   std::string& own = editing_ == 0 ? none : fields().Field[editing_].CalcField[1];
@@ -354,7 +353,7 @@ void frmCalculated::writeRow(int row, const std::string& name, const std::string
   if (DataResolution.Index() >= 0) field.DataResolution = DataResolution.Text();
 }
 
-// Whether the project can do without the variable of a row, or the user wants it to.
+// Whether the variable of a row may be deleted: it is unused, or the user agrees.
 bool frmCalculated::mayLoseVariable(int row) {
   return !IsVariableUsed(store(), row) ||
          Ask(Forms(), "DELETE VARIABLE WARNING",

@@ -13,7 +13,7 @@
 
 namespace ostrand {
 
-// What the screen needs for its list in a file. All of it must outlive the screen.
+// The surroundings for writing a list to a file. Everything here must outlive the screen.
 struct FormulaListPlace {
   platform::FileSystem& files;
   platform::Clock& clock;
@@ -21,12 +21,12 @@ struct FormulaListPlace {
   std::string projectName;
 };
 
-// The fields as a text: a head with the time and the project, then name and expression of each.
+// The fields as a text: a header with time and project, then name and expression of each.
 std::string FormulaListText(const CalcFieldGroup& fields, const platform::Moment& time,
                             const std::string& projectName);
 
 // The fields as rows of the columns "Field Name", "Expression" and "Units", separated by " | ". A
-// row is picked by its number from 1, by the name of its field, or as a whole.
+// row is picked by its number from 1, by the name of its field, or by its full text.
 class FormulaGrid : public Choice {
  public:
   using Choice::Choice;
@@ -34,8 +34,8 @@ class FormulaGrid : public Choice {
   bool Pick(std::string_view row) override;
 };
 
-// Edits the fields in place, so that names are checked against all that there are; Cancel takes the
-// edits back.
+// Edits the fields in place, so that new names are checked against all others; Cancel undoes the
+// edits.
 class frmCalculated final : public Screen {
  public:
   frmCalculated(const ScreenContext& context, const FormulaListPlace& place);
@@ -60,7 +60,7 @@ class frmCalculated final : public Screen {
   Button Save;  // "&Add", or "&Replace" while a row is edited
   Button ListFormulas;
 
-  // Takes the selected field away.
+  // Deletes the selected field.
   void DeleteCalculation();
   // Writes the list of the formulas to "CalcFile.Log".
   void ListToDisk();
@@ -91,7 +91,7 @@ class frmCalculated final : public Screen {
   FormulaListPlace place_;
   std::unique_ptr<CalcFieldGroup> before_;
   int editing_ = 0;         // row, from 1; 0 for a new one
-  std::string expression_;  // what the formula is while no measure is picked for it
+  std::string expression_;  // the formula while no measure is picked for it
 };
 
 }  // namespace ostrand

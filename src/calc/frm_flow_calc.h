@@ -24,8 +24,8 @@ class frmFlowCalc final : public RateCalculator {
 
  private:
   FlowCalcRecord record_;
-  // The calibration as typed, and as it was shown at first: one that nobody edits keeps the digits
-  // that the field has no room for.
+  // The calibration as typed, and as first shown: an unedited one keeps the digits that do not fit
+  // into the field.
   std::string pulses_, shownPulses_;
 };
 

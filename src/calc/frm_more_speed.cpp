@@ -46,7 +46,7 @@ frmMoreSpeed::frmMoreSpeed(const ScreenContext& context)
   Describe(*this, kMoreSpeedFaces);
 }
 
-// The lists name the units of the systems and the time chosen; what is picked keeps its place.
+// The lists name the units of the systems and the time chosen; the picked index stays.
 void frmMoreSpeed::listUnits() {
   MoreSpeedCalcRecord each = record_;
   std::array<std::string_view, 3> in;

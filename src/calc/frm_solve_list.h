@@ -8,13 +8,13 @@
 
 namespace ostrand {
 
-// Shows the calculators that fit the source, and ends with the Done of one.
+// Shows the calculators that suit the source, and ends with the Done of one.
 class frmSolveList final : public Screen {
  public:
-  // The request, which outlives the screen, gets the answer.
+  // The answer goes into the request, which must outlive the screen.
   frmSolveList(const ScreenContext& context, SolveRequest& request);
 
-  // Those that don't fit are not visible.
+  // Unsuitable calculators are hidden.
   Opener MultOff, MVPerVolt, Pot, Rs, Speed, MoreSpeed, Rpm, Flow;
 
  private:

@@ -15,7 +15,7 @@ class frmSpdCalc final : public Calculator {
   TextField PulsesSec;  // at that speed
   TextField GearRatio1, GearRatio2;
   TextField WheelSize;
-  Choice SizeOption;    // what of the wheel is known
+  Choice SizeOption;    // the known dimension of the wheel
   Choice LengthOption;  // length of the speed
   CheckBox UseMins;     // or seconds
   Label LengthPerPulse, LengthPerPulseUnits;

@@ -5,8 +5,8 @@
 namespace ostrand {
 namespace {
 
-// Lengths are in tenths of a millimeter, in which all of them are whole: an inch is 25.4 mm, a mile
-// 63360 inches.
+// Lengths are in tenths of a millimeter, which are whole numbers: an inch is 25.4 mm, a mile 63360
+// inches.
 struct InUnit {
   SpeedSystem system;
   SpeedLength length;
@@ -25,10 +25,10 @@ constexpr std::array<InUnit, 6> kInUnits = {{
 struct OutUnit {
   SpeedSystem system;
   SpeedLength length;
-  double seconds;  // of the time that the speed is for
+  double seconds;  // of the time base
   std::string_view name;
   std::string_view shortName;
-  std::string_view units;  // handed back
+  std::string_view units;  // returned to the setup
 };
 constexpr std::array<OutUnit, 10> kOutUnits = {{
     {SpeedSystem::kMetric, SpeedLength::kLong, 3600, "KM/Hour", "kM/Hour", "KM/Hour"},

@@ -20,15 +20,15 @@ enum class SpeedLength : i16 {
   kShort = 3    // centimeter, inch
 };
 
-// Nothing while `InPulses` is 0 or a system or unit is none of those above.
+// Nothing while `InPulses` is 0 or a system or unit is not one of those above.
 std::optional<RateAnswers> SolveMoreSpeed(const MoreSpeedCalcRecord& record);
 
-// The names of the units chosen; empty for a choice that is none of those above.
+// The names of the units chosen; empty for a choice that is not one of those above.
 std::string_view MoreSpeedInName(const MoreSpeedCalcRecord& record);        // "Pulses/kM"
 std::string_view MoreSpeedOutName(const MoreSpeedCalcRecord& record);       // "Meter/Minute"
 std::string_view MoreSpeedOutShortName(const MoreSpeedCalcRecord& record);  // "Meters/Min"
 
-// The units handed back. Those of the short length are named as those of the long one.
+// The units returned to the setup. Those of the short length have the name of the long one.
 std::string_view MoreSpeedUnits(const MoreSpeedCalcRecord& record);
 
 }  // namespace ostrand

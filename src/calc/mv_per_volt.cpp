@@ -11,7 +11,7 @@ namespace ostrand {
 namespace {
 
 struct MultiplierMask {
-  double above;  // the largest multiplier that does not take the mask
+  double above;  // the mask applies to multipliers above this
   std::string_view mask;
 };
 constexpr std::array<MultiplierMask, 6> kMultiplierMasks = {{
@@ -30,7 +30,7 @@ std::string_view maskOf(double multiplier) {
   return "0.0000000";
 }
 
-// NaN for a text past the range of a single.
+// NaN for a text out of the range of a single.
 float single(std::string_view text) {
   const double value = TypedNumber(text);
   return std::fabs(value) <= std::numeric_limits<float>::max()

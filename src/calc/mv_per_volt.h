@@ -36,15 +36,15 @@ struct MVPerVoltTryOut {
   std::string excite;  // E, excitation in mV
 };
 
-// The value that the state computes from the other two and the multiplier as shown, in single
+// The value that the state computes from the other two and the shown multiplier, in single
 // precision; kErrorText when a division fails.
 std::string SolveMVPerVolt(MVPerVoltSolves solves, std::string_view multiplier,
                            const MVPerVoltTryOut& tryOut);
 
-// What the logger can give, in mV.
+// Excitation limit of the logger in mV.
 inline constexpr double kMaxExcitation = 5000;
 
-// The question that an excitation above the limit of the logger raises; nothing for one within.
+// The question for an excitation above the limit of the logger; nothing for one within.
 inline constexpr std::string_view kExcitationTitle = "VALUE TOO LARGE";
 std::optional<std::string> ExcitationQuestion(std::string_view excite);
 

@@ -15,8 +15,7 @@ inline constexpr std::string_view kKiloOhms = "kOhms";
 // The multiplier as shown. A record without units is in Ohms.
 std::optional<std::string> ResistanceMultiplier(const RsCalcRecord& record);
 
-// The multiplier shown, in the form that the setup screen takes it back. Nothing for a text that is
-// not a number.
+// The shown multiplier in the form of the setup's field. Nothing for a text that is not a number.
 std::optional<std::string> ResistanceHandedBack(std::string_view shown);
 
 }  // namespace ostrand

@@ -1,4 +1,4 @@
-// What a calculator hands back.
+// The result of a calculator.
 #pragma once
 
 #include <optional>
@@ -7,9 +7,9 @@
 namespace ostrand {
 
 struct ScalingAnswer {
-  std::string multiplier;             // a number, as a field takes it
-  std::optional<std::string> offset;  // nothing where the calculator gives none
-  std::string units;                  // empty where none were named; the block's own ones stay
+  std::string multiplier;             // a number, in the form of a field
+  std::optional<std::string> offset;  // nothing if the calculator gives none
+  std::string units;                  // empty keeps the block's units
 };
 
 }  // namespace ostrand

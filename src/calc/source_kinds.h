@@ -1,5 +1,4 @@
-// The kinds of setup screen that open a scaling calculator, by name, and the input axis each gives
-// it.
+// The kinds of setup screen that open a scaling calculator, by name, and the input axis for each.
 #pragma once
 
 #include <string_view>
@@ -11,9 +10,9 @@ struct InputAxis {
   std::string_view units;
 };
 
-// The axis for a source kind. `onTemperature` tells what a "TK40M" block measures; `inVolts` that a
-// "Brdg" block gives volts per volt instead of millivolts per volt. Empty for a kind that gives no
-// axis of its own, such as "FieldGrid", which stands for the block it was opened from.
+// The axis for a source kind. `onTemperature` means a "TK40M" block that measures temperature;
+// `inVolts` a "Brdg" block in volts per volt instead of millivolts per volt. Empty for kinds
+// without an axis, such as "FieldGrid", which uses that of the block it was opened from.
 InputAxis InputAxisOf(std::string_view sourceKind, bool onTemperature = false,
                       bool inVolts = false);
 

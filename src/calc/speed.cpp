@@ -13,7 +13,7 @@ constexpr double kPi = 3.14159265358979323846;
 
 struct Measure {
   WheelMeasure measure;
-  double circumference;  // of a wheel whose measure is 1
+  double circumference;  // of a wheel with a dimension of 1
 };
 constexpr std::array<Measure, 3> kMeasures = {{
     {WheelMeasure::kCircumference, 1},
@@ -87,7 +87,7 @@ std::optional<SpeedAnswers> SolveSpeed(const SpeedCalcRecord& record) {
   const double length = circumference * TypedNumber(record.GearRatio[2]) /
                         (TypedNumber(record.GearRatio[1]) * pulsesPerTurn);
   const double multiplier = length * secondsOf(record, *speed) / speed->size;
-  // A speed of 0 turns a minute would make every pulse infinitely short.
+  // At 0 turns a minute every pulse would have a length of 0.
   if (!std::isfinite(pulsesPerTurn) || !std::isfinite(length) || !std::isfinite(multiplier)) {
     return std::nullopt;
   }

@@ -9,7 +9,7 @@
 
 namespace ostrand {
 
-// What `WheelSize`, in centimeters or inches, measures (`SizeOption`).
+// The dimension given as `WheelSize`, in centimeters or inches (`SizeOption`).
 enum class WheelMeasure : i16 { kCircumference = 1, kDiameter = 2, kRadius = 3 };
 
 // The length of the speed (`LengthOption`): per hour for the long one; for the others per minute
@@ -27,14 +27,14 @@ struct SpeedAnswers {
 };
 
 // The sensor gives `PulsesSec` at `RevSpeed` turns a minute; its shaft turns GearRatio(1) times
-// while the wheel turns GearRatio(2) times. Nothing while a divisor is 0 or an option is none of
+// while the wheel turns GearRatio(2) times. Nothing while a divisor is 0 or an option is not one of
 // those above.
 std::optional<SpeedAnswers> SolveSpeed(const SpeedCalcRecord& record);
 
 struct SpeedUnits {
   std::string_view lengthPerPulse;   // "cm/pulse"
   std::string_view pulsesPerLength;  // "pulses/km"
-  std::string_view multiplier;       // "KM/Hour"; empty for an option that is none of those above
+  std::string_view multiplier;       // "KM/Hour"; empty for an unknown option
 };
 SpeedUnits SpeedUnitsOf(const SpeedCalcRecord& record);
 

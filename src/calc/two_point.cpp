@@ -10,7 +10,7 @@
 namespace ostrand {
 namespace {
 
-// An answer of so many characters no longer fits its field as a plain number.
+// An answer of this length no longer fits its field as a plain number.
 constexpr std::size_t kPlainRoom = 9;
 
 std::optional<std::string> lineText(double value) {

@@ -16,8 +16,8 @@ struct LineAnswers {
   std::string B;
 };
 
-// The line through (XMin, YMin) and (XMax, YMax). The offset is that of the multiplier as shown,
-// so that the two agree. Nothing while XMax equals XMin.
+// The line through (XMin, YMin) and (XMax, YMax). The offset is calculated with the shown
+// multiplier, so that the two agree. Nothing while XMax equals XMin.
 std::optional<LineAnswers> SolveLine(const LineCalcRecord& record);
 
 // The other coordinate of a point of the line shown. Nothing without a line, and for X on a level
@@ -28,10 +28,10 @@ std::optional<std::string> LineYAt(const LineAnswers& line, std::string_view x);
 // The scroll bar of `YOut` has the positions 0, at YMin, to kLineScrollSteps, at YMax.
 inline constexpr int kLineScrollSteps = 1000;
 
-// `YOut` at a position; one outside counts as the nearer end.
+// `YOut` at a position; positions outside the range count as the nearer end.
 std::optional<std::string> LineYOutAt(const LineCalcRecord& record, int position);
 
-// The position next to the record's `YOut`, an end for one outside of YMin to YMax. 0 while YMax
+// The position nearest to the record's `YOut`, an end if it is outside YMin to YMax. 0 while YMax
 // equals YMin.
 int LineScrollPosition(const LineCalcRecord& record);
 

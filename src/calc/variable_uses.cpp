@@ -10,7 +10,7 @@
 namespace ostrand {
 namespace {
 
-// Looks for one name all over a project.
+// Searches a whole project for one name.
 class Search {
  public:
   Search(const ProjectStore& store, std::string_view name) : store_(store), name_(name) {}
@@ -56,9 +56,9 @@ bool NamesVariable(std::string_view text, std::string_view name) {
   const std::string wanted = Upper(name);
   for (std::size_t at = held.find(wanted); at != std::string::npos;
        at = held.find(wanted, at + 1)) {
-    const std::size_t behind = at + wanted.size();
+    const std::size_t end = at + wanted.size();
     const bool begins = at == 0 || !IsNameLetter(held[at - 1]);
-    if (begins && (behind == held.size() || !IsNameLetter(held[behind]))) return true;
+    if (begins && (end == held.size() || !IsNameLetter(held[end]))) return true;
   }
   return false;
 }

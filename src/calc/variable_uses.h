@@ -1,4 +1,4 @@
-// Where a project names the variable of a calculated field.
+// Uses of a calculated field's variable in a project.
 #pragma once
 
 #include <string_view>
@@ -7,12 +7,12 @@
 
 namespace ostrand {
 
-// Whether a text holds a variable's name as a whole word, in any case of letters.
+// Whether a text contains a variable's name as a whole word, ignoring case.
 bool NamesVariable(std::string_view text, std::string_view name);
 
-// Whether anything beside calculated field `field`, from 1, names its variable: another formula, a
-// level crossing, or a condition, one that is switched off at present included, since it comes
-// back as it was.
+// Whether anything except calculated field `field`, from 1, names its variable: another formula, a
+// level crossing, or a condition. Conditions that are switched off count, since they can be
+// switched on again unchanged.
 bool IsVariableUsed(const ProjectStore& store, int field);
 
 }  // namespace ostrand
