@@ -55,7 +55,7 @@ Data* dataOf(ScreenRequest& request) {
   return with == nullptr ? nullptr : &with->Get();
 }
 
-// A screen that needs nothing but the project.
+// A screen that needs only the project.
 template <class Form>
 Made plain(const ScreenContext& context, ScreenRequest&) {
   return std::make_unique<Form>(context);
@@ -67,7 +67,7 @@ Made with(const ScreenContext& context, ScreenRequest& request) {
   return data == nullptr ? nullptr : std::make_unique<Form>(context, *data);
 }
 
-// A calculator, and what it takes of the request.
+// A calculator, and the data it uses of the request.
 template <class Form, auto... Member>
 Made calculator(const ScreenContext& context, ScreenRequest& request) {
   auto* data = dataOf<CalculatorRequest>(request);
@@ -94,7 +94,7 @@ struct Row {
 };
 constexpr auto kAxis = &CalculatorRequest::axis;
 constexpr std::array kRows = {
-    // Of the main buttons.
+    // Main buttons.
     Row{"frmConfig", plain<frmConfig>},
     Row{"frmExecute", plain<frmExecute>},
     Row{"frmOutInt", plain<frmOutInt>},
@@ -108,7 +108,7 @@ constexpr std::array kRows = {
     Row{"frmPorts", plain<frmPorts>},
     Row{"frmFlags", plain<frmFlags>},
     Row{"frmExcite", plain<frmExcite>},
-    // Of blocks.
+    // Blocks.
     Row{"frmTempSetup", with<frmTempSetup, AnalogSetupRequest>},
     Row{"frmVoltSetup", with<frmVoltSetup, AnalogSetupRequest>},
     Row{"frmTK40MSetup", with<frmTK40MSetup, AnalogSetupRequest>},
@@ -117,7 +117,7 @@ constexpr std::array kRows = {
     Row{"frmFldName", with<frmFldName, FieldNamesRequest>},
     Row{"frmLogGraph", with<frmLogGraph, LogGraphRequest>},
     Row{"frmTK40Graph", with<frmTK40Graph, MuxMapRequest>},
-    // Of tables, and what they store.
+    // Tables and their outputs.
     Row{"frmTrigTable", with<frmTrigTable, cOutputTable>},
     Row{"frmWriteIf", with<frmWriteIf, cOutputTable>},
     Row{"frmTableTimes", with<frmTableTimes, TableTimesRequest>},

@@ -1,4 +1,4 @@
-// Every screen of the program, by its name.
+// Every screen of the program, by name.
 #pragma once
 
 #include <functional>
@@ -8,13 +8,13 @@
 
 namespace ostrand {
 
-// What the screens of the user's options work on. All of it outlives them.
+// The data for the screens of the user's options. Everything here must outlive them.
 struct OptionsRequest {
   Settings& settings;
   std::function<void()> applyColors;
 };
 
-// Makes every screen. It holds nothing, and lives as long as the program.
+// Makes every screen. Stateless; lives as long as the program.
 const ScreenFactory& AllScreens();
 
 }  // namespace ostrand

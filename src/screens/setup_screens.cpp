@@ -37,7 +37,7 @@ void show(Ostrand&, const ScreenContext& context, std::string_view screen) {
   OpenScreen(context, MakeScreen(context, screen));
 }
 
-// Variables that conditions name may be gone after an edit of the blocks.
+// An edit of the blocks may remove variables that conditions name.
 template <auto Blocks>
 void showBlocks(Ostrand& control, const ScreenContext& context, std::string_view screen) {
   const auto& blocks = control.Store().*Blocks;
@@ -83,7 +83,7 @@ constexpr std::array<ScreenRow, 13> kScreens = {{
 
 // ---- The option screens -------------------------------------------------------------------------
 
-// Made anew each time it is shown.
+// A new screen each time it is shown.
 OptionDialog optionDialog(Ostrand& control, ScreenHost& host, std::string_view screen) {
   const auto shown = std::make_shared<Screen*>(nullptr);
   return {[&control, &host, shown, screen] {

@@ -9,13 +9,13 @@
 
 namespace ostrand {
 
-// Lets the main buttons open their screens, shown by `host`. Both must outlive the control's use.
+// Connects the main buttons to their screens, shown by `host`. Both must outlive the control's use.
 void ConnectSetupScreens(Ostrand& control, ScreenHost& host);
 
-// The button that opens a screen, by the screen's name in any case; -1 when none does.
+// The button that opens a screen, by the screen's name in any case; -1 when there is none.
 int ButtonOfScreen(std::string_view name);
 
-// The two option screens and what ShowOptions calls them.
+// The two option screens and their names in ShowOptions.
 struct OptionScreen {
   std::string_view name;
   std::string_view option;
