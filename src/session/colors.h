@@ -8,13 +8,12 @@
 
 namespace ostrand {
 
-// Those that the user can choose.
+// Colours that the user can choose.
 inline constexpr int kColors = 6;
 // Name, value and default of each.
 using ColorTable = std::array<std::array<std::string, 3>, kColors>;
 
-// The colours as they are painted: 0x00BBGGRR, or the number of a colour of the system with the top
-// bit set.
+// A colour to paint: 0x00BBGGRR, or the number of a system colour with the top bit set.
 struct Appearance {
   i32 FormBack = 0;
   i32 PanelBack = 0;

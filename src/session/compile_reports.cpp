@@ -13,9 +13,10 @@
 namespace ostrand {
 namespace {
 
-constexpr std::size_t kDateLength = 6;  // month, day and year of two digits each
+constexpr std::size_t kDateLength = 6;  // two digits each for month, day and year
 
-// The first line that holds `mark`, taken off `rest` with all before it; nothing at the end.
+// The first line that contains `mark`; removes it and everything before it from `rest`. Nothing at
+// the end.
 std::optional<std::string_view> lineWith(std::string_view& rest, std::string_view mark) {
   while (!rest.empty()) {
     const std::string_view line = TakeLine(rest);
@@ -24,7 +25,7 @@ std::optional<std::string_view> lineWith(std::string_view& rest, std::string_vie
   return std::nullopt;
 }
 
-// A date code as a number that grows with time; years from 80 on are of the century before.
+// A date code as a number that increases with time; years from 80 on are in the previous century.
 int dateOrder(int code) {
   const int year = code % 100;
   const int monthAndDay = code / 100;
@@ -38,12 +39,12 @@ constexpr int kFirstNewDate = 60607;
 bool hasStatement(const MeasBlock& block) { return block.Reps > 0; }
 bool hasStatement(const PulseBlockData& block) { return HasPulseStatement(block); }
 
-// A sum that stays at the largest time when a report goes beyond it.
+// A sum that saturates at the maximum time.
 void addTime(i32& sum, i32 time) {
   sum = RoundToInt32(static_cast<double>(sum) + time).value_or(std::numeric_limits<i32>::max());
 }
 
-// Follows the statements of one kind through the report: a new program line is that of the next
+// Follows the statements of one kind through the report: a new program line belongs to the next
 // block with a statement.
 template <class Group>
 class BlockCursor {
@@ -53,7 +54,7 @@ class BlockCursor {
   // The block of the last statement; 0 before the first.
   [[nodiscard]] int Block() const { return block_; }
 
-  // Takes the time of a statement in program line `line`. With `stays` a new line is one more of
+  // Adds the time of a statement in program line `line`. With `stays` a new line also belongs to
   // the present block.
   void Add(int line, i32 time, bool stays = false) {
     if (block_ == 0 || (line != line_ && !stays)) next();
@@ -154,7 +155,7 @@ class ScanTimes {
         pulse_.Add(line_, time);
         break;
       case Timed::kTK40M:
-        // A block that runs over several multiplexers has a statement, and a line, for each.
+        // A block on several multiplexers has a statement, and a line, for each.
         mux_.Add(line_, time, isLineOf(mux_.Block()));
         break;
     }

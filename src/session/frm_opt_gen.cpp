@@ -46,7 +46,7 @@ constexpr std::array<NamedColor, 16> kStandardColors = {{
     {"Aqua", 0xFFFF00},
     {"White", 0xFFFFFF},
 }};
-// In the order of their numbers.
+// In numerical order.
 constexpr std::array<std::string_view, 25> kSystemColors = {"Scroll Bars",
                                                             "Desktop",
                                                             "Active Title Bar",

@@ -1,4 +1,4 @@
-// The colours of the control and the form of numbers in the summary.
+// The colours of the control and the number format of the summary.
 #pragma once
 
 #include <functional>
@@ -11,19 +11,19 @@
 
 namespace ostrand {
 
-// Colours and form take effect at once; Cancel puts back those that were there.
+// Colours and format take effect at once; Cancel restores them.
 class frmOptGen final : public Screen {
  public:
   // The settings must outlive the screen. `onChange` is called after each change.
   frmOptGen(const ScreenContext& context, Settings& settings, std::function<void()> onChange);
 
-  Choice ColorRow;       // what is coloured
+  Choice ColorRow;       // the element to colour
   Choice StandardColor;  // the colours to choose from
-  Choice SystemColor;    // those of the system, by their numbers
-  Label ColorValue;      // of the row, as it is stored
+  Choice SystemColor;    // system colours, by number
+  Label ColorValue;      // of the row, in its stored form
 
-  // Of the multipliers and offsets in the summary.
-  Choice NumberForm;  // by ostrand::NumberForm
+  // For multipliers and offsets in the summary.
+  Choice NumberForm;  // in the order of ostrand::NumberForm
   NumericField NumberDigits;
   Label NumberExample;
 

@@ -132,7 +132,7 @@ void frmOptOrvus::move(int step) {
   listKinds(to);
 }
 
-// Bits of the mask without a box stay as they are, and so does a code that no list shows.
+// Bits of the mask without a box keep their value, and so does a code that no list shows.
 bool frmOptOrvus::onDone() {
   for (const NumericField* field : {&DefaultScanInterval, &DefaultNumFlags, &DefaultTableNumRecs}) {
     store(field->Name(), field->Value());

@@ -1,5 +1,5 @@
-// The user's settings: what new items start with, which warnings come, and the order of variables
-// in lists.
+// The user's settings: initial values of new items, enabled warnings, and the order of variables in
+// lists.
 #pragma once
 
 #include <array>
@@ -11,8 +11,8 @@
 
 namespace ostrand {
 
-// Edits the rows of the table of settings at Done. Who shows it fills the table before and takes
-// its values afterwards.
+// Edits the rows of the table of settings at Done. The caller fills the table before and reads its
+// values afterwards.
 class frmOptOrvus final : public Screen {
  public:
   // The settings must outlive the screen.
@@ -36,7 +36,7 @@ class frmOptOrvus final : public Screen {
   CheckBox WarnTableIntervals;
   CheckBox ShowCompileResult;
 
-  Choice UserVarListTypes;  // the kinds of variables, by name, in their order
+  Choice UserVarListTypes;  // kinds of variables, by name, in order
   Button MoveUp;
   Button MoveDown;
 

@@ -33,7 +33,7 @@ constexpr std::array<ButtonRow, kLastButton + 1> kButtons = {{
     {"Save the file for later downloading to the logger."},
 }};
 
-// Whether the hardware that a button sets up is fitted.
+// Whether the hardware of a button is fitted.
 bool isFitted(int button, const Configuration& config) {
   if (button == kTK40MButton) return config.TK40MQty >= 1;
   if (button == kCanButton) return config.CanBusQty >= 1;

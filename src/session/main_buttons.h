@@ -31,18 +31,18 @@ enum MainButton : int {
 };
 inline constexpr int kLastButton = kSaveButton;
 
-// The help line while the pointer is on a button.
+// The help line of a button under the pointer.
 std::string_view MainButtonHelp(int button);
 // The caption of the button that saves and sends; "&" precedes its access key.
 inline constexpr std::string_view kSaveAndSendCaption = "SAVE AND SEN&D";
 inline constexpr std::string_view kQuitHelp = "Quit Program Generator.";
 
-// The screens that the buttons 0 to 15 open, each shown until the user ends it. A button without
-// a screen stays disabled.
+// The screens of the buttons 0 to 15, each shown until the user ends it. A button without a screen
+// stays disabled.
 using ShowScreen = std::function<void()>;
 using ScreenTable = Row<ShowScreen, kConfigurationButton, kExciteButton>;
 
-// One of the option screens. Without a screen it shows nothing.
+// One of the option screens. Does nothing without a screen.
 struct OptionDialog {
   std::function<bool()> Show;    // until the user ends it; true after Done
   std::function<void()> Cancel;  // ends it while it is shown
@@ -58,7 +58,7 @@ class MainRow {
 
   void DisableAll();
   // The rules for an open project. The button that saves and sends needs a running host; without
-  // one it is left as it was.
+  // one its state does not change.
   void EnableForProject(const Configuration& config, const ScreenTable& screens,
                         bool isHarrierRunning, bool hostIsHarrier);
 

@@ -1,4 +1,4 @@
-// What the user does on the main screen of the control.
+// User actions on the main screen of the control.
 #include <string>
 #include <utility>
 
@@ -73,7 +73,7 @@ bool saveClean(SessionState& session, bool send) {
   return session.save.saved && !session.compileFailed && session.control.ProgramFaults().empty();
 }
 
-// Whether all was written and its program is one to send.
+// Whether all files were written and the program may be sent.
 bool checkAndSave(SessionState& session, bool send) {
   const Marked saving(session.saving);
   bool bad = false;
@@ -101,7 +101,7 @@ void runButton(SessionState& session, int button) {
   session.screens[button]();
 }
 
-// The row that the host changes: while the print panel is shown, the one that comes back.
+// The row that the host changes: while the print panel is shown, the one that returns after it.
 MainRow& rowOf(MainScreenState& main) {
   return main.printPanelShown ? main.rowBeforePrint : main.row;
 }
@@ -143,7 +143,7 @@ void Ostrand::Click(int button) {
   };
   const auto settle = [&] {
     state_->EnableButtons();
-    if (button < kSaveAndSendButton) {  // a screen that failed may have edited before
+    if (button < kSaveAndSendButton) {  // a screen that failed may have edited first
       state_->MarkDirty(true);
       Summarize();
     }

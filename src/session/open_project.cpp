@@ -15,8 +15,8 @@ namespace {
 
 constexpr std::string_view kOwnRegistryApp = "QUILLON";
 
-// The user's choices for a new project. The settings keep any number; one that no project can have
-// gives the system's default.
+// The user's choices for a new project. The settings accept any number; an invalid one is replaced
+// by the system's default.
 void giveUserDefaults(ProjectStore& store, const OptionValues& options) {
   const OptionValues usual;
   const i32 units = options.DefaultScanIntervalUnits;
@@ -41,7 +41,7 @@ bool loadProject(SessionState& session) {
   const std::string path = ORVUS_GENFILE::PlaceOf(session.around.files, session.currentFileName);
   const auto stamp = session.around.files.Stamp(path);
   const auto bytes = ORVUS_GENFILE::ReadProjectFile(session.around.files, session.currentFileName);
-  if (bytes && bytes.Value()) {  // only now may the present project go
+  if (bytes && bytes.Value()) {  // the present project is kept until here
     session.known = platform::IdentityOf(path, *bytes.Value(), stamp);
     session.StartProject();
     session.readReport = ORVUS_GENFILE::ReadProjectText(session.store, *bytes.Value());
@@ -70,7 +70,7 @@ void showNotFound(SessionState& session) {
                                 .icon = platform::Icon::kExclamation});
 }
 
-// `cancel` becomes false as soon as the session has the project of the present name.
+// `cancel` becomes false as soon as the session contains the project of the present name.
 void openNamed(SessionState& session, bool fromDialog, bool& cancel) {
   session.interrupted = {};
   const bool there = session.around.files.Taken(session.currentFileName);
@@ -82,7 +82,7 @@ void openNamed(SessionState& session, bool fromDialog, bool& cancel) {
     return;
   }
   cancel = false;
-  if (!there) {  // a new name from the dialog is how a new project starts
+  if (!there) {  // a new name from the dialog starts a new project
     session.readReport = {};
     session.known = {ORVUS_GENFILE::PlaceOf(session.around.files, session.currentFileName), false,
                      std::nullopt, 0, 0};
@@ -108,7 +108,7 @@ void Ostrand::NameProject(std::string_view path) {
   const platform::SplitPath parts = platform::Split(path);
   const std::string folder =
       parts.folder.empty() ? state_->around.files.WorkingFolder() : parts.folder;
-  // The settings keep it, and another session would look for it elsewhere.
+  // The settings store the folder; a relative one would mean another folder in another session.
   if (folder.empty()) {
     throw FileAccess(std::string(path) + ": The current folder cannot be determined");
   }
@@ -151,7 +151,7 @@ void Ostrand::OpenFile(std::string_view sFileName, bool& bCancel) {
     NameProject(*name);
     openNamed(*state_, fromDialog, bCancel);
   };
-  // However it ended, names and store belong to one project.
+  // However it ended, names and store belong to the same project.
   const auto settle = [&] {
     if (!bCancel) return showProject(*state_);
     state_->currentFileName = fileBefore;

@@ -13,7 +13,7 @@
 namespace ostrand {
 namespace {
 
-// The control of the present user action, for what is called without one.
+// The control of the present user action, for routines without a reference to it.
 Ostrand* currentControl = nullptr;
 
 }  // namespace
@@ -159,7 +159,7 @@ void Ostrand::ShowOptions(std::string_view sOption) {
           });
 }
 
-// The settings go into the user's store at once: the next opening reads them from there.
+// The settings are stored at once: the next opening reads them from the user's store.
 void SessionState::KeepSettings() {
   if (const Result<> kept = settings.SaveSettings(); !kept) throw FileAccess(kept.ErrorText());
 }

@@ -28,13 +28,13 @@ class StyledText;
 class Settings;
 class SocketObject;
 
-// What the control reports to its host. A host overrides what it wants to hear.
+// Reports of the control to its host. A host overrides what it needs.
 class OstrandEvents {
  public:
   virtual ~OstrandEvents() = default;
   // The program at `sFileName` is ready to be sent to the logger.
   virtual void DownloadRequest(const std::string& /*sFileName*/, bool /*isInside*/) {}
-  // Declared for hosts that know it; help texts go to the status line instead.
+  // For compatibility with hosts only; help texts go to the status line instead.
   virtual void HelpText(const std::string& /*sText*/) {}
   // The session has another project file, opened or saved under a new name.
   virtual void NewFile(const std::string& /*sFileName*/) {}
@@ -46,9 +46,8 @@ class OstrandEvents {
   // The session is over.
   virtual void SessionComplete() {}
 
-  // What a host shows and would have to ask for again and again: the edits are unsaved or saved
-  // now, the main row or the print panel has changed, the summary was drawn anew, the colours are
-  // others.
+  // The state that a host displays has changed: unsaved edits, the main row or the print panel, the
+  // summary, or the colours. Saves hosts from polling.
   virtual void DirtyChanged(bool /*dirty*/) {}
   virtual void ButtonsChanged() {}
   virtual void PrintPanelChanged(bool /*shown*/) {}
@@ -60,23 +59,23 @@ class OstrandEvents {
 enum class Focus { kNone, kOper, kIDNum, kButton, kCancelPrint };
 enum class Key { kUp, kDown, kEscape };
 
-// A missing project, and the file in which an interrupted save has left it; empty for none.
+// A missing project, and the file in which an interrupted save left it; empty for none.
 struct InterruptedProject {
   std::string project;
   std::string left;
 };
 
 // Properties are pairs of overloads: AppPath() reads, AppPath(text) sets. Folders end in a
-// separator; setting one adds what is missing. Both `\` and `/` separate folders.
+// separator; setting one adds it when missing. Both `\` and `/` separate folders.
 //
-// A host may call the control from an event and from DoEvents. While a save or a test compile runs
-// (Busy), calls that would change the project or its files are refused: nothing happens, and the
-// caller gets the result that each declaration states. An exception from a host's handler reaches
+// A host may call the control from an event and from DoEvents. During a save or a test compile
+// (Busy), calls that would change the project or its files are refused: nothing happens, and they
+// return the result that each declaration states. An exception from a host's handler propagates to
 // the host; flags, buttons and pointer are then as after any other end of the action.
 class Ostrand {
  public:
-  // Start-up: the store is cleared and takes the defaults of a new project, the table of settings
-  // is built, the summary is drawn. Store and host must outlive the control.
+  // Start-up: clears the store, sets the defaults of a new project, builds the table of settings
+  // and draws the summary. Store and host must outlive the control.
   Ostrand(ProjectStore& store, const platform::Surroundings& around, OstrandEvents& events);
   ~Ostrand();
   Ostrand(const Ostrand&) = delete;
@@ -97,7 +96,7 @@ class Ostrand {
   [[nodiscard]] const std::string& HelpPath() const;
   void HelpPath(std::string_view folder);
   [[nodiscard]] static std::string_view HelpFileName() { return "OSTRAND.HLP"; }
-  // Puts a text on the help line.
+  // Shows a text on the help line.
   void HelpText(const std::string& text);
   [[nodiscard]] static i32 InternalHelpContextID() { return 1800; }
   // Folder for temporary files.
@@ -114,7 +113,7 @@ class Ostrand {
   // The project's name, "NoName" for one without a file.
   [[nodiscard]] const std::string& BaseName() const;
   // Saves the whole project and returns the path of its program, cut at its first ".". Hosts rely
-  // on the save. While Busy it returns the path alone.
+  // on the save. While Busy it only returns the path.
   std::string CurBasicFileName();
 
   // The host's name; "Harrier", in any case, switches some behaviours.
@@ -123,7 +122,7 @@ class Ostrand {
   // Identity of the settings. Setting it loads the settings kept under it and applies the colours.
   [[nodiscard]] const std::string& RegistryApp() const;
   void RegistryApp(std::string_view name);
-  // Kept for the host.
+  // Stored for the host.
   [[nodiscard]] i16 WhoCalled() const;
   void WhoCalled(i16 value);
   [[nodiscard]] SocketObject* SocketControl() const;
@@ -151,22 +150,22 @@ class Ostrand {
   // Asks the toolbar server of "Harrier" to send the program `FileName` to the logger.
   void HarrierDownload(const std::string& FileName);
   // Ends the session, unless the user cancels: asks about unsaved edits, keeps the settings, raises
-  // SessionComplete. `iCancel` becomes -1 when the user cancelled or a handler of the host threw,
-  // both ruled out by `bForce`; the exception goes on after SessionComplete. While Busy it is
-  // refused, forced or not: `iCancel` becomes -1 and there is no SessionComplete. A second call
+  // SessionComplete. `iCancel` becomes -1 when the user cancelled or a handler of the host threw;
+  // `bForce` rules out both, and the exception propagates after SessionComplete. While Busy the
+  // call is refused, forced or not: `iCancel` becomes -1 without a SessionComplete. A second call
   // while one runs does nothing.
   void CloseSession(bool bForce, i16& iCancel);
   void GetSelectedColors(ColorTable& sColors) const;
-  // Opens a project; an empty name asks the user. A name chosen by the user that does not exist
-  // starts a new project from the store as it is. `bCancel` becomes true, and the present project
+  // Opens a project; an empty name asks the user. If the user chooses a name that does not exist, a
+  // new project starts from the present store. `bCancel` becomes true, and the present project
   // stays, when the host's name does not exist or the file cannot be read, both after a message
-  // box; and silently when the user cancelled, while Busy and while a setup screen is open.
+  // box; also, without a box, when the user cancelled, while Busy and while a setup screen is open.
   void OpenFile(std::string_view sFileName, bool& bCancel);
   // Starts a new project that will be saved at `path` (by the rules of NameProject) in place of
   // the present one: the defaults of a project, with the user's scan interval and table sizes.
   // Asks nothing and touches no file. False, and no change, while Busy or a setup screen is open.
   bool NewProject(std::string_view path);
-  // Shows what can be printed in place of the main row.
+  // Shows the print panel in place of the main row.
   void PrintSelect();
   void SetSelectedColors(const ColorTable& sColors);
   void ShowHelpFile(i32 lContext);
@@ -175,55 +174,53 @@ class Ostrand {
   // when the checks prevent saving, when the project could not be saved, and while Busy.
   void AskToSaveAll(bool bForce, bool& bCancel);
   // Asks for a name and saves the project under it. A cancelled dialog writes nothing and sets
-  // SaveCancelled. True when all files were written; false, with SaveCancelled and Saved as they
-  // were, while Busy.
+  // SaveCancelled. True when all files were written. While Busy it returns false and leaves
+  // SaveCancelled and Saved unchanged.
   bool SaveDldFile();
-  // Shows the option screen "Colors" or "Settings" and takes what it changed; Done keeps the
+  // Shows the option screen "Colors" or "Settings" and applies its changes; Done stores the
   // settings at once. Shows nothing while Busy.
   void ShowOptions(std::string_view sOption);
   // While the print panel is shown, these two take effect when the main row comes back.
   void SetQuitButton(bool Enable);
   void SetSaveDownload(bool Enable);
-  // Cancels the option screen that is open, if one is. The next ShowOptions shows a fresh one.
+  // Cancels the open option screen, if any. The next ShowOptions shows a fresh one.
   void FormCleanup();
 
   // ---- What the user does -----------------------------------------------------------------------
 
   [[nodiscard]] const MainRow& MainButtons() const;
-  // A press of a main button; nothing when it is disabled, and while Busy.
+  // Presses a main button; ignored when it is disabled, and while Busy.
   void Click(int button);
   void RightClick(int button);
   void PointAt(int button);  // shows its help
   void PointAtQuit();
   void ClickQuit();
-  // The panel of what can be printed is shown; its cancel button brings the main row back as it
-  // was.
+  // Whether the print panel is shown; its cancel button restores the main row.
   [[nodiscard]] bool PrintPanelShown() const;
   void CancelPrint();
-  // While a screen is open the panels of the control are hidden and it lays out nothing.
+  // While a screen is open, the panels of the control are hidden and not laid out.
   [[nodiscard]] bool Working() const;
 
-  // The two text boxes beside the summary, of up to 30 characters; a character that no project file
-  // can hold is dropped with a beep. They enter the store when the project is saved.
+  // The two text boxes beside the summary, of up to 30 characters; characters that no project file
+  // can hold are dropped with a beep. A save writes the boxes to the store.
   static constexpr std::size_t kMaxBoxLetters = 30;
   [[nodiscard]] const std::string& txtOper() const;
   void txtOper(std::string_view text);
   [[nodiscard]] const std::string& txtIDNum() const;
   void txtIDNum(std::string_view text);
   void KeepTextBoxes();
-  // A text box with the focus shows its text selected, on the highlight colour.
+  // A text box with the focus shows its text selected, in the highlight colour.
   [[nodiscard]] Focus FocusAt() const;
   [[nodiscard]] int FocusButton() const;  // with Focus::kButton
   void SetFocus(Focus focus, int button = 0);
   void KeyDown(Key key);
 
   [[nodiscard]] const Appearance& Colors() const;
-  // Takes the colours of the settings.
+  // Applies the colours of the settings.
   void ApplyColors();
-  // The summary as it was last drawn.
+  // The summary as last drawn.
   [[nodiscard]] const StyledText& SummaryBox() const;
-  // Draws the summary, which also sets `EstMeasTime`; into a box of the host as well, if there is
-  // one.
+  // Draws the summary, also into a box of the host if there is one, and sets `EstMeasTime`.
   bool Summarize(RichText* box = nullptr);
 
   // The screens of the buttons 0 to 15 and of ShowOptions, set by the host or the setup.
@@ -237,67 +234,67 @@ class Ostrand {
   [[nodiscard]] const platform::Surroundings& Around() const;
   [[nodiscard]] Settings& UserSettings();
   [[nodiscard]] const Settings& UserSettings() const;
-  // A save or a test compile runs, from its first question to its last file.
+  // Whether a save or a test compile runs, from its first question to its last file.
   [[nodiscard]] bool Busy() const;
-  // Unsaved edits may exist.
+  // Whether there may be unsaved edits.
   [[nodiscard]] bool DirtyFlag() const;
-  // The last SaveDldFile was cancelled.
+  // Whether the last SaveDldFile was cancelled.
   [[nodiscard]] bool SaveCancelled() const;
-  // The last SaveDldFile wrote all files.
+  // Whether the last SaveDldFile wrote all files.
   [[nodiscard]] bool Saved() const;
-  // Files that the last SavePipeline wrote, in their order.
+  // Files that the last SavePipeline wrote, in order.
   [[nodiscard]] const std::vector<std::string>& SavedFiles() const;
-  // The last test compile did not end with a program that compiles.
+  // Whether the last test compile ended without a program that compiles.
   [[nodiscard]] bool CompileFailed() const;
   // What the last test compile skipped, and why; empty when the compiler gave its reports.
   [[nodiscard]] const std::string& CompileSkipped() const;
-  // Lines of the project file that were not read. A save drops them, and keeps the old file first;
-  // OldFileKept is the name of that copy after the last save, empty for none.
+  // Lines of the project file that were not read. A save drops them, after it has kept the old
+  // file; OldFileKept is the name of that copy after the last save, empty for none.
   [[nodiscard]] const ORVUS_GENFILE::ReadReport& SkippedLines() const;
   [[nodiscard]] const std::string& OldFileKept() const;
-  // What the last OpenFile found in place of a project that is missing.
+  // What the last OpenFile found in place of a missing project.
   [[nodiscard]] const InterruptedProject& Interrupted() const;
   // A save that finds the project file changed by another program asks before it overwrites it;
-  // with `true` it overwrites without a question.
+  // `true` overwrites without asking.
   void OverwriteChanged(bool overwrite);
-  // The last save was not done, since another program has changed the project file.
+  // The last save was not done because another program has changed the project file.
   [[nodiscard]] bool ChangedOutside() const;
   // The sections that failed in the last program, each with its block or item and the line, in
-  // Windows-1252; empty for a complete program. One with faults is written, and never sent.
+  // Windows-1252; empty for a complete program. An incomplete program is written, but never sent.
   [[nodiscard]] const std::vector<std::string>& ProgramFaults() const;
-  // What the checks work on.
+  // Input of the checks.
   [[nodiscard]] CheckContext Checks();
 
   // ---- Steps of a save, for hosts without a user ------------------------------------------------
 
   // Writes the project file, the program, its table description and the wiring diagram, in this
-  // order and under one lock of the project. The first failure is reported and ends it; what was
-  // written stays. True when all was written; false while Busy.
+  // order and under one lock of the project. Stops at the first failure and reports it; files
+  // already written stay. True when all were written; false while Busy.
   bool SavePipeline();
-  // Runs `body`, which writes files of the project `base`, with other saves of it kept out; inside
-  // such a body it just runs. The folder of its program and documents is synced once, at the end.
-  // False when `body` returns false, when that sync fails, or when another save did not end; the
-  // last two have been reported then.
+  // Runs `body`, which writes files of the project `base`, while other saves of it are locked out;
+  // a nested call only runs its body. Syncs the folder of program and documents once, at the end.
+  // False when `body` returns false, when the sync fails, or when another save did not end; the
+  // last two have been reported by then.
   bool UnderLock(std::string_view base, const std::function<bool()>& body);
-  // The steps of the pipeline, for `base` and their extension. False when the file could not be
-  // written, which has been reported then, and while Busy. The wiring diagram is that of the last
+  // The steps of the pipeline, for `base` and their extension. False while Busy, and when the file
+  // could not be written, which has been reported by then. The wiring diagram is that of the last
   // program.
   bool WriteProjectFile(std::string_view base);
   bool WriteProgram(std::string_view base);
   bool WriteTableDescription(std::string_view base);
   bool WriteWiringDiagram(std::string_view base);
-  // The bytes of the wiring diagram, for its own run of the generator; empty while Busy.
+  // The bytes of the wiring diagram, from a separate run of the generator; empty while Busy.
   std::string WiringText();
 
   // The test compile by the logger's compiler; measured times go into the store. Does nothing while
   // Busy.
   void RunPreCompile();
 
-  // Makes `path` the session's project file by the rules for names: a title that holds ".VKG", in
-  // this case, stays; any other loses what follows its first "." and takes ".VKG". Touches no file.
+  // Sets the session's project file to `path` by the rules for names: a title that contains ".VKG",
+  // in upper case, stays; any other is cut at its first "." and gets ".VKG". Touches no file.
   void NameProject(std::string_view path);
 
-  // The name up to its first ".VKG", or else up to its first ".VKP", or all of it.
+  // The name up to its first ".VKG", otherwise up to its first ".VKP", otherwise all of it.
   static std::string_view WithoutExtension(std::string_view name);
 
  private:

@@ -1,4 +1,4 @@
-// The logger's compiler tries a project's program.
+// Test compile of a project's program by the logger's compiler.
 #include <optional>
 
 #include "model/warnings.h"

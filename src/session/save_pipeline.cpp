@@ -26,7 +26,7 @@ struct Step {
 
 // ---- The lock and the project on the disk -------------------------------------------------------
 
-// The lock of the save under way; the one before it, if any, comes back at the end.
+// The lock of the save under way; restores the previous one, if any, at the end.
 class Held {
  public:
   Held(SessionState& session, std::string_view base, std::unique_ptr<platform::ProjectLock> lock)
@@ -59,7 +59,7 @@ bool syncFolder(SessionState& session, std::string_view base) {
   });
 }
 
-// After a write of an output: its folder is synced now, or, under a lock, when the last is written.
+// After an output is written: syncs its folder now or, under a lock, after the last output.
 bool settleFolder(SessionState& session, std::string_view base) {
   if (session.save.lockedBase != base) return syncFolder(session, base);
   session.save.unsynced = true;
@@ -97,7 +97,7 @@ bool underLockOf(SessionState& session, const std::string& project, std::string_
   return false;
 }
 
-// Whether the lock is still ours; the loss has been reported then.
+// Whether the lock is still held; its loss has been reported by then.
 bool keepLock(SessionState& session) {
   return Guarded(session.around.forms, "Ostrand.SavePipeline", [&] {
     const Result<> kept =
@@ -140,8 +140,8 @@ void reportKept(SessionState& session) {
        .icon = platform::Icon::kInformation});
 }
 
-// Runs `body` under the lock while the project file has the content that the session knows, or one
-// that the user lets it overwrite. Nobody waits for the lock while the user is asked.
+// Runs `body` under the lock if the project file has the content that the session knows, or one
+// that the user agrees to overwrite. The lock is free while the user is asked.
 bool saveUnchanged(SessionState& session, std::string_view base,
                    const std::function<bool()>& body) {
   session.save.changedOutside = false;
@@ -165,7 +165,7 @@ bool saveUnchanged(SessionState& session, std::string_view base,
 
 // ---- The steps ----------------------------------------------------------------------------------
 
-// A save without the copy is not allowed.
+// Never saves without the copy.
 void keepOldFile(SessionState& session, const std::string& path) {
   session.save.oldFileKept.clear();
   if (session.readReport.skipped == 0) return;
@@ -180,7 +180,7 @@ bool writeProject(SessionState& session, std::string_view base) {
     auto saved = ORVUS_GENFILE::SaveProjectFile(session.store, session.around.files,
                                                 session.around.clock, base);
     if (!saved) {
-      // The new content may be in its place all the same.
+      // The new content may be in place despite the failure.
       auto now = platform::IdentityNow(session.around.files, placeOf(session, base));
       if (now) session.known = std::move(*now);
       throw FileAccess(saved.ErrorText());
@@ -205,7 +205,7 @@ bool writeWiringDiagram(SessionState& session, std::string_view base) {
   return wire.MakeWire_MasterWire(base, session.generator.Channels());
 }
 
-// The generator with the names that go into a program.
+// The generator, set up with the names for a program.
 SAVEDLD& namedGenerator(SessionState& session) {
   session.generator.HostApp(session.hostApp);
   session.generator.BaseName(session.baseName);

@@ -32,7 +32,7 @@ void askToSaveAll(SessionState& session, bool force, bool& cancel) {
     bool upgrade = false;
     ORVUS_COMMON::VerifyBeforeSave(session.control.Checks(), cancel, upgrade);
     if (cancel) return;
-    cancel = !session.SavePipeline();  // a session that ends now would lose the edits
+    cancel = !session.SavePipeline();  // ending the session now would lose the edits
     if (!cancel) session.MarkDirty(false);
   });
 }
@@ -90,7 +90,7 @@ void Ostrand::CloseSession(bool bForce, i16& iCancel) {
   const Marked closing(state_->closing);
   const UserAction action(*this);
   bool cancel = false;
-  std::exception_ptr failure;  // of the host, which waits for SessionComplete all the same
+  std::exception_ptr failure;  // thrown by the host, which still gets SessionComplete
   const auto run = [&](const auto& step) {
     try {
       step();

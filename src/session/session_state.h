@@ -1,5 +1,5 @@
-// The state of a session, and the steps that more than one source of the control takes. For these
-// sources alone; a host sees session/ostrand.h.
+// The state of a session, and the steps shared by several sources of the control. For these sources
+// only; a host sees session/ostrand.h.
 #pragma once
 
 #include <string>
@@ -25,7 +25,7 @@ inline constexpr std::string_view kProgramExtension = ".VKP";
 inline constexpr std::string_view kProjectFilter = "(*.VKG)|*.VKG|(All Files)|*.*";
 inline constexpr std::string_view kNoName = "NoName";
 
-// What the user sees beside the screens.
+// What the user sees besides the screens.
 struct MainScreenState {
   MainRow row;
   MainRow rowBeforePrint;
@@ -49,7 +49,7 @@ struct SaveState {
   std::string oldFileKept;
   std::string keptAs;                     // the remainder of an earlier save
   platform::ProjectLock* lock = nullptr;  // null on a disk without locks
-  std::string lockedBase;                 // the project that is locked; empty for none
+  std::string lockedBase;                 // the locked project; empty for none
   bool unsynced = false;                  // the folder of the locked project has new outputs
 };
 
@@ -58,25 +58,25 @@ struct SessionState {
                OstrandEvents& host);
 
   [[nodiscard]] bool HostIsHarrier() const;
-  // The store becomes a new project.
+  // Turns the store into a new project.
   void StartProject();
-  // The user's text as a text box takes it.
+  // The user's text, limited to what a text box accepts.
   [[nodiscard]] std::string TypedText(std::string_view keys);
-  // The text boxes show the store.
+  // Copies the store into the text boxes.
   void TakeTextBoxes();
-  // The main row for the project.
+  // Sets the main row for the project.
   void EnableButtons();
-  // The project differs from its file, or no longer does.
+  // Marks the project as different from its file, or the same.
   void MarkDirty(bool dirty);
   // Loads the settings and applies the colours.
   void LoadSettings();
-  // Writes the settings into the user's store. Raises a Fault when that fails.
+  // Writes the settings into the user's store. Raises a Fault on failure.
   void KeepSettings();
-  // Whether there is a compiler, which the user may have to search for. The question is asked below
-  // the text `missing`.
+  // Whether there is a compiler; the user may be asked to find it. The question follows the text
+  // `missing`.
   bool FindCompiler(std::string_view missing, std::string_view question);
 
-  // The routines of the control of the same name, for callers that hold Busy themselves.
+  // The control's routines of the same name, for callers that hold Busy themselves.
   void SaveDldFile();
   bool SavePipeline();
   bool WriteProgram(std::string_view base);
@@ -92,7 +92,7 @@ struct SessionState {
 
   std::string currentFileName;
   std::string baseName{kNoName};
-  platform::FileIdentity known;  // the project file as it was last read or written
+  platform::FileIdentity known;  // the project file as last read or written
   ORVUS_GENFILE::ReadReport readReport;
   InterruptedProject interrupted;
   bool dirtyFlag = false;

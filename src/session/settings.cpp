@@ -13,7 +13,8 @@
 namespace ostrand {
 namespace {
 
-constexpr std::string_view kIdentity = "QUILLON";  // of the program, and always of the section
+// Default identity; the section always has this name.
+constexpr std::string_view kIdentity = "QUILLON";
 constexpr std::string_view kMachine = "HKLM";
 constexpr std::string_view kMakerKey = "SOFTWARE\\Fernhollow Instruments";
 constexpr std::string_view kProductKey = "SOFTWARE\\Fernhollow Instruments\\ProgGen";
@@ -57,8 +58,8 @@ enum class Kind { kText, kNumber, kKinds };
 constexpr i32 kMin = std::numeric_limits<i32>::min();
 constexpr i32 kMax = std::numeric_limits<i32>::max();
 
-// The values of a row. The limits hold for a value that is set by hand; a stored value beyond them
-// takes the default only for codes (takeWithin).
+// The values of a row. The limits apply to values set by hand; a stored value outside them becomes
+// the default only for codes (takeWithin).
 struct RowRule {
   int row;
   std::string_view name;
@@ -120,7 +121,7 @@ std::string defaultText(const RowRule& rule) {
   return rule.kind == Kind::kNumber ? NumberText(rule.number) : std::string(rule.text);
 }
 
-// The kinds in a list; anything but a number is ignored.
+// The kinds in a list; anything but numbers is ignored.
 std::vector<i32> kindsIn(std::string_view list) {
   std::vector<i32> kinds;
   for (const std::string_view part : Split(list, ',')) {
@@ -138,7 +139,7 @@ std::string kindsText(const std::vector<i32>& kinds) {
   return text;
 }
 
-// Whether a list set by hand is one of kinds only, each of them once: single bits.
+// Whether a list set by hand contains only kinds (single bits), each once.
 bool isListOfKinds(std::string_view list) {
   std::vector<i32> kinds = kindsIn(list);
   if (kinds.size() != Split(list, ',').size()) return false;
@@ -148,7 +149,7 @@ bool isListOfKinds(std::string_view list) {
                      [](i32 kind) { return kind > 0 && (kind & (kind - 1)) == 0; });
 }
 
-// A value set by hand as the row keeps it.
+// A value set by hand, in the form of the row.
 Result<std::string> checkedValue(const RowRule& rule, std::string_view value) {
   const std::string refused = ", not \"" + std::string(value) + "\"";
   const std::string name(rule.name);
@@ -181,7 +182,7 @@ std::string_view storedValue(const std::vector<platform::Setting>& stored, std::
   return found == stored.end() ? std::string_view{} : std::string_view(found->value);
 }
 
-// A number where the text is one.
+// The number in a text, if it is one.
 ORVUS_COMMON::UserValue userValue(const std::vector<platform::Setting>& stored,
                                   std::string_view name,
                                   const ORVUS_COMMON::UserValue& defaultValue) {
@@ -191,7 +192,7 @@ ORVUS_COMMON::UserValue userValue(const std::vector<platform::Setting>& stored,
   return text;
 }
 
-// The compiler in the machine's folder for it.
+// The compiler in the folder that the machine sets for it.
 std::string compilerIn(std::string_view folder) {
   const std::string inFolder = folder.empty() ? "\\" : platform::WithSeparator(folder);
   return inFolder + std::string(kCompilerName);
@@ -263,7 +264,7 @@ void Settings::readStore() {
   }
 }
 
-// A number outside its limits takes the default.
+// A number outside its limits is replaced by the default.
 void Settings::readView() {
   using Rows = std::vector<platform::Setting>;
   const std::string place = std::string(kUserKey).append(kViewProduct);
@@ -313,7 +314,7 @@ Result<> Settings::saveView() {
   return Done{};
 }
 
-// The number of a row; one without a number takes its default. Afterwards the row shows it.
+// The number of a row, or its default if it has none. The row then shows the number.
 i32 Settings::takeNumber(int row) {
   SettingRow& there = table_[row];
   const i32 value = ToInt32(there.Value).value_or(ToInt32(there.Default).value_or(0));
@@ -321,7 +322,7 @@ i32 Settings::takeNumber(int row) {
   return value;
 }
 
-// As takeNumber, for a row of codes: an invalid code takes the default.
+// Like takeNumber, for codes: an invalid code is replaced by the default.
 i32 Settings::takeWithin(int row) {
   const i32 value = takeNumber(row);
   if (isWithin(ruleOf(row), value)) return value;
@@ -482,14 +483,15 @@ std::string textOf(const std::variant<std::string, std::int32_t>& value) {
   return text != nullptr ? *text : NumberText(std::get<std::int32_t>(value));
 }
 
-// With the error numbers that the same failures have elsewhere in the system.
+// Uses the error numbers of the same failures elsewhere in the system.
 Fault registryFault(platform::RegistryFailure failure, std::string_view key) {
   const std::string name(key);
   switch (failure) {
     case platform::RegistryFailure::kOpenKey:
       return {76, "Error Opening Registry Key : " + name};
     case platform::RegistryFailure::kDataType:
-      return {13, "Unsupported Data Type for Registry Value" + name};  // no mark between the two
+      // No separator between the two.
+      return {13, "Unsupported Data Type for Registry Value" + name};
     case platform::RegistryFailure::kReadValue:
       return {53, "Error Reading Registry Key Value : " + name};
     case platform::RegistryFailure::kCloseKey:

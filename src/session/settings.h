@@ -20,7 +20,7 @@
 
 namespace ostrand {
 
-// Colours have the form of Appearance.
+// Colours have the format of Appearance.
 using SoftPalette = std::array<i32, 6>;  // blue, green, cyan, red, magenta, yellow
 
 struct SummaryPalette {
@@ -32,14 +32,14 @@ struct SummaryPalette {
 
 // One row of the table of settings.
 struct SettingRow {
-  std::string Name;  // empty for a row that is not used
+  std::string Name;  // empty for an unused row
   std::string Value;
   std::string Default;
 };
 
 // The table of settings and the values of the session that are read from it.
 //
-// At start: BuildSettingsTable. To take the user's values: LoadSettings(true). A screen that edits
+// At start: BuildSettingsTable. To load the user's values: LoadSettings(true). A screen that edits
 // the table: CopyToTable, the screen, LoadSettings(false). At the end: SaveSettings.
 class Settings {
  public:
@@ -47,26 +47,26 @@ class Settings {
   static constexpr int kLastSetting = 34;
   using Table = Row<SettingRow, 0, kLastSetting>;
 
-  // Store and registry must outlive the settings. `temporaryFolder` is the WorkDir of a
-  // machine that names none. Builds the table and does not read the user's values yet.
+  // Store and registry must outlive the settings. `temporaryFolder` is the default WorkDir of a
+  // machine. Builds the table without reading the user's values.
   Settings(platform::SettingsStore& store, platform::MachineRegistry& registry,
            std::string temporaryFolder);
 
-  // Resets palettes and table and reads the machine's folders, silently when the machine has no
-  // such keys.
+  // Resets palettes and table and reads the machine's folders, without a report when the machine
+  // has no such keys.
   void BuildSettingsTable();
-  // With `readStore` all rows take the user's value, or their default when there is none or it is
-  // not a number where one is needed. Then, either way, the values below are taken from the table.
+  // With `readStore` all rows take the user's value, or their default when there is none or it
+  // should be a number and is not. In both cases the values below are then read from the table.
   void LoadSettings(bool readStore);
   // Copies the values below into the table.
   void CopyToTable();
-  // CopyToTable, then all rows go into the store, all or none. The error names the file.
+  // CopyToTable, then writes all rows to the store, all or none. The error names the file.
   Result<> SaveSettings();
-  // Notices for the user about store and registry, each one once; empty for none.
+  // Notices for the user about store and registry, each once; empty for none.
   std::string TakeNotice();
 
-  // The identity under which the store keeps the settings; an empty name means "QUILLON".
-  // Setting it reads nothing.
+  // The identity under which the store keeps the settings; an empty name means "QUILLON". Setting
+  // it reads nothing.
   [[nodiscard]] const std::string& RegistryApp() const { return registryApp_; }
   void RegistryApp(std::string_view name);
 
@@ -74,10 +74,10 @@ class Settings {
   [[nodiscard]] Table& Rows() { return table_; }
   [[nodiscard]] const Table& Rows() const { return table_; }
 
-  // Folders of the machine: for temporary files, never empty, and of the compiler, which is empty
-  // where none is named. As they are in the registry, with or without a trailing separator.
+  // Folders of the machine: for temporary files, never empty, and of the compiler, empty when not
+  // set. As in the registry, with or without a trailing separator.
   [[nodiscard]] const std::string& WorkDir() const { return workDir_; }
-  // Reads WorkDir again, which may have changed since the start.
+  // Reads WorkDir again, in case it has changed since the start.
   void ReadWorkDir();
   [[nodiscard]] const std::string& Compilers() const { return compilers_; }
 
@@ -92,8 +92,8 @@ class Settings {
   // Bits of the variable kinds, in the order in which lists of variables show them.
   [[nodiscard]] const std::vector<i32>& UserVarListTypes() const { return userVarListTypes_; }
   [[nodiscard]] const OptionValues& Options() const { return options_; }
-  // How things are shown; to be edited in place. LoadSettings(true) takes the user's and
-  // SaveSettings keeps what has changed since, beside the rows of the table.
+  // Display settings, edited in place. LoadSettings(true) loads the user's, and SaveSettings stores
+  // what has changed since, together with the rows of the table.
   [[nodiscard]] ViewOptions& View() { return view_; }
   [[nodiscard]] const ViewOptions& View() const { return view_; }
   [[nodiscard]] bool ViewChanged() const { return !(view_ == storedView_); }
@@ -101,11 +101,11 @@ class Settings {
   // The colours that the user can choose, from 0.
   [[nodiscard]] static std::string_view ColorName(int color);
   [[nodiscard]] i32 ColorValue(int color) const { return colorValues_[color]; }
-  // The same as a table of texts; values are signed decimals. A value that is not a number
-  // raises Fault 13 and changes none.
+  // The same as a table of texts; values are signed decimals. A value that is not a number raises
+  // Fault 13 and changes nothing.
   [[nodiscard]] ColorTable GetSelectedColors() const;
   void SetSelectedColors(const ColorTable& colors);
-  // The colour to paint the summary's highlight with: its values 0 to 255 are levels of grey.
+  // The colour of the summary's highlight; values 0 to 255 are levels of grey.
   [[nodiscard]] i32 HighlightColor() const;
 
   // Palettes, one of two each.
@@ -115,7 +115,7 @@ class Settings {
   [[nodiscard]] bool SoftTextHighlight() const { return softTextHighlight_; }
   void SoftTextHighlight(bool soft);
   [[nodiscard]] i32 HighlightLevel() const { return highlightLevel_; }  // of grey
-  // Takes the third soft colour as it is at this moment.
+  // Copies the third soft colour as it is at this moment.
   [[nodiscard]] bool UseLegacy() const { return useLegacy_; }
   void UseLegacy(bool legacy);
   [[nodiscard]] const SummaryPalette& SummaryColors() const { return summaryPalette_; }
@@ -124,8 +124,8 @@ class Settings {
   [[nodiscard]] std::vector<SettingRow> List() const;
   // The row of that name, in any case; an error when there is none.
   [[nodiscard]] Result<SettingRow> Get(std::string_view name) const;
-  // Checks the value, keeps it in the store, and only then takes it. Other rows of the store stay
-  // as they are. The error gives the valid values, or why it could not be kept.
+  // Checks the value and stores it before it takes effect. Other rows of the store are not changed.
+  // The error gives the valid values, or why it could not be stored.
   Result<> Set(std::string_view name, std::string_view value);
 
  private:
@@ -167,7 +167,7 @@ class Settings {
 
 namespace ORVUS_COMMON {
 
-// A value of the registry as text, numbers in decimal. A failure gets the common report under
+// A value of the registry as text, numbers in decimal. A failure is reported under
 // "ORVUS_COMMON.GetRegistrySetting" and gives an empty text.
 std::string GetRegistrySetting(platform::MachineRegistry& registry, platform::Forms& forms,
                                std::string_view hive, std::string_view key, std::string_view value);
@@ -175,7 +175,7 @@ std::string GetRegistrySetting(platform::MachineRegistry& registry, platform::Fo
 std::string QuietRegistrySetting(platform::MachineRegistry& registry, std::string_view hive,
                                  std::string_view key, std::string_view value);
 
-// A value is a number when it looks like one.
+// A value that looks like a number is stored as one.
 using UserValue = std::variant<std::string, double>;
 
 // Values of the user for all products of the maker ("ProgGen", "ConditionFont", "Size"), in

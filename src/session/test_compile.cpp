@@ -55,7 +55,7 @@ bool TestCompile::ParseCompileResults(ProjectStore& store, const MuxLines& muxLi
     if (report(call, resultFile_, "Skipped pre-compile.", text)) {
       StoreMeasuredTimes(store, text, muxLines);
       verdict = ReadCompileVerdict(text, version.newCompiler);
-      // An exit code is how a compiler marks a bad program; with a good report it is a fault.
+      // Compilers mark a bad program by an exit code; with a good report it is a fault.
       if (failure_ && (verdict.compiled || failure_->crashed)) {
         verdict = {false, "The compiler " + failure_->text + ".\r\n\r\n" + text};
       }
@@ -70,7 +70,7 @@ bool TestCompile::ParseCompileResults(ProjectStore& store, const MuxLines& muxLi
   return verdict.compiled;
 }
 
-// Runs the compiler for one report and takes the text that it wrote to `path`.
+// Runs the compiler for one report and reads the text that it wrote to `path`.
 bool TestCompile::report(const platform::ProgramCall& call, const std::string& path,
                          std::string_view skippedText, std::string& text) {
   const std::string why = outcome(call, path, text);
@@ -104,7 +104,7 @@ std::string TestCompile::outcome(const platform::ProgramCall& call, const std::s
   return {};
 }
 
-// How a compiler ended without a report, or with something else in its place.
+// How a compiler ended without a report, or with a report that is not a regular file.
 std::string TestCompile::withoutReport(const std::string& path) const {
   if (around_.files.Taken(path) && !around_.files.Exists(path)) {
     return " wrote a report that is not a regular file";
@@ -122,11 +122,11 @@ bool TestCompile::waitFor(platform::Process& compiler, const std::string& path) 
          });
 }
 
-// Rounds until `reached`; false at the bound, and when the compiler has ended before.
+// Polls until `reached`; false after the maximum of rounds, and when the compiler ended before.
 template <class Reached>
 bool TestCompile::poll(platform::Process& compiler, Reached&& reached) {
   for (int round = 0; round < kMaxCompileRounds; ++round) {
-    const bool ended = !compiler.Running();  // checked first: what it wrote is then on the disk
+    const bool ended = !compiler.Running();  // checked first: its output is then on the disk
     if (reached(ended)) return true;
     if (ended) return false;
     around_.forms.DoEvents();

@@ -13,7 +13,7 @@
 
 namespace ostrand {
 
-// Polling rounds of a wait for the compiler, with a rest of about a millisecond after each.
+// Polling rounds while waiting for the compiler, with a pause of about a millisecond after each.
 inline constexpr int kMaxCompileRounds = 50000;
 
 class TestCompile {
@@ -24,13 +24,13 @@ class TestCompile {
     platform::Processes& processes;
   };
 
-  // Reports go to the folder `workDir`.
+  // Reports are written to the folder `workDir`.
   TestCompile(Surroundings around, std::string_view workDir);
 
-  // Compiles `sourceName` by the compiler at `compilerPath`, puts the measured times into the
-  // store and shows the result when it is bad, or with `alwaysShow` in any case. True when the
-  // report says so and the compiler ended well. A compiler without a report shows only on the
-  // help line and in Skipped, as does one whose old report cannot be removed.
+  // Compiles `sourceName` by the compiler at `compilerPath`, stores the measured times and shows a
+  // bad result, or any result with `alwaysShow`. True when the report shows success and the
+  // compiler exited normally. A compiler without a report, or whose old report cannot be removed,
+  // only shows on the help line and in Skipped.
   bool ParseCompileResults(ProjectStore& store, const MuxLines& muxLines,
                            const std::string& sourceName, const std::string& compilerPath,
                            bool alwaysShow);
@@ -54,10 +54,10 @@ class TestCompile {
   std::optional<platform::ProcessFailure> failure_;  // of the last call
 };
 
-// Removes what is at `path`, if there is anything.
+// Removes the file at `path`, if any.
 Result<> RemoveOld(platform::FileSystem& files, const std::string& path);
 
-// The path of `title` in `folder`, whether or not that ends in a separator.
+// The path of `title` in `folder`, with or without a trailing separator.
 std::string InFolder(std::string_view folder, std::string_view title);
 
 }  // namespace ostrand

@@ -1,4 +1,4 @@
-// What a user action holds and releases however it ends.
+// Resources of a user action, released however it ends.
 #pragma once
 
 #include <utility>
@@ -9,7 +9,7 @@ namespace ostrand {
 
 class Ostrand;
 
-// Holds the process-wide reference for the time of a user action, actions within actions included.
+// Holds the process-wide reference during a user action, including nested actions.
 class UserAction {
  public:
   explicit UserAction(Ostrand& control);
@@ -21,7 +21,7 @@ class UserAction {
   Ostrand* before_;
 };
 
-// Sets a flag for the time of this object.
+// Sets a flag for the lifetime of this object.
 class Marked {
  public:
   explicit Marked(bool& mark) : mark_(mark), before_(std::exchange(mark, true)) {}
@@ -34,7 +34,7 @@ class Marked {
   bool before_;
 };
 
-// Runs `body`, then `end`, which also runs when the body throws. Of two failures the first goes on.
+// Runs `body`, then `end`, even when the body throws. Of two failures the first propagates.
 template <class Body, class End>
 void Finally(Body&& body, End&& end) {
   try {
