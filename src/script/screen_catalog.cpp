@@ -46,14 +46,14 @@ constexpr std::array<KindRow, 13> kKinds = {{
     {ControlKind::kButton, "button   press"},
 }};
 
-// Whether an item is the number that follows on the one before it.
+// Whether an item is the number after the previous item.
 bool follows(const std::string& item, const std::string& before) {
   const std::optional<std::int16_t> number = ToInt16(item);
   const std::optional<std::int16_t> previous = ToInt16(before);
   return number && previous && *number == *previous + 1;
 }
 
-// What a control is and what can be done with it.
+// The kind and the actions of a control.
 std::string usesOf(const Control& control) {
   std::string text(kKinds[static_cast<std::size_t>(control.Kind())].name);
   if (const auto* number = dynamic_cast<const NumericField*>(&control)) {
@@ -82,7 +82,7 @@ RowName rowNameOf(const std::string& name) {
   return {name.substr(0, end), ToInt16(name.substr(end)).value_or(0)};
 }
 
-// The last of the rows from 1 that are all alike; 0 when there is no row 1.
+// The last row of a run of equal rows from 1; 0 when there is no row 1.
 int lastRowAlike(const Screen& screen, const std::string& stem) {
   const Control* first = screen.Find(stem + "1");
   if (first == nullptr) return 0;
@@ -108,14 +108,14 @@ std::string controlsOf(const Screen& screen) {
   return text;
 }
 
-// Opens whatever a screen can open.
+// Opens everything that a screen can open.
 class Walker : public ScreenHost {
  public:
   explicit Walker(const std::function<void(Screen&)>& visit) : visit_(visit) {}
 
   void ShowModal(Screen& screen) override {
     visit_(screen);
-    // Of numbered ones two are enough: what a screen shows depends on the kind of a block.
+    // Two numbered openers are enough: what a screen shows depends on the kind of a block.
     for (Opener* opener : screen.Openers()) {
       const Opener::Which& which = opener->ForWhich();
       const bool isLater = !which.name.empty() && which.value != "1" && which.value != "2";
@@ -128,7 +128,7 @@ class Walker : public ScreenHost {
   const std::function<void(Screen&)>& visit_;
 };
 
-// Writes down what each screen has.
+// Collects the controls of each screen.
 class Catalog {
  public:
   // What a screen opens depends on who opened it.
@@ -145,7 +145,7 @@ class Catalog {
     }
   }
 
-  // In the order in which they were met.
+  // In the order of the visits.
   [[nodiscard]] std::string Text() const {
     std::string text;
     for (const Entry& entry : entries_) {
@@ -174,7 +174,7 @@ class Catalog {
     return entries_.emplace_back(Entry{screen.Name(), title + "\r\n" + controlsOf(screen), {}});
   }
 
-  std::deque<Entry> entries_;  // of which none moves
+  std::deque<Entry> entries_;  // a deque, so that entries do not move
 };
 
 }  // namespace
@@ -188,7 +188,7 @@ std::string ItemsText(const Choice& choice) {
 }
 
 std::string ItemsText(const std::vector<std::string>& items) {
-  constexpr std::size_t kFewest = 4;  // numbers worth a run
+  constexpr std::size_t kFewest = 4;  // minimum length of a run
   std::string text;
   for (std::size_t at = 0; at < items.size();) {
     std::size_t end = at + 1;

@@ -35,7 +35,7 @@ bool isAsExpected(std::string_view text, std::string_view expected) {
   return text.starts_with(expected.substr(0, expected.size() - kEllipsis.size()));
 }
 
-// What there is in place of an item that is not: ", but" and the items, if there are any.
+// The available items, for an item that does not exist: ", but" and the items, if any.
 std::string butItems(const Choice& choice) {
   const std::string items = ItemsText(choice);
   return items.empty() ? "" : ", but" + items;
@@ -70,7 +70,7 @@ const MainBox* mainBox(std::string_view name) {
 
 // ---- The lines ----------------------------------------------------------------------------------
 
-// What can be looked at of a control, and of an item of a choice.
+// States that a script can expect of a control, and of an item of a choice.
 struct ScreenScript::Looks {
   std::string name;
   bool enabled;
@@ -100,7 +100,7 @@ Result<> ScreenScript::Run() {
     for (const std::string& title : forms_.Unused()) fail("no box " + Quoted(title) + " came");
   }
   if (failure_.empty()) {
-    control_.KeepTextBoxes();  // a script that comes to its end is one whose project is saved
+    control_.KeepTextBoxes();  // a script that ends well has its project saved
     return Done{};
   }
   return Error{"line " + NumberText(line_) + ": " + failure_};
@@ -113,7 +113,7 @@ void ScreenScript::fail(const std::string& why) {
   if (!refusal_.empty()) line_ = refusalLine_;
 }
 
-// Fails for a box that nobody foresaw, at the line that brought it.
+// Fails for an unexpected box, at the line that caused it.
 bool ScreenScript::failForBox() {
   const std::string box = forms_.Unforeseen();
   if (box.empty() || !failure_.empty()) return false;
@@ -132,7 +132,7 @@ void ScreenScript::ShowModal(Screen& screen) {
   }
 }
 
-// Plays the lines that are for `screen`, or with none those for the main buttons.
+// Plays the lines for `screen`, or those for the main buttons when it is null.
 void ScreenScript::play(Screen* screen) {
   while (failure_.empty() && !rest_.empty()) {
     ++line_;
@@ -141,8 +141,8 @@ void ScreenScript::play(Screen* screen) {
   }
 }
 
-// Words are separated by blanks; one in double quotes may hold blanks, and "" in it is a quote. A
-// line that begins with "#" is a comment. Nothing for a quote that is not closed.
+// Words are separated by blanks; a word in double quotes may contain blanks, and "" in it is a
+// quote. A line that begins with "#" is a comment. Nothing for an unclosed quote.
 std::optional<ScreenScript::Words> ScreenScript::wordsOf(std::string_view line) {
   Words words;
   std::size_t at = 0;
@@ -205,7 +205,7 @@ void ScreenScript::playLine(Screen* screen, std::string_view line) {
     return fail(name + " takes " + (count < verb->min ? "more" : "fewer") + " words");
   }
   if (verb->onScreen && screen == nullptr) return fail("no screen is open");
-  // Names of files stay as they are.
+  // Names of files stay unchanged.
   if (verb->play != &ScreenScript::choose) {
     for (Word& word : *words) word.text = Windows1252FromUtf8(word.text);
   }
@@ -215,11 +215,11 @@ void ScreenScript::playLine(Screen* screen, std::string_view line) {
     actionLine_ = line_;
   }
   (this->*verb->play)(screen, *words);
-  // Looking at it afterwards answers no question.
+  // Checking it afterwards does not answer a question.
   if (forms_.AskedInVain()) failForBox();
 }
 
-// The control of that name when it can be used, with the focus on it; null and a failure otherwise.
+// The control with that name, enabled and focused; otherwise null and a failure.
 Control* ScreenScript::usable(Screen* screen, const Word& name) {
   Control* found = screen->Find(name.text);
   if (found == nullptr) {
@@ -231,7 +231,7 @@ Control* ScreenScript::usable(Screen* screen, const Word& name) {
   } else if (!screen->MoveFocus(found)) {
     fail(keptFocus(*screen));
   } else if (!found->Usable()) {
-    // What was taken on the way has changed the screen.
+    // Text accepted on the way has changed the screen.
     fail(found->Name() + " is disabled or hidden now");
   } else {
     refusal_.clear();
@@ -240,7 +240,7 @@ Control* ScreenScript::usable(Screen* screen, const Word& name) {
   return nullptr;
 }
 
-// Why the focus did not go.
+// Why the focus did not move.
 std::string ScreenScript::keptFocus(const Screen& screen) {
   const Control& field = *screen.Focused();
   return named(field) + " keeps the focus, since it can't take " + Quoted(field.Text());
@@ -353,8 +353,8 @@ void ScreenScript::press(Screen* screen, const Words& words) {
   if (found != nullptr && !found->Press()) fail(found->Name() + " is no button");
 }
 
-// A screen that stays open is one that the script has to know of: by the box, the beep or the help
-// line that it expects next, or by going on there.
+// The script must acknowledge a screen that stays open: by the box, beep or help line that it
+// expects next, or by continuing on that screen.
 void ScreenScript::end(Screen* screen, const Words& words) {
   const std::string help = forms_.HelpLine();
   const bool done = SameText(words[0].text, "done");
@@ -367,7 +367,7 @@ void ScreenScript::end(Screen* screen, const Words& words) {
     if (refusalAnswered_) refusal_.clear();
     return;
   }
-  // An unexpected box is reported itself.
+  // An unexpected box is reported separately.
   if (!forms_.Unforeseen().empty() || !refusal_.empty()) return;
   refusalLine_ = line_;
   refusalAnswered_ = forms_.Answered();
@@ -427,7 +427,7 @@ void ScreenScript::expectControl(Screen* screen, const Words& words) {
   shows(looks.name, found->Text(), rest[0].text);
 }
 
-// An item, and with more words how it looks.
+// An item and, with more words, its appearance.
 void ScreenScript::expectItem(const Control& control, std::span<const Word> words) {
   const auto* choice = dynamic_cast<const Choice*>(&control);
   if (choice == nullptr) return fail(control.Name() + " has no items");
@@ -440,7 +440,7 @@ void ScreenScript::expectItem(const Control& control, std::span<const Word> word
   if (words.size() > 1 && !expectLooks(looks, words.subspan(1))) fail("expect what of the item?");
 }
 
-// Whether the words ask for a state, a caption or a tool tip; they are compared then.
+// Whether the words ask for a state, a caption or a tool tip; compares them then.
 bool ScreenScript::expectLooks(const Looks& looks, std::span<const Word> words) {
   struct State {
     std::string_view word;

@@ -1,4 +1,4 @@
-// A person at the screens, written down line by line.
+// Scripts that use the screens like a person, line by line.
 #pragma once
 
 #include <optional>
@@ -20,13 +20,13 @@ class ScreenScript : public ScreenHost {
   // `text` is in UTF-8. The control shows its boxes through `forms`.
   ScreenScript(Ostrand& control, ScriptForms& forms, std::string_view text);
 
-  // Plays it from the first line to the last; the error begins with the number of the line that
-  // could not be done or that was not as expected.
+  // Plays the whole script; an error begins with the number of the line that failed or did not have
+  // the expected result.
   Result<> Run();
 
   void ShowModal(Screen& screen) override;
 
-  // An option screen was opened, so that the settings may have changed.
+  // Whether an option screen was opened, which may have changed the settings.
   [[nodiscard]] bool OpenedOptions() const { return openedOptions_; }
 
  private:
@@ -72,7 +72,7 @@ class ScreenScript : public ScreenHost {
   std::string_view rest_;
   int line_ = 0;
   int actionLine_ = 0;  // the last line that did something
-  // A way out that was refused, until the script shows that it knows of it.
+  // A refused way out that the script has not acknowledged yet.
   std::string refusal_;
   int refusalLine_ = 0;
   bool refusalAnswered_ = false;  // it came with a question that the script had an answer for
@@ -80,7 +80,7 @@ class ScreenScript : public ScreenHost {
   bool openedOptions_ = false;
 };
 
-// The lines of a script and what they do, for people.
+// Help on the lines of a script and their effects.
 std::string_view ScriptHelp();
 
 }  // namespace ostrand

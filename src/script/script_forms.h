@@ -1,4 +1,4 @@
-// What a script sees of a session beside its screens: boxes, beeps, file dialogs, the help line.
+// The part of a session besides its screens: boxes, beeps, file dialogs, the help line.
 #pragma once
 
 #include <deque>
@@ -14,8 +14,8 @@ namespace ostrand {
 // A text in double quotes.
 inline std::string Quoted(std::string_view text) { return "\"" + std::string(text) + "\""; }
 
-// The boxes, beeps and help lines of a session that a script drives. A box needs an answer given
-// beforehand; one that only informs may also be looked at afterwards.
+// The boxes, beeps and help lines of a session driven by a script. A question needs an answer given
+// beforehand; a box that only informs may also be checked afterwards.
 class ScriptForms : public platform::Forms {
  public:
   explicit ScriptForms(platform::Forms& inner) : inner_(inner) {}
@@ -29,20 +29,20 @@ class ScriptForms : public platform::Forms {
   void Prepare(std::string title, platform::Answer answer);
   void PrepareFile(std::string path) { file_ = std::move(path); }
 
-  // Forgets beeps and boxes that were looked at, for the next action.
+  // Forgets checked beeps and boxes, before the next action.
   void StartAction();
-  // Takes a box of that title that has come, if there is one.
+  // Takes a box with that title that has been shown, if any.
   std::optional<Box> Claim(std::string_view title);
   [[nodiscard]] bool Beeped() const { return beeped_; }
-  // Whether the present action brought a question that an answer was given for.
+  // Whether the present action asked a question that had an answer.
   [[nodiscard]] bool Answered() const { return !seen_.empty(); }
   [[nodiscard]] const std::string& HelpLine() const { return helpLine_; }
-  // An error text for a box that the script does not expect; empty for none. Of a failure of the
-  // disk it is path and reason.
+  // An error text for a box that the script does not expect; empty for none. For a disk failure it
+  // contains path and reason.
   [[nodiscard]] std::string Unforeseen() const;
-  // A question among them, which got the answer that changes nothing.
+  // Whether one of them was a question, which got the answer that changes nothing.
   [[nodiscard]] bool AskedInVain() const { return !unanswered_.empty(); }
-  // Titles of answers that no box has come for.
+  // Titles of answers without a matching box.
   [[nodiscard]] std::vector<std::string> Unused() const;
 
   platform::Answer ShowBox(const platform::MessageBox& box) override;
@@ -64,8 +64,8 @@ class ScriptForms : public platform::Forms {
   platform::Forms& inner_;
   std::deque<Prepared> answers_;
   std::optional<std::string> file_;
-  std::vector<Box> informed_;  // boxes with OK only that nobody has looked at yet
-  std::vector<Box> seen_;      // answered ones of the present action
+  std::vector<Box> informed_;  // boxes with OK only, not checked yet
+  std::vector<Box> seen_;      // answered boxes of the present action
   std::string unanswered_;     // a question without an answer
   std::string helpLine_;
   bool beeped_ = false;
