@@ -46,7 +46,7 @@ TEST_F(ControlTest, NumbersTakeEffectWithinTheirLimitsAndInTheirForm) {
   struct Case {
     NumberType type;
     std::string_view keys;
-    std::string_view taken;  // empty for one that is refused
+    std::string_view taken;  // empty for a refused one
     double least = -1e39;
     double most = 1e39;
   };
@@ -100,7 +100,7 @@ TEST_F(ControlTest, EscapeAfterEnterTakesTheTextAtFocusAgain) {
   EXPECT_EQ(taken, (std::vector<std::string>{"5", "3"}));
 }
 
-// A whole text, as an editor with a cursor makes it, under the rules that hold key by key.
+// A whole text, from an editor with a cursor, under the same rules as single keys.
 TEST_F(ControlTest, EditTakesAWholeTextUnderTheRulesOfTheKeys) {
   TextField name(screen, "AliasName", NameText);
   name.MaxLetters = 8;
@@ -117,7 +117,7 @@ TEST_F(ControlTest, EditTakesAWholeTextUnderTheRulesOfTheKeys) {
   };
   const Case cases[] = {
       {name, "Flow_2", "Flow_2"},
-      {name, "1Flow", "Flow_2"},      // the letter before it was deleted
+      {name, "1Flow", "Flow_2"},      // after deleting the letter before it
       {name, "Flow_2345", "Flow_2"},  // too long
       {name, "Taken", "Flow_2", "It is in use."},
       {name, "", ""},
@@ -125,7 +125,7 @@ TEST_F(ControlTest, EditTakesAWholeTextUnderTheRulesOfTheKeys) {
       {unit, " deg C", "degC"},
       {number, "1.5e-3", "1.5e-3"},
       {number, "1.5e-3V", "1.5e-3"},
-      {text, "ab[1", "ab[1"},  // the mark was there before
+      {text, "ab[1", "ab[1"},  // an existing mark may stay
       {text, "a[b[1", "ab[1", "A text can't hold \"[\": it begins a section of the project file."},
       {text, "two\r\nlines", "ab[1", "A text has one line, without tabs."},
       {text, "ab1", "ab1"},
@@ -160,7 +160,7 @@ TEST_F(ControlTest, UnitNamesBeginWithALetterAndLoseTheirBlanks) {
 
 TEST_F(ControlTest, ABracketIsRefusedWithItsReason) {
   TextField field(screen, "Expression");
-  field.Text("a[");  // from elsewhere: it stays
+  field.Text("a[");  // set by the screen: it stays
   screen.MoveFocus(&field);
   field.Key(']');  // all of it was selected
   field.TypeText("[b[(1)");
