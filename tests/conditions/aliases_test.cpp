@@ -25,7 +25,7 @@ TEST_F(AliasesTest, ProtectionIsByColumnAndByValue) {
   const DefaultScaling after = {"Bar", 2.5F, -0.1F};
   for (const Case& row : cases) {
     SCOPED_TRACE(row.except);
-    // The second is blank, the third has values of its own; neither follows.
+    // The second is blank, the third has separate values; neither follows.
     std::array<RepAlias, 3> aliases = {{{"A", "mVolts", "1.0", " 0", std::string(row.except)},
                                         {"B", "", "", "", std::string(row.except)},
                                         {"C", "MVOLTS", "1.5", "x", std::string(row.except)}}};
@@ -51,7 +51,7 @@ TEST_F(AliasesTest, ProtectionIsByColumnAndByValue) {
 
 TEST_F(AliasesTest, FlagsOfTablesAreNotOffered) {
   store->Tables[1].FlagTable = 2;
-  store->Tables[6].FlagMark = 8;  // off, and still its flag
+  store->Tables[6].FlagMark = 8;  // off, but still uses its flag
   store->Tables[3].FlagFull = 1;
   store->Scan.FlagScan = 4;
   Screen screen(context, "frmTest");
@@ -64,8 +64,8 @@ TEST_F(AliasesTest, FlagsOfTablesAreNotOffered) {
   }
 }
 
-// Any other setting is a reason, and the new one alone is none.
-TEST_F(AliasesTest, AFlagNoticeCountsEverySettingButTheNewOne) {
+// Any other setting is a reason; the new one alone is not.
+TEST_F(AliasesTest, FlagNoticeIgnoresTheNewUser) {
   const auto notice = [this](std::string_view user) {
     forms.ExpectBox("FLAG INFORMATION",
                     "JUST LETTING YOU KNOW.\r\nDuring program execution, the state of Flag(3"
@@ -73,7 +73,7 @@ TEST_F(AliasesTest, AFlagNoticeCountsEverySettingButTheNewOne) {
                         std::string(user));
   };
   const auto blank = std::make_unique<ProjectStore>(*store);
-  const auto tell = [&](std::string_view user, const std::function<void()>& set) {
+  const auto expectNotice = [&](std::string_view user, const std::function<void()>& set) {
     *store = *blank;
     set();
     CheckFlagUsage(forms, *store, 3, user);  // no box
@@ -84,23 +84,23 @@ TEST_F(AliasesTest, AFlagNoticeCountsEverySettingButTheNewOne) {
   notice("Flags Setup");
   store->Flags[3].FlagInclude = kTrue;
   CheckFlagUsage(forms, *store, 3);
-  tell(kScanBurstUser, [this] {
+  expectNotice(kScanBurstUser, [this] {
     store->Scan.BurstMode = kTrue;
     store->Scan.FlagScan = 3;
   });
-  tell(kStatusMonitorUser, [this] {
+  expectNotice(kStatusMonitorUser, [this] {
     store->Config.MonitorPower[kMonitorStatus] = kTrue;
     store->Config.StatusMonCount = 1;
     store->Config.Status[1][4] = "3 T";
   });
-  tell(TableFlagUser(2, kTableFlags[1]), [this] { store->Tables[2].FlagMark = 3; });
+  expectNotice(TableFlagUser(2, kTableFlags[1]), [this] { store->Tables[2].FlagMark = 3; });
   const auto zeroedBy = [](auto& group) {
     group.BlockCount = 2;
     group[2].ZeroFlag = 3;
   };
-  tell(ZeroFlagUser(ORVUS_DOBJ_BLK_VOLT, 2), [&] { zeroedBy(store->VoltBlock); });
-  tell(ZeroFlagUser(ORVUS_DOBJ_BLK_BRIDGE, 2), [&] { zeroedBy(store->BridgeBlock); });
-  tell(ZeroFlagUser(ORVUS_DOBJ_BLK_TK40M, 2), [&] { zeroedBy(store->TK40MBlock); });
+  expectNotice(ZeroFlagUser(ORVUS_DOBJ_BLK_VOLT, 2), [&] { zeroedBy(store->VoltBlock); });
+  expectNotice(ZeroFlagUser(ORVUS_DOBJ_BLK_BRIDGE, 2), [&] { zeroedBy(store->BridgeBlock); });
+  expectNotice(ZeroFlagUser(ORVUS_DOBJ_BLK_TK40M, 2), [&] { zeroedBy(store->TK40MBlock); });
 }
 
 TEST_F(AliasesTest, AFlagNoticeListsAllUsers) {
@@ -110,7 +110,7 @@ TEST_F(AliasesTest, AFlagNoticeListsAllUsers) {
   store->Scan.FlagScan = 3;  // without a burst
   store->VoltBlock.BlockCount = 1;
   store->VoltBlock[1].ZeroFlag = 3;
-  store->VoltBlock[2].ZeroFlag = 3;  // beyond the count
+  store->VoltBlock[2].ZeroFlag = 3;  // after the last block
   store->TK40MBlock.BlockCount = 2;
   store->TK40MBlock[2].ZeroFlag = 3;
   store->Config.MonitorPower[kMonitorStatus] = kTrue;

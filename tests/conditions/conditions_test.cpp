@@ -9,10 +9,10 @@
 namespace ostrand {
 namespace {
 
-// A "^" stands before the character whose position is told.
-TEST(GroupingTest, TheFirstFaultIsToldWithItsPosition) {
+// A "^" marks the reported position: it precedes the character.
+TEST(GroupingTest, FirstFaultIsReportedWithItsPosition) {
   const struct {
-    std::string title, text;  // no title for lines that are good
+    std::string title, text;  // no title for a valid line
     std::vector<std::string> lines;
   } faults[] = {
       {"",
@@ -63,9 +63,9 @@ TEST(GroupingTest, TheFirstFaultIsToldWithItsPosition) {
   EXPECT_TRUE(FindGroupingFault("4", 3).has_value());
 }
 
-// Any line of the letters that lines are made of is either refused or, as it is stored, joins its
-// rows as the program will expand it: words apart from their neighbours, numbers without zeros.
-TEST(GroupingTest, WhatIsStoredOfAGoodLineIsGoodAndStaysAsItIs) {
+// Random lines of the letters that lines consist of are either refused, or their stored form joins
+// their rows so that the program can expand it: words separated by blanks, numbers without zeros.
+TEST(GroupingTest, StoredLineIsValidAndStable) {
   constexpr std::string_view kPieces[] = {"1", "2 ", "10", "01", "(", ")", "OR", "or ", " And"};
   unsigned seed = 7;
   int good = 0;
@@ -137,7 +137,7 @@ class ConditionsTest : public VoltProject {
   std::string shown(std::string_view name) { return TableScreens::shown(screen, name); }
 };
 
-TEST_F(ConditionsTest, NamesAndVariables) {
+TEST_F(ConditionsTest, AliasesConvertToVariablesAndBack) {
   const std::vector<std::string> first(variables.Names().begin(), variables.Names().begin() + 4);
   EXPECT_EQ(first, (std::vector<std::string>{"VBlk1(1)", "Oil", "VBlk2", "Flag(1)"}));
   EXPECT_EQ(variables.InVariables("oil > VBlk2 AND Flag(1) = True"),
@@ -151,7 +151,7 @@ TEST_F(ConditionsTest, NamesAndVariables) {
   EXPECT_EQ(variables.Find("VBlk1"), -1);
 }
 
-TEST_F(ConditionsTest, ARowIsComposedOfWhatIsPicked) {
+TEST_F(ConditionsTest, RowIsComposedFromPicks) {
   set.Load({}, 0, "");
   use("Meas1", "Oil");
   use("Compare1", ">=");
@@ -170,7 +170,7 @@ TEST_F(ConditionsTest, ARowIsComposedOfWhatIsPicked) {
   EXPECT_EQ(set.Stored(1).Expression, "Flag(3) = False");
 }
 
-TEST_F(ConditionsTest, RowsFormATableThatSaysWhyItIsDisabled) {
+TEST_F(ConditionsTest, RowsFormTableWithReasonWhenDisabled) {
   set.Load({}, 0, "");
   use("Meas1", "Oil");
   const auto faceOf = [this](std::string_view name) {
@@ -190,7 +190,7 @@ TEST_F(ConditionsTest, RowsFormATableThatSaysWhyItIsDisabled) {
   EXPECT_EQ(faceOf("Grouping"), "Conditions|0|Grouping of the conditions|Needs a condition.");
 }
 
-TEST_F(ConditionsTest, ARowThatIsOnlyLookedAtStaysAsItIs) {
+TEST_F(ConditionsTest, ViewedRowStaysUnchanged) {
   const ConditionRow rows[] = {
       {"Gone", 17, 30, -2.5F, "", "Gone ?? -2.5"},
       {"", 0, 0, 0, "", "Flag(2) True"},

@@ -18,7 +18,7 @@ class FieldNamesTest : public testing::TableScreens {
 };
 
 // The last text of a row has a bit for each cell that was set by hand.
-TEST_F(FieldNamesTest, OnlyWhatDiffersFromTheDefaultIsKept) {
+TEST_F(FieldNamesTest, OnlyDifferencesFromDefaultAreStored) {
   rows.insert(rows.end(), {{"Oil", "Bar", "0.1", "1e8", "7"}, {"A", "Bar", "3", "4", "7"}});
   const auto form = open();
   EXPECT_EQ(form->Caption, "FIELD NAMES (VBlk1)");
@@ -26,7 +26,7 @@ TEST_F(FieldNamesTest, OnlyWhatDiffersFromTheDefaultIsKept) {
   EXPECT_EQ(form->Find("AliasOffset6"), nullptr);
   type(*form, "AliasUnits1", "Bar");
   type(*form, "AliasMult1", "0.50");
-  type(*form, "AliasMult1", "2.500");  // the default by its value
+  type(*form, "AliasMult1", "2.500");  // the default value in another form
   type(*form, "AliasOffset2", "-3");
   type(*form, "AliasName3", "9Oil Temp_2");
   EXPECT_EQ(forms.beeps, 2) << "the digit and the blank";
@@ -37,7 +37,7 @@ TEST_F(FieldNamesTest, OnlyWhatDiffersFromTheDefaultIsKept) {
   const std::vector<RepAlias> kept = {{"", "Bar", "", "", "1"},
                                       {"", "", "", "-3", "4"},
                                       {"OilTemp_2", "", "", "", "0"},
-                                      {"Oil", "Bar", "0.1", "1e8", "7"},  // as it was written
+                                      {"Oil", "Bar", "0.1", "1e8", "7"},  // as written
                                       {"", "", "", "", "0"}};
   EXPECT_EQ(rows, kept);
 }
@@ -124,7 +124,7 @@ TEST(AliasRename, NamesMatchWholeWithTheirIndexAndAllAtOnce) {
   }
 }
 
-// A formula names elements as long as they are there; the only sensor of a block goes by its array.
+// A formula names existing elements; a single sensor goes by the name of its array.
 TEST(AliasRename, FormulasFollowTheOnlySensorOfABlock) {
   const auto store = NewStore();
   std::string& formula = store->CalcFields.Field[50].CalcField[2];
