@@ -1,4 +1,4 @@
-// The table screens: what of a table can be set, what is asked, and what the project gets.
+// The table screens: settings, questions, and what is stored in the project.
 #include "tables/frm_out_int.h"
 
 #include "model/new_store.h"
@@ -92,8 +92,8 @@ TEST_F(TableSetupTest, LocationZeroIsInternalAndNoEdit) {
   EXPECT_EQ(store->Tables[1].TableLocation, 1);
 }
 
-// Every member has its own value, so that two that change places are seen.
-TEST(TableObjects, AllThatTheProjectKeepsOfATableComesBack) {
+// Every member has a different value, to detect swapped ones.
+TEST(TableObjects, TableObjectKeepsAllStoredMembers) {
   OutputTable kept{kTrue, "T", 1, 2,  3,   kTrue, kTrue, kTrue, 2,  kTrue, 4,  5,   6, 7, 8,
                    kTrue, 1,   9, 10, "a", "b",   "c",   {},    11, 1,     {}, "d", 0, 0};
   i16 n = 12;

@@ -1,5 +1,5 @@
-// Parameters of histogram, rainflow and level crossing: what the screens keep, and that the
-// program, the size of a record and the table description make the same of it.
+// Parameters of histogram, rainflow and level crossing: what the screens store, and that program,
+// record size and table description agree on it.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -49,7 +49,7 @@ class HistoScreens : public testing::TableScreens {
   }
 };
 
-TEST_F(HistoScreens, WhatIsOnlyLookedAtStaysAsItWasWritten) {
+TEST_F(HistoScreens, ViewedParametersStayAsWritten) {
   histo().HistogramCode = "20,000,1,-150,200";
   histo().RainHistoCode = "5,10,0,0,40";
   frmHistogram histogram(context, {histo(), 1, "FP2"});
@@ -89,7 +89,7 @@ TEST_F(HistoScreens, WhatIsOnlyLookedAtStaysAsItWasWritten) {
   EXPECT_EQ(histo().LevelMeas, 7);
 }
 
-TEST_F(HistoScreens, EachLevelIsKeptOnceAndNoMoreThan40) {
+TEST_F(HistoScreens, LevelsAreUniqueAndAtMost40) {
   frmLevel screen(context, {histo(), 1, "FP2", "VBlk1"});
   for (const std::string_view value : {"5", "-1", "0.5", "5", "0.50"}) add(screen, "One", value);
   EXPECT_EQ(forms.beeps, 2) << "a value that is there already";
@@ -128,7 +128,7 @@ int lastCodeOf(const OutputSource& source) {
   return isSingle ? kRainFlow : kLevelCrossing;
 }
 
-// What the instructions name of value `i`, and the array that its level crossing is given.
+// The name of value `i` in instructions, and the array for its level crossing.
 std::pair<std::string, std::string> namesOf(const OutputSource& source, int t, int i) {
   const std::string table = std::to_string(t);
   const std::string index = std::to_string(i);
@@ -146,7 +146,7 @@ std::pair<std::string, std::string> namesOf(const OutputSource& source, int t, i
   }
 }
 
-// Every kind of source with all that it can have in two tables, set up through the screens: two
+// Every kind of source with all its outputs in two tables, set up through the screens: two
 // dimensions in table 1, one in table 2.
 TEST_F(HistoScreens, ProgramRecordAndDescriptionAgree) {
   store->TempBlock.BlockCount = store->BridgeBlock.BlockCount = store->PulseBlock[0].BlockCount =

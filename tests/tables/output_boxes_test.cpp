@@ -1,4 +1,4 @@
-// What a user can store of an item, and what the item keeps of it.
+// Output selections that a user can make, and what the item stores.
 #include "tables/output_boxes.h"
 
 #include "logger/frm_port_tables.h"
@@ -21,7 +21,7 @@ class OutputBoxesTest : public ScreenTest {
   OutputBoxes boxes{screen, *store};
 };
 
-TEST_F(OutputBoxesTest, BoxesOfATableThatIsOffKeepWhatTheyHold) {
+TEST_F(OutputBoxesTest, BoxesOfDisabledTableKeepTheirState) {
   output.OutputSelect[1][kMaximum] = 1;
   boxes.Show(output);
   EXPECT_EQ(Shown(screen, "Table"), "Table 3") << "the first that is on";
@@ -41,7 +41,7 @@ TEST_F(OutputBoxesTest, BoxesOfATableThatIsOffKeepWhatTheyHold) {
   EXPECT_EQ(output.OutputSelect[1][kMaximum], 1);
 }
 
-TEST_F(OutputBoxesTest, AHistogramThatCannotBeChosenAgainCanBeTakenAway) {
+TEST_F(OutputBoxesTest, UnavailableHistogramCanBeUnchecked) {
   output.OutputSelect[3][kHistogram] = 1;
   boxes.Show(output);
   Check(screen, "Hst", false);
@@ -49,7 +49,7 @@ TEST_F(OutputBoxesTest, AHistogramThatCannotBeChosenAgainCanBeTakenAway) {
   EXPECT_FALSE(IsUsable(screen, "Hst"));
 }
 
-TEST_F(OutputBoxesTest, ASampleTakesThePlaceInEveryTableAlsoInOneThatIsOff) {
+TEST_F(OutputBoxesTest, SampleReplacesOutputsInAllTables) {
   output.OutputSelect[1][kStdDev] = 1;
   output.OutputSelect[3][kAverage] = 1;
   output.OutputSelect[4][kMaximum] = 1;
@@ -63,7 +63,7 @@ TEST_F(OutputBoxesTest, ASampleTakesThePlaceInEveryTableAlsoInOneThatIsOff) {
   EXPECT_EQ(output.OutputSelect[4][kSample], 0);
   EXPECT_FALSE(IsUsable(screen, "Avg"));
   EXPECT_EQ(screen.Find("Avg")->WhyDisabled, "Avg is not available here.");
-  EXPECT_FALSE(boxes.SampleInstead({kAverage, kStdDev})) << "the user is told once";
+  EXPECT_FALSE(boxes.SampleInstead({kAverage, kStdDev})) << "one notice";
 }
 
 TEST_F(OutputBoxesTest, SingleValuesAreEditedAsACopyUnderTheirTitles) {
@@ -101,7 +101,7 @@ TEST_F(OutputBoxesTest, SingleValuesAreEditedAsACopyUnderTheirTitles) {
   }
 }
 
-// What the project file can't keep is not offered.
+// Outputs that the project file cannot store are not offered.
 TEST_F(OutputBoxesTest, SingleValuesOfferWhatTheFileKeeps) {
   struct Offer {
     SingleValue value;

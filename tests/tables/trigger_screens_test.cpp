@@ -1,4 +1,4 @@
-// Triggers and write conditions, and what is stored of them.
+// Triggers and write conditions, and their stored form.
 #include <gtest/gtest.h>
 
 #include "support/table_screens_fixture.h"
@@ -30,7 +30,7 @@ class TriggerScreens : public testing::TableScreens {
   cOutputTable table;
 };
 
-TEST_F(TriggerScreens, ASingleTriggerKeepsItsStopConditionsOutOfReach) {
+TEST_F(TriggerScreens, SingleTriggerDisablesButKeepsStopConditions) {
   table.TriggerNumber = table.TriggerStopNum = 1;
   for (int s = 0; s <= 1; ++s) {
     table.TriggerMeasVar(s, 1, "Flag(1)");
@@ -56,8 +56,8 @@ TEST_F(TriggerScreens, ASingleTriggerKeepsItsStopConditionsOutOfReach) {
   EXPECT_EQ(table.TriggerIndvExpress(1, 1), "Flag(1) = False");
 }
 
-// Rows that are not in use are stored as a new project has them.
-TEST_F(TriggerScreens, EmptyRowsAreThoseOfANewProject) {
+// Unused rows are stored as in a new project.
+TEST_F(TriggerScreens, EmptyRowsAreStoredAsInNewProject) {
   table.TriggerNumber = 1;
   table.TriggerMeasVar(0, 1, "Oil");
   setTriggers(
