@@ -1,5 +1,5 @@
-// The logger's own screens: what is kept of projects that other programs wrote, and what the
-// program gets of all that was typed. The screens themselves are gone through by scripts.
+// The logger's screens: what they preserve of projects from other programs, and how typed values
+// reach the program. Scripts test the screens themselves.
 #include <gmock/gmock.h>
 
 #include "generator/generated.h"
@@ -21,7 +21,7 @@ class ConfigScreens : public testing::TableScreens {
     store->VoltBlock[1].Alias[2].AliasName = "Oil";
   }
 
-  // A check is "on" or "off"; what is one of a list is picked.
+  // A check box is "on" or "off"; items of a list are picked.
   template <typename Form>
   void fill(std::initializer_list<std::pair<std::string_view, std::string_view>> fields) {
     Form screen(context);
@@ -40,7 +40,7 @@ class ConfigScreens : public testing::TableScreens {
   }
 };
 
-TEST_F(ConfigScreens, TheDefaultTripLevelIsShownWhateverAFileHolds) {
+TEST_F(ConfigScreens, DefaultTripLevelOverridesFile) {
   store->Config.MonitorPower[kMonitorBatterySaver] = kTrue;
   store->Config.DefaultBattVolt = kTrue;
   store->Config.BattTripVolts = 12.5F;
@@ -51,7 +51,7 @@ TEST_F(ConfigScreens, TheDefaultTripLevelIsShownWhateverAFileHolds) {
   EXPECT_EQ(store->Config.BattTripVolts, 11.5F);
 }
 
-TEST_F(ConfigScreens, WhatIsOnlyLookedAtStays) {
+TEST_F(ConfigScreens, ViewedSettingsStayUnchanged) {
   Configuration& config = store->Config;
   config.MonitorPower[kMonitorBattery] = config.MonitorPower[kMonitorPowerControl] = kTrue;
   config.PowerOffMeasVar = "BattVolt";
@@ -66,7 +66,7 @@ TEST_F(ConfigScreens, WhatIsOnlyLookedAtStays) {
   const Configuration before = config;
   const FlagControl flagBefore = store->Flags[1];
   frmConfig screen(context);
-  EXPECT_EQ(shown(screen, "PowerOffCompare"), " <") << "the line tells, not the code";
+  EXPECT_EQ(shown(screen, "PowerOffCompare"), " <") << "the line decides, not the code";
   screen.Done();
   EXPECT_EQ(config.PowerOffLine, before.PowerOffLine);
   EXPECT_EQ(config.PowerOffCompare, before.PowerOffCompare);
@@ -131,7 +131,7 @@ TEST_F(ConfigScreens, PortsOfTheOtherModeSayWhichModeTheyNeed) {
   EXPECT_EQ(whyNot("Include9"), "");
 }
 
-// What is typed on the screens is what the logger does.
+// The program contains what was typed on the screens.
 TEST_F(ConfigScreens, PowerAndPortsReachTheProgram) {
   fill<frmConfig>({{"MonitorPower2", "on"},
                    {"EnablePowerOff", "on"},
