@@ -31,7 +31,7 @@ class AnalogScreensTest : public ScreenTest {
   }
 };
 
-TEST_F(AnalogScreensTest, ABlockMadeOnTheScreensStandsInTheProjectFile) {
+TEST_F(AnalogScreensTest, BlockMadeOnScreensIsSaved) {
   frmVoltBlock list(context);
   Spin(list, "BlockCount", true);
   edit(list, "frmVoltSetup", "1", [](Screen& setup) {
@@ -73,7 +73,7 @@ TEST_F(AnalogScreensTest, FreeChannelsDecideOnAnotherBlock) {
       {ORVUS_INPUT_DIFF, 37, "3", "1", true, true},
       {ORVUS_INPUT_SE, 39, "1", "0", true, true},
       {ORVUS_INPUT_SE, 40, "0", "0", false, false},
-      {ORVUS_INPUT_SE, 42, "-2", "-1", true, false},  // overdrawn
+      {ORVUS_INPUT_SE, 42, "-2", "-1", true, false},  // too many
   };
   for (const Case& row : cases) {
     SCOPED_TRACE(row.singleEnded);
@@ -102,7 +102,7 @@ TEST_F(AnalogScreensTest, DoneWritesTheStartsOfAllBlocksOfAllKinds) {
     list.Done();
     SCOPED_TRACE(list.Name());
     EXPECT_EQ(store->TempBlock[1].StartChan, written ? 1 : 7);
-    // The first block skips a channel that the others don't know of.
+    // The first block skips a channel, which the other blocks do not take into account.
     constexpr int volts[] = {3, 5, 11, 11};
     for (int b = 1; b <= 4; ++b) {
       EXPECT_EQ(store->VoltBlock[b].StartChan, written ? volts[b - 1] : 9) << b;
@@ -120,7 +120,7 @@ TEST_F(AnalogScreensTest, DoneWritesTheStartsOfAllBlocksOfAllKinds) {
   }
   store->Config.AutoChan = kTrue;
 
-  // So does the choice of the manual selection, at its Done.
+  // Done after a change to manual selection does too.
   for (const bool kept : {false, true}) {
     for (int b = 1; b <= 4; ++b) store->VoltBlock[b].StartChan = 9;
     frmConfig config(context);
@@ -138,7 +138,7 @@ TEST_F(AnalogScreensTest, DoneWritesTheStartsOfAllBlocksOfAllKinds) {
   EXPECT_EQ(store->VoltBlock[1].StartChan, 1);
 }
 
-TEST_F(AnalogScreensTest, ValuesOfTheProjectStandUntilTheyAreTyped) {
+TEST_F(AnalogScreensTest, ProjectValuesStayUntilEdited) {
   fill(store->VoltBlock, {{2, "Diff"}});
   VoltBlockData& block = store->VoltBlock[1];
   block.Integration = 300;
@@ -198,11 +198,11 @@ TEST_F(AnalogScreensTest, TheReferenceIsMeasuredForThermocouplesOnly) {
   }
 }
 
-TEST_F(AnalogScreensTest, AMultiplexerBlockThatWasOfVoltsKeepsNothingOfThem) {
+TEST_F(AnalogScreensTest, MultiplexerBlockDropsVoltSettings) {
   store->Config.TK40MQty = 1;
   fill(store->TK40MBlock, {{2, ""}});
   TK40MBlockData& block = store->TK40MBlock[1];
-  block.CalOnSite = 1;  // of volts only, and does not lock thermocouples
+  block.CalOnSite = 1;  // applies to volts only, and does not lock thermocouples
   block.Alias[1] = {"Oil", "Deg_F", "1.8", "32", "0"};
   block.Alias[2] = {"", "Deg_F", "3", "32", "2"};
   frmTK40MBlock list(context);
@@ -229,7 +229,7 @@ TEST_F(AnalogScreensTest, AMultiplexerBlockThatWasOfVoltsKeepsNothingOfThem) {
   EXPECT_EQ(block.Alias[2].AliasUnits + block.Alias[2].AliasMult, "3");
 }
 
-TEST_F(AnalogScreensTest, AScaleReachesRowsThatTheCountLeavesOut) {
+TEST_F(AnalogScreensTest, ScaleAppliesToUnusedRows) {
   fill(store->TempBlock, {{2, "Diff"}});
   TempBlockData& block = store->TempBlock[1];
   block.Alias[1] = {"Oil", "Deg_C", "1", "0", "0"};  // of another scale, but not marked

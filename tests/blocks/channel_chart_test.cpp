@@ -1,4 +1,4 @@
-// Who uses the terminals of the panel and of the multiplexers.
+// Users of the terminals of the panel and of the multiplexers.
 #include "model/channel_chart.h"
 
 #include "blocks/frm_graphs.h"

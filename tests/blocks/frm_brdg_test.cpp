@@ -1,5 +1,5 @@
-// Bridge blocks, through the controls of their screens: what projects bring that no screen makes,
-// and what the screens do not show.
+// Bridge blocks, through the controls of their screens: project files that no screen produces, and
+// effects that the screens do not show.
 #include "blocks/bridge_rules.h"
 #include "blocks/frm_brdg_block.h"
 #include "support/screen_driver.h"
@@ -33,7 +33,7 @@ class BridgeScreen : public ScreenTest {
   }
 };
 
-TEST_F(BridgeScreen, KindsBringWhatTheirStatementTakes) {
+TEST_F(BridgeScreen, KindSetsMembersOfItsStatement) {
   struct Case {
     std::string_view caption;
     std::string_view type;
@@ -173,7 +173,7 @@ TEST_F(BridgeScreen, ZeroFlagPickedTwiceIsReportedOnce) {
   EXPECT_EQ(block(1).ZeroFlag, 3);
 }
 
-TEST_F(BridgeScreen, CancelTakesAllBack) {
+TEST_F(BridgeScreen, CancelUndoesAllEdits) {
   BridgeBlockData& data = give(1, 3, 2, 1);
   data.Integration = 100;
   const auto before = std::make_unique<BridgeBlockData>(data);
@@ -187,19 +187,19 @@ TEST_F(BridgeScreen, CancelTakesAllBack) {
   EXPECT_TRUE(data == *before);
 }
 
-TEST_F(BridgeScreen, AGaugeFactorNotYetCopiedIsNoChangeOfScaling) {
+TEST_F(BridgeScreen, CopyingGaugeFactorIsNotAnEdit) {
   BridgeBlockData& data = give(1, kQuarterStrain, 2, 1);
   data.Units = "uStrain";
   data.GageFactor = 2.08F;
   data.DefaultOffset = 0;
   data.Alias[2].AliasOffset = "2.11";
   data.Alias[2].AliasExcept = "4";
-  inSetup(1, [](Screen&) {});  // without the question about sensors with values of their own
+  inSetup(1, [](Screen&) {});  // no question about sensors with separate values
   EXPECT_EQ(data.DefaultOffset, 2.08F);
   EXPECT_EQ(data.Alias[2].AliasOffset, "2.11");
 }
 
-TEST_F(BridgeScreen, BlocksAboveTheFourthGoAtDone) {
+TEST_F(BridgeScreen, DoneRemovesBlocksAfterTheFourth) {
   for (int b = 1; b <= 7; ++b) give(b, 2, 1, 1);
   {
     frmBrdgBlock list(context);

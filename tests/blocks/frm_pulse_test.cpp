@@ -1,5 +1,5 @@
-// Pulse blocks, through the controls of their screens: what projects bring that no screen makes,
-// and what the screens do not show.
+// Pulse blocks, through the controls of their screens: project files that no screen produces, and
+// effects that the screens do not show.
 #include "blocks/frm_pulse_block.h"
 #include "support/screen_driver.h"
 #include "text/number.h"
@@ -27,7 +27,7 @@ class PulseScreen : public ScreenTest {
   }
 };
 
-TEST_F(PulseScreen, SensorsThatAProjectHasTooManyAreLowered) {
+TEST_F(PulseScreen, ExcessSensorsAreRemoved) {
   const PulseBlockData& first = give(1, 2, 1);
   const PulseBlockData& second = give(2, 2, 1);
   inSetup(2, [](Screen& setup) { EXPECT_EQ(Shown(setup, "FreeHiLev"), "0 free"); });
@@ -35,7 +35,7 @@ TEST_F(PulseScreen, SensorsThatAProjectHasTooManyAreLowered) {
   EXPECT_EQ(second.Reps, 0);
 }
 
-TEST_F(PulseScreen, BlanksStandForHighLevelAndFullResolution) {
+TEST_F(PulseScreen, BlanksMeanHighLevelAndFullResolution) {
   PulseBlockData& data = give(1, 1, 5);
   data.Meas = "";
   data.DataResolution = "";
@@ -71,8 +71,8 @@ TEST_F(PulseScreen, UnitsOfSensorsFollowThoseOfTheBlock) {
     std::string_view picks[2];
     std::string_view typed;
     std::string_view block;   // the units at the end
-    std::string_view hertz;   // what becomes of a sensor's "Hz"
-    std::string_view counts;  // and of its "Counts"
+    std::string_view hertz;   // result for a sensor with "Hz"
+    std::string_view counts;  // and for one with "Counts"
   };
   constexpr Case cases[] = {{1, {"Totl", "Totl"}, "", "Counts", "Counts", "Counts"},
                             {1, {"Totl", "Totl"}, "turns", "turns", "turns", "Counts"},
