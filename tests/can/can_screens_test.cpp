@@ -28,7 +28,7 @@ class CanScreens : public testing::TableScreens {
   std::unique_ptr<frmCanBus> busScreen() {
     return std::make_unique<frmCanBus>(context, CanRequest{files, "/work/"});
   }
-  // A project with so many items that can be measured.
+  // A project with `count` items that can be measured.
   void giveItems(int count) {
     store->Can.CanCount = static_cast<i16>(count);
     for (int n = 1; n <= count; ++n) {
@@ -152,7 +152,7 @@ TEST_F(PickScreen, EditsAreAskedForAndSaved) {
   EXPECT_EQ(copy->Result(), ModalResult::kCancel) << "no edits are left";
 }
 
-TEST_F(PickScreen, AnItemThatNoProjectCanKeepIsNotPicked) {
+TEST_F(PickScreen, ItemThatProjectCannotStoreIsNotPicked) {
   for (const std::string line :
        {"\"Oil [bar]\",1,0,0,0,0,0,1,1,1,A,1,0,", "\"A\",1,0,0,0,0,0,1,1,1,A[1,1,0,",
         "\"A\",1,0,0,0,0,0,1,1,1,A,1,0,[V"}) {
@@ -169,7 +169,7 @@ TEST_F(PickScreen, AnItemThatNoProjectCanKeepIsNotPicked) {
   EXPECT_EQ(forms.beeps, 3);
 }
 
-TEST_F(PickScreen, AListThatCanNotBeSavedStaysOpen) {
+TEST_F(PickScreen, ListStaysOpenWhenSaveFails) {
   auto screen = pickScreen();
   press(*screen, "Add");
   files.readOnly.insert("/work/a.29LST");
@@ -208,9 +208,9 @@ TEST_F(PickScreen, AProjectsItemReadsBackFromItsList) {
   EXPECT_EQ(list.Value().Items[0].Config.DataID(), "&HABC");
 }
 
-TEST_F(CanScreens, AProjectThatIsOnlyLookedAtStaysAsItIs) {
+TEST_F(CanScreens, ViewedProjectStaysUnchanged) {
   giveItems(1);
-  // Values that no list of the screen holds.
+  // Values outside the lists of the screen.
   CanItemData& item = store->Can.Item[1];
   item.DataStyle = 19;
   item.ItemMessageType = 2;
@@ -234,7 +234,7 @@ TEST_F(CanScreens, AProjectThatIsOnlyLookedAtStaysAsItIs) {
   EXPECT_EQ(project(), before);
 }
 
-// A session whose open dialog is looked at and cancelled.
+// A session whose open dialog is recorded and cancelled.
 TEST(CanSession, PickListsAreLookedForInTheWorkFolder) {
   class Dialogs : public ScriptForms {
    public:

@@ -1,4 +1,4 @@
-// Files with lists of CAN items: what is read, what is written, and what is said of bad ones.
+// Files with lists of CAN items: reading, writing, and reports on faulty ones.
 #include "can/pick_list.h"
 
 #include <gtest/gtest.h>
@@ -30,8 +30,8 @@ std::string joined(const Parts&... parts) {
   return all;
 }
 
-// All that a list keeps of an item.
-std::string told(const CanListItem& item) {
+// All members of an item that a list stores.
+std::string memberText(const CanListItem& item) {
   const cCanConfig& c = item.Config;
   const auto number = [](auto value) { return NumberText(static_cast<int>(value)); };
   return joined(c.Description, c.DataID(), c.DataIDIsHex() ? "hex" : "decimal",
@@ -41,7 +41,7 @@ std::string told(const CanListItem& item) {
                 number(c.RxTimeout));
 }
 
-// What a new item has; whether it transmits stands in front.
+// The values of a new item, after whether it transmits.
 constexpr std::string_view kReceiveOnly = "0|0|&H0000000000000000|&HXXXXXXXXXXXXXXXX|1000|";
 
 TEST(PickList, ItemsAreReadFieldByField) {
@@ -64,14 +64,15 @@ TEST(PickList, ItemsAreReadFieldByField) {
   ASSERT_TRUE(list) << list.ErrorText();
   const auto& items = list.Value().Items;
   ASSERT_EQ(items.size(), 4U);
-  EXPECT_EQ(told(items[0]),
+  EXPECT_EQ(memberText(items[0]),
             "Engine, \"hot\" side|&H18FECA03|hex|fields|2|9|16|EngTemp|0.125|-40|degC|1|"
             "&H18EA0003|&H00FECA0000000000|&HXXXXCA00XXXXXXXX|250|");
   // 7 * 2^26 + 3 * 2^24 + 255 * 2^16 + 255 = 0x1FFF00FF
-  EXPECT_EQ(told(items[1]),
+  EXPECT_EQ(memberText(items[1]),
             "Speed|536805631|decimal|fields|6|1|8||0.001|0||" + std::string(kReceiveOnly));
-  EXPECT_EQ(told(items[2]), "Plain|&H1ABC|hex|plain|1|64|1|Raw|1|0||" + std::string(kReceiveOnly));
-  EXPECT_EQ(told(items[3]),
+  EXPECT_EQ(memberText(items[2]),
+            "Plain|&H1ABC|hex|plain|1|64|1|Raw|1|0||" + std::string(kReceiveOnly));
+  EXPECT_EQ(memberText(items[3]),
             "Shown in hex|&HABC|hex|plain|1|64|1|Raw2|1|0||1" + std::string(kReceiveOnly.substr(1)))
       << "filled, though as a new item has it";
 }
@@ -171,13 +172,13 @@ TEST(PickList, AWrittenListReadsBackTheSame) {
     EXPECT_EQ(back.Value().DataIDType, list.DataIDType);
     ASSERT_EQ(back.Value().Items.size(), list.Items.size());
     for (std::size_t at = 0; at < list.Items.size(); ++at) {
-      EXPECT_EQ(told(back.Value().Items[at]), told(list.Items[at]));
+      EXPECT_EQ(memberText(back.Value().Items[at]), memberText(list.Items[at]));
     }
     EXPECT_EQ(CanListContent(back.Value()), files.files.begin()->second);
   }
 }
 
-TEST(PickList, AFileThatIsNoListIsToldApart) {
+TEST(PickList, FilesOtherThanListsAreRefused) {
   struct Case {
     std::string name, content, message;
   };
@@ -210,14 +211,14 @@ TEST(PickList, AFileThatIsNoListIsToldApart) {
   EXPECT_FALSE(ReadCanList(none, "/l/big.29LST"));
 }
 
-TEST(PickList, AFaultyItemIsToldByItsLineAndEndsTheReading) {
+TEST(PickList, FaultyItemStopsReadingAndReportsItsLine) {
   const std::string good = "\"A\",6,0,0,254,202,3,2,9,16,A,1,0,";
   constexpr std::string_view kFaulty[] = {
       "\"B\",6,0,0,254,202,3,2,9,16,A,1,0",            // a field too few
       "\"B\",6,0,0,254,202,3,2,9,16,A,1,0,,",          // one too many
       "B, hot,6,0,0,254,202,3,2,9,16,A,1,0,",          // an open comma
       "\"B,6,0,0,254,202,3,2,9,16,A,1,0,",             // an open quote
-      "\"B\" hot,6,0,0,254,202,3,2,9,16,A,1,0,",       // text behind a quote
+      "\"B\" hot,6,0,0,254,202,3,2,9,16,A,1,0,",       // text after a quote
       "\"B\",256,0,0,254,202,3,2,9,16,A,1,0,",         // more than a byte
       "\"B\",6,-1,0,254,202,3,2,9,16,A,1,0,",          // one field absent
       "\"B\",,0,0,254,202,3,2,9,16,A,1,0,",            // a blank field
@@ -251,7 +252,7 @@ TEST(PickList, AFaultyItemIsToldByItsLineAndEndsTheReading) {
       << "J1939 fields in a list of short identifiers";
 }
 
-TEST(PickList, ACheckTellsOfValuesThatAreNotAsMeant) {
+TEST(PickList, CheckReportsSuspiciousValues) {
   const std::string content = linesOf({
       "ORVUSV5",
       kLong,
@@ -260,7 +261,7 @@ TEST(PickList, ACheckTellsOfValuesThatAreNotAsMeant) {
       "\"b\",-1,-1,-1,-1,-1,0,1,1,1,OIL,1,0,,,,,",
       "\"\",&H1FFFFFFF,-1,-1,-1,-1,0,1,1,1,,1,0,,1,&H0000000000000000,&HXX00XXffXXXXXXXX,1",
   });
-  // The line, "!" for what can't be picked, and how the text begins.
+  // The line, "!" for an item that cannot be picked, and the start of the text.
   constexpr std::string_view kExpected[] = {
       R"(3!Description "A[1")",
       R"(3 Priority "9" is too large and is read as 7)",
@@ -291,7 +292,7 @@ TEST(PickList, ACheckTellsOfValuesThatAreNotAsMeant) {
   EXPECT_EQ(broken[0].Line, 4);
 }
 
-TEST(PickList, AListThatCanNotBeWrittenLeavesTheOldOne) {
+TEST(PickList, FailedWriteKeepsOldList) {
   CanList list;
   list.Items.resize(3);
   testing::MemoryFileSystem disk;
@@ -307,7 +308,7 @@ TEST(PickList, AListThatCanNotBeWrittenLeavesTheOldOne) {
   disk.readOnly.insert("/l/a.29LST");
   EXPECT_FALSE(WriteCanList(disk, "/l/a.29LST", list));
   EXPECT_EQ(disk.files["/l/a.29LST"], "before");
-  EXPECT_EQ(disk.files.size(), 2U) << "nothing is left behind";
+  EXPECT_EQ(disk.files.size(), 2U) << "no temporary file remains";
 
   testing::FaultyFileSystem unreadable(disk, 1, true);
   const auto back = ReadCanList(unreadable, "/l/a.29LST");
