@@ -17,12 +17,12 @@ TEST(Formula, IsTestedForParensEqualSignsAndFunctions) {
   };
   const struct {
     std::string formula;
-    std::string mistakes;  // behind the head; empty for none
+    std::string mistakes;  // after the header; empty for none
   } cases[] = {
       {"x = a + b", ""},
       {"x = sin(y)", ""},
       {"x = SIN (y)", ""},
-      {"x = foo", ""},  // no "(" behind it
+      {"x = foo", ""},  // no "(" after it
       {"x = CANtemp(1)", ""},
       {"x = cantemp(1)", ""},
       {"x = cannotReallyBeAFunction(1)", ""},
@@ -34,7 +34,7 @@ TEST(Formula, IsTestedForParensEqualSignsAndFunctions) {
       {"x = Iif(a, b, Atn2(c, d))", isNoFunction("a,b,Atn2")},
       {"x = IIF(Mod(a) + Log10(b))", ""},
       {"x = 3\\(a)", ""},
-      {"x = f(y)", isNoFunction("x=f")},  // too short to look for where the name begins
+      {"x = f(y)", isNoFunction("x=f")},  // too short to find where the name begins
       {"xy = f(y)", isNoFunction("f")},
       {"x = 2^(a)", isNoFunction("2^")},
       {"x = foo(y) + foo(z)", isNoFunction("foo") + isNoFunction("foo")},
@@ -97,8 +97,8 @@ class CalculatedScreen : public ScreenTest {
   }
 };
 
-// A formula that can only be rejected is not offered: of a flag, of an element whose array is
-// called like no function.
+// Variables whose formula would be rejected are not offered: a flag, and an element whose array
+// does not have the name of a function.
 TEST_F(CalculatedScreen, OffersTheVariablesThatAFormulaTakes) {
   store->Config.CanBusQty = 1;
   store->Can.Module[1].CanBusEnabled = 1;
@@ -127,7 +127,7 @@ TEST_F(CalculatedScreen, OffersTheVariablesThatAFormulaTakes) {
 
 TEST_F(CalculatedScreen, StopsAtFiftyFields) {
   for (int f = 1; f < kCalcFields; ++f) put("N" + std::to_string(f), "Oil");
-  // Names that collide elsewhere don't stop a new one.
+  // Names that collide elsewhere do not prevent a new one.
   store->Tables[2].TableName = store->Tables[1].TableName;
   frmCalculated screen(context, place);
   for (int beeps = 0; beeps <= 1; ++beeps) {
@@ -140,10 +140,10 @@ TEST_F(CalculatedScreen, StopsAtFiftyFields) {
   Press(screen, "Edit");
   Pick(screen, "cboMeas1", "N1");
   Press(screen, "Save");
-  EXPECT_EQ(store->CalcFields.Field[50].CalcField[2], "N1") << "replacing needs no room";
+  EXPECT_EQ(store->CalcFields.Field[50].CalcField[2], "N1") << "replacing needs no free row";
 }
 
-TEST_F(CalculatedScreen, DeletingMovesTheRowsBehindWithTheirOutputs) {
+TEST_F(CalculatedScreen, DeletingMovesLaterRowsWithTheirOutputs) {
   put("A", "Oil");
   put("B", "Oil + 1");
   put("C", "Sin(Oil)", "m");
@@ -167,7 +167,7 @@ TEST_F(CalculatedScreen, DeletingMovesTheRowsBehindWithTheirOutputs) {
   EXPECT_EQ(store->CalcFields.Field[3].Output.OutputSelect[4][kSample], 1);
 }
 
-TEST_F(CalculatedScreen, DeletingAVariableInUseIsAsked) {
+TEST_F(CalculatedScreen, DeletingUsedVariableAsks) {
   using Use = std::function<void(ProjectStore&)>;
   const std::pair<const char*, Use> uses[] = {
       {"formula", [](ProjectStore& s) { s.CalcFields.Field[2].CalcField[2] = "Abs(POWER)"; }},
@@ -219,7 +219,7 @@ TEST_F(CalculatedScreen, ListsItsFormulasToAFile) {
       "B = Sin(A)\r\n";
   EXPECT_EQ(files.files["/work/CalcFile.Log"], list);
 
-  // On a disk that fails the old list stands, and the user is told.
+  // On a failing disk the old list stays, and the failure is reported.
   FaultyFileSystem faulty(files, 1, true);
   frmCalculated another(context, {faulty, clock, "/work", "OTHER"});
   forms.ExpectBoxWith("TROUBLE", "has occurred in frmCalculated.ListToDisk.");

@@ -1,5 +1,5 @@
-// The screens of the calculators: what they show as it is typed, what they hand back, and what they
-// leave in the project.
+// The screens of the calculators: answers while typing, results, and what they store in the
+// project.
 #include "calc/frm_calc_mult_off.h"
 #include "calc/frm_calc_mv_per_volt.h"
 #include "calc/frm_flow_calc.h"
@@ -14,7 +14,7 @@ using namespace testing;
 
 class CalculatorScreens : public ScreenTest {};
 
-TEST_F(CalculatorScreens, ARecordWithoutAnAnswerHandsNothingBack) {
+TEST_F(CalculatorScreens, RecordWithoutAnswerReturnsNothing) {
   store->MultOffCalc.XMin = "100";
   frmCalcMultOff screen(context, {"Input mV", "mVolts"});
   EXPECT_EQ(Shown(screen, "M") + Shown(screen, "B"), "");
@@ -23,7 +23,7 @@ TEST_F(CalculatorScreens, ARecordWithoutAnAnswerHandsNothingBack) {
   EXPECT_FALSE(screen.Answer());
 }
 
-TEST_F(CalculatorScreens, FlowKeepsWhatNobodyEdited) {
+TEST_F(CalculatorScreens, FlowKeepsUneditedMembers) {
   store->FlowCalc.Pulses = 100.00000000001;
   frmFlowCalc screen(context);
   Pick(screen, "OutSystem", "Metric");
@@ -59,7 +59,7 @@ TEST_F(CalculatorScreens, CaptionsNameTheUnitOfTheInput) {
   EXPECT_EQ(caption(speed, "WheelSize"), "Wheel size (inches)");
 }
 
-// Every calculator: Done keeps all its inputs in the project, Cancel none.
+// Every calculator: Done stores all its inputs in the project, Cancel none.
 TEST_F(CalculatorScreens, DoneKeepsTheInputsAndCancelDoesNot) {
   const auto inputs = [](const Screen& screen) {
     std::string texts;

@@ -20,13 +20,13 @@ TEST(TwoPoint, SolvesTheLine) {
       {points("100", "0", "100", "0"), "1.0 0.0"},
       {points("500", "0", "20", "4"), "31.25 -125.0"},
       {points("-40", "60", "10", "0"), "-10.0 60.0"},
-      // Text behind a number is ignored, a text without one is 0.
+      // Text after a number is ignored, a text without a number is 0.
       {points("100 kPa", "low", "2mV", ""), "50.0 0.0"},
       {points("1e2", ".5", "+10", "-10"), "4.975 50.25"},
-      // Offsets are those of the multiplier as shown: 0.33333 * 300 and 333.333 * 1.
+      // Offsets use the shown multiplier: 0.33333 * 300 and 333.333 * 1.
       {points("1", "0", "303", "300"), "0.33333 -99.999"},
       {points("1000", "0", "4", "1"), "3.33333e2 -333.333"},
-      // Nine characters, the point and the sign among them, take the exponent.
+      // Nine characters, including point and sign, take the exponent.
       {points("1000", "0", "3", "0"), "3.33333e2 0.0"},
       {points("12345.67", "0", "1", "0"), "12345.67 0.0"},
       {points("12345.678", "0", "1", "0"), "1.23457e4 0.0"},
@@ -36,7 +36,7 @@ TEST(TwoPoint, SolvesTheLine) {
       {points("10000000", "0", "2", "1"), "1.00000e7 -1.00000e7"},
       {points("0.000005", "0", "1", "0"), "0.00001 0.0"},
       {points("0.000004", "0", "1", "0"), "0.0 0.0"},
-      // Without a span what is shown stays.
+      // Without a span the shown answer stays.
       {points("100", "0", "5", "5"), "kept"},
       {points("100", "0", "", "0"), "kept"},
       {points("100", "0", "x", "y"), "kept"},
@@ -120,7 +120,7 @@ TEST(MVPerVolt, SolvesOneOfThree) {
       {kMVOut, "10.000000", {"200", "", "5000"}, "100.0"},
       {kExcite, "10.000000", {"200", "100", ""}, "5000.0"},
       {kUnits, "1.0", {"", "1", "3000"}, "0.3333"},
-      {kUnits, "1.0", {"", "100000", "3000"}, "33333.332"},  // no more than a single holds
+      {kUnits, "1.0", {"", "100000", "3000"}, "33333.332"},  // limited to the digits of a single
       {kUnits, "10.000000", {"", "100", "0"}, "ERROR"},
       {kUnits, "10.000000", {"", "", ""}, "ERROR"},
       {kMVOut, "0.0000000", {"200", "", "5000"}, "ERROR"},

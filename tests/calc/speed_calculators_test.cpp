@@ -13,7 +13,7 @@
 namespace ostrand {
 namespace {
 
-// Multiplier and try-out as they are shown; "kept" when there is nothing to compute.
+// Multiplier and try-out as shown; "kept" when there is nothing to compute.
 std::string shown(const std::optional<RateAnswers>& answers) {
   return answers ? answers->multiplier + " " + answers->whatIf : "kept";
 }
@@ -104,7 +104,7 @@ TEST(MoreSpeedCalculator, ShowsMultiplierAndTryOut) {
 }
 
 TEST(MoreSpeedCalculator, NamesItsUnits) {
-  // In full, short, and what is handed back.
+  // Full name, short name, and returned units.
   constexpr std::string_view kOuts[] = {
       "KM/Hour|kM/Hour|KM/Hour",     "Meter/Minute|Meters/Min|M/Min",
       "CM/Minute|cM/Min|KM/Hour",    "Meter/Second|Meters/Sec|M/Sec",
@@ -151,7 +151,7 @@ SpeedCalcRecord metricSpeed() {
   return record;
 }
 
-// Circumference, diameter and radius; a length that is not above 0 divides nothing.
+// Circumference, diameter and radius; no result for a length that is not above 0.
 TEST(SpeedCalculator, MeasuresTheWheelInThreeWays) {
   const struct {
     i16 option;
