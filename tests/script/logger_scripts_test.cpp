@@ -1,5 +1,5 @@
-// The screens of the logger, its outputs, the CAN bus and the calculated fields, worked at by
-// scripts as a person does it.
+// The screens of the logger, its outputs, the CAN bus and the calculated fields, used by scripts
+// like a person.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -15,8 +15,8 @@ using testing::ReadDisk;
 
 const std::string kScripts = OSTRAND_SOURCE_DIR "/tests/scripts/logger/";
 
-// One script for each screen or group of screens, played on a new project in a folder that holds
-// the pick lists: scripts name files without folders.
+// One script for each screen or group of screens, played on a new project in a folder with the pick
+// lists: scripts name files without folders.
 class LoggerScript : public ::testing::TestWithParam<std::string> {
  protected:
   void SetUp() override {
@@ -43,7 +43,7 @@ TEST_P(LoggerScript, GoesThrough) {
     EXPECT_EQ(checked.out, base + ".VKG: all checks passed\n") << checked.err;
   }
   if (GetParam() != "vehicle") return;
-  // This one makes an example from nothing.
+  // This one builds an example from nothing.
   EXPECT_EQ(ReadDisk(base + ".VKG"), ReadDisk(OSTRAND_SOURCE_DIR "/examples/vehicle-test.VKG"));
   run({"generate", base + ".VKG"});
   for (const std::string extension : {".VKP", ".VKD", ".VKW"}) {

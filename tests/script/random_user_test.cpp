@@ -1,8 +1,8 @@
-// Whatever a user does on any screen: the project keeps the rules of the screens, is read back as
-// it was saved, and its program can be made.
+// A random user on all screens: the project obeys the rules of the screens, reads back as saved,
+// and its program can be generated.
 //
-// OSTRAND_RANDOM_SEED repeats a failed round first, OSTRAND_RANDOM_ACTIONS sets how long it goes
-// on.
+// OSTRAND_RANDOM_SEED repeats a failed round first, OSTRAND_RANDOM_ACTIONS sets the number of
+// actions.
 #include "support/random_user.h"
 
 #include <gtest/gtest.h>
@@ -56,7 +56,7 @@ std::unique_ptr<ProjectStore> readBack(std::string_view text) {
   return store;
 }
 
-// The lines of the second text that are not in the first, and the other way round.
+// The lines that are in only one of the two texts.
 std::string difference(const std::string& before, const std::string& after) {
   std::string text;
   const auto add = [&](const std::string& from, const std::string& other, std::string_view mark) {
@@ -73,8 +73,9 @@ std::string difference(const std::string& before, const std::string& after) {
   return text.empty() && before != after ? "the order of lines" : text;
 }
 
-// What a screen that is cancelled puts back: not what was done before on screens of their own, the
-// calculators and the outputs of reference temperatures, nor whether there is one to be measured.
+// The text that a cancelled screen restores: without edits made on separate screens, the
+// calculators and the outputs of reference temperatures, and without whether a reference is
+// measured.
 std::string withoutOwnScreens(const ProjectStore& project) {
   const auto store = std::make_unique<ProjectStore>(project);
   store->SpeedCalc = {};
@@ -90,9 +91,9 @@ std::string withoutOwnScreens(const ProjectStore& project) {
   return saved(*store);
 }
 
-// The project in the form that its screens give it when they are opened: the code of a new bridge
-// goes with no range, a resistance bridge has one multiplier, and no conditions are grouped as "1".
-// Under automatic selection any list of blocks gives all of them their starts.
+// The project in the form that opening its screens produces: the code of a new bridge has no range,
+// a resistance bridge has one multiplier, and an empty grouping is "1". Under automatic selection
+// any list of blocks sets the start channels of all blocks.
 std::string settled(const ProjectStore& project) {
   const auto store = std::make_unique<ProjectStore>(project);
   for (BridgeBlockData& block : store->BridgeBlock.Blocks) {
@@ -112,8 +113,8 @@ std::string settled(const ProjectStore& project) {
   return saved(*store);
 }
 
-// What the checks find, one line each. The file holds nothing of a table that is not in use, and no
-// outputs of ports that are written, and no conditions of ports that are read.
+// Findings of the checks, one line each. The file does not store tables that are not in use,
+// outputs of written ports, and conditions of read ports.
 std::string findingsOf(const ProjectStore& project, platform::Forms& forms) {
   const auto copy = std::make_unique<ProjectStore>(project);
   ProjectStore& store = *copy;
@@ -146,16 +147,16 @@ class Round {
     takeProject(seed);
     bool cancelled = false;
     session_.OpenFile("/any.VKG", cancelled);
-    // What a file holds besides, the screens bring into their form.
+    // Viewing the screens normalizes the rest of a file.
     user_.mood = RandomUser::Mood::kLooks;
     for (int button = 0; button <= kExciteButton; ++button) session_.Click(button);
     inStep_ = stepsMissed().empty();
   }
 
-  // What is wrong; empty for nothing.
+  // The first fault; empty for none.
   std::string Play() {
     for (int visit = 0; visit < kVisits; ++visit) {
-      if (const std::string wrong = playVisit(); !wrong.empty()) return wrong + "\n" + told();
+      if (const std::string wrong = playVisit(); !wrong.empty()) return wrong + "\n" + lines();
     }
     return {};
   }
@@ -186,20 +187,20 @@ class Round {
   }
 
   // The lines of the last visit.
-  std::string told() const {
+  std::string lines() const {
     std::string text;
     for (const std::string& line : user_.log) text += line + "\n";
     return text;
   }
 
-  // What does not hold of the blocks whatever the channel selection is.
+  // Faults of the blocks under either channel selection.
   std::string stepsMissed() {
     return testing::SensorsOutOfStep(session_.Store()) +
            testing::CountsOutOfLimits(session_.Store()) +
            testing::ValuesOutOfLimits(session_.Store());
   }
 
-  // What a visit of the screen behind the button has to leave in order.
+  // Faults after a visit of the button's screen.
   std::string outOfOrder(int button, bool hadRoom) {
     ProjectStore& store = session_.Store();
     std::string text;
@@ -245,7 +246,7 @@ class Round {
   }
 
   RandomUser user_;
-  bool inStep_ = false;  // the project began as its screens would have made it
+  bool inStep_ = false;  // the project started in the form of its screens
   testing::MemoryFileSystem files_;
   testing::FixedClock clock_;
   testing::TestSurroundings around_{files_, clock_, user_, "/work"};

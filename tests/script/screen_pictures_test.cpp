@@ -37,7 +37,7 @@ class Screens : public ::testing::Test {
     VisitScreens(control_, look);
   }
 
-  // Each screen the first time it comes.
+  // Each screen on its first visit.
   void visitOnce(const std::function<void(Screen&)>& look) {
     std::set<std::string> seen;
     visit([&](Screen& screen) {
@@ -46,7 +46,7 @@ class Screens : public ::testing::Test {
     EXPECT_EQ(seen.size(), 41U);
   }
 
-  // The golden file has this text; with OSTRAND_RENEW_GOLDEN it gets it.
+  // Compares the text with the golden file, or writes it with OSTRAND_RENEW_GOLDEN.
   static void expectGolden(const std::string& name, const std::string& text) {
     if (std::getenv("OSTRAND_RENEW_GOLDEN") != nullptr) {
       std::ofstream(kGolden + name, std::ios::binary) << text;
@@ -81,7 +81,7 @@ TEST_F(Screens, EveryControlHasAHeadingAndACaptionThatIsNotAKey) {
     for (const Control* control : screen.Controls()) {
       const std::string name = screen.Name() + "." + control->Name();
       EXPECT_NE(control->Group, "") << name;
-      // A label that shows nothing at present may have none.
+      // An empty label needs no caption.
       const bool blank = control->Kind() == ControlKind::kLabel && control->Text().empty();
       EXPECT_TRUE(blank || !control->Caption.empty()) << name;
       // The system's own captions.

@@ -1,4 +1,4 @@
-// Scripts at the screens: the ones kept beside the tests, and what the player itself tells.
+// Scripts on the screens: the ones in tests/scripts, and the player's reports.
 #include "script/screen_script.h"
 
 #include <gtest/gtest.h>
@@ -41,7 +41,7 @@ TEST_P(KeptScript, GoesThrough) {
 INSTANTIATE_TEST_SUITE_P(All, KeptScript, ::testing::ValuesIn(keptScripts()),
                          [](const auto& name) { return name.param; });
 
-// The document's example, as it stands there.
+// The example of the document, unchanged.
 TEST(Script, TheExampleOfTheDocumentBuildsItsProject) {
   const std::string document = testing::ReadDisk(OSTRAND_SOURCE_DIR "/docs/screens.md");
   constexpr std::string_view kFence = "```script\n";
@@ -62,10 +62,10 @@ TEST(Script, TheExampleOfTheDocumentBuildsItsProject) {
   EXPECT_EQ(project.PulseBlock[0][1].DefaultMult, 0.003125F);
 }
 
-// An example project from nothing, byte for byte. The main screen's two text boxes are not among
-// the setup screens, so their texts come with the new file. What stays apart from the example is
-// listed: no screen offers thermocouples its 20 mV; and the screens of the configuration and of the
-// scan write choices that they show, where the example has what a new project holds.
+// Builds an example project from nothing, byte for byte. The main screen's two text boxes are not
+// on the setup screens, so their texts come with the new file. Differences from the example are
+// listed: no screen offers thermocouples the range of 20 mV; and the screens of configuration and
+// scan store the choices that they show, where the example has the values of a new project.
 TEST(Script, AnExampleProjectIsBuiltFromNothing) {
   const testing::TempFolder folder;
   const testing::Setting setting{.epoch = "1047305100"};  // 2003-03-10 14:05:00 UTC
@@ -92,7 +92,7 @@ TEST(Script, AnExampleProjectIsBuiltFromNothing) {
   EXPECT_EQ(testing::ReadDisk(path), example);
 }
 
-// ---- What the player tells ----------------------------------------------------------------------
+// ---- Reports of the player ----------------------------------------------------------------------
 
 struct Stop {
   std::string_view name;
@@ -182,7 +182,7 @@ const Stop kSetupStops[] = {
     {"NoTyping", "type Range Auto\n", "line 4: Range is not typed into"},
     {"Focus", "type DefaultMult -\ntype Reps 4\n",
      "line 5: DefaultMult (Multiplier) keeps the focus, since it can't take \"-\""},
-    // A refused way out is told at its line, where the next line fails for it.
+    // A refused way out is reported at its line when the next line fails for it.
     {"DoneWithAField", "type DefaultMult -\ndone\nexpect BlockCount 1\ndone\n",
      "line 5: frmVoltSetup stays open: DefaultMult (Multiplier) keeps the focus, since it can't "
      "take \"-\""},
@@ -202,7 +202,7 @@ const Stop kSetupStops[] = {
      "line 7: DefaultMult shows \"2\""},
     {"Caption", "expect Solve caption Solve\n", "line 4: Solve's caption shows \"Sol&ve\""},
     {"Tip", "expect Solve tip Solve\n", "line 4: Solve's tool tip shows \"\""},
-    // A question that nobody has answered stops the script where it came, not where it is missed.
+    // An unanswered question stops the script at the line that asked it.
     {"NoAnswer", "type Reps 1\ndone\nspin BlockCount down\nexpect BlockCount 0\n",
      "line 6: no answer to the box \"CONFIRM BLOCK DELETION\": Measurements for this block will be "
      "Deleted, Continue?"},
@@ -221,13 +221,13 @@ INSTANTIATE_TEST_SUITE_P(All, StoppedSetup, ::testing::ValuesIn(kSetupStops),
 constexpr std::string_view kWarned =
     "open frmTempBlock\nspin BlockCount up\nopen frmTempSetup 1\npick MeasType SE\n";
 
-TEST(Script, ABoxThatOnlyTellsIsFoundAtTheLineThatBroughtIt) {
-  const std::string told =
+TEST(Script, InformingBoxIsReportedAtItsLine) {
+  const std::string expected =
       "line 4: unexpected box \"Measurement Type Not Recommended\": Single-ended Thermocouple "
       "Measurements are not recommended.";
   for (const std::string_view rest : {"expect MeasType SE\ntype Reps 2\n", "done\ndone\n"}) {
     ScriptSession session;
-    EXPECT_EQ(session.Play(std::string(kWarned) + std::string(rest)), told) << rest;
+    EXPECT_EQ(session.Play(std::string(kWarned) + std::string(rest)), expected) << rest;
   }
   ScriptSession session;
   EXPECT_EQ(session.Play(std::string(kWarned) +
@@ -248,8 +248,8 @@ TEST(Script, WordsAreQuotedAndNamesAreFoundInAnyCase) {
   EXPECT_EQ(session.store->PulseBlock[0][1].Units, "rpm");
 }
 
-// One screen that is opened for two things from one other.
-TEST(Script, TheWordBehindAScreenTellsWhatItIsFor) {
+// One screen that another screen opens for two purposes.
+TEST(Script, WordAfterScreenSelectsOpener) {
   ScriptSession session;
   EXPECT_EQ(session.Play("open frmConfig\ncheck MonitorPower1 on\ndone\n"
                          "check MonitorPower4 on\ndone\n"
@@ -259,7 +259,7 @@ TEST(Script, TheWordBehindAScreenTellsWhatItIsFor) {
   EXPECT_EQ(session.store->PowerOut.Public, kFalse);
 }
 
-// Whatever stops it, the project in the session is the one before the screens that were open.
+// After any failure, the project in the session is the one before the open screens.
 TEST(Script, AStoppedScriptLeavesNoScreenOpen) {
   for (const std::string kind : {"Volt", "Temp", "Brdg", "Pulse"}) {
     ScriptSession session;
@@ -278,7 +278,7 @@ TEST(Script, AStoppedScriptLeavesNoScreenOpen) {
   }
 }
 
-// Editors put a mark before a text in UTF-8, and names of files may be in any language.
+// Editors put a mark before UTF-8 text, and file names may be in any language.
 TEST(Script, IsInUtf8) {
   ScriptSession session;
   EXPECT_EQ(session.Play("\xEF\xBB\xBF"
