@@ -1,4 +1,4 @@
-// Saves that end in the middle, as by a machine that stops.
+// Saves that are cut off, as by a machine that stops.
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -54,7 +54,7 @@ TEST(KilledSave, LeavesWholeFilesAtAnyMoment) {
   const auto oneSave = std::chrono::steady_clock::now() - start;
   std::minstd_rand random(7);
   int inside = 0;
-  // On a slow machine more rounds may go by until one meets a save in its middle.
+  // A slow machine may need more rounds until one kills a save in progress.
   for (int round = 0; round < 200 || (inside == 0 && round < 4000); ++round) {
     const pid_t child = ::fork();
     if (child == 0) {

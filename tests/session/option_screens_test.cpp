@@ -40,7 +40,7 @@ class OptionScreens : public ::testing::Test {
   ScreenContext context{*store, forms, host, AllScreens(), options, 0, kinds};
 };
 
-TEST_F(OptionScreens, ASettingsScreenThatIsOnlyLookedAtChangesNothing) {
+TEST_F(OptionScreens, ViewedSettingsStayUnchanged) {
   settings.CopyToTable();
   const auto before = settings.List();
   frmOptOrvus screen(context, settings);
@@ -124,7 +124,7 @@ TEST_F(OptionScreens, NumbersOfTheSummaryTakeTheFormChosen) {
 }
 
 // Values outside the table of settings are kept too.
-TEST_F(OptionScreens, HowThingsAreShownIsKeptWithTheSettings) {
+TEST_F(OptionScreens, DisplayFormIsStoredWithSettings) {
   const auto section = [this](std::string_view name) -> std::map<std::string, std::string>& {
     return stored.sections["HKCU\\Software\\Fernhollow Instruments\\ProgGen\\" + std::string(name)];
   };
@@ -150,7 +150,7 @@ TEST_F(OptionScreens, HowThingsAreShownIsKeptWithTheSettings) {
   EXPECT_FALSE(settings.SaveSettings());
 }
 
-TEST(OptionScreensCli, WhatAScriptChoosesIsKeptForAllProjects) {
+TEST(OptionScreensCli, ScriptChoicesAreStoredForAllProjects) {
   const testing::TempFolder folder;
   const std::string script = folder / "script.txt";
   const testing::Setting user = {.home = folder.Path()};

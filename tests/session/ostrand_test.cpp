@@ -1,5 +1,5 @@
-// The session with one project: opening, naming, saving, and what the user does on the main screen,
-// from the Save button to the logger.
+// The session with one project: opening, naming, saving, and user actions on the main screen, from
+// the Save button to the logger.
 #include "session/ostrand.h"
 
 #include <gmock/gmock.h>
@@ -59,11 +59,11 @@ class KeepingHost : public OstrandEvents {
   void SummaryDrawn() override { shown.emplace_back("summary"); }
   void ColorsChanged() override { shown.emplace_back("colors"); }
   Texts raised;
-  Texts shown;  // what a host would have to draw again
+  Texts shown;  // what a host would have to redraw
   std::function<void()> onComplete = [] {};
   std::function<void()> onNewFile = [] {};
   std::function<void()> onDownload = [] {};
-  Ostrand* control = nullptr;  // that held the process-wide reference at the last NewFile
+  Ostrand* control = nullptr;  // holder of the process-wide reference at the last NewFile
 };
 
 class Session : public ::testing::Test {
@@ -106,7 +106,7 @@ class Session : public ::testing::Test {
 constexpr std::string_view kPump =
     "[GEN VERSION]\r\nVersion=6.0\r\n\r\n[CONFIGURATION]\r\nOperator=Marge\r\nIDNumber=Pump 42\r\n";
 
-// A settings row would keep the folder, for sessions that run elsewhere.
+// The settings would store the folder, for sessions that run elsewhere.
 TEST_F(Session, OpensNothingWhenTheCurrentFolderIsUnknown) {
   class Lost : public platform::PosixFileSystem {
     std::string WorkingFolder() override { return {}; }
@@ -148,14 +148,14 @@ TEST_F(Session, NamesProjectsByTheRules) {
   EXPECT_EQ(Ostrand::WithoutExtension("pump.VKP.old"), "pump");
 }
 
-TEST_F(Session, TheHelpFileIsThatOfTheModuleUntilAHostSaysOtherwise) {
+TEST_F(Session, HelpFileDefaultsToModuleFolder) {
   EXPECT_EQ(session.HelpPath(), "/opt/ostrand/");
   session.HelpPath("C:\\Help");
   EXPECT_EQ(session.HelpPath(), "C:\\Help\\");
   EXPECT_TRUE(std::filesystem::exists(platform::ModuleFolder() + "ostrand_tests"));
 }
 
-// What a file does not say is as ever; only a new project begins with the user's values.
+// Values missing in a file get the system's defaults; only a new project gets the user's values.
 TEST_F(Session, ANewProjectBeginsWithTheUsersIntervalAndTableSizes) {
   const auto values = [&] {
     const OutputTable& last = store->Tables[6];
@@ -179,7 +179,7 @@ TEST_F(Session, ANewProjectBeginsWithTheUsersIntervalAndTableSizes) {
   WriteDisk(project, kPump);
   EXPECT_FALSE(openCancelled(project));
   EXPECT_EQ(values(), "10 1 0 1000");
-  // A value that no project can have gives the default; an interval and its units go together.
+  // An invalid value is replaced by the default; an interval and its units belong together.
   const std::tuple<std::string, std::string, std::string> cases[] = {
       {"DefaultScanInterval", "0", "10 1 -1 250"},
       {"DefaultScanIntervalUnits", "4", "10 1 -1 250"},
@@ -197,7 +197,7 @@ TEST_F(Session, ANewProjectBeginsWithTheUsersIntervalAndTableSizes) {
 
 TEST_F(Session, OpensAFileIntoAFreshStore) {
   WriteDisk(folder / "pump.vkg", kPump);
-  store->VoltBlock.BlockCount = 3;  // of the project before
+  store->VoltBlock.BlockCount = 3;  // of the previous project
   forms.ExpectBoxWith("FILE NOT FOUND", Upper(folder / "none.VKG"));
   EXPECT_TRUE(openCancelled(folder / "none.1"));
   EXPECT_EQ(store->VoltBlock.BlockCount, 3);
@@ -267,7 +267,7 @@ TEST_F(Session, SaveDldFileWritesAllFilesUnderTheNameChosen) {
   EXPECT_TRUE(std::filesystem::exists(work / "EditTemp.VKG"));
 }
 
-// What another program did to the project since the session knew it, and whether a save asks.
+// A change to the project by another program, and whether a save asks.
 TEST_F(Session, ASaveAsksBeforeItOverwritesWhatAnotherProgramWrote) {
   const std::string other = std::string(kPump) + "Remote=1\r\n";
   const std::function<void()> touch = [&] {
@@ -309,7 +309,7 @@ TEST_F(Session, ASaveAsksBeforeItOverwritesWhatAnotherProgramWrote) {
     EXPECT_TRUE(session.SavePipeline());
     EXPECT_FALSE(session.ChangedOutside());
     EXPECT_TRUE(Holds(ReadDisk(project), "Operator=Marge"));
-    // The session knows what it wrote itself.
+    // The session recognizes its own writes.
     EXPECT_TRUE(session.SavePipeline());
     WriteDisk(project, other);
     session.OverwriteChanged(true);
@@ -317,7 +317,7 @@ TEST_F(Session, ASaveAsksBeforeItOverwritesWhatAnotherProgramWrote) {
     session.OverwriteChanged(false);
     std::filesystem::remove(folder / "pump.VKP");
   }
-  // A new project whose name was free when it was chosen.
+  // A new project whose name was free when chosen.
   forms.ExpectOpen(folder / "fresh");
   ASSERT_FALSE(openCancelled(""));
   WriteDisk(folder / "fresh.VKG", "");
@@ -340,8 +340,8 @@ TEST_F(Session, ASaveWaitsForAnotherOneWithAllItsFiles) {
   EXPECT_TRUE(onDisk("pump.VKW"));
 }
 
-// Whatever call fails, alone or with all after it, each file of the project is whole, new or as it
-// was; the project itself as the remainder of a dead save only where it was one before.
+// If one call fails, or it and all later ones, each file of the project is whole, new or unchanged;
+// the project itself is the remainder of a dead save only if it was before.
 TEST_F(Session, NoFailingCallOfTheDiskLosesAFileOfTheProject) {
   testing::MemoryFileSystem disk;
   disk.files["/data/VKPComp.EXE"] = "a compiler";
@@ -447,7 +447,7 @@ class MainScreen : public Session {
     session.Click(kFlagsButton);
     ASSERT_TRUE(session.DirtyFlag());
   }
-  // Presses a button that saves; the dialog is answered so.
+  // Presses a button that saves, with this answer to the dialog.
   void save(int button, std::optional<std::string> as) {
     forms.ExpectSave(std::move(as));
     session.Click(button);
@@ -455,7 +455,7 @@ class MainScreen : public Session {
   void makeBad() { store->Tables[2].TableName = store->Tables[1].TableName; }
   void expectRefusal() { forms.ExpectBoxWith("DUPLICATION FOUND", "is used as"); }
 
-  // From a handler: whether another project could not be opened.
+  // Called from a handler: whether opening another project was refused.
   bool openCancelledInside() {
     WriteDisk(folder / "other.VKG", kPump);
     bool cancelled = false;
@@ -473,7 +473,7 @@ TEST(MainButtons, EnablingFollowsHardwareScreensAndHost) {
   ScreenTable screens;
   for (int button = 0; button <= kExciteButton; ++button) screens[button] = [] {};
   screens[kTablesButton] = nullptr;
-  // Of 0 to 17 and Quit; `before` is the button that saves and sends.
+  // For 0 to 17 and Quit; `before` is the button that saves and sends.
   const auto enabled = [&](i16 multiplexers, i16 canModules, bool running, bool before,
                            bool harrier) {
     Configuration config;
@@ -575,7 +575,7 @@ TEST_F(MainScreen, ACleanSaveWarnsCompilesAndSavesTheMeasuredTimes) {
   EXPECT_EQ(session.FocusButton(), kSaveButton);
 }
 
-TEST_F(MainScreen, DecidesWhatToAskByWhatTheChecksFound) {
+TEST_F(MainScreen, ChecksDetermineTheQuestion) {
   const std::string bad =
       "Harrier recommends that the Generator file should NOT be saved\r\n"
       "due to possible issues in the following areas : \r\n\r\nDuplicate Names\r\nBad Timing\r\n"
@@ -701,7 +701,7 @@ TEST_F(MainScreen, AMissingCompilerIsSearchedForIfTheUserLikes) {
   EXPECT_EQ(session.UserSettings().CompilerPath(), OSTRAND_STAND_IN) << "kept at once";
   EXPECT_TRUE(std::filesystem::is_empty(work.Path()));
 
-  // A save alone names the path, and goes on without.
+  // A plain save reports the path, and continues without a compiler.
   session.UserSettings().CompilerPath("/none");
   forms.ExpectBox("MISSING FILE", "/none was not found.\r\nWould you like to search for it?.",
                   Answer::kYes);
@@ -710,8 +710,8 @@ TEST_F(MainScreen, AMissingCompilerIsSearchedForIfTheUserLikes) {
   EXPECT_TRUE(onDisk("pump.VKW"));
 }
 
-// A save or a test compile has the project to itself.
-TEST_F(MainScreen, WhatWouldChangeTheProjectUnderASaveOrACompileIsRefused) {
+// A save or a test compile locks out other changes of the project.
+TEST_F(MainScreen, BusyControlRefusesChanges) {
   WriteDisk(folder / "other.VKG", kPump);
   bool shown = false;
   session.Screens()[kFlagsButton] = [&] { shown = true; };
@@ -766,7 +766,7 @@ TEST_F(MainScreen, WhatWouldChangeTheProjectUnderASaveOrACompileIsRefused) {
   EXPECT_EQ(host.raised, (Texts{newFile[0], newFile[0]}));
   EXPECT_FALSE(onDisk("x.VKG") || onDisk("x.VKP") || onDisk("x.VKD") || onDisk("x.VKW"));
 
-  // A screen holds a part of the project to put it back; a download is no longer a save.
+  // An open screen holds a copy of a part of the project; a download is not part of the save.
   host.onNewFile = [] {};
   session.Screens()[kFlagsButton] = [&] {
     EXPECT_TRUE(openCancelledInside() && !session.NewProject("x"));
@@ -808,7 +808,8 @@ TEST_F(MainScreen, AnExceptionOfTheHostLeavesTheControlUsable) {
     session.Screens()[kFlagsButton] = [] {};
     if (name == "end") reopen();
     prepare();
-    ::setenv("STAND_IN", name == "compile" ? "slow" : "good", 1);  // which lets the host in
+    ::setenv("STAND_IN", name == "compile" ? "slow" : "good",
+             1);  // slow: calls the host
     EXPECT_THROW(act(), HostFailure);
     host.onNewFile = host.onDownload = host.onComplete = forms.meanwhile = [] {};
     EXPECT_FALSE(session.Working() || session.Busy());
@@ -931,7 +932,7 @@ TEST_F(MainScreen, ArrowsGoFromBoxToBox) {
   EXPECT_EQ(session.FocusButton(), kConfigurationButton);
 }
 
-TEST_F(MainScreen, TheRowComesBackFromThePrintPanelAsItWas) {
+TEST_F(MainScreen, PrintPanelRestoresMainRow) {
   session.SetQuitButton(false);
   session.OffSaveDownload();
   session.PrintSelect();
@@ -1016,7 +1017,7 @@ TEST_F(MainScreen, VariablesAreCheckedAfterAnEditOfTheBlocks) {
       store->Tables[1].WriteIf = 1;
       store->Tables[1].Write[1].MeasureVar = "Gone";
       session.UserSettings().WarningMessageMask(0);
-      user.act = [](Screen& screen) { screen.Done(); };  // what is worked out is up to date
+      user.act = [](Screen& screen) { screen.Done(); };  // calculated values are up to date
       session.Click(button);
       session.UserSettings().WarningMessageMask(mask);
       user.act = [&, edits = edited, ends = done](Screen& screen) {

@@ -79,7 +79,7 @@ TEST_F(SettingsTest, FoldersOfTheMachineGiveCompilerAndWorkDir) {
   }
 }
 
-TEST_F(SettingsTest, WhatIsSavedComesBackUnderItsIdentity) {
+TEST_F(SettingsTest, SavedSettingsLoadUnderTheirIdentity) {
   settings.RegistryApp("Larkfield");
   settings.LoadSettings(true);
   settings.GenFilePath("/home/marge/plans");
@@ -126,12 +126,12 @@ TEST_F(SettingsTest, PalettesAreOneOfTwo) {
   EXPECT_EQ(settings.SoftColorValues(),
             (SoftPalette{16346220, 3651895, 12961106, 1973964, 14582750, 7138540}));
   EXPECT_EQ(settings.HighlightLevel(), 128);
-  settings.SoftColors(false);  // the summary keeps the colour it was given
+  settings.SoftColors(false);  // the summary keeps its colour
   EXPECT_EQ(summary(), (std::vector<i32>{12961106, 16711680, 8421504, -2147483633}));
 }
 
 TEST_F(SettingsTest, AValueSetByHandIsCheckedAndKeptAlone) {
-  // `kept` is empty when it is refused; `error` is a part of it.
+  // `kept` is empty for a refused value; `error` is a part of the message.
   constexpr std::tuple<std::string_view, std::string_view, std::string_view, std::string_view>
       cases[] = {
           {"defaultdatatype", " 1", "1", ""},

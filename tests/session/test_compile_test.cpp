@@ -40,8 +40,8 @@ class TestCompileRun : public ::testing::Test {
               "      TCSE(TBlk3())\r\n  NextScan\r\n");
   }
 
-  // Runs the stand-in, which leaves neither files nor processes; the box it leads to is expected
-  // before.
+  // Runs the stand-in, which must leave no files and processes; the box for its result is expected
+  // beforehand.
   bool run(const char* behaviour, bool alwaysShow = false) {
     ::setenv("STAND_IN", behaviour, 1);
     store_->TempBlock[1].BlockTime = 5;
@@ -75,7 +75,7 @@ TEST_F(TestCompileRun, AGoodProgramGivesTheTimesOfItsBlocks) {
   EXPECT_TRUE(forms_.helpLines.empty());
 }
 
-TEST_F(TestCompileRun, TheResultIsShownWhenItIsBadOrAskedFor) {
+TEST_F(TestCompileRun, BadOrRequestedResultIsShown) {
   const std::string head = "Pre-Compiler: " + source_ + "\r\nVersion No: ";
   const std::string newHead = head + "6.3   Date Code: 051508\r\n\r\n";
   const std::string oldHead = head + "4.2   Date Code: 051507\r\n\r\n";
@@ -89,7 +89,7 @@ TEST_F(TestCompileRun, TheResultIsShownWhenItIsBadOrAskedFor) {
   EXPECT_TRUE(run("good", true));
   forms_.ExpectBox("COMPILE RESULT", oldHead + "Test compiled OK.");
   EXPECT_TRUE(run("old", true));
-  // Half a report of a compiler that crashed is all there is to show.
+  // Shows the half report of a compiler that crashed.
   forms_.ExpectBoxWith(
       "COMPILE RESULT",
       newHead + "The compiler was ended by signal 6 (Aborted).\r\n\r\nLine 1: Scan:");
@@ -98,15 +98,15 @@ TEST_F(TestCompileRun, TheResultIsShownWhenItIsBadOrAskedFor) {
   EXPECT_FALSE(run("manylines"));
 }
 
-// What is to be sent to the logger.
+// The program for the logger.
 class Sendings : public OstrandEvents {
  public:
   void DownloadRequest(const std::string& name, bool) override { sent.push_back(name); }
   std::vector<std::string> sent;
 };
 
-// Rests in so many rounds after each start only, so that the bound of a hanging compiler is soon
-// reached.
+// Pauses only for this many rounds after each start, so that the timeout of a hanging compiler
+// comes soon.
 class HastyProcesses : public platform::PosixProcesses {
  public:
   Result<std::unique_ptr<platform::Process>> Start(const platform::ProgramCall& call) override {
@@ -124,7 +124,7 @@ class HastyProcesses : public platform::PosixProcesses {
   int rounds_ = 0;
 };
 
-// The button that saves and sends, with a compiler that does what it should not.
+// The button that saves and sends, with a misbehaving compiler.
 class IllCompilers : public ::testing::Test {
  protected:
   IllCompilers() {
@@ -137,7 +137,7 @@ class IllCompilers : public ::testing::Test {
     EXPECT_FALSE(cancelled);
   }
 
-  // What the user reads of the compile: the box of its result, and what was skipped.
+  // The user's view of a compile: the box of its result, and what was skipped.
   std::string saveAndSend(const std::string& compiler, const char* behaviour) {
     ::setenv("STAND_IN", behaviour, 1);
     session.UserSettings().CompilerPath(compiler);
@@ -190,7 +190,7 @@ TEST_F(IllCompilers, LeaveNothingAndHaveNoWrongProgramSent) {
   const std::string compile = "Skipped pre-compile. ";
   const std::string missing = "MISSING FILE\nPre-Compiler was not found.";
   const std::string result = "COMPILE RESULT\nPre-Compiler: " + work.Path() + "ostrand-";
-  // What the user reads; nothing for a good program, which is sent.
+  // The user's view; nothing for a good program, which is sent.
   const std::tuple<std::string, const char*, std::string> cases[] = {
       {folder / "none", "", missing},
       {aFolder, "", missing},
@@ -251,11 +251,11 @@ TEST_F(IllCompilers, LeaveNothingAndHaveNoWrongProgramSent) {
     EXPECT_EQ(host.sent.size(), expected.empty() ? 1U : 0U);
     EXPECT_TRUE(std::filesystem::is_empty(work.Path()));
   }
-  EXPECT_EQ(hasty.rests, rounds) << "whatever the host does in its own events";
+  EXPECT_EQ(hasty.rests, rounds) << "even with a host that runs events";
 }
 
-// In a folder that others can write, what is planted under the names of the compile is never read
-// and never written through; in a private one it is out of the way.
+// In a folder that others can write, files planted under the names of the compile are never read
+// and never written through; in a private one they are not in the way.
 TEST_F(IllCompilers, BelieveNothingThatWasThereBefore) {
   const std::string outside = folder / "outside";
   Ostrand plain{*store, {files, clock, forms, hasty, settings, registry, work.Path()}, host};
@@ -324,7 +324,7 @@ TEST(CompileReports, TimesGoToTheBlocksThatHaveTheStatements) {
   store->PulseBlock[0].BlockCount = 2;
   PulseBlockData& pulses = store->PulseBlock[0][2];
   pulses.Meas = "HiLev";
-  store->PulseBlock[0][1].Meas = "Volts";  // no kind that has a statement
+  store->PulseBlock[0][1].Meas = "Volts";  // not a kind with a statement
   store->VoltBlock[3].Reps = store->BridgeBlock[1].Reps = pulses.Reps = 1;
   store->PulseBlock[0][1].Reps = 1;
   store->TK40MBlock.BlockCount = 2;
