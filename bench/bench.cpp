@@ -1,4 +1,4 @@
-// Prints the table of figures: `bench` all rows but the slow ones, `bench NAME...` some of them.
+// Prints the table of figures: `bench` all rows but the slow ones, `bench NAME...` the named ones.
 #include <fmt/format.h>
 
 #include <algorithm>
@@ -25,7 +25,7 @@ double medianOf(std::vector<double> values) {
   return *middle;
 }
 
-// The time of one call, from as many as take so long.
+// The mean time of a call, over as many calls as take `length` seconds.
 double timeOfCall(double length, const std::function<void()>& body) {
   int calls = 0;
   double total = 0;
@@ -44,7 +44,7 @@ std::vector<Row> allRows() {
   return rows;
 }
 
-// Whether a word of the command line means the row: its name or the name's part before a "-".
+// Whether a word of the command line selects the row: its name, or the part of it before a "-".
 bool means(std::string_view word, const Row& row) {
   return row.name.starts_with(word) &&
          (row.name.size() == word.size() || row.name[word.size()] == '-');

@@ -10,7 +10,7 @@
 namespace ostrand::bench {
 namespace {
 
-// What one kind of blocks has in the program.
+// The texts of one kind of blocks in the program.
 struct Kind {
   char letter;
   std::string_view title;

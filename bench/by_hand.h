@@ -8,9 +8,8 @@
 
 namespace ostrand::bench {
 
-// The program of MakeLongestProgram, every value taken from the store. It knows no other kind of
-// project: thermocouples and voltages in differential pairs, with exceptions, in tables without
-// triggers.
+// The program of MakeLongestProgram, every value taken from the store. Handles only such projects:
+// thermocouples and voltages in differential pairs, with exceptions, in tables without triggers.
 std::string ProgramByHand(const ProjectStore& store, const platform::Moment& now);
 
 }  // namespace ostrand::bench

@@ -1,4 +1,4 @@
-// What callgrind counts: one load of the largest project, one generation of the longest program.
+// For callgrind to count: one load of the largest project, one generation of the longest program.
 #include <cstring>
 
 #include "generator/savedld.h"
@@ -10,7 +10,7 @@
 
 namespace {
 
-// Named routines of their own, so that callgrind can be told to collect within them alone.
+// Named routines, so that callgrind can collect within them alone.
 __attribute__((noinline)) void countedLoad(ostrand::ProjectStore& store, const std::string& file) {
   ostrand::ORVUS_GENFILE::ReadProjectText(store, file);
 }

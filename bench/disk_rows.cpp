@@ -1,5 +1,4 @@
-// What the disk has a part in: fleets of projects in one folder, and a save that waits for the
-// disk.
+// Rows that depend on the disk: fleets of projects in one folder, and a synced save.
 #include <fcntl.h>
 #include <fmt/format.h>
 #include <unistd.h>
@@ -26,8 +25,8 @@ const std::string kProject = OSTRAND_SOURCE_DIR "/examples/vehicle-test.VKG";
 
 const std::string kDisk = OSTRAND_OUT_DIR;
 
-// Where many files are made: in memory where the system has a place for it. A disk that has just
-// deleted files, of this run or of any other, is slow to make new ones.
+// The place for many files: in memory if possible. A disk that has just deleted files, from this or
+// any other run, is slow to create new ones.
 std::string placeForMany() { return access("/dev/shm", W_OK) == 0 ? "/dev/shm" : kDisk; }
 
 // An empty folder, deleted at the end.
@@ -66,7 +65,7 @@ class Fleet {
     }
   }
 
-  // Seconds for so many projects into one empty folder, so many a process, two processes at a time.
+  // Seconds to generate `projects` into one empty folder, `aProcess` each, two processes at a time.
   double Generate(int projects, int aProcess) {
     constexpr int kFilesOfProject = 3;
     const Folder folder(placeForMany());
@@ -105,7 +104,7 @@ Figure inBatches() {
       [] { fleet().Generate(kTwiceAsMany, 1); });
 }
 
-// A project generated into a folder where nothing of its name is, as a new one is each time.
+// Generates a project whose output does not yet exist into a full and an empty folder.
 Figure intoFullFolder() {
   constexpr int kFiles = 30000;
   constexpr int kPairs = 101;
@@ -134,7 +133,7 @@ std::string bytesOf(const std::string& path) {
   return {std::istreambuf_iterator<char>(file), {}};
 }
 
-// The least that leaves a file whole or as it was.
+// The fewest steps that leave a file either new or unchanged.
 void replaceBare(const std::string& path, const std::string& bytes) {
   const std::string temporary = path + ".tmp";
   const int file = open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
@@ -149,8 +148,8 @@ void syncFolder(const std::string& path) {
   Require(folder >= 0 && fsync(folder) == 0 && close(folder) == 0, path);
 }
 
-// A loop that syncs the files alone leaves it to the system when their names reach the disk; with
-// the names synced as a save has them, a power cut after it takes nothing back.
+// kSynced: the folder is synced as in a save, so a power cut afterwards loses nothing. kLeft: the
+// system decides when the names reach the disk.
 enum class Names { kSynced, kLeft };
 
 Figure syncedSave(Names names) {

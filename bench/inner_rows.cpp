@@ -1,5 +1,5 @@
-// Ratios against yardsticks that do the least that could be done with the same bytes. Results are
-// compared before anything is measured.
+// Ratios against yardsticks that do the minimum for the same bytes. Results are compared before
+// anything is measured.
 #include <fmt/compile.h>
 #include <fmt/format.h>
 #include <ini.h>
@@ -29,7 +29,7 @@ const std::string& largestFile() {
   return bytes;
 }
 
-// A store as a session has it when it is about to read.
+// A store as a session has it before it reads a project.
 std::unique_ptr<ProjectStore> freshStore() {
   auto store = NewStore();
   ORVUS_COMMON::SetAllDefaults(*store);

@@ -1,5 +1,5 @@
 // Surroundings for measuring: a fixed clock, no disk, no settings, a user who is never asked or
-// agrees to nothing.
+// refuses everything.
 #pragma once
 
 #include <cstdio>
@@ -37,7 +37,7 @@ class NoFiles : public platform::FileSystem {
   static Error none() { return {"no disk here"}; }
 };
 
-// A box in a measured run is a fault of the measurement.
+// A box in a measured run is an error of the measurement.
 class SilentForms : public platform::Forms {
  public:
   platform::Answer ShowBox(const platform::MessageBox& box) override {
@@ -52,7 +52,7 @@ class SilentForms : public platform::Forms {
   void DoEvents() override {}
 };
 
-// A user who never agrees to anything.
+// A user who refuses everything.
 class RefusingForms : public SilentForms {
  public:
   platform::Answer ShowBox(const platform::MessageBox& box) override {

@@ -1,4 +1,4 @@
-// A command as a whole process, and what the system says that it took.
+// Runs a command as a process and counts its costs.
 #pragma once
 
 #include <string>
@@ -7,12 +7,12 @@
 namespace ostrand::bench {
 
 struct ProcessCosts {
-  long faults = 0;  // pages that had to be given or looked up
+  long faults = 0;  // page faults
   long peak = 0;    // memory in KB
-  int status = 0;   // as waitpid gives it
+  int status = 0;   // of waitpid
 };
 
-// Runs it to its end, its output dropped.
+// Waits for its end and discards its output.
 ProcessCosts RunProcess(const std::vector<std::string>& words);
 
 }  // namespace ostrand::bench

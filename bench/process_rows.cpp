@@ -1,5 +1,4 @@
-// Whole processes on one example, against an empty process. The settings of whoever measures are
-// not looked at.
+// Whole processes on one example, against an empty process. The settings of the user are not read.
 #include <fmt/format.h>
 #include <unistd.h>
 
@@ -22,8 +21,8 @@ void run(const Words& words) {
   Require(RunProcess(words).status == 0, fmt::format("{}", fmt::join(words, " ")));
 }
 
-// A folder for what is written, in memory where the system has a place for it: a disk that replaces
-// a file takes longer than all the rest.
+// The output folder, in memory if possible: replacing a file on a disk takes longer than all the
+// rest.
 class OutFolder {
  public:
   OutFolder() { Require(mkdtemp(path_.data()) != nullptr, path_); }
@@ -64,7 +63,8 @@ Row processRow(std::string_view name, std::string_view what, double aim, const W
 
 Words generation() { return {"generate", "--no-sync", kProject, "-o", outFolder()}; }
 
-// One cost of a command, asked of a small process: what this one has held counts for its children.
+// One cost of a command, measured by a small process: the memory of this one would count for its
+// children.
 double costOf(std::string_view what, const Words& words) {
   std::string line = fmt::format("{} {}", OSTRAND_COSTS, what);
   for (const std::string& word : words) line += " '" + word + "'";

@@ -9,15 +9,14 @@ namespace ostrand::bench {
 // set, all tables on with every output.
 void MakeLargestProject(ProjectStore& store);
 
-// 100 sensors of each kind, as many as inputs with four multiplexers or more, 100 CAN values and
-// all calculated fields; all tables on with every output.
+// 100 sensors of each kind, the inputs of four multiplexers or more, 100 CAN values and all
+// calculated fields; all tables on with every output.
 void MakeWiredProject(ProjectStore& store);
 
-// Gives blocks the kinds that open the screens of their own: ranges of a thermocouple, a
-// resistance.
+// Gives blocks the kinds that open separate screens: ranges of a thermocouple, a resistance.
 void MakeEveryScreenReachable(ProjectStore& store);
 
-// A project whose program fills the line buffer nearly to its end, without a failure.
+// A project whose program nearly fills the line buffer.
 void MakeLongestProgram(ProjectStore& store);
 
 }  // namespace ostrand::bench

@@ -1,4 +1,4 @@
-// A row of the table: what is measured, against which aim.
+// A row of the table: the measurement and its aim.
 #pragma once
 
 #include <cstddef>
@@ -11,15 +11,15 @@ namespace ostrand::bench {
 
 struct Figure {
   double value = 0;
-  std::string remark;  // behind the verdict: the two times of a ratio
+  std::string remark;  // after the verdict: the two times of a ratio
 };
 
 struct Row {
   std::string_view name;  // on the command line
   std::string_view what;
-  double aim;  // the most that the figure may be; 0 for a figure that is only listed
+  double aim;  // maximum of the figure; 0 for a figure that is only listed
   std::function<Figure()> measure;
-  bool slow = false;  // takes a minute or so and is measured only when it is named
+  bool slow = false;  // takes about a minute; measured only when named
 };
 
 // Load, save and generation within this process, against yardsticks on the same bytes.
@@ -31,14 +31,15 @@ std::vector<Row> DiskRows();
 // The screens on the largest project; lists each of them.
 std::vector<Row> ScreenRows();
 
-// Ends the program, with a message, when results that must be equal are not.
+// Ends the program with the message `what` if `holds` is false.
 void Require(bool holds, std::string_view what);
 
-// Takes what was made, so that no compiler leaves the making out.
+// Uses a result, so that the compiler cannot drop its computation.
 void Use(std::size_t figure);
 
-// The median ratio of the time of `measured` to that of `yardstick` in so many rounds. Both run in
-// turn, each so long in a round, in seconds, so that a change of the machine's speed meets both.
+// The median ratio of the time of `measured` to that of `yardstick` over `rounds`. Both run
+// alternately, each for `length` seconds a round, so that a change of the machine's speed affects
+// both.
 Figure RatioOf(int rounds, double length, const std::function<void()>& measured,
                const std::function<void()>& yardstick);
 

@@ -1,4 +1,4 @@
-// Opening each screen on a large project, drawing all of its controls and leaving it.
+// Opens each screen on a large project, draws all of its controls and leaves it.
 #include <fmt/format.h>
 
 #include <algorithm>
@@ -15,8 +15,8 @@
 namespace ostrand::bench {
 namespace {
 
-// One step of the way to a screen: the opener with that place in the screen before, and what it is
-// told; the first step is a main button, or an option screen behind these.
+// One step of the way to a screen: the index of the opener in the previous screen and its argument.
+// The first step is a main button or, with an index after those, an option screen.
 struct Step {
   std::size_t opener;
   std::string argument;
@@ -34,7 +34,7 @@ std::size_t draw(const Screen& screen) {
   return letters;
 }
 
-// Finds a way to each screen, or goes one of them and leaves its last screen again.
+// Finds a way to each screen, or follows one and leaves its last screen again.
 class Walker : public ScreenHost {
  public:
   explicit Walker(Ostrand& control) : control_(control) {}
@@ -47,7 +47,7 @@ class Walker : public ScreenHost {
     return std::move(found_);
   }
 
-  // The time of the last step in seconds, the median of some walks.
+  // The median time of the last step in seconds.
   double TimeOf(const Way& way) {
     constexpr int kWalks = 15;
     std::vector<double> times;
@@ -130,7 +130,7 @@ class Walker : public ScreenHost {
   bool arrived_ = false;
 };
 
-// Lists the screens when asked to.
+// Prints a line for each screen if `listed`.
 Figure slowestScreen(void (*make)(ProjectStore& store), bool listed) {
   constexpr std::size_t kScreens = 41;
   constexpr double kMilli = 1e3;

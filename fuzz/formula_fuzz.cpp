@@ -1,5 +1,5 @@
-// Formulas out of arbitrary bytes, for libFuzzer: the test shows a box exactly for a formula that
-// it rejects, and what it passes has one equal sign and its parentheses in pairs.
+// Formulas from arbitrary bytes, for libFuzzer: the formula test shows a box if and only if it
+// rejects, and an accepted formula has one equal sign and matching parentheses.
 #include <algorithm>
 #include <cstdint>
 #include <cstdlib>
@@ -44,7 +44,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const bool even = count('(') == count(')') && count('=') == 1;
   if (ok) require(even);
   if (count('(') == 0) require(ok == even);
-  // Letters in another case make no difference.
+  // Case makes no difference.
   std::string other(formula);
   for (char& letter : other) {
     if ((letter >= 'a' && letter <= 'z') || (letter >= 'A' && letter <= 'Z')) {

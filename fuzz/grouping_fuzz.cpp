@@ -1,6 +1,6 @@
-// Grouping lines out of arbitrary bytes, for libFuzzer: a fault has its title and a place in the
-// line, and a line without one is stored such that storing it again changes nothing and that the
-// program joins the same rows.
+// Grouping lines from arbitrary bytes, for libFuzzer: a fault has a title and a position in the
+// line; a line without a fault is stored so that storing it again changes nothing and the program
+// joins the same rows.
 #include <cstdint>
 #include <cstdlib>
 #include <string>
@@ -19,7 +19,7 @@ void require(bool holds) {
   if (!holds) std::abort();
 }
 
-// The line without what does not matter to the program.
+// The line without what the program ignores.
 std::string bare(std::string_view line) {
   std::string text;
   for (char letter : line) {

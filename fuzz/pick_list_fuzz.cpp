@@ -1,5 +1,5 @@
-// Pick lists out of arbitrary bytes, for libFuzzer: a list that is read reads back the same once it
-// is written, and the check finds something wrong in all that can't be read.
+// Pick lists from arbitrary bytes, for libFuzzer: a list that can be read survives writing and
+// reading, and the check reports a fault in a list that can't be read.
 #include <cstdint>
 #include <cstdlib>
 
@@ -22,7 +22,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const std::string written = CanListContent(list.Value());
   const auto again = CanListOf(name, written);
   if (!again || CanListContent(again.Value()) != written) std::abort();
-  // A listing holds all that a list holds, but for the form of the identifiers.
+  // A listing contains everything in a list except the form of the identifiers.
   if (CanListListing(name, again.Value()) != CanListListing(name, list.Value())) std::abort();
   return 0;
 }

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Installs what is missing of the package groups named: tools/setup.sh build test
-# The groups are those of tools/packages.txt. Where nothing may be installed, it names what is
-# missing and the command that installs it, and ends with 1, so that its caller goes no further.
+# Installs missing packages of the named groups of tools/packages.txt: tools/setup.sh build test
+# If it may not install, it names the packages and the command that installs them, and ends with
+# exit code 1, so that its caller stops.
 set -euo pipefail
 export PATH="${PATH:-/usr/local/sbin:/usr/local/bin:/usr/sbin:/usr/bin:/sbin:/bin}"
 here="$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)"

@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # Loads, resaves, generates, checks and shows every project of a folder: tools/try-samples.sh PROGRAM FOLDER
-# A project may have faults that the program reports (exit code 1); it may not crash. A second save
-# may differ from the first in empty units alone, which the format brings back as the default; a
-# third must be the same bytes.
+# The program may report faults of a project (exit code 1) but must not crash. A second save may
+# differ from the first only in empty units, which the format restores as the default; a third must
+# have the same bytes.
 set -euo pipefail
 program="$1"
 samples="$2"
@@ -12,7 +12,7 @@ trap 'rm -rf "$scratch"' EXIT
 mkdir "$scratch"/{first,second,third}
 failed=0
 
-# A command that must end with 0 or 1, in a minute.
+# Runs a command that must end with 0 or 1 within a minute.
 try() {
   local code=0
   timeout 60 "$@" >"$scratch/said" 2>&1 || code=$?
