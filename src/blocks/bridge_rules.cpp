@@ -95,7 +95,7 @@ int BridgeSensorsTooMany(int missingChannels, const ChannelBlock& block) {
 }
 
 int LastBridgeStart(bool differential, int reps) {
-  return std::max(ManualRoom(differential, std::max(reps, 1)), 1);
+  return std::max(ChannelsFrom(differential, std::max(reps, 1)), 1);
 }
 
 i32 RoundedBridgeIntegration(i32 micros) {

@@ -77,7 +77,7 @@ void frmBrdgSetup::fitReps(int reps) {
   BridgeBlockData& block = data();
   int fitting = std::clamp(reps, 0, kReps);
   if (!autoChan()) {
-    fitting = std::clamp(fitting, 0, std::max(ManualRoom(differential(), block.StartChan), 0));
+    fitting = std::clamp(fitting, 0, std::max(ChannelsFrom(differential(), block.StartChan), 0));
   }
   block.Reps = static_cast<i16>(fitting);
   fitExciteReps();  // also leaves no sensors when other blocks use all excitations

@@ -40,7 +40,7 @@ int padOf(int length, Pad pad) {
 
 std::size_t Piece::MaxSize() const {
   if (kind_ == Kind::kText) return text_.size();
-  if (kind_ != Kind::kFill) return kNumberTextRoom;
+  if (kind_ != Kind::kFill) return kMaxNumberText;
   return static_cast<std::size_t>(std::max(fill_.count, 0));
 }
 

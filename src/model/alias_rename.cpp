@@ -17,14 +17,14 @@ bool means(const AliasRename& rename, const NameInText& name, VariableText kind)
     case VariableText::kVariable:
       return byArray || name.index == rename.index;
     case VariableText::kExpression:
-      return false;  // it names elements, which stay
+      return false;  // expressions name elements, which stay
     case VariableText::kFormula:
       return byArray;
   }
   return false;
 }
 
-// What the sensor is called now.
+// The current name of the sensor.
 std::string nameAfter(const AliasRename& rename, VariableText kind) {
   if (!rename.after.empty()) return rename.after;
   return rename.only && kind != VariableText::kExpression ? rename.array : rename.Element();
@@ -39,7 +39,7 @@ std::string renamed(std::string_view text, const AliasRenames& renames, Variable
   });
 }
 
-// Renames in each text that it visits.
+// Renames in each visited text.
 auto renaming(const AliasRenames& renames) {
   return [&renames](std::string& text, VariableText kind) {
     if (!text.empty()) text = renamed(text, renames, kind);

@@ -1,4 +1,4 @@
-// Aliases that got another name, and the texts of a project that name them.
+// Renamed aliases, and the texts of a project that name them.
 #pragma once
 
 #include <string>
@@ -9,11 +9,11 @@
 
 namespace ostrand {
 
-// A sensor of a block with the alias that it had and the one that it has now; empty for none.
+// A sensor of a block with its old and its new alias; empty for none.
 struct AliasRename {
   std::string array;  // of the block: "VBlk1"
   int index = 0;      // of the sensor, from 1
-  bool only = false;  // the only sensor of its block, which the array's name alone means as well
+  bool only = false;  // the only sensor of its block; the array's name alone means it too
   std::string before;
   std::string after;
 
@@ -22,15 +22,15 @@ struct AliasRename {
 };
 using AliasRenames = std::vector<AliasRename>;
 
-// Whether a start, stop or write condition of any table names one of the sensors as it was called.
+// Whether a start, stop or write condition of any table names one of the sensors by its old name.
 bool ConditionsUse(const TableSetup& tables, const AliasRenames& renames);
 
-// Gives all texts of a project that name the sensors their new names, all at once, so that two
-// aliases can change places. A sensor without an alias is named by its element, the only one of a
-// block by its array. Expressions and formulas that name an element go on to do so.
+// Renames the sensors in all texts of a project, all at once, so that two aliases can change
+// places. A sensor without an alias is named by its element, the only one of a block by its array.
+// Expressions and formulas that name an element are unchanged.
 void RenameVariables(ProjectStore& store, const AliasRenames& renames);
 
-// The same in the level crossings of one block or item, for a copy that a screen works on.
+// Renames in the level crossings of one block or item, for the copy of a screen.
 void RenameInLevels(OutputSet& output, const AliasRenames& renames);
 
 }  // namespace ostrand

@@ -16,7 +16,7 @@ constexpr i32 kCurrentModule = 4;
 constexpr i32 kLongestInteg = 16000;
 constexpr i32 kLongestSettle = 50000;
 
-// Kinds measured on the analog inputs or on a multiplexer behind them.
+// Kinds measured on the analog inputs or through a multiplexer.
 bool isAnalogBlock(OrvusDataObjTypes type) {
   return type == ORVUS_DOBJ_BLK_TEMP || type == ORVUS_DOBJ_BLK_VOLT ||
          type == ORVUS_DOBJ_BLK_BRIDGE || type == ORVUS_DOBJ_BLK_TK40M;
@@ -29,7 +29,7 @@ i32 moduleOf(OrvusDataObjTypes type, i32 otherwise) {
   return otherwise;
 }
 
-// A typed time goes down to a step of the VK7300; 300 goes up to 750 while 800 goes down to 500.
+// A typed time is rounded down to a step of the VK7300; 300 is rounded up to 750, 800 down to 500.
 i32 roundedInteg(i32 micros) {
   if (micros >= kLongestInteg) return kLongestInteg;
   if (micros > 750) return micros / 500 * 500;
@@ -39,7 +39,7 @@ i32 roundedInteg(i32 micros) {
   return 100;
 }
 
-// The neighbour of a time in the steps 100, 200, 250, 500, 1000 and so on.
+// The next step of a time in 100, 200, 250, 500, 1000 and so on.
 i32 steppedInteg(i32 micros, bool increase) {
   if (increase) {
     if (micros < 100) return 100;

@@ -19,7 +19,7 @@ namespace ostrand {
 struct AnalogRange {
   std::string_view text;  // as shown
   i16 code;               // in the program
-  bool openSensor;        // the test for an open sensor works on it
+  bool openSensor;        // allows the test for an open sensor
 };
 // In the order of the screens' lists.
 inline constexpr std::array<AnalogRange, 6> kAnalogRanges = {{{"Auto", 5, false},
@@ -51,8 +51,8 @@ struct cBridgeConfig {
   [[nodiscard]] cBridgeConfig Clone() const { return *this; }
 };
 
-// The analog part of a measurement. Values outside of the logger's limits are limited or ignored,
-// never reported. Times are microseconds.
+// The analog part of a measurement. Values outside the logger's limits are limited or ignored,
+// never reported. Times are in microseconds.
 class cAnalogConfig {
  public:
   explicit cAnalogConfig(const MeasurementOptions& options = {});
@@ -66,18 +66,18 @@ class cAnalogConfig {
   i16 SiteCal = 0;
   std::optional<cBridgeConfig> Bridge;  // of bridge blocks only
 
-  // Told to the owner after a change; empty when nobody listens.
+  // Called after a change of the scale; may be empty.
   std::function<void(OrvusTemperatureScales)> TempScaleChange;
   std::function<void(OrvusAnalogTypes)> MeasureTypeChange;
 
-  // An independent object with all values, but no listener: its owner binds its own.
+  // An independent copy of all values without the listener; the owner binds a new one.
   [[nodiscard]] std::unique_ptr<cAnalogConfig> Clone() const;
 
   // Gives the object the defaults of a kind of data on a logger (kLoggerType...).
   void SetMode(i32 loggerType, OrvusDataObjTypes dataObjType);
 
-  // One click up or down. The integration time steps past the rounding of its setter, and its new
-  // value is the result.
+  // One click up or down. The integration time steps past the rounding of its setter; returns its
+  // new value.
   i32 IntegIncDec(bool increase);
   void SettleIncDec(bool increase);
 
@@ -85,42 +85,42 @@ class cAnalogConfig {
   [[nodiscard]] std::string_view InputTypeString() const;
   void InputTypeString(std::string_view text);
 
-  // A number outside of the codes sets microseconds.
+  // A number that is not a code sets microseconds.
   [[nodiscard]] OrvusMeasIntegrationCodes IntegCode() const { return integCode_; }
   void IntegCode(i32 code);
 
-  // Rounded to what the device can do; forced by the codes of 50 and 60 Hz.
+  // Rounded to a time of the logger; forced by the codes of 50 and 60 Hz.
   [[nodiscard]] i32 IntegTime() const { return integTime_; }
   void IntegTime(i32 micros);
 
-  // Takes times over as a project holds them, without rounding and limits.
+  // Sets the times of a project without rounding or limits.
   void RestoreTimes(i32 integMicros, i32 settleMicros);
 
-  // A change takes the default range of the kind with it, and is told. Thermocouples have no
-  // zeroing and always a scale; volts have none.
+  // A change sets the default range of the kind and calls the listener. Thermocouples have no
+  // zeroing and always a scale; volts have no scale.
   [[nodiscard]] OrvusAnalogTypes MeasureType() const { return measureType_; }
   void MeasureType(OrvusAnalogTypes type);
 
   // Whether the input range allows the test for an open sensor.
   [[nodiscard]] bool OpenSensIsValid() const;
 
-  // Code of the range in the program, ten times that with the test for an open sensor; -1 when
-  // the device or the range is unknown.
+  // Code of the range in the program, ten times that with the test for an open sensor; -1 if the
+  // device or the range is unknown.
   [[nodiscard]] i32 RangeCode() const;
 
-  // Place of the range in the list of ranges, from 0; -1 as above. A place outside is ignored.
+  // Index of the range in the list of ranges, from 0; -1 as above. An index outside is ignored.
   [[nodiscard]] i32 RangeIndex() const;
   void RangeIndex(i32 index);
 
-  // A multiple of 10, at most 50000, at least what range and integration need.
+  // A multiple of 10, at most 50000, at least the minimum of range and integration.
   [[nodiscard]] i32 SettleTime() const { return settleTime_; }
   void SettleTime(i32 micros);
 
-  // Told when it changes on a thermocouple.
+  // A change on a thermocouple calls the listener.
   [[nodiscard]] OrvusTemperatureScales TempScale() const { return tempScale_; }
   void TempScale(OrvusTemperatureScales scale);
 
-  // "Deg_C", "Deg_F", "Kelvin", "Rankine"; "" and any other text stand for no scale.
+  // "Deg_C", "Deg_F", "Kelvin", "Rankine"; "" and any other text mean no scale.
   [[nodiscard]] std::string_view TempScaleUnits() const;
   void TempScaleUnits(std::string_view units);
 

@@ -1,4 +1,4 @@
-// The styles of bridge blocks, the numbers of `Style`.
+// The styles of bridge blocks, with the numbers of `Style`.
 #pragma once
 
 namespace ostrand {

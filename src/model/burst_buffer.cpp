@@ -8,13 +8,13 @@ namespace {
 
 constexpr int kPulseBytes = 4;
 
-// Short integrations are held in half the bytes, the fastest one of all excepted.
+// Short integrations take half the bytes, except the fastest.
 int bytesOfValue(const AnalogBlock& block) {
   return block.Integration == 200 || block.Integration >= 251 ? 4 : 2;
 }
 
-// Reversed inputs: a differential block is measured twice, a single-ended one takes one value
-// more. The type counts in exactly this spelling.
+// Reversed inputs: a differential block is measured twice, a single-ended one has one more value.
+// The type is compared case-sensitively.
 double bytesOf(const AnalogBlock& block) {
   const bool reversed = block.ReverseMes != 0;
   const int values = block.Reps + (reversed && block.MeasType == "SE" ? 1 : 0);

@@ -5,8 +5,8 @@
 
 namespace ostrand::PROGGEN {
 
-// Bytes that so many scans of the project's blocks take in the burst buffer. A count past 32 bits
-// gives the largest that there is.
+// Bytes of `bufferScans` scans of the project's blocks in the burst buffer. A count beyond 32 bits
+// gives the largest i32.
 i32 BufferBytes(const ProjectStore& store, i32 bufferScans);
 
 }  // namespace ostrand::PROGGEN

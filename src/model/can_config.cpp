@@ -40,7 +40,7 @@ struct Field {
   [[nodiscard]] std::uint32_t Mask() const { return (1U << width) - 1; }
 };
 
-// From the priority down to the source address.
+// From the priority to the source address.
 constexpr std::array<Field, 6> kFields = {{{26, 3}, {25, 1}, {24, 1}, {16, 8}, {8, 8}, {0, 8}}};
 
 const Field& fieldOf(OrvusCanJ1939Fields field) {
@@ -53,7 +53,7 @@ std::string identifierText(std::uint32_t value, bool hex) {
   return hex ? "&H" + HexText(value) : NumberText(static_cast<std::int64_t>(value));
 }
 
-// The value of a text of hexadecimal digits, unsigned, `limit` for any beyond it.
+// The unsigned value of hexadecimal digits, at most `limit`.
 std::optional<std::uint32_t> hexValue(std::string_view digits, std::uint32_t limit) {
   if (digits.empty() || digits.find_first_not_of("0123456789ABCDEFabcdef") != digits.npos) {
     return std::nullopt;

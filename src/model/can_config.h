@@ -1,4 +1,4 @@
-// CAN settings as screens and the host see them: a module with its bus timing, an item with its
+// CAN settings for screens and the host: a module with its bus timing, an item with its
 // identifiers.
 #pragma once
 
@@ -60,28 +60,28 @@ class cCanConfig {
 
   [[nodiscard]] cCanConfig Clone() const { return *this; }
 
-  // Bits of the identifier. An identifier held already is limited only when it is set again.
+  // Bits of the identifier. A change does not limit the current identifier; only setting it does.
   [[nodiscard]] OrvusCanDataIDTypes DataIDType() const { return dataIdType_; }
   void SetMode(OrvusCanDataIDTypes type);
 
   [[nodiscard]] OrvusCanMessageTypes MessageType() const { return messageType_; }
   void SetMsgMode(OrvusCanMessageTypes type) { messageType_ = type; }
 
-  // Identifiers as text, decimal or with "&H" hexadecimal, as they came. A value is limited to 0
-  // and the largest identifier; a text that is no number is ignored.
+  // Identifiers as text, decimal or with "&H" hexadecimal, unchanged. A value is limited to 0 and
+  // the largest identifier; a text that is not a number is ignored.
   [[nodiscard]] const std::string& DataID() const { return dataId_.text; }
   void DataID(std::string_view text) { setIdentifier(dataId_, text); }
   [[nodiscard]] const std::string& TxDataID() const { return txDataId_.text; }
   void TxDataID(std::string_view text) { setIdentifier(txDataId_, text); }
   [[nodiscard]] bool DataIDIsHex() const { return dataId_.hex; }
 
-  // J1939 fields of DataID. Identifiers of 11 bits have none: they read 0 and take nothing. A
+  // J1939 fields of DataID. Identifiers of 11 bits have none: they read 0 and ignore a value. A
   // value is limited to the width of the field.
   [[nodiscard]] std::uint8_t J1939_FieldVal(OrvusCanJ1939Fields field) const;
   void J1939_FieldVal(OrvusCanJ1939Fields field, std::uint8_t value);
-  // The field in binary, as many digits as it is wide.
+  // The field in binary, padded to its width.
   [[nodiscard]] std::string J1939_FieldBinString(OrvusCanJ1939Fields field) const;
-  // First bit of the field, from 0 for the lowest of the identifier.
+  // First bit of the field; 0 is the lowest of the identifier.
   [[nodiscard]] static i16 J1939_FieldStartBit(OrvusCanJ1939Fields field);
 
   // Parameter group number, in the form of DataID; "" for 11 bits.

@@ -95,7 +95,7 @@ ChannelChart ChannelChartOf(const ChartBlocks& blocks, const StartChans& starts,
   addBlocks(chart, ORVUS_DOBJ_BLK_TEMP, blocks.temps, starts.Temp);
   addBlocks(chart, ORVUS_DOBJ_BLK_VOLT, blocks.volts, starts.Volt);
   addBlocks(chart, ORVUS_DOBJ_BLK_BRIDGE, blocks.bridges, starts.Bridge);
-  // Multiplexers are wired to the last pairs, from the end of the panel down.
+  // Multiplexers are wired to the last pairs, starting at the end of the panel.
   for (int m = 1; m <= multiplexers && 2 * m <= PanelSEChans; ++m) {
     for (const int channel : {PanelSEChans + 1 - 2 * m, PanelSEChans + 2 - 2 * m}) {
       chart[channel].push_back({ORVUS_DOBJ_BLK_TK40M, m, 0});

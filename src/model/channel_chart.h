@@ -1,4 +1,4 @@
-// Who uses the analog inputs of the panel, and where blocks stand on the multiplexers.
+// The uses of the panel's analog inputs, and the positions of blocks on the multiplexers.
 #pragma once
 
 #include <string>
@@ -11,8 +11,8 @@
 
 namespace ostrand {
 
-// What the chart is drawn of. A screen gives its own blocks as they are edited and those of the
-// other kinds as the store has them.
+// The blocks shown in the chart. A screen passes its own blocks as edited and those of the other
+// kinds from the store.
 struct ChartBlocks {
   std::vector<ChannelBlock> temps;
   std::vector<ChannelBlock> volts;
@@ -20,16 +20,16 @@ struct ChartBlocks {
 };
 ChartBlocks ChartBlocksOf(const ProjectStore& store);
 
-// The starts that the store has, of blocks 1 to their counts; 0 for the others.
+// The starts in the store, of blocks 1 to their counts; 0 for the others.
 StartChans StoredStartChans(const ProjectStore& store);
 
-// The starts under automatic selection; 0 for rows without one.
+// The starts under automatic selection; 0 for rows without a block.
 StartChans AutomaticStartChans(const ChartBlocks& blocks);
 
-// Gives all blocks of the panel the starts that automatic selection finds for them. One without a
-// place keeps its start, which is at least 1.
+// Gives all blocks of the panel their starts under automatic selection. A block that does not fit
+// keeps its start, which is at least 1.
 void TakeAutomaticStarts(ProjectStore& store);
-// The same, but nothing when channels are selected by hand.
+// Does the same, unless channels are selected by hand.
 void StoreAutomaticStarts(ProjectStore& store);
 
 // One use of a terminal. A multiplexer is of kind ORVUS_DOBJ_BLK_TK40M, numbered by `block`.
@@ -43,12 +43,12 @@ struct TerminalUse {
 // "VBlk1(3)", "TK40M 2".
 std::string UseText(const TerminalUse& use);
 
-// The users of each single-ended input; none for a free one, several where blocks overlap, as they
-// may when channels are selected by hand. What would lie outside of the panel is left out.
+// The users of each single-ended input; none for a free one, several if blocks overlap, which is
+// possible when channels are selected by hand. Inputs beyond the panel are left out.
 using ChannelChart = Row<std::vector<TerminalUse>, 1, PanelSEChans>;
 ChannelChart ChannelChartOf(const ChartBlocks& blocks, const StartChans& starts, int multiplexers);
 
-// A place on the multiplexers, both from 1.
+// A position on the multiplexers; both numbers count from 1.
 struct MuxPlace {
   int multiplexer = 1;
   int channel = 1;
@@ -56,7 +56,7 @@ struct MuxPlace {
   friend bool operator==(const MuxPlace&, const MuxPlace&) = default;
 };
 
-// Where a block with sensors begins and ends.
+// Start and end of a block with sensors.
 struct MuxBlockPlace {
   int block;  // from 1
   MuxPlace first;
@@ -65,7 +65,7 @@ struct MuxBlockPlace {
   friend bool operator==(const MuxBlockPlace&, const MuxBlockPlace&) = default;
 };
 
-// Blocks follow each other over the multiplexers; those without sensors have no place.
+// Blocks follow each other over the multiplexers; those without sensors have no position.
 std::vector<MuxBlockPlace> MuxMap(ChannelBlocks blocks);
 
 // The user of each input of the multiplexers, multiplexer 1 first; block 0 for a free one.

@@ -20,12 +20,12 @@ ChannelBlock analogBlock(const AnalogBlock& block) {
 
 int roundedUpToEven(int count) { return 2 * ((count + 1) / 2); }
 
-// Single-ended channels of a block without regard to a bridge's style.
+// Single-ended channels of a block, whatever a bridge's style.
 int plainSize(const ChannelBlock& block) {
   return IsDifferential(block.MeasType) ? 2 * block.Reps : block.Reps;
 }
 
-// Single-ended channels of a bridge sensor as the section's count takes them.
+// Single-ended channels of a bridge sensor for the count of the section.
 int countedChannels(const ChannelBlock& block) {
   const int style = block.Style;
   if (IsDifferential(block.MeasType))
@@ -35,8 +35,8 @@ int countedChannels(const ChannelBlock& block) {
   return 0;
 }
 
-// Single-ended channels of a bridge block as the start of the next one takes them: none where the
-// type is not that of the style, as old projects have it of resistance bridges.
+// Single-ended channels of a bridge block for the start of the next one: none if the type is not
+// that of the style, as with resistance bridges of old projects.
 int bridgeSize(const ChannelBlock& block) {
   if (block.Style < 0 || block.Style >= static_cast<int>(kBridgeStyles.size())) return 0;
   const BridgeStyleRow& style = kBridgeStyles[static_cast<std::size_t>(block.Style)];
@@ -49,7 +49,7 @@ int sumOfReps(ChannelBlocks blocks) {
   return sum;
 }
 
-// Hands out the channels of the panel block by block.
+// Assigns the channels of the panel block by block.
 class Allocation {
  public:
   explicit Allocation(StartChans& starts) : starts_(starts) {}
@@ -70,7 +70,7 @@ class Allocation {
  private:
   using Starts = Row<int, 1, kBlocks>;
 
-  // The half used pair that the first block of a kind skips stays uncounted: the blocks behind it
+  // The half used pair that the first block of a kind skips is not counted: the blocks after it
   // start one channel low.
   void first(ChannelBlocks blocks, Starts& starts) {
     if (blocks.empty() || blocks.front().Reps <= 0) return;
@@ -166,12 +166,12 @@ int ChannelsAvailable(OrvusAnalogInputTypes type, bool autoChan, int free) {
   return type == ORVUS_INPUT_SE ? free : (free - 1) / 2;
 }
 
-int ManualRoom(bool differential, int start) {
+int ChannelsFrom(bool differential, int start) {
   return (differential ? kPanelDiffChans : PanelSEChans) + 1 - start;
 }
 
 int MaxMore(bool autoChan, int available, bool differential, int start, int reps) {
-  return autoChan ? available : std::max(ManualRoom(differential, start) - reps, -1);
+  return autoChan ? available : std::max(ChannelsFrom(differential, start) - reps, -1);
 }
 
 int FreeTK40MInputs(int multiplexers, ChannelBlocks blocks) {

@@ -1,9 +1,9 @@
-// The logger's panel and how the measurement blocks use it up: what is free, and on which channel
+// The logger's panel and its use by the measurement blocks: free channels, and the channel on which
 // each block starts when channels are selected automatically.
 //
 // Counts of analog inputs are single-ended channels; a differential channel n is the pair 2n-1 and
-// 2n of them. A block's start is numbered in its own kind of channel, from 1. The generator keeps
-// cursors of its own for the statements of the program.
+// 2n. A block's start is numbered in its kind of channel, from 1. The generator keeps separate
+// cursors for the statements of the program.
 #pragma once
 
 #include <array>
@@ -19,7 +19,7 @@
 
 namespace ostrand {
 
-// What the panel has.
+// Inputs and outputs of the panel.
 inline constexpr int PanelSEChans = 40;       // single-ended inputs
 inline constexpr int PanelExcitePorts = 4;    // switched excitations, VX1 to VX4
 inline constexpr int PanelCAOPorts = 2;       // continuous analog outputs
@@ -27,16 +27,16 @@ inline constexpr int PanelPulseChans = 2;     // one pool for all kinds of pulse
 inline constexpr int PanelControlPorts = 8;   // digital control ports
 inline constexpr int TK40MChansPerUnit = 25;  // differential inputs of one multiplexer
 
-// What the screens allow where the store has room for more.
+// Limits of the screens, below the capacity of the store.
 inline constexpr int kMaxBridgeBlocks = 4;
 inline constexpr int kMaxMultiplexers = 4;
 inline constexpr int kMaxCanModules = 1;
 
-// Types of measurement, "SE" and "Diff" in any case; a text may be neither.
+// Types of measurement, "SE" and "Diff", case-insensitive; a text may be neither.
 inline bool IsSingleEnded(std::string_view measType) { return SameText(measType, "SE"); }
 inline bool IsDifferential(std::string_view measType) { return SameText(measType, "DIFF"); }
 
-// What a block takes of the panel. Style and excitation are of bridges only.
+// The channels that a block uses. Style and excitation are of bridges only.
 struct ChannelBlock {
   int Reps = 0;
   std::string_view MeasType = {};
@@ -46,14 +46,14 @@ struct ChannelBlock {
 };
 using ChannelBlocks = std::span<const ChannelBlock>;
 
-// The blocks of a section as the store has them, 1 to its count. They point into the store.
+// The blocks of a section in the store, 1 to its count. They point into the store.
 std::vector<ChannelBlock> ChannelBlocksOf(const TempBlockGroup& group);
 std::vector<ChannelBlock> ChannelBlocksOf(const VoltBlockGroup& group);
 std::vector<ChannelBlock> ChannelBlocksOf(const BridgeBlockGroup& group);
 std::vector<ChannelBlock> ChannelBlocksOf(const PulseBlockGroup& group);
 std::vector<ChannelBlock> ChannelBlocksOf(const TK40MBlockGroup& group);
 
-// A style of bridge, and the channels that one sensor of it takes.
+// A style of bridge, and the channels of one sensor.
 struct BridgeStyleRow {
   std::string_view bridge;
   std::string_view measType;
@@ -70,60 +70,59 @@ inline constexpr std::array<BridgeStyleRow, 8> kBridgeStyles = {{
     {"full strain", "Diff", 2},
 }};
 
-// Single-ended channels that a thermocouple or voltage section occupies: a differential block
-// starts on a whole pair, and the channel left out before it counts as used.
+// Single-ended channels of a thermocouple or voltage section: a differential block starts on a
+// whole pair, and the channel left out before it counts as used.
 int LiveChannelCount(ChannelBlocks blocks);
 
-// The same of the bridge section, never below 0. A block that is neither differential nor
-// single-ended takes nothing.
+// Single-ended channels of the bridge section; never below 0. A block that is neither differential
+// nor single-ended uses none.
 int LiveBridgeCount(ChannelBlocks blocks);
 
-// Free single-ended channels behind the counts of the three sections and one pair for each
-// multiplexer; below 0 when there are too many.
+// Single-ended channels left by the three sections and one pair for each multiplexer; below 0 if
+// too many are used.
 int PanelFreeChans(int tempCount, int voltCount, int bridgeCount, int multiplexers);
 
-// The two figures of free channels; nothing stands for "?", when channels are selected by hand.
+// The two figures of free channels; nothing is shown as "?", when channels are selected by hand.
 struct FreeFigures {
   std::optional<int> singleEnded;
   std::optional<int> differential;
 };
 FreeFigures FreeChannelFigures(bool autoChan, int free);
 
-// Sensors that can still be added, in channels of that type; -1 when channels are selected by
-// hand. Of differential ones a channel is kept in hand against an odd alignment.
+// Sensors that can still be added, in channels of that type; -1 when channels are selected by hand.
+// One differential channel is reserved for an odd alignment.
 int ChannelsAvailable(OrvusAnalogInputTypes type, bool autoChan, int free);
 
 // Channels between the start of a block and the end of the panel, both included.
-int ManualRoom(bool differential, int start);
+int ChannelsFrom(bool differential, int start);
 
 // Sensors that a block can take beyond its repetitions; `available` is that of ChannelsAvailable
-// for its type. When channels are selected by hand, -1 stands for all that is too many.
+// for its type. When channels are selected by hand, -1 means any excess.
 int MaxMore(bool autoChan, int available, bool differential, int start, int reps);
 
 // Free inputs of all multiplexers.
 int FreeTK40MInputs(int multiplexers, ChannelBlocks blocks);
 
-// Free pulse channels; below 0 when there are too many sensors.
+// Free pulse channels; below 0 if there are too many sensors.
 int FreePulseChans(ChannelBlocks blocks);
 
-// A sensor count lowered by what the pool lacks, and what is free then.
+// A sensor count lowered by what the pool lacks, and the free channels then left.
 struct PulseFit {
   int count;
   int free;
 };
 PulseFit FitPulseCount(int count, int free);
 
-// Excitation channels of a block that shares each of them among `exciteReps` repetitions, which
-// is not 0.
+// Excitation channels of a block; each is shared by `exciteReps` repetitions, which is not 0.
 int ExcitePortsOf(int reps, int exciteReps);
 
-// Switched excitations in use by bridge blocks; those on continuous outputs count too.
+// Switched excitations used by bridge blocks; those on continuous outputs count too.
 int ExciteSwitched(ChannelBlocks bridges);
 
-// Continuous analog outputs in use by bridge blocks. They are taken from the last one down.
+// Continuous analog outputs used by bridge blocks, assigned from the last one down.
 int CAOPortsTaken(ChannelBlocks bridges);
 
-// Whether output `port`, from 1, is used by a bridge measurement when so many are taken.
+// Whether a bridge measurement uses output `port`, from 1, if `taken` outputs are in use.
 bool CAOPortUsedByBridge(int port, int taken);
 
 // First channels of the blocks.
@@ -133,22 +132,22 @@ struct StartChans {
   Row<int, 1, kBlocks> Bridge;
 };
 
-// The starts of all blocks under automatic selection, by the sizes of the blocks before them,
-// thermocouple, voltage and bridge in this order. Rows without a block, and a first voltage or
-// bridge block without sensors, keep the start that they have; the first thermocouple row always
-// starts on 1. More than kBlocks blocks of a kind raise Fault 9.
+// The starts of all blocks under automatic selection, from the sizes of the blocks before them, in
+// the order thermocouple, voltage, bridge. Rows without a block, and a first voltage or bridge
+// block without sensors, keep their start; the first thermocouple row always starts on 1. More than
+// kBlocks blocks of a kind raise Fault 9.
 void ComputeStartChans(ChannelBlocks temps, ChannelBlocks volts, ChannelBlocks bridges,
                        StartChans& starts);
 
-// Single-ended channels in use as the switch to automatic selection counts them: all rows of the
-// three sections, whatever their count and style, and one for each multiplexer.
+// Single-ended channels that the switch to automatic selection counts: all rows of the three
+// sections, whatever their count and style, and one for each multiplexer.
 int AutoSelectionTotal(const ProjectStore& store);
 
-// Whether the panel has room for so many.
+// Whether the panel has that many channels.
 inline bool AutoSelectionFits(int total) { return total <= PanelSEChans; }
 
-// The quantity of multiplexers that the panel has room for, at most the one entered: below 0 when
-// the blocks alone are too many.
+// The number of multiplexers that fit on the panel, at most the one entered; below 0 if the blocks
+// alone are too many.
 int FittingTK40MQty(const ProjectStore& store, int entered);
 
 }  // namespace ostrand

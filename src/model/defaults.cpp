@@ -9,7 +9,7 @@ namespace {
 
 constexpr std::string_view kNoTime = "---- --- -- --:--:--";
 
-// A record back to zeros and empty texts. It is assigned to, so that nothing in it moves.
+// Resets a record to zeros and empty texts by assignment, so that nothing in it moves.
 template <class Record>
 void clear(Record& record) {
   record = Record{};
@@ -20,7 +20,7 @@ const RepAlias& unusedAlias() {
   return alias;
 }
 
-// What a block's kind gives to a block not yet used.
+// The values of an unused block that depend on its kind.
 struct BlockDefaults {
   std::string_view resolution;
   std::string_view units;
@@ -115,7 +115,7 @@ TriggerCondition unusedCondition(i16 compare) {
   return condition;
 }
 
-// Lowers the count of a group to `first`; true when no block is left.
+// Lowers the count of a group to `first`; true if no block is left.
 template <class Group>
 bool lowerCount(Group& group, int first) {
   if (group.BlockCount > first) group.BlockCount = static_cast<i16>(first);

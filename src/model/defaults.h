@@ -7,34 +7,34 @@
 
 namespace ostrand::ORVUS_COMMON {
 
-// The module's own version: major "." minor ".0." and the revision in two digits.
+// The module's version: major "." minor ".0." and the revision in two digits.
 inline constexpr std::string_view kModuleVersion = "6.1.0.07";
-// The format version of the projects that this system writes.
+// The format version of projects that this system writes.
 inline constexpr std::string_view kFormatVersion = "6.0";
 
-// Every member to zero or empty text, the logger constants included.
+// Sets every member to zero or empty text, the logger constants included.
 void ClearStore(ProjectStore& store);
 
-// The defaults of a new project, all groups in their fixed order. Leaves the logger constants.
+// Sets the defaults of a new project, all groups in their fixed order. Leaves the logger constants.
 void SetAllDefaults(ProjectStore& store);
 
-// The panel of the VK7300.
+// Sets the panel of the VK7300.
 void SetLoggerConstants(ProjectStore& store);
 
-// Default of a single group.
+// Defaults of a single group.
 void SetConfigurationDefaults(ProjectStore& store);
 void SetScanDefaults(ProjectStore& store);
 // `table` from 1; `clearSelections` also clears the table's output selections in all blocks.
 void SetTableDefaults(ProjectStore& store, int table, bool clearSelections);
 
-// Release of blocks: all from `first`, counted from 0, to the last take their defaults, and
-// BlockCount is lowered to `first`; SEChannelCount is cleared when no block is left.
+// Releases blocks: all from `first`, counted from 0, get their defaults, and BlockCount is lowered
+// to `first`; SEChannelCount is cleared if no block is left.
 void SetTempDefaults(ProjectStore& store, int first);
 void SetVoltDefaults(ProjectStore& store, int first);
 void SetBridgeDefaults(ProjectStore& store, int first);
 void SetTK40MDefaults(ProjectStore& store, int first);
 void SetPulseDefaults(ProjectStore& store, int slot, int first);
-// The same of a group that is not in a store: a screen's copy.
+// Releases blocks of a group outside the store: a screen's copy.
 void SetTempDefaults(TempBlockGroup& group, int first);
 void SetVoltDefaults(VoltBlockGroup& group, int first);
 void SetTK40MDefaults(TK40MBlockGroup& group, int first);

@@ -1,5 +1,5 @@
-// The vocabulary of the whole system. The values stand in project files and in the host's hands.
-// All enums are of a fixed type, so that a number outside of the list can be held and told apart.
+// The enumerations of the whole system. The values are in project files and known to hosts. All
+// enums have a fixed type, so that they can hold and compare unlisted numbers.
 #pragma once
 
 #include <array>
@@ -38,7 +38,7 @@ enum OrvusMeasIntegrationCodes : std::int32_t {
   ORVUS_MEAS_INTEG_USECS = 2
 };
 
-// 1 to 4 are the measurement modules of the larger logger family, which have no names here.
+// 1 to 4 are the unnamed measurement modules of the larger logger family.
 enum OrvusMeasurementDevices : std::int32_t { ORVUS_MEASDEV_NONE = 0, ORVUS_MEASDEV_VK7300 = 100 };
 
 enum OrvusTableTimeUnits : std::int32_t {
@@ -50,8 +50,8 @@ enum OrvusTableTimeUnits : std::int32_t {
   ORVUS_TBLTIME_DAYS = 5
 };
 
-// Microseconds of a unit of table time; 0 for any other number. The 10 of the first is a fixed
-// choice of the system.
+// Microseconds of a unit of table time; 0 for any other number. Unit 0 is 10 microseconds by
+// definition.
 constexpr double TableUnitMicros(std::int32_t unit) {
   constexpr std::array<double, 6> kMicros = {10, 1000, 1e6, 6e7, 3.6e9, 8.64e10};
   return unit >= 0 && unit < 6 ? kMicros[static_cast<std::size_t>(unit)] : 0;

@@ -5,9 +5,8 @@
 
 namespace ostrand::ORVUS_COMMON {
 
-// Whether a save writes triggers or write conditions in a form that the format version of the
-// project does not have: some table has any of them, and the first character of `Version` is a
-// number below 6, or no number.
+// Whether a save writes triggers or write conditions in a form newer than the project's format
+// version: some table has any of them, and `Version` does not begin with a digit from 6 to 9.
 bool NeedsUpgrade(const ProjectStore& store);
 
 }  // namespace ostrand::ORVUS_COMMON

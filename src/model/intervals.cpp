@@ -8,7 +8,7 @@
 namespace ostrand::ORVUS_COMMON {
 namespace {
 
-// Microseconds of a unit of the scan: `times` ten to the power `tens`.
+// Microseconds of a unit of the scan: `times` times ten to the power `tens`.
 struct ScanUnit {
   int times;
   int tens;
@@ -17,8 +17,8 @@ constexpr std::array<ScanUnit, 4> kScanUnits = {{{1, 0}, {1, 3}, {1, 6}, {6, 7}}
 
 }  // namespace
 
-// The digits are shifted, not multiplied: a period of 1.001 seconds has to divide the intervals of
-// tables without a rest.
+// The digits are shifted, not multiplied: a period of 1.001 seconds must divide the intervals of
+// tables without remainder.
 double ScanIntervalMicros(const ProjectStore& store) {
   const int unit = store.Scan.ExecTimeUnits;
   if (unit < 0 || unit >= static_cast<int>(kScanUnits.size())) return 0;

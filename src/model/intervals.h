@@ -5,8 +5,8 @@
 
 namespace ostrand::ORVUS_COMMON {
 
-// The scan period in microseconds: ExecutionTime, as the decimal number that it shows, times 1,
-// 1000, 1000000 or 60000000 for the units 0 to 3. Any other unit gives 0.
+// The scan period in microseconds: the decimal value of ExecutionTime times 1, 1000, 1000000 or
+// 60000000 for the units 0 to 3. Any other unit gives 0.
 double ScanIntervalMicros(const ProjectStore& store);
 
 // The interval of table `t`, from 1, in microseconds: the scan period of a synchronous table,

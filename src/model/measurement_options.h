@@ -1,4 +1,4 @@
-// What the user has set for new measurements.
+// The user's options for new measurements.
 #pragma once
 
 #include "model/enums.h"

@@ -20,7 +20,7 @@ std::size_t lengthOf(const Piece& piece) {
   }
 }
 
-// Takes statements and knows whether all of them fit.
+// Counts whether all statements put into it fit.
 class Lines {
  public:
   template <class... Pieces>

@@ -1,4 +1,4 @@
-// How long names and units of the user can be.
+// Length limits of the user's names and units.
 #pragma once
 
 #include <string>
@@ -17,20 +17,20 @@ inline constexpr std::string_view kTooLongHelp =
 struct ValueName {
   std::string array;
   int index = 1;
-  bool only = false;  // its array has no other
-  // Arrays of multipliers and offsets where the block is calibrated on site; empty elsewhere.
+  bool only = false;  // the only value of its array
+  // Arrays of multipliers and offsets if the block is calibrated on site; else empty.
   std::string mult = {};
   std::string offset = {};
 };
 
-// Whether the statements of a value fit into their lines: its alias and its own units, each empty
-// for none.
+// Whether the statements of a value fit into their lines, with its alias and its separate units;
+// each empty for none.
 bool ValueFits(const ValueName& value, std::string_view alias, std::string_view units);
 
 // Whether the units of a block fit, or those of a CAN item: `array` is its name.
 bool UnitsFit(std::string_view array, std::string_view units);
 
-// Whether all that is declared of a CAN item fits, its values among it. `number` is from 1.
+// Whether all declarations of a CAN item and its values fit. `number` is from 1.
 bool ItemFits(const CanItemData& item, int number);
 
 // Whether name and units of a calculated field fit.

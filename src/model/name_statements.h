@@ -1,12 +1,12 @@
-// The statements of the program that are made of names and units of the user. Each has a comment in
-// a fixed column behind it, so that their length is limited.
+// The statements of the program that contain names and units of the user. Each is followed by a
+// comment in a fixed column, so their length is limited.
 #pragma once
 
 #include <string_view>
 
 namespace ostrand {
 
-// Comments start in the column behind this one; no statement reaches further.
+// Comments start in the column after this one; no statement is longer.
 inline constexpr int kCommentColumn = 65;
 
 // Each routine calls `put` with the pieces of one statement: texts and numbers.

@@ -10,7 +10,7 @@ namespace {
 struct Kind {
   OrvusDataObjTypes type;
   char letter;
-  std::string_view zeroTail;  // empty when the kind can't be zeroed
+  std::string_view zeroTail;  // empty if the kind can't be zeroed
 };
 
 constexpr std::array<Kind, 6> kKinds = {{

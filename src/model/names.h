@@ -16,8 +16,8 @@ inline constexpr std::string_view kTK40Ref = "TK40Ref";    // multiplexer refere
 inline constexpr std::string_view kWritPort = "WritPort";  // byte written to the ports
 inline constexpr std::string_view kReadPort = "ReadPort";  // byte read from the ports
 
-// Array of a block's values: "VBlk1". Kinds without blocks, and CAN items, whose arrays carry
-// their own names, give "".
+// Array of a block's values: "VBlk1". Kinds without blocks, and CAN items, whose arrays have their
+// own names, give "".
 std::string SourceName(OrvusDataObjTypes kind, int block);
 
 // Arrays of multipliers and offsets: "MVBlk1", "OVBlk1"; "" for kinds without blocks.
@@ -34,16 +34,16 @@ std::string ZeroName(OrvusDataObjTypes kind, int block);
 // A constant of a block: ConstantName(ORVUS_DOBJ_BLK_VOLT, "REP", 1) is "VREP1".
 std::string ConstantName(OrvusDataObjTypes kind, std::string_view what, int block);
 
-// What names the level arrays of calculated field `field`, from 1: "Calc3".
+// Stem of the level arrays of calculated field `field`, from 1: "Calc3".
 std::string CalcFieldStem(int field);
 
 // Array that a level crossing of calculated field `field` reads in a table, both from 1:
 // "LCCalc2_1".
 std::string CalcFieldLevelName(int field, int table);
 
-// The name that a data object has of itself: the variable of the battery, the ports (block 1
-// writes, block 2 reads) or the multiplexer reference, or the array of the block. Kinds that the
-// user names give "".
+// The automatic name of a data object: the variable of the battery, the ports (block 1 writes,
+// block 2 reads) or the multiplexer reference, or the array of the block. Kinds named by the user
+// give "".
 std::string AutomaticName(OrvusDataObjTypes kind, int block);
 
 }  // namespace ostrand

@@ -11,15 +11,15 @@ namespace {
 
 bool isOfName(char letter) { return !Holds(" ()=<>+-*/\\^,", std::string_view(&letter, 1)); }
 
-// An index that no element has, as of a value that is called like a function.
+// An index that no element has: that of a value called like a function.
 constexpr int kNoElement = -1;
 
 struct Found {
   NameInText name;
-  std::size_t length = 0;  // of all of it in the text
+  std::size_t length = 0;  // of the whole match in the text
 };
 
-// The index in parentheses at the head of a text, "(2)"; its length is 0 when none stands there.
+// The index in parentheses at the start of a text, "(2)"; its length is 0 if there is none.
 Found indexAt(std::string_view text) {
   const std::size_t close = text.find(')');
   if (!text.starts_with('(') || close == std::string_view::npos) return {};
@@ -33,7 +33,7 @@ Found indexAt(std::string_view text) {
   return {{{}, index}, close + 1};
 }
 
-// The name at the head of a text; its length is 0 when none stands there.
+// The name at the start of a text; its length is 0 if there is none.
 Found nameAt(std::string_view text) {
   const auto* end = std::find_if_not(text.begin(), text.end(), isOfName);
   const auto letters = static_cast<std::size_t>(end - text.begin());

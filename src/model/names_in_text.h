@@ -1,4 +1,4 @@
-// The variables that a text names: a condition of a table, a formula.
+// The variables named in a text: a condition of a table, a formula.
 #pragma once
 
 #include <functional>
@@ -8,7 +8,7 @@
 
 namespace ostrand {
 
-// A variable as it stands in a text.
+// A variable in a text.
 struct NameInText {
   std::string_view base;  // without its index
   int index = 0;          // "VBlk1(2)" has 2, also when written "VBlk1( 2 )"; 0 for none
@@ -17,8 +17,8 @@ struct NameInText {
   [[nodiscard]] std::string Text() const;
 };
 
-// The text with each name replaced by what `nameFor` gives for it; with nothing a name stays as it
-// is written. Names are whole, with their index; what lies between them, signs and blanks, stays.
+// The text with each name replaced by the result of `nameFor`; a name without a result is
+// unchanged. Names include their index; signs and blanks between them are unchanged.
 std::string ReplaceNames(
     std::string_view text,
     const std::function<std::optional<std::string>(const NameInText&)>& nameFor);

@@ -1,4 +1,4 @@
-// More stores than the one of the process.
+// Further stores beside the one of the process.
 #pragma once
 
 #include <memory>
@@ -7,7 +7,7 @@
 
 namespace ostrand {
 
-// A cleared store on the heap: it is too large for a stack.
+// A cleared store on the heap, as it is too large for a stack.
 std::unique_ptr<ProjectStore> NewStore();
 
 }  // namespace ostrand

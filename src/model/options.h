@@ -1,4 +1,4 @@
-// What a user has set for new items, and how things are shown to him.
+// The user's options for new items and for display.
 #pragma once
 
 #include <string>
@@ -8,7 +8,7 @@
 
 namespace ostrand {
 
-// What new items start with.
+// Initial values of new items.
 struct OptionValues {
   i32 DefaultScanInterval = 10;
   i32 DefaultScanIntervalUnits = 1;  // 0 microseconds, 1 milliseconds, 2 seconds, 3 minutes
@@ -29,11 +29,11 @@ struct TextFont {
   friend bool operator==(const TextFont&, const TextFont&) = default;
 };
 
-// The form of a number: as short as it goes, with thousands separators, with an exponent, or with
-// only as many digits as it needs.
+// The form of a number: shortest, with thousands separators, with an exponent, or with only as many
+// digits as needed.
 enum class NumberForm { kGeneral, kNumber, kScientific, kCustom };
 
-// A form with its digits behind the point, 0 to kMaxFormDigits; the general form heeds none.
+// A form with its digits after the point, 0 to kMaxFormDigits; the general form ignores them.
 struct NumberFormat {
   NumberForm form = NumberForm::kScientific;
   i32 digits = 1;

@@ -21,7 +21,7 @@ struct Scaling {
   float offset;
 };
 
-// From degrees Celsius to each of OrvusTemperatureScales.
+// Degrees Celsius to each of OrvusTemperatureScales.
 constexpr std::array<Scaling, 4> kScalings = {{
     {1, 0},
     {1.8F, 32},
@@ -78,7 +78,7 @@ i32 limitedMicros(std::int64_t micros) {
                                                    std::numeric_limits<i32>::max()));
 }
 
-// The selections of an item of a row, nothing when the row doesn't hold it.
+// The selections of an item of a row; nothing if the row doesn't contain it.
 template <class Items>
 const OutputSet* outputIn(const Items& items, int at) {
   return Items::Holds(at) ? &items[at].Output : nullptr;
@@ -128,9 +128,9 @@ void cOrvusData::SetMode(i32 loggerType, OrvusDataObjTypes dataObjType, i16 bloc
   analog_.reset();
   if (hasAnalog(dataObjType)) {
     Analog(std::make_unique<cAnalogConfig>(options_));
-    analog_->SetMode(loggerType, dataObjType);  // thermocouples bring their scale's units
+    analog_->SetMode(loggerType, dataObjType);  // thermocouples set the units of their scale
   }
-  // The kind settles the resolution, whatever the user has set for new objects.
+  // The kind determines the resolution, whatever the option for new objects.
   Can.reset();
   if (dataObjType == ORVUS_DOBJ_BLK_QBCAN) Can.emplace();
   DataType = Can ? ORVUS_OUTDATA_IEEE4 : ORVUS_OUTDATA_FP2;

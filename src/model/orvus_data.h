@@ -1,4 +1,4 @@
-// One measurement block, or other source of data, as a screen sees it.
+// One measurement block, or other source of data, for a screen.
 #pragma once
 
 #include <memory>
@@ -13,7 +13,7 @@
 
 namespace ostrand {
 
-// Values outside of the limits are limited or ignored, never reported. Times are microseconds.
+// Values outside the limits are limited or ignored, never reported. Times are in microseconds.
 class cOrvusData {
  public:
   explicit cOrvusData(const MeasurementOptions& options = {});
@@ -30,8 +30,8 @@ class cOrvusData {
   float DefaultMult = 0;
   float DefaultOffset = 0;
 
-  // The analog part; nothing for kinds without one. This object listens to the part given to it:
-  // a new scale sets multiplier, offset and units; a multiplexer turned to volts, plain ones.
+  // The analog part; nothing for kinds without one. This object listens to it: a new scale sets
+  // multiplier, offset and units; a multiplexer switched to volts gets plain ones.
   [[nodiscard]] cAnalogConfig* Analog() { return analog_.get(); }
   [[nodiscard]] const cAnalogConfig* Analog() const { return analog_.get(); }
   void Analog(std::unique_ptr<cAnalogConfig> analog);
@@ -40,11 +40,11 @@ class cOrvusData {
   [[nodiscard]] std::unique_ptr<cOrvusData> Clone() const;
 
   // Gives the object the defaults of a kind of data on a logger (kLoggerType...). `block` counts
-  // from 1; of ports, 1 writes and 2 reads. `module` is the slot, from 0, of pulses and ports.
+  // from 1; of ports, 1 is written and 2 read. `module` is the slot, from 0, of pulses and ports.
   void SetMode(i32 loggerType, OrvusDataObjTypes dataObjType, i16 block, i16 module);
 
-  // Moves the value by the step and onto a multiple of it, with as many decimals as the step has.
-  // A step of 0 does nothing.
+  // Moves the value by the step to a multiple of it, with the decimals of the step. A step of 0
+  // does nothing.
   void MultIncDec(float step);
   void OffsetIncDec(float step);
 
@@ -53,19 +53,19 @@ class cOrvusData {
   [[nodiscard]] i16 Module() const { return module_; }
   [[nodiscard]] OrvusDataObjTypes DataObjType() const { return dataObjType_; }
 
-  // "FP2", "IEEE4", "??". Any other text sets no type.
+  // "FP2", "IEEE4", "??". Any other text is ignored.
   [[nodiscard]] std::string_view DataTypeString() const;
   void DataTypeString(std::string_view text);
 
-  // The name given to the object, at most 12 characters of it, or else its automatic name.
+  // The name given to the object, cut to 12 characters, or else its automatic name.
   [[nodiscard]] std::string DefaultName() const;
   void DefaultName(std::string_view name);
 
-  // The first table in use that stores any of the object's values, or else the first table in
-  // use, or else 1.
+  // The first table in use that stores any of the object's values, or else the first table in use,
+  // or else 1.
   [[nodiscard]] i16 FirstTableUsed(const ProjectStore& store) const;
 
-  // Time of one measurement and of the whole block; 0 without an analog part.
+  // Times of one measurement and of the whole block; 0 without an analog part.
   [[nodiscard]] i32 MeasTime() const;
   [[nodiscard]] i32 BlockTime() const;
 

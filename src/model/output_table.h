@@ -107,9 +107,9 @@ class cOutputTable {
 
 namespace ORVUS_COMMON {
 
-// Fields that one value gives to a table by one processing instruction: none when it is not
-// selected, the bins of a histogram, the product of the two sizes of a rainflow or a level
-// crossing (none when the text has fewer than three parts), one for all others.
+// Fields of one value in a table by one processing instruction: none if it is not selected, the
+// bins of a histogram, the product of the two sizes of a rainflow or a level crossing (none if the
+// text has fewer than three parts), one for all others.
 i32 OutputFieldCount(i16 selected, int code, std::string_view histogramCode,
                      std::string_view rainHistoCode, std::string_view levelCode);
 
@@ -123,12 +123,12 @@ struct RecordSize {
 };
 RecordSize SizeOfRecord(const ProjectStore& store, int t);
 
-// Counts fields and bytes of a record of table `t`, from 1, into `table`, or into the store when
-// there is none. Gives the bytes, without timestamp and record number.
+// Counts fields and bytes of a record of table `t`, from 1, into `table`, or into the store if that
+// is null. Returns the bytes without timestamp and record number.
 i32 BytesPerRecord(ProjectStore& store, int t, cOutputTable* table);
 
-// The interval of a table as it is being edited, in microseconds: the scan period of a synchronous
-// one, otherwise its interval (1 when it is 0) times the factor of its unit.
+// The interval of an edited table in microseconds: the scan period of a synchronous one, otherwise
+// its interval (1 if it is 0) times the factor of its unit.
 double TableIntervalMicros(const ProjectStore& store, const cOutputTable& table);
 
 }  // namespace ORVUS_COMMON

@@ -149,11 +149,11 @@ int OutputValues(const OutputSource& source, int code) {
 std::string LevelArguments(const HistoSet& histo) {
   if (histo.NumDims == 1) return histo.LevelCode;
   const std::string_view code = histo.LevelCode;
-  const std::string_view behind = After(code, ",");
-  const std::size_t third = behind.find(',');
+  const std::string_view rest = After(code, ",");
+  const std::size_t third = rest.find(',');
   std::string arguments(Before(code, ","));
   arguments += ",1";
-  if (third != std::string_view::npos) arguments += behind.substr(third);
+  if (third != std::string_view::npos) arguments += rest.substr(third);
   return arguments;
 }
 

@@ -1,5 +1,5 @@
-// What the data tables store, in the order in which a record holds it. The program and its
-// description list the same outputs, so that the numbers of the fields are those of the columns.
+// The values that data tables store, in the order of a record. The program and its description list
+// the same outputs, so that the numbers of the fields are those of the columns.
 #pragma once
 
 #include <span>
@@ -14,7 +14,7 @@ namespace ostrand {
 
 inline constexpr i16 kPcCard = 2;  // TableLocation of a table on the PC card
 
-// Families of outputs, in the order in which a record holds them.
+// Families of outputs, in the order of a record.
 enum class OutputFamily {
   kBattery,
   kPanel,
@@ -33,13 +33,13 @@ inline constexpr int kOutputFamilies = static_cast<int>(OutputFamily::kCalcField
 // One source of outputs: a block, an item, a field or a single value. It points into the store.
 struct OutputSource {
   OutputFamily family;
-  OrvusDataObjTypes kind = ORVUS_DOBJ_SYS_BATT;  // of the blocks, for their names
+  OrvusDataObjTypes kind = ORVUS_DOBJ_SYS_BATT;  // kind of a block, for its names
   int n = 1;              // number of the block, item or calculated field, from 1
   std::string name = {};  // in the program, without parentheses: TBlk1
   std::string_view resolution = {};
   const OutputSet* output = nullptr;
-  int lastCode = kLevelCrossing;  // the last instruction that the source can be stored with
-  // Values that are stored by the instructions up to the standard deviation, by histogram and
+  int lastCode = kLevelCrossing;  // the last instruction that can store the source
+  // Number of values stored by the instructions up to the standard deviation, by histogram and
   // rainflow, and by level crossing.
   int reps = 1;
   int histoReps = 1;
@@ -49,31 +49,30 @@ struct OutputSource {
   std::string_view units = {};
 };
 
-// All sources that a table can store, whether they are selected or not: those in use, with the
-// blocks of a family by their number, those of pulse slot 0 before those of slot 1.
+// All sources that a table can store, selected or not: those in use, with the blocks of a family by
+// number, and pulse slot 0 before slot 1.
 std::vector<OutputSource> OutputSourcesOf(const ProjectStore& store);
 
-// Whether the item is written to table `t`, from 1, with that instruction.
+// Whether the item is written to table `t`, from 1, by that instruction.
 inline bool IsSelected(const OutputSet& output, int table, int code) {
   return output.OutputSelect[table][code] != 0;
 }
 
-// The arrays of an item's level crossings get the name that they have under another stem: the
-// item's name, "Calc3". Codes that name other arrays stay.
+// Renames the arrays of an item's level crossings from one stem to another: the item's name,
+// "Calc3". Codes that name other arrays are unchanged.
 void RenameLevelArrays(OutputSet& output, std::string_view before, std::string_view after);
 
 // The first table in use that stores anything of an item, or else the first one in use, or else 1;
-// an item without outputs is stored by none.
+// no table stores an item without outputs.
 i16 FirstTableUsed(const ProjectStore& store, const OutputSet* output);
 
-// Values of a source that one instruction stores, each in columns of its own.
+// Values of a source that one instruction stores, each in separate columns.
 int OutputValues(const OutputSource& source, int code);
 
-// The level code as the program has it: an output of other than one dimension has 1 for its
-// second size.
+// The level code in the program: an output of other than one dimension has 1 for its second size.
 std::string LevelArguments(const HistoSet& histo);
 
-// Columns that one value takes in a record of table `t`, from 1, by that instruction.
+// Columns of one value in a record of table `t`, from 1, by that instruction.
 i32 OutputColumns(const OutputSet& output, int t, int code);
 
 }  // namespace ostrand

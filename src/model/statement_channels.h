@@ -1,12 +1,12 @@
-// Where the statements of a program measure, for whoever has to wire the sensors.
+// The channels of a program's statements, for wiring the sensors.
 #pragma once
 
 #include "model/store.h"
 
 namespace ostrand {
 
-// First channels of the blocks as a generated program names them, in the block's own kind of
-// channel (differential or single-ended); 0 for a block without a statement.
+// First channels of the blocks in a generated program, in the block's kind of channel (differential
+// or single-ended); 0 for a block without a statement.
 struct StatementChannels {
   Row<int, 1, kBlocks> Temp;
   Row<int, 1, kBlocks> Volt;

@@ -1,6 +1,6 @@
-// The one record that holds a project. Members carry the names of their project file keys;
-// rows are counted as those keys count. The large ones are late rows, so that a project costs the
-// memory and the time of what it uses.
+// The record that holds a project. Members have the names of their project file keys; rows have
+// their subscripts. The large ones are late rows, so that a project costs memory and time only for
+// what it uses.
 #pragma once
 
 #include <string>
@@ -27,7 +27,7 @@ inline constexpr int kCanItems = 128;
 inline constexpr int kCanValues = 64;  // values of a CAN item
 inline constexpr int kCalcFields = 50;
 
-// Processing instructions of an output, as memory counts them; the project file counts from 1.
+// Processing instructions of an output, numbered from 0; the project file counts from 1.
 enum OutputCode : int {
   kSample = 0,
   kMaximum,
@@ -39,7 +39,7 @@ enum OutputCode : int {
   kLevelCrossing
 };
 
-// Entries of `MonitorPower`, as the project file counts them.
+// Entries of `MonitorPower`, numbered as in the project file.
 enum MonitorEntry : int {
   kMonitorBattery = 1,
   kMonitorPowerControl,
@@ -53,7 +53,7 @@ struct HistoSet {
   Row<i16, 1, 8> Reserved;    // kept at 0, not saved
   std::string HistogramCode;  // its leading number is the number of bins
   std::string RainHistoCode;  // comma separated, begins with the two sizes
-  std::string LevelCode;      // the same
+  std::string LevelCode;      // comma separated, begins with the two sizes
   i16 LevelMeas = 0;
   std::string LevelMeasName;
   i16 NumDims = 0;
@@ -65,7 +65,7 @@ struct HistoSet {
   bool operator==(const HistoSet&) const = default;
 };
 
-// What is stored of one measured item, table by table.
+// The stored values of one measured item, table by table.
 struct OutputSet {
   Row<Row<i16, 0, kOutputCodes - 1>, 1, kTables> OutputSelect;  // [table][OutputCode], key `Table`
   LateRow<HistoSet, 1, kTables> Histo;                          // [table]
@@ -73,7 +73,7 @@ struct OutputSet {
   bool operator==(const OutputSet&) const = default;
 };
 
-// What one repetition of a block has of its own. Numbers are kept as the text typed.
+// The settings of one repetition of a block. Numbers are kept as typed.
 struct RepAlias {
   std::string AliasName;
   std::string AliasUnits;
@@ -84,7 +84,7 @@ struct RepAlias {
   friend bool operator==(const RepAlias&, const RepAlias&) = default;
 };
 
-// What every block of repeated measurements has.
+// The members of every block of repeated measurements.
 struct MeasBlock {
   i16 Reps = 0;                // repetitions; key `NumVals` of CAN items
   std::string DataResolution;  // "FP2" or "IEEE4"; key `DataType` of pulse blocks and CAN items
@@ -93,7 +93,7 @@ struct MeasBlock {
   float DefaultMult = 0;    // key `Mult` of CAN items
   float DefaultOffset = 0;  // key `Offset` of CAN items
   i32 BlockTime = 0;        // microseconds
-  i16 ZeroFlag = 0;         // flag number of zeroing; stays 0 where the kind can't be zeroed
+  i16 ZeroFlag = 0;         // flag number of zeroing; 0 if the kind can't be zeroed
   i16 CalOnSite = 0;        // two-point calibration on site; key `SiteCal` of pulse blocks
   OutputSet Output;
 
@@ -197,14 +197,14 @@ struct PulseBlockGroup : BlockGroup<PulseBlockData, kPulseBlocks> {
   bool operator==(const PulseBlockGroup&) const = default;
 };
 
-// Output of a single value beside the blocks: battery, panel reference, multiplexer reference.
+// Output of a single value: battery, panel reference, multiplexer reference.
 struct ReferenceOutput {
   std::string DataResolution;
   flag Public = kFalse;
   OutputSet Output;
 };
 
-// Fixed at start-up, not saved.
+// Set at start-up, not saved.
 struct LoggerConstants {
   i16 SEChanTotal = 0;
   i16 ExciteChanTotal = 0;
@@ -237,7 +237,7 @@ struct Configuration {
   i16 PowerOffPOTime = 0;
   flag PowerOffMins = kFalse;  // unit of PowerOffTime: 0 day, 1 hour, 2 minute, 3 second
   flag PowerOnMins = kFalse;   // unit of PowerOffPOTime, the same codes
-  std::string PowerOffLine;    // ready If line
+  std::string PowerOffLine;    // the complete If statement
   flag DefaultBattVolt = kFalse;
   float BattTripVolts = 0;
   flag LowBattRetry = kFalse;
@@ -469,7 +469,7 @@ struct CalcFieldGroup {
   LateRow<CalcFieldData, 1, kCalcFields> Field;
 };
 
-// Calculators keep what the user typed as text.
+// Calculators keep the texts typed by the user.
 struct SpeedCalcRecord {
   i16 MKSSpd = 0;
   std::string RevSpeed, WheelSize, PulsesSec;
@@ -532,7 +532,7 @@ struct ProjectStore {
   [[nodiscard]] int TK40ChanTotal() const { return 25 * Config.TK40MQty; }
 };
 
-// In store.cpp, once for all.
+// Defined in store.cpp.
 extern template class LateRow<HistoSet, 1, kTables>;
 extern template class LateRow<RepAlias, 1, kReps>;
 extern template class LateRow<RepAlias, 1, kCanValues>;
@@ -546,7 +546,7 @@ extern template class LateRow<PulseBlockData, 1, kPulseBlocks>;
 extern template class LateRow<CanItemData, 1, kCanItems>;
 extern template class LateRow<CalcFieldData, 1, kCalcFields>;
 
-// The store of this process. Only the session and the hosts reach for it.
+// The store of this process. Only the session and the hosts use it.
 ProjectStore& TheStore();
 
 }  // namespace ostrand

@@ -1,11 +1,11 @@
-// The places of a project where variables are named: conditions, formulas, level crossings.
+// The texts of a project that name variables: conditions, formulas, level crossings.
 #pragma once
 
 #include "model/store.h"
 
 namespace ostrand {
 
-// What a text that names variables is.
+// The kinds of text that name variables.
 enum class VariableText {
   kVariable,    // one name, as lists of variables show it
   kExpression,  // composed of names, signs and values; it has elements of arrays for aliases
@@ -13,7 +13,7 @@ enum class VariableText {
 };
 
 // Each routine calls `visit(text, kind)` with every text of its part that was ever written, in use
-// or not, always in the same order; all others are empty. A part that is const gives const texts.
+// or not, always in the same order; all others are empty. A const part gives const texts.
 
 template <class Tables, class Visit>
 void VisitTableConditions(Tables& tables, Visit visit) {
@@ -79,7 +79,7 @@ void VisitLevelNames(Output& output, Visit visit) {
   for (auto& histo : output.Histo.Made()) visit(histo.LevelMeasName, VariableText::kVariable);
 }
 
-// All of a project.
+// All texts of a project.
 template <class Store, class Visit>
 void VisitVariableTexts(Store& store, Visit visit) {
   VisitConditions(store, visit);

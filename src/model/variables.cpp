@@ -36,7 +36,7 @@ constexpr std::array<KindName, 18> kKindNames = {{
     {kCalcVariables, "Calculated Fields"},
 }};
 
-// Whether the program declares the byte read from a group of ports.
+// Whether the program declares a byte read from these ports.
 bool readsPorts(const PortSlot& slot) {
   if (slot.ReadMode == 0) return false;
   const auto isSelected = [](const auto& codes) {
@@ -47,7 +47,7 @@ bool readsPorts(const PortSlot& slot) {
          std::any_of(selections.begin(), selections.end(), isSelected);
 }
 
-// Gathers the variables of one kind.
+// Collects the variables of one kind.
 class Collector {
  public:
   Collector(const ProjectStore& store, i32 kind, std::vector<PickVariable>& variables)
@@ -161,10 +161,10 @@ class Collector {
   std::vector<PickVariable>& variables_;
 };
 
-// A formula as names are looked for in it.
+// A formula, prepared for a search for names.
 struct Formula {
   std::string text;  // upper case
-  // A running average that fills an array of its own takes any element of another array.
+  // Set for a running average that fills a whole array: it may use any element of another array.
   bool takesArrays = false;
 };
 
@@ -180,8 +180,8 @@ std::vector<Formula> formulasOf(const ProjectStore& store) {
   return formulas;
 }
 
-// The part of a name by which the formula would use it: "TBlk1(" of "TBlk1(3)" for one that takes
-// arrays, else the whole name.
+// The part of a name to search for in the formula: "TBlk1(" of "TBlk1(3)" if it takes arrays, else
+// the whole name.
 std::string_view partUsed(const Formula& formula, std::string_view name) {
   if (!formula.takesArrays || !name.ends_with(')') || !Holds(name, "(")) return name;
   return name.substr(0, name.find('(') + 1);

@@ -11,7 +11,7 @@
 
 namespace ostrand {
 
-// Kinds of variables, as bits; users order and choose them by these numbers.
+// Kinds of variables, as bits; users order and select them by these numbers.
 enum VariableKind : i32 {
   kBatteryVariable = 1,
   kStatusVariables = 2,
@@ -33,7 +33,7 @@ enum VariableKind : i32 {
   kCalcVariables = 268435456
 };
 
-// All kinds in the order of the whole list.
+// All kinds in the order of the list.
 inline constexpr std::array<i32, 18> kVariableKinds = {
     kPortVariables,        kFlagVariables,     kCalcVariables,      kBatteryVariable,
     kStatusVariables,      kTempVariables,     kVoltVariables,      kBridgeVariables,
@@ -41,12 +41,12 @@ inline constexpr std::array<i32, 18> kVariableKinds = {
     kFilterVoltVariables2, kIsolatedVariables, kTK40MVariables,     kTK40RefVariables,
     kCanVariables,         kCaoVariables};
 
-// "Battery Volts", "Temperature Blocks"; "??" for a number that is no kind.
+// "Battery Volts", "Temperature Blocks"; "??" for a number that is not a kind.
 std::string_view VariableKindName(i32 kind);
 
 struct PickVariable {
-  std::string name;     // as the program calls it: the alias, or the array, or its element
-  std::string element;  // element of its array, "TBlk1(2)", which the program knows as well; empty
+  std::string name;     // in the program: the alias, or the array, or its element
+  std::string element;  // element of its array, "TBlk1(2)", also known to the program; empty
                         // for a variable that is not in an array
   i32 kind = 0;         // VariableKind
 };
@@ -54,31 +54,31 @@ struct PickVariable {
 // The variables now available.
 class VarPickList {
  public:
-  // Those of the kinds named, kind by kind in the order given; other numbers give none.
+  // The variables of the named kinds, kind by kind in the given order; other numbers give none.
   explicit VarPickList(const ProjectStore& store, std::span<const i32> kinds = kVariableKinds);
 
   [[nodiscard]] const std::vector<PickVariable>& Variables() const { return variables_; }
 
-  // Whether a variable has this name or is this element of its array, in any case of letters.
+  // Whether a variable has this name or is this element of its array, case-insensitive.
   [[nodiscard]] bool Holds(std::string_view name) const;
-  // Whether any name or element begins so: "TBlk1(" asks for any element of TBlk1.
+  // Whether any name or element begins with `head`: "TBlk1(" finds any element of TBlk1.
   [[nodiscard]] bool HoldsAnyWith(std::string_view head) const;
 
  private:
   [[nodiscard]] const std::vector<std::string>& spellings() const;
 
   std::vector<PickVariable> variables_;
-  mutable std::vector<std::string> spellings_;  // upper case, sorted; made when first asked for
+  mutable std::vector<std::string> spellings_;  // upper case, sorted; made on first use
 };
 
-// The names of variables that the formulas of calculated fields used when the project was opened.
-// A running average over a whole array is known by the head of its elements, "TBlk1(".
+// The names of variables that the formulas of calculated fields used when the project was opened. A
+// running average over a whole array is listed by the start of its elements, "TBlk1(".
 struct CalcVarRefs {
   std::vector<std::string> names;
 };
 CalcVarRefs CollectCalcVarRefs(const ProjectStore& store);
 
-// Whether a formula or condition holds a name, in any case of letters.
+// Whether a formula or condition contains a name, case-insensitive.
 bool ExpressionHolds(std::string_view expression, std::string_view name);
 
 }  // namespace ostrand

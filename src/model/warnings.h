@@ -1,11 +1,11 @@
-// The warnings that a user can switch.
+// The warnings that a user can switch on and off.
 #pragma once
 
 #include "model/store.h"
 
 namespace ostrand {
 
-// Bits of WarningMessageMask. Those without a name are kept and mean nothing.
+// Bits of WarningMessageMask. Unnamed bits are kept and ignored.
 enum WarningBit : i32 {
   kWarnVariablesAfterEdits = 1,
   kWarnVariablesOnSave = 2,

@@ -22,7 +22,7 @@ class BracketText {
   static BracketText Of(int first, Index... rest) {
     return separated(",", first, rest...);
   }
-  // (2, 3), as the rows of write conditions have it.
+  // (2, 3): the rows of write conditions.
   static BracketText Spaced(int first, int second) { return separated(", ", first, second); }
   // (1 Start)
   static BracketText Named(int index, std::string_view name) {
@@ -57,8 +57,8 @@ class BracketText {
     length_ += static_cast<std::size_t>(count);
   }
 
-  // Four indices of three digits at most, and the capacity that a number needs while it is written.
-  std::array<char, 32 + kNumberTextRoom> text_;
+  // Four indices of at most three digits, and the capacity to write one more number.
+  std::array<char, 32 + kMaxNumberText> text_;
   std::size_t length_ = 0;
 };
 
@@ -72,8 +72,7 @@ class Lines {
     CopyText(CopyText(at, line), kLineEnd);
   }
 
-  // The lines of a table of keys, unrolled: what a key's line looks like is settled by the
-  // compiler.
+  // The lines of a table of keys, unrolled: the form of each line is fixed at compile time.
   template <const auto& Fields, class Record>
   void Keys(Record& record, const BracketText& brackets = {}, std::string_view prefix = {}) {
     [&]<std::size_t... At>(std::index_sequence<At...>) {
@@ -105,7 +104,7 @@ class Lines {
     });
   }
 
-  // The one place where a line is put together, in a single step for speed.
+  // The one place that assembles a line, in a single step for speed.
   void put(std::string_view prefix, std::string_view key, std::string_view brackets,
            std::string_view value) {
     char* at = reserve(prefix.size() + key.size() + brackets.size() + value.size() + 3);
@@ -135,7 +134,7 @@ class Lines {
   void line(std::string_view prefix, std::string_view key, std::string_view brackets, Form form,
             Number value) {
     if (form == Form::kTruth) return put(prefix, key, brackets, value == 0 ? "0" : "-1");
-    std::array<char, kNumberTextRoom + 1> text;
+    std::array<char, kMaxNumberText + 1> text;
     text[0] = ' ';
     char* const digits = text.data() + 1;
     int length = 0;
@@ -150,7 +149,7 @@ class Lines {
         blank ? std::string_view(text.data(), size + 1) : std::string_view(digits, size));
   }
 
-  std::string text_;  // longer than what is used, so that a line need not make it grow
+  std::string text_;  // longer than its used part, so that a line need not enlarge it
   std::size_t used_ = 0;
 };
 
@@ -302,8 +301,7 @@ void writeCode(Lines& out, OutputSet& output, int t, int code) {
   if (selected(output, t, code)) out.Keys<Keys>(output.Histo[t], BracketText::Of(t));
 }
 
-// Battery and references: in each table the selections precede the codes, which
-// `writeCodes` writes.
+// Battery and references: in each table the selections precede the codes, written by `writeCodes`.
 template <class WriteCodes>
 void writeReference(Lines& out, ProjectStore& store, ReferenceOutput& reference, int codes,
                     WriteCodes writeCodes) {
@@ -358,7 +356,7 @@ void writePortSlot(Lines& out, ProjectStore& store, PortSlot& slot) {
   });
 }
 
-// Whether the second slot would write the lines of a slot that nobody has touched.
+// Whether the second slot would give the same lines as an untouched slot.
 bool secondPortSlotUntouched(Lines& out, ProjectStore& store) {
   PortSlot& slot = store.Ports.Slot[1];
   const std::size_t start = out.Size();
@@ -374,8 +372,8 @@ bool secondPortSlotUntouched(Lines& out, ProjectStore& store) {
   return same;
 }
 
-// Both slots have the same keys, and a reader puts all lines into the first. So an untouched
-// second slot repeats the lines of the first, or it would wipe out what the user chose there.
+// Both slots have the same keys, and a reader puts all lines into the first. So an untouched second
+// slot repeats the lines of the first; otherwise it would overwrite the user's choices there.
 void writePorts(Lines& out, ProjectStore& store) {
   out.Keys<kCodeTypeKeys>(store.Ports);
   const int second = secondPortSlotUntouched(out, store) ? 0 : 1;
@@ -505,7 +503,7 @@ void writeSection(Lines& out, ProjectStore& store, const platform::Moment& now, 
   }
 }
 
-// Bytes that a family is likely to take; a guess only saves moving the text.
+// Likely number of bytes of a family; a guess that only saves copying the text.
 template <class Family>
 std::size_t expectedSize(ProjectStore& store) {
   constexpr std::size_t kItem = 2048;

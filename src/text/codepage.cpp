@@ -16,7 +16,7 @@ constexpr std::array<char32_t, 32> kHighControls = {
     kNoCharacter, 0x2018,       0x2019, 0x201C, 0x201D, 0x2022,       0x2013, 0x2014,
     0x02DC,       0x2122,       0x0161, 0x203A, 0x0153, kNoCharacter, 0x017E, 0x0178};
 
-// Takes one character off the text; a broken sequence gives U+FFFD for its first byte.
+// Removes one character from the text; a broken sequence gives U+FFFD for its first byte.
 char32_t takeUtf8(std::string_view& text) {
   const auto byteAt = [&](std::size_t at) { return static_cast<unsigned char>(text[at]); };
   const unsigned char first = byteAt(0);
@@ -28,7 +28,7 @@ char32_t takeUtf8(std::string_view& text) {
     c = (c << 6) | (byteAt(at) & 0x3FU);
   }
   constexpr std::array<char32_t, 5> kMin = {0, 0, 0x80, 0x800, 0x10000};  // by length
-  if (!whole || c < kMin[length]) {  // a longer form than needed is a broken one, too
+  if (!whole || c < kMin[length]) {  // overlong forms are broken, too
     length = 1;
     c = kNoCharacter;
   }
@@ -49,8 +49,8 @@ std::size_t Utf8Length(std::string_view text) {
   for (std::size_t at = 1; at < length; ++at) {
     if ((byte(at) & 0xC0) != 0x80) return 0;
   }
-  // Overlong forms, surrogates and what lies past the last character, told by the second byte;
-  // so are the control characters of the second block.
+  // The second byte shows overlong forms, surrogates, values above the last character, and the
+  // control characters of the second block.
   const unsigned second = byte(1);
   if ((first == 0xC2 && second < 0xA0) || (first == 0xE0 && second < 0xA0) ||
       (first == 0xED && second > 0x9F) || (first == 0xF0 && second < 0x90) ||
@@ -97,7 +97,7 @@ std::string LowBytes(std::string_view text) {
       continue;
     }
     char32_t c = takeUtf8(text);
-    if (c >= 0x10000) {  // a pair of them; the first holds the upper ten bits
+    if (c >= 0x10000) {  // a surrogate pair; the first holds the upper ten bits
       c -= 0x10000;
       put(c >> 10);
     }

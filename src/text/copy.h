@@ -7,15 +7,15 @@
 
 namespace ostrand {
 
-// The first and the last bytes of a text that has at least so many; the two may overlap.
+// The first and last `Size` bytes of a text with at least as many; the two may overlap.
 template <std::size_t Size>
 void CopyEnds(char* to, std::string_view text) {
   std::memcpy(to, text.data(), Size);
   std::memcpy(to + text.size() - Size, text.data() + text.size() - Size, Size);
 }
 
-// Copies a text to where there is room for it; returns the place behind the copy. What lines are
-// made of is short, so that a call would cost more than the copy.
+// Copies a text to `to`, which must have the capacity; returns the end of the copy. The pieces of a
+// line are short: a call of memcpy would cost more than the copy.
 inline char* CopyText(char* to, std::string_view text) {
   const std::size_t size = text.size();
   if (size > 32) {

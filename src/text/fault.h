@@ -1,4 +1,4 @@
-// A runtime failure of the system, as the user meets it in the box "TROUBLE".
+// A runtime failure of the system, shown to the user in the box "TROUBLE".
 #pragma once
 
 #include <string>

@@ -11,11 +11,11 @@
 
 namespace ostrand {
 
-// Elements with the subscripts First to Last, both included, as `Row` has them. An element that was
-// never written is not held; it reads as the blank of the row, at first an element of zeros and
-// empty texts. The first access that can write makes it, and those before it, as copies of the
-// blank. An element that was made stays at its place as long as the row lives: nothing assigned
-// to the row moves it. A subscript outside raises Fault 9, "Subscript out of range".
+// Elements with the subscripts First to Last, both included, as in `Row`. An element never written
+// takes no memory and reads as the row's blank, which at first holds zeros and empty texts. The
+// first access that can write makes the element, and those before it, as copies of the blank. A
+// made element stays at its address for the life of the row, whatever is assigned to the row. A
+// subscript outside raises Fault 9, "Subscript out of range".
 template <class T, int First, int Last>
 class LateRow {
   static_assert(First <= Last);
@@ -41,7 +41,7 @@ class LateRow {
   }
   const T& operator[](int subscript) const { return at(position(subscript)); }
 
-  // The elements that were made, from First on. All others equal the blank.
+  // The elements made so far, from First on. All others equal the blank.
   std::span<T> Made() { return made_; }
   [[nodiscard]] std::span<const T> Made() const { return made_; }
 
@@ -52,10 +52,10 @@ class LateRow {
     return std::span<T>(made_).first(wanted);
   }
 
-  // From the subscript `from` on, each element is as `blank`, which must outlive the row.
+  // Elements from the subscript `from` on become `blank`, which must outlive the row.
   void Reset(const T& blank, int from = First);
 
-  // In a row that can be written, all elements.
+  // In a row that can be written, this makes all elements.
   auto begin() { return Leading(kCount).begin(); }
   auto end() { return Leading(kCount).end(); }
 
@@ -108,15 +108,15 @@ class LateRow {
     static const T kZero;
     return blank_ != nullptr ? *blank_ : kZero;
   }
-  // The memory of all elements is taken with the first one, so that none moves later. The system
-  // gives it page by page as elements are made.
+  // Memory for all elements is reserved with the first one, so that none moves later. The system
+  // provides it page by page as elements are made.
   void make(std::size_t count);
 
   std::vector<T> made_;
   const T* blank_ = nullptr;
 };
 
-// Not in the class, so that a row that is instantiated elsewhere is not in each place of its use.
+// Outside of the class, so that an explicit instantiation serves all users of a row.
 
 template <class T, int First, int Last>
 LateRow<T, First, Last>& LateRow<T, First, Last>::operator=(const LateRow& other) {

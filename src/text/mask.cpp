@@ -12,8 +12,8 @@ namespace {
 
 struct Mask {
   int wholeZeros = 0;    // places before the point that are always shown
-  int places = 0;        // places behind the point
-  int forcedPlaces = 0;  // of these, how many are always shown
+  int places = 0;        // places after the point
+  int forcedPlaces = 0;  // those of them that are always shown
   bool point = false;    // the mask has a point
   bool thousands = false;
   bool exponent = false;
@@ -73,7 +73,7 @@ Decimal decimalOf(double size) {
   return result;
 }
 
-// Keeps `places` digits behind the point, rounding half away from zero.
+// Keeps `places` digits after the point, rounding half away from zero.
 void roundTo(Decimal& number, int places) {
   const int keep = number.point + places;
   if (keep < 0) {
@@ -97,7 +97,7 @@ void roundTo(Decimal& number, int places) {
   ++number.point;
 }
 
-// Digit at a place: 0 is the first behind the point, -1 the last before it.
+// Digit at a place: 0 is the first after the point, -1 the last before it.
 char digitAt(const Decimal& number, int place) {
   const int at = number.point + place;
   if (at < 0 || at >= static_cast<int>(number.digits.size())) return '0';
@@ -126,7 +126,7 @@ bool isZero(const Decimal& number) {
   return number.digits.find_first_not_of('0') == std::string::npos;
 }
 
-// The digits by a mask with an exponent.
+// The digits in the form of a mask with an exponent.
 std::string layOutWithExponent(Decimal& number, const Mask& mask) {
   int exponent = 0;
   if (!isZero(number)) {
@@ -161,7 +161,7 @@ std::string formatDecimal(Decimal number, bool negative, const Mask& mask) {
   return negative && !isZero(number) ? "-" + result : result;
 }
 
-// A point without a place behind it is cut, before an exponent too.
+// A point without a digit after it is removed, before an exponent too.
 void cutBarePoint(std::string& text) {
   const std::size_t point = text.find('.');
   if (point == std::string::npos) return;

@@ -34,12 +34,12 @@ char* putWhole(char* to, std::uint64_t value) {
     *to = static_cast<char>('0' + value);
     return to + 1;
   }
-  return std::to_chars(to, to + kNumberTextRoom, value).ptr;
+  return std::to_chars(to, to + kMaxNumberText, value).ptr;
 }
 
-// Writes a number of six digits at most with two decimals at most, as most are, and returns where
-// it ends; null for others. Two texts of six digits never read back as one value, so no search for
-// the shortest is needed.
+// Fast path for numbers with at most six digits, two of them decimals; returns the end, or null for
+// other numbers. Two texts of six digits never read back as one value, so they need no search for
+// the shortest.
 template <class Real>
 char* putFewDigits(char* to, Real value) {
   constexpr std::uint64_t kParts = 100;
@@ -136,13 +136,13 @@ int writeReal(char* to, Real value, int plainBelow) {
   return static_cast<int>(at - to);
 }
 
-// An exponent that no number of digits makes good.
+// Beyond any exponent that the digits of a text could outweigh.
 constexpr std::int64_t kBeyondAnyText = std::int64_t{1} << 60;
 
 template <class Real>
 struct Scan {
   Real value = 0;
-  std::size_t length = 0;  // characters taken, 0 for no number
+  std::size_t length = 0;  // characters read; 0 if there is no number
 };
 
 // "&H1F", "&O17".
@@ -161,7 +161,7 @@ Scan<Real> scanBased(std::string_view text) {
   return result;
 }
 
-// The extent of a decimal number at the head of a text, and where its exponent letter stands.
+// The extent of a decimal number at the start of a text, and the position of its exponent letter.
 struct DecimalExtent {
   std::size_t length = 0;
   std::size_t exponent = std::string_view::npos;
@@ -192,8 +192,8 @@ DecimalExtent measureDecimal(std::string_view text) {
   return {at, std::string_view::npos};
 }
 
-// What stands for a number that a Real can't hold: 0 for a tiny one, infinity for a huge one.
-// Digits and exponent decide together: many digits may outweigh a negative exponent.
+// The value for a number outside the range of a Real: 0 for a tiny one, infinity for a huge one.
+// Digits and exponent count together: many digits may outweigh a negative exponent.
 template <class Real>
 Real valueOutOfRange(std::string_view plain) {
   const std::size_t mark = std::min(plain.find('e'), plain.size());
@@ -233,9 +233,8 @@ Scan<Real> scanNumber(std::string_view text) {
   return based.length > 0 ? based : scanDecimal<Real>(text);
 }
 
-// Reads a few digits with a point among them at most, as most numbers are; false for any other
-// text. With a point the digits and the power of ten are exact in both types, so that their
-// quotient is the nearest value.
+// Fast path for a few digits with at most one point; false for any other text. The digits and the
+// power of ten are exact in both types, so their quotient is the nearest value.
 template <class Real>
 bool readFewDigits(std::string_view text, Real& value) {
   static constexpr std::array<Real, 7> kTens = {1, 10, 100, 1000, 10000, 100000, 1000000};
@@ -302,7 +301,7 @@ std::optional<Number> numberOf(std::string_view text) {
 
 template <class Number>
 std::string textOf(Number value) {
-  std::array<char, kNumberTextRoom> room{};
+  std::array<char, kMaxNumberText> room{};
   return {room.data(), static_cast<std::size_t>(WriteNumber(room.data(), value))};
 }
 
@@ -317,7 +316,7 @@ std::string strTextOf(Number value) {
 
 int WriteNumber(char* to, std::int64_t value) {
   if (value >= 0) return static_cast<int>(putWhole(to, static_cast<std::uint64_t>(value)) - to);
-  return static_cast<int>(std::to_chars(to, to + kNumberTextRoom, value).ptr - to);
+  return static_cast<int>(std::to_chars(to, to + kMaxNumberText, value).ptr - to);
 }
 int WriteNumber(char* to, float value) { return writeReal(to, value, 7); }
 int WriteNumber(char* to, double value) { return writeReal(to, value, 15); }
@@ -330,7 +329,7 @@ std::string StrText(std::int64_t value) { return strTextOf(value); }
 std::string StrText(float value) { return strTextOf(value); }
 
 std::string HexText(std::uint64_t value) {
-  std::array<char, kNumberTextRoom> room{};
+  std::array<char, kMaxNumberText> room{};
   const auto end = std::to_chars(room.data(), room.data() + room.size(), value, 16).ptr;
   std::string result(room.data(), end);
   for (char& c : result) {
@@ -368,10 +367,10 @@ std::optional<std::int32_t> RoundToInt32(double value) { return roundedTo<std::i
 double DecimalValue(float value, int tens) {
   if (value == 0 || !std::isfinite(value)) return value;
   const Scientific number = shortestDigits(value);
-  std::array<char, 2 * kNumberTextRoom> room{};
+  std::array<char, 2 * kMaxNumberText> room{};
   char* at = put(room.data(), number.digits.data(), number.count);
   *at++ = 'e';
-  at = std::to_chars(at, at + kNumberTextRoom, number.exponent + 1 - number.count + tens).ptr;
+  at = std::to_chars(at, at + kMaxNumberText, number.exponent + 1 - number.count + tens).ptr;
   double size = 0;
   std::from_chars(room.data(), at, size);
   return number.negative ? -size : size;

@@ -7,12 +7,12 @@
 
 namespace ostrand {
 
-// What went wrong, in words fit for a message; names the path or value concerned.
+// What went wrong, as text for the user; names the path or value.
 struct Error {
   std::string text;
 };
 
-// For operations that give nothing but their success.
+// For operations that return nothing on success.
 struct Done {};
 
 template <class T = Done>

@@ -1,4 +1,4 @@
-// A fixed array that is counted as the project file counts it.
+// A fixed array with the subscripts of the project file.
 #pragma once
 
 #include <array>

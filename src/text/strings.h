@@ -7,11 +7,11 @@
 
 namespace ostrand {
 
-// Upper case of a text; accented letters of the code page included. UTF-8 sequences, as names of
-// files hold them, stay as they are.
+// Upper case of a text, with the accented letters of the code page. UTF-8 sequences, as in names of
+// files, are unchanged.
 std::string Upper(std::string_view text);
 
-// Whether two texts are the same but for upper and lower case.
+// Whether two texts are equal without regard to case.
 bool SameText(std::string_view left, std::string_view right);
 
 // The text without blanks at its ends.
@@ -20,20 +20,21 @@ std::string_view Trim(std::string_view text);
 // The parts between the separators; one part for a text without any.
 std::vector<std::string_view> Split(std::string_view text, char separator);
 
-// The next line of `rest`, without its end, CR LF or LF, and taken off it; the last may have none.
+// Takes the next line off `rest` and returns it without its end, CR LF or LF; the last may have
+// none.
 std::string_view TakeLine(std::string_view& rest);
 
-// Whether `text` holds `part` in exactly this case.
+// Whether `text` contains `part`, case-sensitive.
 inline bool Holds(std::string_view text, std::string_view part) {
   return text.find(part) != std::string_view::npos;
 }
 
-// What stands before the first `mark`, or the whole text when there is none.
+// The text before the first `mark`, or the whole text if there is none.
 inline std::string_view Before(std::string_view text, std::string_view mark) {
   return text.substr(0, text.find(mark));
 }
 
-// What stands after the first `mark`, or the empty text when there is none.
+// The text after the first `mark`, or the empty text if there is none.
 inline std::string_view After(std::string_view text, std::string_view mark) {
   const std::size_t at = text.find(mark);
   return at == std::string_view::npos ? std::string_view{} : text.substr(at + mark.size());
