@@ -1,4 +1,4 @@
-// Writing a document to the disk.
+// Writes a document to the disk.
 #pragma once
 
 #include <string>
@@ -9,9 +9,8 @@
 
 namespace ostrand {
 
-// Writes the whole document to `path`, in place of an old one; its folder is for the caller to
-// sync. When that fails the old one stays as it was, the failure is reported, and the result is
-// false.
+// Writes the whole document to `path`, replacing an old one; the caller syncs the folder. On
+// failure the old file is unchanged, the failure is reported, and the result is false.
 bool WriteDocument(platform::FileSystem& files, platform::Forms& forms, const std::string& path,
                    std::string_view bytes);
 

@@ -1,4 +1,4 @@
-// What the documents beside a program have in common: their head, and print positions.
+// Shared parts of the documents beside a program: their head, and print positions.
 #pragma once
 
 #include <string>
@@ -9,17 +9,17 @@
 
 namespace ostrand {
 
-// Brings a line up to a print position, counted from 1: what is appended next stands there. A
-// text that has come so far already is parted from it by one blank.
+// Fills a line with blanks up to a print position, counted from 1, for the text appended next. A
+// line that is already that long gets one blank.
 void TabTo(std::string& line, int position);
 
-// Of which project a document is, and when it was written.
+// The project of a document and the time of writing.
 struct DocumentHead {
-  std::string title;  // of the project's path, without extension
+  std::string title;  // the project's path without extension
   platform::Moment written;
 };
 
-// What sets the head of one document apart from that of another.
+// The differences between the heads of documents.
 struct HeadStyle {
   std::string_view extension;     // ".VKD"
   std::string_view versionLabel;  // " QUILLON Vers: "

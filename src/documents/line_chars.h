@@ -1,4 +1,4 @@
-// The characters of code page 437 that a wiring diagram is drawn with.
+// The characters of code page 437 that draw a wiring diagram.
 #pragma once
 
 #include <algorithm>
@@ -21,7 +21,7 @@ inline constexpr char kDot = '\xFE';       // of a wired terminal
 struct LineChar {
   char code;           // in code page 437
   char16_t character;  // in Unicode
-  char plain;          // what stands for it in a font without it, in Windows-1252
+  char plain;          // substitute in a font without it, in Windows-1252
 };
 
 inline constexpr std::array<LineChar, 12> kLineChars = {{{kLine, 0x2500, '-'},
@@ -37,7 +37,7 @@ inline constexpr std::array<LineChar, 12> kLineChars = {{{kLine, 0x2500, '-'},
                                                          {kDot, 0x25A0, '+'},
                                                          {kSolidTop, 0x2580, '\xAF'}}};
 
-// The line character of a code; null for a code that is none.
+// The line character of a code; null if it is not one.
 inline const LineChar* LineCharOf(char code) {
   const auto* const found =
       std::find_if(kLineChars.begin(), kLineChars.end(),

@@ -13,9 +13,9 @@
 
 namespace ostrand {
 
-// The bytes of the diagram, lines ending in CR LF. The box characters are of code page 437, what
-// the project gives is in Windows-1252 as it holds it. `channels` are those of the program that
-// the user will run on this wiring.
+// The bytes of the diagram, lines ending in CR LF. The box characters are in code page 437, the
+// project's texts in Windows-1252. `channels` are those of the program that will run on this
+// wiring.
 std::string WiringText(const ProjectStore& store, const StatementChannels& channels,
                        const DocumentHead& head);
 
@@ -28,8 +28,8 @@ class MAKEWIRE {
            platform::Forms& forms)
       : store_(store), files_(files), clock_(clock), forms_(forms) {}
 
-  // Writes the whole diagram to the project's path, given without extension, with ".VKW". False
-  // when the file could not be written, which has been reported then.
+  // Writes the whole diagram to the project's path, given without extension, with ".VKW". On
+  // failure reports it and returns false.
   bool MakeWire_MasterWire(std::string_view path, const StatementChannels& channels);
 
  private:

@@ -8,7 +8,7 @@
 namespace ostrand {
 namespace {
 
-// The colours of a document. Entry 0 is the reader's own colour.
+// The colours of a document. Entry 0 is the reader's default colour.
 class ColourTable {
  public:
   int EntryOf(Colour colour) {
@@ -32,7 +32,7 @@ class ColourTable {
   std::vector<Colour> colours_;
 };
 
-// A character that stands for itself, or what stands for it.
+// Appends a character or its escape sequence.
 void appendEscaped(std::string& to, char c) {
   constexpr std::string_view kDigits = "0123456789abcdef";
   const auto byte = static_cast<unsigned char>(c);
@@ -75,7 +75,7 @@ void StyledText::SelText(std::string_view text) {
   std::size_t before = SelStart();
   auto run = runs_.begin();
   for (; run != runs_.end() && run->length <= before; ++run) before -= run->length;
-  if (before > 0) {  // within a run: what is behind the insertion point becomes one of its own
+  if (before > 0) {  // within a run: the part after the insertion point becomes a separate run
     const Run rest = {run->length - before, run->look};
     run->length = before;
     run = runs_.insert(run + 1, rest);

@@ -1,4 +1,4 @@
-// A box of rich text, as a document is written into it.
+// A box of rich text that a document is written into.
 #pragma once
 
 #include <cstddef>
@@ -9,35 +9,36 @@
 
 namespace ostrand {
 
-// A colour as the settings hold it: red in the lowest byte, then green and blue. With the top bit
-// set it is a colour of the user's desktop, which a document can't tell: it shows its reader's own.
+// A colour in the form of the settings: red in the lowest byte, then green and blue. With the top
+// bit set it is a colour of the user's desktop, which a document cannot contain: the reader's
+// default is used.
 using Colour = std::int32_t;
 inline constexpr Colour kWindowText = static_cast<Colour>(0x80000008U);
 
-// What a document needs of the box. Text is Windows-1252, lines end in CR LF. Positions count
-// characters from 0, both of a line end included.
+// The operations of the box that a document needs. Text is Windows-1252, lines end in CR LF.
+// Positions count characters from 0, both of a line end included.
 class RichText {
  public:
   virtual ~RichText() = default;
 
-  // The whole text. Setting it drops what was there, colours and underlines included, moves the
-  // insertion point to the begin and puts colour and underline back to plain.
+  // The whole text. Setting it clears colours and underlines, moves the insertion point to the
+  // start and resets colour and underline to plain.
   [[nodiscard]] virtual std::string Text() const = 0;
   virtual void Text(std::string_view text) = 0;
 
-  // The insertion point; past the end it is the end.
+  // The insertion point; limited to the end.
   [[nodiscard]] virtual std::size_t SelStart() const = 0;
   virtual void SelStart(std::size_t position) = 0;
 
-  // How the text that is put in from now on looks.
+  // The look of the text inserted from now on.
   virtual void SelColor(Colour colour) = 0;
   virtual void SelUnderline(bool underline) = 0;
 
-  // Puts text in at the insertion point, which then stands behind it.
+  // Inserts text at the insertion point, which moves to its end.
   virtual void SelText(std::string_view text) = 0;
 };
 
-// Keeps the letters alone: for terminals, whose host turns `Text` into their code page.
+// Keeps the text alone: for terminals, whose host converts `Text` to their code page.
 class PlainText : public RichText {
  public:
   [[nodiscard]] std::string Text() const override { return text_; }
@@ -53,7 +54,7 @@ class PlainText : public RichText {
   std::size_t start_ = 0;
 };
 
-// Keeps the looks as well: for hosts that draw them, and as a file for word processors.
+// Keeps the looks too: for hosts that draw them, and for files of word processors.
 class StyledText : public PlainText {
  public:
   using PlainText::Text;
@@ -67,15 +68,15 @@ class StyledText : public PlainText {
     bool underline = false;
     friend bool operator==(const Look&, const Look&) = default;
   };
-  // So many characters of one look.
+  // A number of characters of one look.
   struct Run {
     std::size_t length;
     Look look;
   };
-  // Of the whole text, in its order; neighbours differ.
+  // Covers the whole text in order; neighbours differ.
   [[nodiscard]] const std::vector<Run>& Runs() const { return runs_; }
 
-  // The document in RTF 1, in a fixed pitch font, in letters of ASCII only.
+  // The document in RTF 1, in a fixed pitch font, in ASCII only.
   [[nodiscard]] std::string Rtf() const;
 
  private:

@@ -21,7 +21,7 @@ constexpr int kRepsEdge = 15;
 constexpr int kRangeEdge = 20;
 constexpr int kDataIdEdge = 26;
 constexpr int kExciteEdge = 27;
-constexpr int kVoltMultEdge = 34;  // of CAN items, too
+constexpr int kVoltMultEdge = 34;  // of CAN items too
 constexpr int kBridgeMultEdge = 35;
 constexpr int kPulseMultEdge = 36;
 constexpr int kOutputState1Edge = 23;
@@ -66,18 +66,18 @@ constexpr Section kFlagSet = {" FLAGS          State 1   State 2            (uSe
 constexpr std::string_view kPortRead = " I/O CONTROL READ MODE                 Mask   (uSec)";
 constexpr std::string_view kPortWrite = " I/O CONTROL WRITE  State1   State2    Mask   (uSec)";
 
-constexpr i32 kNotKnown = 0;  // a time that nobody has measured or worked out
+constexpr i32 kNotKnown = 0;  // a time that was neither measured nor calculated
 constexpr i32 kNotTimed = 0;  // sum of a section whose rows have no times
 constexpr i32 kTKVolts = 1;   // TK40Volts of a block of voltages
 
-// Appends a field that ends in column `edge`, or behind one blank when there is no room.
+// Appends a field that ends in column `edge`, or after one blank if it does not fit.
 void putRight(std::string& line, int edge, std::string_view field) {
   const auto end = static_cast<std::size_t>(edge);
   line.resize(std::max(line.size() + 1, end - std::min(end, field.size())), ' ');
   line += field;
 }
 
-// Appends a field that begins in `column`, or behind one blank when there is no room.
+// Appends a field that begins in `column`, or after one blank if it does not fit.
 void putLeft(std::string& line, int column, std::string_view field) {
   TabTo(line, column);
   line += field;
@@ -121,7 +121,7 @@ std::string analogRow(int number, const AnalogBlock& block) {
   return line;
 }
 
-// A length of time; one of an unknown unit is the number alone, so that it isn't taken for seconds.
+// A length of time; with an unknown unit just the number, so that it isn't taken for seconds.
 std::string intervalText(const std::string& number, int unit) {
   const std::string_view abbreviation = UnitAbbreviation(unit);
   return abbreviation.empty() ? number : number + " " + std::string(abbreviation) + "s";
@@ -131,7 +131,7 @@ std::string scanIntervalText(const ScanSetup& scan) {
   return intervalText(NumberText(scan.ExecutionTime), scan.ExecTimeUnits);
 }
 
-// The moment of the last save, as heads of files show moments; as it stands when it isn't one.
+// The time of the last save in the form of document heads; unchanged if it is not a time.
 std::string lastSaved(const std::string& text) {
   const std::optional<platform::Moment> moment = MomentOfShortText(text);
   return moment ? DateText(*moment) + " " + TimeText(*moment) : text;
@@ -143,7 +143,7 @@ bool writesByte(const PortSlot& slot) {
   return slot.ReadMode == 0 && slot.ByteMode != 0 && bytePort(slot).Include != 0;
 }
 
-// One run: each line goes into the box as it is made.
+// One run; writes each line into the box as soon as it is made.
 class Writer {
  public:
   Writer(ProjectStore& store, const SummaryLook& look, RichText& box)
@@ -174,7 +174,7 @@ class Writer {
  private:
   void put(std::string_view line) { box_.SelText(std::string(line) + "\r\n"); }
 
-  // Begins a section unless it was begun before.
+  // Begins a section unless it has begun.
   void heading(std::string_view text) {
     if (text == heading_) return;
     heading_ = text;
@@ -205,7 +205,7 @@ class Writer {
     putRight(line, multEdge + kOffsetDistance, FormattedNumber(block.DefaultOffset, look_.numbers));
   }
 
-  // Ends a section, if it has any rows.
+  // Ends a section if it has any rows.
   void endSection(const Section& section, i32 micros) {
     if (heading_ == section.heading) total(section.total, micros);
   }
@@ -261,7 +261,7 @@ class Writer {
       putLeft(line, kTcTypeColumn, ThermocoupleLetter(block.TypeNo));
       putRow(kThermo.heading, line, block.BlockTime);
     }
-    // The panel is measured for them; a time of it is shown even when they are gone.
+    // The panel is measured for thermocouples; its time is shown even if there are none left.
     if (group.BlockCount <= 0 && store_.Config.PanelTime <= 0) return;
     heading(kThermo.heading);
     total("Panel RefTemp Time =", store_.Config.PanelTime);
@@ -321,7 +321,7 @@ class Writer {
     endSection(kTK40M, ORVUS_COMMON::TK40MTime(store_));
   }
 
-  // Only what the program has: the bus is fitted and switched on, and so is the item.
+  // Only items in the program: the bus is fitted and switched on, and so is the item.
   void canItems() {
     const CanBus& can = store_.Can;
     if (store_.Config.CanBusQty < 1 || can.Module[1].CanBusEnabled == 0) return;

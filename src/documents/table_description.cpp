@@ -45,7 +45,7 @@ constexpr std::array<Processing, kOutputCodes> kProcessing = {{
     {"LevelCr", "_LCr"},
 }};
 
-// The title of a family's group, and whether each of its blocks opens a group of its own.
+// The title of a family's group, and whether each of its blocks begins a separate group.
 struct GroupTitle {
   OutputFamily family;
   std::string_view title;
@@ -75,7 +75,7 @@ std::string flagName(i16 number) {
   return number == 0 ? "None" : "Flag(" + NumberText(number) + ")";
 }
 
-// A title behind its lead, filled up with hyphens to the width of the heading, and cut to it.
+// A title padded with hyphens to the width of the heading, and cut to it.
 std::string ruled(std::string line) {
   line.resize(kColumnHeading.size(), '-');
   return line;
@@ -95,8 +95,8 @@ std::string intervalText(const ProjectStore& store, const OutputTable& table) {
   return text;
 }
 
-// Days, hours, minutes and seconds. The seconds are rounded to what is shown of them before they
-// are split, so that they never round up to a full minute.
+// Days, hours, minutes and seconds. The seconds are rounded before they are split, so that they
+// never round up to a full minute.
 std::string fillTime(double seconds) {
   constexpr double kShown = 1e5;
   double rest = std::trunc(seconds);
@@ -116,13 +116,13 @@ std::string fillTime(double seconds) {
   return text + FormatNumber(rest + fraction, "#0.0###0") + " Secs";
 }
 
-// The two sizes that a text of arguments begins with: "2,20".
+// The two sizes at the start of a text of arguments: "2,20".
 std::string twoSizes(std::string_view arguments) {
   return NumberText(std::trunc(Val(Before(arguments, ",")))) + "," +
          NumberText(std::trunc(Val(After(arguments, ","))));
 }
 
-// The shape of what one value is stored as, behind the suffix.
+// The dimensions of a stored value, shown after the suffix.
 std::string shapeOf(const HistoSet& histo, int code) {
   switch (code) {
     case kHistogram:
@@ -136,7 +136,7 @@ std::string shapeOf(const HistoSet& histo, int code) {
   }
 }
 
-// The source of value `i`, from 1, as the data has it.
+// The name of value `i`, from 1, in the data.
 std::string valueName(const OutputSource& source, int t, int code, int i) {
   const auto numbered = [i](std::string_view name) {
     return std::string(name) + "(" + NumberText(i) + ")";
@@ -151,7 +151,7 @@ std::string valueName(const OutputSource& source, int t, int code, int i) {
   }
 }
 
-// What value `i` is called by the user, and in which units it is.
+// The user's name for value `i`, and its units.
 struct ValueTexts {
   std::string_view alias;
   std::string_view units;
@@ -176,7 +176,7 @@ class Description {
   void Table(int t) {
     heading(t);
     std::int64_t column = 1;
-    const OutputSource* group = nullptr;  // whose separator stands
+    const OutputSource* group = nullptr;  // the group of the last separator
     for (const OutputSource& source : sources_) {
       for (int code = kSample; code <= source.lastCode; ++code) {
         if (!IsSelected(*source.output, t, code)) continue;
@@ -226,7 +226,7 @@ class Description {
     put(kColumnHeading);
   }
 
-  // Blocks of the two pulse slots share their numbers, but not their groups.
+  // Blocks of the two pulse slots have the same numbers but separate groups.
   static bool sameGroup(const OutputSource& left, const OutputSource& right) {
     if (groupOf(left).eachBlock) return &left == &right;
     return left.family == right.family;

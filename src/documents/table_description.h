@@ -1,4 +1,4 @@
-// The data table description: field by field what each stored column is.
+// The data table description: the meaning of each stored column, field by field.
 #pragma once
 
 #include <string>
@@ -10,12 +10,12 @@
 
 namespace ostrand {
 
-// The whole text of the description, lines ending in CR LF. The number of a field is that of its
-// first column in a record, from 1, in the order of the program's data tables.
+// The whole text of the description, lines ending in CR LF. A field's number is that of its first
+// column in a record, from 1, in the order of the program's data tables.
 std::string TableDescriptionText(const ProjectStore& store, const DocumentHead& head);
 
-// Writes it to `base` + ".VKD", in place of an old one; its folder is for the caller to sync. False
-// when that failed, which has been reported then; the old file stays as it was.
+// Writes it to `base` + ".VKD", replacing an old one; the caller syncs the folder. On failure
+// reports it, returns false and leaves the old file unchanged.
 bool WriteTableDescription(platform::FileSystem& files, platform::Forms& forms,
                            const std::string& base, const ProjectStore& store,
                            const DocumentHead& head);

@@ -12,7 +12,7 @@
 namespace ostrand {
 namespace {
 
-// How the sensors of a block sit on the analog terminals.
+// The terminals of a block's sensors.
 struct SensorKind {
   std::string_view word;  // of the block
   int terminals;          // of one sensor
@@ -42,7 +42,7 @@ struct PulseKind {
 constexpr std::array<PulseKind, 3> kPulseKinds = {
     {{"LOLEV", " (LO)PBlk"}, {"HILEV", " (HI)PBlk"}, {"SWTCH", " (SW)PBlk"}}};
 
-// A label as it fits; what would move a printer's head becomes a blank.
+// A label cut to fit; characters that would move a printer's head become blanks.
 std::string labelOf(std::string text) {
   text.resize(std::min(text.size(), std::size_t{kLabelWidth}));
   std::replace_if(
@@ -74,15 +74,15 @@ void takeUserChannels(Row<int, 1, kBlocks>& channels, const Group& group) {
   for (int n = 1; n <= kBlocks; ++n) channels[n] = group[n].StartChan;
 }
 
-// A block whose statement was lost with its section is wired where the allocation puts it: its
-// sensors are there all the same.
+// A block whose statement was lost with its section is wired by the allocation, since its sensors
+// still exist.
 void fillLost(Row<int, 1, kBlocks>& channels, const Row<int, 1, kBlocks>& starts) {
   for (int n = 1; n <= kBlocks; ++n) {
     if (channels[n] == 0) channels[n] = starts[n];
   }
 }
 
-// The same of excitations, which follow each other in the order of the blocks.
+// Lost excitations follow each other in the order of the blocks.
 void fillLostExcitations(Row<int, 1, kBlocks>& excitations, const BridgeBlockGroup& group) {
   int vxUsed = 0;
   int caoUsed = 0;
@@ -96,7 +96,7 @@ void fillLostExcitations(Row<int, 1, kBlocks>& excitations, const BridgeBlockGro
   }
 }
 
-// The statements give the excitation even where the user chooses the channels.
+// The statements determine the excitation even if the user selects the channels.
 StatementChannels channelsOf(const ProjectStore& store, const StatementChannels& statements) {
   StatementChannels channels = statements;
   fillLostExcitations(channels.Excite, store.BridgeBlock);
@@ -133,7 +133,7 @@ class Labelling {
  private:
   [[nodiscard]] bool hasMultiplexers() const { return store_.Config.TK40MQty > 0; }
 
-  // The number of a sensor in the whole project, then its block and repetition.
+  // The number of a sensor in the whole project, its block and repetition.
   std::string nextSensor(std::string_view word, int n, int rep) {
     return FormatNumber(++sensors_, "00") + repsText(word, n, rep, rep);
   }
@@ -153,14 +153,14 @@ class Labelling {
     }
   }
 
-  // The sensors of a block that starts at `channel` of its own kind of channel, below 1 nowhere.
+  // The sensors of a block that starts at `channel` of its kind of channel; nothing below 1.
   void sensors(const AnalogBlock& block, const SensorKind& kind, int n, int channel) {
     int terminal = isSingleEnded(block) ? channel : 2 * channel - 1;
     for (int rep = 1; rep <= block.Reps; ++rep) {
       const std::string sensor = nextSensor(kind.word, n, rep);
       for (int t = 0; t < kind.terminals; ++t, ++terminal) {
         if (channel < 1 || terminal > kPanelTerminals) continue;
-        // The input stands before the alias, so that it is not cut.
+        // The input comes before the alias, so that it is not cut.
         const std::string_view input = !kind.twoInputs          ? ""
                                        : t < kind.terminals / 2 ? " In"
                                                                 : " Out";
@@ -169,7 +169,7 @@ class Labelling {
     }
   }
 
-  // The first multiplexer is measured at the last differential channel, each further one at the
+  // The first multiplexer is measured on the last differential channel, each further one on the
   // next lower channel; all share the other wires.
   void multiplexers() {
     if (!hasMultiplexers()) return;
@@ -188,7 +188,7 @@ class Labelling {
   }
 
   // The statement of a block names the next channel, whatever the repetitions of the block before;
-  // the repetitions go on from it.
+  // its repetitions continue from it.
   void pulses() {
     int first = 0;
     for (const PulseBlockGroup& group : store_.PulseBlock) {
@@ -209,7 +209,7 @@ class Labelling {
     }
   }
 
-  // A byte reads or writes all ports at once. The multiplexers have two of them for their own.
+  // A byte reads or writes all ports at once. The multiplexers use two of them.
   void ports() {
     const int last = hasMultiplexers() ? 6 : kPanelPorts;
     for (const PortSlot& slot : store_.Ports.Slot) {
@@ -223,8 +223,8 @@ class Labelling {
     }
   }
 
-  // A terminal that is taken stays as it is: the multiplexers' excitation, and an analog output
-  // that excites a bridge.
+  // Terminals in use are skipped: the multiplexers' excitation, and an analog output that excites a
+  // bridge.
   void excitation() {
     const auto excite = [this](int wire, const std::string& what) {
       std::string& label = labels_.Others[wire];

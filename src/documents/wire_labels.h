@@ -1,4 +1,4 @@
-// What is wired to each terminal of the logger's panel.
+// The wiring of each terminal of the logger's panel.
 #pragma once
 
 #include <string>
@@ -8,7 +8,7 @@
 
 namespace ostrand {
 
-// Room for a label on the panel. A longer one is cut.
+// Maximum width of a label on the panel. A longer one is cut.
 inline constexpr int kLabelWidth = 26;
 
 inline constexpr int kPanelTerminals = 40;  // analog inputs; a differential channel has two
@@ -17,8 +17,7 @@ inline constexpr int kPanelAnalogOutputs = 2;
 inline constexpr int kPanelPulses = 2;
 inline constexpr int kPanelPorts = 8;
 
-// The other terminals that something may be wired to. Of a numbered kind the first is named, the
-// others follow it.
+// The other terminals. Of a numbered kind the first is named, and the others follow it.
 enum Wire : int {
   kNoWire,
   kVX1,
@@ -34,12 +33,12 @@ enum Wire : int {
 // Labels of at most kLabelWidth bytes of Windows-1252; empty for a free terminal.
 struct WireLabels {
   Row<std::string, 1, kPanelTerminals> Analog;   // by single-ended channel
-  Row<std::string, kNoWire, kCanGround> Others;  // by Wire; there is never one at kNoWire
+  Row<std::string, kNoWire, kCanGround> Others;  // by Wire; none at kNoWire
 };
 
-// The labels of a project. With automatic channels the blocks stand where the statements of their
-// program measure, else where the user has put them; what lies past the panel gets no label. Where
-// two blocks measure at one terminal, the later one is named.
+// The labels of a project. With automatic channels the blocks are where their program's statements
+// measure, else where the user has put them; blocks past the panel get no label. If two blocks
+// measure at one terminal, the later one is named.
 WireLabels LabelsOf(const ProjectStore& store, const StatementChannels& statements);
 
 }  // namespace ostrand

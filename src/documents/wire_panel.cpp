@@ -14,12 +14,12 @@ constexpr int kMarkWidth = 2;
 constexpr int kCellWidth = 8;
 constexpr int kHalfWidth = kLabelWidth + kMarkWidth + kCellWidth;
 constexpr std::string_view kBar = " | ";
-constexpr int kBarPlace = 1 + kHalfWidth + 1;  // of the bar itself, from 0
+constexpr int kBarPlace = 1 + kHalfWidth + 1;  // index of the bar, from 0
 static_assert(2 * kHalfWidth + 2 + static_cast<int>(kBar.size()) == kPanelWidth);
 
 constexpr int kGroupsOfAConnector = 10;  // differential channels on each connector of page 1
 
-// A terminal of the second page, or the empty place of one.
+// A terminal of the second page, or its empty place.
 struct Terminal {
   std::string_view name;
   int wire = kNoWire;
@@ -69,7 +69,7 @@ std::string half(std::string_view label, std::string_view mark, std::string_view
   return padded(label, kLabelWidth) + padded(mark, kMarkWidth) + padded(cell, kCellWidth);
 }
 
-// A half with a terminal: free, or wired to what the label tells.
+// A half with a terminal: free, or wired as in the label.
 std::string terminal(std::string_view cell, const std::string& label) {
   constexpr char kWired[] = {' ', kDot, '\0'};
   return half(label, label.empty() ? " O" : kWired, cell);
@@ -107,7 +107,7 @@ class Drawing {
     text_ += "\r\n";
   }
 
-  // The line that parts the terminals of two groups.
+  // The line that separates the terminals of two groups.
   static std::string rule(int width) { return half("", "", " " + run(kLine, width)); }
 
   void head(int width, std::string_view left, std::string_view right, std::string_view columns) {
@@ -150,7 +150,7 @@ class Drawing {
   std::string text_;
 };
 
-// A line of the panel with places for labels.
+// Whether a line of the panel has places for labels.
 bool hasLabels(std::string_view line) {
   return line.size() == kPanelWidth && line.front() == kSide && line[kBarPlace] == '|';
 }

@@ -1,4 +1,4 @@
-// The drawing of the logger's panel: where its terminals are and where their labels stand.
+// The drawing of the logger's panel: the positions of terminals and labels.
 #pragma once
 
 #include <string>
@@ -13,11 +13,11 @@ namespace ostrand {
 inline constexpr int kPanelWidth = 77;
 
 // Both pages of the panel with the page break between them, each line with its CR LF. The drawing
-// is in code page 437, the labels are as the project holds them, in Windows-1252.
+// is in code page 437, the labels in Windows-1252 as in the project.
 std::string PanelLines(const WireLabels& labels);
 
-// For each byte of a diagram whether it is of the drawing; the others are of the head and of the
-// labels. What a byte is follows from its place alone.
+// For each byte of a diagram whether it belongs to the drawing; the others belong to the head and
+// the labels. Only the position of a byte decides.
 std::vector<bool> DrawnBytes(std::string_view diagram);
 
 }  // namespace ostrand

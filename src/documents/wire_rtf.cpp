@@ -11,11 +11,11 @@
 namespace ostrand {
 namespace {
 
-// Font names as they stand in a font table.
+// Font names as in a font table.
 constexpr std::string_view kLineFont = "MS LineDraw;";
 constexpr std::string_view kCommonFont = "Courier New;";
 
-// Blanks that are taken out with a caption of the head.
+// Blanks removed together with a caption of the head.
 constexpr int kLongRun = 38;
 
 struct Caption {
@@ -33,8 +33,8 @@ std::string codeOf(char byte) {
   return {'\\', '\'', kDigits[code >> 4U], kDigits[code & 0xFU]};
 }
 
-// A letter of a label. Its code would be taken for that of a box character, so a letter outside of
-// ASCII is written as its number in Unicode.
+// A letter of a label. A code would be taken for a box character, so a letter outside ASCII is
+// written as its Unicode number.
 std::string letter(char c) {
   if (c == '\\' || c == '{' || c == '}') return {'\\', c};
   if (static_cast<unsigned char>(c) < ' ') return " ";
@@ -44,7 +44,7 @@ std::string letter(char c) {
   return "\\u" + NumberText(static_cast<int>(character)) + "?";
 }
 
-// The diagram as a rich text box gives it.
+// The diagram in the form of a rich text box.
 std::string richTextOf(std::string_view diagram) {
   std::string rtf = "{\\rtf1\\ansi\\ansicpg1252\\deff0{\\fonttbl{\\f0\\fmodern\\fprq1\\fcharset0 " +
                     std::string(kLineFont) + "}}\r\n\\pard\\plain\\f0\\fs18\r\n";
@@ -61,8 +61,8 @@ std::string richTextOf(std::string_view diagram) {
   return rtf + "}\r\n";
 }
 
-// The caption that stands behind a long run at the head of a text; null when there is none.
-const Caption* captionBehindRun(std::string_view text) {
+// The caption after a long run of blanks at the start of a text; null if there is none.
+const Caption* captionAfterRun(std::string_view text) {
   if (text.substr(0, kLongRun).find_first_not_of(' ') != std::string_view::npos) return nullptr;
   if (text.size() < kLongRun) return nullptr;
   const std::string_view rest = text.substr(kLongRun);
@@ -72,7 +72,7 @@ const Caption* captionBehindRun(std::string_view text) {
   return nullptr;
 }
 
-// The line character whose code stands at the head of a text; null when there is none.
+// The line character whose code begins a text; null if there is none.
 const LineChar* lineCharAt(std::string_view text) {
   if (!text.starts_with("\\'")) return nullptr;
   for (const LineChar& lineChar : kLineChars) {
@@ -91,13 +91,13 @@ std::string ConvertLineChars(std::string_view rtf) {
   std::string result;
   while (!rtf.empty()) {
     std::size_t taken = 1;
-    if (rtf.starts_with("\\\\")) {  // a backslash of the text, not the begin of a code
+    if (rtf.starts_with("\\\\")) {  // a backslash of the text, not the start of a code
       taken = 2;
       result += rtf.substr(0, taken);
     } else if (const LineChar* const lineChar = lineCharAt(rtf)) {
       taken = codeOf(lineChar->code).size();
       result += "\\u" + NumberText(int{lineChar->character}) + codeOf(lineChar->plain);
-    } else if (const Caption* const caption = captionBehindRun(rtf)) {
+    } else if (const Caption* const caption = captionAfterRun(rtf)) {
       taken = kLongRun + caption->before.size();
       result += caption->after;
     } else if (rtf.starts_with(kLineFont)) {

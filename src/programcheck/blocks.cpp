@@ -11,7 +11,7 @@ namespace {
 struct BlockWords {
   std::string_view opener;
   std::string_view closer;
-  bool outermost;  // stands in no other block
+  bool outermost;  // not inside another block
 };
 constexpr BlockWords kBlockWords[] = {
     {"BeginProg", "EndProg", true}, {"Sub", "End Sub", true}, {"DataTable", "EndTable", true},
@@ -31,14 +31,15 @@ void Blocks::Open(Block block, int line, std::string_view variable) {
   const BlockWords& words = wordsOf(block);
   if (words.outermost && !open_.empty()) {
     const Opened& around = open_.back();
-    report_(line, std::string(words.opener) + " stands inside the " +
+    report_(line, std::string(words.opener) + " is inside the " +
                       place(wordsOf(around.block).opener, around.line));
   }
-  if (block == Block::kProgram && ++programs_ > 1) report_(line, "BeginProg stands a second time");
+  if (block == Block::kProgram && ++programs_ > 1) report_(line, "there is a second BeginProg");
   open_.push_back({block, line, variable});
 }
 
-// Gives up what stands open inside of the innermost block of that kind. False when there is none.
+// Closes the blocks opened inside the innermost block of that kind. False if there is no such
+// block.
 bool Blocks::unwindTo(Block block, int line, std::string_view closer) {
   const auto isBlock = [block](const Opened& opened) { return opened.block == block; };
   if (std::none_of(open_.begin(), open_.end(), isBlock)) {
@@ -70,7 +71,7 @@ void Blocks::CloseFor(int line, std::string_view variable) {
 
 void Blocks::Branch(int line, std::string_view word, bool last) {
   if (!unwindTo(Block::kIf, line, word)) return;
-  if (open_.back().elseSeen) report_(line, std::string(word) + " behind Else");
+  if (open_.back().elseSeen) report_(line, std::string(word) + " after Else");
   if (last) open_.back().elseSeen = true;
 }
 

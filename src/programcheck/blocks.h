@@ -1,4 +1,4 @@
-// The blocks of a program and the order in which they are closed.
+// The blocks of a program and their nesting.
 #pragma once
 
 #include <functional>
@@ -15,14 +15,14 @@ class Blocks {
   using Report = std::function<void(int line, std::string text)>;
   explicit Blocks(Report report) : report_(std::move(report)) {}
 
-  // `variable` is that of a For, in the spelling of the program.
+  // `variable` is that of a For, as spelled in the program.
   void Open(Block block, int line, std::string_view variable = "");
   void Close(Block block, int line);
   // Next with a variable, which must be that of the For.
   void CloseFor(int line, std::string_view variable);
-  // Else or ElseIf, whichever `word` says.
+  // Else or ElseIf, given by `word`.
   void Branch(int line, std::string_view word, bool last);
-  // The end of the text, in this line: everything must be closed, and a program have been there.
+  // The end of the text, in this line: every block must be closed, and a program seen.
   void End(int line);
 
  private:

@@ -11,7 +11,7 @@
 namespace ostrand {
 namespace {
 
-// Where a name stands first.
+// The first use of a name.
 struct Mention {
   int line;
   std::string_view name;
@@ -46,7 +46,7 @@ class Checker {
   }
   void reportLine(std::string text) { report(ProgramFault::kLine, {line_, ""}, std::move(text)); }
 
-  // Checks the first line of the rest of a program and returns its length, the line end included.
+  // Checks the first line of `rest` and returns its length, the line end included.
   std::size_t takeLine(std::string_view rest) {
     ++line_;
     const std::size_t end = rest.find('\n');
@@ -60,18 +60,18 @@ class Checker {
     }
     const auto isControl = [](char c) { return static_cast<unsigned char>(c) < ' ' || c == 0x7F; };
     if (std::any_of(line.begin(), line.end(), isControl)) {
-      reportLine("the line holds a control character");
+      reportLine("the line contains a control character");
     }
     const std::vector<Token> all = TokensOf(line);
     Tokens tokens = all;
-    // What a unit is called is free text.
+    // Units are free text.
     if (!all.empty() && all[0].Is("UNITS")) tokens = tokens.first(FindToken(all, "="));
     checkPairs(tokens);
     for (const Tokens statement : StatementsOf(tokens)) take(statement);
     return length;
   }
 
-  // Quotes and parentheses that are opened in a line are closed in it.
+  // Quotes and parentheses that are opened in a line must be closed in it.
   void checkPairs(Tokens tokens) {
     int depth = 0;
     bool crossed = false;
@@ -97,7 +97,7 @@ class Checker {
     names.emplace(token.upper, Mention{line_, token.text});
   }
 
-  // The names of an expression or an instruction.
+  // Notes the names in an expression or an instruction.
   void use(Tokens tokens) {
     for (std::size_t i = 0; i < tokens.size(); ++i) {
       if (!tokens[i].IsName()) continue;
@@ -116,7 +116,7 @@ class Checker {
     }
   }
 
-  // The name that CallTable, Call and their like are about, in parentheses or without.
+  // Notes the name after CallTable, Call and the like, with or without parentheses.
   void useNamed(Mentions& names, Tokens rest, std::string_view word) {
     if (!rest.empty() && rest[0].Is("(")) rest = rest.subspan(1);
     if (rest.empty() || !rest[0].IsName()) return reportLine(std::string(word) + " without a name");
@@ -124,7 +124,7 @@ class Checker {
     use(rest.subspan(1));
   }
 
-  // The name that a declaration declares; what follows it is returned.
+  // Declares the name at the start; returns the rest.
   Tokens declareFirst(Mentions& names, Tokens rest, std::string_view word) {
     if (!rest.empty() && rest[0].IsName()) {
       declare(names, rest[0]);
@@ -134,7 +134,7 @@ class Checker {
     return rest;
   }
 
-  // Dim and Public: names with their sizes, parted by commas.
+  // Dim and Public: names with their sizes, separated by commas.
   void takeVariables(Tokens rest, std::string_view word) {
     do {
       rest = declareFirst(variables_, rest, word);
@@ -167,16 +167,16 @@ class Checker {
     const std::size_t then = FindToken(rest, "THEN");
     use(rest.first(then));
     if (then == rest.size()) reportLine("If without Then");
-    const Tokens behind = rest.subspan(std::min(rest.size(), then + 1));
+    const Tokens afterThen = rest.subspan(std::min(rest.size(), then + 1));
     if (branch) {
       blocks_.Branch(line_, "ElseIf", false);
-      take(behind);
-    } else if (behind.empty()) {
+      take(afterThen);
+    } else if (afterThen.empty()) {
       blocks_.Open(Block::kIf, line_);
-    } else {  // the whole If in one line
-      const std::size_t otherwise = FindToken(behind, "ELSE");
-      take(behind.first(otherwise));
-      take(behind.subspan(std::min(behind.size(), otherwise + 1)));
+    } else {  // a whole If in one line
+      const std::size_t otherwise = FindToken(afterThen, "ELSE");
+      take(afterThen.first(otherwise));
+      take(afterThen.subspan(std::min(afterThen.size(), otherwise + 1)));
     }
   }
 
@@ -198,7 +198,7 @@ class Checker {
     use(declareFirst(tables_, opened ? rest.subspan(1) : rest, "DataTable"));
   }
 
-  // A declaration, of the program's head or of a subroutine; false for any other statement.
+  // A declaration, in the program's head or in a subroutine; false for any other statement.
   bool takeDeclaration(const Token& first, Tokens rest) {
     if (first.Is("CONST")) {
       use(declareFirst(variables_, rest, "Const"));

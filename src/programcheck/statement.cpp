@@ -8,7 +8,7 @@
 namespace ostrand {
 namespace {
 
-// Letters of the code page beyond ASCII belong to names too.
+// Letters of the code page beyond ASCII are part of names too.
 bool startsName(char c) { return IsLetter(c) || c == '_' || static_cast<unsigned char>(c) >= 0x80; }
 
 bool continuesName(char c) { return startsName(c) || IsDigit(c) || c == '$'; }

@@ -1,4 +1,4 @@
-// A line of a program as statements, and a statement as tokens.
+// Splits a line of a program into statements, and a statement into tokens.
 #pragma once
 
 #include <span>
@@ -20,14 +20,14 @@ struct Token {
 
 using Tokens = std::span<const Token>;
 
-// The tokens of a line up to its comment. A text in double quotes that the line leaves open runs to
-// the line's end.
+// The tokens of a line up to its comment. A text in double quotes that is not closed extends to the
+// end of the line.
 std::vector<Token> TokensOf(std::string_view line);
 
-// The position of the first token that is this word or sign; the count of tokens without one.
+// The index of the first token that is this word or sign; the count of tokens if there is none.
 std::size_t FindToken(Tokens tokens, std::string_view word);
 
-// The statements of a line, which colons part.
+// The statements of a line, separated by colons.
 std::vector<Tokens> StatementsOf(Tokens line);
 
 }  // namespace ostrand

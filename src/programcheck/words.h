@@ -5,11 +5,11 @@
 
 namespace ostrand {
 
-// Whether the language itself knows a word, given in upper case: an instruction, a function, an
-// operator or a predefined constant.
+// Whether a word, in upper case, belongs to the language: an instruction, a function, an operator
+// or a predefined constant.
 bool IsLanguageWord(std::string_view upperWord);
 
-// Whether a name, given in upper case, is that of a table which every logger keeps of itself.
+// Whether a name, in upper case, is that of a table that every logger has.
 bool IsLoggerTable(std::string_view upperName);
 
 }  // namespace ostrand

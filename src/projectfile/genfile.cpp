@@ -36,7 +36,7 @@ Result<std::string> spelledAs(platform::FileSystem& files, std::string_view path
   return spelled;
 }
 
-// The only copy of a project is moved to the first name that is free, and the name returned.
+// Moves the only copy of a project to the first free name and returns that name.
 Result<std::string> keepRemainder(platform::FileSystem& files, const std::string& old) {
   for (int number = 1; number <= kMaxKept; ++number) {
     std::string kept = old + "." + NumberText(number);
@@ -47,13 +47,13 @@ Result<std::string> keepRemainder(platform::FileSystem& files, const std::string
   return Error{old + ": Too many kept copies"};
 }
 
-// Gives the project a second name, or a copy on a disk without links. False when neither could be
-// done, or the name is taken by something else than a file: the save does not depend on it.
+// Gives the project a second name, or a copy on a disk without links. False if neither is possible,
+// or if anything but a file has the name; the save continues without it.
 bool putAside(platform::FileSystem& files, const std::string& project, const std::string& old) {
   switch (files.LookAt(old)) {
     case platform::Entry::kNone:
       break;
-    case platform::Entry::kFile:  // of a save that died, beside a project that is whole
+    case platform::Entry::kFile:  // of a save that died; the project beside it is whole
       if (!files.Delete(old)) return false;
       break;
     default:
@@ -95,8 +95,7 @@ Result<SavedProject> SaveProjectFile(ProjectStore& store, platform::FileSystem& 
     saved.keptAs = std::move(kept.Value());
   }
   const auto committed = file.Commit();
-  // The project is there, the new one or the old one; a second name that stays takes nothing from
-  // it.
+  // The project exists, new or old; a second name that remains does no harm.
   if (aside) static_cast<void>(static_cast<bool>(files.Delete(old)));
   if (!committed) return Error{committed.ErrorText()};
   return saved;
@@ -142,7 +141,7 @@ Result<std::optional<std::string>> ReadProjectFile(platform::FileSystem& files,
   auto bytes = files.Read(path);
   if (!bytes && !files.Exists(path)) return std::optional<std::string>();
   if (!bytes) return Error{bytes.ErrorText()};
-  // A mark that stays does not prevent reading.
+  // A mark that remains does not prevent reading.
   static_cast<void>(static_cast<bool>(files.ClearReadOnly(path)));
   return std::optional(std::move(bytes.Value()));
 }

@@ -18,51 +18,51 @@ namespace ostrand::ORVUS_GENFILE {
 // use a WriteIf of -1 becomes 1, and a negative TrigTabStop takes the value of TrigTable.
 std::string ProjectFileText(ProjectStore& store, const platform::Moment& now);
 
-// The file that a save of the project `path` replaces or creates: one that is there in another
-// spelling too; symbolic links are followed.
+// The file that a save of the project `path` replaces or creates, also if its name is spelled in
+// another case; symbolic links are followed.
 std::string PlaceOf(platform::FileSystem& files, std::string_view path);
 
-// What a save has written, and what it found.
+// The result of a save.
 struct SavedProject {
   platform::FileIdentity file;
-  // Where an old file is kept that an earlier save left alone under `base`._KG; empty for none.
+  // Path of an old file that an earlier save had left alone under `base`._KG; empty for none.
   std::string keptAs;
 };
 
 // Writes `base`.VKG, where `base` is the path without extension. The caller holds the lock of the
 // project. A project exists at every moment, the old one or the new one: the new file is written to
 // a hidden neighbour, the old one gets `base`._KG as a second name, the new file takes its place,
-// and the second name goes. After an error, whose text names the path, the old file is untouched,
-// or, when only its folder could not be synced, the new one is in its place.
+// and the second name is deleted. After an error, whose text names the path, the old file is
+// untouched, or, if only its folder could not be synced, the new one is in its place.
 Result<SavedProject> SaveProjectFile(ProjectStore& store, platform::FileSystem& files,
                                      platform::Clock& clock, std::string_view base);
 
-// What an interrupted save has left in place of the project file `name`: the path of its old file,
-// else of a first one that was being written. Nothing when the project exists, or when there is
-// nothing.
+// The file that an interrupted save has left in place of the project file `name`: the path of the
+// old file, or else of a first one that was being written. Nothing if the project exists or nothing
+// was left.
 std::optional<std::string> InterruptedSave(platform::FileSystem& files, std::string_view name);
 
-// Gives what InterruptedSave finds its name back and returns where it was; the caller holds the
-// lock of the project. An error, naming the path, when the project exists, when there is nothing,
-// and when what is there ends before its last section.
+// Renames the file found by InterruptedSave to the project and returns its former path; the caller
+// holds the lock of the project. An error, naming the path, if the project exists, if nothing was
+// left, or if the file ends before its last section.
 Result<std::string> RecoverProjectFile(platform::FileSystem& files, std::string_view name);
 
-// The bytes of a project file, whose read-only mark is taken off; nothing when there is no such
-// file; an error, naming the path, when it can't be read. A name without "." means ".VKG".
+// The bytes of a project file, whose read-only mark is removed; nothing if there is no such file;
+// an error, naming the path, if it can't be read. A name without "." means ".VKG".
 Result<std::optional<std::string>> ReadProjectFile(platform::FileSystem& files,
                                                    std::string_view name);
 
-// Reads a project file into the store, on top of what it holds.
-// False when there is no such file; an error, naming the path, when it can't be read.
+// Reads a project file into the store, on top of its content. False if there is no such file; an
+// error, naming the path, if it can't be read.
 Result<bool> LoadProjectFile(ProjectStore& store, platform::FileSystem& files,
                              std::string_view name);
 
-// Reads the bytes of a project file, of this or an older format, and brings old forms up to date.
-// What is not understood is skipped, and a key that the bytes leave out keeps its value.
+// Reads the bytes of a project file, of this or an older format, and updates old forms. Unknown
+// lines are skipped, and keys not in the bytes keep their values.
 ReadReport ReadProjectText(ProjectStore& store, std::string_view bytes);
 
-// Finds anew which repetitions differ from their block in units (1), multiplier (2) or offset (4),
-// in all blocks of the five kinds. A repetition with no difference gets an empty text.
+// Finds again which repetitions differ from their block in units (1), multiplier (2) or offset (4),
+// in all blocks of the five kinds. A repetition without differences gets an empty text.
 void RecountAliasExcept(ProjectStore& store);
 
 }  // namespace ostrand::ORVUS_GENFILE

@@ -18,8 +18,8 @@ bool skipsLines(std::string_view bytes) {
   return ReadProjectText(*store, bytes).skipped > 0;
 }
 
-// A name with the same bytes is as good as a free one. It is written all the same: it may be a link
-// to the very file that is about to be replaced.
+// A file with the same bytes counts as free. It is written all the same: it may be a link to the
+// very file that is about to be replaced.
 bool isFreeFor(platform::FileSystem& files, const std::string& name, const std::string& bytes) {
   if (!files.Taken(name)) return true;
   if (!files.Exists(name) || !files.MayReplace(name)) return false;

@@ -9,10 +9,10 @@
 
 namespace ostrand::ORVUS_GENFILE {
 
-// Keeps a copy of the project file `path` when a reading skips lines of it, beside it as
-// `path`.bak, or .bak.1 and so on where that name is taken: what is there already stays, and no
-// link is followed. Gives the name of the copy; empty when nothing would be dropped. An error,
-// naming the path, when the file can't be read or kept.
+// If a reading skips lines of the project file `path`, copies it to `path`.bak, or .bak.1 and so on
+// if that name is taken: existing files stay, and no link is followed. Returns the name of the
+// copy; empty if nothing would be dropped. An error, naming the path, if the file can't be read or
+// kept.
 Result<std::string> KeepOldFile(platform::FileSystem& files, std::string_view path);
 
 }  // namespace ostrand::ORVUS_GENFILE

@@ -10,7 +10,7 @@ namespace {
 
 constexpr std::ptrdiff_t kMaxDigits = 4;  // the longest index is 610, condition 10 of table 6
 
-// Takes a number off the head of a text that ends in another character than a digit.
+// Takes a number from the start of a text that does not end in a digit.
 bool takeNumber(const char*& at, int& number) {
   const char* const first = at;
   unsigned value = 0;

@@ -6,7 +6,7 @@
 
 namespace ostrand::ORVUS_GENFILE {
 
-// What is particular about the brackets of a key.
+// The forms of a key's brackets.
 enum class Brackets {
   kCommas,  // (2,3), or none at all
   kSpaced,  // (2, 3)
@@ -15,7 +15,7 @@ enum class Brackets {
 };
 
 // Name and indices of a key. Indices have no blanks, signs or leading zeros; a key with anything
-// else between its brackets is all name, and no table holds such a name.
+// else in its brackets is all name, which no table contains.
 struct Key {
   std::string_view name;
   std::array<int, 4> index{};

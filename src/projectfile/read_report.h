@@ -1,4 +1,4 @@
-// What a project file holds that its reading has skipped.
+// The lines of a project file that a reading skipped.
 #pragma once
 
 #include <string>
@@ -7,8 +7,8 @@
 
 namespace ostrand::ORVUS_GENFILE {
 
-// The next save drops these lines. Lines that the format never keeps, and old keys that are
-// read as others, are not among them.
+// A line that the next save drops. Lines that the format never keeps, and old keys that are read as
+// others, are not among them.
 struct SkippedLine {
   int number = 0;  // from 1
   std::string text;
@@ -21,8 +21,8 @@ struct ReadReport {
   std::vector<SkippedLine> first;  // up to kMaxShown of them
 };
 
-// "3 lines were not read", with one line for each that is shown; lines end in CR LF but the last.
-// Bytes of the file's code page.
+// "3 lines were not read", then one line for each that is shown; lines end in CR LF except the
+// last. Bytes of the file's code page.
 std::string SkippedText(const ReadReport& report);
 
 // "line 12: Operator=A [lab]: the reason", a long line cut.

@@ -1,9 +1,9 @@
 // The reader of the project file.
 //
-// A key means the first of all keys of its section, every index tried up to its limit, whose text
-// it equals. Trying them would cost far too much, so a key is taken apart instead: its name is
-// looked up in the tables, and its indices are held against the limits in force. Those are the
-// counts read so far, since a count precedes what it counts.
+// By definition a key means the first of all keys of its section, with every index up to its limit,
+// whose text it equals. Trying them all would be far too slow, so the key is parsed instead: its
+// name is looked up in the tables, and its indices are compared with the current limits. Those are
+// the counts read so far, since a count precedes what it counts.
 #include <algorithm>
 #include <array>
 #include <cstddef>
@@ -56,7 +56,7 @@ bool readNumber(Form form, std::string_view text, Number& number) {
   return ReadNumber(text, number);
 }
 
-// A value that can't be read leaves the member as it is, and gives false.
+// A value that can't be read leaves the member unchanged and returns false.
 template <class Number>
 bool takeValue(Number& member, Form form, i16 limit, std::string_view text) {
   Number number = 0;
@@ -74,12 +74,12 @@ bool takeValue(std::string& member, Form form, i16, std::string_view text) {
   return true;
 }
 
-// Parts of a section. Each has a table of keys and finds the record that the brackets of a key
-// mean: none when they have another shape or an index lies outside.
+// Parts of a section. Each has a table of keys and finds the record for a key's brackets: none if
+// they have another form or an index is outside.
 
 struct Part {
   static constexpr std::string_view kPrefix{};
-  // Whether a key that means no record is left out on purpose.
+  // Whether a key without a record is skipped on purpose.
   static bool Ignores(ProjectStore&, const Key&) { return false; }
 };
 
@@ -135,7 +135,7 @@ struct TableMembers : Part {
   }
 };
 
-// All ten conditions can be read, whatever the count of them says.
+// All ten conditions can be read, whatever their count.
 template <int State>
 struct TriggerRows : Part {
   static constexpr const auto& kKeys = kTriggerKeys;
@@ -261,7 +261,7 @@ struct Aliases : Part {
   }
 };
 
-// Old keys of multiplexer blocks that hold for one kind of them only.
+// Old keys of multiplexer blocks that apply to one kind of them only.
 template <const auto& Keys, i32 Volts>
 struct OldTK40MMembers : ItemMembers<TK40MFamily, Keys> {
   static TK40MBlockData* Find(ProjectStore& store, const Key& key) {
@@ -273,7 +273,7 @@ struct OldTK40MMembers : ItemMembers<TK40MFamily, Keys> {
   }
 };
 
-// Ports: slot 0, as its literal 0 says.
+// Ports: slot 0, because of the literal 0 of the keys.
 
 PortSlot& firstSlot(ProjectStore& store) { return store.Ports.Slot[0]; }
 
@@ -378,11 +378,11 @@ struct CalcColumns : Part {
 
 constexpr std::size_t kMaxName = 24;  // letters of a key without its brackets
 
-// What has become of a line.
+// The result of a line.
 enum class Fate {
   kRead,
   kUnknownKey,  // the section has no such key
-  kNoPlace,     // its indices lie outside of what is in force
+  kNoPlace,     // its indices are beyond the current counts
   kBadValue,
 };
 
@@ -390,7 +390,7 @@ enum class Fate {
 template <class... Parts>
 class Keys {
  public:
-  // Stores the value under the key; a key that is none of the section's changes nothing.
+  // Stores the value under the key; a key that is not of the section changes nothing.
   static Fate Take(ProjectStore& store, const Key& key, std::string_view value) {
     Fate fate = Fate::kUnknownKey;
     for (std::size_t at = placeOf(key.name); kPlaces[at] != 0; at = (at + 1) % kPlaceCount) {
@@ -480,7 +480,7 @@ class Keys {
   static constexpr std::array<std::uint8_t, kPlaceCount> kPlaces = placeAll();
 };
 
-// What every measured item adds to the keys of its kind.
+// The keys of every measured item, added to those of its kind.
 template <class Family, class... More>
 using OutputKeys =
     Keys<More..., HistoMembers<Family, kHistogramKeys>, HistoMembers<Family, kRainHistoKeys>,
@@ -649,7 +649,7 @@ class LineReader {
     return text.substr(std::min(text.find(kSectionMark), text.size()));
   }
 
-  // Lines are asked in their order: few have a mark, so it is not looked for in each.
+  // Lines are checked in order: few have a mark, so the next one is remembered.
   bool holdsMark(std::string_view line) {
     const char* const end = line.data() + line.size();
     if (mark_.empty() || mark_.data() >= end) return false;
@@ -681,7 +681,7 @@ class LineReader {
 }  // namespace
 
 ReadReport ReadProjectText(ProjectStore& store, std::string_view bytes) {
-  // A file that was cut between CR and LF has lost nothing else.
+  // A file cut between CR and LF has lost nothing else.
   if (bytes.ends_with('\r')) bytes.remove_suffix(1);
   LineReader reader(store);
   reader.Read(bytes);

@@ -39,7 +39,7 @@ enum class Section {
 struct SectionName {
   Section section;
   std::string_view header;
-  bool blankStays = false;  // the blank line in front stays when the section is left out
+  bool blankStays = false;  // the blank line before it stays when the section is left out
 };
 
 inline constexpr SectionName kSections[] = {
@@ -214,8 +214,8 @@ inline constexpr Field<OutputTable> kWriteGroupKeys[] = {
     {"GroupWriteIf", Form::kText, &OutputTable::GroupWriteIf},
 };
 
-// The trigger rows run table and condition together: (2) is condition 1 of table 2, (23) its
-// condition 3, (210) its condition 10.
+// The trigger rows join table and condition into one number: (2) is condition 1 of table 2, (23)
+// its condition 3, (210) its condition 10.
 constexpr int TriggerNumber(int table, int condition) {
   if (condition == 1) return table;
   return table * (condition < 10 ? 10 : 100) + condition;
@@ -579,7 +579,7 @@ inline constexpr Field<std::string> kCalcColumnKeys[] = {{"CalcField", Form::kTe
 // The families of measured items, which share the output block and the alias block. Each
 // gives the place of its items, the number in use, and the prefix of its level keys.
 
-// A count of used items, never more than there are.
+// A count of used items, limited to their number.
 template <class Items>
 int CountOf(int count, const Items&) {
   return std::min(count, Items::kLast);

@@ -42,7 +42,7 @@ bool differs(const std::string& text, float value) {
   return number && *number != value;
 }
 
-// The gauge factor column of strain kinds is filled up with zeros, which mean nothing.
+// The gauge factor column of strain kinds is padded with meaningless zeros.
 bool isFiller(const MeasBlock&, const std::string&) { return false; }
 bool isFiller(const BridgeBlockData& block, const std::string& offset) {
   return IsStrainStyle(block.Style) && offset == "0";

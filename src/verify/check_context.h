@@ -1,4 +1,4 @@
-// What the checks work on.
+// The input of the checks.
 #pragma once
 
 #include "model/store.h"
@@ -8,7 +8,7 @@
 
 namespace ostrand {
 
-// All of it must outlive the context.
+// All members must outlive the context.
 struct CheckContext {
   ProjectStore& store;
   platform::Forms& forms;

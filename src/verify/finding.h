@@ -1,5 +1,5 @@
-// What a check finds, as data. The boxes of the checks are made from it, and a report that asks
-// nobody lists it.
+// A finding of a check, as data. The boxes of the checks are made from it, and reports list it
+// without questions.
 #pragma once
 
 #include <string>
@@ -10,13 +10,13 @@
 namespace ostrand {
 
 struct Finding {
-  std::string_view title;  // of the box that tells it
-  std::string text;        // what the box says of it alone; lines are parted by CR LF
-  // Where it stands in the project file: "[TABLE SETUP]" and "OutInt(2)"; of two places that
-  // collide the second one. Empty when no one key is at fault.
+  std::string_view title;  // of its box
+  std::string text;        // its own text in the box; lines are separated by CR LF
+  // Its place in the project file: "[TABLE SETUP]" and "OutInt(2)"; of two colliding places the
+  // second one. Empty if no single key is at fault.
   std::string_view section;
   std::string key;
-  // The box is asked in a save, and a user who does not say otherwise stops it.
+  // A save asks about it and stops unless the user decides otherwise.
   bool againstSaving = false;
 };
 

@@ -1,4 +1,4 @@
-// Findings in message boxes.
+// Shows findings in message boxes.
 #pragma once
 
 #include <string>

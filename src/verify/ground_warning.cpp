@@ -14,11 +14,13 @@ namespace {
 using namespace project_keys;
 
 constexpr std::string_view kTitle = "FLOATING GROUND WARNING";
-constexpr int kFirstOpenSensorRange = 2;  // code of the 200 mV range; open sensors need it or finer
+constexpr int kFirstOpenSensorRange =
+    2;  // code of the 200 mV range; open sensors need it or a finer one
 
 bool isDifferential(const AnalogBlock& block) { return SameText(block.MeasType, "Diff"); }
 
-// Adds the blocks in use whose `faultyKey` gives a key, the one that leaves the block floating.
+// Adds the blocks in use for which `faultyKey` returns a key: the one that leaves the block
+// floating.
 template <class Group, class FaultyKey>
 void addBlocks(Findings& findings, const Group& blocks, const std::string& name,
                std::string_view section, FaultyKey faultyKey) {

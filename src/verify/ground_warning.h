@@ -1,4 +1,4 @@
-// Differential measurements that nothing ties to the logger's ground.
+// Differential measurements without a connection to the logger's ground.
 #pragma once
 
 #include "verify/check_context.h"
@@ -9,12 +9,12 @@ namespace ostrand {
 enum class GroundGroup { kThermocouples, kTK40MThermocouples, kVoltages };
 
 Findings FloatingBlocks(const ProjectStore& store, GroundGroup group);
-// Of all groups, in their order.
+// The floating blocks of all groups, in their order.
 Findings FloatingGroundFindings(const ProjectStore& store);
 
 namespace ORVUS_COMMON {
 
-// Shown after a clean check, before the save; no box without such a block. Switched by
+// Shown after the checks found nothing, before the save; only if there is such a block. Switched by
 // kWarnFloatingGround.
 void FloatingGroundWarning(const CheckContext& context);
 

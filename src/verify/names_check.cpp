@@ -19,7 +19,7 @@ namespace {
 constexpr std::string_view kDuplicateTitle = "DUPLICATION FOUND";
 constexpr std::string_view kKeywordTitle = "ILLEGAL KEYWORD USAGE";
 
-// The key words that a name may not be. Thermocouple type N is not among them.
+// The reserved key words. Thermocouple type N is not among them.
 constexpr std::string_view kKeywords[] = {"Abs",
                                           "Alias",
                                           "TK40M",
@@ -211,7 +211,7 @@ NameRows namesOf(const ProjectStore& store, std::string_view newName) {
   return rows;
 }
 
-// For each row the next one of the same name, 0 for none.
+// For each row the next one with the same name, 0 for none.
 std::vector<std::size_t> nextOfSameName(const NameRows& rows) {
   std::vector<std::size_t> next(rows.size(), 0);
   std::map<std::string_view, std::size_t> nearest;
@@ -226,7 +226,7 @@ std::vector<std::size_t> nextOfSameName(const NameRows& rows) {
 
 std::string quoted(const std::string& name) { return '"' + name + '"'; }
 
-// A box of mistakes that no save should keep.
+// A box of mistakes that should not be saved.
 void showStop(const CheckContext& context, std::string_view head, const Findings& findings) {
   platform::MessageBox box;
   box.title = findings.front().title;
@@ -241,11 +241,11 @@ Findings DuplicateNames(const ProjectStore& store, std::string_view newName) {
   const NameRows rows = namesOf(store, newName);
   const std::vector<std::size_t> next = nextOfSameName(rows);
   Findings findings;
-  int untold = 0;
+  int unlisted = 0;
   for (std::size_t i = 0; i < rows.size(); ++i) {
     for (std::size_t j = next[i]; j != 0; j = next[j]) {
       if (findings.size() == kMaxDuplicatesReported) {
-        ++untold;
+        ++unlisted;
         continue;
       }
       findings.push_back({kDuplicateTitle,
@@ -254,8 +254,9 @@ Findings DuplicateNames(const ProjectStore& store, std::string_view newName) {
                           rows[j].section, rows[j].key, true});
     }
   }
-  if (untold > 0) {
-    findings.push_back({kDuplicateTitle, "... and " + NumberText(untold) + " more.", {}, {}, true});
+  if (unlisted > 0) {
+    findings.push_back(
+        {kDuplicateTitle, "... and " + NumberText(unlisted) + " more.", {}, {}, true});
   }
   return findings;
 }

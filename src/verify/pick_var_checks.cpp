@@ -23,8 +23,8 @@ constexpr std::string_view kCalcFieldTitle = "INVALID CALCULATED FIELD";
 
 bool isEmpty(std::string_view name) { return Trim(name).empty(); }
 
-// How a lost variable is shown; nothing for one that is there. A condition without a variable is
-// one that nobody has made, unless it has a value.
+// The display of a lost variable; nothing for an existing one. A condition without a variable was
+// never set up, unless it has a value.
 std::optional<std::string> lostName(const VarPickList& list, const std::string& name, float value) {
   if (isEmpty(name)) {
     return value >= 1 ? std::optional<std::string>(kMissingVariable) : std::nullopt;
@@ -94,13 +94,13 @@ Findings lostPortVariables(const ProjectStore& store, const VarPickList& list) {
   return findings;
 }
 
-// The conditions that count: a single trigger has no stop.
+// The number of conditions in use: a single trigger has no stop.
 int conditionCount(const OutputTable& table, int state) {
   if (state == 0) return table.TrigTable;
   return table.SingleTrigger != 0 ? 0 : table.TrigTabStop;
 }
 
-// Of tables that are not in use too, since their trigger subroutines are in the program.
+// Covers tables not in use too, since their trigger subroutines are in the program.
 Findings lostTriggerVariables(const ProjectStore& store, const VarPickList& list) {
   Findings findings;
   for (int t = 1; t <= kTables; ++t) {
@@ -120,7 +120,7 @@ Findings lostTriggerVariables(const ProjectStore& store, const VarPickList& list
   return findings;
 }
 
-// A family of items with level crossings, as the check calls it and as the project file does.
+// A family of items with level crossings: its name in the check and its prefix in the project file.
 struct LevelFamily {
   std::string_view name;
   std::string_view section;

@@ -1,5 +1,5 @@
-// Variables that conditions and formulas name and that are gone. These checks only tell: none
-// stands against a save, and none changes the store.
+// Variables that conditions and formulas name and that no longer exist. These checks only report:
+// they neither prevent saving nor change the store.
 #pragma once
 
 #include "verify/check_context.h"
@@ -10,7 +10,7 @@ namespace ostrand {
 // Shown for a condition without a variable.
 inline constexpr std::string_view kMissingVariable = "## MISSING ##";
 
-// What switches between two states by a variable for each of them.
+// Users of two states with a variable for each.
 enum class TwoStateUser { kAnalogOutput, kFlag, kPort, kTable };
 
 Findings LostPowerOffVariable(const ProjectStore& store, const VarPickList& list);
@@ -24,7 +24,7 @@ Findings LostFormulaVariables(const ProjectStore& store, const VarPickList& list
 
 namespace ORVUS_COMMON {
 
-// All of them in their order, unless WarningMessageMask has none of the bits of `mask`.
+// Runs all of them in their order, unless WarningMessageMask has none of the bits of `mask`.
 void VerifyPickVars(const CheckContext& context, i32 mask);
 
 void VerifyPickVar_PowerOff(const CheckContext& context, const VarPickList& list);
@@ -34,7 +34,7 @@ void VerifyPickVar_LevelCross(const CheckContext& context, const VarPickList& li
 void VerifyPickVar_WriteIf(const CheckContext& context, const VarPickList& list);
 void VerifyPickVar_CalcField(const CheckContext& context, const VarPickList& list);
 
-// What all of them find, without their boxes; a failure of one is reported all the same.
+// The findings of all of them, without their boxes; a failure of one is still reported.
 Findings PickVarFindings(const CheckContext& context);
 
 }  // namespace ORVUS_COMMON

@@ -1,5 +1,5 @@
-// Where the values that checks look at stand in the project file. The only place of the checks
-// that spells its sections and keys.
+// The places of checked values in the project file. The only source of the checks that spells its
+// sections and keys.
 #pragma once
 
 #include <string>
@@ -35,7 +35,7 @@ inline constexpr std::string_view kFlagInclude = "FlagInclude";
 inline constexpr std::string_view kFlagMark = "FlagMark";
 inline constexpr std::string_view kFlagScan = "FlagScan";
 inline constexpr std::string_view kFlagTable = "FlagTable";
-inline constexpr std::string_view kLevelMeasName = "LevelMeasName";  // behind the level prefix
+inline constexpr std::string_view kLevelMeasName = "LevelMeasName";  // after the level prefix
 inline constexpr std::string_view kMeasureVar = "MeasureVar";
 inline constexpr std::string_view kMonitorPower = "MonitorPower";
 inline constexpr std::string_view kOpenSensDetect = "OpenSensDetect";
@@ -62,21 +62,21 @@ std::string KeyOf(std::string_view name, int first, Index... rest) {
   return key.append(")");
 }
 
-// Rows of triggers run table and condition together: (2) is condition 1 of table 2, (23) its
-// condition 3, (210) its condition 10.
+// Rows of triggers join table and condition into one number: (2) is condition 1 of table 2, (23)
+// its condition 3, (210) its condition 10.
 inline std::string TriggerKey(int state, int table, int condition) {
   int number = table;
   if (condition > 1) number = table * (condition < 10 ? 10 : 100) + condition;
   return KeyOf(kTriggerMeasVar[state], number);
 }
 
-// A row of the write conditions; a table's only one is kept without its number.
+// A row of the write conditions; the only row of a table has no number.
 inline std::string WriteConditionKey(std::string_view name, int table, int count) {
   return count <= 1 ? KeyOf(name, table)
                     : std::string(name).append("(").append(NumberText(table)).append(", 1)");
 }
 
-// State and port; the file holds 0 in place of the slot.
+// State and port; the file has 0 in place of the slot.
 inline std::string PortKey(std::string_view name, int state, int port) {
   return KeyOf(name, state, 0, port);
 }

@@ -1,4 +1,4 @@
-// Tables that store every scan but hold instructions that need several.
+// Tables that store every scan but contain instructions that need several.
 #pragma once
 
 #include "verify/check_context.h"
@@ -6,13 +6,13 @@
 
 namespace ostrand {
 
-// One for each table in use that is synchronous or as fast as the scan, with any such instruction.
+// One for each table in use that is synchronous or as fast as the scan and has such an instruction.
 // The save does not ask about them.
 Findings ScanRateFindings(const ProjectStore& store);
 
 namespace ORVUS_COMMON {
 
-// Asks for the table screen: Yes turns those instructions into samples, No sets `bad`.
+// Asks on behalf of the table screen: Yes turns those instructions into samples, No sets `bad`.
 void CheckScanRateTables(const CheckContext& context, bool& bad);
 
 }  // namespace ORVUS_COMMON

@@ -14,7 +14,7 @@ using namespace project_keys;
 
 constexpr std::string_view kTitle = "DUPLICATE FLAGS";
 
-// The uses of one flag. A screen that uses it more than once is told once.
+// The uses of one flag. A screen that uses it more than once is listed once.
 class FlagUses {
  public:
   FlagUses(const ProjectStore& store, int flagNumber, Findings& findings)
@@ -97,7 +97,7 @@ class FlagUses {
   Findings& findings_;
 };
 
-// A row of the monitor names its flag in front of the state: "3 T".
+// A row of the monitor has its flag before the state: "3 T".
 bool isMonitorFlag(const Configuration& config, int number) {
   for (int i = 1; i <= config.StatusMonCount; ++i) {
     if (config.Status[i][4].starts_with(NumberText(number))) return true;

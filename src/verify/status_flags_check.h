@@ -1,4 +1,4 @@
-// Flags that the status monitor sets and that something else in the project uses as well.
+// Flags set by the status monitor that something else in the project uses too.
 #pragma once
 
 #include "verify/check_context.h"
@@ -11,7 +11,7 @@ Findings StatusFlagFindings(const ProjectStore& store);
 
 namespace ORVUS_COMMON {
 
-// Asks whether to leave them so; No sets `bad`. `mode` is the caller's and makes no difference.
+// Asks whether to leave them so; No sets `bad`. `mode` of the caller has no effect.
 void CheckStatusFlags(const CheckContext& context, bool& bad, i16 mode);
 
 }  // namespace ORVUS_COMMON

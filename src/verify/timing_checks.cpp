@@ -34,7 +34,7 @@ constexpr IntervalBox boxOf(i16 mode) {
   return {mode == 2 ? "TIMING PROBLEM 2" : "TIMING PROBLEM 1", kMustCheck};
 }
 
-// The whole number that a value is, but for the last digits of its calculation: 1.005
+// The nearest whole number of a value that differs from it only by calculation noise: 1.005
 // milliseconds are 1005 microseconds.
 double withoutNoise(double value) {
   const double whole = std::round(value);
@@ -52,13 +52,13 @@ std::string multipleText(double micros) {
 
 bool isWhole(double value) { return value == std::trunc(value); }
 
-// Whole microseconds are divided without a rounding.
+// Whole microseconds are divided exactly.
 bool isMultiple(double interval, double scan) {
   if (isWhole(scan)) return std::fmod(interval, scan) == 0;
   return isWhole(withoutNoise(interval / scan));
 }
 
-// Whether a table's own interval is no multiple of the scan period.
+// Whether a table's own interval is not a multiple of the scan period.
 bool isUneven(const ProjectStore& store, int t) {
   const OutputTable& table = store.Tables[t];
   const double scan = scanMicros(store);

@@ -23,8 +23,8 @@ struct ZeroFamily {
   std::string_view section;
 };
 
-// A line for each block on which the switch is set, all seven of a family looked at. `lineEnd`
-// gives what stands behind the block's number.
+// A line for each block with the switch set, of all seven of a family. `lineEnd` returns the text
+// after the block's number.
 template <class LineEnd>
 Findings setBlocks(const ProjectStore& store, Switch setting, std::string_view key,
                    LineEnd lineEnd) {

@@ -1,4 +1,4 @@
-// Zeroing and calibration on site, which do not go together with burst mode.
+// Zeroing and calibration on site, which exclude burst mode.
 #pragma once
 
 #include "verify/check_context.h"
@@ -12,7 +12,7 @@ Findings CalOnSiteFindings(const ProjectStore& store);
 
 namespace ORVUS_COMMON {
 
-// Offers to take away first all zero flags, then all calibrations on site. Cancel sets `bad`.
+// Offers to clear first all zero flags, then all calibrations on site. Cancel sets `bad`.
 void VerifyZeroBurst(const CheckContext& context, bool& bad);
 
 }  // namespace ORVUS_COMMON

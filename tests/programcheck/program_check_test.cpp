@@ -1,5 +1,4 @@
-// The programs of random projects are sound, but for what the rules of the program themselves
-// leave behind.
+// The programs of random projects pass the check, except for known exceptions.
 #include "programcheck/program_check.h"
 
 #include <gtest/gtest.h>
@@ -28,14 +27,14 @@ std::string findingsIn(std::string_view lines) {
   return text;
 }
 
-TEST(ProgramCheck, TellsWhatIsBroken) {
+TEST(ProgramCheck, ReportsBrokenPrograms) {
   // `lines` is inside BeginProg of line 1 and EndProg.
   constexpr std::tuple<std::string_view, std::string_view> cases[] = {
       {"Dim I\nFor I = 1 To 2\n", "4: EndProg while the For of line 3 is still open\n"},
       {"Dim I\nScan(1,Sec,0,0)\nFor I = 1 To 2\nNext Scan\nNext I\n",
        "5: Next Scan while the For of line 4 is still open\n6: Next without For\n"},
-      {"If True Then\nElse\nElseIf True Then\nEndIf\n", "4: ElseIf behind Else\n"},
-      {"DataTable(T,True,1)\nEndTable\n", "2: DataTable stands inside the BeginProg of line 1\n"},
+      {"If True Then\nElse\nElseIf True Then\nEndIf\n", "4: ElseIf after Else\n"},
+      {"DataTable(T,True,1)\nEndTable\n", "2: DataTable is inside the BeginProg of line 1\n"},
       {"Public A(N)\nA(1) = B + b\nA(1) = Abs(C)\n",
        "2: N is not declared\n3: B is not declared\n4: C is not declared\n"},
       {"CallTable(T)\n", "2: no table is named T\n"},
@@ -51,14 +50,14 @@ TEST(ProgramCheck, TellsWhatIsBroken) {
   }
   EXPECT_EQ(findingsIn(""), "1: there is no BeginProg\n");
   EXPECT_EQ(findingsIn("Sub S\nBeginProg\nEndPro"),
-            "1: Sub is never closed with End Sub\n2: BeginProg stands inside the Sub of line 1\n"
+            "1: Sub is never closed with End Sub\n2: BeginProg is inside the Sub of line 1\n"
             "2: BeginProg is never closed with EndProg\n3: the line does not end in CR LF\n"
             "3: EndPro is not declared\n");
 }
 
 // ---- The programs of random projects
 
-// A name with # for each of its numbers, which come out.
+// A name with # for each of its numbers, which go into `numbers`.
 std::string shapeOf(std::string_view name, std::vector<int>& numbers) {
   std::string shape;
   bool inNumber = false;
@@ -72,7 +71,7 @@ std::string shapeOf(std::string_view name, std::vector<int>& numbers) {
   return shape;
 }
 
-// A finding against an exception: the first number is that of a block or table.
+// Matches a finding with an exception: the first number is that of a block or table.
 struct Match {
   const ProjectStore& store;
   bool harrier;
@@ -143,7 +142,7 @@ bool isScalingOnSite(const ProjectStore& store, const std::string& name) {
          scaled(store.PulseBlock[0], 'P') || scaled(store.TK40MBlock, 'A');
 }
 
-// The exception that a finding falls under, or kNone.
+// The exception of a finding, or kNone.
 std::size_t exceptionOf(Match match, const ProgramFinding& finding) {
   if (finding.fault == ProgramFault::kLine) {
     return isScalingOnSite(match.store, finding.name) ? kScaling : kNone;
@@ -174,14 +173,14 @@ TEST(ProgramProperty, RandomProjectsGiveSoundPrograms) {
     const std::string program = generator.ProgramText();
     if (forms.shown.empty()) {
       ++whole;
-      // Every finding falls under an exception.
+      // Every finding matches an exception.
       for (const ProgramFinding& finding : CheckProgram(program)) {
         const std::size_t exception = exceptionOf({*store, harrier, {}}, finding);
         if (exception != kNone) ++met[exception];
         EXPECT_NE(exception, kNone) << "line " << finding.line << ": " << finding.text;
       }
     }
-    // A section that fails leaves its program cut short: the user is told, and the check sees it.
+    // A section that fails leaves an incomplete program: the user gets a box, and the check fails.
     EXPECT_TRUE(forms.shown.empty() || !CheckProgram(program).empty());
     for (const platform::MessageBox& box : forms.shown) {
       EXPECT_EQ(box.title, "TROUBLE");
