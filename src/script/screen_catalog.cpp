@@ -17,13 +17,13 @@ namespace ostrand {
 namespace {
 
 constexpr std::string_view kLead =
-    "Below, each screen with its controls: what a control is, what is done with it, the limits "
-    "of\r\n"
-    "a number, the items of a choice, and in parentheses what stands on it or beside it. They "
-    "are\r\n"
-    "as on a project with one block of each kind. There are rows for all sensors of a block, "
-    "and\r\n"
-    "some choices depend on others: a pick that fails tells what there is.\r\n"
+    "The screens and their controls. Each control has its kind, its script command, the limits of "
+    "a\r\n"
+    "number, the items of a choice, and in parentheses the text on it or beside it. They are "
+    "taken\r\n"
+    "from a project with one block of each kind. There are rows for all sensors of a block. "
+    "Some\r\n"
+    "choices depend on others: a pick that fails lists the current items.\r\n"
     "\r\n";
 
 struct KindRow {
@@ -72,7 +72,7 @@ std::string usesOf(const Control& control) {
   return text;
 }
 
-// "Reps1" is the first of the rows of "Reps".
+// "Reps1" is the first row of "Reps".
 struct RowName {
   std::string stem;
   int number = 0;  // 0 for a name without one
@@ -131,7 +131,7 @@ class Walker : public ScreenHost {
 // Collects the controls of each screen.
 class Catalog {
  public:
-  // What a screen opens depends on who opened it.
+  // The screens that a screen opens depend on who opened it.
   void Add(const Screen& screen) {
     Entry& entry = entryOf(screen);
     for (const Opener* opener : screen.Openers()) {

@@ -41,7 +41,7 @@ std::string butItems(const Choice& choice) {
   return items.empty() ? "" : ", but" + items;
 }
 
-// A control by its name and its caption, which has "&" before the access key.
+// A control's name and caption; the caption has "&" before the access key.
 std::string named(const Control& control) {
   std::string caption = control.Caption;
   std::erase(caption, '&');
@@ -81,7 +81,7 @@ struct ScreenScript::Looks {
 
 struct ScreenScript::Verb {
   std::string_view name;
-  std::size_t min;  // words after it
+  std::size_t min;  // number of words after it
   std::size_t max;
   bool onScreen;  // needs an open screen
   void (ScreenScript::*play)(Screen* screen, const Words& words);
@@ -106,7 +106,7 @@ Result<> ScreenScript::Run() {
   return Error{"line " + NumberText(line_) + ": " + failure_};
 }
 
-// A line that fails after a refused way out was probably meant for another screen.
+// A line that fails after a refused `done` or `cancel` was probably meant for another screen.
 void ScreenScript::fail(const std::string& why) {
   if (!failure_.empty()) return;
   failure_ = refusal_.empty() ? why : refusal_;
@@ -292,7 +292,7 @@ void ScreenScript::type(Screen* screen, const Words& words) {
   if (screen == nullptr) return typeOnMainScreen(words);
   Control* found = usable(screen, words[1]);
   if (found != nullptr && !found->TypeText(words[2].text)) {
-    fail(found->Name() + " is not typed into");
+    fail(found->Name() + " cannot be typed into");
   }
 }
 
@@ -306,7 +306,7 @@ void ScreenScript::typeOnMainScreen(const Words& words) {
 
 void ScreenScript::key(Screen* screen, const Words& words) {
   auto* field = dynamic_cast<TextField*>(screen->Focused());
-  if (field == nullptr) return fail("the focus is on no field");
+  if (field == nullptr) return fail("no field has the focus");
   if (SameText(words[0].text, "enter")) {
     static_cast<void>(field->Leave());  // the focus stays
   } else if (SameText(words[0].text, "escape")) {
@@ -322,7 +322,7 @@ void ScreenScript::pick(Screen* screen, const Words& words) {
   const std::string wanted = Quoted(words[2].text);
   const auto* choice = dynamic_cast<const Choice*>(found);
   if (choice == nullptr) {
-    fail("from " + found->Name() + " nothing is picked");
+    fail(found->Name() + " is not a list");
   } else if (choice->Find(words[2].text) != nullptr) {
     fail(wanted + " of " + found->Name() + " is disabled or hidden");
   } else {
@@ -332,16 +332,16 @@ void ScreenScript::pick(Screen* screen, const Words& words) {
 
 void ScreenScript::check(Screen* screen, const Words& words) {
   const bool on = SameText(words[2].text, "on");
-  if (!on && !SameText(words[2].text, "off")) return fail("a box is checked on or off");
+  if (!on && !SameText(words[2].text, "off")) return fail("check takes on or off");
   Control* found = usable(screen, words[1]);
-  if (found != nullptr && !found->Check(on)) fail(found->Name() + " is no check box");
+  if (found != nullptr && !found->Check(on)) fail(found->Name() + " is not a check box");
 }
 
 void ScreenScript::spin(Screen* screen, const Words& words) {
   const bool up = SameText(words[2].text, "up");
-  if (!up && !SameText(words[2].text, "down")) return fail("a spin goes up or down");
+  if (!up && !SameText(words[2].text, "down")) return fail("spin takes up or down");
   const std::optional<std::int16_t> times = words.size() > 3 ? ToInt16(words[3].text) : 1;
-  if (!times || *times < 1) return fail("how many times?");
+  if (!times || *times < 1) return fail("the number of spins is not valid");
   for (int time = 0; time < *times && failure_.empty(); ++time) {
     Control* found = usable(screen, words[1]);
     if (found != nullptr && !found->Spin(up)) fail(found->Name() + " has no spin buttons");
@@ -350,7 +350,7 @@ void ScreenScript::spin(Screen* screen, const Words& words) {
 
 void ScreenScript::press(Screen* screen, const Words& words) {
   Control* found = usable(screen, words[1]);
-  if (found != nullptr && !found->Press()) fail(found->Name() + " is no button");
+  if (found != nullptr && !found->Press()) fail(found->Name() + " is not a button");
 }
 
 // The script must acknowledge a screen that stays open: by the box, beep or help line that it
@@ -389,7 +389,7 @@ void ScreenScript::expect(Screen* screen, const Words& words) {
   } else if (isWord(what, "box")) {
     expectBox(words);
   } else if (words.size() < 3) {
-    fail("expect what of " + what.text + "?");
+    fail("cannot expect that of " + what.text);
   } else if (isWord(what, "help")) {
     if (!isAsExpected(forms_.HelpLine(), words[2].text)) {
       return fail("the help line shows " + Quoted(forms_.HelpLine()));
@@ -401,7 +401,7 @@ void ScreenScript::expect(Screen* screen, const Words& words) {
 }
 
 void ScreenScript::expectBox(const Words& words) {
-  if (words.size() < 3) return fail("which box?");
+  if (words.size() < 3) return fail("the title of the box is missing");
   const std::optional<ScriptForms::Box> box = forms_.Claim(words[2].text);
   if (!box) return fail("no box " + Quoted(words[2].text) + " came");
   refusal_.clear();
@@ -437,7 +437,8 @@ void ScreenScript::expectItem(const Control& control, std::span<const Word> word
   }
   const Looks looks = {Quoted(item->Text) + " of " + control.Name(), item->Enabled, item->Visible,
                        item->Text, item->ToolTip};
-  if (words.size() > 1 && !expectLooks(looks, words.subspan(1))) fail("expect what of the item?");
+  if (words.size() > 1 && !expectLooks(looks, words.subspan(1)))
+    fail("cannot expect that of an item");
 }
 
 // Whether the words ask for a state, a caption or a tool tip; compares them then.
@@ -477,28 +478,28 @@ bool ScreenScript::isWord(const Word& word, std::string_view meaning) {
   return !word.quoted && SameText(word.text, meaning);
 }
 
-// ---- For people ---------------------------------------------------------------------------------
+// ---- Help ---------------------------------------------------------------------------------------
 
 std::string_view ScriptHelp() {
-  return "A script has one action a line; words with blanks stand in double quotes, and a line\n"
+  return "A script has one action a line; words with blanks are put in double quotes, and a line\n"
          "that begins with # is a comment.\n"
          "\n"
          "  open SCREEN [WHICH]        of the main buttons, the options or the open screen\n"
-         "  type CONTROL TEXT          key by key, in place of what is there\n"
+         "  type CONTROL TEXT          key by key, replacing the old text\n"
          "  type txtOper|txtIDNum TEXT on the main screen: operator and identification\n"
-         "  enter | escape | leave     what was typed takes effect, or does not\n"
+         "  enter | escape | leave     the typed text takes effect, or not\n"
          "  pick CONTROL ITEM          one of a list or of options\n"
          "  check CONTROL on|off\n"
          "  spin CONTROL up|down [TIMES]\n"
          "  press CONTROL              a button\n"
          "  done | cancel              the two ways out of a screen\n"
          "  answer TITLE yes|no|cancel|ok   to the next box of that title\n"
-         "  choose PATH                in the next file dialog; none is a cancelled one\n"
+         "  choose PATH                in the next file dialog, else it is cancelled\n"
          "  expect CONTROL TEXT        what it shows; a text that ends in ... is its beginning\n"
          "  expect CONTROL enabled|disabled|shown|hidden\n"
          "  expect CONTROL caption|tip TEXT\n"
          "  expect CONTROL item ITEM [enabled|disabled|shown|hidden | tip TEXT]\n"
-         "  expect box TITLE [TEXT]    that came by the last action; \\n is a line break\n"
+         "  expect box TITLE [TEXT]    raised by the last action; \\n is a line break\n"
          "  expect beep | expect help TEXT\n";
 }
 

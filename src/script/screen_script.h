@@ -75,7 +75,7 @@ class ScreenScript : public ScreenHost {
   // A refused way out that the script has not acknowledged yet.
   std::string refusal_;
   int refusalLine_ = 0;
-  bool refusalAnswered_ = false;  // it came with a question that the script had an answer for
+  bool refusalAnswered_ = false;  // it raised a question that the script had answered
   std::string failure_;
   bool openedOptions_ = false;
 };

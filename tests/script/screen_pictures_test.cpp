@@ -1,4 +1,4 @@
-// Every screen as its controls describe it: captions, headings, and what a host would draw.
+// Every screen as its controls describe it: captions, headings, and the drawing of a host.
 #include <gtest/gtest.h>
 
 #include <cctype>

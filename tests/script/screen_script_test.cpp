@@ -17,8 +17,7 @@ namespace {
 
 using testing::ScriptSession;
 
-// ---- The scripts kept
-// -----------------------------------------------------------------------------
+// ---- The scripts of tests/scripts ----------------------------------------------------------------
 
 std::vector<std::string> keptScripts() {
   std::vector<std::string> names;
@@ -107,7 +106,7 @@ TEST_P(StoppedScript, NamesItsLine) {
   EXPECT_EQ(session.Play(GetParam().script), GetParam().error);
 }
 
-// The third line has a voltage block's setup open.
+// The third line has the setup screen of a voltage block open.
 constexpr std::string_view kSetup = "open frmVoltBlock\nspin BlockCount up\nopen frmVoltSetup 1\n";
 
 const Stop kStops[] = {
@@ -132,7 +131,7 @@ const Stop kStops[] = {
     {"Hidden", "open frmVoltBlock\npress Reps1\n", "line 2: Reps1 is hidden"},
     {"StillOpen", "open frmVoltBlock\n",
      "line 1: frmVoltBlock is still open at the end of the script"},
-    {"NoField", "open frmVoltBlock\nescape\n", "line 2: the focus is on no field"},
+    {"NoField", "open frmVoltBlock\nescape\n", "line 2: no field has the focus"},
     {"Text", "open frmVoltBlock\n  expect BlockCount 1\ndone\n", "line 2: BlockCount shows \"0\""},
     {"Beginning", "open frmVoltBlock\n  expect FreeSE 41...\ndone\n",
      "line 2: FreeSE shows \"40\""},
@@ -140,11 +139,12 @@ const Stop kStops[] = {
      "line 2: BlockCount is enabled"},
     {"Shown", "open frmVoltBlock\n  expect Reps1 shown\ndone\n", "line 2: Reps1 is hidden"},
     {"Half", "open frmVoltBlock\n  expect BlockCount\ndone\n",
-     "line 2: expect what of BlockCount?"},
+     "line 2: cannot expect that of BlockCount"},
     {"Beep", "open frmVoltBlock\nspin BlockCount down\nspin BlockCount up\nexpect beep\n",
      "line 4: no beep came"},
-    {"Direction", "open frmVoltBlock\nspin BlockCount left\n", "line 2: a spin goes up or down"},
-    {"Times", "open frmVoltBlock\nspin BlockCount up often\n", "line 2: how many times?"},
+    {"Direction", "open frmVoltBlock\nspin BlockCount left\n", "line 2: spin takes up or down"},
+    {"Times", "open frmVoltBlock\nspin BlockCount up often\n",
+     "line 2: the number of spins is not valid"},
     {"NoBox", "open frmVoltBlock\nspin BlockCount up\nexpect box \"BLOCKS\"\n",
      "line 3: no box \"BLOCKS\" came"},
     {"Answer", "answer \"BLOCKS\" maybe\n", "line 1: an answer is yes, no, cancel or ok"},
@@ -172,14 +172,14 @@ const Stop kSetupStops[] = {
     {"ItemState", "expect ZeroFlag item 2 disabled\n", "line 4: \"2\" of ZeroFlag is enabled"},
     {"ItemTip", "expect ZeroFlag item 2 tip Two\n",
      "line 4: \"2\" of ZeroFlag's tool tip shows \"\""},
-    {"ItemHalf", "expect ZeroFlag item 2 bright\n", "line 4: expect what of the item?"},
+    {"ItemHalf", "expect ZeroFlag item 2 bright\n", "line 4: cannot expect that of an item"},
     {"ManyExpected", "expect Reps 4 5\n", "line 4: expect takes fewer words"},
-    {"NoList", "pick Reps 4\n", "line 4: from Reps nothing is picked"},
-    {"NoCheck", "check Reps on\n", "line 4: Reps is no check box"},
-    {"OnOrOff", "check Public yes\n", "line 4: a box is checked on or off"},
-    {"NoPress", "press Public\n", "line 4: Public is no button"},
+    {"NoList", "pick Reps 4\n", "line 4: Reps is not a list"},
+    {"NoCheck", "check Reps on\n", "line 4: Reps is not a check box"},
+    {"OnOrOff", "check Public yes\n", "line 4: check takes on or off"},
+    {"NoPress", "press Public\n", "line 4: Public is not a button"},
     {"NoSpin", "spin Public up\n", "line 4: Public has no spin buttons"},
-    {"NoTyping", "type Range Auto\n", "line 4: Range is not typed into"},
+    {"NoTyping", "type Range Auto\n", "line 4: Range cannot be typed into"},
     {"Focus", "type DefaultMult -\ntype Reps 4\n",
      "line 5: DefaultMult (Multiplier) keeps the focus, since it can't take \"-\""},
     // A refused way out is reported at its line when the next line fails for it.
@@ -237,7 +237,7 @@ TEST(Script, InformingBoxIsReportedAtItsLine) {
   EXPECT_EQ(session.store->TempBlock[1].MeasType, "SE");
 }
 
-TEST(Script, WordsAreQuotedAndNamesAreFoundInAnyCase) {
+TEST(Script, ReadsQuotedWordsAndFindsNamesInAnyCase) {
   ScriptSession session;
   EXPECT_EQ(session.Play("OPEN FRMPULSEBLOCK\r\n\tspin blockcount UP\r\n"
                          "  open \"frmPulseSetup\" \"1\"\r\n"
@@ -289,7 +289,7 @@ TEST(Script, IsInUtf8) {
 
 // ---- The commands -------------------------------------------------------------------------------
 
-TEST(ScreenCommand, WritesTheProjectThatTheScriptLeft) {
+TEST(ScreenCommand, WritesTheProject) {
   const testing::TempFolder folder;
   ASSERT_EQ(testing::RunOstrand({"new", folder / "pump"}).code, 0);
   const std::string before = testing::ReadDisk(folder / "pump.VKG");
@@ -310,7 +310,7 @@ TEST(ScreenCommand, WritesTheProjectThatTheScriptLeft) {
   EXPECT_TRUE(Holds(after, "\r\nRange(1)=200 mV\r\nRangeNo(1)= 20\r\n"));
 }
 
-TEST(Answers, AreNamedInAnyCase) {
+TEST(Answers, AcceptAnyCase) {
   using platform::Answer;
   EXPECT_EQ(AnswerNamed("Yes"), Answer::kYes);
   EXPECT_EQ(AnswerNamed("no"), Answer::kNo);
@@ -320,7 +320,7 @@ TEST(Answers, AreNamedInAnyCase) {
   EXPECT_EQ(AnswerNamed("y"), std::nullopt);
 }
 
-TEST(ScreenCommand, AFaultWritesNothing) {
+TEST(ScreenCommand, FaultWritesNothing) {
   const testing::TempFolder folder;
   ASSERT_EQ(testing::RunOstrand({"new", folder / "pump"}).code, 0);
   const std::string before = testing::ReadDisk(folder / "pump.VKG");
