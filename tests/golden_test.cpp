@@ -47,7 +47,7 @@ class GoldenProject : public ::testing::TestWithParam<std::string> {
   SAVEDLD generator_{*store_, files_, clock_, forms_};
 };
 
-TEST_P(GoldenProject, IsSavedAsItWasRead) {
+TEST_P(GoldenProject, SurvivesSave) {
   EXPECT_EQ(skipped_, 0);
   EXPECT_EQ(ORVUS_GENFILE::ProjectFileText(*store_, clock_.Now()), project_);
 }

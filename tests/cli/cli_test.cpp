@@ -1,4 +1,4 @@
-// The command line as its user meets it: a process with arguments, files, messages and a code.
+// The command line: a process with arguments, files, messages and an exit code.
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
@@ -16,7 +16,7 @@ using testing::ReadDisk;
 using testing::RunOstrand;
 using testing::WriteDisk;
 
-// The report of the files of a generated program.
+// The output for the files of a generated program.
 std::string wrote(const std::string& base) {
   return "wrote " + base + ".VKP\nwrote " + base + ".VKD\nwrote " + base + ".VKW\n";
 }
@@ -33,7 +33,7 @@ class Cli : public ::testing::Test {
   const std::string pump = folder / "pump.VKG";
 };
 
-TEST_F(Cli, WrongUsageEndsWithTwoAndNamesTheHelp) {
+TEST_F(Cli, WrongUsageExitsWithTwoAndNamesTheHelp) {
   // The last member is the command whose help the hint names.
   const std::tuple<std::vector<std::string>, std::string, std::string> cases[] = {
       {{}, "missing command", ""},
@@ -95,7 +95,7 @@ TEST_F(Cli, ManPageCoversTheHelp) {
   EXPECT_EQ(commands, 13);
 }
 
-TEST_F(Cli, GeneratesEachProjectAsIfItWereTheOnlyOne) {
+TEST_F(Cli, OutputOfAProjectIsIndependentOfOthers) {
   const std::string examples = OSTRAND_SOURCE_DIR "/examples/";
   const std::string first = examples + "engine-test-cell.VKG";
   const std::string second = examples + "building-climate.VKG";
@@ -110,7 +110,7 @@ TEST_F(Cli, GeneratesEachProjectAsIfItWereTheOnlyOne) {
             ReadDisk(folder / "alone/building-climate.VKP"));
 }
 
-TEST_F(Cli, ANewProjectSavesAgainAsTheSameBytes) {
+TEST_F(Cli, NewProjectSurvivesResaveUnchanged) {
   EXPECT_EQ(RunOstrand({"new", "pump"}, here).out, "wrote pump.VKG\n");
   const std::string bytes = ReadDisk(pump);
   const Outcome again = RunOstrand({"new", "pump.VKG"}, here);
@@ -127,7 +127,7 @@ TEST_F(Cli, ANewProjectSavesAgainAsTheSameBytes) {
   EXPECT_EQ(RunOstrand({"generate", pump}).out, wrote(folder / "pump"));
 }
 
-TEST_F(Cli, FaultsEndWithOneNameTheFileAndGoOnWithTheNext) {
+TEST_F(Cli, FaultNamesTheFileAndDoesNotStopTheNext) {
   makeFolders({"inner.VKG", "out"});
   const std::string inner = folder / "inner.VKG";
   const std::string pipe = folder / "pipe.VKG";
@@ -182,7 +182,7 @@ TEST_F(Cli, ReportsAndRecoversAnInterruptedSave) {
   EXPECT_EQ(ReadDisk(folder / "pump._KG.1"), bytes);
 }
 
-TEST_F(Cli, TwoProjectsOfOneNameNeverShareAnOutput) {
+TEST_F(Cli, RefusesTwoProjectsOfOneName) {
   makeFolders({"a", "b", "out"});
   makeProject(folder / "a/pump");
   makeProject(folder / "b/PUMP");
@@ -193,12 +193,12 @@ TEST_F(Cli, TwoProjectsOfOneNameNeverShareAnOutput) {
   EXPECT_TRUE(Holds(outcome.err, "out/PUMP.VKG: already written in this run; not overwritten"));
 }
 
-TEST_F(Cli, AFullDiskKeepsTheOldFilesAndIsOneErrorLine) {
+TEST_F(Cli, FullDiskKeepsOldFilesAndGivesOneErrorLine) {
   makeProject(pump);
   WriteDisk(folder / "pump.VKP", "old program");
   const std::string project = ReadDisk(pump);
   for (const std::string command : {"generate", "resave"}) {
-    const Outcome outcome = RunOstrand({command, pump}, {.mostBytes = 512});
+    const Outcome outcome = RunOstrand({command, pump}, {.maxBytes = 512});
     EXPECT_EQ(outcome.code, 1);
     EXPECT_EQ(outcome.out, "");
     const std::string file = pump + (command == "generate" ? ": " + (folder / "pump.VKP") : "");
@@ -243,7 +243,7 @@ No.  Identifier  PGN     Message  Type  Bit  Bits  Mult   Offset  Units  Alias  
   EXPECT_EQ(RunOstrand({"can", "list", path}, {.out = "/dev/full"}).code, 1);
 }
 
-TEST_F(CliCan, ListingStopsAtWhatCannotBeReadAndCheckingGoesOn) {
+TEST_F(CliCan, ListStopsAtInvalidLineAndCheckContinues) {
   WriteDisk(path, kBase +
                       "\r\n\"Speed\",3,0,0,240,4,0,2,25,16,EngSpeed,0.125,0,RPM\r\n"
                       "\"Cut off\",3,0,0,240\r\n\r\n"

@@ -1,4 +1,4 @@
-// The commands that check, save, compile and send, and those of the settings.
+// The commands that check, save, compile and send, and the settings command.
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -33,7 +33,7 @@ std::string wroteAll(const std::string& base) {
 
 class CliSession : public ::testing::Test {
  protected:
-  // A new project with one text in its file replaced; gives its bytes.
+  // A new project with one text in its file replaced; returns its bytes.
   std::string make(std::string_view from = "", std::string_view to = "") {
     EXPECT_EQ(RunOstrand({"new", project, "--force"}).code, 0);
     std::string bytes = ReadDisk(project);
@@ -53,7 +53,7 @@ class CliSession : public ::testing::Test {
   const std::string project = base + ".VKG";
 };
 
-TEST_F(CliSession, CheckReportsFindingsWithTheirPlaceAndWritesNothing) {
+TEST_F(CliSession, CheckReportsPlacesAndWritesNothing) {
   const std::string bytes = makeWithTwoTables("Table1", "T");
   const Outcome text = RunOstrand({"check", project});
   EXPECT_EQ(text.code, 1);
@@ -82,7 +82,7 @@ TEST_F(CliSession, CheckReportsFindingsWithTheirPlaceAndWritesNothing) {
   EXPECT_EQ(RunOstrand({"check", project, "--format=json"}, {.out = "/dev/full"}).code, 1);
 }
 
-TEST_F(CliSession, CheckNotesLinesThatWereNotRead) {
+TEST_F(CliSession, CheckReportsSkippedLines) {
   WriteDisk(project, "[CONFIGURATION]\r\nOperator=H. Quist [lab]\r\nIDNumber=7\r\n");
   const Outcome text = RunOstrand({"check", project});
   EXPECT_EQ(text.code, 0);
@@ -101,8 +101,9 @@ TEST_F(CliSession, CheckNotesLinesThatWereNotRead) {
                           "\"findings\": []}]\n");
 }
 
-// Whatever writes the project says what it drops, and the first save keeps the old file.
-TEST_F(CliSession, ASaveThatDropsLinesKeepsTheOldFile) {
+// Every command that writes the project reports what it drops, and the first save keeps the old
+// file.
+TEST_F(CliSession, SaveThatDropsLinesKeepsTheOldFile) {
   const std::string old = "[CONFIGURATION]\r\nOperator=H. Quist [lab]\r\nIDNumber=7\r\n";
   const std::string script = folder / "nothing.txt";
   WriteDisk(script, "");
@@ -137,7 +138,7 @@ TEST_F(CliSession, ASaveThatDropsLinesKeepsTheOldFile) {
   EXPECT_EQ(ReadDisk(project), old);
 }
 
-TEST_F(CliSession, SaveWritesAllFilesAndAsksAsTheScreenDoes) {
+TEST_F(CliSession, SaveWritesAllFilesAndAsksLikeTheScreen) {
   std::filesystem::create_directory(folder / "out");
   const std::string bytes = makeWithTwoTables("Table1", "T");
   const Outcome refused = RunOstrand({"save", project});
@@ -152,14 +153,14 @@ TEST_F(CliSession, SaveWritesAllFilesAndAsksAsTheScreenDoes) {
   EXPECT_EQ(saved.out, wroteAll(folder / "out/pump"));
   EXPECT_EQ(ReadDisk(project), bytes);
 
-  // A clean one in its own place; the compiler is not there, which keeps nothing from being saved.
+  // Saves a project without findings in place; the missing compiler does not prevent saving.
   make();
   const Outcome clean = RunOstrand({"save", "pump"}, {.folder = folder.Path()});
   EXPECT_EQ(clean.code, 0);
   EXPECT_EQ(clean.out, wroteAll("pump"));
   EXPECT_TRUE(Holds(clean.err, "pump: MISSING FILE\n  Pre-Compiler was not found.\n"));
 
-  // What was written before a step failed is reported, and the failure in one line.
+  // Files written before a failing step are listed, and the failure is one line.
   std::filesystem::remove(base + ".VKD");
   std::filesystem::create_directories(base + ".VKD/inner");
   const Outcome half = RunOstrand({"save", project});
@@ -218,8 +219,8 @@ TEST_F(CliSession, SaveSendsAndReportsARefusedConnection) {
             "ostrand: " + name + ": Connection refused; " + project + " was not saved\n");
 }
 
-// Pairs of a good program and one that does not compile, tried and sent at the same time.
-TEST_F(CliSession, TwoThatSendAtOnceNeverSendTheWrongProgram) {
+// Pairs of a good program and one that does not compile, compiled and sent at the same time.
+TEST_F(CliSession, TwoSendingAtOnceNeverSendTheWrongProgram) {
   const char* asked = std::getenv("OSTRAND_PAIRS");
   const int pairs = asked == nullptr ? 5 : std::atoi(asked);
   const std::string bad = folder / "bad.VKG";
@@ -245,27 +246,28 @@ TEST_F(CliSession, TwoThatSendAtOnceNeverSendTheWrongProgram) {
         ++wrong;
       }
     }
-    EXPECT_EQ(testing::EndOf(first) + testing::EndOf(second), 1) << "that of the bad program";
+    EXPECT_EQ(testing::EndOf(first) + testing::EndOf(second), 1)
+        << "the exit code of the bad program";
   }
   EXPECT_EQ(good, pairs);
   EXPECT_EQ(wrong, 0);
   EXPECT_TRUE(std::filesystem::is_empty(home.Path()));
 }
 
-// By the mask of the system, whose lowest bit is that of signal 1.
+// Reads the system's signal mask; the lowest bit is signal 1.
 bool ignoresHangup(pid_t process) {
   const std::string status = ReadDisk("/proc/" + std::to_string(process) + "/status");
   const std::string_view mask = Before(After(status, "SigIgn:\t"), "\n");
   return !mask.empty() && std::string_view("13579bdf").find(mask.back()) != std::string_view::npos;
 }
 
-TEST_F(CliSession, ASignalInATestCompileEndsTheCompilerAndLeavesNothing) {
+TEST_F(CliSession, SignalInATestCompileEndsTheCompiler) {
   make();
   const std::string ready = folder / "ready";
   ::setenv("STAND_IN", "leavehang", 1);
   ::setenv("STAND_IN_READY", ready.c_str(), 1);
-  ASSERT_EQ(testing::StandInsAlive(), 0);  // marks what is started from here on
-  // The signals sent, the first of which is ignored by the process when there are two.
+  ASSERT_EQ(testing::StandInsAlive(), 0);  // marks the processes started from here on
+  // The signals sent; of two the process ignores the first.
   const std::vector<int> cases[] = {{SIGHUP},  {SIGINT},  {SIGQUIT},
                                     {SIGPIPE}, {SIGTERM}, {SIGHUP, SIGTERM}};
   for (const std::vector<int>& signals : cases) {
@@ -288,7 +290,7 @@ TEST_F(CliSession, ASignalInATestCompileEndsTheCompilerAndLeavesNothing) {
   }
 }
 
-// A name that a terminal would obey is shown on both outputs so that it does not.
+// Control characters of a name are escaped on both outputs.
 TEST_F(CliSession, ControlCharactersOfNamesAreEscaped) {
   const std::string name = folder / "a\nb\x1B\x7F\xC2\x9B.VKG";
   const std::string none = folder / "a\nb\x1B\x7F\xC2\x9Bnone.VKG";
@@ -320,7 +322,7 @@ TEST_F(CliSession, ControlCharactersOfNamesAreEscaped) {
   EXPECT_TRUE(Holds(json.out, "a\\nb\\u001b\\u007f\\u009b.VKG\"")) << json.out;
 }
 
-TEST_F(CliSession, ScreenReportsAProjectThatCannotBeWritten) {
+TEST_F(CliSession, ScreenReportsAFailedWrite) {
   make();
   std::filesystem::create_directories(folder / "out/pump.VKG/inner");
   WriteDisk(folder / "script", "");
@@ -331,7 +333,7 @@ TEST_F(CliSession, ScreenReportsAProjectThatCannotBeWritten) {
             "ostrand: " + project + ": " + (folder / "out/pump.VKG") + ": Is a directory\n");
 }
 
-TEST_F(CliSession, AnIncompleteProgramIsWrittenAndNeverSent) {
+TEST_F(CliSession, IncompleteProgramIsWrittenAndNeverSent) {
   make("\r\n[PULSE BLOCKS]\r\n", "\r\n[VOLTAGE BLOCKS]\r\nBlockCount=1\r\nReps(1)=1\r\nUnits(1)=" +
                                      std::string(60, 'u') + "\r\n\r\n[PULSE BLOCKS]\r\n");
   const testing::Listener server;
@@ -355,7 +357,7 @@ TEST_F(CliSession, SettingsAreShownAndChanged) {
     return RunOstrand(words, kept);
   };
   EXPECT_EQ(settings({"get", "warningmessagemask"}).out, "8191\n");
-  EXPECT_FALSE(std::filesystem::exists(home / "ostrand")) << "looking writes nothing";
+  EXPECT_FALSE(std::filesystem::exists(home / "ostrand")) << "reading writes nothing";
   EXPECT_EQ(settings({"set", "WarningMessageMask", "0"}).code, 0);
   const std::string list = settings({"list"}).out;
   EXPECT_TRUE(Holds(list, "\nWarningMessageMask = 0  (default 8191)\n")) << list;
@@ -367,10 +369,10 @@ TEST_F(CliSession, SettingsAreShownAndChanged) {
   EXPECT_EQ(RunOstrand({"new", project}, kept).code, 0);
   EXPECT_TRUE(Holds(ReadDisk(project), "\r\nExecutionTime= 25\r\n"));
 
-  // They count for the other commands: without its bit a check finds no floating input.
+  // Settings apply to the other commands: without its bit a check finds no floating input.
   const std::string example = OSTRAND_SOURCE_DIR "/examples/engine-test-cell.VKG";
   EXPECT_EQ(RunOstrand({"check", example}, kept).out, example + ": all checks passed\n");
-  // A damaged file is reported, and is not a fault of the project.
+  // A damaged file is reported, but is not a fault of the project.
   WriteDisk(home / "ostrand/settings", std::string("\0\0", 2));
   const Outcome damaged = RunOstrand({"check", example}, kept);
   EXPECT_EQ(damaged.code, 0) << damaged.err;
@@ -378,7 +380,7 @@ TEST_F(CliSession, SettingsAreShownAndChanged) {
 }
 
 // The compiler runs between reading and saving.
-TEST_F(CliSession, SaveLeavesAProjectThatChangedMeanwhileUnlessForced) {
+TEST_F(CliSession, SaveKeepsAChangedProjectUnlessForced) {
   make();
   const std::string compiler = folder / "compiler";
   WriteDisk(compiler, "#!/bin/sh\necho changed > '" + project + "'\n");

@@ -1,5 +1,5 @@
-// Two commands on one project at the same time. OSTRAND_ROUNDS asks for more rounds than the few
-// that each run of the tests can afford.
+// Two commands on one project at the same time. OSTRAND_ROUNDS sets more rounds than the few of a
+// normal run.
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 
@@ -25,7 +25,7 @@ int rounds(int few) {
   return asked == nullptr ? few : std::atoi(asked);
 }
 
-// The folder `out` is written by saves of two projects of one name.
+// Saves of two projects of one name write to the folder `out`.
 class TwoAtOnce : public ::testing::Test {
  protected:
   void SetUp() override {
@@ -43,7 +43,7 @@ class TwoAtOnce : public ::testing::Test {
   pid_t save(const std::string& from) const {
     return start({"save", folder / (from + "/pump"), "-o", folder / "out"});
   }
-  // Whether all four files are those of the project that was saved from this folder.
+  // Whether all four files belong to the project of this folder.
   bool allOf(const std::string& from) const {
     for (const std::string& extension : kExtensions) {
       const std::string name = "/pump" + extension;
@@ -72,7 +72,7 @@ TEST_F(TwoAtOnce, SavesNeverMixTheirFiles) {
   }
 }
 
-TEST_F(TwoAtOnce, ANewProjectNeverReplacesOneThatIsBeingSaved) {
+TEST_F(TwoAtOnce, NewNeverReplacesAProjectBeingSaved) {
   ASSERT_EQ(EndOf(save("big")), 0);
   for (int round = 0; round < rounds(10); ++round) {
     const pid_t saving = save(round % 2 == 0 ? "small" : "big");
@@ -84,7 +84,7 @@ TEST_F(TwoAtOnce, ANewProjectNeverReplacesOneThatIsBeingSaved) {
   }
 }
 
-TEST_F(TwoAtOnce, AReaderFindsAWholeProjectAtEveryMoment) {
+TEST_F(TwoAtOnce, ReaderAlwaysFindsAWholeProject) {
   ASSERT_EQ(EndOf(save("big")), 0);
   const std::string contents[] = {ReadDisk(folder / "big/pump.VKG"),
                                   ReadDisk(folder / "small/pump.VKG")};

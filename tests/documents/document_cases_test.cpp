@@ -1,11 +1,11 @@
-// What the documents tell of a new project with a few settings, in the files of the folder `cases`:
+// The documents of a new project with a few settings, in the files of the folder `cases`:
 //
-//   --- summary        lines of the summary that stand one behind the other
-//   --- description    the same of the table description
-//   --- absent         parts that neither of the two holds
+//   --- summary        consecutive lines of the summary
+//   --- description    consecutive lines of the table description
+//   --- absent         texts that are in neither of the two
 //   --- wired          all wired terminals of the wiring diagram, as "terminal:label"
-//   --- wired part     some of them, one behind the other
-//   --- fault 9 Bridges    the failure that the program reports before the wiring diagram
+//   --- wired part     consecutive ones of them
+//   --- fault 9 Bridges    a failure of the program, reported before the wiring diagram
 #include <gtest/gtest.h>
 
 #include "documents/makewire.h"
@@ -73,7 +73,7 @@ class CaseOfDocuments : public ProgramMaker {
 
 class DocumentCases : public ::testing::TestWithParam<const char*> {};
 
-TEST_P(DocumentCases, TellWhatTheProjectHas) {
+TEST_P(DocumentCases, ShowTheProject) {
   PlayProjectCases<CaseOfDocuments>(std::string("documents/cases/") + GetParam());
 }
 

@@ -15,7 +15,7 @@ std::string rtf(std::string_view colours, std::string_view body) {
          std::string(kRtfBody) + std::string(body) + "}\r\n";
 }
 
-TEST(PlainText, PutsTextInAtTheInsertionPoint) {
+TEST(PlainText, InsertsTextAtTheInsertionPoint) {
   PlainText box;
   box.SelText("one");
   box.SelUnderline(true);
@@ -24,7 +24,7 @@ TEST(PlainText, PutsTextInAtTheInsertionPoint) {
   box.SelStart(3);
   box.SelText(" two");
   EXPECT_EQ(box.SelStart(), 7U);
-  box.SelStart(99);  // past the end is the end
+  box.SelStart(99);  // positions past the end mean the end
   box.SelText("!");
   EXPECT_EQ(box.Text(), "one two three!");
   box.Text("new\r\n");
@@ -33,9 +33,9 @@ TEST(PlainText, PutsTextInAtTheInsertionPoint) {
   EXPECT_EQ(box.Text(), "a new\r\n");
 }
 
-TEST(StyledText, IsCompleteWithoutText) { EXPECT_EQ(StyledText().Rtf(), rtf("", "")); }
+TEST(StyledText, EmptyBoxGivesACompleteDocument) { EXPECT_EQ(StyledText().Rtf(), rtf("", "")); }
 
-TEST(StyledText, KeepsTheLooksOfEachPiece) {
+TEST(StyledText, KeepsTheLookOfEachRun) {
   StyledText box;
   box.SelText(" plain\r\n");
   box.SelUnderline(true);
@@ -53,12 +53,12 @@ TEST(StyledText, KeepsTheLooksOfEachPiece) {
                            " plain\\cf1 er\\par\r\n"
                            "\\cf2 \\ul  HEAD\\ulnone !\\par\r\n"
                            "\\cf0  row\\par\r\n"));
-  box.Text("fresh");  // nothing is left of the old looks
+  box.Text("fresh");  // the old looks are gone
   box.SelText("ly ");
   EXPECT_EQ(box.Rtf(), rtf("", "ly fresh"));
 }
 
-TEST(StyledText, EscapesWhatTheFormatUses) {
+TEST(StyledText, EscapesCharactersOfTheFormat) {
   StyledText box;
   box.SelText("C:\\VK\\{a}\t\x80 \xB5\x7F \r \n \r\n");
   box.SelText(std::string_view("\0.", 2));

@@ -1,4 +1,4 @@
-// Reads rich text as a word processor reads it. Only what our documents may hold is understood.
+// Reads rich text like a word processor, but only the parts that our documents use.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -15,12 +15,12 @@ class RtfReader {
  public:
   explicit RtfReader(std::string_view rtf) : rest_(rtf) {
     while (!rest_.empty()) next();
-    EXPECT_EQ(depth_, 0) << "groups that do not close";
+    EXPECT_EQ(depth_, 0) << "groups that are not closed";
   }
 
   std::string text;        // in UTF-8, lines end in LF
-  std::string underlined;  // the letters of it that are
-  std::string coloured;    // and those in another colour than the first
+  std::string underlined;  // its underlined characters
+  std::string coloured;    // its characters in another colour than the first
 
  private:
   char take() {
@@ -71,7 +71,7 @@ class RtfReader {
     if (name == "cf") colour_ = number != "0";
     if (name != "u") return;
     put(static_cast<char32_t>(std::stoi(number)));
-    if (!rest_.starts_with("\\")) {  // the fallback is passed over
+    if (!rest_.starts_with("\\")) {  // the fallback is skipped
       take();
     } else {
       rest_.remove_prefix(2);

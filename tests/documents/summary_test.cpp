@@ -16,7 +16,7 @@
 namespace ostrand {
 namespace {
 
-// The section's lines behind its heading, total included; empty when it is not there.
+// The lines of the section after its heading, total included; empty without such a section.
 std::string rowsOf(std::string_view text, std::string_view heading) {
   const std::string_view section = After(text, "\r\n\r\n " + std::string(heading) + " ");
   return std::string(After(Before(section, "\r\n\r\n"), "\r\n"));
@@ -45,7 +45,7 @@ TEST_F(Summary, ShowsTheMomentOfTheLastSave) {
       {"3/10/2003 2:05:00 PM", "03-10-2003 14:05:00"},
       {"12/1/1999 12:00:09 AM", "12-01-1999 00:00:09"},
       {"12/1/1999 12:00:09 PM", "12-01-1999 12:00:09"},
-      {"11-24-2025 09:30:00", "11-24-2025 09:30:00"},  // as it stands, like all other forms
+      {"11-24-2025 09:30:00", "11-24-2025 09:30:00"},  // unchanged, like all other forms
       {"24.11.2025 09:30", "24.11.2025 09:30"},
       {"13/1/1999 1:00:00 AM", "13/1/1999 1:00:00 AM"},
       {"1/1/1999 13:00:00 PM", "1/1/1999 13:00:00 PM"},
@@ -61,7 +61,7 @@ TEST_F(Summary, ShowsTheMomentOfTheLastSave) {
   }
 }
 
-TEST_F(Summary, BothSlotsOfPulsesOutputsAndPorts) {
+TEST_F(Summary, ShowsBothSlotsOfPulsesOutputsAndPorts) {
   for (PulseBlockGroup& group : store.PulseBlock) group.BlockCount = 1;
   store.PulseBlock[1][1].Reps = 2;
   store.PulseBlock[1][1].BlockTime = 250;
@@ -86,7 +86,7 @@ TEST_F(Summary, BothSlotsOfPulsesOutputsAndPorts) {
             "                       Total Port Time =           0");
 }
 
-TEST_F(Summary, AFailureIsReportedAndTheBoxKeepsWhatStands) {
+TEST_F(Summary, FailureIsReportedAndBoxKeepsItsText) {
   store.VoltBlock.BlockCount = kBlocks + 1;
   store.EstMeasTime = 5;
   forms.ExpectBoxWith("TROUBLE",
@@ -131,7 +131,7 @@ int countRows(const std::string& rows, std::ptrdiff_t fields) {
   return count;
 }
 
-TEST_F(Summary, EveryRowOfAnyProjectHasAllItsFields) {
+TEST_F(Summary, RowsOfRandomProjectsHaveAllFields) {
   for (std::uint32_t seed = 0; seed <= 100; ++seed) {
     SCOPED_TRACE(seed);
     seed == 0 ? testing::MakeLargestProject(store) : testing::MakeRandomProject(store, seed);
@@ -142,7 +142,7 @@ TEST_F(Summary, EveryRowOfAnyProjectHasAllItsFields) {
     EXPECT_EQ(countRows(rowsOf(text, "FLAGS"), 4),
               std::count_if(store.Flags.begin(), store.Flags.end(),
                             [](const FlagControl& flag) { return flag.FlagInclude != 0; }));
-    // Behind the head of the times, each line reaches their column, and none ends in a blank.
+    // After the head of the times, each line reaches their column, and none ends in a blank.
     const std::string times(After(text, "(uSec)\r\n"));
     for (const std::string_view part : Split(times, '\n')) {
       const std::string_view line = Before(part, "\r");

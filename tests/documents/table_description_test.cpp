@@ -22,10 +22,10 @@ namespace {
 
 const DocumentHead kHead = {"PUMP", {2025, 11, 24, 9, 30, 0}};
 
-// What a description and a program say about the stored columns of a table.
+// A stored column of a table in a description or a program.
 struct Column {
   std::string meas;
-  std::string source;  // empty where the two name it each in their own way
+  std::string source;  // empty if the two use different names
   std::string resolution;
   std::int64_t first;
 
@@ -90,9 +90,9 @@ class ProgramColumns {
     }
   }
 
-  // `told` is the count in the comment, which stands in for a constant that a CAN item of another
-  // mark than 1 has not declared.
-  void store(int code, const std::vector<std::string>& arguments, int told) {
+  // `commented` is the count in the comment, used for a constant that a CAN item of another mark
+  // than 1 has not declared.
+  void store(int code, const std::vector<std::string>& arguments, int commented) {
     static constexpr std::array<std::string_view, kOutputCodes> kMeas = {
         "Sample ", "Maximum", "Minimum", "Average", "Std Dev", "Histgrm", "Rainflo", "LevelCr"};
     static constexpr std::array<std::string_view, kHistogram> kSuffix = {"", "_Max", "_Min", "_Avg",
@@ -103,7 +103,7 @@ class ProgramColumns {
     };
     if (code < kHistogram) {
       const auto known = constants_.find(arguments[0]);
-      const int reps = known != constants_.end() ? known->second : told;
+      const int reps = known != constants_.end() ? known->second : commented;
       const std::string name(Before(arguments[1], "("));
       for (int i = 1; i <= reps; ++i) {
         std::string source;
@@ -115,7 +115,7 @@ class ProgramColumns {
       }
       return;
     }
-    // Value, resolution, switch, then the sizes; a rainflow or level crossing has more behind two.
+    // Value, resolution, switch, then the sizes; a rainflow or level crossing has more after two.
     const bool flat = code == kHistogram;
     const double columns = flat ? number(3) : arguments.size() > 5 ? number(3) * number(4) : 0;
     tables_.back().push_back({meas, "", arguments[1], column_});
@@ -146,13 +146,13 @@ Tables describedColumns(std::string_view description) {
 
 class DescriptionAndProgram : public ::testing::Test {
  protected:
-  // The description numbers the columns that the program of the same project stores. It is the
-  // same before the program is made and after.
+  // The description numbers the columns that the program of the same project stores, both before
+  // and after the program is made.
   void expectSameColumns() {
     const std::string description = TableDescriptionText(*store, kHead);
     SAVEDLD generator(*store, files, clock, forms);
     const ProgramColumns program(generator.ProgramText());
-    if (!forms.shown.empty()) return;  // too long a program: it is cut short
+    if (!forms.shown.empty()) return;  // the program is too long and was cut
     ++whole;
     const Tables described = describedColumns(description);
     ASSERT_EQ(described.size(), program.All().size());
@@ -177,13 +177,13 @@ class DescriptionAndProgram : public ::testing::Test {
   std::size_t columns = 0;
 };
 
-TEST_F(DescriptionAndProgram, CountTheSameColumnsInRandomProjects) {
+TEST_F(DescriptionAndProgram, CountSameColumnsInRandomProjects) {
   forms.CollectBoxes();
   for (std::uint32_t seed = 1; seed <= 120 && !HasFailure(); ++seed) {
     SCOPED_TRACE("seed " + std::to_string(seed));
     forms.shown.clear();
     testing::MakeRandomProject(*store, seed);
-    // Level crossings over a second dimension, and without one though the code tells a size.
+    // Level crossings over a second dimension, and without one though the code has a size for it.
     for (auto& block : store->VoltBlock.Blocks) {
       for (HistoSet& histo : block.Output.Histo) {
         if (!histo.LevelCode.empty()) histo.LevelCode = "4,3,0,0.5";
@@ -195,7 +195,7 @@ TEST_F(DescriptionAndProgram, CountTheSameColumnsInRandomProjects) {
   EXPECT_GT(columns, 20'000U);
 }
 
-TEST(TableDescription, IsWrittenWholeOrNotAtAll) {
+TEST(TableDescription, FailedWriteKeepsTheOldFile) {
   const auto store = NewStore();
   testing::MakeLargestProject(*store);
   testing::MemoryFileSystem disk;

@@ -14,15 +14,15 @@
 namespace ostrand::testing {
 namespace {
 
-// Each box character becomes its Unicode form and a plain one; letters with such a code that stand
-// as text behind a backslash do not.
-TEST(WireRtf, LineCharacters) {
+// Each box character becomes its Unicode form and a plain one; the same codes as text after a
+// backslash do not.
+TEST(WireRtf, ConvertsLineCharacters) {
   EXPECT_EQ(ConvertLineChars(R"(\'c4\'cd\'da\'bf\'c0\'d9\'c5\'b3\'c1\'db\'fe\'df\'e4\\'c4)"),
             R"(\u9472\'2d\u9552\'2d\u9484\'2b\u9488\'2b\u9492\'2b\u9496\'2b\u9532\'2b\u9474\'a6)"
             R"(\u9524\'2d\u9608\'a6\u9632\'2b\u9600\'af\'e4\\'c4)");
 }
 
-TEST(WireRtf, FontAndRunsOfBlanks) {
+TEST(WireRtf, ReplacesFontAndRunsOfBlanks) {
   const std::string run(38, ' ');
   const std::string shorter = "x" + run.substr(1) + "Date written: 1" + run;
   const struct {
@@ -36,7 +36,7 @@ TEST(WireRtf, FontAndRunsOfBlanks) {
   for (const auto& c : cases) EXPECT_EQ(ConvertLineChars(c.given), c.made);
 }
 
-// Nothing is lost on the way: the document shows what the terminal shows.
+// The document shows the same text as the terminal.
 TEST(WireRtf, ShowsTheWholeDiagram) {
   const auto store = NewStore();
   for (std::uint32_t seed = 1; seed <= 20; ++seed) {

@@ -1,4 +1,4 @@
-// Reading a wiring diagram back, by the columns of its panel.
+// Reads a wiring diagram by the columns of its panel.
 #pragma once
 
 #include <string>
@@ -7,7 +7,7 @@
 
 namespace ostrand::testing {
 
-// One half of a row of the panel that shows a terminal.
+// One terminal in half of a row of the panel.
 struct WiredTerminal {
   std::string label;  // of 26 columns
   std::string mark;
@@ -43,7 +43,7 @@ inline std::vector<WiredTerminal> TerminalsIn(std::string_view diagram) {
   return found;
 }
 
-// The wired terminals as "cell:label", one a line, label without blanks at its end.
+// The wired terminals as "cell:label", one a line, labels without trailing blanks.
 inline std::string WiredIn(std::string_view diagram) {
   std::string text;
   for (const WiredTerminal& terminal : TerminalsIn(diagram)) {

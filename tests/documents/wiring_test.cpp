@@ -1,4 +1,4 @@
-// The wiring diagram against the program, and what is the same of all.
+// The wiring diagram against the program, and the parts that are equal for all projects.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -22,15 +22,15 @@ using ::testing::HasSubstr;
 
 class WiringTest : public Generated {
  protected:
-  // The diagram of the project, wired as its program measures.
+  // The diagram of the project, wired by its program.
   std::string Diagram() {
     MakeProgram();
     return WiringText(store, generator.Channels(), {"PUMP", {}});
   }
 };
 
-// A letter of a label that has the code of a box character stays a letter, and the other way round.
-TEST_F(WiringTest, LettersAndLinesDoNotMix) {
+// A letter of a label with the code of a box character stays a letter, and vice versa.
+TEST_F(WiringTest, KeepsLettersAndLinesApart) {
   store.Gen.Operator = "\xC4\xFE";
   store.VoltBlock.BlockCount = store.VoltBlock[1].Reps = 1;
   store.VoltBlock[1].MeasType = "SE";
@@ -43,7 +43,7 @@ TEST_F(WiringTest, LettersAndLinesDoNotMix) {
   }
 }
 
-TEST_F(WiringTest, SecondSlotsAreWiredToo) {
+TEST_F(WiringTest, WiresSecondSlotsToo) {
   for (PulseBlockGroup& group : store.PulseBlock) group.BlockCount = group[1].Reps = 1;
   store.PulseBlock[1][1].Meas = "LoLev";
   store.ExciteOut.Slot[1][1].Include = kTrue;
@@ -53,7 +53,7 @@ TEST_F(WiringTest, SecondSlotsAreWiredToo) {
             "C8:  Port Set 8\nCAO1:  Excite 1\nP1:01 (HI)PBlk1(1)\nP2:02 (LO)PBlk1(1)\n");
 }
 
-// The drawing without its head and its labels, which is the same for all projects.
+// The drawing without its head and labels, equal for all projects.
 std::string bare(std::string_view diagram) {
   std::string kept;
   for (std::string line : DiagramLines(diagram.substr(diagram.find('\xDA')))) {
@@ -66,12 +66,12 @@ std::string bare(std::string_view diagram) {
   return kept;
 }
 
-TEST_F(WiringTest, EveryPanelIsWhole) {
+TEST_F(WiringTest, PanelsOfRandomProjectsAreComplete) {
   const std::string panel = bare(ReadDisk(OSTRAND_SOURCE_DIR "/tests/golden/engine-test-cell.VKW"));
   for (std::uint32_t seed = 1; seed <= 60; ++seed) {
     SCOPED_TRACE(seed);
     MakeRandomProject(store, seed);
-    // Statements inside of the panel, across its end, outside of it and missing.
+    // Statements inside the panel, across its end, outside of it and missing.
     StatementChannels channels;
     const int start = static_cast<int>(seed) - 5;
     for (int n = 1; n <= kBlocks; ++n) {
@@ -90,8 +90,7 @@ TEST_F(WiringTest, EveryPanelIsWhole) {
   }
 }
 
-// The single-ended channels that a statement in the scan begins with and the block that it
-// measures; nothing for other lines.
+// The first single-ended channel of a statement in the scan and its block; nothing for other lines.
 struct Measured {
   char letter;  // T, V or B
   int block;
@@ -107,7 +106,7 @@ std::optional<Measured> measuredBy(const std::string& line, const ProjectStore& 
   found.differential = found.letter == 'B'
                            ? store.BridgeBlock[found.block].MeasType == "Diff"
                            : line.starts_with("      TCDiff") || line.starts_with("      VoltDiff");
-  // Array, repetitions and range stand before the channel; the six-wire bridge has two ranges.
+  // Array, repetitions and range precede the channel; the six-wire bridge has two ranges.
   const int before = Holds(line, "_2,") ? 4 : 3;
   std::size_t at = 0;
   for (int comma = 0; comma < before; ++comma) at = line.find(',', at) + 1;
@@ -126,8 +125,8 @@ std::string wordOf(const Measured& measured, const ProjectStore& store) {
   return " " + word + "Blk" + std::to_string(measured.block) + "(1)";
 }
 
-// The diagram names the first sensor of a block where the statement of its program measures.
-TEST_F(WiringTest, BlocksStandWhereTheProgramMeasures) {
+// The diagram names the first sensor of a block at the channel of its program statement.
+TEST_F(WiringTest, BlocksAreWhereTheProgramMeasures) {
   forms.CollectBoxes();
   int checked = 0;
   for (std::uint32_t seed = 1; seed <= 60; ++seed) {
@@ -149,7 +148,7 @@ TEST_F(WiringTest, BlocksStandWhereTheProgramMeasures) {
     for (const std::string& line : program) {
       const std::optional<Measured> measured = measuredBy(line, store);
       if (!measured) continue;
-      // A block covers what an earlier one has at its terminals.
+      // A block replaces an earlier one at its terminals.
       expected.erase(expected.lower_bound(measured->terminal), expected.end());
       for (int t = 0; t <= (measured->differential ? 1 : 0); ++t) {
         expected[measured->terminal + t] = wordOf(*measured, store);
@@ -167,8 +166,8 @@ TEST_F(WiringTest, BlocksStandWhereTheProgramMeasures) {
 // Create, write, sync, close and rename.
 constexpr int kCallsOfAWrite = 5;
 
-// Whatever the disk refuses, the user is told and an old diagram stands as it was.
-TEST_F(WiringTest, AWriteThatFails) {
+// At any failure of the disk the user gets a report and an old diagram is unchanged.
+TEST_F(WiringTest, FailedWriteIsReportedAndKeepsTheOldFile) {
   MemoryFileSystem disk;
   FixedClock fixed;
   const std::string path = "/rigs/PUMP.VKW";

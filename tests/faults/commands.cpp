@@ -10,7 +10,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// No box with the result of a compile that went well: its path differs from run to run.
+// No box for a successful compile: its path differs from run to run.
 constexpr std::string_view kSettings =
     "[QUILLON\\QUILLON]\n"
     "WarningMessageMask = 4095\n"
@@ -44,7 +44,7 @@ Tree emptyPlace() {
           {kUserSettings, std::string(kSettings)}};
 }
 
-// Names the place of the tree alike wherever it is: settings hold paths.
+// Replaces the path of the tree, since settings contain paths.
 std::string withoutPlace(std::string bytes, const std::string& place) {
   for (std::size_t at = bytes.find(place); at != std::string::npos; at = bytes.find(place, at)) {
     bytes.replace(at, place.size(), "ROOT");
@@ -52,7 +52,7 @@ std::string withoutPlace(std::string bytes, const std::string& place) {
   return bytes;
 }
 
-// The tree that a command makes of `before`; `reports` when it may end with code 1.
+// The tree after the command runs on `before`; `reports` if it may end with code 1.
 Tree made(const std::string& root, const Programs& programs, const Tree& before,
           const std::vector<std::string>& words, long epoch, bool reports = false) {
   WriteTree(root, before);
@@ -159,7 +159,7 @@ std::vector<Subject> MakeSubjects(const std::string& root, const Programs& progr
   for (Subject& subject : subjects) {
     subject.after.push_back(made(root, programs, subject.before, subject.words, kNewEpoch));
   }
-  // A compile that fails, or finds no compiler, leaves the old times and is reported.
+  // A failed compile or a missing compiler keeps the old times and is reported.
   for (const std::string compiler : {"/bin/false", "/no/compiler"}) {
     std::vector<std::string> without = save;
     without.back() = compiler;

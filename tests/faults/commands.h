@@ -1,4 +1,4 @@
-// The commands that the sweep interrupts, and what each may leave behind.
+// The commands that the sweep interrupts, and what each may leave.
 #pragma once
 
 #include <map>
@@ -9,7 +9,7 @@
 
 namespace ostrand::faults {
 
-// Files below a folder by their path in it; a folder ends in "/" and has no bytes.
+// Files below a folder by their relative path; a folder ends in "/" and has no bytes.
 using Tree = std::map<std::string, std::string>;
 
 Tree ReadTree(const std::string& folder);
@@ -23,23 +23,23 @@ struct Programs {
 
 struct Subject {
   std::string name;
-  std::vector<std::string> words;  // of the command line
-  std::vector<std::string> again;  // of the command that follows an interrupted one
-  std::vector<std::string> files;  // that the command replaces, in its order
-  std::vector<std::string> named;  // a message of a failure holds one of these
+  std::vector<std::string> words;  // arguments of the command
+  std::vector<std::string> again;  // arguments of the command after an interrupted one
+  std::vector<std::string> files;  // files that the command replaces, in order
+  std::vector<std::string> named;  // a message of a failure contains one of these
   Tree before;
-  std::vector<Tree> after;  // the results: all went well; what a reported failure makes of it
+  std::vector<Tree> after;  // the results: of a successful run, and of a reported failure
 };
 
-// The environment below `root`: nothing of the real user's is read or written.
+// The environment below `root`: nothing of the real user is read or written.
 Command CommandBelow(const std::string& root, const Programs& programs,
                      const std::vector<std::string>& words, long epoch);
 
-// Makes all subjects; `root` is a folder to work in. Throws std::runtime_error with the outputs
-// when a command fails though nothing hinders it.
+// Makes all subjects; `root` is the working folder. Throws std::runtime_error with the outputs if a
+// command fails without a fault.
 std::vector<Subject> MakeSubjects(const std::string& root, const Programs& programs);
 
-constexpr long kOldEpoch = 1'000'000'000;  // of the files that stand before
+constexpr long kOldEpoch = 1'000'000'000;  // of the files that exist before
 constexpr long kNewEpoch = 1'100'000'000;
 
 }  // namespace ostrand::faults

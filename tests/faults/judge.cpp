@@ -18,7 +18,7 @@ std::string lower(std::string text) {
 
 std::string titleOf(const std::string& path) { return path.substr(path.rfind('/') + 1); }
 
-// The content of a file; a null pointer for none.
+// The content of a file; null if there is none.
 const std::string* contentOf(const Tree& tree, const std::string& name) {
   const auto found = tree.find(name);
   return found == tree.end() ? nullptr : &found->second;
@@ -36,7 +36,7 @@ bool isOldOrNew(const Subject& subject, const Tree& tree, const std::string& nam
                      [&](const Tree& after) { return same(tree, after, name); });
 }
 
-// Whether the files are `after` up to one, and as before from there on.
+// Whether the files are `after` up to one of them, and as before from there on.
 bool isInOrder(const Subject& subject, const Tree& tree, const Tree& after) {
   auto file = subject.files.begin();
   while (file != subject.files.end() && same(tree, after, *file)) ++file;
@@ -61,12 +61,11 @@ std::string added(const std::string& text, const std::string& usual) {
   return result;
 }
 
-// A file that stays beside the others for good, as a lock that no process may delete while
-// another waits for it.
+// A lock file stays beside the others, since no process may delete it while another waits for it.
 bool isLockFile(const std::string& name) { return name.ends_with(".lock"); }
 
-// What a killed program leaves, as the guide says: hidden neighbours, the project's old file, the
-// folder of a test compile.
+// What a killed program may leave, according to the guide: hidden neighbours, the project's old
+// file, the folder of a test compile.
 bool mayStay(const std::string& name) {
   return name.ends_with("._KG") || name.find(".writing") != std::string::npos ||
          name.starts_with("work/");
@@ -74,7 +73,7 @@ bool mayStay(const std::string& name) {
 
 bool isFolderOnTheWay(const std::string& name) { return name == "home/ostrand/"; }
 
-// Files that are neither there before nor after.
+// Files that exist neither before nor after.
 std::vector<std::string> extraFiles(const Subject& subject, const Tree& tree) {
   std::vector<std::string> names;
   for (const auto& [name, bytes] : tree) {
@@ -85,7 +84,7 @@ std::vector<std::string> extraFiles(const Subject& subject, const Tree& tree) {
   return names;
 }
 
-// Files that the command has nothing to do with and that are not as they were.
+// Changed files that the command should not touch.
 std::vector<std::string> touchedFiles(const Subject& subject, const Tree& tree) {
   std::vector<std::string> names;
   for (const auto& [name, bytes] : subject.before) {
@@ -96,7 +95,7 @@ std::vector<std::string> touchedFiles(const Subject& subject, const Tree& tree) 
   return names;
 }
 
-// Whether the fault keeps the program from removing that file, or is a reason to keep it.
+// Whether the fault prevents the program from removing that file, or is a reason to keep it.
 bool excuses(const Fault& fault, const Run& run, const std::string& file) {
   if (!mayStay(file)) return false;
   if (fault.kind == Fault::Kind::kKill) return true;
@@ -121,7 +120,7 @@ bool names(const Subject& subject, const std::string& message) {
   });
 }
 
-// "wrote pump.VKG" of a file that is not new.
+// A "wrote pump.VKG" for a file that is not new.
 std::string falseClaim(const Subject& subject, const std::string& out, const Tree& tree) {
   for (const std::string& file : subject.files) {
     const std::string title = titleOf(file);
@@ -149,7 +148,7 @@ std::string silence(const Subject& subject, const Fault& fault, const Outcome& n
   const std::string message = added(met.err, normal.err);
   const bool done = isDone(subject, left, subject.after.front());
   if (done && met.out == normal.out && code == 0) return {};
-  // A message that cannot be shown is missed by nobody else than the code.
+  // A lost message on standard error shows in the exit code only.
   const bool muted = call != nullptr && call->path.empty() && call->descriptor == 2;
   if (muted) return code != 0 || done ? "" : "no message and code 0";
   if (done && code == 0) return "code 0, but not what it said without the fault";
@@ -207,7 +206,7 @@ std::vector<Finding> JudgeNext(const Subject& subject, const Outcome& next, cons
     findings.push_back({kNext, "other files than without a fault"});
   }
   for (const std::string& name : extraFiles(subject, left)) {
-    // Folders of a test compile are the system's to clear away, as all temporary files.
+    // Folders of a test compile are temporary files, which the system deletes.
     if (!name.starts_with("work/")) findings.push_back({kNext, name + " is still there"});
   }
   return findings;

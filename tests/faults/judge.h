@@ -1,4 +1,4 @@
-// What is wrong after a fault.
+// Judges what is wrong after a fault.
 #pragma once
 
 #include <array>
@@ -11,12 +11,13 @@
 namespace ostrand::faults {
 
 enum Wrong : std::size_t {
-  kLoss,      // a file is neither as before nor as after, or gone
+  kLoss,      // a file is neither as before nor as after, or missing
   kMixture,   // files of two saves in an order that no save writes
-  kSilent,    // another result than without the fault, and no code or no message that names a file
+  kSilent,    // a result different from the run without the fault, and no code or no message that
+              // names a file
   kMoment,    // a file could not be read between two calls
-  kLeftover,  // files or processes that nobody needs
-  kNext,      // the next command fails or does not tidy up
+  kLeftover,  // useless files or processes
+  kNext,      // the next command fails or does not clean up
   kWrongs
 };
 
@@ -28,21 +29,21 @@ struct Finding {
   std::string text;
 };
 
-// What a run said.
+// The result and messages of a run.
 struct Outcome {
   Run run;
   std::string out;
   std::string err;
 };
 
-// Whether `tree` has each file whole, as before or as after.
+// Whether each file in `tree` is whole, as before or as after.
 bool FilesReadable(const Subject& subject, const Tree& tree);
 
-// After an interrupted run. `normal` is the run without a fault.
+// Findings after an interrupted run. `normal` is the run without a fault.
 std::vector<Finding> Judge(const Subject& subject, const Fault& fault, const Outcome& normal,
                            const Outcome& met, const Tree& left);
 
-// After the command that follows.
+// Findings after the next command.
 std::vector<Finding> JudgeNext(const Subject& subject, const Outcome& next, const Tree& left);
 
 }  // namespace ostrand::faults

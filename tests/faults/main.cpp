@@ -1,5 +1,5 @@
-// Kills the command at each of its system calls and makes each of them fail, and looks at what is
-// left. One line for each command; exit code 1 when anything is wrong.
+// Kills the command at each of its system calls and makes each of them fail, then checks what is
+// left. One line for each command; exit code 1 if anything is wrong.
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -26,15 +26,16 @@ namespace fs = std::filesystem;
 
 enum ExitCode : int { kClean = 0, kFound = 1, kUsage = 2, kCannotTrace = 77 };
 
-constexpr int kTries = 3;            // for a point whose call is not the one of the first run
-constexpr double kMaxMissed = 0.01;  // of the points, before the sweep counts as failed
+constexpr int kTries = 3;  // for a point whose call differs from the first run
+constexpr double kMaxMissed =
+    0.01;  // maximum share of missed points before the sweep counts as failed
 
 struct Options {
   Programs programs{OSTRAND_PROGRAM, OSTRAND_STAND_IN,
                     OSTRAND_SOURCE_DIR "/examples/engine-test-cell.VKG"};
-  std::string folder;   // to work in
-  std::string command;  // sweeps this one alone
-  std::string point;    // runs this point alone and shows all of it
+  std::string folder;   // working folder
+  std::string command;  // sweeps this command only
+  std::string point;    // runs this point only and shows it in full
   unsigned every = 1;
   unsigned seed = std::random_device{}();
   unsigned jobs = std::max(1U, std::thread::hardware_concurrency());
@@ -96,8 +97,8 @@ std::vector<Fault> pointsOf(const std::vector<SeenCall>& calls) {
     if (row == nullptr || !CanFail(calls[at].number, calls[at].command)) continue;
     for (const int error : row->errors) {
       points.push_back({Fault::Kind::kOnce, at, error});
-      // A call that is always interrupted may be tried for ever; children that can never be waited
-      // for are no failure that a machine has.
+      // A program may retry an interrupted call forever; a failing wait for children does not occur
+      // on a real machine.
       if (error != EINTR && error != ECHILD) points.push_back({Fault::Kind::kOn, at, error});
     }
     if (calls[at].takesSpace) points.push_back({Fault::Kind::kFull, at, 0});
@@ -121,13 +122,14 @@ Outcome outcomeOf(const Command& command, Run run) {
 struct Normal {
   Outcome outcome;
   std::size_t moments = 0;      // calls before which a file could not be read
-  std::size_t firstMoment = 0;  // the first of them
+  std::size_t firstMoment = 0;  // the first of these
 };
 
 Normal runNormally(const std::string& root, const Programs& programs, const Subject& subject) {
   const Command command = CommandBelow(root, programs, subject.words, kNewEpoch);
   Normal normal;
-  // As fast as the runs with a fault: a slower one reads a folder once where these read it again.
+  // As fast as the runs with a fault: a slower one would read a folder once where these read it
+  // again.
   WriteTree(root, subject.before);
   normal.outcome = outcomeOf(command, RunTraced(command, {}));
   WriteTree(root, subject.before);
@@ -219,7 +221,7 @@ void addFrom(std::istream& from, Tally& tally) {
   while (std::getline(from, line)) tally.lines.push_back(line);
 }
 
-// Every so many-th point, as a process that ends here.
+// Runs every so many-th point, as a process that ends here.
 [[noreturn]] void sweepShare(const Options& options, const Subject& subject, const Outcome& normal,
                              const std::vector<Fault>& points, unsigned worker) {
   try {
@@ -245,7 +247,7 @@ std::string endOf(int status) {
                            : "signal " + std::to_string(WTERMSIG(status));
 }
 
-// Shares the points out to processes; each works in a folder of its own.
+// Shares the points among processes; each works in a separate folder.
 Tally sweep(const Options& options, const Subject& subject, const Normal& normal) {
   Tally tally;
   tally.wrong[kMoment] = normal.moments;
@@ -364,7 +366,7 @@ bool readOptions(const std::vector<std::string>& words, Options& options) {
   return words.size() % 2 == 0 && (options.point.empty() || !options.command.empty());
 }
 
-// A folder of this run. Memory holds it where it can: nothing here is to last.
+// The folder of this run, in memory if possible.
 std::string ownFolder(const std::string& asked) {
   std::string name = asked;
   if (name.empty()) {

@@ -42,7 +42,7 @@ std::vector<char*> pointers(std::vector<std::string>& words) {
   return result;
 }
 
-// Starts the command in a group of its own; traced, it stops at its first instruction.
+// Starts the command in a separate process group; if traced, it stops at its first instruction.
 pid_t start(const Command& command, bool traced) {
   std::vector<std::string> words = command.words;
   words.insert(words.begin(), "ostrand");
@@ -57,7 +57,7 @@ pid_t start(const Command& command, bool traced) {
   ::dup2(::open(command.out.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_APPEND, 0600), STDOUT_FILENO);
   ::dup2(::open(command.err.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_APPEND, 0600), STDERR_FILENO);
   ::close_range(3, ~0U, 0);
-  // The same addresses each time: the same calls for memory.
+  // The same addresses each time, so that the calls for memory are the same.
   static_cast<void>(::personality(ADDR_NO_RANDOMIZE));
   if (::chdir(command.folder.c_str()) != 0) ::_exit(126);
   if (traced && ::ptrace(PTRACE_TRACEME, 0, nullptr, nullptr) != 0) ::_exit(126);
@@ -82,7 +82,7 @@ class Waker {
   Waker(const Waker&) = delete;
   Waker& operator=(const Waker&) = delete;
 
-  // The status of the child; false after the time of a run, with the child killed.
+  // The status of the child; false if the time of a run is over and the child was killed.
   bool Wait(pid_t child, int& status) {
     while (::waitpid(child, &status, 0) < 0) {
       if (errno != EINTR) return false;
@@ -101,7 +101,7 @@ class Waker {
 
 int codeOf(int status) { return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status); }
 
-// Whether the process has ended, though nobody asked for its code yet.
+// Whether the process has ended but was not waited for.
 bool hasEnded(pid_t process) {
   std::ifstream file("/proc/" + std::to_string(process) + "/stat");
   const std::string text{std::istreambuf_iterator<char>(file), {}};
@@ -114,7 +114,7 @@ void waitUntilEnded(pid_t process) {
   while (!hasEnded(process) && Clock::now() < until) std::this_thread::sleep_for(kBetweenLooks);
 }
 
-// Waits for the processes that the program left; true when one had to be killed.
+// Waits for the processes that the program left; true if one had to be killed.
 bool endStrays() {
   const auto until = Clock::now() + kMaxStray;
   bool killed = false;
@@ -132,7 +132,7 @@ bool endStrays() {
   }
 }
 
-// Where the program itself begins, behind its loader; 0 if that cannot be found.
+// The start of the program itself, after its loader; 0 if unknown.
 std::uint64_t entryOf(pid_t child) {
   std::ifstream file("/proc/" + std::to_string(child) + "/auxv", std::ios::binary);
   Elf64_auxv_t row{};
@@ -146,7 +146,7 @@ std::string textAt(pid_t child, std::uint64_t address) {
   std::array<char, 256> bytes{};
   const iovec here{bytes.data(), bytes.size() - 1};
   const iovec there{reinterpret_cast<void*>(address), bytes.size() - 1};
-  // The text may end just before memory that is not there: then byte by byte.
+  // The text may end just before unmapped memory: then byte by byte.
   if (::process_vm_readv(child, &here, 1, &there, 1, 0) > 0) return bytes.data();
   std::string text;
   for (; text.size() < bytes.size(); ++address) {
@@ -195,7 +195,7 @@ class Tracer {
   }
 
  private:
-  // Lets the loader do its work; false when the program ended in it.
+  // Runs the loader; false if the program ended in it.
   bool runLoader(int& status) {
     const std::uint64_t entry = entryOf(child_);
     const long word = ::ptrace(PTRACE_PEEKTEXT, child_, entry, nullptr);
@@ -225,14 +225,14 @@ class Tracer {
     return call;
   }
 
-  // Whether the call writes a message: a full disk does not keep that from the user.
+  // Whether the call writes a message, which a full disk does not prevent.
   static bool toUser(const SeenCall& call) {
     const CallRow* row = FindCall(call.number);
     return row != nullptr && (row->traits & (kNamesFile | kNamesEntry)) == 0 &&
            (call.descriptor == STDOUT_FILENO || call.descriptor == STDERR_FILENO);
   }
 
-  // At the entry of a call; false when the program was killed there.
+  // At the entry of a call; false if the program was killed there.
   bool enter() {
     user_regs_struct registers{};
     ::ptrace(PTRACE_GETREGS, child_, nullptr, &registers);
@@ -257,10 +257,10 @@ class Tracer {
     return true;
   }
 
-  // The error that call `at` fails with; 0 for none.
+  // The error of call `at`; 0 for none.
   [[nodiscard]] int errorAt(std::size_t at) const {
     const SeenCall& call = run_.calls[at];
-    // The calls of this run can be others than those of the first.
+    // The calls of this run can differ from those of the first.
     if (at < fault_.at || FindCall(call.number) == nullptr) return 0;
     switch (fault_.kind) {
       case Fault::Kind::kOnce:
@@ -311,7 +311,7 @@ class Tracer {
   const std::function<void(std::size_t)>& before_;
   Waker waker_;
   Run run_;
-  int failing_ = 0;  // the error of the call that the program is in
+  int failing_ = 0;  // the error of the current call
 };
 
 }  // namespace

@@ -31,7 +31,7 @@ TEST(ExtremeValues, UnknownThermocoupleTypeHasNoLetter) {
   }
 }
 
-TEST(ExtremeValues, SeedsOfTheFuzzerAreMade) {
+TEST(ExtremeValues, FuzzerSeedsGiveFiles) {
   int seeds = 0;
   for (const auto& entry :
        std::filesystem::directory_iterator(OSTRAND_SOURCE_DIR "/fuzz/corpus/project")) {

@@ -119,7 +119,7 @@ const LimitCase kLimits[] = {
 
 class NameLimit : public ::testing::TestWithParam<LimitCase> {};
 
-TEST_P(NameLimit, IsThatOfTheProgramsLines) {
+TEST_P(NameLimit, FitsTheLinesOfTheProgram) {
   const LimitCase& row = GetParam();
   for (std::size_t length = 1; length <= 64; ++length) {
     testing::ProgramMaker maker;

@@ -8,7 +8,7 @@ namespace {
 constexpr auto k11 = ORVUS_CAN_DATAID_11BIT;
 constexpr auto k29 = ORVUS_CAN_DATAID_29BIT;
 
-TEST(CanConfig, IdentifiersAreLimitedInTheFormTheyCameIn) {
+TEST(CanConfig, IdentifierIsLimitedAndKeepsItsForm) {
   const struct {
     OrvusCanDataIDTypes type;
     std::string given, held;
@@ -34,19 +34,19 @@ TEST(CanConfig, IdentifiersAreLimitedInTheFormTheyCameIn) {
     EXPECT_EQ(can.DataID(), c.held);
     EXPECT_EQ(can.TxDataID(), c.held);
     EXPECT_EQ(can.DataIDIsHex(), c.held[0] == '&');
-    for (const char* text : {"", "&H", "&HXY", "abc", "12 34", "1E400"}) {  // no number
+    for (const char* text : {"", "&H", "&HXY", "abc", "12 34", "1E400"}) {  // not a number
       can.DataID(text);
       EXPECT_EQ(can.DataID(), c.held) << text;
     }
   }
   cCanConfig can;
   can.DataID("3000");
-  can.SetMode(k11);  // the kind alone does not limit
+  can.SetMode(k11);  // changing the kind does not limit
   EXPECT_EQ(can.DataID(), "3000");
   EXPECT_EQ(can.PGNVal(), "");
 }
 
-TEST(CanConfig, FieldsAreThoseOfTheIdentifier) {
+TEST(CanConfig, FieldsFollowTheIdentifier) {
   // 110 1 0 11111110 11001010 00100001
   const struct {
     OrvusCanJ1939Fields field;
@@ -81,7 +81,7 @@ TEST(CanConfig, FieldsAreThoseOfTheIdentifier) {
   EXPECT_EQ(copy.DataID(), "&H1AFECA21");
 }
 
-TEST(CanConfig, ElevenBitsHaveNoFields) {
+TEST(CanConfig, ElevenBitIdentifierHasNoFields) {
   cCanConfig can;
   can.SetMode(k11);
   can.DataID("&H7FF");

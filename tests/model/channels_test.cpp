@@ -12,7 +12,7 @@ namespace {
 using Blocks = std::vector<ChannelBlock>;
 
 // Blocks as their types, repetitions and, for a bridge, the style: "D5 S3/4". A single-ended one
-// has style 2 otherwise. "?" is no type, "d" another spelling.
+// has style 2 otherwise. "?" is not a type, "d" another spelling.
 Blocks blocksOf(std::string_view text) {
   Blocks blocks;
   for (const std::string_view word : Split(text, ' ')) {
@@ -38,10 +38,10 @@ TEST(LiveCounts, CountTheGapBeforeADifferentialBlock) {
       {"", 0, 0},
       {"D20", 40, 40},
       {"S3 D1", 6, 6},
-      {"S3 D0", 4, 4},  // the gap stays without a sensor behind it
+      {"S3 D0", 4, 4},  // the gap counts without a sensor after it
       {"D1 S3 S2 D2", 12, 12},
       {"d3", 6, 6},
-      {"?3", 3, 0},  // a bridge must be one of the two
+      {"?3", 3, 0},  // a bridge must be either
       {"D2/1", 4, 8},
       {"D2/4", 4, 8},  // a resistance bridge held as differential
       {"D2/7", 4, 4},
@@ -57,7 +57,7 @@ TEST(LiveCounts, CountTheGapBeforeADifferentialBlock) {
   }
 }
 
-TEST(FreeChannels, ShowFiguresAndKeepADifferentialOneInHand) {
+TEST(FreeChannels, FiguresReserveADifferentialChannel) {
   EXPECT_EQ(PanelFreeChans(10, 6, 4, 3), 14);
   EXPECT_EQ(PanelFreeChans(36, 0, 0, 4), -4);
   const struct {
@@ -75,7 +75,7 @@ TEST(FreeChannels, ShowFiguresAndKeepADifferentialOneInHand) {
   EXPECT_EQ(ChannelsAvailable(ORVUS_INPUT_SE, false, 40), -1);
 }
 
-TEST(FreeChannels, RoomForMoreSensorsOfABlock) {
+TEST(FreeChannels, LimitFurtherSensorsOfABlock) {
   const struct {
     bool autoChan;
     int available;
@@ -92,7 +92,7 @@ TEST(FreeChannels, RoomForMoreSensorsOfABlock) {
   }
 }
 
-TEST(FreeChannels, OfMultiplexersAndPulses) {
+TEST(FreeChannels, CountMultiplexersAndPulses) {
   EXPECT_EQ(FreeTK40MInputs(3, blocksOf("D10 D50")), 15);
   EXPECT_EQ(FreeTK40MInputs(0, blocksOf("D1")), -1);
   EXPECT_EQ(FreePulseChans({}), 2);
@@ -105,7 +105,7 @@ TEST(FreeChannels, OfMultiplexersAndPulses) {
   }
 }
 
-TEST(Excitation, OfBridgesAndTheOutputsThatTheyTake) {
+TEST(Excitation, CountsPortsAndOutputsOfBridges) {
   struct Bridge {
     int reps, exciteReps;
     bool cao = false;
@@ -139,7 +139,7 @@ TEST(Excitation, OfBridgesAndTheOutputsThatTheyTake) {
 }
 
 TEST(StartChannels, FollowTheSizesOfTheBlocksBefore) {
-  constexpr int kLeft = 99;  // a start that is left as it was
+  constexpr int kLeft = 99;  // a start that is not changed
   const struct {
     const char* what;
     const char *temps, *volts, *bridges;
@@ -148,9 +148,9 @@ TEST(StartChannels, FollowTheSizesOfTheBlocksBefore) {
       {"nothing", "", "", "", {1, kLeft}, {kLeft}, {kLeft}},
       {"one kind", "D3 D2 S1 S4", "", "", {1, 4, 11, 12, kLeft}, {}, {}},
       {"a gap inside a kind counts", "S3 D2 S1", "S1", "", {1, 3, 9}, {10}, {}},
-      // One low: the block before holds 5 to 8.
+      // One too low: the block before has 5 to 8.
       {"a gap before a kind does not", "S3", "D2 S2 D1", "S1", {1}, {3, 8, 6}, {13}},
-      // 1 and 2 counted, then the odd one is skipped.
+      // 1 and 2 are counted, then the odd one is skipped.
       {"the same before a bridge", "S1", "", "D1 D1", {1}, {kLeft}, {2, 3}},
       {"no first sensors", "D0 S2", "S0 S2 D1", "D0 D2", {1, 1}, {kLeft, 3, 3}, {kLeft, 4}},
       {"a first thermocouple block is not looked at", "S0", "D1", "", {1, kLeft}, {1, kLeft}, {}},
@@ -199,7 +199,7 @@ class ChannelsOfAProject : public testing::Test {
   ProjectStore& store = *owned;
 };
 
-TEST_F(ChannelsOfAProject, AreTakenFromTheBlocksInUse) {
+TEST_F(ChannelsOfAProject, CountBlocksInUseOnly) {
   store.BridgeBlock.BlockCount = 2;
   store.BridgeBlock[1].Reps = 3;
   store.BridgeBlock[1].ExciteReps = 2;
@@ -215,25 +215,25 @@ TEST_F(ChannelsOfAProject, AreTakenFromTheBlocksInUse) {
   EXPECT_EQ(CAOPortsTaken(bridges), 1);
 }
 
-TEST_F(ChannelsOfAProject, SwitchToAutomaticSelectionByAllRowsAndOnePerMultiplexer) {
-  store.TempBlock[7].Reps = 8;  // whatever the counts
+TEST_F(ChannelsOfAProject, SwitchToAutomaticSelectionCountsAllRows) {
+  store.TempBlock[7].Reps = 8;  // whatever the counts are
   store.VoltBlock[1].Reps = 10;
   store.VoltBlock[1].MeasType = "SE";
   store.BridgeBlock[1].Reps = 5;
-  store.BridgeBlock[1].Style = 1;  // six wires count as four
+  store.BridgeBlock[1].Style = 1;  // six wires count four
   store.Config.TK40MQty = 2;
   EXPECT_EQ(AutoSelectionTotal(store), 36 + 2);
   EXPECT_TRUE(AutoSelectionFits(40));
   EXPECT_FALSE(AutoSelectionFits(41));
 }
 
-TEST_F(ChannelsOfAProject, LeaveRoomForSoManyMultiplexers) {
+TEST_F(ChannelsOfAProject, LimitTheNumberOfMultiplexers) {
   const struct {
     i16 reps;  // single-ended
     int entered, fitting;
   } cases[] = {{0, 4, 4}, {33, 3, 3}, {33, 4, 3}, {34, 3, 3}, {35, 3, 2}, {40, 1, 0}, {42, 1, -1}};
   store.VoltBlock[1].MeasType = "SE";
-  store.Config.TK40MQty = 4;  // the quantity before doesn't count
+  store.Config.TK40MQty = 4;  // the previous quantity doesn't count
   for (const auto& c : cases) {
     store.VoltBlock[1].Reps = c.reps;
     EXPECT_EQ(FittingTK40MQty(store, c.entered), c.fitting) << c.reps;

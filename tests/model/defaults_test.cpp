@@ -22,8 +22,8 @@ class Defaults : public ::testing::Test {
   ProjectStore& store = *owned;
 };
 
-// Each kind differs from its neighbours in just these members.
-TEST_F(Defaults, OfTheBlockKinds) {
+// Each kind differs from its neighbours in these members only.
+TEST_F(Defaults, DifferByBlockKind) {
   const struct {
     const AnalogBlock& block;
     const char *resolution, *units, *measType, *range;
@@ -51,7 +51,7 @@ TEST_F(Defaults, OfTheBlockKinds) {
     EXPECT_EQ(c.block.ReverseMes, kTrue);
     EXPECT_EQ(c.block.Alias[100].AliasExcept, "0");
   }
-  // Second states compare the other way.
+  // Second states compare in the opposite direction.
   for (int state = 0; state <= 1; ++state) {
     EXPECT_EQ(store.Tables[6].Trigger[state][10].StartCompare, 1 + state);
     EXPECT_EQ(store.Flags[8].State[1 + state].FlagCompare, 1 + state);
@@ -72,7 +72,7 @@ TEST_F(Defaults, ReleaseKeepsTheBlocksBelowTheIndex) {
     int first;
     i16 count, channels;
     int kept;
-  } cases[] = {{2, 2, 40, 2}, {4, 2, 40, 2}, {0, 0, 0, 0}};  // above the count: it stays
+  } cases[] = {{2, 2, 40, 2}, {4, 2, 40, 2}, {0, 0, 0, 0}};  // unchanged if above the count
   for (const auto& c : cases) {
     SetVoltDefaults(store, c.first);
     EXPECT_EQ(volts.BlockCount, c.count);
@@ -85,7 +85,7 @@ TEST_F(Defaults, ReleaseKeepsTheBlocksBelowTheIndex) {
   }
 }
 
-TEST_F(Defaults, OfATableClearItsSelectionsOnlyWhenAsked) {
+TEST_F(Defaults, TableDefaultsClearSelectionsOnlyOnRequest) {
   auto& selected = store.TempBlock[3].Output.OutputSelect;
   selected[2][kAverage] = selected[4][kAverage] = 1;
   store.Tables[2].TableName = "Fast";
@@ -97,7 +97,7 @@ TEST_F(Defaults, OfATableClearItsSelectionsOnlyWhenAsked) {
   EXPECT_EQ(selected[4][kAverage], 1);
 }
 
-// The file of a project in which all that can be counted is counted again.
+// The project file with all counts computed again.
 std::string fileWithAllCounted(ProjectStore& store) {
   store.Config.StatusMonCount = kStatusRows;
   store.Config.TK40MQty = store.Config.CanBusQty = store.Can.Module[1].CanBusEnabled = 1;
@@ -113,7 +113,7 @@ std::string fileWithAllCounted(ProjectStore& store) {
   return ORVUS_GENFILE::ProjectFileText(store, {});
 }
 
-TEST_F(Defaults, NothingOfAnotherProjectSurvives) {
+TEST_F(Defaults, ResetRemovesThePreviousProject) {
   const auto fresh = NewStore();
   SetAllDefaults(*fresh);
   testing::MakeLargestProject(store);
@@ -126,7 +126,7 @@ TEST_F(Defaults, NothingOfAnotherProjectSurvives) {
   EXPECT_EQ(store.Config.AutoChan, kFalse);
 }
 
-TEST_F(Defaults, ScanPeriodIsThatOfTheDecimalNumber) {
+TEST_F(Defaults, ScanPeriodUsesTheDecimalNumber) {
   const struct {
     float time;
     i16 units;
@@ -141,7 +141,7 @@ TEST_F(Defaults, ScanPeriodIsThatOfTheDecimalNumber) {
   }
 }
 
-TEST_F(Defaults, ConditionsInAnOlderFormatNeedAnUpgrade) {
+TEST_F(Defaults, ConditionsOfOlderFormatNeedUpgrade) {
   const struct {
     const char* version;
     i16 trigTable, writeIf;
@@ -159,7 +159,7 @@ TEST_F(Defaults, ConditionsInAnOlderFormatNeedAnUpgrade) {
   }
 }
 
-TEST_F(Defaults, BytesOfABurst) {
+TEST_F(Defaults, BurstBufferHasItsBytes) {
   const struct {
     const char* type;
     i16 reps;

@@ -22,7 +22,7 @@ TEST(OrvusData, SetModeGivesTheDefaultsOfTheKind) {
     OrvusDataObjTypes type;
     i16 block;
     const char *units, *name;
-    const char* range;  // nothing for a kind without an analog part
+    const char* range;  // null for a kind without an analog part
     float mult, offset;
     OrvusAnalogTypes measureType;
     i32 varType;
@@ -68,7 +68,7 @@ TEST(OrvusData, SetModeGivesTheDefaultsOfTheKind) {
   }
 }
 
-TEST(OrvusData, OptionsReachInputTypeAndIntegrationButNotTheResolution) {
+TEST(OrvusData, OptionsSetInputTypeAndIntegrationOnly) {
   const MeasurementOptions options = {ORVUS_OUTDATA_IEEE4, ORVUS_MEAS_INTEG_60HZ, ORVUS_INPUT_SE};
   cOrvusData data(options);
   data.SetMode(kVK, ORVUS_DOBJ_BLK_VOLT, 1, 0);
@@ -81,7 +81,7 @@ TEST(OrvusData, OptionsReachInputTypeAndIntegrationButNotTheResolution) {
   EXPECT_EQ(data.Analog()->InputTypeString(), "Diff");
 }
 
-TEST(OrvusData, TimesOfMeasurementAndBlock) {
+TEST(OrvusData, CalculatesTimesOfMeasurementAndBlock) {
   const struct {
     const char* input;
     bool reversed, openSensor;
@@ -118,7 +118,7 @@ TEST(OrvusData, FollowsTheScaleOfItsAnalogPart) {
     EXPECT_EQ(data->DefaultOffset, c.offset);
   }
   data->DefaultMult = 3;
-  data->Analog()->TempScale(ORVUS_TEMPSCALE_F);  // no change, so the user's value stands
+  data->Analog()->TempScale(ORVUS_TEMPSCALE_F);  // no change, so the user's value stays
   EXPECT_EQ(data->DefaultMult, 3);
   data->Analog()->InputRange = "200 mV";
   data->Analog()->MeasureType(ORVUS_MEASURE_VOLT);
@@ -133,12 +133,12 @@ TEST(OrvusData, FollowsTheScaleOfItsAnalogPart) {
   EXPECT_EQ(data->DefaultUnits, "Deg_F");
 }
 
-TEST(OrvusData, CloneIsIndependentAndListensToItsOwnPart) {
+TEST(OrvusData, CloneListensToItsOwnAnalogPart) {
   cAnalogConfig part;
-  int told = 0;
-  part.MeasureTypeChange = [&](OrvusAnalogTypes) { ++told; };
+  int calls = 0;
+  part.MeasureTypeChange = [&](OrvusAnalogTypes) { ++calls; };
   part.Clone()->MeasureType(ORVUS_MEASURE_TC);
-  EXPECT_EQ(told, 0);
+  EXPECT_EQ(calls, 0);
   auto original = dataOf(ORVUS_DOBJ_BLK_TEMP, 2);
   original->Reps = 5;
   original->DefaultName("Oven");
@@ -147,7 +147,7 @@ TEST(OrvusData, CloneIsIndependentAndListensToItsOwnPart) {
   copy->Analog()->TempScale(ORVUS_TEMPSCALE_C);
   EXPECT_EQ(copy->DefaultUnits, "Deg_C");
   EXPECT_EQ(original->DefaultUnits, "Deg_F");
-  original.reset();  // the copy must not reach for it
+  original.reset();  // the copy must not use it
   copy->Analog()->TempScale(ORVUS_TEMPSCALE_K);
   EXPECT_EQ(copy->DefaultOffset, 273.16F);
   EXPECT_EQ(copy->Reps, 5);
@@ -155,7 +155,7 @@ TEST(OrvusData, CloneIsIndependentAndListensToItsOwnPart) {
   EXPECT_EQ(copy->Analog()->TCType, ORVUS_TCTYPE_K);
 }
 
-TEST(OrvusData, NameIsCutAndTheAutomaticOneIsNotKept) {
+TEST(OrvusData, LongNameIsCutAndAutomaticNameIsNotKept) {
   const auto data = dataOf(ORVUS_DOBJ_BLK_VOLT, 1);
   data->DefaultName("VBlk1");
   data->Block(2);
@@ -166,7 +166,7 @@ TEST(OrvusData, NameIsCutAndTheAutomaticOneIsNotKept) {
   EXPECT_EQ(data->DefaultName(), "VBlk2");
 }
 
-TEST(OrvusData, StepsOfMultiplierStayOnMultiplesOfTheStep) {
+TEST(OrvusData, MultiplierStepsToMultiplesOfTheStep) {
   const struct {
     float value, step, result;
   } cases[] = {{1, 1, 2},          {1.8F, 1, 3},        {1.8F, -1, 1},          {1.4F, 1, 2},
@@ -182,7 +182,7 @@ TEST(OrvusData, StepsOfMultiplierStayOnMultiplesOfTheStep) {
   }
 }
 
-TEST(OrvusData, FirstTableUsedLooksAtItsOwnSelectionsInTablesInUse) {
+TEST(OrvusData, FirstTableUsedIgnoresTablesNotInUse) {
   const auto store = NewStore();
   ORVUS_COMMON::SetAllDefaults(*store);
   EXPECT_EQ(dataOf(ORVUS_DOBJ_BLK_VOLT)->FirstTableUsed(*store), 1);
@@ -210,7 +210,8 @@ TEST(OrvusData, FirstTableUsedLooksAtItsOwnSelectionsInTablesInUse) {
     c.output->OutputSelect[4][kSample] = 1;  // a table not in use
     c.output->OutputSelect[5][kLevelCrossing] = 1;
     EXPECT_EQ(data->FirstTableUsed(*store), 5);
-    // No such block: as one without selections. Single values are the same for any number.
+    // Without such a block the result is that of one without selections. Single values ignore the
+    // number.
     const bool single = c.type == ORVUS_DOBJ_SYS_BATT || c.type == ORVUS_DOBJ_BLK_TK40REF;
     EXPECT_EQ(dataOf(c.type, 129, 2)->FirstTableUsed(*store), single ? 5 : 3);
   }
@@ -222,7 +223,7 @@ class Analog : public testing::Test {
   cAnalogConfig config;
 };
 
-TEST_F(Analog, RangesHaveCodesAndPlaces) {
+TEST_F(Analog, RangesHaveCodesAndIndices) {
   const struct {
     const char* range;
     i32 index, code, codeOpen;
@@ -245,7 +246,7 @@ TEST_F(Analog, RangesHaveCodesAndPlaces) {
   }
 }
 
-TEST_F(Analog, UnknownTextsAndCodesAreLimited) {
+TEST_F(Analog, LimitsUnknownTextsAndCodes) {
   config.IntegCode(3);
   EXPECT_EQ(config.IntegCode(), ORVUS_MEAS_INTEG_USECS);
   config.InputTypeString("se");
@@ -256,7 +257,7 @@ TEST_F(Analog, UnknownTextsAndCodesAreLimited) {
   EXPECT_EQ(config.TempScale(), ORVUS_TEMPSCALE_NONE);
 }
 
-TEST(AnalogConfig, LargerFamilyHasItsOwnTimes) {
+TEST(AnalogConfig, LargerFamilyHasSeparateTimes) {
   const struct {
     OrvusDataObjTypes type;
     i32 integ, typed47, up, leastSettle;
@@ -277,7 +278,7 @@ TEST(AnalogConfig, LargerFamilyHasItsOwnTimes) {
     EXPECT_EQ(config.SettleTime(), c.leastSettle);
     EXPECT_EQ(config.RangeIndex(), -1);
   }
-  cAnalogConfig config;  // without a logger times are held as given
+  cAnalogConfig config;  // without a logger times are kept as given
   config.SettleTime(7);
   EXPECT_EQ(config.SettleTime(), 7);
   for (const i32 typed : {33, -1}) {

@@ -11,7 +11,7 @@ namespace {
 
 using namespace ORVUS_COMMON;
 
-TEST(OutputFieldCount, ByInstruction) {
+TEST(OutputFieldCount, DependsOnTheInstruction) {
   const struct {
     i16 selected;
     int code;
@@ -44,7 +44,7 @@ class BytesOfRecord : public testing::Test {
   ProjectStore& store = *owned;
 };
 
-TEST_F(BytesOfRecord, GoIntoTheObjectWhenThereIsOne) {
+TEST_F(BytesOfRecord, GoIntoTheObjectIfGiven) {
   store.VoltBlock[1].Reps = 3;
   store.VoltBlock[1].Output.OutputSelect[2][kSample] = kTrue;
   cOutputTable table;
@@ -57,7 +57,7 @@ TEST_F(BytesOfRecord, GoIntoTheObjectWhenThereIsOne) {
   EXPECT_THROW(BytesPerRecord(store, 7, &table), Fault);
 }
 
-TEST_F(BytesOfRecord, TableIntervalsAreTheSameOfStoreAndObject) {
+TEST_F(BytesOfRecord, IntervalsOfStoreAndObjectAreEqual) {
   const struct {
     i32 interval;
     i16 units;
@@ -76,7 +76,7 @@ TEST_F(BytesOfRecord, TableIntervalsAreTheSameOfStoreAndObject) {
   }
 }
 
-TEST(OutputTableObject, HoldsItsConditionsApartAndRefusesOthers) {
+TEST(OutputTableObject, SeparatesConditionsAndRefusesOtherSubscripts) {
   cOutputTable table;
   for (int number = 1; number <= 10; ++number) {
     for (int state = 0; state <= 1; ++state) {

@@ -22,7 +22,7 @@ class Variables : public testing::Test {
     store.CalcFields.Field[c].CalcField[1] = name;
     store.CalcFields.Field[c].CalcField[2] = expression;
   }
-  // One of each kind that this logger has.
+  // Uses one variable of each kind that this logger has.
   void useEverything() {
     store.Ports.Slot[0].ReadMode = kTrue;
     store.Ports.Slot[0].Ports[9].Include = kTrue;
@@ -59,7 +59,7 @@ class Variables : public testing::Test {
   ProjectStore& store = *owned;
 };
 
-TEST_F(Variables, AllKindsInTheirOrder) {
+TEST_F(Variables, ListsAllKindsInOrder) {
   const std::string flags = "Flag(1) Flag(2) Flag(3) Flag(4) Flag(5) Flag(6) Flag(7) Flag(8) ";
   EXPECT_EQ(namesOf(VarPickList(store)), flags);
   useEverything();
@@ -72,7 +72,7 @@ TEST_F(Variables, AllKindsInTheirOrder) {
   EXPECT_EQ(namesOf(list), "VBlk2 TBlk1(1) Oil BattVolt ");
   EXPECT_EQ(list.Variables()[2].kind, kTempVariables);
   EXPECT_EQ(list.Variables()[2].element, "TBlk1(2)");
-  // What is switched off is not available. A port that is only stored is read all the same.
+  // Disabled items are not available. A port that is only stored is read all the same.
   store.Ports.Slot[0].Ports[9].Include = kFalse;
   store.Config.MonitorPower[kMonitorBattery] = kFalse;
   store.Config.TK40MQty = 0;
@@ -84,7 +84,7 @@ TEST_F(Variables, AllKindsInTheirOrder) {
   EXPECT_EQ(namesOf(VarPickList(store)), "ReadPort " + rest);
 }
 
-TEST_F(Variables, AreFoundByEitherSpelling) {
+TEST_F(Variables, FindsNameAndElement) {
   useEverything();
   const VarPickList list(store);
   for (const char* name : {"oil", "TBLK1(2)", " TBlk1(1) ", "Load", "BBlk1(1)", "VBlk2", "VBlk2(1)",
@@ -99,14 +99,14 @@ TEST_F(Variables, AreFoundByEitherSpelling) {
   EXPECT_FALSE(list.HoldsAnyWith("TBlk2("));
 }
 
-TEST_F(Variables, KindNames) {
+TEST_F(Variables, KindsHaveNames) {
   EXPECT_EQ(VariableKindName(1024), "Filter Voltage Blocks");
   EXPECT_EQ(VariableKindName(262144), "CANBUS Items");
   EXPECT_EQ(VariableKindName(3), "??");
   for (const i32 kind : kVariableKinds) EXPECT_NE(VariableKindName(kind), "??") << kind;
 }
 
-TEST_F(Variables, FormulasReferToWhatTheyHold) {
+TEST_F(Variables, FormulasReferToTheirVariables) {
   use(store.TempBlock, 1, 12);
   store.TempBlock[1].Alias[3].AliasName = "Oil";
   calcField(1, "Sum", "oil * 2 + TBlk1(12)");

@@ -45,7 +45,7 @@ class PosixSettings : public ::testing::Test {
     }
     return "none";
   }
-  // A settings file with this content, its folder made.
+  // Writes a settings file with this content and makes its folder.
   void lay(std::string_view bytes) {
     std::filesystem::create_directories(folder / "config/ostrand");
     WriteDisk(path, bytes);
@@ -57,7 +57,7 @@ class PosixSettings : public ::testing::Test {
   PosixSettingsStore store{files, path};
 };
 
-TEST_F(PosixSettings, AreAPlainFileForTheirOwnerAlone) {
+TEST_F(PosixSettings, AreReadableByTheirOwnerOnly) {
   EXPECT_TRUE(store.Read(kApp, kApp).empty());
   EXPECT_FALSE(std::filesystem::exists(folder / "config"));  // reading leaves no trace
   ASSERT_TRUE(put(store, "Form Background", "-2147483636"));
@@ -65,7 +65,7 @@ TEST_F(PosixSettings, AreAPlainFileForTheirOwnerAlone) {
   EXPECT_EQ(ReadDisk(path), kHead + "Form Background = -2147483636\nGenPath = C:\\plans\n");
   EXPECT_EQ(modeOf(folder / "config/ostrand"), 0700U);
   EXPECT_EQ(modeOf(folder / "config"), 0700U);
-  // One that others may read is closed to them, whether its content changes or not.
+  // A file that others may read becomes private, whether its content changes or not.
   for (const std::string_view value : {"C:\\plans", "D:\\plans"}) {
     ASSERT_EQ(::chmod(path.c_str(), 0644), 0);
     ASSERT_TRUE(put(store, "GenPath", value));
@@ -73,7 +73,7 @@ TEST_F(PosixSettings, AreAPlainFileForTheirOwnerAlone) {
   }
 }
 
-TEST_F(PosixSettings, ReportAStrangeLineOnceAndKeepIt) {
+TEST_F(PosixSettings, InvalidLineIsReportedOnceAndKept) {
   lay("# by hand\nwhat?\n[quillon\\quillon]\ngenpath = a\n");
   ASSERT_TRUE(put(store, "GenPath", "b"));
   EXPECT_EQ(ReadDisk(path), "# by hand\nwhat?\n[quillon\\quillon]\nGenPath = b\n");
@@ -82,7 +82,7 @@ TEST_F(PosixSettings, ReportAStrangeLineOnceAndKeepIt) {
   EXPECT_EQ(get(store, "GenPath") + store.TakeNotice(), "b");
 }
 
-TEST_F(PosixSettings, ADamagedFileReadsAsEmptyIsReportedAndKeptAside) {
+TEST_F(PosixSettings, DamagedFileIsReportedAndKeptAside) {
   const std::tuple<std::string, std::string, std::string> cases[] = {
       {kHead + std::string("GenPath = a\0b\n", 14), ": Not a text file", ".damaged"},
       {std::string(SettingsText::kMaxBytes + 1, '\n'), ": File too large", ".damaged-2"}};
@@ -100,7 +100,7 @@ TEST_F(PosixSettings, ADamagedFileReadsAsEmptyIsReportedAndKeptAside) {
   }
 }
 
-TEST_F(PosixSettings, AFolderOrALinkInTheirPlaceStopsNothing) {
+TEST_F(PosixSettings, FolderOrLinkInTheirPlaceStopsNothing) {
   std::filesystem::create_directories(path + "/inner");
   EXPECT_TRUE(store.Read(kApp, kApp).empty());
   EXPECT_TRUE(store.TakeNotice().ends_with(path + ": Is a directory"));
@@ -114,19 +114,19 @@ TEST_F(PosixSettings, AFolderOrALinkInTheirPlaceStopsNothing) {
   EXPECT_EQ(ReadDisk(folder / "mine"), kHead + "GenPath = b\n");
 }
 
-// Only a file that does not exist reads as empty for good.
-TEST_F(PosixSettings, AFileThatTheDiskDoesNotGiveIsNeverChanged) {
+// Only a missing file reads as empty.
+TEST_F(PosixSettings, UnreadableFileIsNeverChanged) {
   lay(kHead + "GenPath = a\nOther = b\n");
   testing::FaultyFileSystem faulty(files, 1);  // the first read fails
   PosixSettingsStore later(faulty, path);
   EXPECT_TRUE(later.Read(kApp, kApp).empty());
   EXPECT_TRUE(Holds(later.TakeNotice(), "the defaults are in use: " + path));
-  EXPECT_FALSE(put(later, "GenPath", "default")) << "what was read were no settings of the user";
+  EXPECT_FALSE(put(later, "GenPath", "default")) << "the settings of the user were not read";
   EXPECT_EQ(get(later, "Other"), "b");
   EXPECT_TRUE(put(later, "GenPath", "c"));
   testing::FaultyFileSystem again(files, 1);
   PosixSettingsStore blind(again, path);
-  EXPECT_TRUE(put(blind, "GenPath", "d")) << "the second look, under the lock, counts";
+  EXPECT_TRUE(put(blind, "GenPath", "d")) << "the second reading, under the lock, counts";
   EXPECT_EQ(ReadDisk(path), kHead + "GenPath = d\nOther = b\n");
   testing::FaultyFileSystem broken(files, 1, true);
   PosixSettingsStore never(broken, path);
@@ -141,9 +141,9 @@ TEST_F(PosixSettings, AFileThatTheDiskDoesNotGiveIsNeverChanged) {
   EXPECT_TRUE(std::filesystem::is_symlink(path));
 }
 
-// In turn each call to the disk fails: what was there before stays or the new content is whole
-// whole, nothing else is left, and a damaged file is never lost.
-TEST_F(PosixSettings, AFailingDiskLosesNothing) {
+// Each call to the disk fails in turn: the old content stays or the new content is whole, no other
+// file is left, and a damaged file is never lost.
+TEST_F(PosixSettings, FailingDiskLosesNothing) {
   const std::string before = kHead + "GenPath = a\n";
   for (const std::string& old : {before, std::string("\0\1", 2)}) {
     bool failed = true;
@@ -179,17 +179,17 @@ pid_t inChild(Body&& body) {
   return child;
 }
 
-TEST_F(PosixSettings, AFolderThatMayNotBeWrittenGivesAClearError) {
+TEST_F(PosixSettings, ReadOnlyFolderGivesAClearError) {
   ASSERT_TRUE(put(store, "GenPath", "a"));
   for (const char* name : {"", "config", "config/ostrand"}) {
     ASSERT_EQ(::chmod((folder / name).c_str(), 0555), 0);
   }
   ASSERT_EQ(::chmod(path.c_str(), 0644), 0);
   EXPECT_EQ(testing::EndOf(inChild([&] {
-              if (::geteuid() == 0 && ::seteuid(65534) != 0) return 9;  // no superuser here
+              if (::geteuid() == 0 && ::seteuid(65534) != 0) return 9;  // not as superuser
               const Result<> changed = put(store, "GenPath", "b");
               if (changed || changed.ErrorText() != path + ": Permission denied") return 1;
-              return put(store, "GenPath", "a") ? 0 : 2;  // a present value needs no write
+              return put(store, "GenPath", "a") ? 0 : 2;  // an unchanged value needs no write
             })),
             0);
   for (const char* name : {"", "config", "config/ostrand"}) {
@@ -200,7 +200,7 @@ TEST_F(PosixSettings, AFolderThatMayNotBeWrittenGivesAClearError) {
   EXPECT_FALSE(put(nowhere, "GenPath", "b"));
 }
 
-TEST_F(PosixSettings, WritersSideBySideLoseNothingAndMixNothing) {
+TEST_F(PosixSettings, ConcurrentWritersLoseAndMixNothing) {
   std::vector<pid_t> writers;
   for (int writer = 0; writer < 4; ++writer) {
     writers.push_back(inChild([&] {
@@ -235,7 +235,7 @@ class PosixRegistry : public ::testing::Test {
   PosixMachineRegistry registry{files, folder / "registry", folder / "settings"};
 };
 
-TEST_F(PosixRegistry, GivesTextsAndNumbersOrTheFailure) {
+TEST_F(PosixRegistry, ReturnsTextsNumbersAndFailures) {
   WriteDisk(folder / "registry",
             "[HKLM\\SOFTWARE\\Fernhollow Instruments\\ProgGen]\n"
             "WorkDir = /var/tmp/vk\nCount = 12\nWide = 4294967296\n"
@@ -267,7 +267,7 @@ TEST_F(PosixRegistry, GivesTextsAndNumbersOrTheFailure) {
   EXPECT_EQ(registry.TakeNotice(), "");
 }
 
-TEST_F(PosixRegistry, AFileThatIsMissingIsQuietAndADamagedOneIsReported) {
+TEST_F(PosixRegistry, ReportsADamagedButNotAMissingFile) {
   EXPECT_EQ(registry.Read("HKLM", "A", "b").failure, RegistryFailure::kOpenKey);
   EXPECT_EQ(registry.TakeNotice(), "");
   std::filesystem::create_directory(folder / "registry");
@@ -276,8 +276,8 @@ TEST_F(PosixRegistry, AFileThatIsMissingIsQuietAndADamagedOneIsReported) {
                                        (folder / "registry") + ": Is a directory");
 }
 
-// In a child, whose environment is its own.
-TEST(Environment, NamesTheFolders) {
+// In a child process, which has a separate environment.
+TEST(Environment, SetsTheFolders) {
   const auto isNamed = [](std::string_view expected, std::string (*path)(), const char* variable,
                           const char* value) {
     return testing::EndOf(inChild([&] {

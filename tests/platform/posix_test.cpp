@@ -47,7 +47,7 @@ class PosixFiles : public ::testing::Test {
   PosixFileSystem files;
 };
 
-TEST_F(PosixFiles, AreFoundExactlyThenWithoutRegardToCase) {
+TEST_F(PosixFiles, AreFoundExactlyFirstThenInAnyCase) {
   std::filesystem::create_directories(folder / "Test Bench/runs");
   WriteDisk(folder / "Test Bench/runs/pump.vkg", "small");
   WriteDisk(folder / "Test Bench/runs/Pump.VKG", "capital");
@@ -58,7 +58,7 @@ TEST_F(PosixFiles, AreFoundExactlyThenWithoutRegardToCase) {
       {"Test Bench/runs/PUMP.VKG", "Test Bench/runs/Pump.VKG"},  // first by its bytes
       {"test bench\\RUNS\\pump.vkg", "Test Bench/runs/pump.vkg"},
       {"TEST BENCH//runs/./Z\xC3\xA9RO.vkg", "Test Bench//runs/./z\xC3\xA9ro.VKG"},
-      {"test bench/runs/Z\xC3\x89RO.VKG", ""},  // no case known beyond ASCII
+      {"test bench/runs/Z\xC3\x89RO.VKG", ""},  // case is ignored in ASCII only
       {"test bench/runs/pump.vk", ""},
       {"nowhere/pump.vkg", ""},
   };
@@ -67,20 +67,20 @@ TEST_F(PosixFiles, AreFoundExactlyThenWithoutRegardToCase) {
     EXPECT_EQ(files.Exists(asked), !found.empty()) << name;
     EXPECT_EQ(files.Find(asked), found.empty() ? asked : folder / found);
   }
-  // A search of an unchanged folder is remembered, of a changed one made again.
+  // The result for an unchanged folder is remembered; a changed folder is searched again.
   const auto longAgo = std::filesystem::file_time_type::clock::now() - std::chrono::hours(1);
   std::filesystem::last_write_time(folder / "Test Bench/runs", longAgo);
   EXPECT_FALSE(files.Exists(folder / "Test Bench/runs/LATER.VKG"));
   WriteDisk(folder / "Test Bench/runs/later.VKG", "x");
   EXPECT_TRUE(files.Exists(folder / "Test Bench/runs/LATER.VKG"));
-  // A written file goes into the folder that is there, under exactly its name.
+  // A written file goes into the existing folder, under exactly its name.
   ASSERT_TRUE(WriteWhole(files, folder / "TEST BENCH\\Runs\\New.VKP", "program"));
   ASSERT_TRUE(WriteWhole(files, folder / "test bench/runs/NEW.vkp", "again"));
   EXPECT_EQ(ReadDisk(folder / "Test Bench/runs/New.VKP"), "program");
   EXPECT_EQ(ReadDisk(folder / "Test Bench/runs/NEW.vkp"), "again");
 }
 
-TEST_F(PosixFiles, AreReadWhenTheyAreRegularElseNamed) {
+TEST_F(PosixFiles, AreReadOnlyIfRegular) {
   ASSERT_EQ(::mkfifo((folder / "pipe").c_str(), 0600), 0);
   std::filesystem::create_directory(folder / "inner");
   WriteDisk(folder / "sparse", "x");
@@ -105,10 +105,10 @@ TEST_F(PosixFiles, AreReadWhenTheyAreRegularElseNamed) {
   const std::string large(5'000'011, 'x');
   WriteDisk(folder / "large", large);
   EXPECT_TRUE(files.Read(folder / "large").Value() == large);
-  EXPECT_GT(files.Read("/proc/self/maps").Value().size(), 100U) << "says it is empty and is not";
+  EXPECT_GT(files.Read("/proc/self/maps").Value().size(), 100U) << "reports size 0 but has content";
 }
 
-TEST_F(PosixFiles, FailuresOfWritingNameThePathAndLeaveNothingBehind) {
+TEST_F(PosixFiles, FailedWriteNamesThePathAndLeavesNothing) {
   std::filesystem::create_directory(folder / "pump.VKP");
   WriteDisk(folder / "old.VKP", "old");
   EXPECT_EQ(errorOf(folder / "pump.VKP"), (folder / "pump.VKP") + ": Is a directory");
@@ -119,7 +119,7 @@ TEST_F(PosixFiles, FailuresOfWritingNameThePathAndLeaveNothingBehind) {
   EXPECT_FALSE(files.Rename(folder / "none", folder / "old.VKP"));
   EXPECT_EQ(ReadDisk(folder / "old.VKP"), "old");
 
-  // What a process that died has left is cleared away by the next write.
+  // The next write removes what a dead process has left.
   WriteDisk(folder / ".old.VKP.writing", "half of a pro");
   EXPECT_EQ(errorOf(folder / "old.VKP"), "");
   EXPECT_EQ(ReadDisk(folder / "old.VKP"), "new");
@@ -127,10 +127,10 @@ TEST_F(PosixFiles, FailuresOfWritingNameThePathAndLeaveNothingBehind) {
   EXPECT_EQ(errorOf(longest), "");
   ASSERT_TRUE(files.Delete(longest));
   const std::filesystem::directory_iterator entries(folder.Path());
-  EXPECT_EQ(std::distance(begin(entries), end(entries)), 2) << "the folder and the file of old";
+  EXPECT_EQ(std::distance(begin(entries), end(entries)), 2) << "the folder and the old file";
 }
 
-TEST_F(PosixFiles, LoseTheReadOnlyMarkWhenAskedAndKeepTheirOtherRights) {
+TEST_F(PosixFiles, ClearReadOnlyKeepsOtherRights) {
   const std::string path = folder / "file";
   WriteDisk(path, "x");
   ASSERT_EQ(::chmod(path.c_str(), 0440), 0);
@@ -186,7 +186,7 @@ TEST_F(PosixFiles, LinksAreFollowedIntoTheFolderOfTheirTarget) {
   }
 }
 
-TEST_F(PosixFiles, WhatIsPlantedUnderTheHiddenNameIsLeftAlone) {
+TEST_F(PosixFiles, OtherEntriesUnderTheHiddenNameAreLeftAlone) {
   const std::string path = folder / "pump.VKP";
   const std::string hidden = HiddenNeighbour(path);
   WriteDisk(folder / "precious", "kept");
@@ -210,7 +210,7 @@ TEST_F(PosixFiles, WhatIsPlantedUnderTheHiddenNameIsLeftAlone) {
   }
 }
 
-TEST_F(PosixFiles, TheNeighbourHasTheRightsAndTheOwnerOfTheFileFromTheStart) {
+TEST_F(PosixFiles, NeighbourHasRightsAndOwnerFromTheStart) {
   const std::string path = folder / "pump.VKG";
   const std::string hidden = HiddenNeighbour(path);
   const mode_t before = ::umask(0);
@@ -234,7 +234,7 @@ TEST_F(PosixFiles, TheNeighbourHasTheRightsAndTheOwnerOfTheFileFromTheStart) {
 }
 
 // The calls of one write, in their order: create, write, sync, close, rename, sync of the folder.
-TEST(Paths, WithoutExtensionCutsTheTitleAlone) {
+TEST(Paths, WithoutExtensionCutsTheTitleOnly) {
   const std::pair<std::string_view, std::string_view> cases[] = {
       {"/v1.2/pump", "/v1.2/pump"},
       {"C:\\v1.2\\pump.1.VKG", "C:\\v1.2\\pump.1"},
@@ -244,7 +244,7 @@ TEST(Paths, WithoutExtensionCutsTheTitleAlone) {
   for (const auto& [path, without] : cases) EXPECT_EQ(WithoutExtension(path), without);
 }
 
-TEST(AtomicFile, ReportsEveryFailingCallAndKeepsAWholeFile) {
+TEST(AtomicFile, ReportsFailingCallsAndKeepsAWholeFile) {
   for (int failAt = 1; failAt <= 7; ++failAt) {
     testing::MemoryFileSystem disk;
     disk.files = {{"/data/pump.VKP", "old"}};
@@ -257,7 +257,7 @@ TEST(AtomicFile, ReportsEveryFailingCallAndKeepsAWholeFile) {
   }
 }
 
-TEST(TcpSocket, ReportsAPeerThatIsGoneAtTheNextMessage) {
+TEST(TcpSocket, ReportsALostPeerAtTheNextMessage) {
   const testing::Listener listener;
   auto socket = TcpSocket::Connect("127.0.0.1", listener.Port());
   ASSERT_TRUE(socket);
@@ -274,7 +274,7 @@ TEST(TcpSocket, ReportsAPeerThatIsGoneAtTheNextMessage) {
   EXPECT_TRUE(wrong.ErrorText().starts_with("127.0.0.1:no-such-service: "));
 }
 
-TEST(PosixClock, AFixedEpochIsShownInUtcWhateverTheZone) {
+TEST(PosixClock, FixedEpochIsShownInUtcInAnyZone) {
   ::setenv("TZ", "Asia/Tokyo", 1);
   ::tzset();
   const auto shown = [](std::int64_t epoch) { return ShortMomentText(PosixClock(epoch).Now()); };
@@ -285,7 +285,7 @@ TEST(PosixClock, AFixedEpochIsShownInUtcWhateverTheZone) {
   ::tzset();
 }
 
-TEST(PosixClock, AnEpochIsDigitsUpToTheYear9999) {
+TEST(PosixClock, EpochIsDigitsUpToTheYear9999) {
   EXPECT_EQ(PosixClock::EpochFromText("0"), 0);
   EXPECT_EQ(PosixClock::EpochFromText("253402300799"), 253402300799);
   for (const auto bad :
@@ -294,7 +294,7 @@ TEST(PosixClock, AnEpochIsDigitsUpToTheYear9999) {
   }
 }
 
-TEST(PosixWorkFolders, ArePrivateAndGoWithAllTheyHold) {
+TEST(PosixWorkFolders, ArePrivateAndDeletedWithTheirContent) {
   const testing::TempFolder parent;
   PosixFileSystem files;
   PosixWorkFolders folders(files);
@@ -317,7 +317,7 @@ TEST(PosixWorkFolders, ArePrivateAndGoWithAllTheyHold) {
   EXPECT_EQ(none.ErrorText(), (parent / "none") + ": No such file or directory");
 }
 
-TEST(TerminalText, KeepsUtf8TurnsProjectBytesAndEscapesControlCharacters) {
+TEST(TerminalText, ConvertsProjectBytesAndEscapesControlCharacters) {
   constexpr std::pair<std::string_view, std::string_view> cases[] = {
       {"one\r\ntwo\nthree", "one\ntwo\nthree"},
       {"20 \xB0, \x80 5", "20 \xC2\xB0, \xE2\x82\xAC 5"},
@@ -333,7 +333,7 @@ TEST(TerminalText, KeepsUtf8TurnsProjectBytesAndEscapesControlCharacters) {
   EXPECT_EQ(TerminalName("a\r\nb\t\xB0"), "a\\r\\nb\\t\xB0");
 }
 
-// Puts another standard input in place for the time of a test.
+// Replaces standard input for the time of a test.
 class TerminalAnswers : public ::testing::Test {
  protected:
   void SetUp() override { ASSERT_TRUE(readFrom("/dev/null")); }
@@ -347,7 +347,7 @@ class TerminalAnswers : public ::testing::Test {
     EXPECT_EQ(::dup2(opened, STDIN_FILENO), STDIN_FILENO);
     return ::close(opened) == 0;
   }
-  // The answer to a box and what was shown for it.
+  // The answer to a box and the text shown for it.
   static std::pair<Answer, std::string> ask(TerminalForms& forms, Buttons buttons) {
     ::testing::internal::CaptureStderr();
     const Answer answer =
@@ -357,12 +357,12 @@ class TerminalAnswers : public ::testing::Test {
   int before_ = ::dup(STDIN_FILENO);
 };
 
-TEST_F(TerminalAnswers, ComeFromTheUserWhoIsAskedUntilHeIsUnderstood) {
+TEST_F(TerminalAnswers, UserIsAskedUntilTheAnswerIsValid) {
   const int user = ::posix_openpt(O_RDWR | O_NOCTTY);
   if (user < 0 || ::grantpt(user) != 0 || ::unlockpt(user) != 0 || !readFrom(::ptsname(user))) {
     GTEST_SKIP() << "no pseudo-terminal here: " << std::strerror(errno);
   }
-  constexpr std::string_view kTyped = "what?\n\n cancel\nYes\n\x04";  // and the end of the input
+  constexpr std::string_view kTyped = "what?\n\n cancel\nYes\n\x04";  // then the end of the input
   ASSERT_EQ(::write(user, kTyped.data(), kTyped.size()), static_cast<ssize_t>(kTyped.size()));
 
   TerminalForms forms({});
@@ -374,7 +374,7 @@ TEST_F(TerminalAnswers, ComeFromTheUserWhoIsAskedUntilHeIsUnderstood) {
   ::close(user);
 }
 
-TEST_F(TerminalAnswers, ComeFromWhatWasPreparedElseWriteNothing) {
+TEST_F(TerminalAnswers, PreparedAnswersApplyElseNothingIsWritten) {
   const std::tuple<std::vector<PreparedAnswer>, bool, Buttons, Answer> cases[] = {
       {{}, false, Buttons::kOk, Answer::kOk},
       {{}, false, Buttons::kYesNo, Answer::kNo},
@@ -389,7 +389,7 @@ TEST_F(TerminalAnswers, ComeFromWhatWasPreparedElseWriteNothing) {
        false,
        Buttons::kOverwriteCancel,
        Answer::kOverwrite},
-      // An answer that the box does not offer is none.
+      // An answer that the box does not offer is ignored.
       {{{"MISSING FILE", Answer::kOk}}, false, Buttons::kYesNo, Answer::kNo},
   };
   for (const auto& [byTitle, yes, buttons, expected] : cases) {

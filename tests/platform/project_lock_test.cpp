@@ -32,7 +32,7 @@ std::string ownHost() {
 
 class ProjectLocks : public ::testing::Test {
  protected:
-  // A lock file that was last touched so many seconds ago.
+  // Writes a lock file that was last touched `age` seconds ago.
   void lay(std::string_view content, std::int64_t age) {
     WriteDisk(lockFile, content);
     struct stat info {};
@@ -48,10 +48,11 @@ class ProjectLocks : public ::testing::Test {
   const std::string lockFile = folder / ".pump.lock";
 };
 
-TEST_F(ProjectLocks, HoldersThatDiedAreNoObstacle) {
-  // `holder` is whom the error names; empty for a lock that is taken over.
+TEST_F(ProjectLocks, DeadHoldersDoNotBlock) {
+  // `holder` is the holder named in the error; empty if the lock is taken over.
   const std::tuple<std::string, std::int64_t, std::string> cases[] = {
-      // On this machine the system knows that nobody has the file locked, whoever has the number.
+      // On this machine the system knows that nobody has locked the file, whoever has the process
+      // number.
       {"anna " + ownHost() + " 1 1000000000\n", 0, ""},
       {std::string(kElsewhere), 0, "anna on lab-pc.elsewhere, process 4711"},
       {std::string(kElsewhere), 50, "anna on lab-pc.elsewhere, process 4711"},
@@ -60,7 +61,7 @@ TEST_F(ProjectLocks, HoldersThatDiedAreNoObstacle) {
       {"anna lab 99999999999999 1\n", 0, "an unknown program"},
       {"what is this", 50, "an unknown program"},
       {"what is this", 61, ""},
-      {"", 0, "an unknown program"},  // its holder has not got round to writing yet
+      {"", 0, "an unknown program"},  // its holder has not written yet
       {"", 3, ""},
   };
   for (const auto& [content, age, holder] : cases) {
@@ -80,7 +81,7 @@ TEST_F(ProjectLocks, HoldersThatDiedAreNoObstacle) {
   }
 }
 
-TEST_F(ProjectLocks, AWaitingSaveNamesTheHolderAndGoesOnWhenItEnds) {
+TEST_F(ProjectLocks, WaitingSaveNamesTheHolderAndContinues) {
   auto first = take();
   ASSERT_TRUE(first);
   const auto refused = LockProjectFile(folder / "PUMP.vkg", {}, kAtOnce);  // in any spelling
@@ -99,7 +100,7 @@ TEST_F(ProjectLocks, AWaitingSaveNamesTheHolderAndGoesOnWhenItEnds) {
   EXPECT_TRUE(std::filesystem::exists(lockFile));
 }
 
-TEST_F(ProjectLocks, AKilledHolderIsNoObstacle) {
+TEST_F(ProjectLocks, KilledHolderDoesNotBlock) {
   int ready[2];
   ASSERT_EQ(::pipe(ready), 0);
   const pid_t child = ::fork();
@@ -131,7 +132,7 @@ TEST_F(ProjectLocks, AreNeverHeldByTwo) {
     children.push_back(::fork());
     if (children.back() != 0) continue;
     for (int round = 0; round < kRounds; ++round) {
-      // Without rests, so that they meet each other between opening a lock and taking it.
+      // Without pauses, so that they meet between opening a lock and taking it.
       auto lock = take();
       while (!lock) lock = take();
       WriteDisk(counter, std::to_string(std::stoi(ReadDisk(counter)) + 1));
@@ -147,7 +148,7 @@ TEST_F(ProjectLocks, AreNeverHeldByTwo) {
   EXPECT_EQ(ReadDisk(counter), std::to_string(kProcesses * kRounds));
 }
 
-TEST_F(ProjectLocks, LeaveAloneWhatIsNoLockFile) {
+TEST_F(ProjectLocks, LeaveOtherEntriesAlone) {
   WriteDisk(folder / "precious", "kept");
   const std::function<void()> plants[] = {
       [&] { std::filesystem::create_symlink(folder / "precious", lockFile); },
@@ -170,7 +171,7 @@ TEST_F(ProjectLocks, LeaveAloneWhatIsNoLockFile) {
   }
 }
 
-TEST_F(ProjectLocks, ALongSaveShowsThatItLivesAndNoticesATakeover) {
+TEST_F(ProjectLocks, LongSaveTouchesItsLockAndNoticesATakeover) {
   auto lock = LockProjectFile(project, {}, {.refresh = milliseconds(0)});
   ASSERT_TRUE(lock);
   lay(ReadDisk(lockFile), 300);
@@ -187,7 +188,7 @@ TEST_F(ProjectLocks, ALongSaveShowsThatItLivesAndNoticesATakeover) {
   EXPECT_EQ(ReadDisk(lockFile), kElsewhere) << "the lock of the other";
 }
 
-TEST_F(ProjectLocks, AFolderThatIsMissingHasNone) {
+TEST_F(ProjectLocks, MissingFolderHasNoLock) {
   const auto lock = LockProjectFile(folder / "none/pump.VKG", {}, kAtOnce);
   ASSERT_TRUE(lock);
   EXPECT_EQ(lock.Value(), nullptr);

@@ -14,7 +14,7 @@ SettingsText parsed(std::string_view bytes) {
   return text ? text.Value() : SettingsText();
 }
 
-TEST(SettingsText, ReadsWhatPeopleWrite) {
+TEST(SettingsText, ReadsHandwrittenLines) {
   constexpr std::tuple<std::string_view, Kind, std::string_view> cases[] = {
       {"  A \t=  two words \t\r", Kind::kText, "two words"},
       {"a = 8191", Kind::kWhole, "8191"},
@@ -39,7 +39,7 @@ TEST(SettingsText, ReadsWhatPeopleWrite) {
   }
 }
 
-TEST(SettingsText, IgnoresWhatIsNotUnderstoodAndGivesItsLine) {
+TEST(SettingsText, IgnoresInvalidLinesAndReportsTheFirst) {
   constexpr std::pair<std::string_view, int> cases[] = {
       {"a = 1\n[s]\n", 1},       {"[s]\nb = 1\na\n", 3},     {"[s]\n = 1\n", 2},
       {"[s]\n\n[t\na = 1\n", 3}, {"[s]\n[ ]\na = 1\n", 2},   {"[s]\na = \"open\n", 2},
@@ -49,13 +49,13 @@ TEST(SettingsText, IgnoresWhatIsNotUnderstoodAndGivesItsLine) {
     SettingsText text = parsed(bytes);
     EXPECT_EQ(text.StrangeLine(), line) << bytes;
     EXPECT_FALSE(text.Find("s", "a")) << bytes;
-    // What was there stays as it was.
+    // The old content stays unchanged.
     ASSERT_TRUE(text.Set("u", "n", "v"));
     EXPECT_EQ(text.Bytes(), std::string(bytes) + "\n[u]\nn = v\n");
   }
 }
 
-TEST(SettingsText, RefusesWhatIsNoText) {
+TEST(SettingsText, RefusesBinaryContent) {
   const std::string large(SettingsText::kMaxBytes + 1, '\n');
   for (const std::string_view bytes : {"[s]\na = \0"sv, "\xFF\xFE[\0s\0"sv, "\x7F\x45LF\x02"sv,
                                        "\x1B[2J"sv, std::string_view(large)}) {
@@ -65,7 +65,7 @@ TEST(SettingsText, RefusesWhatIsNoText) {
   }
 }
 
-TEST(SettingsText, ChangesOneRowAndLeavesTheRest) {
+TEST(SettingsText, ChangesOneRowOnly) {
   SettingsText text = parsed("; top\r\n[S]\r\nOld = 1\r\nMine=kept  \r\n\r\n[t]\nx = 1");
   ASSERT_TRUE(text.Set("s", "OLD", "2"));
   ASSERT_TRUE(text.Set("s", "mine", "kept"));
@@ -75,7 +75,7 @@ TEST(SettingsText, ChangesOneRowAndLeavesTheRest) {
             "; top\r\n[S]\r\nOLD = 2\r\nMine=kept  \r\nnew = \" 3\"\n\r\n[t]\nx = 1\ny = 4\n");
 }
 
-TEST(SettingsText, EveryValueComesBackFromItsBytes) {
+TEST(SettingsText, EveryValueSurvivesWritingAndReading) {
   std::string all;
   for (int byte = 0; byte < 256; ++byte) all += static_cast<char>(byte);
   const std::string values[] = {"",         " ",    "\t",  "\"",           "\"\"", "\"a\"",
@@ -93,7 +93,7 @@ TEST(SettingsText, EveryValueComesBackFromItsBytes) {
   }
 }
 
-TEST(SettingsText, NamesThatWouldReadAsSomethingElseAreRefused) {
+TEST(SettingsText, RefusesAmbiguousNames) {
   SettingsText text;
   for (const std::string_view name : {"", " a", "a ", "a=b", "#a", ";a", "[a", "a\nb"}) {
     EXPECT_FALSE(text.Set("s", name, "1")) << name;

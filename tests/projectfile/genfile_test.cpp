@@ -1,4 +1,4 @@
-// Project files on the disk, their lines, and that what is saved comes back.
+// Project files on the disk, their lines, and the round trip of a save.
 #include "projectfile/genfile.h"
 
 #include <gtest/gtest.h>
@@ -29,7 +29,7 @@ class ProjectFile : public ::testing::Test {
   testing::MemoryFileSystem files_;
 };
 
-TEST_F(ProjectFile, SavingLeavesTheNewFileAlone) {
+TEST_F(ProjectFile, SaveLeavesOnlyTheNewFile) {
   for (const bool hasLinks : {true, false}) {
     files_.hasLinks = hasLinks;
     for (const Files& before :
@@ -45,7 +45,7 @@ TEST_F(ProjectFile, SavingLeavesTheNewFileAlone) {
   }
 }
 
-TEST_F(ProjectFile, SavingKeepsTheOnlyCopyThatADeadSaveLeft) {
+TEST_F(ProjectFile, SaveKeepsTheOnlyCopyOfADeadSave) {
   files_.files = {{"/p/pump._KG", "only"}, {"/p/pump._KG.1", "other"}};
   const auto saved = SaveProjectFile(*store_, files_, clock_, "/p/pump");
   ASSERT_TRUE(saved);
@@ -55,7 +55,7 @@ TEST_F(ProjectFile, SavingKeepsTheOnlyCopyThatADeadSaveLeft) {
       (Files{{"/p/pump.VKG", text()}, {"/p/pump._KG.1", "other"}, {"/p/pump._KG.2", "only"}}));
 }
 
-// A disk that looks after every call whether the project can be read.
+// A disk that checks after every call whether the project can be read.
 class WatchedDisk : public testing::MemoryFileSystem {
  public:
   Result<> Rename(std::string_view from, std::string_view to) override {
@@ -75,7 +75,7 @@ class WatchedDisk : public testing::MemoryFileSystem {
   }
 };
 
-TEST_F(ProjectFile, AProjectIsThereAtEveryMomentOfASave) {
+TEST_F(ProjectFile, ProjectExistsAtEveryMomentOfASave) {
   for (const std::string name : {"/p/pump.VKG", "/p/PUMP.vkg"}) {
     WatchedDisk disk;
     disk.files = {{name, "old"}, {"/p/pump._KG", "dead"}};
@@ -85,10 +85,10 @@ TEST_F(ProjectFile, AProjectIsThereAtEveryMomentOfASave) {
   }
 }
 
-TEST_F(ProjectFile, WhatAnInterruptedSaveLeftIsGivenBack) {
+TEST_F(ProjectFile, RecoversTheProjectOfAnInterruptedSave) {
   const std::string whole = text();
   const std::string hidden = "/p/.pump.VKG.writing";
-  // `left` is what is found and, unless there is an error, moved.
+  // `left` is the file found and, unless there is an error, moved.
   const std::tuple<Files, std::string, std::string> cases[] = {
       {{{"/p/pump._KG", "old"}}, "/p/pump._KG", ""},
       {{{"/p/pump._KG", "old"}, {hidden, "half"}}, "/p/pump._KG", ""},
@@ -119,18 +119,18 @@ TEST_F(ProjectFile, WhatAnInterruptedSaveLeftIsGivenBack) {
   }
 }
 
-TEST_F(ProjectFile, AReadOnlyProjectIsKeptUntilItIsOpened) {
+TEST_F(ProjectFile, ReadOnlyProjectIsKeptUntilOpened) {
   files_.files = {{"/p/PUMP.vkg", "old"}};
   files_.readOnly = {"/p/PUMP.vkg"};
   const auto saved = SaveProjectFile(*store_, files_, clock_, "/p/pump");
   ASSERT_FALSE(saved);
   EXPECT_EQ(saved.ErrorText(), "/p/PUMP.vkg: Permission denied");
   EXPECT_EQ(files_.files, (Files{{"/p/PUMP.vkg", "old"}}));
-  EXPECT_TRUE(LoadProjectFile(*store_, files_, "/p/pump"));  // takes the mark off
+  EXPECT_TRUE(LoadProjectFile(*store_, files_, "/p/pump"));  // removes the mark
   EXPECT_TRUE(SaveProjectFile(*store_, files_, clock_, "/p/pump"));
 }
 
-TEST_F(ProjectFile, ASavedProjectKeepsTheRightsOfItsFile) {
+TEST_F(ProjectFile, SaveKeepsTheRightsOfTheFile) {
   const testing::TempFolder folder;
   const std::filesystem::path path = folder / "pump.VKG";
   testing::WriteDisk(path, "old");
@@ -143,7 +143,7 @@ TEST_F(ProjectFile, ASavedProjectKeepsTheRightsOfItsFile) {
   }
 }
 
-TEST_F(ProjectFile, LoadingByName) {
+TEST_F(ProjectFile, LoadsByName) {
   files_.files = {{"/p/pump.VKG", "[CONFIGURATION]\nOperator=A\n"},
                   {"/p/pump.old", "[CONFIGURATION]\nOperator=B\n"}};
   const auto load = [&](platform::FileSystem& files, std::string_view name) {
@@ -153,7 +153,7 @@ TEST_F(ProjectFile, LoadingByName) {
   EXPECT_EQ(load(files_, "\\p\\pump.old"), "B");
   EXPECT_EQ(load(files_, "/p/PUMP.vkg"), "A");
   EXPECT_EQ(load(files_, "/p/other"), "none");
-  testing::FaultyFileSystem unmarked(files_, 2);  // the read-only mark stays: no hindrance
+  testing::FaultyFileSystem unmarked(files_, 2);  // the read-only mark stays without effect
   EXPECT_EQ(load(unmarked, "/p/pump"), "A");
   store_->Gen.Operator = "kept";
   testing::FaultyFileSystem unreadable(files_, 1);
@@ -161,13 +161,13 @@ TEST_F(ProjectFile, LoadingByName) {
   EXPECT_EQ(store_->Gen.Operator, "kept");
 }
 
-// ---- Lines that no example holds
+// ---- Lines not in any example
 
 class ProjectWriter : public ::testing::Test {
  protected:
   ProjectWriter() { ORVUS_COMMON::SetAllDefaults(*store); }
   std::string saved() { return ProjectFileText(*store, {2003, 3, 10, 14, 5, 0}); }
-  // `lines` as they are in the file, one after the other.
+  // `lines` in the file, one after the other.
   void expect(std::string_view lines) {
     std::string text = "\r\n";
     for (const char c : lines) text += c == '\n' ? "\r\n" : std::string(1, c);
@@ -177,7 +177,7 @@ class ProjectWriter : public ::testing::Test {
   std::unique_ptr<ProjectStore> store = NewStore();
 };
 
-TEST_F(ProjectWriter, ABlockWritesWhatIsSelectedAndSet) {
+TEST_F(ProjectWriter, BlockWritesSelectionsAndSettings) {
   store->Tables[2].TableOn = kTrue;
   store->BridgeBlock.BlockCount = 1;
   BridgeBlockData& block = store->BridgeBlock[1];
@@ -205,7 +205,7 @@ AliasExcept(1,2)=
 )");
 }
 
-TEST_F(ProjectWriter, CountsOfConditionsAreMadeWhole) {
+TEST_F(ProjectWriter, CompletesCountsOfConditions) {
   OutputTable& table = store->Tables[1];
   table.TableOn = kTrue;
   table.TrigTable = 10;
@@ -232,7 +232,7 @@ TEST_F(ProjectWriter, PortSlotsShareTheirKeys) {
   EXPECT_EQ(includes(), 2);  // the untouched second slot repeats the first
   PortSlot& second = store->Ports.Slot[1];
   second.Public = kTrue;
-  EXPECT_EQ(includes(), 1);  // one that was touched has separate lines
+  EXPECT_EQ(includes(), 1);  // a changed one has separate lines
   second.Ports[9].Include = kTrue;
   second.BinaryMask[2] = "00001111";
   expect("Include(0,9)=-1\nMeasureVar(0,0,9)=\nCompare(0,0,9)= 1\nValue(0,0,9)=0\n");
@@ -245,8 +245,8 @@ TEST_F(ProjectWriter, PortSlotsShareTheirKeys) {
       "CONTROL]\n");
 }
 
-// Counts that memory should never hold are no reason to leave an array.
-TEST_F(ProjectWriter, CountsOutsideTheirArraysAreHarmless) {
+// Counts that memory should never contain must not leave an array.
+TEST_F(ProjectWriter, ToleratesCountsOutsideTheirArrays) {
   store->VoltBlock.BlockCount = 30000;
   store->VoltBlock[7].Reps = 30000;
   store->TempBlock.BlockCount = -1;
@@ -259,7 +259,7 @@ TEST_F(ProjectWriter, CountsOutsideTheirArraysAreHarmless) {
   EXPECT_FALSE(Holds(text, "\r\nStartVoltChan(8)=") || Holds(text, "\r\nName(129)="));
 }
 
-// ---- There and back
+// ---- Round trips
 
 constexpr platform::Moment kMoment = {2003, 3, 10, 14, 5, 0};
 
@@ -271,7 +271,7 @@ std::unique_ptr<ProjectStore> reread(const std::string& text) {
   return store;
 }
 
-TEST(ProjectRoundTrip, RandomProjectsAndTheLargestComeBack) {
+TEST(ProjectRoundTrip, KeepsRandomAndLargestProjects) {
   auto store = NewStore();
   for (std::uint32_t seed = 0; seed <= 40; ++seed) {
     SCOPED_TRACE(seed);
@@ -288,7 +288,7 @@ TEST(ProjectRoundTrip, RandomProjectsAndTheLargestComeBack) {
   }
 }
 
-TEST(ProjectRoundTrip, ExtremeNumbersComeBack) {
+TEST(ProjectRoundTrip, KeepsExtremeNumbers) {
   auto store = reread("");
   store->Scan.BurstScans = std::numeric_limits<i32>::min();
   store->Scan.FlagScan = std::numeric_limits<i16>::min();

@@ -17,7 +17,7 @@ using Files = std::map<std::string, std::string>;
 const std::string kProject = "/p/pump.VKG";
 const std::string kOld = "[CONFIGURATION]\nFoo=1\n";
 
-TEST(KeptCopy, TakesTheFirstNameThatHoldsNothingElse) {
+TEST(KeptCopy, TakesTheFirstFreeName) {
   struct Case {
     Files before;
     std::string kept;
@@ -43,7 +43,7 @@ TEST(KeptCopy, TakesTheFirstNameThatHoldsNothingElse) {
   }
 }
 
-TEST(KeptCopy, AFailureLeavesNothingBehind) {
+TEST(KeptCopy, FailureLeavesNothing) {
   testing::MemoryFileSystem files;
   files.files = {{kProject, kOld}};
   const Files before = files.files;
@@ -64,7 +64,7 @@ TEST(KeptCopy, AFailureLeavesNothingBehind) {
   EXPECT_GT(failures, 3);
 }
 
-TEST(KeptCopy, FollowsNoLink) {
+TEST(KeptCopy, DoesNotFollowLinks) {
   const testing::TempFolder folder;
   const std::string project = folder / "pump.VKG";
   testing::WriteDisk(project, kOld);

@@ -32,7 +32,7 @@ void expectAll(const std::string& before, const std::vector<Case>& cases) {
   }
 }
 
-TEST(ProjectReader, LinesAndSections) {
+TEST(ProjectReader, ReadsLinesAndSections) {
   const std::string config = "[CONFIGURATION]\n";
   const std::string nul("Operator=a\0b", 12);
   expectAll("", {
@@ -60,7 +60,7 @@ TEST(ProjectReader, LinesAndSections) {
                 });
 }
 
-TEST(ProjectReader, Indices) {
+TEST(ProjectReader, ReadsIndices) {
   expectAll(
       "[TABLE SETUP]\nTableOn(6)=1\n[VOLTAGE BLOCKS]\nBlockCount=2\n",
       {
@@ -77,14 +77,14 @@ TEST(ProjectReader, Indices) {
            "VoLevelVarOne(6,2,1)=2.5\nTmLevNumTests(6,2)=3\n",
            {"VoLevelVarOne(6,2,0)= 0", "VoLevelVarOne(6,2,1)= 2.5", "VoLevNumTests(6,2)= 0"}},
           {"[TK40M REF TABLES]\nTable(6,5)=1\nTable(6,6)=1\n", {"Table(6,5)= 1", "!Table(6,6)= 1"}},
-          // The second slot lands in the first.
+          // The second slot goes into the first.
           {"[PORT SETUP]\nInclude(0,9)=-1\nInclude(1,2)=-1\nMeasureVar(1,0,9)=a\n"
            "MeasureVar(1,0,9)=b\nBinaryMask(2,0,1)=m\nBinaryMask(2,0,2)=n\n",
            {"Include(0,9)=-1", "!Include(0,2)=-1", "MeasureVar(1,0,9)=b", "BinaryMask(2,0,1)=m"}},
       });
 }
 
-TEST(ProjectReader, TableSetup) {
+TEST(ProjectReader, ReadsTableSetup) {
   expectAll(
       "[TABLE SETUP]\nTableOn(1)=-1\nTableOn(2)=1\nTrigTable(1)=10\nTrigTable(2)=10\n"
       "TrigTabStop(2)=10\nWriteIf(1)=10\n",
@@ -92,7 +92,7 @@ TEST(ProjectReader, TableSetup) {
           {"StartTrigVarb(2)=w\nStartTrigVarb(23)=x\nStartTrigVarb(110)=y\nStopTrigVarb(23)=z\n",
            {"StartTrigVarb(2)=w", "StartTrigVarb(23)=x", "StartTrigVarb(110)=y",
             "StopTrigVarb(23)=z"}},
-          // Spelled out, in two digits, past ten, of a table not in use, separated.
+          // Old spelling, in two digits, past ten, of a table not in use, separated.
           {"StartTrigVarb(21)=x\nStartTrigVarb(105)=x\nStartTrigVarb(111)=x\n"
            "StartTrigVarb(33)=x\nStartTrigVarb(2,3)=x\nTableOn(3)=1\nTrigTable(3)=10\n",
            {"!=x"}},
@@ -105,7 +105,7 @@ TEST(ProjectReader, TableSetup) {
       });
 }
 
-TEST(ProjectReader, Values) {
+TEST(ProjectReader, ReadsValues) {
   const std::string mux = "[TK40M BLOCKS]\nBlockCount=1 block\n";
   expectAll(
       "[CONFIGURATION]\nTK40MQty= 3\nCanBusQty=1\n[THERMOCOUPLE BLOCKS]\nBlockCount=1\n",
@@ -134,7 +134,7 @@ TEST(ProjectReader, Values) {
       });
 }
 
-// The first line that is skipped, or "" for none.
+// The first skipped line, or "" for none.
 std::string firstSkipped(std::string_view text, int& count) {
   auto store = NewStore();
   ORVUS_COMMON::SetAllDefaults(*store);
@@ -143,7 +143,7 @@ std::string firstSkipped(std::string_view text, int& count) {
   return report.first.empty() ? "" : SkippedLineText(report.first.front());
 }
 
-TEST(ProjectReader, ReportsTheLinesThatItSkips) {
+TEST(ProjectReader, ReportsSkippedLines) {
   struct Skipped {
     std::string text;
     int count;
@@ -190,7 +190,7 @@ TEST(ProjectReader, ReportsTheLinesThatItSkips) {
   EXPECT_TRUE(SkippedText(many).ends_with("\r\nline 5: e: in no section of a project\r\n..."));
 }
 
-TEST(ProjectReader, KeepsWhatTheFileLeavesOut) {
+TEST(ProjectReader, MissingKeysKeepTheirValues) {
   auto store = NewStore();
   store->VoltBlock.BlockCount = 1;
   store->Gen.Operator = "kept";
@@ -199,7 +199,7 @@ TEST(ProjectReader, KeepsWhatTheFileLeavesOut) {
   EXPECT_EQ(store->Gen.Operator, "kept");
 }
 
-TEST(ProjectReader, OldConditions) {
+TEST(ProjectReader, UpgradesOldConditions) {
   const std::string on = "[TABLE SETUP]\nTableOn(1)=1\n";
   expectAll(on + "TrigTable(1)=1\nTrigTabStop(1)=1\n",
             {
@@ -226,7 +226,7 @@ TEST(ProjectReader, OldConditions) {
                 });
 }
 
-TEST(ProjectReader, ExceptionsAreRecountedWithoutThePanelReference) {
+TEST(ProjectReader, RecountsExceptionsWithoutPanelReference) {
   const std::string strain =
       "[BRIDGE BLOCKS]\nBlockCount=1\nReps(1)=6\nStyle(1)=5\nUnits(1)=uStrain\nDefaultOffset(1)=2\n"
       "AliasUnits(1,1)=ustrain\nAliasMult(1,2)=1.0\nAliasMult(1,3)=2\nAliasGFactor(1,3)=2.05\n"
@@ -235,13 +235,13 @@ TEST(ProjectReader, ExceptionsAreRecountedWithoutThePanelReference) {
                     {strain,
                      {"AliasExcept(1,1)=1", "AliasExcept(1,2)=", "AliasExcept(1,3)=6",
                       "AliasExcept(1,4)=", "AliasExcept(1,5)=", "AliasExcept(1,6)="}},
-                    // The offset counts for a plain kind.
+                    // For other kinds the offset counts.
                     {strain + "Style(1)=4\n", {"AliasExcept(1,3)=6", "AliasExcept(1,4)=4"}},
                     {"[TCREFTABLES]\n" + strain, {"AliasExcept(1,6)=7", "!AliasExcept(1,1)=1"}},
                 });
 }
 
-TEST(ProjectReader, AnyBytesAreHarmless) {
+TEST(ProjectReader, ToleratesAnyBytes) {
   std::string binary;
   for (int i = 0; i < 100000; ++i) binary += static_cast<char>((i * 7919 + i / 251) % 256);
   readText(binary);

@@ -26,7 +26,7 @@ using testing::ReadDisk;
 
 const std::vector<std::string> kExtensions = {".VKG", ".VKP", ".VKD", ".VKW"};
 
-TEST(KilledSave, LeavesWholeFilesAtAnyMoment) {
+TEST(KilledSave, AlwaysLeavesWholeFiles) {
   const testing::TempFolder folder;
   testing::WriteDisk(folder / "VKPComp.EXE", "a compiler");
   platform::PosixFileSystem files;
@@ -38,7 +38,7 @@ TEST(KilledSave, LeavesWholeFilesAtAnyMoment) {
   Ostrand session(*store, around.all, nobodyListens);
   session.UserSettings().CompilerPath(folder / "VKPComp.EXE");
   session.NameProject(folder / "pump");
-  session.OverwriteChanged(true);  // by the saves that are killed
+  session.OverwriteChanged(true);  // changed by the killed saves
   const std::string base = folder / "pump";
 
   const std::vector<std::string> operators = {"Ada", "Marge with a longer name"};
@@ -74,7 +74,7 @@ TEST(KilledSave, LeavesWholeFilesAtAnyMoment) {
           << round << kExtensions[file];
     }
   }
-  EXPECT_GT(inside, 0) << "no save was met in its middle";
+  EXPECT_GT(inside, 0) << "no save was killed in its middle";
   EXPECT_TRUE(session.SavePipeline());
   std::set<std::string> names;
   for (const auto& entry : std::filesystem::directory_iterator(folder.Path())) {

@@ -1,4 +1,4 @@
-// The screens of the user's settings and colours, over the table that they edit.
+// The screens of the user's settings and colours, and the table that they edit.
 #include <gtest/gtest.h>
 
 #include "model/new_store.h"
@@ -79,12 +79,12 @@ TEST_F(OptionScreens, SettingsTakeEffectFromTheTable) {
   EXPECT_EQ(settings.Options().Measurement.DefaultInputType, ORVUS_INPUT_SE);
   EXPECT_EQ(settings.Options().DefaultTableAutoSize, 1);
   EXPECT_EQ(settings.Options().DefaultTableNumRecs, 250);
-  EXPECT_EQ(settings.WarningMessageMask(), 8191 - 1 - 16) << "bits without a name stay";
+  EXPECT_EQ(settings.WarningMessageMask(), 8191 - 1 - 16) << "unnamed bits are kept";
   EXPECT_EQ(settings.UserVarListTypes()[0], 1);
   EXPECT_EQ(settings.UserVarListTypes()[1], 67108864);
 }
 
-TEST_F(OptionScreens, ColorsTakeEffectAtOnceAndCancelPutsThemBack) {
+TEST_F(OptionScreens, ColorsTakeEffectAtOnceAndCancelRestoresThem) {
   int changes = 0;
   frmOptGen screen(context, settings, [&] { ++changes; });
   EXPECT_EQ(screen.SystemColor.Text(), "Application Workspace");
@@ -102,7 +102,7 @@ TEST_F(OptionScreens, ColorsTakeEffectAtOnceAndCancelPutsThemBack) {
   EXPECT_EQ(changes, 3);
 }
 
-TEST_F(OptionScreens, NumbersOfTheSummaryTakeTheFormChosen) {
+TEST_F(OptionScreens, SummaryNumbersHaveTheChosenForm) {
   struct Case {
     std::string_view form, digits, example;
   };
@@ -112,7 +112,7 @@ TEST_F(OptionScreens, NumbersOfTheSummaryTakeTheFormChosen) {
       {"Number", "9", "1,234.56770000"}, {"General", "", "1234.5677"},
   };
   frmOptGen screen(context, settings, [] {});
-  EXPECT_EQ(screen.NumberExample.Text(), "1.2e3") << "as it is without a choice";
+  EXPECT_EQ(screen.NumberExample.Text(), "1.2e3") << "the current form, before any choice";
   for (const Case& row : cases) {
     screen.NumberForm.Pick(row.form);
     EXPECT_EQ(screen.NumberDigits.Usable(), !row.digits.empty());

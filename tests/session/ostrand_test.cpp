@@ -121,7 +121,7 @@ TEST_F(Session, OpensNothingWhenTheCurrentFolderIsUnknown) {
   EXPECT_EQ(control.GenFilePath(), folderBefore);
 }
 
-TEST_F(Session, NamesProjectsByTheRules) {
+TEST_F(Session, NamesProjects) {
   const std::string here = files.WorkingFolder();
   const std::tuple<std::string, std::string, std::string, std::string> cases[] = {
       {"C:\\Data\\pump.VKG", "C:\\Data\\pump.VKG", "pump", "C:\\Data\\"},
@@ -195,7 +195,7 @@ TEST_F(Session, ANewProjectBeginsWithTheUsersIntervalAndTableSizes) {
   }
 }
 
-TEST_F(Session, OpensAFileIntoAFreshStore) {
+TEST_F(Session, OpensIntoAClearedStore) {
   WriteDisk(folder / "pump.vkg", kPump);
   store->VoltBlock.BlockCount = 3;  // of the previous project
   forms.ExpectBoxWith("FILE NOT FOUND", Upper(folder / "none.VKG"));
@@ -211,7 +211,7 @@ TEST_F(Session, OpensAFileIntoAFreshStore) {
   EXPECT_EQ(host.control, &session);
 }
 
-TEST_F(Session, AnEmptyNameAsksTheUser) {
+TEST_F(Session, EmptyNameAsksTheUser) {
   WriteDisk(project, kPump);
   around.settings.sections["QUILLON\\QUILLON"]["GenPath"] = "C:\\Larkfield";
   session.NameProject("/data/before");
@@ -224,7 +224,7 @@ TEST_F(Session, AnEmptyNameAsksTheUser) {
   EXPECT_EQ(session.CurrentFileName(), "/data/before.VKG");
   EXPECT_EQ(session.GenFilePath() + session.BaseName(), "/data/before");
 
-  // A new name starts a project from the store as it is, without NewFile.
+  // A new name starts a project from the current store, without NewFile.
   forms.ExpectOpen(folder / "new");
   EXPECT_FALSE(openCancelled(""));
   EXPECT_EQ(session.CurrentFileName(), folder / "new.VKG");
@@ -237,7 +237,7 @@ TEST_F(Session, AnEmptyNameAsksTheUser) {
   EXPECT_EQ(host.raised, Texts{"file " + project});
 }
 
-TEST_F(Session, SaveDldFileWritesAllFilesUnderTheNameChosen) {
+TEST_F(Session, SaveDldFileWritesAllFilesUnderTheChosenName) {
   session.txtOper("Ada");
   session.txtIDNum("7");
   forms.ExpectSave(folder / "pump.1");
@@ -326,7 +326,7 @@ TEST_F(Session, ASaveAsksBeforeItOverwritesWhatAnotherProgramWrote) {
   EXPECT_EQ(ReadDisk(folder / "fresh.VKG"), "");
 }
 
-TEST_F(Session, ASaveWaitsForAnotherOneWithAllItsFiles) {
+TEST_F(Session, SaveWaitsForAnotherSave) {
   session.NameProject(project);
   auto other = files.LockProject(project, {});
   ASSERT_TRUE(other && other.Value() != nullptr);
@@ -397,7 +397,7 @@ TEST_F(Session, NoFailingCallOfTheDiskLosesAFileOfTheProject) {
   }
 }
 
-TEST_F(Session, SaveSyncsTheFolderForTheProjectAndOnceForItsOutputs) {
+TEST_F(Session, SaveSyncsTheFolderTwice) {
   testing::MemoryFileSystem disk;
   disk.files = {{"/data/VKPComp.EXE", "a compiler"}, {"/data/pump.VKG", "old"}};
   testing::ScriptedForms user;
@@ -469,7 +469,7 @@ class MainScreen : public Session {
 
 // ---- Buttons ------------------------------------------------------------------------------------
 
-TEST(MainButtons, EnablingFollowsHardwareScreensAndHost) {
+TEST(MainButtons, DependOnHardwareScreensAndHost) {
   ScreenTable screens;
   for (int button = 0; button <= kExciteButton; ++button) screens[button] = [] {};
   screens[kTablesButton] = nullptr;
@@ -492,7 +492,7 @@ TEST(MainButtons, EnablingFollowsHardwareScreensAndHost) {
   EXPECT_EQ(enabled(0, 1, true, false, true), "1101100101011111110");
 }
 
-TEST_F(MainScreen, AScreenMarksTheProjectAsEditedAndDrawsTheSummary) {
+TEST_F(MainScreen, ScreenMarksTheProjectAsEditedAndDrawsTheSummary) {
   bool shown = false;
   session.Screens()[kVoltageButton] = [&] {
     shown = true;
@@ -503,7 +503,7 @@ TEST_F(MainScreen, AScreenMarksTheProjectAsEditedAndDrawsTheSummary) {
     store->EstMeasTime = -1;
   };
   session.Click(kVoltageButton);
-  EXPECT_FALSE(shown) << "cannot be pressed before the next opening";
+  EXPECT_FALSE(shown) << "disabled until the next opening";
   reopen();
   session.Click(kVoltageButton);
   EXPECT_TRUE(shown && session.DirtyFlag());
@@ -518,7 +518,7 @@ TEST_F(MainScreen, AScreenMarksTheProjectAsEditedAndDrawsTheSummary) {
                       "Unexpected error 11, \"Division by zero\" has occurred in "
                       "Ostrand.cmdOption_Click.");
   session.Click(kVoltageButton);
-  EXPECT_TRUE(session.DirtyFlag()) << "what the screen edited before is not lost unasked";
+  EXPECT_TRUE(session.DirtyFlag()) << "earlier edits of the screen are not lost without a question";
   EXPECT_TRUE(session.MainButtons().Enabled(kSaveButton));
 
   session.RightClick(kVoltageButton);
@@ -527,7 +527,7 @@ TEST_F(MainScreen, AScreenMarksTheProjectAsEditedAndDrawsTheSummary) {
   EXPECT_EQ(forms.helpLines.back(), "Set up Canbus items.");
 }
 
-TEST_F(MainScreen, HostHearsWhatItHasToDrawAgain) {
+TEST_F(MainScreen, HostIsNotifiedOfChangedParts) {
   session.Screens()[kVoltageButton] = [] {};
   reopen();
   const auto shownBy = [&](const std::function<void()>& action) {
@@ -557,7 +557,7 @@ TEST_F(MainScreen, HostHearsWhatItHasToDrawAgain) {
 
 // ---- Saving -------------------------------------------------------------------------------------
 
-TEST_F(MainScreen, ACleanSaveWarnsCompilesAndSavesTheMeasuredTimes) {
+TEST_F(MainScreen, CleanSaveWarnsCompilesAndSavesTimes) {
   edit();
   store->TempBlock.BlockCount = store->TempBlock[1].Reps = 1;
   store->TempBlock[1].OpenSensDetect = kFalse;
@@ -614,7 +614,7 @@ TEST_F(MainScreen, ChecksDetermineTheQuestion) {
   }
 }
 
-TEST_F(MainScreen, SendsOnlyWhatWasSavedAndCompiled) {
+TEST_F(MainScreen, SendsOnlySavedAndCompiledPrograms) {
   save(kSaveAndSendButton, project);
   EXPECT_EQ(host.raised, (Texts{newFile[0], "download " + program + " inside"}));
   EXPECT_NE(session.FocusAt(), Focus::kButton);
@@ -622,7 +622,7 @@ TEST_F(MainScreen, SendsOnlyWhatWasSavedAndCompiled) {
   edit();
   save(kSaveAndSendButton, std::nullopt);
   EXPECT_EQ(host.raised, Texts{});
-  EXPECT_TRUE(session.DirtyFlag()) << "a cancelled save keeps the edits in mind";
+  EXPECT_TRUE(session.DirtyFlag()) << "a cancelled save keeps the edited mark";
 
   ::setenv("STAND_IN", "bad", 1);
   forms.ExpectBoxWith("COMPILE RESULT", "Undeclared variable");
@@ -644,7 +644,7 @@ TEST_F(MainScreen, SendsOnlyWhatWasSavedAndCompiled) {
   EXPECT_TRUE(session.DirtyFlag());
 }
 
-TEST_F(MainScreen, UnderHarrierTheDownloadGoesThroughItsServer) {
+TEST_F(MainScreen, HarrierDownloadsThroughItsServer) {
   Server server;
   session.HostApp("HARRIER");
   session.SocketControl(&server);
@@ -675,7 +675,7 @@ TEST_F(MainScreen, UnderHarrierTheDownloadGoesThroughItsServer) {
 
 // ---- The test compile ---------------------------------------------------------------------------
 
-TEST_F(MainScreen, AMissingCompilerIsSearchedForIfTheUserLikes) {
+TEST_F(MainScreen, MissingCompilerIsSearchedOnRequest) {
   const auto compile = [&](Answer answer) {
     forms.ExpectBox("MISSING FILE",
                     "Pre-Compiler was not found.\r\nWould you like to search for it?", answer);
@@ -779,7 +779,7 @@ TEST_F(MainScreen, BusyControlRefusesChanges) {
 
 struct HostFailure {};
 
-TEST_F(MainScreen, AnExceptionOfTheHostLeavesTheControlUsable) {
+TEST_F(MainScreen, ExceptionOfTheHostLeavesTheControlUsable) {
   const auto fail = [] { throw HostFailure(); };
   const auto open = [&] {
     bool cancelled = false;
@@ -819,14 +819,14 @@ TEST_F(MainScreen, AnExceptionOfTheHostLeavesTheControlUsable) {
     EXPECT_FALSE(std::filesystem::exists(work / "TEMP$$$$.VKP"));
     const bool opened = session.CurrentFileName() != project;
     EXPECT_EQ(opened, name == "opening");
-    EXPECT_EQ(store->Gen.Operator, opened ? "Marge" : "Name") << "name and project go together";
+    EXPECT_EQ(store->Gen.Operator, opened ? "Marge" : "Name") << "name and project belong together";
     if (session.DirtyFlag()) forms.ExpectBoxWith("QUIT GENERATOR", "save changes", Answer::kNo);
     session.CloseSession(true, ignored);
     EXPECT_EQ(host.raised.back(), "complete");
   }
 }
 
-TEST_F(MainScreen, ASkippedCompileIsTheLastWordOnTheHelpLine) {
+TEST_F(MainScreen, SkippedCompileStaysOnTheHelpLine) {
   ::setenv("STAND_IN", "versionnone", 1);
   const std::string skipped = "Skipped version. " OSTRAND_STAND_IN " ended without a report";
   save(kSaveAndSendButton, project);
@@ -843,7 +843,7 @@ TEST_F(MainScreen, ASkippedCompileIsTheLastWordOnTheHelpLine) {
 
 // ---- Ending -------------------------------------------------------------------------------------
 
-TEST_F(MainScreen, EndingASessionAsksAboutEdits) {
+TEST_F(MainScreen, EndOfSessionAsksAboutEdits) {
   const std::string question = "Do you want to save changes made to " + project + "?";
   constexpr std::tuple<bool, bool, Answer, i16, bool> cases[] = {
       {false, false, Answer::kCancel, kTrue, false}, {false, false, Answer::kNo, kFalse, false},
@@ -868,7 +868,7 @@ TEST_F(MainScreen, EndingASessionAsksAboutEdits) {
   }
 }
 
-TEST_F(MainScreen, AFailedSaveAtTheEndKeepsTheSession) {
+TEST_F(MainScreen, FailedSaveAtTheEndKeepsTheSession) {
   edit();
   std::filesystem::remove(project);
   std::filesystem::create_directories(project + "/inner");
@@ -879,7 +879,7 @@ TEST_F(MainScreen, AFailedSaveAtTheEndKeepsTheSession) {
   EXPECT_TRUE(session.DirtyFlag());
 }
 
-TEST_F(MainScreen, ASecondEndWhileOneRunsDoesNothingAndReportsSettingsThatCannotBeKept) {
+TEST_F(MainScreen, SecondEndDoesNothingAndLostSettingsAreReported) {
   host.onComplete = [&] {
     i16 cancelled = 5;
     session.CloseSession(true, cancelled);
@@ -892,7 +892,7 @@ TEST_F(MainScreen, ASecondEndWhileOneRunsDoesNothingAndReportsSettingsThatCannot
   EXPECT_EQ(forms.helpLines.back(), "");
 }
 
-TEST_F(MainScreen, AForcedEndRaisesSessionCompleteWhateverFails) {
+TEST_F(MainScreen, ForcedEndAlwaysRaisesSessionComplete) {
   edit();
   makeBad();
   around.settings.failure = "/home/settings: No space left on device";
@@ -917,7 +917,7 @@ TEST_F(MainScreen, AForcedEndRaisesSessionCompleteWhateverFails) {
 
 // ---- Keys, text boxes, options ------------------------------------------------------------------
 
-TEST_F(MainScreen, ArrowsGoFromBoxToBox) {
+TEST_F(MainScreen, ArrowsMoveBetweenBoxes) {
   session.SetFocus(Focus::kOper);
   EXPECT_EQ(forms.helpLines.back(), "Enter operator's name. Up to 30 characters.");
   for (const auto& [key, focus] : {std::pair{Key::kUp, Focus::kOper},
@@ -949,7 +949,7 @@ TEST_F(MainScreen, PrintPanelRestoresMainRow) {
   EXPECT_TRUE(session.MainButtons().Enabled(kSaveAndSendButton));
 }
 
-TEST_F(MainScreen, OptionScreensWorkOnTheTableAndTakeEffect) {
+TEST_F(MainScreen, OptionScreensEditTheTableAndTakeEffect) {
   Settings& settings = session.UserSettings();
   auto& stored = around.settings.sections["QUILLON\\QUILLON"];
   bool done = true;
@@ -1002,7 +1002,8 @@ TEST_F(MainScreen, VariablesAreCheckedAfterAnEditOfTheBlocks) {
   const auto remove = [](Screen& screen) {
     dynamic_cast<NumericField&>(*screen.Find("BlockCount")).Spin(false);
   };
-  // The mask, whether the last block goes, whether it ends with Done, whether the user is warned.
+  // The mask, whether the last block is removed, whether it ends with Done, whether the user is
+  // warned.
   constexpr std::tuple<i32, bool, bool, bool> cases[] = {
       {1, true, true, true},  {3, true, true, true},   {2, true, true, false},
       {0, true, true, false}, {1, false, true, false}, {1, true, false, false},
@@ -1031,7 +1032,7 @@ TEST_F(MainScreen, VariablesAreCheckedAfterAnEditOfTheBlocks) {
   EXPECT_EQ(user.shown, 60);
 }
 
-TEST_F(MainScreen, FormCleanupCancelsAnOptionScreenAndTheNextIsAFreshOne) {
+TEST_F(MainScreen, FormCleanupCancelsAnOptionScreen) {
   OneAct user;
   ConnectSetupScreens(session, user);
   session.FormCleanup();

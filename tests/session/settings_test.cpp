@@ -21,7 +21,7 @@ class SettingsTest : public ::testing::Test {
   Settings settings{store, registry, "/tmp"};
 };
 
-TEST_F(SettingsTest, AStoreWithoutRowsGivesAllDefaults) {
+TEST_F(SettingsTest, EmptyStoreGivesAllDefaults) {
   settings.LoadSettings(true);
   std::string rows;
   for (int row = 0; row <= Settings::kLastSetting; ++row) {
@@ -44,7 +44,7 @@ TEST_F(SettingsTest, AStoreWithoutRowsGivesAllDefaults) {
             "33 DefaultTableAutoSize 0; 34 DefaultTableNumRecs 1000; ");
 }
 
-TEST_F(SettingsTest, RowsOfTheStoreAreTakenOrFallBack) {
+TEST_F(SettingsTest, InvalidRowsFallBackToDefaults) {
   constexpr std::tuple<std::string_view, std::string_view, std::string_view> cases[] = {
       {"Form Background", "", "-2147483636"},  {"Form Background", "blue", "-2147483636"},
       {"Summary Highlight", " 64 ", "64"},     {"GenPath", "  ", "C:\\Larkfield\\DLDFILES"},
@@ -62,7 +62,7 @@ TEST_F(SettingsTest, RowsOfTheStoreAreTakenOrFallBack) {
   }
 }
 
-TEST_F(SettingsTest, FoldersOfTheMachineGiveCompilerAndWorkDir) {
+TEST_F(SettingsTest, MachineFoldersGiveCompilerAndWorkDir) {
   const std::tuple<std::string, std::string, std::string_view, std::string_view> cases[] = {
       {"D:\\work", "C:\\Larkfield\\Lib", "D:\\work", "C:\\Larkfield\\Lib\\VKPComp.EXE"},
       {" ", "/opt/vk/", "/tmp", "/opt/vk/VKPComp.EXE"},
@@ -88,10 +88,10 @@ TEST_F(SettingsTest, SavedSettingsLoadUnderTheirIdentity) {
   colors[0][1] = "255";
   colors[4][1] = "red";
   EXPECT_THROW(settings.SetSelectedColors(colors), Fault);
-  EXPECT_EQ(settings.ColorValue(0), -2147483636) << "none is changed";
+  EXPECT_EQ(settings.ColorValue(0), -2147483636) << "no colour is changed";
   colors[4][1] = colors[5][1] = "128";
   settings.SetSelectedColors(colors);
-  // The settings screen works on the table.
+  // The settings screen edits the table.
   settings.CopyToTable();
   settings.Rows()[26].Value = "1,16";
   settings.Rows()[31].Value = "1";
@@ -101,7 +101,7 @@ TEST_F(SettingsTest, SavedSettingsLoadUnderTheirIdentity) {
 
   Settings again(store, registry, "/tmp");
   again.LoadSettings(true);
-  EXPECT_EQ(again.WarningMessageMask(), 8191) << "the other identity has nothing";
+  EXPECT_EQ(again.WarningMessageMask(), 8191) << "the other identity has no rows";
   again.RegistryApp("Larkfield");
   again.LoadSettings(true);
   EXPECT_EQ(again.GenFilePath(), "/home/marge/plans/");
@@ -111,7 +111,7 @@ TEST_F(SettingsTest, SavedSettingsLoadUnderTheirIdentity) {
   EXPECT_EQ(again.HighlightColor(), 0x808080);
 }
 
-TEST_F(SettingsTest, PalettesAreOneOfTwo) {
+TEST_F(SettingsTest, SoftColorsSelectThePalette) {
   const auto summary = [&] {
     const SummaryPalette& now = settings.SummaryColors();
     return std::vector<i32>{now.Back, now.Text, now.DisabledBack, now.DisabledText};
@@ -158,7 +158,7 @@ TEST_F(SettingsTest, AValueSetByHandIsCheckedAndKeptAlone) {
   EXPECT_EQ(settings.Options().DefaultNumFlags, 8);
 }
 
-TEST(RegistrySetting, GivesTextsAndNumbersAndReportsFailures) {
+TEST(RegistrySetting, ReturnsTextsAndNumbersAndReportsFailures) {
   const std::tuple<platform::RegistryReading, std::string, std::string> cases[] = {
       {{-7, {}}, "", "-7"},
       {{"Larkfield", {}}, "", "Larkfield"},
@@ -183,7 +183,7 @@ TEST(RegistrySetting, GivesTextsAndNumbersAndReportsFailures) {
   }
 }
 
-TEST(UserSetting, IsANumberWhenItLooksLikeOne) {
+TEST(UserSetting, NumericTextIsANumber) {
   using ORVUS_COMMON::UserValue;
   testing::MemorySettingsStore store;
   auto& kept = store.sections["HKCU\\Software\\Fernhollow Instruments\\ProgGen\\ConditionFont"];

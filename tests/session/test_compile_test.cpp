@@ -63,7 +63,7 @@ class TestCompileRun : public ::testing::Test {
   std::unique_ptr<ProjectStore> store_ = NewStore();
 };
 
-TEST_F(TestCompileRun, AGoodProgramGivesTheTimesOfItsBlocks) {
+TEST_F(TestCompileRun, GoodProgramGivesBlockTimes) {
   for (const char* behaviour : {"good", "old", "exact", "lf", "cr", "slow"}) {
     SCOPED_TRACE(behaviour);
     EXPECT_TRUE(run(behaviour));
@@ -84,7 +84,7 @@ TEST_F(TestCompileRun, BadOrRequestedResultIsShown) {
   forms_.ExpectBox("COMPILE RESULT",
                    oldHead + "[Compile Results]\r\nLine 7: Undeclared variable\r\nEnd\r\n");
   EXPECT_FALSE(run("oldbad"));
-  EXPECT_EQ(store_->TempBlock[3].BlockTime, 1004) << "a bad program has its times all the same";
+  EXPECT_EQ(store_->TempBlock[3].BlockTime, 1004) << "a bad program still has times";
   forms_.ExpectBox("COMPILE RESULT", newHead + "Test compiled OK.\r\n" + source_ + " Compiled OK");
   EXPECT_TRUE(run("good", true));
   forms_.ExpectBox("COMPILE RESULT", oldHead + "Test compiled OK.");
@@ -172,7 +172,7 @@ class IllCompilers : public ::testing::Test {
                   host};
 };
 
-TEST_F(IllCompilers, LeaveNothingAndHaveNoWrongProgramSent) {
+TEST_F(IllCompilers, LeaveNothingAndSendNoWrongProgram) {
   const std::string aFolder = folder / "folder";
   const std::string notExecutable = folder / "data";
   const std::string script = folder / "script";
@@ -281,7 +281,7 @@ TEST_F(IllCompilers, BelieveNothingThatWasThereBefore) {
   }
 }
 
-TEST_F(IllCompilers, FindTheFolderThatTheMachineNamesNow) {
+TEST_F(IllCompilers, UseTheCurrentFolderOfTheMachine) {
   registry.values["HKLM\\SOFTWARE\\Fernhollow Instruments\\ProgGen\\WorkDir"] = {folder / "none",
                                                                                  {}};
   EXPECT_TRUE(Holds(saveAndSend(OSTRAND_STAND_IN, "good"),
@@ -289,7 +289,7 @@ TEST_F(IllCompilers, FindTheFolderThatTheMachineNamesNow) {
   EXPECT_TRUE(host.sent.empty());
 }
 
-TEST(CompileReports, GiveTheVersionAndTheFormOfTheCommand) {
+TEST(CompileReports, ReturnVersionAndCommandForm) {
   constexpr std::tuple<std::string_view, bool, std::string_view, std::string_view> cases[] = {
       {"[Version] VERSION: 6.1 DATE:060607", true, "6.1", "060607"},
       {"[Version] VERSION: 6.1 DATE: 060507\nVERSION: 4 DATE: 010101", false, "4", "010101"},
@@ -307,7 +307,7 @@ TEST(CompileReports, GiveTheVersionAndTheFormOfTheCommand) {
   }
 }
 
-TEST(CompileReports, AreShownByTheirFirstAndLastLines) {
+TEST(CompileReports, ShowFirstAndLastLines) {
   std::string text;
   for (int line = 0; line < 40'000; ++line) text += "x\r\n";
   const std::string shown = ShownInBox(text);
@@ -316,7 +316,7 @@ TEST(CompileReports, AreShownByTheirFirstAndLastLines) {
   EXPECT_EQ(ShownInBox(text.substr(0, 65'536)), text.substr(0, 65'536));
 }
 
-TEST(CompileReports, TimesGoToTheBlocksThatHaveTheStatements) {
+TEST(CompileReports, TimesBelongToTheirBlocks) {
   const auto store = NewStore();
   store->VoltBlock.BlockCount = 3;
   store->VoltBlock[2].Reps = 4;
@@ -344,7 +344,7 @@ TEST(CompileReports, TimesGoToTheBlocksThatHaveTheStatements) {
       "Line 30: TK40M = 30\r\nLine 31: TK40M = 31\r\nLine 32: TK40M = 32\r\n"
       "Scan: slow\r\nLine 33: TK40M = 33\r\n",
       lines);
-  EXPECT_EQ(store->Config.BatteryTime, 11) << "half to even, then added up";
+  EXPECT_EQ(store->Config.BatteryTime, 11) << "rounded half to even, then added";
   EXPECT_EQ(store->Config.PanelTime, 11);
   const auto times = [](const auto& group) {
     std::vector<i32> found;

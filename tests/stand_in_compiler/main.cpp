@@ -1,6 +1,6 @@
-// A stand-in for the logger's compiler: the same command lines, both reports in the old and the
-// new form, and the ways in which a real one fails. STAND_IN names what it does. The time that it
-// reports of a statement is 1000 microseconds and one for each line of the program before it.
+// A stand-in for the logger's compiler: the same command lines, both reports in the old and the new
+// form, and the failures of a real one. STAND_IN selects its behaviour. The time reported for a
+// statement is 1000 microseconds plus one for each line of the program before it.
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -33,7 +33,7 @@ std::string read(const std::string& path) {
   return {std::istreambuf_iterator<char>(file), {}};
 }
 
-// With "judge" the program itself says whether it is good.
+// With "judge" the program itself determines whether it is good.
 bool isBad(const std::string& source) {
   return is("bad") || is("oldbad") ||
          (is("judge") && read(source).find("does not compile") != std::string::npos);
@@ -105,7 +105,7 @@ void leaveChildren() {
   hang();
 }
 
-// What a compiler can put in the place of a report. False when `what` is none of it.
+// Writes something else in place of a report. False if `what` is not such a behaviour.
 bool spoil(const std::string& what, const std::string& report) {
   if (what == "none") return true;
   if (what == "code") std::exit(3);

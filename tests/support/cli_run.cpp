@@ -10,7 +10,7 @@
 namespace ostrand::testing {
 namespace {
 
-// Nothing of the real user's is read or written: everything that is kept is under `home`.
+// Nothing of the real user is read or written: all files are under `home`.
 pid_t start(const std::vector<std::string>& arguments, const Setting& setting,
             const std::string& home, const std::string& out, const std::string& err) {
   std::vector<std::string> words = {"ostrand"};
@@ -30,7 +30,7 @@ pid_t start(const std::vector<std::string>& arguments, const Setting& setting,
   ::setenv("TMPDIR", home.c_str(), 1);
   const rlimit noCore{0, 0};
   ::setrlimit(RLIMIT_CORE, &noCore);
-  const rlimit limit{setting.mostBytes, setting.mostBytes};
+  const rlimit limit{setting.maxBytes, setting.maxBytes};
   if (::setrlimit(RLIMIT_FSIZE, &limit) == 0 && ::chdir(setting.folder.c_str()) == 0) {
     ::execv(OSTRAND_PROGRAM, argv.data());
   }

@@ -1,4 +1,4 @@
-// The command `ostrand` as its user meets it: a process with arguments, files, messages, a code.
+// Runs the command `ostrand`: a process with arguments, files, messages and an exit code.
 #pragma once
 
 #include <sys/resource.h>
@@ -10,24 +10,24 @@
 namespace ostrand::testing {
 
 struct Outcome {
-  int code = -1;  // 128 + signal for a process that was killed
+  int code = -1;  // 128 + signal for a killed process
   std::string out;
   std::string err;
 };
 
 struct Setting {
   std::string epoch = "1000000000";  // 2001-09-09 01:46:40 UTC
-  std::string folder = ".";          // where the process stands
-  rlim_t mostBytes = RLIM_INFINITY;  // of a file
-  std::string out = {};              // where standard output goes, if not kept
+  std::string folder = ".";          // working folder
+  rlim_t maxBytes = RLIM_INFINITY;   // maximum size of a file
+  std::string out = {};              // file of standard output, if kept
   std::string home = {};             // of settings, machine keys and temporary files, if kept
 };
 
 Outcome RunOstrand(const std::vector<std::string>& arguments, const Setting& setting = {});
 
-// The same in the background, with its messages dropped.
+// Runs it in the background and discards its messages.
 pid_t StartOstrand(const std::vector<std::string>& arguments, const std::string& home);
-// Waits for its end; the code as in Outcome.
+// Waits for its end; returns the code as in Outcome.
 int EndOf(pid_t child);
 
 }  // namespace ostrand::testing

@@ -29,7 +29,7 @@ constexpr std::array<std::string_view, 24> kExtremes = {
     "-3.4E38",     "1E-45",       "nan",        "1E308", "-0.001",     "",
     "Flag(32767)", "DataEvent(,", "12,,",       "7",     "255",        "100"};
 
-// Answers every box by its first choice, so that what a check repairs is repaired.
+// Answers every box with its first choice, so that repairs of a check take place.
 class WillingForms : public platform::Forms {
  public:
   platform::Answer ShowBox(const platform::MessageBox& box) override {
@@ -61,7 +61,7 @@ std::vector<std::string_view> linesOf(std::string_view text) {
 }  // namespace
 
 std::string ExtremeProjectText(std::string_view bytes) {
-  constexpr std::size_t kEdit = 3;  // bytes of one: two for the line, one for the value
+  constexpr std::size_t kEdit = 3;  // bytes of one edit: two for the line, one for the value
   const auto at = [&](std::size_t index) {
     return index < bytes.size() ? static_cast<unsigned char>(bytes[index]) : 0U;
   };

@@ -1,4 +1,4 @@
-// The moment at which all golden files were made.
+// The time of all golden files.
 #pragma once
 
 #include "platform/clock.h"

@@ -1,4 +1,4 @@
-// A server on this machine that listens, and reads what one peer after the other sends.
+// A local server that listens and reads from one peer after another.
 #pragma once
 
 #include <arpa/inet.h>
@@ -29,7 +29,7 @@ class Listener {
 
   [[nodiscard]] const std::string& Port() const { return port_; }
   [[nodiscard]] std::string Name() const { return "127.0.0.1:" + port_; }
-  // All that the next peer sends until it ends.
+  // All bytes of the next peer until it ends.
   [[nodiscard]] std::string Received() const {
     const int peer = ::accept(socket_, nullptr, nullptr);
     std::string bytes(1000, '\0');

@@ -33,7 +33,7 @@ class MemoryFileSystem : public platform::FileSystem {
 };
 
 // Passes all calls on; of those that can fail, the `failAt`-th (from 1) does, and with
-// `staysBroken` all behind it too. A failing write leaves half of its bytes behind.
+// `staysBroken` all later ones too. A failing write leaves half of its bytes.
 class FaultyFileSystem : public platform::FileSystem {
  public:
   FaultyFileSystem(platform::FileSystem& inner, int failAt, bool staysBroken = false)
@@ -41,7 +41,7 @@ class FaultyFileSystem : public platform::FileSystem {
 
   // Calls so far that could have failed.
   [[nodiscard]] int Calls() const { return calls_; }
-  // Counts a call; true when it is to fail.
+  // Counts a call; true if it should fail.
   bool Fails();
 
   bool Exists(std::string_view path) override { return inner_.Exists(path); }

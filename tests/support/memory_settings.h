@@ -41,7 +41,8 @@ class MemorySettingsStore : public platform::SettingsStore {
   }
 };
 
-// Keys are "HIVE\key\name"; any other reads as one that cannot be opened.
+// Keys are "HIVE\key
+// ame"; any other cannot be opened.
 class MemoryRegistry : public platform::MachineRegistry {
  public:
   std::map<std::string, platform::RegistryReading> values;

@@ -10,7 +10,7 @@ namespace {
 
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
-// A line with its "<18x>" written out.
+// A line with each "<18x>" expanded.
 std::string repeated(std::string_view line) {
   std::string text;
   while (!line.empty()) {
@@ -69,7 +69,7 @@ std::vector<ProjectCase> ReadProjectCases(std::string_view name) {
 }
 
 void TakeSettings(ProjectStore& store, const std::vector<std::string>& lines) {
-  // Seen by the reader, this header keeps the exceptions as they are told.
+  // With this header the reader keeps the given exceptions.
   std::string header = "[TC REF TABLES]";
   const auto saved = [&] { return ORVUS_GENFILE::ProjectFileText(store, {}); };
   for (std::string_view line : lines) {

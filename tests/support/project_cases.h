@@ -1,11 +1,11 @@
-// Cases in text files: what a user sets in a new project, and what is expected of it.
+// Test cases in text files: settings of a new project, and the expected result.
 //
 //   # A comment.
 //   === What the case is about
 //   [VOLTAGE BLOCKS] BlockCount=2; Reps(1-2)=3      both keys, Reps(1) and Reps(2)
 //     Units(1)=Volts                                and more of the section
-//   --- kind             of the lines behind it, as the reader of the cases knows it
-//   what is expected
+//   --- kind             of the following lines, defined by the reader of the cases
+//   expected lines
 //   +++                  further settings of the same project
 //
 // `<18x>` stands for 18 times `x` in every line. Blank lines at the end of a part are layout.
@@ -31,14 +31,14 @@ struct ProjectCase {
   std::vector<CaseStep> steps;
 };
 
-// The cases of a file, named from the folder of the tests on.
+// The cases of a file, given relative to the folder of the tests.
 std::vector<ProjectCase> ReadProjectCases(std::string_view name);
 
-// Takes the settings as the project file does. One without an effect fails the test, since it is
-// misspelt or says nothing.
+// Applies the settings like the project file. One without an effect fails the test, since it is
+// misspelt or useless.
 void TakeSettings(ProjectStore& store, const std::vector<std::string>& lines);
 
-// Plays the cases of a file, each on a `Project` of its own, which takes the steps.
+// Plays the cases of a file, each on a separate `Project`, which runs the steps.
 template <class Project>
 void PlayProjectCases(std::string_view name) {
   for (const ProjectCase& made : ReadProjectCases(name)) {

@@ -32,7 +32,7 @@ bool follows(const std::string& text, float value) {
   return text.empty() || ToSingle(text) == value;
 }
 
-// Collects what is wrong, under the name of a block.
+// Collects faults under the name of a block.
 class Findings {
  public:
   void Expect(bool holds, std::string_view name, int block, std::string_view what) {
@@ -75,7 +75,7 @@ void checkGroup(Findings& found, std::string_view name, const Group& group) {
   }
 }
 
-// Whether the first block of a kind skips a channel that those behind it don't know of.
+// Whether the first block of a kind skips a channel that the later ones ignore.
 bool skipsOne(ChannelBlocks blocks, int used) {
   return !blocks.empty() && blocks.front().Reps > 0 && IsDifferential(blocks.front().MeasType) &&
          used % 2 == 1;

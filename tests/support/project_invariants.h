@@ -1,4 +1,4 @@
-// What holds of every project that was made on the screens of blocks.
+// Invariants of every project made on the block screens.
 #pragma once
 
 #include <string>
@@ -7,28 +7,28 @@
 
 namespace ostrand::testing {
 
-// Each tells what is wrong, line by line; empty when all holds.
+// Each returns the faults, one a line; empty if there are none.
 
-// Sensors without a value set by hand hold that of their block or none, thermocouples the scaling
-// of their scale, and rows beyond the count nothing at all.
+// Sensors without a value set by hand have that of their block or none, thermocouples the scaling
+// of their scale, and rows beyond the count nothing.
 std::string SensorsOutOfStep(const ProjectStore& store);
 
-// Under automatic selection the stored starts are the computed ones, and no terminal has two
-// blocks. Done of a list of blocks brings that about; switching to automatic selection does not. A
-// differential block that is the first of its kind may lie behind an odd number of channels: the
-// allocation does not count the one that it skips, and no terminals are compared.
+// With automatic selection the stored starts equal the computed ones, and no terminal has two
+// blocks. Done of a list of blocks ensures this; switching to automatic selection does not. A
+// differential block that is the first of its kind may follow an odd number of channels: the
+// allocation does not count the channel that it skips, and no terminals are compared.
 std::string WrongStarts(const ProjectStore& store);
 
-// Counts of blocks, sensors, excitations and pulses within their limits, the totals that are kept
-// of them, and whether the reference temperature of the multiplexers is measured.
+// Counts of blocks, sensors, excitations and pulses are within their limits, and the stored totals
+// and the measurement of the multiplexers' reference temperature match them.
 std::string CountsOutOfLimits(const ProjectStore& store);
 
-// Times, channels and kinds of blocks that their screens don't allow, and times of bridges and
-// pulses other than they take.
+// Times, channels and kinds of blocks are those that their screens allow, and times of bridges and
+// pulses those of their measurements.
 std::string ValuesOutOfLimits(const ProjectStore& store);
 
-// Room on the multiplexers and, under automatic selection, on the panel. The configuration can take
-// room away from blocks that are there already.
+// The blocks fit on the multiplexers and, with automatic selection, on the panel. The configuration
+// can reduce the channels of existing blocks.
 std::string RoomOverdrawn(const ProjectStore& store);
 
 }  // namespace ostrand::testing

@@ -39,7 +39,7 @@ class Chance {
   std::string Flag() { return "Flag(" + NumberText(int{Of(1, kFlags)}) + ")"; }
   std::string Expression() { return Flag() + From({" = ", " <> ", " >= "}) + NumberText(Real()); }
 
-  // Fill all members that they are given.
+  // Fill all given members.
   template <class... Members>
   void Flags(Members&... members) {
     ((members = Maybe()), ...);
@@ -92,8 +92,7 @@ class Maker : private Chance {
   }
 
  private:
-  // In a thin project few families are left, so that what one declares cannot stand in for
-  // another's.
+  // A thin project has few families, so that the declarations of one cannot serve another.
   i16 count(int limit, int usual) {
     if (largest_) return static_cast<i16>(limit);
     return thin_ && !Once(3) ? Of(0, 1) : Of(0, usual);
@@ -161,7 +160,7 @@ class Maker : private Chance {
     row = {Name(), Of(0, 5), Of(0, 20), Real(), Text(), Expression()};
   }
 
-  // Selections and codes of an item, as far as the first `codes` processing instructions.
+  // Selections and codes of an item, for the first `codes` processing instructions.
   void select(OutputSet& output, int codes) {
     for (int t = 1; t <= kTables; ++t) {
       if (store_.Tables[t].TableOn == 0) continue;
@@ -214,7 +213,7 @@ class Maker : private Chance {
   }
 
   // The panel's groups count their channels; thermocouples on it are not calibrated. Four bridges
-  // find a switched excitation, two more a continuous one.
+  // get a switched excitation, two more a continuous one.
   template <class Group>
   void fillGroup(Group& group) {
     constexpr bool onPanel = requires { group.SEChannelCount; };
@@ -330,7 +329,7 @@ class Maker : private Chance {
       item.RxDataMatch = match;
       if (i == 1 || !Once(3)) continue;
       item.DataId = store_.Can.Item[i - 1].DataId;
-      item.Enabled = store_.Can.Item[i - 1].Enabled = 1;  // both take the reply apart
+      item.Enabled = store_.Can.Item[i - 1].Enabled = 1;  // both decode the reply
     }
   }
 

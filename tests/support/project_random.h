@@ -1,4 +1,4 @@
-// Projects made by chance, and the largest one.
+// Random projects, and the largest one.
 #pragma once
 
 #include <cstdint>
@@ -7,16 +7,15 @@
 
 namespace ostrand::testing {
 
-// A project with its defaults and the logger's constants, then filled by chance: all families,
-// counts and codes inside their limits. Holds only what a project file keeps, so that reading
-// what was saved gives the same members, and nothing that the screens would not leave behind, so
-// that its program is sound: every expression is about flags, every name is the only one of its
-// kind but for two calculated fields, and the panel has room for the bridges. The same seed gives
-// the same project everywhere.
+// A project with its defaults and the logger's constants, then filled at random: all families,
+// counts and codes inside their limits. Has only values that a project file keeps, so that it
+// survives a save, and that the screens would leave, so that its program is correct: every
+// expression is about flags, every name is unique in its kind except for two calculated fields, and
+// the bridges fit on the panel. The same seed gives the same project everywhere.
 void MakeRandomProject(ProjectStore& store, std::uint32_t seed);
 
-// Everything that there is room for: 7 blocks of 100 repetitions of each analog kind, 2 of pulses,
-// 128 CAN items of 64 values, every alias and every table.
+// A project at all limits: 7 blocks of 100 repetitions of each analog kind, 2 of pulses, 128 CAN
+// items of 64 values, every alias and every table.
 void MakeLargestProject(ProjectStore& store);
 
 }  // namespace ostrand::testing

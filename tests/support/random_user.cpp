@@ -92,7 +92,7 @@ void RandomUser::look(Screen& screen) {
   if (screen.Result() == ModalResult::kNone) leave(screen);
 }
 
-// An opener that can't be used says why.
+// A disabled opener must give a reason.
 void RandomUser::checkOpeners(const Screen& screen) {
   for (const Opener* opener : screen.Openers()) {
     if (opener->Usable() || !opener->WhyDisabled.empty()) continue;
@@ -119,7 +119,7 @@ void RandomUser::leave(Screen& screen) {
   }
 }
 
-// A field that can't be left is as it was before.
+// A field that can't be left keeps its text.
 void RandomUser::moveFocus(Screen& screen, Control* next) {
   if (!screen.MoveFocus(next)) dynamic_cast<TextField&>(*screen.Focused()).Escape();
 }
@@ -177,7 +177,7 @@ void RandomUser::use(Control& control) {
 }
 
 std::string RandomUser::textFor(const Control& control) {
-  // The project file does not keep that units are blank.
+  // The project file does not keep blank units.
   if (control.Name().find("Units") != std::string::npos) return Below(2) == 0 ? "Counts" : "mBar";
   const auto* list = dynamic_cast<const ListField*>(&control);
   if (list != nullptr && !list->Items.empty() && Below(2) == 0) {
@@ -192,7 +192,7 @@ Answer RandomUser::ShowBox(const platform::MessageBox& box) {
   if (box.text.starts_with("Unexpected error")) trouble = box.text;
   const auto answer = [&] {
     if (mood == Mood::kLooks) return unwilling(box);
-    // Whoever insists on improper values has a program that can't be made.
+    // Improper values would give a program that can't be made.
     if (box.title == "CONTINUE WITH IMPROPER VALUES ?") return Answer::kNo;
     constexpr std::array kAnswers = {Answer::kYes, Answer::kNo, Answer::kCancel};
     switch (box.buttons) {

@@ -1,4 +1,4 @@
-// A user who does anything at all on any screen, and writes down what.
+// A user who acts at random on any screen and records the actions.
 #pragma once
 
 #include <cstdint>
@@ -12,20 +12,19 @@
 namespace ostrand::testing {
 
 // Opens screens, types, picks, checks, spins and presses at random, and leaves by Done or Cancel.
-// Boxes are answered at random. The same seed does the same on the same screens.
+// Boxes are answered at random. The same seed gives the same actions on the same screens.
 class RandomUser : public platform::Forms, public ScreenHost {
  public:
   explicit RandomUser(std::uint32_t seed) : random_(seed) {}
 
-  // A number from 0 to one below the limit.
+  // A random number from 0 to `limit` - 1.
   int Below(std::size_t limit) { return static_cast<int>(random_() % limit); }
 
-  // What the user does with the screens to come.
+  // The actions on the next screens.
   enum class Mood {
     kEdits,  // anything
-    kLooks,  // opens every screen there is, picks what is picked, agrees to nothing and leaves by
-             // Done, or by Cancel where Done is refused; calculators, whose Done is an edit, by
-             // Cancel
+    kLooks,  // opens every screen, picks the current items, refuses all questions and leaves by
+             // Done, or by Cancel if Done is refused or, as with calculators, is an edit
   };
   Mood mood = Mood::kEdits;
 
@@ -42,10 +41,10 @@ class RandomUser : public platform::Forms, public ScreenHost {
   std::vector<std::string> log;            // the actions, as lines of a screen script
   std::set<std::string> screens;           // names of all that were shown
   std::set<std::string> titles;            // of all boxes
-  ModalResult ended = ModalResult::kNone;  // how the last screen of the main row did
-  std::string trouble;                     // what was reported as a failure of the system
-  std::string stuck;                       // the screen that could not be left
-  std::string unexplained;                 // openers that can't be used, and give no reason
+  ModalResult ended = ModalResult::kNone;  // result of the last screen opened from the main row
+  std::string trouble;                     // reported failures of the system
+  std::string stuck;                       // a screen that could not be left
+  std::string unexplained;                 // disabled openers without a reason
 
  private:
   void edit(Screen& screen);

@@ -1,4 +1,4 @@
-// Drives screens as a person does: what is hidden or disabled can't be used.
+// Drives screens like a user: hidden or disabled controls can't be used.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -19,7 +19,8 @@
 
 namespace ostrand::testing {
 
-// Shows a screen by running what the test does on it: always the same, or the next of its scenes.
+// Shows a screen by running an action of the test on it: always the same, or the next of its
+// scenes.
 class DrivenHost : public ScreenHost {
  public:
   ~DrivenHost() override { EXPECT_TRUE(scenes.empty()) << "a screen was not opened"; }
@@ -72,7 +73,7 @@ inline bool IsUsable(const Screen& screen, std::string_view name) {
   const Control* control = screen.Find(name);
   return control != nullptr && control->Usable();
 }
-// Opens a screen by its name; false when it can't be opened now.
+// Opens a screen by its name; false if it can't be opened.
 inline bool Open(Screen& screen, std::string_view name, std::string_view argument = {}) {
   screen.MoveFocus(nullptr);
   for (Opener* opener : screen.Openers()) {
@@ -96,7 +97,7 @@ class ScreenTest : public ::testing::Test {
     host.onShow = actions;
     ASSERT_TRUE(Open(from, name, argument)) << name;
   }
-  // The same, left by Done.
+  // Opens a screen, acts on it and leaves by Done.
   void edit(Screen& from, std::string_view name, std::string_view argument,
             const std::function<void(Screen&)>& actions) {
     open(from, name, argument, [&](Screen& screen) {

@@ -1,5 +1,5 @@
-// A user who answers by a script. A box or dialog that the script does not foresee fails the test,
-// and so does one that it foresees and that never comes.
+// A user with prepared answers. An unexpected box or dialog fails the test, and so does an expected
+// one that never comes.
 #pragma once
 
 #include <deque>
@@ -19,13 +19,13 @@ class ScriptedForms : public platform::Forms {
   // The next box has this title and text and gets this answer.
   void ExpectBox(std::string title, std::string text,
                  platform::Answer answer = platform::Answer::kOk);
-  // The next box has this title and a text that holds `part`.
+  // The next box has this title, contains `part` and gets this answer.
   void ExpectBoxWith(std::string title, std::string part,
                      platform::Answer answer = platform::Answer::kOk);
-  // Boxes that the script does not foresee are kept in `shown` from now on and answered with OK;
-  // for tests that look at them afterwards.
+  // Unexpected boxes are kept in `shown` from now on and answered with OK, for tests that check
+  // them afterwards.
   void CollectBoxes() { collecting_ = true; }
-  // The next open or save dialog is answered so; nothing stands for Cancel.
+  // The next open or save dialog gets this answer; nothing means Cancel.
   void ExpectOpen(std::optional<std::string> answer);
   void ExpectSave(std::optional<std::string> answer);
 
@@ -38,20 +38,20 @@ class ScriptedForms : public platform::Forms {
   void DoEvents() override { meanwhile(); }
 
   platform::FileDialog dialog;              // the last one asked
-  std::vector<platform::MessageBox> shown;  // boxes collected
+  std::vector<platform::MessageBox> shown;  // collected boxes
   std::vector<std::string> helpLines;
   platform::Pointer pointer = platform::Pointer::kNormal;
   int beeps = 0;
   int rounds = 0;                           // of DoEvents
-  int restingRounds = 0;                    // of these, the first so many take a millisecond each
-  std::function<void()> meanwhile = [] {};  // what the user does in each of them
+  int restingRounds = 0;                    // the first so many of these sleep a millisecond each
+  std::function<void()> meanwhile = [] {};  // actions of the user in each of them
   std::function<void()> onBox = [] {};      // before a box is shown
 
  private:
   struct Box {
     std::string title;
     std::string text;
-    bool whole;  // or a part of the text only
+    bool whole;  // the whole text, or only a part
     platform::Answer answer;
   };
   struct Dialog {

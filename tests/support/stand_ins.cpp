@@ -11,7 +11,7 @@
 namespace ostrand::testing {
 namespace {
 
-// What this process starts has the mark from its first moment.
+// Processes started by this one have the mark from the start.
 const std::string kMark = [] {
   const std::string owner = std::to_string(::getpid());
   ::setenv("STAND_IN_OWNER", owner.c_str(), 1);
@@ -26,7 +26,7 @@ int StandInsAlive() {
     std::error_code error;
     const auto program = std::filesystem::read_symlink(entry.path() / "exe", error);
     if (error || program != OSTRAND_STAND_IN) continue;
-    std::ifstream file(entry.path() / "environ", std::ios::binary);  // may be gone by now
+    std::ifstream file(entry.path() / "environ", std::ios::binary);  // may have ended
     const std::string environment{std::istreambuf_iterator<char>(file), {}};
     if (environment.find(kMark) != std::string::npos) ++count;
   }

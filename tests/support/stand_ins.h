@@ -3,8 +3,8 @@
 
 namespace ostrand::testing {
 
-// How many processes of the stand-in run that this process has started, or those it started: they
-// are marked by an environment variable. Other tests may have such processes at the same time.
+// The number of running stand-ins started by this process or its children, marked by an environment
+// variable. Other tests may run stand-ins at the same time.
 int StandInsAlive();
 
 }  // namespace ostrand::testing

@@ -1,4 +1,4 @@
-// The driver of screens with its words as members, for the tests of tables.
+// The screen driver with its routines as members, for the tests of tables.
 #pragma once
 
 #include "support/screen_driver.h"
@@ -9,7 +9,7 @@ class TableScreens : public ScreenTest {
  protected:
   static Control& control(Screen& screen, std::string_view name) { return Reach(screen, name); }
   static void type(Screen& screen, std::string_view name, std::string_view keys) {
-    Usable(screen, name).TypeText(keys);  // a refused key is the test's concern
+    Usable(screen, name).TypeText(keys);  // the test checks a refused key
     screen.MoveFocus(nullptr);
   }
   static void pick(Screen& screen, std::string_view name, std::string_view item) {

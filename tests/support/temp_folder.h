@@ -1,4 +1,4 @@
-// A folder of its own for a test, gone afterwards.
+// A temporary folder of a test, deleted at its end.
 #pragma once
 
 #include <string>
@@ -20,7 +20,7 @@ class TempFolder {
   std::string path_;
 };
 
-// The bytes of a file on the disk; fails the test when it cannot be read.
+// The bytes of a file on the disk; fails the test if it cannot be read.
 std::string ReadDisk(const std::string& path);
 void WriteDisk(const std::string& path, std::string_view bytes);
 

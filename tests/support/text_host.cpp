@@ -69,7 +69,7 @@ std::string items(const Choice& choice) {
   return text + "]";
 }
 
-// What is drawn where the user looks at it or works with it.
+// The drawing of a control's content.
 std::string body(const Control& control) {
   const std::string caption = plain(control.Caption);
   switch (control.Kind()) {
@@ -116,7 +116,7 @@ std::string lineOf(const Control& control) {
 
 using Controls = std::vector<const Control*>;
 
-// A table: its columns are the captions, in the order in which they come.
+// A table: its columns are the captions, in order of appearance.
 std::string tableOf(const Controls& cells) {
   std::vector<std::string> heads;
   std::map<int, std::map<std::string, std::string>> rows;

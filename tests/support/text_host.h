@@ -1,4 +1,4 @@
-// Draws screens as text, from what their controls say about themselves and nothing else.
+// Draws screens as text from the descriptions of their controls alone.
 #pragma once
 
 #include <string>
@@ -7,8 +7,8 @@
 
 namespace ostrand::testing {
 
-// The screen as a person would see it: headings, rows that repeat as tables, the rest a line for
-// each control; hidden controls are left out. UTF-8, lines end in LF.
+// The screen for a user: headings, repeated rows as tables, the rest a line for each control;
+// hidden controls are left out. UTF-8, lines end in LF.
 std::string DrawScreen(const Screen& screen);
 
 }  // namespace ostrand::testing

@@ -19,17 +19,17 @@
 namespace ostrand {
 namespace {
 
-TEST(Strings, UpperKnowsTheLettersOfTheCodePage) {
+TEST(Strings, UpperConvertsLettersOfTheCodePage) {
   constexpr std::pair<std::string_view, std::string_view> cases[] = {
       {"abcz{`", "ABCZ{`"},
       {"\xE4\xFE\x9A\x9C\x9E\xFF", "\xC4\xDE\x8A\x8C\x8E\x9F"},
-      {"\xDF\xF7\x99\xAA", "\xDF\xF7\x99\xAA"},  // no capital of their own
+      {"\xDF\xF7\x99\xAA", "\xDF\xF7\x99\xAA"},  // no upper case
       {"/j\xC3\x9Crgen/20\xE2\x82\xAC", "/J\xC3\x9CRGEN/20\xE2\x82\xAC"},
-      {"\xE2\x82", "\xC2\x82"}};  // cut off: bytes of the code page
+      {"\xE2\x82", "\xC2\x82"}};  // incomplete: bytes of the code page
   for (const auto& [text, upper] : cases) EXPECT_EQ(Upper(text), upper);
 }
 
-TEST(CodePage, EveryByteWithACharacterComesBack) {
+TEST(CodePage, EveryByteWithACharacterSurvivesConversion) {
   const std::string without = "\x81\x8D\x8F\x90\x9D";
   for (int byte = 0; byte < 256; ++byte) {
     const std::string text(1, static_cast<char>(byte));
@@ -40,11 +40,11 @@ TEST(CodePage, EveryByteWithACharacterComesBack) {
 }
 
 TEST(CodePage, BrokenUtf8BecomesQuestionMarks) {
-  EXPECT_EQ(Windows1252FromUtf8("a\xE2\x82"), "a??");         // cut off
+  EXPECT_EQ(Windows1252FromUtf8("a\xE2\x82"), "a??");         // incomplete
   EXPECT_EQ(Windows1252FromUtf8("\xC3(b"), "?(b");            // no second byte
   EXPECT_EQ(Windows1252FromUtf8("\xF0\x9F\x98\x80!"), "?!");  // not in the code page
-  EXPECT_EQ(Windows1252FromUtf8("\xC0\xAF"), "??");           // "/" in too many bytes
-  EXPECT_EQ(Windows1252FromUtf8("\xE0\x83\xA9"), "???");      // the same for an accented letter
+  EXPECT_EQ(Windows1252FromUtf8("\xC0\xAF"), "??");           // overlong "/"
+  EXPECT_EQ(Windows1252FromUtf8("\xE0\x83\xA9"), "???");      // overlong accented letter
 }
 
 TEST(Row, RaisesFaultNineOutsideOfItsSubscripts) {
@@ -65,14 +65,14 @@ TEST(Row, RaisesFaultNineOutsideOfItsSubscripts) {
 
 using Letters = LateRow<std::string, 1, 4>;
 
-// All elements, and how many of them were made.
+// All elements, and the number of made ones.
 std::string shown(const Letters& row) {
   std::string text;
   for (const std::string& element : row) text += element + ",";
   return text + std::to_string(row.Made().size());
 }
 
-TEST(LateRow, HoldsWhatWasWritten) {
+TEST(LateRow, KeepsWrittenElements) {
   static const std::string blank = "b";
   Letters row;
   EXPECT_EQ(shown(row), ",,,,0");
@@ -92,7 +92,7 @@ TEST(LateRow, HoldsWhatWasWritten) {
   }
 }
 
-TEST(LateRow, ResetKeepsWhatIsBefore) {
+TEST(LateRow, ResetKeepsEarlierElements) {
   static const std::string blank = "b";
   Letters row;
   row[3] = "three";
@@ -105,7 +105,7 @@ TEST(LateRow, ResetKeepsWhatIsBefore) {
   EXPECT_EQ(shown(untouched), ",,b,b,2");
 }
 
-TEST(LateRow, AssignmentMovesNothing) {
+TEST(LateRow, AssignmentMovesNoElement) {
   static const std::string blank = "b";
   Letters row;
   row[1] = "one";
@@ -130,7 +130,7 @@ TEST(LateRow, AssignmentMovesNothing) {
   EXPECT_EQ(shown(longer), "b,b,three,b,3");
 }
 
-TEST(LateRow, EqualityIsThatOfTheElements) {
+TEST(LateRow, ComparesElements) {
   static const std::string blank = "b";
   Letters row;
   Letters other;
@@ -181,7 +181,7 @@ void expectShortestRoundTrip(Bits bits, Read read) {
   const Real value = std::bit_cast<Real>(bits);
   if (!std::isfinite(value)) return;
   const std::string text = NumberText(value);
-  ASSERT_LT(text.size(), static_cast<std::size_t>(kNumberTextRoom)) << text;
+  ASSERT_LT(text.size(), static_cast<std::size_t>(kMaxNumberText)) << text;
   ASSERT_EQ(read(" " + text + " "), value) << text;
   ASSERT_EQ(static_cast<Real>(Val(text + "x")), value) << text;
   char shortest[64];
@@ -198,7 +198,7 @@ TEST(NumberText, ReadsBackToTheSameValueWithTheFewestDigits) {
     // Denormals are rare among random bits.
     expectShortestRoundTrip<float>(static_cast<std::uint32_t>(bits & 0x807FFFFF), ToSingle);
     expectShortestRoundTrip<double>(bits & 0x800FFFFFFFFFFFFF, ToDouble);
-    // So are short ones and their neighbours.
+    // So are short numbers and their neighbours.
     const double hundredths = i / 50.0;
     for (const double value : {hundredths, -std::nextafter(hundredths, 1e6)}) {
       expectShortestRoundTrip<double>(std::bit_cast<std::uint64_t>(value), ToDouble);
@@ -227,7 +227,7 @@ TEST(PlainConversion, TakesTheWholeTextOrNothing) {
   EXPECT_EQ(ToDouble("0." + zeros + "1e10"), 0);
 }
 
-TEST(PlainConversion, RoundsHalfToEvenIntoWholeNumbersAndStaysInsideTheType) {
+TEST(PlainConversion, RoundsHalfToEvenAndChecksTheRange) {
   constexpr std::pair<std::string_view, std::optional<int>> cases[] = {
       {"2.5", 2},     {"3.5", 4},         {"-2.5", -2},    {"0.5", 0},
       {"1E2", 100},   {"32767.4", 32767}, {"32767.5", {}}, {"-32768.5", -32768},
@@ -242,7 +242,7 @@ TEST(PlainConversion, RoundsHalfToEvenIntoWholeNumbersAndStaysInsideTheType) {
   EXPECT_EQ(RoundToInt32(std::nan("")), std::nullopt);
 }
 
-TEST(Val, TakesTheLongestNumberAtTheHead) {
+TEST(Val, TakesTheLongestNumberAtTheStart) {
   constexpr std::pair<std::string_view, double> cases[] = {
       {"", 0},        {"abc", 0},    {"-", 0},      {".", 0},       {"  12 V", 12}, {"10,2,3", 10},
       {"1.5.2", 1.5}, {"1e", 1},     {"1e+", 1},    {"1D3x", 1000}, {"-.5e1", -5},  {"&HFFg", 255},
@@ -251,7 +251,7 @@ TEST(Val, TakesTheLongestNumberAtTheHead) {
   for (const auto& [text, value] : cases) EXPECT_EQ(Val(text), value) << text;
 }
 
-// Texts of few digits are read by a way of their own.
+// Texts of few digits take a fast path.
 TEST(ToSingle, GivesTheNearestValueOfShortTexts) {
   std::mt19937 random(13);
   for (int n = 0; n < 20000; ++n) {
@@ -272,10 +272,10 @@ TEST(ToSingle, GivesTheNearestValueOfShortTexts) {
   }
 }
 
-TEST(DecimalValue, IsWhatTheSingleShows) {
+TEST(DecimalValue, MatchesTheTextOfTheSingle) {
   EXPECT_EQ(DecimalValue(0.1F), 0.1);
   EXPECT_EQ(DecimalValue(-1.003F, 3), -1003);
-  // Whole numbers of thousandths shift to whole numbers.
+  // Whole thousandths shifted by three digits give whole numbers.
   for (int n = 0; n < 100000; ++n) {
     const float value =
         *ToSingle(NumberText(n / 1000) + "." + NumberText(1000 + n % 1000).substr(1));
@@ -291,7 +291,7 @@ struct Row {
   std::string texts;  // a blank before each
 };
 
-TEST(FormatNumber, LaysOutByTheMask) {
+TEST(FormatNumber, FollowsTheMask) {
   const Row rows[] = {
       {"0.00", 0, {0, 12.5, 1.005, 999.995, -0.005}, " 0.00 12.50 1.01 1000.00 -0.01"},
       {"0.00", 0, {-0.004, 1e-300, 1e15}, " 0.00 0.00 1000000000000000.00"},
@@ -312,13 +312,13 @@ TEST(FormatNumber, LaysOutByTheMask) {
   }
 }
 
-TEST(SignificantText, ShowsWhatANumericFieldShows) {
+TEST(SignificantText, RoundsToSignificantDigits) {
   const Row rows[] = {
       // Rounding makes the last one that needs an exponent.
       {"", 7, {0, -0.5, 1234.5678, 9999999, 9999999.6}, " 0 -0.5 1234.568 9999999 1e+07"},
       {"", 7, {15000000, -12345678, 3.402e38}, " 1.5e+07 -1.23457e+07 3.402e+38"},
       {"", 7, {1e-6, 9.9999996e-7, -1.25e-7}, " 0.000001 0.000001 -1.25e-07"},
-      // Places behind the point are limited, too, and are rounded.
+      // Places after the point are limited and rounded too.
       {"", 7, {0.00012345678, 0.0012367}, " 0.000123 0.001237"},
       {"", 10, {1e-300, 1e9, 1e10, 1e-9}, " 1e-300 1000000000 1e+10 0.000000001"},
       {"", 2, {99, 100, 0.15, 0.05}, " 99 1e+02 0.2 5e-02"},

@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
-# Runs the examples of docs/fleet.md as they are printed there:
-# tests/tools/fleet_examples_test.sh SOURCE_FOLDER OSTRAND
-# Where GNU parallel is not installed its example is only parsed; without make that one is left out.
-# The test takes the part of Slurm.
+# Runs the examples of docs/fleet.md as printed there: tests/tools/fleet_examples_test.sh
+# SOURCE_FOLDER OSTRAND
+# Without GNU parallel its example is only parsed; without make that one is skipped. The test plays
+# the part of Slurm.
 set -euo pipefail
 page="$1/docs/fleet.md"
 examples="$1/examples"
@@ -39,7 +39,7 @@ ostrand generate projects/001/*.VKG -o "$scratch/expected/001" >/dev/null
 
 same() { diff -r "$scratch/expected" out >/dev/null || fail "$1: other files"; }
 
-# A way to generate the fleet: it makes every file; with a project that can't be read it fails, and
+# Tests a way to generate the fleet: it makes every file; with an unreadable project it fails, and
 # makes all others.
 way() {
   local what="$1"

@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Builds rooms with wrong includes: tests/tools/room_test.sh SOURCE_FOLDER CMAKE COMPILER
-# The rooms are made up: `middle` knows `aid`, `deep` and through it `low`; `top` is above it.
+# The rooms are fictitious: `middle` may include `aid`, `deep` and through it `low`; `top` is above
+# it.
 set -euo pipefail
 source_folder="$1"
 cmake="$2"

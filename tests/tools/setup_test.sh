@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# What ./test and ./run do on a machine without packages: tests/tools/setup_test.sh SOURCE_FOLDER
-# dpkg-query, id, sudo, apt-get, cmake and ctest are stand-ins that note their calls; nothing is
-# installed and nothing is built.
+# ./test and ./run on a machine without packages: tests/tools/setup_test.sh SOURCE_FOLDER
+# dpkg-query, id, sudo, apt-get, cmake and ctest are stand-ins that record their calls; nothing is
+# installed or built.
 set -euo pipefail
 shopt -s extglob
 source_folder="$1"
@@ -10,7 +10,7 @@ trap 'rm -rf "$scratch"' EXIT
 calls="$scratch/calls"
 failures=0
 
-# One stand-in: a name, and what it does after its call was noted.
+# One stand-in: a name, and its action after its call was recorded.
 stand_in() {
   printf '#!/bin/bash\necho "%s $*" >>"%s"\n%s\n' "$1" "$calls" "$2" >"$scratch/bin/$1"
   chmod +x "$scratch/bin/$1"

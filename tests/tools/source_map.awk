@@ -1,8 +1,8 @@
 # The checks of source_map_test.sh. Reads the page, then the sources, then outputs and projects.
 #
-# A row is true when its routine is defined in its source, and each text is in that routine or in
-# the same source outside of any routine (a table, a constant), or in the source that the row names
-# for it.
+# A row is true if its routine is defined in its source, and each text is in that routine, in the
+# same source outside of any routine (a table, a constant), or in the source that the row names for
+# it.
 
 function fail(text) {
   if (!((text) in failed)) print "FAILED: " text
@@ -10,7 +10,7 @@ function fail(text) {
   ++failures
 }
 
-# What a title is looked up by: without blanks around it and without the number at its end.
+# The form in which titles are compared: without outer blanks and a number at the end.
 function plain(title) {
   sub(/^ +/, "", title)
   sub(/[ 0-9]+$/, "", title)
@@ -26,7 +26,7 @@ function textsIn(cell, texts,   parts, count, n, i) {
   return n + 0
 }
 
-# A shown text needs a row; one of a source needs a row that names the source.
+# A shown text needs a row; a text of a source needs a row that names the source.
 function need(text, place) {
   if (!((text) in shown)) fail(place ": no row for \"" text "\"")
 }

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Holds the tables "From an output to its source" of docs/architecture.md to the sources and to the
-# outputs: each row is true, and nothing that an output shows lacks a row. Prints what is wrong.
+# Checks the tables "From an output to its source" of docs/architecture.md against the sources and
+# the outputs: each row is true, and every shown text has a row. Prints the faults.
 # Usage: source_map_test.sh SOURCE_FOLDER
 set -euo pipefail
 cd "$1"

@@ -1,16 +1,16 @@
 // The checks before a save, on a new project with a few settings, in the files of the folder
 // `cases`:
 //
-//   --- box TITLE | Answer     the next box, its whole text (without one that of the box before),
-//                              and what the user answers, if not OK
-//   --- good names             the check of names passes; with boxes told before, they come
-//   --- bad names              it ends the save
-//   --- keys names             where its findings stand in the project file
-//   --- saved [SECTION]        lines of the section in the file of the project as it is now
-//   --- lost [SECTION]         keys that it lacks
-//   --- new name               of a field that is about to be made
-//   --- opened                 the project counts as opened: its formulas' variables are known
-//   --- warnings               the mask of them
+//   --- box TITLE | Answer     the next box, its whole text (if empty, that of the box before),
+//                              and the user's answer, if not OK
+//   --- good names             the check of names passes, after the boxes listed before it
+//   --- bad names              the check of names prevents saving
+//   --- keys names             the places of its findings in the project file
+//   --- saved [SECTION]        lines of the section in the current project file
+//   --- lost [SECTION]         keys that are not in it
+//   --- new name               of a field about to be created
+//   --- opened                 the project was opened: the variables of its formulas are noted
+//   --- warnings               the mask of the warnings
 #include <functional>
 #include <map>
 
@@ -119,15 +119,15 @@ class CaseOfChecks : public CheckedProject {
 
 class CheckCases : public ::testing::TestWithParam<const char*> {};
 
-TEST_P(CheckCases, TellWhatTheyFind) {
+TEST_P(CheckCases, ReportTheirFindings) {
   PlayProjectCases<CaseOfChecks>(std::string("verify/cases/") + GetParam());
 }
 
 INSTANTIATE_TEST_SUITE_P(Of, CheckCases,
                          ::testing::Values("names.txt", "variables.txt", "blocks_and_flags.txt"));
 
-// 700 equal names are 244,650 pairs; no box can show them.
-TEST(NamesCheck, CountsWhatIsTooMuchToTell) {
+// 700 equal names are 244,650 pairs, too many for a box.
+TEST(NamesCheck, CountsPairsAboveTheLimit) {
   CheckedProject project;
   project.use(project.store.VoltBlock, 7, 100);
   for (VoltBlockData& block : project.store.VoltBlock.Blocks) {
@@ -139,8 +139,8 @@ TEST(NamesCheck, CountsWhatIsTooMuchToTell) {
   EXPECT_TRUE(findings[0].againstSaving);
 }
 
-// A slot and a count that no file can hold: a failure leaves the other checks.
-TEST(PickVarChecks, FailureOfOneIsReportedAndLeavesTheOthers) {
+// A slot and a count that a file cannot contain: the other checks still run.
+TEST(PickVarChecks, FailureOfOneDoesNotStopTheOthers) {
   CheckedProject project;
   project.store.Ports.Slot[1].Ports[9].Include = kTrue;
   project.store.Ports.Slot[1].Ports[9].State[0].MeasureVar = "Lost";

@@ -1,4 +1,4 @@
-// A new project under the checks, with a user who answers by a script.
+// A new project for the checks, and a user with prepared answers.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -27,7 +27,7 @@ struct CheckedProject {
     for (int b = 1; b <= count; ++b) group[b].Reps = static_cast<i16>(reps);
   }
 
-  // A scan of so many of a unit, and table `t` with an interval.
+  // Sets the scan interval in units.
   void scan(float time, i16 units) {
     store.Scan.ExecutionTime = time;
     store.Scan.ExecTimeUnits = units;

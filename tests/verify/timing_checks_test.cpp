@@ -22,7 +22,7 @@ class TimingChecks : public testing::CheckTest {
   }
 };
 
-TEST_F(TimingChecks, TheEstimateMayFillTheScan) {
+TEST_F(TimingChecks, EstimateMayEqualTheScan) {
   constexpr const char* kTooLong =
       "Estimated measurement time is greater than the execution interval.\r\n\r\n"
       "Execution interval time  = 10,000 uSecs\r\n"
@@ -45,12 +45,12 @@ TEST_F(TimingChecks, TheEstimateMayFillTheScan) {
   context.WarningMessageMask = 8191 - kWarnMeasTime;
   EXPECT_FALSE(measTimeIsBad());
   context.WarningMessageMask = kWarnMeasTime;
-  scan(1.005F, 1);  // 1004.9999999999999 when it is multiplied
+  scan(1.005F, 1);  // 1004.9999999999999 if it were multiplied
   store.EstMeasTime = 1005;
   EXPECT_FALSE(measTimeIsBad());
 }
 
-TEST_F(TimingChecks, ThirtySecondsLeaveRoomForTheBatterySaver) {
+TEST_F(TimingChecks, ScanOfThirtySecondsAllowsTheBatterySaver) {
   constexpr const char* kText =
       "Because the scan interval is greater than 30 seconds, Battery Saver will be disabled.";
   flag& saver = store.Config.MonitorPower[kMonitorBatterySaver];
@@ -69,7 +69,7 @@ TEST_F(TimingChecks, ThirtySecondsLeaveRoomForTheBatterySaver) {
   EXPECT_EQ(forms.beeps, 2);
 }
 
-TEST_F(TimingChecks, IntervalIsAWholeNumberOfScans) {
+TEST_F(TimingChecks, IntervalMustBeAMultipleOfTheScan) {
   const struct {
     float time;
     i16 units;
@@ -90,9 +90,9 @@ TEST_F(TimingChecks, IntervalIsAWholeNumberOfScans) {
   }
 }
 
-// Tables 1 and 3 are fine: one has no time of its own, one is not in use. Table 5 is told of only
-// when the first is mended.
-TEST_F(TimingChecks, ModesOfTheIntervalBox) {
+// Tables 1 and 3 are valid: one is synchronous, one is not in use. Table 5 is reported only when
+// the first one is corrected.
+TEST_F(TimingChecks, IntervalBoxDependsOnTheMode) {
   const std::string text =
       "TABLE 2 interval (25,000 uSecs) is not evenly divisible by the program scan\r\n"
       "rate (10,000 uSecs). New records will be added to the table\r\n"

@@ -28,7 +28,7 @@ class BeforeSave : public testing::CheckTest {
     ORVUS_COMMON::VerifyBeforeSave(context, outcome.bad, outcome.upgrade);
     return outcome;
   }
-  // A fault of each check, from the first to the last.
+  // A fault for each check, in their order.
   void duplicateName() { store.Tables[2].TableName = "TABLE1"; }
   void longEstimate() { store.EstMeasTime = 10001; }
   void slowSequence() {
@@ -52,7 +52,7 @@ class BeforeSave : public testing::CheckTest {
   }
 };
 
-TEST_F(BeforeSave, FirstFourRunAlwaysAndEndTheRest) {
+TEST_F(BeforeSave, FirstFourAlwaysRunAndStopTheRest) {
   EXPECT_EQ(verify(), (Outcome{false, false}));
   duplicateName();
   longEstimate();
@@ -67,7 +67,7 @@ TEST_F(BeforeSave, FirstFourRunAlwaysAndEndTheRest) {
   EXPECT_EQ(verify(), (Outcome{true, true}));
 }
 
-TEST_F(BeforeSave, EachOfTheFirstFourIsEnough) {
+TEST_F(BeforeSave, EachOfTheFirstFourStopsTheRest) {
   longEstimate();
   lostVariable();
   forms.ExpectBoxWith("INCORRECT PROGRAM TIMING", "10,001", Answer::kNo);
@@ -90,7 +90,7 @@ TEST_F(BeforeSave, WarningsDoNotStopTheRest) {
   EXPECT_EQ(store.VoltBlock[1].ZeroFlag, 0);
 }
 
-TEST_F(BeforeSave, FlagsEndItBeforeTheBurst) {
+TEST_F(BeforeSave, FlagsStopBeforeTheBurst) {
   flagUsedTwice();
   zeroInBurst();
   forms.ExpectBoxWith("DUPLICATE FLAGS", "Flag(1)", Answer::kNo);
@@ -101,7 +101,7 @@ TEST_F(BeforeSave, FlagsEndItBeforeTheBurst) {
 }
 
 // A check that fails counts as passed.
-TEST_F(BeforeSave, FailureOfACheckLeavesTheOthers) {
+TEST_F(BeforeSave, FailureOfACheckDoesNotStopTheOthers) {
   store.VoltBlock.BlockCount = 8;
   unevenTable();
   forms.ExpectBoxWith("TROUBLE", "has occurred in ORVUS_COMMON.CheckNames.");
@@ -109,7 +109,7 @@ TEST_F(BeforeSave, FailureOfACheckLeavesTheOthers) {
   EXPECT_TRUE(verify().bad);
 }
 
-TEST_F(BeforeSave, CheckAllFindsTheSameWithoutABox) {
+TEST_F(BeforeSave, CheckAllReportsWithoutBoxes) {
   duplicateName();
   longEstimate();
   slowSequence();
@@ -124,13 +124,13 @@ TEST_F(BeforeSave, CheckAllFindsTheSameWithoutABox) {
   store.Tables[3].TableOn = store.Tables[3].SyncTable = kTrue;
   store.TempBlock[1].Output.OutputSelect[3][kMaximum] = kTrue;
   const std::string before = ORVUS_GENFILE::ProjectFileText(store, kMoment);
-  std::string told;
+  std::string report;
   for (const Finding& finding : CheckAll(context)) {
-    told += (finding.againstSaving ? "! " : "  ") + std::string(finding.title) + ": " +
-            std::string(Before(finding.text, "\r\n")) + " " + std::string(finding.section) +
-            finding.key + "\n";
+    report += (finding.againstSaving ? "! " : "  ") + std::string(finding.title) + ": " +
+              std::string(Before(finding.text, "\r\n")) + " " + std::string(finding.section) +
+              finding.key + "\n";
   }
-  EXPECT_EQ(told,
+  EXPECT_EQ(report,
             "! DUPLICATION FOUND: \"TABLE1\" is used as [ Table1  name ] and [ Table2  name ]. "
             "[TABLE SETUP]TableName(2)\n"
             "! INCORRECT PROGRAM TIMING: Estimated measurement time is greater than the execution "
@@ -159,7 +159,7 @@ TEST_F(BeforeSave, CheckAllFindsTheSameWithoutABox) {
   EXPECT_EQ(kept.size(), 7U);
 }
 
-// Whether a section of a project file holds a key.
+// Whether a section of a project file contains a key.
 bool hasKey(std::string_view file, const Finding& finding) {
   for (std::string_view rest = file; Holds(rest, finding.section);) {
     rest = After(rest, finding.section);
@@ -171,7 +171,7 @@ bool hasKey(std::string_view file, const Finding& finding) {
 
 class CheckAllProjects : public testing::CheckTest {
  protected:
-  // Looks into the project as it is after reading and finds the keys in its file.
+  // Checks the project as read and finds the keys of the findings in its file.
   Findings check() {
     refs = CollectCalcVarRefs(store);
     const std::string file = ORVUS_GENFILE::ProjectFileText(store, kMoment);
@@ -191,23 +191,24 @@ class CheckAllProjects : public testing::CheckTest {
   }
 };
 
-TEST_F(CheckAllProjects, ExamplesHaveNothingAgainstSaving) {
-  std::string told;
+TEST_F(CheckAllProjects, ExamplesCanBeSaved) {
+  std::string report;
   int count = 0;
   for (const auto& entry : std::filesystem::directory_iterator(OSTRAND_SOURCE_DIR "/examples")) {
     if (entry.path().extension() != ".VKG") continue;
     SCOPED_TRACE(entry.path());
     read(entry.path());
     for (const Finding& finding : check()) {
-      if (finding.againstSaving) told += entry.path().stem().string() + ": " + finding.text + "\n";
+      if (finding.againstSaving)
+        report += entry.path().stem().string() + ": " + finding.text + "\n";
     }
     ++count;
   }
-  EXPECT_EQ(told, "");
+  EXPECT_EQ(report, "");
   EXPECT_EQ(count, 6);
 }
 
-TEST_F(CheckAllProjects, AnyOtherIsCheckedToTheEnd) {
+TEST_F(CheckAllProjects, RandomProjectsAreCheckedToTheEnd) {
   for (std::uint32_t seed = 1; seed <= 60; ++seed) {
     SCOPED_TRACE(seed);
     testing::MakeRandomProject(store, seed);
