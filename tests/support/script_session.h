@@ -1,4 +1,4 @@
-// A session in memory that is worked at by screen scripts.
+// A session in memory, driven by screen scripts.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -24,7 +24,7 @@ class ScriptSession {
     files.files["/new.VKG"] = std::move(project);
   }
 
-  // Empty when the script went through, else what it stopped with.
+  // Empty if the script ended, else the error that stopped it.
   std::string Play(std::string_view text) {
     Player player(control, forms, text);
     player.onEnd = onEnd;
@@ -42,7 +42,7 @@ class ScriptSession {
 
   MemoryFileSystem files;
   FixedClock clock;
-  ScriptedForms inner;  // fails the test when a box reaches it
+  ScriptedForms inner;  // fails the test if a box reaches it
   ScriptForms forms{inner};
   TestSurroundings around{files, clock, forms, "/tmp/"};
   OstrandEvents nobodyListens;
