@@ -31,7 +31,7 @@ class NotedSocket : public SocketObject {
   bool sent_ = false;
 };
 
-// Warnings that did not prevent saving have been shown and are no fault; trouble is one.
+// Warnings that did not prevent saving were shown and are not failures; trouble is one.
 bool noTrouble(platform::TerminalForms& forms) {
   const std::vector<std::string> titles = forms.TakeBoxesShown();
   return std::find(titles.begin(), titles.end(), kTroubleTitle) == titles.end();

@@ -70,7 +70,7 @@ class FileSystem {
   virtual std::string Target(std::string_view path) { return std::string(path); }
   // What is under exactly this name, in this spelling.
   virtual Entry LookAt(std::string_view path) { return Exists(path) ? Entry::kFile : Entry::kNone; }
-  // Of exactly this name; nothing when there is no such file, or when the disk gives none.
+  // Of exactly this name; nothing if no such file exists, or if the disk gives none.
   virtual std::optional<FileStamp> Stamp(std::string_view /*path*/) { return std::nullopt; }
   // Whether two folders, with their separators, are one.
   virtual bool SameFolder(std::string_view one, std::string_view other) { return one == other; }
@@ -106,7 +106,7 @@ class FileSystem {
   virtual Result<> ClearReadOnly(std::string_view path) = 0;
   // Keeps other saves of the project file `path` out, of this process as well, until the lock is
   // destroyed. Waits for one that runs, calling `waiting` all the while, and gives up after ten
-  // seconds with an error that names its holder. A holder that died is no obstacle. Null on a disk
+  // seconds with an error that names its holder. The lock of a dead holder is taken over. Null on a disk
   // without such locks, and in a folder that cannot be written.
   virtual Result<std::unique_ptr<ProjectLock>> LockProject(std::string_view /*path*/,
                                                            const Waiting& /*waiting*/) {

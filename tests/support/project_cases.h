@@ -8,7 +8,7 @@
 //   expected lines
 //   +++                  further settings of the same project
 //
-// `<18x>` stands for 18 times `x` in every line. Blank lines at the end of a part are layout.
+// `<18x>` means 18 times `x` in every line. Blank lines at the end of a part are layout.
 #pragma once
 
 #include <gtest/gtest.h>

@@ -109,7 +109,7 @@ std::string folderOf(std::string_view path) {
   return folder.empty() ? "./" : folder;
 }
 
-// The target of a symbolic link, all links followed. A path that is no link, or leads round in a
+// The target of a symbolic link, all links followed. A path that is not a link, or leads round in a
 // circle, is returned unchanged.
 std::string linkTarget(const std::string& path) {
   constexpr int kMaxSteps = 40;
