@@ -106,7 +106,7 @@ class FileSystem {
   virtual Result<> ClearReadOnly(std::string_view path) = 0;
   // Keeps other saves of the project file `path` out, of this process as well, until the lock is
   // destroyed. Waits for one that runs, calling `waiting` all the while, and gives up after ten
-  // seconds with an error that names its holder. The lock of a dead holder is taken over. Null on a disk
+  // seconds with an error that names its holder. Takes over a dead holder's lock. Null on a disk
   // without such locks, and in a folder that cannot be written.
   virtual Result<std::unique_ptr<ProjectLock>> LockProject(std::string_view /*path*/,
                                                            const Waiting& /*waiting*/) {

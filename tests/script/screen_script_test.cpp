@@ -17,7 +17,7 @@ namespace {
 
 using testing::ScriptSession;
 
-// ---- The scripts of tests/scripts ----------------------------------------------------------------
+// ---- The scripts of tests/scripts ---------------------------------------------------------------
 
 std::vector<std::string> keptScripts() {
   std::vector<std::string> names;
