@@ -109,7 +109,7 @@ Result<Cells> cellsOf(std::string_view rest) {
       if (!text) return Error{"a double quote is not closed"};
       cells.push_back(*std::move(text));
       skipBlanks(rest);
-      if (!rest.empty() && rest.front() != ',') return Error{"text behind a closing double quote"};
+      if (!rest.empty() && rest.front() != ',') return Error{"text after a closing double quote"};
     } else {
       const std::string_view text = Before(rest, ",");
       cells.emplace_back(Trim(text));
@@ -161,10 +161,10 @@ class ItemReader {
     to = *value;
   }
   void takeInt16(std::size_t column, i16& to) {
-    take<std::int16_t>(column, to, ToInt16, " is no number of 16 bits");
+    take<std::int16_t>(column, to, ToInt16, " is not a 16-bit number");
   }
   void takeSingle(std::size_t column, float& to) {
-    take<float>(column, to, ToSingle, " is no number");
+    take<float>(column, to, ToSingle, " is not a number");
   }
 
   void readIdentifier() {
@@ -198,7 +198,7 @@ class ItemReader {
 
   std::optional<std::int64_t> identifier(std::size_t column) {
     const auto number = IdentifierNumber(cell(column));
-    if (!number) fail(column, " is no identifier, a number of 32 bits");
+    if (!number) fail(column, " is not an identifier (a 32-bit number)");
     return number;
   }
 
@@ -213,7 +213,9 @@ class ItemReader {
     for (const OrvusCanJ1939Fields field : kJ1939Fields) {
       const std::size_t column = columnOf(field);
       const std::optional<std::int16_t> value = ToInt16(cell(column));
-      if (!value || *value < 0 || *value > 255) return fail(column, " is no number from 0 to 255");
+      if (!value || *value < 0 || *value > 255) {
+        return fail(column, " is not a number from 0 to 255");
+      }
       item_.Config.J1939_FieldVal(field, static_cast<std::uint8_t>(*value));
       const int held = item_.Config.J1939_FieldVal(field);
       if (held != *value) remark(column, " is too large and is read as " + NumberText(held));
@@ -254,12 +256,12 @@ class ItemReader {
     config.TxDataID(cell(kTxDataID));
     config.TxDataFrame = cell(kTxDataFrame);
     config.RxDataMatch = cell(kRxDataMatch);
-    take<std::int32_t>(kRxTimeout, config.RxTimeout, ToInt32, " is no number of 32 bits");
+    take<std::int32_t>(kRxTimeout, config.RxTimeout, ToInt32, " is not a 32-bit number");
     config.SetMsgMode(ORVUS_CAN_MSGTYPE_TxRxPair);
 
     remarkLimit(kTxDataID, *number, config.TxDataID());
-    demand(TxDataFrameOf(config.TxDataFrame).has_value(), kTxDataFrame, " is no frame of 64 bits");
-    demand(RxDataMatchOf(config.RxDataMatch).has_value(), kRxDataMatch, " is no match of 64 bits");
+    demand(TxDataFrameOf(config.TxDataFrame).has_value(), kTxDataFrame, " is not a 64-bit frame");
+    demand(RxDataMatchOf(config.RxDataMatch).has_value(), kRxDataMatch, " is not a 64-bit match");
     demand(IsRxTimeout(config.RxTimeout), kRxTimeout, " is out of the range from 1 to 20000");
   }
 
@@ -368,7 +370,7 @@ std::optional<CanListFault> VisitCanListLines(
   if (!type) {
     return CanListFault{
         0, messageOf(path,
-                     " is no pick list: its name must end in .11LST, .11PCK, .29LST or "
+                     " is not a pick list: its name must end in .11LST, .11PCK, .29LST or "
                      ".29PCK.")};
   }
   ListLines lines(content);

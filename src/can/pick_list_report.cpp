@@ -57,7 +57,7 @@ class Duplicates {
     const auto [first, isNew] = lines_.emplace(Upper(Trim(text)), line);
     if (isNew) return;
     findings.push_back({line, false,
-                        std::string(what_) + " \"" + std::string(text) + "\" stands in line " +
+                        std::string(what_) + " \"" + std::string(text) + "\" is in line " +
                             NumberText(first->second) + " too"});
   }
 

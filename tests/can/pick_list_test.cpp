@@ -196,7 +196,7 @@ TEST(PickList, FilesOtherThanListsAreRefused) {
       {"/l/a.29LST", linesOf({"ORVUSV5", kBase + ",TxDataID", item}), header},
       {"/l/a.29LST", linesOf({"ORVUSV5", item}), header},
       {"/l/a.30LST", linesOf({"ORVUSV5", kBase, item}),
-       " is no pick list: its name must end in .11LST, .11PCK, .29LST or .29PCK."},
+       " is not a pick list: its name must end in .11LST, .11PCK, .29LST or .29PCK."},
   };
   for (const Case& row : cases) {
     testing::MemoryFileSystem files;
@@ -276,8 +276,8 @@ TEST(PickList, CheckReportsSuspiciousValues) {
       R"(3!RxTimeout "20001")",
       R"(4 Priority "536870912" is out of range and is read as 536870911)",
       R"(5 Priority "-1" is out of range and is read as 0)",
-      R"(5 Alias "OIL" stands in line 4 too)",
-      R"(5 Description "b" stands in line 4 too)",
+      R"(5 Alias "OIL" is in line 4 too)",
+      R"(5 Description "b" is in line 4 too)",
   };
   const auto findings = CheckCanListContent("a.29LST", content);
   ASSERT_EQ(findings.size(), std::size(kExpected));
