@@ -116,7 +116,7 @@ class AnalogList : public Screen {
   std::vector<AliasRenames> renamed_;  // and on Done in the blocks of this list
 };
 
-// A figure of free channels; "?" when there is no number.
+// A figure of free channels; "?" for no value.
 std::string FigureText(std::optional<int> figure);
 
 // A list over one group of the store.

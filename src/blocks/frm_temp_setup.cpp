@@ -7,7 +7,8 @@ frmTempSetup::frmTempSetup(const ScreenContext& context, const AnalogSetupReques
       Panel(*this, "StartTempChan"),
       Thermocouples(*this, "Units", "Range") {
   Panel.OnInputType = [this] { onInputType(); };
-  // A single-ended thermocouple has no test for an open sensor, whatever the project says.
+  // Single-ended thermocouples cannot be tested for an open sensor, even if the project asks for
+  // it.
   if (Analog().InputType == ORVUS_INPUT_SE) Analog().OpenSens = false;
   load();
 }

@@ -1,4 +1,4 @@
-// What the calculators share.
+// Common part of the calculators.
 #pragma once
 
 #include <optional>

@@ -1,4 +1,4 @@
-// What the parameter screens of histogram, rainflow and level crossing share.
+// Common part of the parameter screens of histogram, rainflow and level crossing.
 #pragma once
 
 #include <array>
