@@ -14,7 +14,7 @@ class ControlTest : public testing::ScreenTest {
 
 using enum NumberType;
 
-TEST_F(ControlTest, KeysThatMakeNoNumberAreDroppedWithABeep) {
+TEST_F(ControlTest, KeysOutsideNumbersBeep) {
   struct Case {
     NumberType type;
     std::string_view keys;
@@ -42,7 +42,7 @@ TEST_F(ControlTest, KeysThatMakeNoNumberAreDroppedWithABeep) {
   }
 }
 
-TEST_F(ControlTest, NumbersTakeEffectWithinTheirLimitsAndInTheirForm) {
+TEST_F(ControlTest, NumbersAreClampedAndFormatted) {
   struct Case {
     NumberType type;
     std::string_view keys;
@@ -86,7 +86,7 @@ TEST_F(ControlTest, NumbersTakeEffectWithinTheirLimitsAndInTheirForm) {
   }
 }
 
-TEST_F(ControlTest, EscapeAfterEnterTakesTheTextAtFocusAgain) {
+TEST_F(ControlTest, EscapeAfterEnterRestoresTextAtFocus) {
   NumericField field(screen, "Field", kSingle);
   field.Value(3);
   std::vector<std::string> taken;
@@ -101,7 +101,7 @@ TEST_F(ControlTest, EscapeAfterEnterTakesTheTextAtFocusAgain) {
 }
 
 // A whole text, from an editor with a cursor, under the same rules as single keys.
-TEST_F(ControlTest, EditTakesAWholeTextUnderTheRulesOfTheKeys) {
+TEST_F(ControlTest, EditAppliesRulesOfKeysToWholeText) {
   TextField name(screen, "AliasName", NameText);
   name.MaxLetters = 8;
   name.WhyNot = [](std::string_view text) { return text == "Taken" ? "It is in use." : ""; };
@@ -200,7 +200,7 @@ TEST_F(ControlTest, FacesGiveGroupCaptionKindAndReason) {
   EXPECT_EQ(include2.Kind(), ControlKind::kCheck);
 }
 
-TEST_F(ControlTest, OnlyVerbsFireAndOnlyOnAChange) {
+TEST_F(ControlTest, OnlyVerbsFireAndOnlyOnChange) {
   Choice choice(screen, "Range");
   choice.SetItems({"  50 mV", "Auto", "20 mV"});
   choice.Items[1].Enabled = false;
