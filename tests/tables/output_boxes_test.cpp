@@ -102,7 +102,7 @@ TEST_F(OutputBoxesTest, SingleValuesAreEditedAsACopyUnderTheirTitles) {
 }
 
 // Outputs that the project file cannot store are not offered.
-TEST_F(OutputBoxesTest, SingleValuesOfferWhatTheFileKeeps) {
+TEST_F(OutputBoxesTest, SingleValuesOfferStorableOutputs) {
   struct Offer {
     SingleValue value;
     i16 readMode;
