@@ -80,7 +80,7 @@ TEST_F(ConfigScreens, ViewedSettingsStayUnchanged) {
   }
 }
 
-TEST_F(ConfigScreens, AStatusRowIsAVariableAtOnce) {
+TEST_F(ConfigScreens, StatusRowIsVariableAtOnce) {
   fill<frmConfig>({{"MonitorPower5", "on"}, {"StatusFlag", "3"}, {"StatTrueFalse", "False"}});
   frmConfig screen(context);
   press(screen, "AddStatus");
@@ -112,7 +112,7 @@ TEST_F(ConfigScreens, ABufferBeyondTheMemoryFlashes) {
   EXPECT_TRUE(screen.BufferBytes.Flashes);
 }
 
-TEST_F(ConfigScreens, PortsOfTheOtherModeSayWhichModeTheyNeed) {
+TEST_F(ConfigScreens, PortsReportRequiredMode) {
   frmPorts screen(context);
   const auto whyNot = [&screen](std::string_view name) {
     const Control& used = *screen.Find(name);
