@@ -60,7 +60,7 @@ TEST_F(AnalogScreensTest, BlockMadeOnScreensIsSaved) {
   EXPECT_NE(file.find(kBlock), std::string::npos) << file;
 }
 
-TEST_F(AnalogScreensTest, FreeChannelsDecideOnAnotherBlock) {
+TEST_F(AnalogScreensTest, FreeChannelsLimitBlockCount) {
   struct Case {
     OrvusAnalogInputTypes newType;
     int singleEnded;  // in use by another section

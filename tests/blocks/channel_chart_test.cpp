@@ -26,7 +26,7 @@ TEST_F(ChannelChartTest, SingleEndedThenDifferentialLeavesAGap) {
   EXPECT_EQ(Shown(graph, "SE40"), "TK40M 1");
 }
 
-TEST_F(ChannelChartTest, ByHandBlocksMayOverlapAndLeaveThePanel) {
+TEST_F(ChannelChartTest, ManualBlocksMayOverlapAndExceedPanel) {
   store->Config.AutoChan = kFalse;
   StartChans starts;
   starts.Temp[1] = 2;

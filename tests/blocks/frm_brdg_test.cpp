@@ -85,7 +85,7 @@ TEST_F(BridgeScreen, KindSetsMembersOfItsStatement) {
   }
 }
 
-TEST_F(BridgeScreen, CountsStopWhereTheChannelsEnd) {
+TEST_F(BridgeScreen, CountsStopAtLastChannel) {
   struct Case {
     int style;
     int voltChannels;
