@@ -34,7 +34,7 @@ TEST_F(CalculatorScreens, FlowKeepsUneditedMembers) {
   EXPECT_FALSE(screen.Answer()->offset);
 }
 
-TEST_F(CalculatorScreens, SwitchesOfTheProjectThatMeanTheSameStay) {
+TEST_F(CalculatorScreens, EquivalentSwitchesStayUnchanged) {
   store->SpeedCalc.MKSSpd = -1;
   store->SpeedCalc.UseMins = -1;
   frmSpdCalc screen(context);
