@@ -93,7 +93,7 @@ TEST_F(Screens, EveryControlHasAHeadingAndACaptionThatIsNotAKey) {
   });
 }
 
-TEST_F(Screens, EveryDisabledControlSaysWhy) {
+TEST_F(Screens, DisabledControlsHaveReason) {
   visit([](const Screen& screen) {
     for (const Control* control : screen.Controls()) {
       if (control->Enabled || !control->Visible) continue;
