@@ -164,7 +164,7 @@ TEST_F(AnalogScreensTest, ProjectValuesStayUntilEdited) {
   EXPECT_EQ(block.Public, kTrue);
 }
 
-TEST_F(AnalogScreensTest, TheReferenceIsMeasuredForThermocouplesOnly) {
+TEST_F(AnalogScreensTest, ReferenceIsMeasuredForThermocouplesOnly) {
   store->Config.TK40MQty = 1;
   fill(store->TK40MBlock, {{3, ""}});
   struct Case {

@@ -122,7 +122,7 @@ TEST_F(BridgeScreen, CountsStopAtLastChannel) {
   }
 }
 
-TEST_F(BridgeScreen, AnIntegrationIsRoundedWhereTheProjectHasNone) {
+TEST_F(BridgeScreen, RoundsIntegrationIfTheProjectHasNone) {
   struct Case {
     i32 typed;
     i32 taken;

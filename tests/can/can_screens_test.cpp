@@ -95,7 +95,7 @@ TEST_F(CanScreens, AnotherKindOfIdentifierLimitsThoseOfAllItems) {
   EXPECT_EQ(store->Can.Item[3].TxDataId, "none") << "no number, left for the user";
 }
 
-TEST_F(CanScreens, ARenamedItemKeepsItsLevelCrossings) {
+TEST_F(CanScreens, RenamedItemKeepsItsLevelCrossings) {
   giveItems(1);
   store->Can.Item[1].Name = "Oil";
   store->Can.Item[1].Output.Histo[2].LevelCode = "4,3,Oil2LC1(),Oil2LC2()";
@@ -189,7 +189,7 @@ TEST_F(PickScreen, ListStaysOpenWhenSaveFails) {
 }
 
 // A decimal identifier whose description looks like the mark of a hexadecimal one.
-TEST_F(PickScreen, AProjectsItemReadsBackFromItsList) {
+TEST_F(PickScreen, ItemOfTheProjectSurvivesItsList) {
   giveItems(1);
   CanItemData& item = store->Can.Item[1];
   item.DataId = "2748";

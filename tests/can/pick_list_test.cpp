@@ -77,7 +77,7 @@ TEST(PickList, ItemsAreReadFieldByField) {
       << "filled, though as a new item has it";
 }
 
-TEST(PickList, AListIsWrittenLineByLine) {
+TEST(PickList, WritesTheListLineByLine) {
   CanList list;
   list.DataIDType = ORVUS_CAN_DATAID_29BIT;
   CanListItem item;
@@ -112,7 +112,7 @@ TEST(PickList, AListIsWrittenLineByLine) {
                "&HXXXXXXXXXXXXXXXX,50"}));
 }
 
-TEST(PickList, AnItemThatOnlyTransmitsMakesTheHeaderLong) {
+TEST(PickList, TransmittingItemAddsColumnsToTheHeader) {
   CanList list;
   list.Items.resize(1);
   list.Items[0].Config.SetMsgMode(ORVUS_CAN_MSGTYPE_TxOnly);
@@ -155,7 +155,7 @@ CanListItem randomItem(std::mt19937& random, OrvusCanDataIDTypes type) {
   return item;
 }
 
-TEST(PickList, AWrittenListReadsBackTheSame) {
+TEST(PickList, ListSurvivesWritingAndReading) {
   std::mt19937 random(8);
   constexpr std::string_view kNames[] = {"a.11LST", "a.11PCK", "a.29LST", "a.29PCK"};
   for (int round = 0; round < 400; ++round) {

@@ -103,7 +103,7 @@ TEST_F(AliasesTest, FlagNoticeIgnoresTheNewUser) {
   expectNotice(ZeroFlagUser(ORVUS_DOBJ_BLK_TK40M, 2), [&] { zeroedBy(store->TK40MBlock); });
 }
 
-TEST_F(AliasesTest, AFlagNoticeListsAllUsers) {
+TEST_F(AliasesTest, FlagNoticeListsAllUsers) {
   store->Flags[3].FlagInclude = kTrue;
   store->Tables[2].FlagTable = 3;
   store->Tables[2].FlagFull = 3;

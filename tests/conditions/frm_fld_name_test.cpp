@@ -42,7 +42,7 @@ TEST_F(FieldNamesTest, OnlyDifferencesFromDefaultAreStored) {
   EXPECT_EQ(rows, kept);
 }
 
-TEST_F(FieldNamesTest, AStrainBlockNamesGaugeFactors) {
+TEST_F(FieldNamesTest, StrainBlockNamesGaugeFactors) {
   EXPECT_EQ(open()->DefaultOffset.Group, "All offsets");
   const auto strain = open(ORVUS_DOBJ_BLK_BRIDGE, true);
   EXPECT_EQ(strain->DefaultOffset.Group, "All gauge factors");
@@ -50,7 +50,7 @@ TEST_F(FieldNamesTest, AStrainBlockNamesGaugeFactors) {
   EXPECT_EQ(strain->Find("AliasGFactor3")->Row, 3);
 }
 
-TEST_F(FieldNamesTest, ACalculatorAnswersForOneSensor) {
+TEST_F(FieldNamesTest, CalculatorAnswersForOneSensor) {
   EXPECT_EQ((*open(ORVUS_DOBJ_BLK_BRIDGE, true))[2].Solve.WhyDisabled,
             "No calculator finds a gauge factor.");
   EXPECT_EQ((*open(ORVUS_DOBJ_BLK_QBCAN))[2].Solve.WhyDisabled,

@@ -158,7 +158,7 @@ TEST_F(ControlTest, UnitNamesBeginWithALetterAndLoseTheirBlanks) {
   EXPECT_EQ(forms.beeps, 2);
 }
 
-TEST_F(ControlTest, ABracketIsRefusedWithItsReason) {
+TEST_F(ControlTest, RefusesABracketWithItsReason) {
   TextField field(screen, "Expression");
   field.Text("a[");  // set by the screen: it stays
   screen.MoveFocus(&field);

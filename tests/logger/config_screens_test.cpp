@@ -100,7 +100,7 @@ TEST(Moments, MonthsHaveTheDaysOfTheCalendar) {
   }
 }
 
-TEST_F(ConfigScreens, ABufferBeyondTheMemoryFlashes) {
+TEST_F(ConfigScreens, BufferBeyondTheMemoryFlashes) {
   store->VoltBlock[1].ReverseMes = kFalse;
   store->VoltBlock[1].Integration = 20000;
   frmExecute screen(context);

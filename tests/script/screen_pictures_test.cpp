@@ -75,7 +75,7 @@ bool isKey(const std::string& caption) {
   return false;
 }
 
-TEST_F(Screens, EveryControlHasAHeadingAndACaptionThatIsNotAKey) {
+TEST_F(Screens, ControlsHaveHeadingAndCaption) {
   visit([](const Screen& screen) {
     EXPECT_NE(screen.Caption, "") << screen.Name();
     for (const Control* control : screen.Controls()) {
@@ -102,7 +102,7 @@ TEST_F(Screens, DisabledControlsHaveReason) {
   });
 }
 
-TEST_F(Screens, AreDrawnFromWhatTheirControlsSay) {
+TEST_F(Screens, MatchTheirDrawings) {
   visitOnce([](const Screen& screen) {
     expectGolden(screen.Name() + ".txt", testing::DrawScreen(screen));
   });

@@ -41,7 +41,7 @@ INSTANTIATE_TEST_SUITE_P(All, KeptScript, ::testing::ValuesIn(keptScripts()),
                          [](const auto& name) { return name.param; });
 
 // The example of the document, unchanged.
-TEST(Script, TheExampleOfTheDocumentBuildsItsProject) {
+TEST(Script, ExampleOfTheDocumentBuildsItsProject) {
   const std::string document = testing::ReadDisk(OSTRAND_SOURCE_DIR "/docs/screens.md");
   constexpr std::string_view kFence = "```script\n";
   const std::size_t begin = document.find(kFence);
@@ -65,7 +65,7 @@ TEST(Script, TheExampleOfTheDocumentBuildsItsProject) {
 // on the setup screens, so their texts come with the new file. Differences from the example are
 // listed: no screen offers thermocouples the range of 20 mV; and the screens of configuration and
 // scan store the choices that they show, where the example has the values of a new project.
-TEST(Script, AnExampleProjectIsBuiltFromNothing) {
+TEST(Script, BuildsAnExampleFromAnEmptyProject) {
   const testing::TempFolder folder;
   const testing::Setting setting{.epoch = "1047305100"};  // 2003-03-10 14:05:00 UTC
   const std::string path = folder / "building-climate.VKG";
@@ -260,7 +260,7 @@ TEST(Script, WordAfterScreenSelectsOpener) {
 }
 
 // After any failure, the project in the session is the one before the open screens.
-TEST(Script, AStoppedScriptLeavesNoScreenOpen) {
+TEST(Script, StoppedScriptLeavesNoScreenOpen) {
   for (const std::string kind : {"Volt", "Temp", "Brdg", "Pulse"}) {
     ScriptSession session;
     const std::string list = "open frm" + kind + "Block\n";

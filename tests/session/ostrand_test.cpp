@@ -156,7 +156,7 @@ TEST_F(Session, HelpFileDefaultsToModuleFolder) {
 }
 
 // Values missing in a file get the system's defaults; only a new project gets the user's values.
-TEST_F(Session, ANewProjectBeginsWithTheUsersIntervalAndTableSizes) {
+TEST_F(Session, NewProjectHasTheUsersIntervalAndTableSizes) {
   const auto values = [&] {
     const OutputTable& last = store->Tables[6];
     return NumberText(store->Scan.ExecutionTime) + " " + NumberText(store->Scan.ExecTimeUnits) +
@@ -268,7 +268,7 @@ TEST_F(Session, SaveDldFileWritesAllFilesUnderTheChosenName) {
 }
 
 // A change to the project by another program, and whether a save asks.
-TEST_F(Session, ASaveAsksBeforeItOverwritesWhatAnotherProgramWrote) {
+TEST_F(Session, SaveAsksBeforeOverwritingAnotherProgramsChanges) {
   const std::string other = std::string(kPump) + "Remote=1\r\n";
   const std::function<void()> touch = [&] {
     std::filesystem::last_write_time(
@@ -342,7 +342,7 @@ TEST_F(Session, SaveWaitsForAnotherSave) {
 
 // If one call fails, or it and all later ones, each file of the project is whole, new or unchanged;
 // the project itself is the remainder of a dead save only if it was before.
-TEST_F(Session, NoFailingCallOfTheDiskLosesAFileOfTheProject) {
+TEST_F(Session, FailingDiskLosesNoFile) {
   testing::MemoryFileSystem disk;
   disk.files["/data/VKPComp.EXE"] = "a compiler";
   const auto save = [&](platform::FileSystem& target, const std::string& oper) {

@@ -130,7 +130,7 @@ TEST_F(SettingsTest, SoftColorsSelectThePalette) {
   EXPECT_EQ(summary(), (std::vector<i32>{12961106, 16711680, 8421504, -2147483633}));
 }
 
-TEST_F(SettingsTest, AValueSetByHandIsCheckedAndKeptAlone) {
+TEST_F(SettingsTest, SetChecksAndKeepsASingleValue) {
   // `kept` is empty for a refused value; `error` is a part of the message.
   constexpr std::tuple<std::string_view, std::string_view, std::string_view, std::string_view>
       cases[] = {

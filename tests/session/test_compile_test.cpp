@@ -256,7 +256,7 @@ TEST_F(IllCompilers, LeaveNothingAndSendNoWrongProgram) {
 
 // In a folder that others can write, files planted under the names of the compile are never read
 // and never written through; in a private one they are not in the way.
-TEST_F(IllCompilers, BelieveNothingThatWasThereBefore) {
+TEST_F(IllCompilers, IgnoreOlderFiles) {
   const std::string outside = folder / "outside";
   Ostrand plain{*store, {files, clock, forms, hasty, settings, registry, work.Path()}, host};
   for (const std::string name : {"TEMP$$$$.VKP", "VERCOMP.TXT", "PRECOMP.TXT"}) {
