@@ -41,10 +41,7 @@ VoltControls::VoltControls(AnalogSetup& screen, std::string_view unitsName,
   }
   SetZeroFlagItems(ZeroFlag, screen.Project());
   LimitUnits(Units, screen_.List().Kind().type, screen_.BlockNumber());
-  Units.OnTake = [this] {
-    screen_.Data().DefaultUnits = Trim(Units.Text());
-    screen_.Changed();
-  };
+  Units.OnTake = [this] { screen_.Data().DefaultUnits = Trim(Units.Text()); };
   DefaultMult.OnTake = [this] {
     screen_.Data().DefaultMult = static_cast<float>(DefaultMult.Value());
   };
