@@ -57,10 +57,14 @@ struct Case {
   std::string saved;  // the lines of the file that differ
 
   [[nodiscard]] std::string Script(const std::string& value) const {
-    Lines lines = before;
-    lines.push_back(action + " " + value);
-    lines.insert(lines.end(), after.begin(), after.end());
-    return joined(lines) + ways(lines, "done");
+    return joined(edits(value)) + ways(before, "done");
+  }
+  // The same, left by Cancel; the last of them asks what a box of that title does.
+  [[nodiscard]] std::string CancelledScript(const std::string& value,
+                                            std::string_view title) const {
+    std::string script = joined(edits(value)) + ways(before, "cancel");
+    if (title.empty()) return script;
+    return script.insert(script.rfind("cancel"), "answer " + Quoted(title) + " no\n");
   }
   // Opens the screen again and leaves it.
   [[nodiscard]] std::string Look() const {
@@ -68,7 +72,7 @@ struct Case {
     for (const std::string& step : before) {
       if (step.starts_with("open ")) lines.push_back(step);
     }
-    return joined(lines) + ways(lines, "cancel");
+    return joined(lines) + ways(before, "cancel");
   }
   [[nodiscard]] std::string Screen() const {
     std::string screen;
@@ -79,17 +83,25 @@ struct Case {
   }
   [[nodiscard]] std::string Control() const { return split(action, " ").at(1); }
   // Whether the screen shows the value again: it does not when the value has been added to a list,
-  // nor when it chooses what the screen shows. Tables are shown from the first that is on.
+  // nor when it belongs to what has been chosen with a control for that.
   [[nodiscard]] bool IsShownAgain() const {
-    static const std::set<std::string> kChoosers = {"Table", "TableOn", "Item", "ColorRow",
-                                                    "UserVarListTypes"};
-    const bool added = std::any_of(after.begin(), after.end(), [](const std::string& step) {
-      return step.starts_with("press ");
-    });
-    return !added && !kChoosers.contains(Control());
+    const auto isPress = [](const std::string& step) { return step.starts_with("press "); };
+    const auto chooses = [](const std::string& step) {
+      static const std::set<std::string> kChoosers = {"Table", "Item", "ColorRow",
+                                                      "UserVarListTypes"};
+      return step.starts_with("pick ") && kChoosers.contains(split(step, " ").at(1));
+    };
+    return std::none_of(after.begin(), after.end(), isPress) && !chooses(action) &&
+           std::none_of(before.begin(), before.end(), chooses);
   }
 
  private:
+  [[nodiscard]] Lines edits(const std::string& value) const {
+    Lines lines = before;
+    lines.push_back(action + " " + value);
+    lines.insert(lines.end(), after.begin(), after.end());
+    return lines;
+  }
   // Out of all screens. Whoever leaves a calculator by Done leaves its list.
   static std::string ways(const Lines& lines, const std::string& out) {
     Lines ways;
@@ -181,6 +193,10 @@ class ScreenMembers : public ::testing::Test {
     store->Config.AutoChan = kFalse;  // so that a channel can be typed
     store->Tables[6].TableOn = kTrue;
     project_ = ORVUS_GENFILE::ProjectFileText(*store, testing::FixedClock().Now());
+    // These lists count what their blocks take.
+    ScriptSession session(project_);
+    EXPECT_EQ(session.Play("open frmBrdgBlock\ndone\nopen frmTK40MBlock\ndone\n"), "");
+    project_ = ORVUS_GENFILE::ProjectFileText(*session.store, session.clock.Now());
   }
 
   // What is saved after the control has got the value. The screen shows it when it is opened again.
@@ -225,6 +241,24 @@ TEST_F(ScreenMembers, AreSavedWithWhatTheScreenSets) {
     }
   }
   std::ofstream(kCases, std::ios::binary) << text.substr(0, text.find_last_not_of('\n') + 2);
+}
+
+// Some screens ask whether to save, some don't.
+constexpr std::string_view kQuestions[] = {"", "MEASUREMENT BLOCKS", "OUTPUT TABLES"};
+
+TEST_F(ScreenMembers, AreAsBeforeWhenTheirScreensAreCancelled) {
+  for (const Case& made : read_.cases) {
+    SCOPED_TRACE("members.txt:" + NumberText(made.line) + ": " + made.row);
+    std::string stopped;
+    for (const std::string_view title : kQuestions) {
+      ScriptSession session(project_);
+      stopped = session.Play(made.CancelledScript(made.values[1], title));
+      if (!stopped.empty()) continue;
+      EXPECT_EQ(differences(testing::KeysOf(Utf8FromWindows1252(project_)), savedOf(session)), "");
+      break;
+    }
+    EXPECT_EQ(stopped, "");
+  }
 }
 
 // The first row of a table and the last one stand for all.
