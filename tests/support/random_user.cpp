@@ -88,7 +88,10 @@ void RandomUser::look(Screen& screen) {
     if (screen.Name() != "frmCalculated") return screen.Cancel();
   }
   screen.Done();
-  if (screen.Result() == ModalResult::kNone) screen.Cancel();
+  if (screen.Result() == ModalResult::kNone) {
+    refused = true;
+    screen.Cancel();
+  }
   if (screen.Result() == ModalResult::kNone) leave(screen);
 }
 

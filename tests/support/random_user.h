@@ -43,6 +43,7 @@ class RandomUser : public platform::Forms, public ScreenHost {
   std::set<std::string> titles;            // of all boxes
   ModalResult ended = ModalResult::kNone;  // result of the last screen opened from the main row
   std::string trouble;                     // reported failures of the system
+  bool refused = false;                    // a screen that was looked at refused Done
   std::string stuck;                       // a screen that could not be left
   std::string unexplained;                 // disabled openers without a reason
 
