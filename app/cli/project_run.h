@@ -13,10 +13,10 @@
 #include "platform/posix/posix_filesystem.h"
 #include "platform/posix/posix_process.h"
 #include "platform/posix/posix_work_folders.h"
+#include "platform/posix/settings_places.h"
 #include "platform/posix/terminal_forms.h"
 #include "platform/surroundings.h"
 #include "session/ostrand.h"
-#include "settings_places.h"
 
 namespace ostrand::cli {
 
@@ -46,7 +46,7 @@ struct CliHost {
   platform::TerminalForms forms;
   platform::PosixProcesses processes;
   platform::PosixWorkFolders workFolders{files};
-  SettingsPlaces places;
+  platform::SettingsPlaces places;
 };
 
 // The machine for a line. Null, with the exit code in `refused`, when the output folder or the

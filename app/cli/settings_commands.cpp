@@ -3,8 +3,8 @@
 #include <array>
 
 #include "commands.h"
+#include "platform/posix/settings_places.h"
 #include "session/settings.h"
-#include "settings_places.h"
 
 namespace ostrand::cli {
 namespace {
@@ -60,7 +60,7 @@ ExitCode ChangeSettings(const CommandLine& line) {
   if (action == kActions.end()) {
     return WrongUsage("expected: list, get NAME or set NAME VALUE", "settings");
   }
-  SettingsPlaces places(line.syncing);
+  platform::SettingsPlaces places(line.syncing);
   Settings settings(places.settings, places.registry, platform::TemporaryFolder());
   settings.LoadSettings(true);
   reportNotices(settings);

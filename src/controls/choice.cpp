@@ -33,6 +33,14 @@ void Choice::PickAt(int index) {
   if (index_ >= 0) fire(OnPick, "Click");
 }
 
+bool Choice::ClickAt(int index) {
+  if (index < 0 || index >= static_cast<int>(Items.size())) return false;
+  const Item& item = Items[static_cast<std::size_t>(index)];
+  if (!item.Enabled || !item.Visible) return false;
+  if (index != index_ || PicksAgain || owner().IsLoading()) PickAt(index);
+  return true;
+}
+
 std::string Choice::Text() const {
   return index_ < 0 ? std::string() : Items[static_cast<std::size_t>(index_)].Text;
 }
@@ -47,9 +55,7 @@ bool Choice::Pick(std::string_view item) {
   for (std::size_t at = 0; at < Items.size(); ++at) {
     const Item& candidate = Items[at];
     if (!candidate.Enabled || !candidate.Visible || !isNamed(candidate, item)) continue;
-    const bool same = static_cast<int>(at) == index_;
-    if (!same || PicksAgain || owner().IsLoading()) PickAt(static_cast<int>(at));
-    return true;
+    return ClickAt(static_cast<int>(at));
   }
   return false;
 }

@@ -33,6 +33,8 @@ class Choice : public Control {
   [[nodiscard]] int Index() const { return index_; }
   // Sets it without events; an index outside the list picks none.
   void Index(int index);
+  // Clicks an item; false for one that is disabled or hidden.
+  bool ClickAt(int index);
   // Picks like a click. An index outside the list picks none and fires nothing.
   void PickAt(int index);
   [[nodiscard]] std::string Text() const override;

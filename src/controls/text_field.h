@@ -59,6 +59,8 @@ class TextField : public Control {
   void Clear();
   // Restores the text from before the field got the focus.
   void Escape();
+  // Whether the text differs from that one.
+  [[nodiscard]] bool IsEdited() const { return text_ != before_; }
   // Makes the typed text take effect; false when it is not valid.
   bool Take();
 

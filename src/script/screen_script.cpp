@@ -228,7 +228,7 @@ Control* ScreenScript::usable(Screen* screen, const Word& name) {
     fail(found->Name() + " is hidden");
   } else if (!found->Enabled) {
     fail(found->Name() + " is disabled");
-  } else if (!screen->MoveFocus(found)) {
+  } else if (!hands_->MoveFocus(*screen, found)) {
     fail(keptFocus(*screen));
   } else if (!found->Usable()) {
     // Text accepted on the way has changed the screen.
@@ -258,13 +258,13 @@ void ScreenScript::open(Screen* screen, const Words& words) {
     }
     return control_.Click(button);
   }
-  if (!screen->MoveFocus(nullptr)) return fail(keptFocus(*screen));
+  if (!hands_->MoveFocus(*screen, nullptr)) return fail(keptFocus(*screen));
   std::string whyNot = screen->Name() + " does not open " + name;
   for (Opener* opener : screen->Openers()) {
     if (!SameText(opener->Opens(), name)) continue;
     whyNot = name + " can't be opened now";
     if (!opener->IsFor(argument)) continue;
-    if (opener->Usable()) return static_cast<void>(opener->Press());
+    if (opener->Usable()) return static_cast<void>(hands_->Press(*opener));
     if (!opener->WhyDisabled.empty()) whyNot += ": " + opener->WhyDisabled;
     break;
   }
@@ -291,7 +291,7 @@ void ScreenScript::choose(Screen*, const Words& words) { forms_.PrepareFile(word
 void ScreenScript::type(Screen* screen, const Words& words) {
   if (screen == nullptr) return typeOnMainScreen(words);
   Control* found = usable(screen, words[1]);
-  if (found != nullptr && !found->TypeText(words[2].text)) {
+  if (found != nullptr && !hands_->Type(*found, words[2].text)) {
     fail(found->Name() + " cannot be typed into");
   }
 }
@@ -308,17 +308,17 @@ void ScreenScript::key(Screen* screen, const Words& words) {
   auto* field = dynamic_cast<TextField*>(screen->Focused());
   if (field == nullptr) return fail("no field has the focus");
   if (SameText(words[0].text, "enter")) {
-    static_cast<void>(field->Leave());  // the focus stays
+    hands_->Enter(*field);
   } else if (SameText(words[0].text, "escape")) {
-    field->Escape();
+    hands_->Escape(*field);
   } else {
-    static_cast<void>(screen->MoveFocus(nullptr));
+    static_cast<void>(hands_->MoveFocus(*screen, nullptr));
   }
 }
 
 void ScreenScript::pick(Screen* screen, const Words& words) {
   Control* found = usable(screen, words[1]);
-  if (found == nullptr || found->Pick(words[2].text)) return;
+  if (found == nullptr || hands_->Pick(*found, words[2].text)) return;
   const std::string wanted = Quoted(words[2].text);
   const auto* choice = dynamic_cast<const Choice*>(found);
   if (choice == nullptr) {
@@ -334,7 +334,7 @@ void ScreenScript::check(Screen* screen, const Words& words) {
   const bool on = SameText(words[2].text, "on");
   if (!on && !SameText(words[2].text, "off")) return fail("check takes on or off");
   Control* found = usable(screen, words[1]);
-  if (found != nullptr && !found->Check(on)) fail(found->Name() + " is not a check box");
+  if (found != nullptr && !hands_->Check(*found, on)) fail(found->Name() + " is not a check box");
 }
 
 void ScreenScript::spin(Screen* screen, const Words& words) {
@@ -344,13 +344,13 @@ void ScreenScript::spin(Screen* screen, const Words& words) {
   if (!times || *times < 1) return fail("the number of spins is not valid");
   for (int time = 0; time < *times && failure_.empty(); ++time) {
     Control* found = usable(screen, words[1]);
-    if (found != nullptr && !found->Spin(up)) fail(found->Name() + " has no spin buttons");
+    if (found != nullptr && !hands_->Spin(*found, up)) fail(found->Name() + " has no spin buttons");
   }
 }
 
 void ScreenScript::press(Screen* screen, const Words& words) {
   Control* found = usable(screen, words[1]);
-  if (found != nullptr && !found->Press()) fail(found->Name() + " is not a button");
+  if (found != nullptr && !hands_->Press(*found)) fail(found->Name() + " is not a button");
 }
 
 // The script must acknowledge a screen that stays open: by the box, beep or help line that it
@@ -359,9 +359,9 @@ void ScreenScript::end(Screen* screen, const Words& words) {
   const std::string help = forms_.HelpLine();
   const bool done = SameText(words[0].text, "done");
   if (done) {
-    screen->Done();
+    hands_->Done(*screen);
   } else {
-    screen->Cancel();
+    hands_->Cancel(*screen);
   }
   if (screen->Result() != ModalResult::kNone) {
     if (refusalAnswered_) refusal_.clear();

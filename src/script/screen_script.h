@@ -14,11 +14,31 @@
 
 namespace ostrand {
 
+// Carries out the actions of a script: on the controls themselves, or at the windows of a host.
+class ScreenHands {
+ public:
+  virtual ~ScreenHands() = default;
+  // False if the focused field keeps the focus.
+  virtual bool MoveFocus(Screen& screen, Control* to) { return screen.MoveFocus(to); }
+  // These act on the control that has the focus; false if it does not support the action.
+  virtual bool Type(Control& control, std::string_view text) { return control.TypeText(text); }
+  virtual void Enter(TextField& field) { static_cast<void>(field.Leave()); }  // the focus stays
+  virtual void Escape(TextField& field) { field.Escape(); }
+  virtual bool Pick(Control& control, std::string_view item) { return control.Pick(item); }
+  virtual bool Check(Control& control, bool on) { return control.Check(on); }
+  virtual bool Spin(Control& control, bool up) { return control.Spin(up); }
+  virtual bool Press(Control& control) { return control.Press(); }
+  virtual void Done(Screen& screen) { screen.Done(); }
+  virtual void Cancel(Screen& screen) { screen.Cancel(); }
+};
+
 // Plays a script on the screens of a control. Lines: see `ScriptHelp`.
 class ScreenScript : public ScreenHost {
  public:
   // `text` is in UTF-8. The control shows its boxes through `forms`.
   ScreenScript(Ostrand& control, ScriptForms& forms, std::string_view text);
+  // Acts through `hands`, which must outlive the script.
+  void By(ScreenHands& hands) { hands_ = &hands; }
 
   // Plays the whole script; an error begins with the number of the line that failed or did not have
   // the expected result.
@@ -68,6 +88,8 @@ class ScreenScript : public ScreenHost {
 
   Ostrand& control_;
   ScriptForms& forms_;
+  ScreenHands controls_;  // acts on the controls directly
+  ScreenHands* hands_ = &controls_;
   std::string text_;  // in UTF-8
   std::string_view rest_;
   int line_ = 0;

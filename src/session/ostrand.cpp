@@ -101,6 +101,7 @@ Settings& Ostrand::UserSettings() { return state_->settings; }
 const Settings& Ostrand::UserSettings() const { return state_->settings; }
 bool Ostrand::Busy() const { return state_->saving || state_->compiling; }
 bool Ostrand::DirtyFlag() const { return state_->dirtyFlag; }
+void Ostrand::ForgetEdits() { state_->MarkDirty(false); }
 
 // ---- Settings -----------------------------------------------------------------------------------
 

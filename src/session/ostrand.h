@@ -238,6 +238,8 @@ class Ostrand {
   [[nodiscard]] bool Busy() const;
   // Whether there may be unsaved edits.
   [[nodiscard]] bool DirtyFlag() const;
+  // Reports that the project is as it was opened or last saved: DirtyFlag becomes false.
+  void ForgetEdits();
   // Whether the last SaveDldFile was cancelled.
   [[nodiscard]] bool SaveCancelled() const;
   // Whether the last SaveDldFile wrote all files.

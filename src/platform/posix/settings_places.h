@@ -6,20 +6,20 @@
 #include "platform/posix/posix_settings_store.h"
 #include "platform/posix/user_folders.h"
 
-namespace ostrand::cli {
+namespace ostrand::platform {
 
 struct SettingsPlaces {
-  explicit SettingsPlaces(platform::Syncing syncing)
-      : ownFiles(syncing, platform::Readers::kOwner),
-        settings(ownFiles, platform::UserSettingsPath()),
-        registry(ownFiles, platform::MachineRegistryPath(), platform::UserSettingsPath()) {}
+  explicit SettingsPlaces(Syncing syncing)
+      : ownFiles(syncing, Readers::kOwner),
+        settings(ownFiles, UserSettingsPath()),
+        registry(ownFiles, MachineRegistryPath(), UserSettingsPath()) {}
   // Members refer to each other.
   SettingsPlaces(const SettingsPlaces&) = delete;
   SettingsPlaces& operator=(const SettingsPlaces&) = delete;
 
-  platform::PosixFileSystem ownFiles;
-  platform::PosixSettingsStore settings;
-  platform::PosixMachineRegistry registry;
+  PosixFileSystem ownFiles;
+  PosixSettingsStore settings;
+  PosixMachineRegistry registry;
 };
 
-}  // namespace ostrand::cli
+}  // namespace ostrand::platform

@@ -1,0 +1,53 @@
+#include "project_bytes.h"
+
+#include "generator/savedld.h"
+#include "model/new_store.h"
+#include "platform/surroundings.h"
+#include "projectfile/genfile.h"
+#include "text/codepage.h"
+
+namespace ostrand::desktop {
+namespace {
+
+// A preview asks nobody; what fails in it is reported by the save.
+class QuietForms final : public platform::Forms {
+ public:
+  platform::Answer ShowBox(const platform::MessageBox&) override { return platform::Answer::kOk; }
+  std::optional<std::string> AskOpen(const platform::FileDialog&) override { return {}; }
+  std::optional<std::string> AskSave(const platform::FileDialog&) override { return {}; }
+  void SetHelpLine(const std::string&) override {}
+  void SetPointer(platform::Pointer) override {}
+  void Beep() override {}
+  void DoEvents() override {}
+};
+
+// With the texts of the main window, which enter the project when it is saved.
+std::unique_ptr<ProjectStore> copyOf(const Ostrand& session, const ProjectStore& store) {
+  std::unique_ptr<ProjectStore> copy = NewStore();
+  *copy = store;
+  copy->Gen.Operator = session.txtOper();
+  copy->Gen.IDNumber = session.txtIDNum();
+  return copy;
+}
+
+}  // namespace
+
+std::string BytesToSave(const Ostrand& session, const ProjectStore& store) {
+  return ORVUS_GENFILE::ProjectFileText(*copyOf(session, store), platform::Moment{});
+}
+
+ProgramPreview ProgramOf(const Ostrand& session, const ProjectStore& store) {
+  const std::unique_ptr<ProjectStore> copy = copyOf(session, store);
+  const platform::Surroundings& around = session.Around();
+  QuietForms forms;
+  SAVEDLD generator(*copy, around.files, around.clock, forms);
+  generator.HostApp(session.HostApp());
+  generator.BaseName(session.BaseName());
+  ProgramPreview preview{Utf8FromWindows1252(generator.ProgramText()), {}};
+  for (const std::string& fault : generator.Faults()) {
+    preview.faults.push_back(Utf8FromWindows1252(fault));
+  }
+  return preview;
+}
+
+}  // namespace ostrand::desktop

@@ -1,0 +1,304 @@
+#include "screen_window.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QStyle>
+#include <QVBoxLayout>
+
+#include "controls/text_field.h"
+#include "qt_forms.h"
+#include "texts.h"
+
+namespace ostrand::desktop {
+namespace {
+
+constexpr int kFlashInterval = 500;  // milliseconds
+
+// What the frame of a window and the edge of the desktop take, in lines of text.
+constexpr int kFrameLines = 3;
+
+bool isReachable(const QWidget* widget) {
+  return widget != nullptr && widget->isEnabled() && !widget->isHidden();
+}
+
+}  // namespace
+
+QSize RoomFor(const QWidget& window) {
+  const QSize all = window.screen()->availableSize();
+  const int line = window.fontMetrics().lineSpacing();
+  return {all.width() - line, all.height() - kFrameLines * line};
+}
+
+ScreenWindow::ScreenWindow(Screen& screen, QtForms& forms, QWidget* parent)
+    : QDialog(parent),
+      screen_(screen),
+      forms_(forms),
+      scroll_(new QScrollArea(this)),
+      help_(new QLabel(this)),
+      done_(new QPushButton(QStringLiteral("&Done"), this)),
+      cancel_(new QPushButton(QStringLiteral("Cancel"), this)) {
+  setWindowTitle(PlainCaption(screen.Caption));
+  setWindowModality(Qt::WindowModal);
+  for (Control* control : screen.Controls()) controls_.push_back(Bind(*control, *this));
+
+  const QSize room = RoomFor(*this);
+  const int lines = 4 * fontMetrics().lineSpacing();  // of the buttons and the help line
+  Laid laid = LayOut(controls_, room.width() - lines, room.height() - 2 * lines);
+  parts_ = std::move(laid.parts);
+
+  scroll_->setWidget(laid.page);
+  scroll_->setWidgetResizable(true);
+  scroll_->setFrameShape(QFrame::NoFrame);
+  scroll_->setFocusPolicy(Qt::NoFocus);
+  auto* buttons = new QHBoxLayout;
+  buttons->addWidget(help_, 1);
+  buttons->addWidget(done_);
+  buttons->addWidget(cancel_);
+  auto* layout = new QVBoxLayout(this);
+  layout->addWidget(scroll_, 1);
+  layout->addLayout(buttons);
+
+  buildButtons();
+  help_->setTextFormat(Qt::PlainText);
+  help_->setWordWrap(true);
+  forms_.AddHelpLine(help_);
+  watchStops();
+  read();
+  fitToScreen();
+
+  // Where the desktop asks for no motion, what would flash stays lit.
+  if (style()->styleHint(QStyle::SH_Widget_Animation_Duration, nullptr, this) > 0) {
+    QObject::connect(&flashing_, &QTimer::timeout, this, [this] {
+      lit_ = !lit_;
+      for (const auto& control : controls_) control->Flash(lit_);
+    });
+    flashing_.start(kFlashInterval);
+  }
+}
+
+ScreenWindow::~ScreenWindow() { forms_.RemoveHelpLine(help_); }
+
+void ScreenWindow::buildButtons() {
+  for (QPushButton* button : {done_, cancel_}) {
+    button->setAutoDefault(false);
+    button->installEventFilter(this);
+  }
+  // A click on Cancel takes nothing that was typed.
+  cancel_->setFocusPolicy(Qt::TabFocus);
+  QObject::connect(done_, &QPushButton::clicked, this, [this] { end(&Screen::Done); });
+  QObject::connect(cancel_, &QPushButton::clicked, this, [this] { end(&Screen::Cancel); });
+}
+
+// The Tab key goes through the controls in their order.
+void ScreenWindow::watchStops() {
+  stops_.clear();
+  QWidget* before = nullptr;
+  const auto follow = [&](QWidget* stop) {
+    if (before != nullptr) setTabOrder(before, stop);
+    before = stop;
+  };
+  for (const auto& control : controls_) {
+    for (QWidget* stop : control->Stops()) {
+      stops_[stop] = control.get();
+      stop->removeEventFilter(this);
+      stop->installEventFilter(this);
+      follow(stop);
+    }
+  }
+  follow(done_);
+  follow(cancel_);
+}
+
+// As large as the page, with a scroll bar at its side where it does not fit on the desktop.
+void ScreenWindow::fitToScreen() {
+  const QSize page = scroll_->widget()->sizeHint().expandedTo(scroll_->widget()->minimumSizeHint());
+  const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, scroll_);
+  const QMargins margins = layout()->contentsMargins();
+  const int below = layout()->spacing() + layout()->itemAt(1)->sizeHint().height();
+  const QSize wanted(page.width() + bar + margins.left() + margins.right(),
+                     page.height() + below + margins.top() + margins.bottom());
+  const QSize room = RoomFor(*this);
+  scroll_->setHorizontalScrollBarPolicy(wanted.width() > room.width() ? Qt::ScrollBarAsNeeded
+                                                                      : Qt::ScrollBarAlwaysOff);
+  resize(wanted.boundedTo(room));
+}
+
+BoundControl* ScreenWindow::Find(const Control& control) const {
+  for (const auto& bound : controls_) {
+    if (&bound->Of() == &control) return bound.get();
+  }
+  return nullptr;
+}
+
+// ---- What the user does -------------------------------------------------------------------------
+
+void ScreenWindow::Act(Control& control, const std::function<void()>& action) {
+  if (acting_) return;
+  acting_ = true;
+  help_->clear();
+  if (screen_.MoveFocus(&control) && control.Usable()) action();
+  acting_ = false;
+  afterAction();
+}
+
+void ScreenWindow::end(void (Screen::*way)()) {
+  if (acting_ || screen_.Result() != ModalResult::kNone) return;
+  acting_ = true;
+  help_->clear();
+  (screen_.*way)();
+  acting_ = false;
+  afterAction();
+}
+
+void ScreenWindow::reject() {
+  if (screen_.Result() == ModalResult::kNone) return end(&Screen::Cancel);
+  QDialog::reject();
+}
+
+void ScreenWindow::afterAction() {
+  if (screen_.Result() != ModalResult::kNone) {
+    return done(screen_.Result() == ModalResult::kDone ? Accepted : Rejected);
+  }
+  read();
+  followFocus();
+}
+
+void ScreenWindow::read() {
+  reading_ = true;
+  std::size_t stops = 0;
+  for (const auto& control : controls_) {
+    control->Read();
+    stops += control->Stops().size();
+  }
+  ShowParts(parts_);
+  if (stops != stops_.size()) watchStops();
+  reading_ = false;
+}
+
+// ---- The focus ----------------------------------------------------------------------------------
+
+void ScreenWindow::focusCame(BoundControl* control) {
+  if (acting_ || reading_ || screen_.Result() != ModalResult::kNone) return;
+  Control* to = control == nullptr ? nullptr : &control->Of();
+  if (to == screen_.Focused()) return;
+  acting_ = true;
+  screen_.MoveFocus(to);
+  acting_ = false;
+  afterAction();
+}
+
+void ScreenWindow::followFocus() {
+  if (Control* focused = screen_.Focused()) {
+    const BoundControl* bound = Find(*focused);
+    if (bound == nullptr) return;
+    const std::vector<QWidget*> stops = bound->Stops();
+    const QWidget* now = focusWidget();
+    const bool there = std::find(stops.begin(), stops.end(), now) != stops.end();
+    if (!there && isReachable(bound->Stop())) bound->Stop()->setFocus(Qt::OtherFocusReason);
+    return;
+  }
+  const auto at = stops_.find(focusWidget());
+  if (at != stops_.end() && isReachable(focusWidget())) screen_.MoveFocus(&at->second->Of());
+}
+
+void ScreenWindow::showEvent(QShowEvent* event) {
+  QDialog::showEvent(event);
+  if (opened_) return;
+  opened_ = true;
+  for (const auto& control : controls_) {
+    if (!control->Of().Usable() || !isReachable(control->Stop())) continue;
+    control->Stop()->setFocus(Qt::TabFocusReason);
+    focusCame(control.get());
+    return;
+  }
+  done_->setFocus(Qt::TabFocusReason);
+}
+
+bool ScreenWindow::eventFilter(QObject* watched, QEvent* event) {
+  const auto at = stops_.find(watched);
+  BoundControl* control = at == stops_.end() ? nullptr : at->second;
+  auto* widget = qobject_cast<QWidget*>(watched);
+  switch (event->type()) {
+    case QEvent::FocusIn: {
+      focusCame(control);
+      if (control != nullptr) scroll_->ensureWidgetVisible(widget);
+      break;
+    }
+    case QEvent::Wheel:
+      if (control == nullptr || widget->hasFocus()) break;
+      event->ignore();  // so that the page scrolls
+      return true;
+    case QEvent::KeyPress: {
+      const int key = static_cast<QKeyEvent*>(event)->key();
+      if (control != nullptr) {
+        control->BeforeKey();
+        if (keyPressed(*control, key)) return true;
+        break;
+      }
+      if (key != Qt::Key_Return && key != Qt::Key_Enter) break;
+      qobject_cast<QPushButton*>(widget)->click();
+      return true;
+    }
+    default:
+      break;
+  }
+  return QDialog::eventFilter(watched, event);
+}
+
+// Enter takes what was typed, Escape takes it back; true for a key that is used up.
+bool ScreenWindow::keyPressed(BoundControl& control, int key) {
+  auto* field = dynamic_cast<TextField*>(&control.Of());
+  switch (key) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+      if (field != nullptr) {
+        Act(*field, [&] { static_cast<void>(field->Leave()); });
+        if (screen_.Result() == ModalResult::kNone) control.Line()->selectAll();
+      } else if (auto* button = qobject_cast<QPushButton*>(control.Widget())) {
+        button->click();
+      }
+      return true;
+    case Qt::Key_Escape:
+      if (field == nullptr || !field->IsEdited()) return false;
+      Act(*field, [&] { field->Escape(); });
+      control.Line()->selectAll();
+      return true;
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+      return field != nullptr && !field->OnSpin && moveInColumn(*field, key == Qt::Key_Up ? -1 : 1);
+    default:
+      return false;
+  }
+}
+
+bool ScreenWindow::moveInColumn(const Control& from, int rows) {
+  if (from.Row == 0 || from.Kind() == ControlKind::kEditList) return false;
+  for (const auto& control : controls_) {
+    const Control& to = control->Of();
+    if (to.Row != from.Row + rows || to.Group != from.Group || to.Caption != from.Caption) continue;
+    if (to.Usable() && isReachable(control->Stop())) control->Stop()->setFocus(Qt::TabFocusReason);
+    return true;
+  }
+  return false;
+}
+
+// ---- The host -----------------------------------------------------------------------------------
+
+void ScreenWindows::ShowModal(Screen& screen) {
+  QWidget* over = QApplication::activeModalWidget();
+  ScreenWindow window(screen, forms_, over == nullptr ? main_ : over);
+  const QPointer<QWidget> before = QApplication::focusWidget();
+  forms_.SetPointer(platform::Pointer::kNormal);  // the screen is what is waited for
+  run(window);
+  // The program goes away.
+  if (screen.Result() == ModalResult::kNone) screen.End(ModalResult::kCancel);
+  if (before != nullptr) before->setFocus(Qt::OtherFocusReason);
+}
+
+}  // namespace ostrand::desktop

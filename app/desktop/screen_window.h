@@ -1,0 +1,91 @@
+// Screens as windows.
+#pragma once
+
+#include <QDialog>
+#include <QTimer>
+#include <map>
+#include <memory>
+
+#include "bind.h"
+#include "controls/screen.h"
+#include "layout.h"
+
+class QLabel;
+class QPushButton;
+class QScrollArea;
+
+namespace ostrand::desktop {
+
+class QtForms;
+
+// The size that a window may have to fit on the desktop with its frame.
+QSize RoomFor(const QWidget& window);
+
+// The window of a screen while it is open. Whatever the user does goes to the controls; after it
+// all of them are read anew.
+class ScreenWindow final : public QDialog, private ControlWindow {
+ public:
+  // Screen and forms must outlive it.
+  ScreenWindow(Screen& screen, QtForms& forms, QWidget* parent);
+  ~ScreenWindow() override;
+
+  [[nodiscard]] Screen& Shown() const { return screen_; }
+  [[nodiscard]] const BoundControls& Controls() const { return controls_; }
+  [[nodiscard]] BoundControl* Find(const Control& control) const;
+  [[nodiscard]] QPushButton* DoneButton() const { return done_; }
+  [[nodiscard]] QPushButton* CancelButton() const { return cancel_; }
+
+  // Escape and the close button of the window.
+  void reject() override;
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+  void showEvent(QShowEvent* event) override;
+
+ private:
+  void Act(Control& control, const std::function<void()>& action) override;
+  void buildButtons();
+  void watchStops();
+  // Something was done: the window ends with its screen, or shows what is now.
+  void afterAction();
+  void read();
+  void focusCame(BoundControl* control);
+  // The keyboard goes where the screen has the focus.
+  void followFocus();
+  bool keyPressed(BoundControl& control, int key);
+  bool moveInColumn(const Control& from, int rows);
+  void end(void (Screen::*way)());
+  void fitToScreen();
+
+  Screen& screen_;
+  QtForms& forms_;
+  BoundControls controls_;
+  std::map<const QObject*, BoundControl*> stops_;
+  std::vector<LaidPart> parts_;
+  QScrollArea* scroll_;
+  QLabel* help_;
+  QPushButton* done_;
+  QPushButton* cancel_;
+  QTimer flashing_;
+  bool lit_ = true;
+  bool reading_ = false;
+  bool acting_ = false;
+  bool opened_ = false;
+};
+
+// Shows each screen in a window over the last one.
+class ScreenWindows : public ScreenHost {
+ public:
+  ScreenWindows(QtForms& forms, QWidget* main) : forms_(forms), main_(main) {}
+  void ShowModal(Screen& screen) override;
+
+ protected:
+  // Until the user has ended it.
+  virtual void run(ScreenWindow& window) { window.exec(); }
+
+ private:
+  QtForms& forms_;
+  QWidget* main_;
+};
+
+}  // namespace ostrand::desktop

@@ -1,0 +1,34 @@
+#include "texts.h"
+
+#include "platform/posix/terminal_forms.h"
+#include "text/codepage.h"
+
+namespace ostrand::desktop {
+
+QString FromProject(std::string_view text) {
+  return QString::fromStdString(Utf8FromWindows1252(text));
+}
+
+std::optional<std::string> ToProject(const QString& text) {
+  std::string bytes = Windows1252FromUtf8(text.toStdString());
+  if (FromProject(bytes) != text) return std::nullopt;
+  return bytes;
+}
+
+QString FromSystem(std::string_view text) {
+  QString shown = QString::fromStdString(platform::Utf8Text(text));
+  return shown.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+}
+
+std::string PathOf(const QString& path) { return path.toStdString(); }
+
+QString PlainCaption(std::string_view caption) {
+  std::string plain;
+  for (std::size_t at = 0; at < caption.size(); ++at) {
+    if (caption[at] == '&' && ++at == caption.size()) break;
+    plain += caption[at];
+  }
+  return FromProject(plain);
+}
+
+}  // namespace ostrand::desktop

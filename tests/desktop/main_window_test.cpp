@@ -1,0 +1,130 @@
+// The window of the program.
+#include "main_window.h"
+
+#include <gtest/gtest.h>
+
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMessageBox>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTabWidget>
+#include <QTest>
+#include <QTextEdit>
+
+#include "documents/rich_text.h"
+#include "model/new_store.h"
+#include "support/fixed_clock.h"
+#include "support/memory_filesystem.h"
+#include "support/temp_folder.h"
+#include "support/test_surroundings.h"
+#include "texts.h"
+
+namespace ostrand {
+namespace {
+
+const std::string kProject = "/house.VKG";
+
+class Main : public ::testing::Test {
+ protected:
+  Main() {
+    files_.files[kProject] = testing::ReadDisk(OSTRAND_SOURCE_DIR "/examples/building-climate.VKG");
+    window_.show();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&window_));
+  }
+
+  // What happens in the window of the screen that a main button opens.
+  void openBy(int button, const std::function<void(desktop::ScreenWindow&)>& act) {
+    bool opened = false;
+    QTimer::singleShot(0, &window_, [&] {
+      auto* screen = dynamic_cast<desktop::ScreenWindow*>(QApplication::activeModalWidget());
+      ASSERT_NE(screen, nullptr);
+      opened = true;
+      act(*screen);
+      if (screen->isVisible()) screen->reject();
+    });
+    QTest::mouseClick(window_.ButtonOf(button), Qt::LeftButton);
+    EXPECT_TRUE(opened);
+  }
+
+  testing::MemoryFileSystem files_;
+  testing::FixedClock clock_;
+  desktop::QtForms forms_;
+  testing::TestSurroundings around_{files_, clock_, forms_, "/tmp/"};
+  std::unique_ptr<ProjectStore> store_ = NewStore();
+  desktop::MainWindow window_{*store_, around_.all, forms_};
+};
+
+TEST_F(Main, ShowsAProject) {
+  EXPECT_FALSE(window_.ButtonOf(kConfigurationButton)->isEnabled());
+  ASSERT_TRUE(window_.Open(kProject));
+  EXPECT_EQ(window_.windowTitle(), "house[*] - Ostrand");
+  EXPECT_EQ(window_.OperatorBox()->text(), "H. Quist");
+  for (int button = 0; button <= kLastButton; ++button) {
+    const QPushButton* shown = window_.ButtonOf(button);
+    if (shown == nullptr) continue;
+    EXPECT_EQ(shown->isEnabled(), window_.Session().MainButtons().Enabled(button)) << button;
+  }
+  const auto* summary = window_.findChild<QTextEdit*>();
+  QString all = desktop::FromProject(window_.Session().SummaryBox().Text());
+  EXPECT_EQ(summary->toPlainText(), all.remove('\r'));
+  window_.Pages()->setCurrentIndex(1);
+  EXPECT_TRUE(window_.findChild<QPlainTextEdit*>()->toPlainText().contains("BeginProg"));
+  window_.Pages()->setCurrentIndex(2);
+  EXPECT_GT(window_.Checks()->count(), 0);
+}
+
+TEST_F(Main, MarksOnlyWhatASaveWouldChange) {
+  ASSERT_TRUE(window_.Open(kProject));
+  EXPECT_FALSE(window_.isWindowModified());
+  for (int page = 0; page < window_.Pages()->count(); ++page) {
+    window_.Pages()->setCurrentIndex(page);
+  }
+  openBy(kVoltageButton, [](desktop::ScreenWindow& screen) { screen.reject(); });
+  EXPECT_FALSE(window_.isWindowModified());
+  openBy(kVoltageButton, [](desktop::ScreenWindow& screen) {
+    QTest::mouseClick(screen.DoneButton(), Qt::LeftButton);
+  });
+  EXPECT_FALSE(window_.isWindowModified());
+  window_.OperatorBox()->setFocus();
+  QTest::keyClick(window_.OperatorBox(), Qt::Key_End);
+  QTest::keyClick(window_.OperatorBox(), Qt::Key_X, {});
+  EXPECT_TRUE(window_.isWindowModified());
+  QTest::keyClick(window_.OperatorBox(), Qt::Key_Backspace);
+  EXPECT_FALSE(window_.isWindowModified());
+}
+
+TEST_F(Main, AsksOnlyForEditsBeforeItCloses) {
+  ASSERT_TRUE(window_.Open(kProject));
+  openBy(kFlagsButton, [](desktop::ScreenWindow& screen) { screen.reject(); });
+  EXPECT_TRUE(window_.close());
+}
+
+TEST_F(Main, StaysUsableAfterAProjectThatIsNotThere) {
+  ASSERT_TRUE(window_.Open(kProject));
+  bool asked = false;
+  QTimer::singleShot(0, &window_, [&] {
+    auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    ASSERT_NE(box, nullptr);
+    asked = box->windowTitle() == "FILE NOT FOUND";
+    QTest::keyClick(box, Qt::Key_Return);
+  });
+  EXPECT_FALSE(window_.Open("/missing.VKG"));
+  EXPECT_TRUE(asked);
+  EXPECT_TRUE(window_.ButtonOf(kVoltageButton)->isEnabled());
+}
+
+TEST_F(Main, MovesBetweenItsBoxesByTheArrows) {
+  ASSERT_TRUE(window_.Open(kProject));
+  window_.OperatorBox()->setFocus();
+  QTest::keyClick(window_.OperatorBox(), Qt::Key_Down);
+  EXPECT_TRUE(window_.NumberBox()->hasFocus());
+  QTest::keyClick(window_.NumberBox(), Qt::Key_Up);
+  EXPECT_TRUE(window_.OperatorBox()->hasFocus());
+  QTest::keyClick(window_.OperatorBox(), Qt::Key_Down);
+  QTest::keyClick(window_.NumberBox(), Qt::Key_Down);
+  EXPECT_TRUE(window_.ButtonOf(kConfigurationButton)->hasFocus());
+}
+
+}  // namespace
+}  // namespace ostrand
