@@ -16,7 +16,7 @@ stand_in() {
   chmod +x "$scratch/bin/$1"
 }
 
-# A machine: how many packages it has ("all" or "none"), its user's number, and whether sudo,
+# A machine: the packages it has ("all", "none", or "noqt" for all but Qt), its user's number, and whether sudo,
 # `apt-get update` and `apt-get install` succeed (0) or not (1).
 machine() {
   rm -rf "$scratch/bin"
@@ -25,6 +25,8 @@ machine() {
   case "$1" in
     all) stand_in dpkg-query 'echo -n installed' ;;
     none) stand_in dpkg-query 'exit 1' ;;
+    # shellcheck disable=SC2016
+    noqt) stand_in dpkg-query '[[ "$*" != *" qt6-"* ]] && echo -n installed' ;;
   esac
   stand_in id "echo $2"
   # shellcheck disable=SC2016
@@ -35,10 +37,14 @@ machine() {
   stand_in ctest ''
 }
 
-# Runs a script of the project and compares its exit code, the message and the calls (patterns).
+# Runs a script of the project, with its arguments, and compares its exit code, the message and the
+# calls (patterns).
 expect() {
-  local what="$1" script="$2" code="$3" message="$4" called="$5" not_called="$6" got=0
-  PATH="$scratch/bin:$PATH" "$source_folder/$script" >"$scratch/out" 2>"$scratch/err" || got=$?
+  local what="$1" code="$3" message="$4" called="$5" not_called="$6" got=0
+  local -a script
+  read -ra script <<<"$2"
+  PATH="$scratch/bin:$PATH" "$source_folder/${script[0]}" "${script[@]:1}" \
+    >"$scratch/out" 2>"$scratch/err" || got=$?
   [[ "$got" -eq "$code" ]] || fail "$what: exit code $got"
   [[ "$(cat "$scratch/err")" == $message ]] || fail "$what: $(cat "$scratch/err")"
   [[ "$(cat "$calls")" == $called ]] || fail "$what: not called: $called"
@@ -51,6 +57,8 @@ fail() {
 
 build="cmake ninja-build g++"
 tests="$build libgtest-dev libgmock-dev"
+qt="qt6-base-dev qt6-svg-dev"
+unset DISPLAY WAYLAND_DISPLAY QT_QPA_PLATFORM
 command="  sudo apt-get install --no-install-recommends"
 
 machine none 1000 1 0 0
@@ -67,6 +75,23 @@ expect "no such package" test 1 "*The packages cannot be installed.*$command $te
 machine none 1000 0 0 0
 expect "installed with sudo" test 0 '' "*apt-get update*apt-get install*$tests*ctest *" ''
 machine all 1000 1 0 0
-expect "nothing missing" test 0 '' '*cmake --preset*cmake --build*ctest *' '*@(sudo|apt-get) *'
+expect "nothing missing" test 0 '' '*cmake --preset*OSTRAND_DESKTOP=ON*cmake --build*ctest *' '*@(sudo|apt-get) *'
+machine noqt 1000 1 0 0
+expect "test without Qt" test 0 \
+  "Missing packages: $qt"$'\n'"*$command $qt"$'\n'"Without Qt 6 the desktop is neither built nor tested*" \
+  '*OSTRAND_DESKTOP=AUTO*ctest *' '*apt-get *'
+
+# A build of one target fails, so that ./run does not go on to run it.
+machine noqt 1000 1 0 0
+stand_in cmake '[[ "$*" != *--target* ]]'
+expect "run builds the command alone" run 1 '' '*cmake --build*--target ostrand' '*@(apt-get *|-desktop)*'
+machine all 1000 1 0 0
+stand_in cmake '[[ "$*" != *--target* ]]'
+DISPLAY=:987 expect "run desktop" 'run desktop' 1 '' '*OSTRAND_DESKTOP=ON*cmake --build*ostrand-desktop' ''
+machine noqt 1000 1 0 0
+DISPLAY=:987 expect "desktop without Qt" 'run desktop' 1 "Missing packages: $qt"$'\n'"*$command $qt" '*' '*cmake --*'
+machine all 1000 1 0 0
+expect "desktop without a display" 'run desktop' 1 'There is no display*DISPLAY*ssh -X*xvfb-run*' '' ''
+expect "run with a wrong word" 'run dekstop' 2 'usage: *' '' ''
 
 [[ "$failures" -eq 0 ]]
