@@ -12,6 +12,7 @@
 
 #include "blocks/bridge_rules.h"
 #include "documents/summary.h"
+#include "generator/program_lines.h"
 #include "generator/savedld.h"
 #include "model/defaults.h"
 #include "model/new_store.h"
@@ -186,6 +187,12 @@ class Round {
     files_.files["/any.VKG"] = saved(*project);
   }
 
+  // A program that exceeds its number of lines is reported, and written without the rest.
+  bool programIsFull() {
+    const std::string program = files_.files["/any.VKP"];
+    return std::count(program.begin(), program.end(), '\n') >= ProgramLines::kMaxLines;
+  }
+
   // Opens the button's screens and leaves them by Done.
   void look(int button) {
     user_.mood = RandomUser::Mood::kLooks;
@@ -250,6 +257,7 @@ class Round {
     const std::string looked = settled(session_.Store());
     if (normalized && looked != kept) return "opened and Done:\n" + difference(kept, looked);
     session_.SavePipeline();
+    if (programIsFull()) user_.trouble.clear();
     return user_.trouble;
   }
 
