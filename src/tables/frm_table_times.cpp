@@ -55,13 +55,19 @@ void frmTableTimes::load() {
   Hours.Value(time.hours);
   Minutes.Value(time.minutes);
   Seconds.Value(time.seconds);
-  CalcTableRecs();
+  // Calculated from the rounded time, a large count would differ.
+  records_ = table_.NumRecs;
+  showRecords();
 }
 
 void frmTableTimes::CalcTableRecs() {
   const TimeParts wanted{Days.Value(), Hours.Value(), Minutes.Value(), Seconds.Value()};
   const double interval = ORVUS_COMMON::TableIntervalMicros(store(), table_) / 1e6;
   records_ = RoundHalfEven(wanted.Seconds() / interval);
+  showRecords();
+}
+
+void frmTableTimes::showRecords() {
   const bool shows = records_ <= kMaxRecords;
   DoneEnabled = shows && records_ >= 1;
 

@@ -35,6 +35,7 @@ class frmTableTimes final : public Screen {
  private:
   void load();
   void CalcTableRecs();
+  void showRecords();
   void onTake();
 
   TableObjects& tables_;

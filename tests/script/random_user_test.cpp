@@ -93,7 +93,8 @@ std::string withoutOwnScreens(const ProjectStore& project) {
 }
 
 // The project in the form that opening its screens produces: the code of a new bridge has no range,
-// a resistance bridge has one multiplier, and an empty grouping is "1". Under automatic selection
+// a resistance bridge has one multiplier, an empty grouping is "1", and the line of the data event
+// is composed from the members of the trigger. Under automatic selection
 // any list of blocks sets the start channels of all blocks.
 std::string settled(const ProjectStore& project) {
   const auto store = std::make_unique<ProjectStore>(project);
@@ -110,6 +111,7 @@ std::string settled(const ProjectStore& project) {
   }
   for (OutputTable& table : store->Tables.Table) {
     if (table.WriteIf <= 0) table.GroupWriteIf = "1";
+    table.DataEventCode.clear();
   }
   return saved(*store);
 }
