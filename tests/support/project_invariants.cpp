@@ -219,10 +219,12 @@ std::string RoomOverdrawn(const ProjectStore& store) {
   const int multiplexers = store.Config.TK40MQty;
   const int inputs = FreeTK40MInputs(multiplexers, ChannelBlocksOf(store.TK40MBlock));
   found.Expect(inputs >= 0, "multiplexer", inputs, "free inputs");
-  const int free =
-      PanelFreeChans(LiveChannelCount(ChannelBlocksOf(store.TempBlock)),
-                     LiveChannelCount(ChannelBlocksOf(store.VoltBlock)),
-                     LiveBridgeCount(ChannelBlocksOf(store.BridgeBlock)), multiplexers);
+  // A bridge without sensors is aligned too, but occupies no channel.
+  std::vector<ChannelBlock> bridges = ChannelBlocksOf(store.BridgeBlock);
+  std::erase_if(bridges, [](const ChannelBlock& block) { return block.Reps == 0; });
+  const int free = PanelFreeChans(LiveChannelCount(ChannelBlocksOf(store.TempBlock)),
+                                  LiveChannelCount(ChannelBlocksOf(store.VoltBlock)),
+                                  LiveBridgeCount(bridges), multiplexers);
   found.Expect(free >= 0 || store.Config.AutoChan == kFalse, "panel", free, "free channels");
   return found.text;
 }
