@@ -313,7 +313,6 @@ bool frmBrdgSetup::onDone() {
   const DefaultScaling after = scaling();
   if (!scaling_.Ask(Forms(), after, aliases(), [&] { openFieldNames(after); })) return false;
   scaling_.Follow(aliasRows(), after);
-  fitReps(data().Reps);
   settle(data());
   before_.Keep();
   names_.Keep();

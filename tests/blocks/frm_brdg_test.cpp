@@ -122,6 +122,15 @@ TEST_F(BridgeScreen, CountsStopAtLastChannel) {
   }
 }
 
+TEST_F(BridgeScreen, SensorsStayWhereAnEmptyBlockExceedsThePanel) {
+  store->Config.AutoChan = kTrue;
+  store->VoltBlock.SEChannelCount = 39;
+  give(1, kHalfBridge, 1, 1);
+  give(2, kQuarterStrain, 0, 1);  // aligned to a pair: channel 41
+  inSetup(1, [](Screen&) {});
+  EXPECT_EQ(block(1).Reps, 1);
+}
+
 TEST_F(BridgeScreen, RoundsIntegrationIfTheProjectHasNone) {
   struct Case {
     i32 typed;
