@@ -5,6 +5,7 @@
 #include "project_run.h"
 #include "projectfile/read_report.h"
 #include "text/codepage.h"
+#include "text/json.h"
 #include "text/number.h"
 #include "verify/check_context.h"
 #include "verify/verify_before_save.h"
@@ -63,50 +64,20 @@ std::string asText(std::string_view file, const Findings& findings, const ReadRe
 
 // ---- For a program ------------------------------------------------------------------------------
 
-// The control character at the head of a text in UTF-8, of one byte or of two; -1 for any other.
-int controlAt(std::string_view utf8) {
-  const auto first = static_cast<unsigned char>(utf8.front());
-  if (first < 0x20 || first == 0x7F) return first;
-  const int second = utf8.size() > 1 ? static_cast<unsigned char>(utf8[1]) : 0;
-  return first == 0xC2 && second >= 0x80 && second < 0xA0 ? second : -1;
-}
-
-// A JSON string of a text in UTF-8; lines are separated by LF.
-std::string quoted(std::string_view utf8) {
-  constexpr std::string_view kDigits = "0123456789abcdef";
-  std::string result = "\"";
-  for (std::size_t at = 0; at < utf8.size(); ++at) {
-    const auto byte = static_cast<unsigned char>(utf8[at]);
-    if (utf8.substr(at).starts_with("\r\n")) continue;
-    if (byte == '"' || byte == '\\') {
-      result.append("\\").append(1, utf8[at]);
-    } else if (byte == '\n') {
-      result += "\\n";
-    } else if (const int control = controlAt(utf8.substr(at)); control >= 0) {
-      const auto number = static_cast<std::size_t>(control);
-      result.append("\\u00").append(1, kDigits[number / 16]).append(1, kDigits[number % 16]);
-      if (control >= 0x80) ++at;
-    } else {
-      result += utf8[at];
-    }
-  }
-  return result + "\"";
-}
-
 std::string asJson(const Finding& finding) {
-  return "{\"title\": " + quoted(finding.title) +
-         ", \"text\": " + quoted(Utf8FromWindows1252(finding.text)) +
-         ", \"section\": " + quoted(finding.section) + ", \"key\": " + quoted(finding.key) +
+  return "{\"title\": " + JsonString(finding.title) +
+         ", \"text\": " + JsonString(Utf8FromWindows1252(finding.text)) +
+         ", \"section\": " + JsonString(finding.section) + ", \"key\": " + JsonString(finding.key) +
          ", \"againstSaving\": " + (finding.againstSaving ? "true" : "false") + "}";
 }
 
 std::string asJson(std::string_view file, bool opened, const Findings& findings,
                    const ReadReport& skipped) {
-  std::string text = "{\"file\": " + quoted(platform::Utf8Text(file)) +
+  std::string text = "{\"file\": " + JsonString(platform::Utf8Text(file)) +
                      ", \"opened\": " + (opened ? "true" : "false");
   if (skipped.skipped > 0) {
-    text += ", \"notices\": [{\"title\": " + quoted(kNoticeTitle) +
-            ", \"text\": " + quoted(Utf8FromWindows1252(SkippedText(skipped))) + "}]";
+    text += ", \"notices\": [{\"title\": " + JsonString(kNoticeTitle) +
+            ", \"text\": " + JsonString(Utf8FromWindows1252(SkippedText(skipped))) + "}]";
   }
   text += ", \"findings\": [";
   for (const Finding& finding : findings) {
