@@ -64,7 +64,7 @@ void KeepState(const ConditionControls& row, const StateFields& kept, std::strin
   kept.measurement = stored.MeasVar;
   kept.compare = static_cast<i16>(stored.Compare);
   kept.value = stored.Value;
-  kept.expression = stored.MeasVar.empty() ? none : std::string_view(stored.Expression);
+  kept.expression = row.Valid() ? std::string_view(stored.Expression) : none;
 }
 
 void ReportPickedFlag(ConditionControls& row, platform::Forms& forms, const ProjectStore& store) {
