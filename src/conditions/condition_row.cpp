@@ -40,14 +40,13 @@ bool valueInTheMaking(std::string_view text) {
 }
 
 // The value that a row shows. Rows without a separate text for it have it in their expression.
-std::string valueOf(const ConditionRow& row) {
+std::string valueOf(const ConditionRow& row, bool logic) {
   if (!Trim(row.Varb).empty()) return std::string(Trim(row.Varb));
-  if (!IsLogicVariable(row.MeasVar)) return SignificantText(DecimalValue(row.Value), kSingleDigits);
   const std::string_view expression = Trim(row.Expression);
-  const std::size_t blank = expression.rfind(' ');
-  const std::string_view last =
-      blank == std::string_view::npos ? expression : expression.substr(blank + 1);
-  return std::string(logicWord(last).empty() ? kTrueWord : logicWord(last));
+  const std::string_view word = logicWord(expression.substr(expression.rfind(' ') + 1));
+  if (!word.empty()) return std::string(word);
+  if (logic) return std::string(kTrueWord);
+  return SignificantText(DecimalValue(row.Value), kSingleDigits);
 }
 
 }  // namespace
@@ -175,7 +174,7 @@ void ConditionControls::Load(const ConditionRow& row) {
     const bool logic = IsLogicVariable(MeasVar.Text());
     showKind(logic);
     Compare.PickAt(logic ? 0 : row.Compare);
-    Value.Text(variables_.InAliases(valueOf(row)));
+    Value.Text(variables_.InAliases(valueOf(row, logic)));
     Expression.Text(variables_.InAliases(row.Expression));
   }
   enableControls();
@@ -233,12 +232,12 @@ void ConditionControls::edit() {
   const std::string value = Value.Text();
   const bool isNumber = ToDouble(value).has_value();
   row_.MeasVar = MeasVar.Text();
-  row_.Compare = std::max(Compare.Index(), 0);
+  if (Compare.Index() < 0) Compare.Index(0);
+  row_.Compare = Compare.Index();
   row_.Varb = isNumber ? std::string() : value;
   row_.VarIdx = isNumber ? 0 : std::max(Value.ItemIndex(), 0);
   row_.Value = isNumber ? ToSingle(value).value_or(0) : 0;
-  row_.Expression = ConditionText(variables_.Variable(row_.MeasVar), offer_.compares, row_.Compare,
-                                  variables_.Variable(value));
+  row_.Expression = ConditionText(row_.MeasVar, offer_.compares, row_.Compare, value);
   Expression.Text(variables_.InAliases(row_.Expression));
   if (OnEdit) OnEdit();
 }

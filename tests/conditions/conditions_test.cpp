@@ -195,12 +195,14 @@ TEST_F(ConditionsTest, ViewedRowStaysUnchanged) {
       {"Gone", 17, 30, -2.5F, "", "Gone ?? -2.5"},
       {"", 0, 0, 0, "", "Flag(2) True"},
       {"Oil", 4, 3, 1e7F, "", "VBlk1(2) < 1e+07"},
+      {"Flag(2)", 0, 0, 0, "", "Flag(2) = False"},
   };
-  set.Load(rows, 3, "1 AND (2 OR 3)");
-  EXPECT_EQ(set.Count(), 3);
-  for (int n = 1; n <= 3; ++n) EXPECT_EQ(set.Stored(n), rows[n - 1]);
+  set.Load(rows, 4, "1 AND (2 OR 3)");
+  EXPECT_EQ(set.Count(), 4);
+  for (int n = 1; n <= 4; ++n) EXPECT_EQ(set.Stored(n), rows[n - 1]);
   EXPECT_EQ(shown("Meas1"), "Gone");
   EXPECT_EQ(shown("Value3"), "1e+07");
+  EXPECT_EQ(shown("Value4"), "False");
   EXPECT_EQ(shown("Whole"), "(Gone ?? -2.5) AND ((Flag(2) True) OR (Oil < 1e+07))");
   EXPECT_TRUE(set.Check());
 }
