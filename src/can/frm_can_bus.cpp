@@ -421,6 +421,7 @@ void frmCanBus::showList() {
 void frmCanBus::showItem() {
   const Loading loading(*this);
   enableItem();
+  Pgn.Text({});
   if (hasItem()) showValues();
 }
 

@@ -209,9 +209,10 @@ TEST_F(PickScreen, ItemOfTheProjectSurvivesItsList) {
 }
 
 TEST_F(CanScreens, ViewedProjectStaysUnchanged) {
-  giveItems(1);
+  giveItems(2);
+  store->Can.Item[1].DataResolution = "FP2";
   // Values outside the lists of the screen.
-  CanItemData& item = store->Can.Item[1];
+  CanItemData& item = store->Can.Item[2];
   item.DataStyle = 19;
   item.ItemMessageType = 2;
   item.DataResolution = "LONG";
@@ -226,6 +227,8 @@ TEST_F(CanScreens, ViewedProjectStaysUnchanged) {
   store->Can.Module[1].CanNaNOldData = 1;
   const std::string before = project();
   auto screen = busScreen();
+  pick(*screen, "Item", "2: Item2");
+  EXPECT_EQ(shown(*screen, "DataType"), "");
   for (Control* control : screen->Controls()) screen->MoveFocus(control);
   host.scenes = {[](Screen& advanced) { advanced.Done(); }};
   press(*screen, "Advanced");
