@@ -19,17 +19,15 @@ class Backup {
   // Restores the present state from here on.
   void Retake() { *before_ = live_; }
   // Keeps the edits.
-  void Keep() { over_ = true; }
-  // Restores once; later calls do nothing.
+  void Keep() { kept_ = true; }
   void PutBack() {
-    if (!over_) live_ = *before_;
-    over_ = true;
+    if (!kept_) live_ = *before_;
   }
 
  private:
   Part& live_;
   std::unique_ptr<Part> before_;
-  bool over_ = false;
+  bool kept_ = false;
 };
 
 }  // namespace ostrand

@@ -17,26 +17,14 @@ class NamesBackup {
       if (!text.empty()) before_.push_back({&text, text});
     });
   }
-  ~NamesBackup() { PutBack(); }
+  ~NamesBackup() {
+    if (!kept_) putBack();
+  }
   NamesBackup(const NamesBackup&) = delete;
   NamesBackup& operator=(const NamesBackup&) = delete;
 
   // Keeps the new names.
-  void Keep() { over_ = true; }
-  // Restores once; later calls do nothing.
-  void PutBack() {
-    if (!over_) {
-      auto before = before_.begin();
-      VisitVariableTexts(store_, [&](std::string& text, VariableText) {
-        if (before != before_.end() && before->place == &text) {
-          text = before++->text;
-        } else {
-          text.clear();
-        }
-      });
-    }
-    over_ = true;
-  }
+  void Keep() { kept_ = true; }
 
  private:
   struct Text {
@@ -44,9 +32,20 @@ class NamesBackup {
     std::string text;
   };
 
+  void putBack() {
+    auto before = before_.begin();
+    VisitVariableTexts(store_, [&](std::string& text, VariableText) {
+      if (before != before_.end() && before->place == &text) {
+        text = before++->text;
+      } else {
+        text.clear();
+      }
+    });
+  }
+
   ProjectStore& store_;
   std::vector<Text> before_;  // non-empty texts, in the order of the visit
-  bool over_ = false;
+  bool kept_ = false;
 };
 
 }  // namespace ostrand
