@@ -101,7 +101,7 @@ void frmBrdgSetup::bindFlag(CheckBox& box, flag BridgeBlockData::*member,
 }
 
 void frmBrdgSetup::bindScaling() {
-  LimitUnits(Units, ORVUS_DOBJ_BLK_BRIDGE, block_);
+  LimitUnits(Units, ORVUS_DOBJ_BLK_BRIDGE);
   BindScale(
       DefaultMult, [this]() -> float& { return data().DefaultMult; }, SteppedToWhole);
   BindScale(

@@ -111,7 +111,7 @@ void frmPulseSetup::bind() {
   Public.OnClick = [this] { data().Public = Public.Checked() ? kTrue : kFalse; };
   DataType.SetItems({"FP2", "IEEE4"});
   DataType.OnPick = [this] { data().DataResolution = DataType.Text(); };
-  LimitUnits(Units, ORVUS_DOBJ_BLK_PULSE, block_);
+  LimitUnits(Units, ORVUS_DOBJ_BLK_PULSE);
   FieldNames.OnPress = [this] { openFieldNames(scaling()); };
   Outputs.AskBy(context(), DataType, SourceName(ORVUS_DOBJ_BLK_PULSE, block_));
 }

@@ -2,11 +2,13 @@
 
 #include "model/name_limits.h"
 #include "model/names.h"
+#include "model/store.h"
 
 namespace ostrand {
 
-void LimitUnits(UnitField& units, OrvusDataObjTypes kind, int block) {
-  units.WhyNot = [array = SourceName(kind, block)](std::string_view text) {
+void LimitUnits(UnitField& units, OrvusDataObjTypes kind) {
+  static_assert(kBlocks <= 9);  // the names of all arrays have the same length
+  units.WhyNot = [array = SourceName(kind, 1)](std::string_view text) {
     return UnitsFit(array, text) ? "" : kTooLongHelp;
   };
 }

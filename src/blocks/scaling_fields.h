@@ -9,7 +9,7 @@
 namespace ostrand {
 
 // Refuses units that the program cannot hold, while they are typed.
-void LimitUnits(UnitField& units, OrvusDataObjTypes kind, int block);
+void LimitUnits(UnitField& units, OrvusDataObjTypes kind);
 
 // Binds the field and its spin buttons to a member of the block; `step` calculates the value of the
 // buttons.

@@ -40,7 +40,7 @@ VoltControls::VoltControls(AnalogSetup& screen, std::string_view unitsName,
     Range.Add(range.text);
   }
   SetZeroFlagItems(ZeroFlag, screen.Project());
-  LimitUnits(Units, screen_.List().Kind().type, screen_.BlockNumber());
+  LimitUnits(Units, screen_.List().Kind().type);
   Units.OnTake = [this] { screen_.Data().DefaultUnits = Trim(Units.Text()); };
   DefaultMult.OnTake = [this] {
     screen_.Data().DefaultMult = static_cast<float>(DefaultMult.Value());
