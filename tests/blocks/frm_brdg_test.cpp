@@ -64,9 +64,11 @@ TEST_F(BridgeScreen, KindSetsMembersOfItsStatement) {
     const float offset = style % 2 == 0 ? 5 : 0;
     data.DefaultOffset = offset;
     data.DataResolution = "FP2";
+    data.Range = "50 mV ";
     data.Alias[90].AliasUnits = "kN";
     data.CalOnSite = 1;
     inSetup(1, [&](Screen& setup) {
+      EXPECT_EQ(setup.Find("Range")->Text(), "50 mV");
       Pick(setup, "Style", row.caption);
       if (row.strain) Type(setup, "GageFactor", "2.05");
     });

@@ -253,6 +253,12 @@ class Round {
       return "checks after reading back:\n" + difference(found, findingsOf(*again, user_));
     }
 
+    if (user_.CanCompare()) {
+      user_.mood = RandomUser::Mood::kCompares;
+      session_.Click(button);
+    }
+    if (!user_.changed.empty()) return "opened again: " + user_.changed;
+
     const std::string kept = settled(session_.Store());
     const bool normalized = normalized_.contains(button);
     look(button);
