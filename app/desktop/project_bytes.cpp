@@ -1,6 +1,7 @@
 #include "project_bytes.h"
 
 #include "generator/savedld.h"
+#include "model/defaults.h"
 #include "model/new_store.h"
 #include "platform/surroundings.h"
 #include "projectfile/genfile.h"
@@ -34,6 +35,14 @@ std::unique_ptr<ProjectStore> copyOf(const Ostrand& session, const ProjectStore&
 
 std::string BytesToSave(const Ostrand& session, const ProjectStore& store) {
   return ORVUS_GENFILE::ProjectFileText(*copyOf(session, store), platform::Moment{});
+}
+
+std::unique_ptr<ProjectStore> StoreOf(std::string_view bytes) {
+  std::unique_ptr<ProjectStore> store = NewStore();
+  ORVUS_COMMON::SetAllDefaults(*store);
+  ORVUS_COMMON::SetLoggerConstants(*store);
+  ORVUS_GENFILE::ReadProjectText(*store, bytes);
+  return store;
 }
 
 ProgramPreview ProgramOf(const Ostrand& session, const ProjectStore& store) {

@@ -1,7 +1,10 @@
 // What is made from the open project without a change to it.
 #pragma once
 
+#include <memory>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "session/ostrand.h"
 
@@ -9,6 +12,9 @@ namespace ostrand::desktop {
 
 // The project file that a save would write now, but for the moment it is saved at.
 std::string BytesToSave(const Ostrand& session, const ProjectStore& store);
+
+// The project of a project file's bytes.
+std::unique_ptr<ProjectStore> StoreOf(std::string_view bytes);
 
 // The program that a save would write now, and its faults as they are reported; UTF-8.
 struct ProgramPreview {

@@ -22,6 +22,10 @@ QString FromSystem(std::string_view text) {
 
 std::string PathOf(const QString& path) { return path.toStdString(); }
 
+QString PathText(std::string_view path) {
+  return QString::fromUtf8(path.data(), static_cast<qsizetype>(path.size()));
+}
+
 QString PlainCaption(std::string_view caption) {
   std::string plain;
   for (std::size_t at = 0; at < caption.size(); ++at) {

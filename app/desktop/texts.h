@@ -16,6 +16,8 @@ std::optional<std::string> ToProject(const QString& text);
 // A text that is UTF-8, as file names are, or else Windows-1252; line ends become LF.
 QString FromSystem(std::string_view text);
 std::string PathOf(const QString& path);
+// The same path for Qt.
+QString PathText(std::string_view path);
 
 // A caption without the marks of access keys: "Fill && Stop" is "Fill & Stop".
 QString PlainCaption(std::string_view caption);

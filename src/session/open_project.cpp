@@ -31,12 +31,6 @@ void giveUserDefaults(ProjectStore& store, const OptionValues& options) {
   }
 }
 
-void showProject(SessionState& session) {
-  session.TakeTextBoxes();
-  session.EnableButtons();
-  session.control.Summarize();
-}
-
 bool loadProject(SessionState& session) {
   const std::string path = ORVUS_GENFILE::PlaceOf(session.around.files, session.currentFileName);
   const auto stamp = session.around.files.Stamp(path);
@@ -99,6 +93,12 @@ void SessionState::StartProject() {
   ORVUS_COMMON::SetLoggerConstants(store);
 }
 
+void SessionState::ShowProject() {
+  TakeTextBoxes();
+  EnableButtons();
+  control.Summarize();
+}
+
 void SessionState::TakeTextBoxes() {
   main.txtOper = store.Gen.Operator;
   main.txtIDNum = store.Gen.IDNumber;
@@ -153,7 +153,7 @@ void Ostrand::OpenFile(std::string_view sFileName, bool& bCancel) {
   };
   // However it ended, names and store belong to the same project.
   const auto settle = [&] {
-    if (!bCancel) return showProject(*state_);
+    if (!bCancel) return state_->ShowProject();
     state_->currentFileName = fileBefore;
     state_->baseName = baseBefore;
     GenFilePath(folderBefore);
@@ -175,7 +175,7 @@ bool Ostrand::NewProject(std::string_view path) {
     state_->readReport = {};
     state_->known = {};
     state_->MarkDirty(false);
-    showProject(*state_);
+    state_->ShowProject();
   });
 }
 

@@ -21,6 +21,7 @@ namespace platform {
 struct Surroundings;
 }
 struct CheckContext;
+struct ProjectOrigin;
 struct ProjectStore;
 struct SessionState;
 class RichText;
@@ -240,6 +241,15 @@ class Ostrand {
   [[nodiscard]] bool DirtyFlag() const;
   // Reports that the project is as it was opened or last saved: DirtyFlag becomes false.
   void ForgetEdits();
+  // The file of the project, as the session knows it.
+  [[nodiscard]] ProjectOrigin Origin() const;
+  // Replaces the project by `project`, a state that the host has kept, for the file of `origin`;
+  // for the present file the session keeps what it knows of it. The project counts as edited.
+  // False, and no change, while Busy or a setup screen is open.
+  bool PutBack(const ProjectStore& project, const ProjectOrigin& origin);
+  // Whether another program has changed the content of the project file since it was read or
+  // written here. Reads the file only when its stamp has changed.
+  [[nodiscard]] bool ChangedOnDisk() const;
   // Whether the last SaveDldFile was cancelled.
   [[nodiscard]] bool SaveCancelled() const;
   // Whether the last SaveDldFile wrote all files.

@@ -62,6 +62,8 @@ struct SessionState {
   void StartProject();
   // The user's text, limited to what a text box accepts.
   [[nodiscard]] std::string TypedText(std::string_view keys);
+  // Shows another project: text boxes, main row and summary.
+  void ShowProject();
   // Copies the store into the text boxes.
   void TakeTextBoxes();
   // Sets the main row for the project.

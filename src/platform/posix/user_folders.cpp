@@ -36,17 +36,22 @@ std::string home() {
   return withoutSeparator(account->pw_dir);
 }
 
-}  // namespace
-
-std::string UserSettingsPath() {
-  std::string folder = namedFolder("XDG_CONFIG_HOME");
+// A path in the program's own folder: in the folder that the variable names, or in one of the home.
+std::string ownPath(const char* variable, const char* inHome, const char* name) {
+  std::string folder = namedFolder(variable);
   if (folder.empty()) {
     folder = home();
     if (folder.empty()) return {};
-    folder += "/.config";
+    folder += inHome;
   }
-  return folder + "/ostrand/settings";
+  return folder + "/ostrand" + name;
 }
+
+}  // namespace
+
+std::string UserSettingsPath() { return ownPath("XDG_CONFIG_HOME", "/.config", "/settings"); }
+
+std::string UserStateFolder() { return ownPath("XDG_STATE_HOME", "/.local/state", ""); }
 
 std::string MachineRegistryPath() {
   const std::string named = fromEnvironment("OSTRAND_REGISTRY");

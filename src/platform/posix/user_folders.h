@@ -9,6 +9,10 @@ namespace ostrand::platform {
 // in .config of the user's home. Empty when neither is known; relative paths do not count.
 std::string UserSettingsPath();
 
+// The folder of what the program keeps between its runs: ostrand in the folder that XDG_STATE_HOME
+// names, or in .local/state of the user's home, without a trailing separator. Empty as above.
+std::string UserStateFolder();
+
 // The file of the machine's keys: the one that OSTRAND_REGISTRY names, or /etc/ostrand/registry.
 std::string MachineRegistryPath();
 
