@@ -15,13 +15,13 @@ function(ostrand_room name)
   list(SORT known_folders)
   list(REMOVE_DUPLICATES known_folders)
 
-  set(folder ${CMAKE_SOURCE_DIR}/src/${ROOM_FOLDER})
+  set(folder ${PROJECT_SOURCE_DIR}/src/${ROOM_FOLDER})
   file(GLOB sources CONFIGURE_DEPENDS ${folder}/*.cpp)
   file(GLOB headers CONFIGURE_DEPENDS ${folder}/*.h)
-  set(stamp ${CMAKE_BINARY_DIR}/rooms/${name}.checked)
+  set(stamp ${PROJECT_BINARY_DIR}/rooms/${name}.checked)
   set(check ${CMAKE_CURRENT_FUNCTION_LIST_DIR}/check_room.cmake)
   add_custom_command(OUTPUT ${stamp}
-    COMMAND ${CMAKE_COMMAND} -DSOURCE_DIR=${CMAKE_SOURCE_DIR} -DROOM=${ROOM_FOLDER}
+    COMMAND ${CMAKE_COMMAND} -DSOURCE_DIR=${PROJECT_SOURCE_DIR} -DROOM=${ROOM_FOLDER}
       "-DKNOWS=${known_folders}" -DSTAMP=${stamp} -P ${check}
     DEPENDS ${sources} ${headers} ${check}
     COMMENT "Checking the includes of src/${ROOM_FOLDER}" VERBATIM)
@@ -30,12 +30,32 @@ function(ostrand_room name)
   add_library(${library} STATIC ${sources})
   add_dependencies(${library} ${library}_includes)
   set_target_properties(${library} PROPERTIES OSTRAND_FOLDERS "${known_folders};${ROOM_FOLDER}")
-  target_include_directories(${library} PUBLIC ${CMAKE_SOURCE_DIR}/src)
+  target_include_directories(${library} PUBLIC ${PROJECT_SOURCE_DIR}/src)
   target_link_libraries(${library} PRIVATE ostrand_flags)
   ostrand_precompiled(${library})
   foreach(known ${ROOM_KNOWS})
     target_link_libraries(${library} PUBLIC ostrand_${known})
   endforeach()
+  set_property(DIRECTORY APPEND PROPERTY OSTRAND_ROOMS ${library})
+endfunction()
+
+# Joins the objects of all rooms so far into one static library, with include/ as its interface.
+function(ostrand_join_rooms library)
+  get_property(rooms DIRECTORY PROPERTY OSTRAND_ROOMS)
+  set(objects)
+  foreach(room ${rooms})
+    list(APPEND objects $<TARGET_OBJECTS:${room}>)
+  endforeach()
+  add_library(${library} STATIC ${objects})
+  set_target_properties(${library} PROPERTIES
+    OUTPUT_NAME ostrand EXPORT_NAME ostrand LINKER_LANGUAGE CXX)
+  target_include_directories(${library} INTERFACE
+    $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include>
+    $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
+  target_compile_features(${library} INTERFACE cxx_std_17)
+  if(OSTRAND_SANITIZE)
+    target_link_options(${library} INTERFACE $<BUILD_INTERFACE:-fsanitize=${OSTRAND_SANITIZE}>)
+  endif()
 endfunction()
 
 # Has the standard headers that most sources include read once, for the first target, and not for

@@ -8,7 +8,7 @@
 namespace ostrand::ORVUS_COMMON {
 
 // The module's version: major "." minor ".0." and the revision in two digits.
-inline constexpr std::string_view kModuleVersion = "6.1.0.07";
+extern const std::string_view kModuleVersion;
 // The format version of projects that this system writes.
 inline constexpr std::string_view kFormatVersion = "6.0";
 

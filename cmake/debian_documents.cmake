@@ -1,0 +1,16 @@
+# Completes what a Debian package has besides the installed files: compressed manual pages and
+# changelog, and the licence under the name "copyright". Run by cpack for each staged component.
+set(licence ${CMAKE_CURRENT_LIST_DIR}/../LICENSE)
+set(changes ${CMAKE_CURRENT_LIST_DIR}/../CHANGELOG.md)
+foreach(component ${CPACK_COMPONENTS_ALL})
+  string(TOUPPER ${component} upper)
+  set(package ${CPACK_DEBIAN_${upper}_PACKAGE_NAME})
+  set(root ${CPACK_TEMPORARY_INSTALL_DIRECTORY}/${component}${CPACK_PACKAGING_INSTALL_PREFIX})
+  set(documents ${root}/share/doc/${package})
+  file(MAKE_DIRECTORY ${documents})
+  file(COPY_FILE ${licence} ${documents}/copyright)
+  file(REMOVE ${documents}/LICENSE ${documents}/CHANGELOG.md)
+  file(COPY_FILE ${changes} ${documents}/changelog)
+  file(GLOB compressed ${root}/share/man/man*/* ${documents}/changelog)
+  execute_process(COMMAND gzip -9nf ${compressed} COMMAND_ERROR_IS_FATAL ANY)
+endforeach()

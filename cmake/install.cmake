@@ -1,0 +1,47 @@
+# What `cmake --install` installs, in three components: "command", "desktop" and "development".
+include(GNUInstallDirs)
+include(CMakePackageConfigHelpers)
+
+set(documents ${CMAKE_INSTALL_DATADIR}/doc/ostrand)
+
+if(TARGET ostrand)
+  install(TARGETS ostrand RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT command)
+  install(FILES docs/ostrand.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT command)
+  install(FILES README.md CHANGELOG.md LICENSE docs/user-guide.md docs/screens.md
+    docs/fleet.md docs/saving.md docs/project-file.md
+    DESTINATION ${documents} COMPONENT command)
+  install(DIRECTORY examples/ DESTINATION ${documents}/examples COMPONENT command
+    FILES_MATCHING PATTERN "*.VKG" PATTERN "README.md" PATTERN "embedding" EXCLUDE)
+endif()
+
+if(TARGET ostrand-desktop)
+  install(TARGETS ostrand-desktop RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT desktop)
+  install(FILES packaging/ostrand-desktop.desktop
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/applications COMPONENT desktop)
+  install(FILES packaging/ostrand.svg
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps COMPONENT desktop)
+  install(FILES packaging/ostrand.xml
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/mime/packages COMPONENT desktop)
+endif()
+
+install(TARGETS ostrand_library EXPORT OstrandTargets
+  ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development)
+install(DIRECTORY include/ostrand DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development)
+install(FILES docs/embedding.md DESTINATION ${documents} COMPONENT development)
+install(DIRECTORY examples/embedding DESTINATION ${documents}/examples COMPONENT development)
+
+set(config ${CMAKE_INSTALL_LIBDIR}/cmake/Ostrand)
+install(EXPORT OstrandTargets NAMESPACE Ostrand:: DESTINATION ${config} COMPONENT development)
+configure_package_config_file(cmake/OstrandConfig.cmake.in
+  ${PROJECT_BINARY_DIR}/OstrandConfig.cmake INSTALL_DESTINATION ${config})
+write_basic_package_version_file(${PROJECT_BINARY_DIR}/OstrandConfigVersion.cmake
+  COMPATIBILITY SameMajorVersion)
+install(FILES ${PROJECT_BINARY_DIR}/OstrandConfig.cmake
+  ${PROJECT_BINARY_DIR}/OstrandConfigVersion.cmake
+  DESTINATION ${config} COMPONENT development)
+
+# Relative to its place, so that an installed tree can be moved.
+set(pkgconfig ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+file(RELATIVE_PATH to_prefix /root/${pkgconfig} /root)
+configure_file(cmake/ostrand.pc.in ${PROJECT_BINARY_DIR}/ostrand.pc @ONLY)
+install(FILES ${PROJECT_BINARY_DIR}/ostrand.pc DESTINATION ${pkgconfig} COMPONENT development)
