@@ -505,7 +505,8 @@ void BoundControl::Read() {
   const QString tip = FromProject(control_.ToolTip);
   const QString shown = !control_.Enabled && !why.isEmpty() ? why : tip;
   const QString name = AccessibleName(control_);
-  if (widget_->isEnabled() != control_.Enabled) widget_->setEnabled(control_.Enabled);
+  if (widget_->isEnabledTo(widget_->parentWidget()) != control_.Enabled)
+    widget_->setEnabled(control_.Enabled);
   if (widget_->isHidden() == control_.Visible) widget_->setVisible(control_.Visible);
   if (widget_->toolTip() != shown) widget_->setToolTip(shown);
   if (widget_->accessibleName() != name) widget_->setAccessibleName(name);

@@ -9,6 +9,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMenu>
 #include <QMenuBar>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -87,6 +88,7 @@ MainWindow::MainWindow(ProjectStore& store, const platform::Surroundings& around
   forms_.AddHelpLine(help);
 
   ConnectSetupScreens(session_, screens_);
+  screens_.OnOpen = [this](bool open) { screenOpen(open); };
   buildMainRow();
   buildBoxes();
   buildPages();
@@ -250,6 +252,17 @@ void MainWindow::askNew() {
 
 bool MainWindow::HasEdits() const { return BytesToSave(session_, store_) != saved_; }
 
+// While a screen is open, this window can be looked at, scrolled and copied from.
+void MainWindow::screenOpen(bool open) {
+  for (const QAction* menu : menuBar()->actions()) {
+    for (QAction* action : menu->menu()->actions()) action->setEnabled(!open);
+  }
+  row_->setEnabled(!open);
+  operator_->setReadOnly(open);
+  number_->setReadOnly(open);
+  if (!open) showButtons();
+}
+
 void MainWindow::click(int button) {
   QPushButton* widget = ButtonOf(button);
   session_.Click(button);
@@ -259,6 +272,10 @@ void MainWindow::click(int button) {
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
+  if (ScreenWindow* screen = OpenScreen()) {
+    screen->activateWindow();
+    return event->ignore();
+  }
   if (!ended_) {
     i16 cancelled = kFalse;
     if (!HasEdits()) session_.ForgetEdits();  // a screen that was only looked at

@@ -40,6 +40,8 @@ class MainWindow final : public QMainWindow, private OstrandEvents {
   [[nodiscard]] QLineEdit* OperatorBox() const { return operator_; }
   [[nodiscard]] QLineEdit* NumberBox() const { return number_; }
   [[nodiscard]] const QListWidget* Checks() const { return checks_; }
+  // The screen that can be edited; null when none is open.
+  [[nodiscard]] ScreenWindow* OpenScreen() const { return screens_.Top(); }
 
  protected:
   void closeEvent(QCloseEvent* event) override;
@@ -57,6 +59,7 @@ class MainWindow final : public QMainWindow, private OstrandEvents {
   void buildBoxes();
   void buildPages();
   void buildMenus();
+  void screenOpen(bool open);
   void click(int button);
   void askOpen();
   void askNew();

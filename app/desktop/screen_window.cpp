@@ -1,6 +1,7 @@
 #include "screen_window.h"
 
 #include <QApplication>
+#include <QEventLoop>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -44,7 +45,6 @@ ScreenWindow::ScreenWindow(Screen& screen, QtForms& forms, QWidget* parent)
       done_(new QPushButton(QStringLiteral("&Done"), this)),
       cancel_(new QPushButton(QStringLiteral("Cancel"), this)) {
   setWindowTitle(PlainCaption(screen.Caption));
-  setWindowModality(Qt::WindowModal);
   for (Control* control : screen.Controls()) controls_.push_back(Bind(*control, *this));
 
   const QSize room = RoomFor(*this);
@@ -156,7 +156,16 @@ void ScreenWindow::end(void (Screen::*way)()) {
   afterAction();
 }
 
+void ScreenWindow::Cover(bool covered) {
+  covered_ = covered;
+  for (QWidget* part :
+       {scroll_->widget(), static_cast<QWidget*>(done_), static_cast<QWidget*>(cancel_)}) {
+    part->setEnabled(!covered);
+  }
+}
+
 void ScreenWindow::reject() {
+  if (covered_) return;
   if (screen_.Result() == ModalResult::kNone) return end(&Screen::Cancel);
   QDialog::reject();
 }
@@ -291,14 +300,36 @@ bool ScreenWindow::moveInColumn(const Control& from, int rows) {
 // ---- The host -----------------------------------------------------------------------------------
 
 void ScreenWindows::ShowModal(Screen& screen) {
-  QWidget* over = QApplication::activeModalWidget();
-  ScreenWindow window(screen, forms_, over == nullptr ? main_ : over);
+  ScreenWindow* below = Top();
+  QWidget* parent = below == nullptr ? main_ : below;
   const QPointer<QWidget> before = QApplication::focusWidget();
-  forms_.SetPointer(platform::Pointer::kNormal);  // the screen is what is waited for
+  ScreenWindow window(screen, forms_, parent);
+  open_.push_back(&window);
+  if (below != nullptr) {
+    below->Cover(true);
+  } else if (OnOpen) {
+    OnOpen(true);
+  }
+  forms_.Main(&window);
+  forms_.SetPointer(platform::Pointer::kNormal);  // the program waits for the user
   run(window);
-  // The program goes away.
-  if (screen.Result() == ModalResult::kNone) screen.End(ModalResult::kCancel);
+  if (screen.Result() == ModalResult::kNone) screen.End(ModalResult::kCancel);  // shut down
+  forms_.Main(parent);
+  open_.pop_back();
+  if (below != nullptr) {
+    below->Cover(false);
+  } else if (OnOpen) {
+    OnOpen(false);
+  }
+  if (parent != nullptr) parent->activateWindow();
   if (before != nullptr) before->setFocus(Qt::OtherFocusReason);
+}
+
+void ScreenWindows::run(ScreenWindow& window) {
+  QEventLoop loop;
+  QObject::connect(&window, &QDialog::finished, &loop, &QEventLoop::quit);
+  window.show();
+  loop.exec();
 }
 
 }  // namespace ostrand::desktop

@@ -38,6 +38,9 @@ class ScreenWindow final : public QDialog, private ControlWindow {
   // Escape and the close button of the window.
   void reject() override;
 
+  // While another screen is open over it, it can only be looked at.
+  void Cover(bool covered);
+
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
   void showEvent(QShowEvent* event) override;
@@ -71,21 +74,28 @@ class ScreenWindow final : public QDialog, private ControlWindow {
   bool reading_ = false;
   bool acting_ = false;
   bool opened_ = false;
+  bool covered_ = false;
 };
 
-// Shows each screen in a window over the last one.
+// Shows each screen in a window over the last one. Only the top one can be edited. The main window
+// stays open to be looked at, scrolled and copied from, and disables its commands by `OnOpen`.
 class ScreenWindows : public ScreenHost {
  public:
   ScreenWindows(QtForms& forms, QWidget* main) : forms_(forms), main_(main) {}
+  // With true when the first screen opens, with false when the last one has ended.
+  std::function<void(bool open)> OnOpen;
+  // The window that can be edited; null when no screen is open.
+  [[nodiscard]] ScreenWindow* Top() const { return open_.empty() ? nullptr : open_.back(); }
   void ShowModal(Screen& screen) override;
 
  protected:
   // Until the user has ended it.
-  virtual void run(ScreenWindow& window) { window.exec(); }
+  virtual void run(ScreenWindow& window);
 
  private:
   QtForms& forms_;
   QWidget* main_;
+  std::vector<ScreenWindow*> open_;  // one over the other
 };
 
 }  // namespace ostrand::desktop

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QAction>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMessageBox>
@@ -37,7 +38,7 @@ class Main : public ::testing::Test {
   void openBy(int button, const std::function<void(desktop::ScreenWindow&)>& act) {
     bool opened = false;
     QTimer::singleShot(0, &window_, [&] {
-      auto* screen = dynamic_cast<desktop::ScreenWindow*>(QApplication::activeModalWidget());
+      desktop::ScreenWindow* screen = window_.OpenScreen();
       ASSERT_NE(screen, nullptr);
       opened = true;
       act(*screen);
@@ -92,6 +93,28 @@ TEST_F(Main, MarksOnlyWhatASaveWouldChange) {
   EXPECT_TRUE(window_.isWindowModified());
   QTest::keyClick(window_.OperatorBox(), Qt::Key_Backspace);
   EXPECT_FALSE(window_.isWindowModified());
+}
+
+TEST_F(Main, CanBeReadButNotUsedWhileAScreenIsOpen) {
+  ASSERT_TRUE(window_.Open(kProject));
+  const auto enabledActions = [&] {
+    const QList<QAction*> all = window_.findChildren<QAction*>();
+    return std::count_if(all.begin(), all.end(), [](const QAction* action) {
+      return action->isEnabled() && !action->shortcut().isEmpty();
+    });
+  };
+  const auto usual = enabledActions();
+  openBy(kVoltageButton, [&](desktop::ScreenWindow& screen) {
+    EXPECT_EQ(enabledActions(), 0);
+    EXPECT_FALSE(window_.ButtonOf(kSaveButton)->isEnabled());
+    EXPECT_TRUE(window_.OperatorBox()->isReadOnly());
+    EXPECT_FALSE(window_.close());
+    EXPECT_TRUE(screen.isVisible());
+    window_.Pages()->setCurrentIndex(1);
+    EXPECT_TRUE(window_.findChild<QPlainTextEdit*>()->isEnabled());
+  });
+  EXPECT_EQ(enabledActions(), usual);
+  EXPECT_FALSE(window_.OperatorBox()->isReadOnly());
 }
 
 TEST_F(Main, AsksOnlyForEditsBeforeItCloses) {

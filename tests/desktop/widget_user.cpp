@@ -62,28 +62,26 @@ WidgetUser::WidgetUser(Ostrand& control, ScreenScript& script, desktop::QtForms&
 }
 
 void WidgetUser::run(ScreenWindow& window) {
-  open_.push_back(&window);
   QTimer::singleShot(0, &window, [&] {
     ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
     script_.ShowModal(window.Shown());
     EXPECT_NE(window.Shown().Result(), ModalResult::kNone);
     if (window.isVisible()) window.done(QDialog::Rejected);  // the script failed
   });
-  window.exec();
-  open_.pop_back();
+  ScreenWindows::run(window);
 }
 
 BoundControl& WidgetUser::bound(const Control& control) const {
   QApplication::processEvents();  // what has just come is laid out
-  ExpectShown(*open_.back());
-  return *open_.back()->Find(control);
+  ExpectShown(*Top());
+  return *Top()->Find(control);
 }
 
 bool WidgetUser::MoveFocus(Screen& screen, Control* to) {
   // Without a desktop nobody else returns to the window under one that was closed.
-  open_.back()->activateWindow();
-  EXPECT_TRUE(QTest::qWaitForWindowActive(open_.back()));
-  QWidget* stop = to == nullptr ? open_.back()->DoneButton() : bound(*to).Stop();
+  Top()->activateWindow();
+  EXPECT_TRUE(QTest::qWaitForWindowActive(Top()));
+  QWidget* stop = to == nullptr ? Top()->DoneButton() : bound(*to).Stop();
   if (stop == nullptr) return screen.MoveFocus(to);  // only shown
   stop->setFocus(Qt::TabFocusReason);
   return screen.Focused() == to;
@@ -152,9 +150,9 @@ bool WidgetUser::Press(Control& control) {
   return button != nullptr;
 }
 
-void WidgetUser::Done(Screen&) { click(*open_.back()->DoneButton()); }
+void WidgetUser::Done(Screen&) { click(*Top()->DoneButton()); }
 
-void WidgetUser::Cancel(Screen&) { click(*open_.back()->CancelButton()); }
+void WidgetUser::Cancel(Screen&) { click(*Top()->CancelButton()); }
 
 void ExpectShown(const ScreenWindow& window) {
   for (const auto& bound : window.Controls()) {

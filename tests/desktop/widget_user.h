@@ -31,7 +31,6 @@ class WidgetUser final : public ScreenHands, public desktop::ScreenWindows {
   [[nodiscard]] desktop::BoundControl& bound(const Control& control) const;
 
   ScreenScript& script_;
-  std::vector<desktop::ScreenWindow*> open_;  // one over the other
 };
 
 // Fails the test for a widget that shows something else than its control.
