@@ -11,7 +11,7 @@ enum class BoxButtons { kOk, kOkCancel, kYesNo, kYesNoCancel, kOverwriteCancel }
 enum class BoxAnswer { kOk, kCancel, kYes, kNo, kOverwrite };
 enum class BoxIcon { kNone, kInformation, kExclamation, kQuestion, kStop };
 
-// A message box. The title identifies it. Texts are UTF-8,
+// A message box. The title identifies it; docs/handbook.md lists all of them. Texts are UTF-8,
 // lines are separated by "\n".
 struct Box {
   std::string title{};
