@@ -37,6 +37,12 @@ std::string BytesToSave(const Ostrand& session, const ProjectStore& store) {
   return ORVUS_GENFILE::ProjectFileText(*copyOf(session, store), platform::Moment{});
 }
 
+std::string BytesOfStore(const ProjectStore& store) {
+  std::unique_ptr<ProjectStore> copy = NewStore();
+  *copy = store;
+  return ORVUS_GENFILE::ProjectFileText(*copy, platform::Moment{});
+}
+
 std::unique_ptr<ProjectStore> StoreOf(std::string_view bytes) {
   std::unique_ptr<ProjectStore> store = NewStore();
   ORVUS_COMMON::SetAllDefaults(*store);

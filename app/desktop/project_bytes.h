@@ -13,6 +13,9 @@ namespace ostrand::desktop {
 // The project file that a save would write now, but for the moment it is saved at.
 std::string BytesToSave(const Ostrand& session, const ProjectStore& store);
 
+// The bytes of a project file with this project; without its moment.
+std::string BytesOfStore(const ProjectStore& store);
+
 // The project of a project file's bytes.
 std::unique_ptr<ProjectStore> StoreOf(std::string_view bytes);
 
