@@ -31,6 +31,19 @@ std::unique_ptr<ProjectStore> copyOf(const Ostrand& session, const ProjectStore&
   return copy;
 }
 
+ProgramPreview programOf(const Ostrand& session, ProjectStore& project) {
+  const platform::Surroundings& around = session.Around();
+  QuietForms forms;
+  SAVEDLD generator(project, around.files, around.clock, forms);
+  generator.HostApp(session.HostApp());
+  generator.BaseName(session.BaseName());
+  ProgramPreview preview{Utf8FromWindows1252(generator.ProgramText()), {}};
+  for (const std::string& fault : generator.Faults()) {
+    preview.faults.push_back(Utf8FromWindows1252(fault));
+  }
+  return preview;
+}
+
 }  // namespace
 
 std::string BytesToSave(const Ostrand& session, const ProjectStore& store) {
@@ -52,17 +65,11 @@ std::unique_ptr<ProjectStore> StoreOf(std::string_view bytes) {
 }
 
 ProgramPreview ProgramOf(const Ostrand& session, const ProjectStore& store) {
-  const std::unique_ptr<ProjectStore> copy = copyOf(session, store);
-  const platform::Surroundings& around = session.Around();
-  QuietForms forms;
-  SAVEDLD generator(*copy, around.files, around.clock, forms);
-  generator.HostApp(session.HostApp());
-  generator.BaseName(session.BaseName());
-  ProgramPreview preview{Utf8FromWindows1252(generator.ProgramText()), {}};
-  for (const std::string& fault : generator.Faults()) {
-    preview.faults.push_back(Utf8FromWindows1252(fault));
-  }
-  return preview;
+  return programOf(session, *copyOf(session, store));
+}
+
+ProgramPreview ProgramOfFile(const Ostrand& session, std::string_view bytes) {
+  return programOf(session, *StoreOf(bytes));
 }
 
 }  // namespace ostrand::desktop

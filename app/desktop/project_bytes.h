@@ -25,5 +25,7 @@ struct ProgramPreview {
   std::vector<std::string> faults;
 };
 ProgramPreview ProgramOf(const Ostrand& session, const ProjectStore& store);
+// The same of a project file's bytes, under the name of the open project.
+ProgramPreview ProgramOfFile(const Ostrand& session, std::string_view bytes);
 
 }  // namespace ostrand::desktop

@@ -6,10 +6,15 @@
 #include <filesystem>
 #include <set>
 
+#include "model/defaults.h"
+#include "projectfile/genfile.h"
 #include "screens/setup_screens.h"
+#include "support/project_cases.h"
 #include "support/script_session.h"
 #include "support/temp_folder.h"
 #include "text/strings.h"
+#include "verify/pick_var_checks.h"
+#include "verify/verify_before_save.h"
 
 namespace ostrand {
 namespace {
@@ -27,7 +32,7 @@ class Walker : public ScreenHost {
       Opener* opener = OpenerOf(screen, place_.steps[at_]);
       EXPECT_NE(opener, nullptr) << place_.steps[at_].screen << place_.steps[at_].which;
       found = opener != nullptr && !opener->Usable() && !opener->WhyDisabled.empty();
-      if (opener != nullptr) opener->Press();
+      if (opener != nullptr && opener->Usable()) opener->Press();
     } else {
       found = UsableControl(screen, place_.control) != nullptr;
     }
@@ -84,6 +89,73 @@ TEST(KeyPlaces, LeadToTheControlOfEveryKeyOfEveryExample) {
     }
     EXPECT_GT(seen.size(), 100U);
   }
+}
+
+// The titles that the sources of the checks have.
+std::set<std::string> titlesOfChecks() {
+  std::set<std::string> titles;
+  for (const auto& entry : std::filesystem::directory_iterator(OSTRAND_SOURCE_DIR "/src/verify")) {
+    const std::string source = testing::ReadDisk(entry.path());
+    constexpr std::string_view kMark = "Title = \"";
+    for (std::size_t at = source.find(kMark); at != std::string::npos;
+         at = source.find(kMark, at)) {
+      at += kMark.size();
+      titles.insert(source.substr(at, source.find_first_of("\"\\", at) - at));
+    }
+  }
+  return titles;
+}
+
+// The findings of a project lead to screens that hold the control; adds their titles.
+void followFindings(ProjectStore& project, std::set<std::string>& titles) {
+  testing::ScriptedForms forms;
+  const CalcVarRefs refs = CollectCalcVarRefs(project);
+  Findings findings = CheckAll({project, forms, -1, refs});
+  Append(findings, LostFormulaVariables(project, VarPickList(project), {{"Lost"}}));
+  testing::ScriptSession session(ORVUS_GENFILE::ProjectFileText(project, platform::Moment{}));
+  EXPECT_EQ(session.Play(""), "");
+  *session.store = project;
+  for (const Finding& finding : findings) {
+    SCOPED_TRACE(finding.text + " " + std::string(finding.section) + finding.key);
+    const ScreenPlace place = PlaceOfKey(finding.section, finding.key).screen;
+    ASSERT_FALSE(place.steps.empty());
+    Walker walker(place);
+    ConnectSetupScreens(session.control, walker);
+    session.control.Screens()[ButtonOfScreen(place.steps.front().screen)]();
+    EXPECT_TRUE(walker.found);
+    titles.insert(std::string(finding.title.substr(0, finding.title.find('"'))));
+  }
+}
+
+TEST(KeyPlaces, LeadToTheControlOfEveryFinding) {
+  std::set<std::string> titles;
+  for (const char* file : {"blocks_and_flags", "names", "variables"}) {
+    for (const testing::ProjectCase& made :
+         testing::ReadProjectCases(std::string("verify/cases/") + file + ".txt")) {
+      SCOPED_TRACE(made.title);
+      const auto store = NewStore();
+      ORVUS_COMMON::SetAllDefaults(*store);
+      ORVUS_COMMON::SetLoggerConstants(*store);
+      for (const testing::CaseStep& step : made.steps) {
+        if (!step.kind.empty()) continue;
+        testing::TakeSettings(*store, step.lines);
+        followFindings(*store, titles);
+      }
+    }
+  }
+  // Times, and a formula whose variable is gone.
+  const auto store = NewStore();
+  ORVUS_COMMON::SetAllDefaults(*store);
+  ORVUS_COMMON::SetLoggerConstants(*store);
+  testing::TakeSettings(
+      *store,
+      {"[SCAN SETUP] ExecutionTime=40; ExecTimeUnits=2", "[CONFIGURATION] MonitorPower(3)=-1",
+       "[TABLE SETUP] TableOn(1)=1; OutInt(1)=7; TableOn(2)=1; SyncTable(2)=1",
+       "[VOLTAGE BLOCKS] BlockCount=1; Reps(1)=1; Table(2,1,2)=1",
+       "[CALCULATED FIELDS] CalcFieldCount=1; CalcField(1,1)=Sum; CalcField(1,2)=Lost + 1"});
+  store->EstMeasTime = 1e9F;
+  followFindings(*store, titles);
+  EXPECT_EQ(titles, titlesOfChecks());
 }
 
 }  // namespace

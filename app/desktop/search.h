@@ -1,0 +1,45 @@
+// The search of the whole project: sensors, names, tables, flags, settings and screens.
+#pragma once
+
+#include <QDialog>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "places/search.h"
+
+class QLineEdit;
+class QListWidget;
+
+namespace ostrand::desktop {
+
+class SearchWindow final : public QDialog {
+ public:
+  // `project` is the text of the project file. `open` is called with the way to what the user has
+  // picked, after the window has closed.
+  SearchWindow(const std::string& project, std::function<void(const ScreenPlace&)> open,
+               QWidget* parent);
+
+  [[nodiscard]] QLineEdit* Box() const { return box_; }
+  [[nodiscard]] QListWidget* List() const { return list_; }
+
+  void accept() override;
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  void find();
+
+  ProjectIndex index_;
+  std::function<void(const ScreenPlace&)> open_;
+  std::vector<SearchEntry> found_;
+  QLineEdit* box_;
+  QListWidget* list_;
+};
+
+// The screens of the main row and of the options, as the user knows them.
+std::vector<ProjectIndex::NamedScreen> NamedScreens();
+
+}  // namespace ostrand::desktop

@@ -1,0 +1,320 @@
+// The pages of the main window with the program, the tables and the findings.
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QClipboard>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QScrollBar>
+#include <QTableView>
+#include <QTableWidget>
+#include <QTest>
+#include <QTextBlock>
+#include <ctime>
+
+#include "desktop_session.h"
+#include "documents/table_description.h"
+#include "pages/checks_page.h"
+#include "pages/program_page.h"
+#include "pages/tables_page.h"
+#include "support/project_random.h"
+#include "support/temp_folder.h"
+#include "text/letters.h"
+#include "text/strings.h"
+#include "texts.h"
+
+namespace ostrand {
+namespace {
+
+using desktop::LineMark;
+
+class Pages : public ::testing::Test {
+ protected:
+  explicit Pages(const std::string& example = "engine-test-cell") {
+    session_.files.files["/cell.VKG"] =
+        testing::ReadDisk(OSTRAND_SOURCE_DIR "/examples/" + example + ".VKG");
+    bool cancelled = true;
+    session_.control.OpenFile("/cell.VKG", cancelled);
+    EXPECT_FALSE(cancelled);
+  }
+
+  ProjectStore& store() { return *session_.store; }
+  void show(QWidget& page) {
+    page.resize(900, 600);
+    page.show();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&page));
+  }
+
+  testing::DesktopSession session_;
+  std::vector<ScreenPlace> opened_;
+  std::function<void(const ScreenPlace&)> open_ = [this](const ScreenPlace& place) {
+    opened_.push_back(place);
+  };
+};
+
+// ---- Program ------------------------------------------------------------------------------------
+
+class ProgramPage : public Pages {
+ protected:
+  ProgramPage() {
+    page_.Saved(desktop::BytesToSave(session_.control, store()));
+    page_.Show(session_.control, store());
+    show(page_);
+  }
+  [[nodiscard]] QString line(int number) const {
+    return page_.Text()->document()->findBlockByNumber(number - 1).text();
+  }
+  int lineOf(const QString& text) const {
+    for (int number = 1; number <= page_.Text()->blockCount(); ++number) {
+      if (line(number).startsWith(text)) return number;
+    }
+    ADD_FAILURE() << text.toStdString();
+    return 0;
+  }
+  // The program as the page shows it is the one that a save would write.
+  void expectShown() {
+    const std::string program = desktop::ProgramOf(session_.control, store()).text;
+    EXPECT_EQ(page_.Text()->toPlainText(), QString::fromStdString(program).remove('\r'));
+  }
+
+  desktop::ProgramView page_{open_, nullptr};
+};
+
+TEST_F(ProgramPage, MarksWhatChangedSinceTheLastSave) {
+  expectShown();
+  for (int number = 1; number <= page_.Text()->blockCount(); ++number) {
+    ASSERT_EQ(page_.Text()->MarkOf(number), LineMark::kNone) << number;
+  }
+  store().VoltBlock[2].SettleTime = 350;
+  store().TempBlock[1].Alias[8].AliasName = "Sump";
+  page_.Show(session_.control, store());
+  expectShown();
+  EXPECT_EQ(page_.Text()->MarkOf(lineOf("Const VSETL2")), LineMark::kChanged);
+  EXPECT_EQ(page_.Text()->MarkOf(lineOf("Alias TBlk1(8)")), LineMark::kChanged);
+  EXPECT_EQ(page_.Text()->MarkOf(lineOf("Units Sump")), LineMark::kAdded);
+  EXPECT_EQ(page_.Text()->MarkOf(lineOf("Const VSETL1")), LineMark::kNone);
+
+  const int before = lineOf("Const VSETL3");
+  store().VoltBlock.BlockCount = 2;
+  page_.Show(session_.control, store());
+  expectShown();
+  EXPECT_FALSE(page_.Text()->toPlainText().contains("VSETL3"));
+  EXPECT_EQ(page_.Text()->MarkOf(before - 3), LineMark::kRemoved) << line(before - 3).toStdString();
+
+  page_.Saved(desktop::BytesToSave(session_.control, store()));
+  page_.Show(session_.control, store());
+  EXPECT_EQ(page_.Text()->MarkOf(lineOf("Const VSETL2")), LineMark::kNone);
+}
+
+TEST_F(ProgramPage, StaysWhereItIsWhileTheProgramChanges) {
+  page_.Text()->GoTo(150);
+  const int top = page_.Text()->verticalScrollBar()->value();
+  store().VoltBlock[1].SettleTime = 350;
+  page_.Show(session_.control, store());
+  EXPECT_EQ(page_.Text()->verticalScrollBar()->value(), top);
+  EXPECT_EQ(page_.Text()->Line(), 150);
+}
+
+TEST_F(ProgramPage, LeadsToASection) {
+  const QListWidget* sections = page_.Sections();
+  ASSERT_EQ(sections->item(5)->text().trimmed(), "Volt Block 1");
+  page_.Sections()->setCurrentRow(5);
+  EXPECT_EQ(page_.Text()->Line(), 50);
+  EXPECT_TRUE(line(50).contains("Volt Block 1"));
+}
+
+TEST_F(ProgramPage, LeadsFromABlockToItsLinesAndBack) {
+  std::vector<ProgramBlock> reported;
+  page_.OnBlock = [&](ProgramBlock block) { reported.push_back(block); };
+  page_.ShowBlock({'V', 2});
+  EXPECT_EQ(page_.Text()->Line(), lineOf("Const VRNG2"));
+  EXPECT_TRUE(reported.empty()) << "the block was asked for";
+  for (const int number : page_.Text()->Highlighted()) {
+    EXPECT_TRUE(line(number).contains("Block2") || line(number).contains("VBlk2") ||
+                line(number).contains("Tq"))
+        << line(number).toStdString();
+  }
+  page_.Text()->GoTo(lineOf("Const TREP1"));
+  ASSERT_EQ(reported.size(), 1U);
+  EXPECT_EQ(reported[0], (ProgramBlock{'T', 1}));
+  const QRect cursor = page_.Text()->cursorRect();
+  QTest::mouseDClick(page_.Text()->viewport(), Qt::LeftButton, {}, cursor.center());
+  ASSERT_EQ(opened_.size(), 1U);
+  EXPECT_EQ(opened_[0].steps.at(1).screen, "frmTempSetup");
+  EXPECT_EQ(opened_[0].steps.at(1).which, "1");
+}
+
+TEST_F(ProgramPage, FindsTextRoundTheEnd) {
+  QTest::keyClick(page_.Text(), Qt::Key_F, Qt::ControlModifier);
+  ASSERT_TRUE(page_.FindBox()->isVisible());
+  EXPECT_TRUE(page_.FindBox()->hasFocus());
+  QTest::keyClicks(page_.FindBox(), "beginprog");
+  for (int round = 0; round < 2; ++round) {
+    QTest::keyClick(page_.FindBox(), Qt::Key_Return);
+    EXPECT_TRUE(line(page_.Text()->Line()).startsWith("BeginProg"));
+  }
+  page_.FindBox()->setText("VREP");
+  QTest::keyClick(page_.FindBox(), Qt::Key_Return, Qt::ShiftModifier);
+  const int last = page_.Text()->Line();
+  EXPECT_LT(last, lineOf("BeginProg"));
+  QTest::keyClick(page_.FindBox(), Qt::Key_Escape);
+  EXPECT_FALSE(page_.FindBox()->isVisible());
+}
+
+TEST_F(ProgramPage, MarksWhatACompilerWouldRefuse) {
+  EXPECT_FALSE(page_.Faults()->isVisible());
+  store().Flags[2].FlagInclude = kTrue;
+  store().Flags[2].State[1].FlagVar = "Lost";
+  store().Flags[2].State[1].FlagExpression = "Lost > 3";
+  store().Flags[2].State[2].FlagVar = "Flag(1)";
+  store().Flags[2].State[2].FlagExpression = "Flag(1) = True";
+  page_.Show(session_.control, store());
+  ASSERT_EQ(page_.Faults()->count(), 1);
+  EXPECT_TRUE(page_.Faults()->isVisible());
+  page_.Faults()->setCurrentRow(0);
+  EXPECT_TRUE(line(page_.Text()->Line()).contains("Lost"))
+      << line(page_.Text()->Line()).toStdString();
+}
+
+// ---- Tables -------------------------------------------------------------------------------------
+
+using TablesPage = Pages;
+
+TEST_F(TablesPage, HasTheLinesOfTheTableDescription) {
+  desktop::TablesPage page([this]() -> const ProjectStore& { return store(); }, nullptr);
+  page.Show();
+  const std::string description =
+      testing::ReadDisk(OSTRAND_SOURCE_DIR "/tests/golden/engine-test-cell.VKD");
+  QStringList fields;
+  for (std::string_view rest = description; !rest.empty();) {
+    const std::string_view text = TakeLine(rest);
+    if (text.size() < 70 || !IsDigit(text[0])) continue;
+    QString field = desktop::FromProject(text.substr(16));
+    fields += field.remove("-----------").remove("--------").simplified();
+  }
+  QStringList shown;
+  for (int row = 0; row < page.Tables()->rowCount(); ++row) {
+    page.Tables()->setCurrentCell(row, 1);
+    const QAbstractItemModel* model = page.Columns()->model();
+    for (int at = 0; at < model->rowCount(); ++at) {
+      const auto field = [&](int column) { return model->index(at, column).data().toString(); };
+      shown += (field(1) + " " + field(2) + " - " + field(3) + " " + field(4) + " " + field(5))
+                   .simplified();
+    }
+  }
+  EXPECT_EQ(shown.join('\n').toStdString(), fields.join('\n').toStdString());
+  EXPECT_EQ(page.Tables()->item(0, 4)->text(), "0 Days, 0 Hours, 10 Mins, 0.00000 Secs");
+  EXPECT_EQ(page.Tables()->item(0, 5)->text(), "66");
+}
+
+TEST_F(TablesPage, SortsByNumbersAndCopiesAsATable) {
+  desktop::TablesPage page([this]() -> const ProjectStore& { return store(); }, nullptr);
+  page.Show();
+  show(page);
+  page.Columns()->sortByColumn(desktop::ColumnsModel::kNumber, Qt::DescendingOrder);
+  page.Columns()->setFocus();
+  QTest::keyClick(page.Columns(), Qt::Key_C, Qt::ControlModifier);
+  const QStringList lines = QApplication::clipboard()->text().split('\n');
+  ASSERT_EQ(lines.size(), 24);
+  EXPECT_EQ(lines[0], "No.\tResolution\tProcessing\tField\tAlias\tUnits\tSource\tColumns\tBytes");
+  EXPECT_EQ(lines[1], "22\tIEEE4\tSample\tVBlk3(2)\tKnockRear\tg\tVoltage Block 3\t1\t4");
+  EXPECT_EQ(lines[22], "1\tFP2\tSample\tTBlk1(1)\tOilTemp\tDeg_C\tThermocouple Block 1\t1\t2");
+  page.Columns()->selectRow(2);
+  page.Columns()->selectionModel()->select(page.Columns()->model()->index(4, 0),
+                                           QItemSelectionModel::Select | QItemSelectionModel::Rows);
+  const QStringList two = page.AsText().split('\n');
+  ASSERT_EQ(two.size(), 4);
+  EXPECT_TRUE(two[1].startsWith("20\t"));
+  EXPECT_TRUE(two[2].startsWith("18\t"));
+}
+
+// ---- Checks -------------------------------------------------------------------------------------
+
+class ChecksPage : public Pages {
+ protected:
+  std::vector<int> programLines_;
+  desktop::FindingsPage page_{open_, [this](int line) { programLines_.push_back(line); }, nullptr};
+};
+
+TEST_F(ChecksPage, ListsWhatPreventsSavingFirstAndLeadsToTheField) {
+  store().Tables[2].OutInt = 7;  // milliseconds; the scan has 100
+  store().Tables[2].OutIntUnits = ORVUS_TBLTIME_MSECS;
+  store().VoltBlock[2].Alias[3].AliasName = store().TempBlock[1].Alias[1].AliasName;
+  store().Config.MonitorPower[2] = store().Config.EnablePowerOff = kTrue;
+  store().Config.PowerOffMeasVar = "Lost";
+  store().Config.PowerOffLine = "If Lost > 3 Then";
+  page_.Show(session_.control, store());
+  show(page_);
+  using desktop::Severity;
+  const auto& lines = page_.Lines();
+  ASSERT_EQ(page_.topLevelItemCount(), static_cast<int>(lines.size()));
+  EXPECT_TRUE(std::is_sorted(lines.begin(), lines.end(), [](const auto& left, const auto& right) {
+    return left.severity < right.severity;
+  }));
+  EXPECT_EQ(lines.front().severity, Severity::kPreventsSaving);
+  EXPECT_EQ(lines.back().severity, Severity::kNotice);
+  EXPECT_EQ(page_.topLevelItem(0)->text(0), "Prevents saving");
+  EXPECT_EQ(page_.topLevelItem(0)->text(2), "Voltage block 2, sensor 3: alias");
+  EXPECT_EQ(page_.Findings(), lines.size());
+
+  const QRect first = page_.visualItemRect(page_.topLevelItem(0));
+  QTest::mouseClick(page_.viewport(), Qt::LeftButton, {}, first.center());
+  QTest::mouseDClick(page_.viewport(), Qt::LeftButton, {}, first.center());
+  ASSERT_EQ(opened_.size(), 1U);
+  EXPECT_EQ(opened_[0].steps.back().screen, "frmFldName");
+  EXPECT_EQ(opened_[0].control, "AliasName3");
+  page_.setCurrentItem(page_.topLevelItem(page_.topLevelItemCount() - 1));
+  QTest::keyClick(&page_, Qt::Key_Return);
+  ASSERT_EQ(programLines_.size(), 1U) << "a fault of the program leads to its line";
+  EXPECT_EQ(programLines_[0], lines.back().programLine);
+}
+
+TEST_F(ChecksPage, SaysThatAllIsFine) {
+  ORVUS_GENFILE::ReadProjectText(store(), "");
+  session_.OpenNew();
+  page_.Show(session_.control, store());
+  ASSERT_EQ(page_.topLevelItemCount(), 1);
+  EXPECT_EQ(page_.topLevelItem(0)->text(1), "All checks passed.");
+  EXPECT_EQ(page_.Findings(), 0U);
+  QTest::keyClick(&page_, Qt::Key_Return);
+  EXPECT_TRUE(opened_.empty());
+}
+
+// ---- Speed --------------------------------------------------------------------------------------
+
+// Ten times of what a user notices, since the machine can be slow and the code instrumented.
+constexpr double kMaxSeconds = 1.0;
+
+double secondsOf(const std::function<void()>& work) {
+  const std::clock_t start = std::clock();
+  work();
+  QApplication::processEvents();
+  return static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
+}
+
+TEST_F(Pages, AreShownAnewQuicklyOnTheLargestProject) {
+  testing::MakeLargestProject(store());
+  desktop::ProgramView program(open_, nullptr);
+  program.Saved(desktop::BytesToSave(session_.control, store()));
+  desktop::TablesPage tables([this]() -> const ProjectStore& { return store(); }, nullptr);
+  desktop::FindingsPage checks(
+      open_, [](int) {}, nullptr);
+  for (QWidget* page : {static_cast<QWidget*>(&program), static_cast<QWidget*>(&tables),
+                        static_cast<QWidget*>(&checks)}) {
+    show(*page);
+  }
+  program.Show(session_.control, store());
+  tables.Show();
+  checks.Show(session_.control, store());
+  store().VoltBlock[1].SettleTime = 333;
+  const double times[] = {secondsOf([&] { program.Show(session_.control, store()); }),
+                          secondsOf([&] { tables.Show(); }),
+                          secondsOf([&] { checks.Show(session_.control, store()); })};
+  for (const double seconds : times) {
+    EXPECT_LT(seconds, kMaxSeconds);
+    RecordProperty("seconds", std::to_string(seconds));
+  }
+}
+
+}  // namespace
+}  // namespace ostrand

@@ -1,0 +1,143 @@
+// The search of a project, and two projects side by side.
+#include <gtest/gtest.h>
+
+#include <QLineEdit>
+#include <QListWidget>
+#include <QTest>
+#include <QTextBlock>
+#include <QTreeWidget>
+
+#include "compare.h"
+#include "desktop_session.h"
+#include "pages/program_page.h"
+#include "project_bytes.h"
+#include "search.h"
+#include "support/temp_folder.h"
+#include "texts.h"
+
+namespace ostrand {
+namespace {
+
+std::string example(const std::string& name) {
+  return testing::ReadDisk(OSTRAND_SOURCE_DIR "/examples/" + name + ".VKG");
+}
+
+TEST(Search, ListsAsTheUserTypesAndJumps) {
+  std::vector<ScreenPlace> opened;
+  desktop::SearchWindow window(
+      example("engine-test-cell"), [&](const ScreenPlace& place) { opened.push_back(place); },
+      nullptr);
+  window.show();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+  QTest::keyClicks(window.Box(), "coolant");
+  ASSERT_EQ(window.List()->count(), 3) << "two sensors and a condition that names them";
+  EXPECT_TRUE(window.List()->item(1)->text().startsWith("CoolantOut"));
+  QTest::keyClick(window.Box(), Qt::Key_Down);
+  QTest::keyClick(window.Box(), Qt::Key_Return);
+  EXPECT_FALSE(window.isVisible());
+  ASSERT_EQ(opened.size(), 1U);
+  EXPECT_EQ(opened[0].control, "AliasName3");
+  EXPECT_EQ(opened[0].steps.at(1).screen, "frmTempSetup");
+
+  window.show();
+  window.Box()->setText("nothing at all");
+  EXPECT_EQ(window.List()->count(), 0);
+  QTest::keyClick(window.Box(), Qt::Key_Return);
+  EXPECT_TRUE(window.isVisible());
+  window.Box()->setText("\u4e2d");
+  EXPECT_EQ(window.List()->count(), 0);
+}
+
+class Compare : public ::testing::Test {
+ protected:
+  Compare() { session_.OpenNew(); }
+  testing::DesktopSession session_;
+  std::vector<ScreenPlace> opened_;
+  std::unique_ptr<desktop::CompareWindow> compare(const std::string& present,
+                                                  const std::string& other) {
+    auto window = std::make_unique<desktop::CompareWindow>(
+        session_.control, present, other, "other.VKG",
+        [this](const ScreenPlace& place) { opened_.push_back(place); }, nullptr);
+    window->setAttribute(Qt::WA_DeleteOnClose, false);
+    return window;
+  }
+};
+
+TEST_F(Compare, SaysNothingOfAProjectAndItself) {
+  for (const char* name : {"engine-test-cell", "building-climate", "bridge-monitoring",
+                           "thermal-survey", "vehicle-test", "weather-mast"}) {
+    const auto window = compare(example(name), example(name));
+    EXPECT_EQ(window->List()->topLevelItemCount(), 0) << name;
+    EXPECT_EQ(window->Present()->toPlainText(), window->Other()->toPlainText());
+    for (int line = 1; line <= window->Present()->blockCount(); ++line) {
+      EXPECT_EQ(window->Present()->MarkOf(line), desktop::LineMark::kNone);
+    }
+  }
+}
+
+TEST_F(Compare, SaysWhatDiffersAndShowsItInTheProgram) {
+  const auto store = desktop::StoreOf(example("engine-test-cell"));
+  store->VoltBlock[2].Range = "5000 mV";
+  store->VoltBlock[2].RangeNo = 0;
+  const auto window = compare(desktop::BytesOfStore(*store), example("engine-test-cell"));
+  ASSERT_EQ(window->List()->topLevelItemCount(), 1);
+  EXPECT_EQ(InWords(window->Differences()[0]), "Voltage block 2: range 5000 mV, was 1000 mV");
+  QTreeWidgetItem* item = window->List()->topLevelItem(0);
+  EXPECT_EQ(item->text(2), "5000 mV");
+  EXPECT_EQ(item->text(3), "1000 mV");
+  window->show();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+  window->List()->setCurrentItem(item);
+  QTest::keyClick(window->List(), Qt::Key_Return);
+  ASSERT_EQ(opened_.size(), 1U);
+  EXPECT_EQ(opened_[0].control, "Range");
+
+  int changed = 0;
+  for (int line = 1; line <= window->Present()->blockCount(); ++line) {
+    const auto text = [line](const desktop::ProgramText* side) {
+      return side->document()->findBlockByNumber(line - 1).text();
+    };
+    if (window->Present()->MarkOf(line) == desktop::LineMark::kNone) continue;
+    ++changed;
+    EXPECT_TRUE(text(window->Present()).startsWith("Const VRNG2 = 0"));
+    EXPECT_TRUE(text(window->Other()).startsWith("Const VRNG2 = 1"));
+  }
+  EXPECT_EQ(changed, 1);
+}
+
+TEST(SideBySide, HoldsBothProgramsWithEqualLinesBesideEachOther) {
+  const std::string programs[] = {
+      testing::ReadDisk(OSTRAND_SOURCE_DIR "/tests/golden/engine-test-cell.VKP"),
+      testing::ReadDisk(OSTRAND_SOURCE_DIR "/tests/golden/vehicle-test.VKP")};
+  const desktop::SideBySide sides = desktop::ProgramsSideBySide(programs[0], programs[1]);
+  const auto before = LinesOf(sides.before.text);
+  const auto after = LinesOf(sides.after.text);
+  ASSERT_EQ(before.size(), after.size());
+  const auto expectHolds = [](const desktop::SideBySide::Side& side, const std::string& program) {
+    const auto lines = LinesOf(program);
+    const auto shown = LinesOf(side.text);
+    std::size_t next = 0;
+    for (std::size_t at = 0; at < shown.size(); ++at) {
+      if (side.numbers[at] == 0) {
+        EXPECT_EQ(shown[at], "");
+        continue;
+      }
+      EXPECT_EQ(side.numbers[at], static_cast<int>(next) + 1);
+      EXPECT_EQ(shown[at], lines[next++]);
+    }
+    EXPECT_EQ(next, lines.size());
+  };
+  expectHolds(sides.before, programs[0]);
+  expectHolds(sides.after, programs[1]);
+  for (std::size_t at = 0; at < before.size(); ++at) {
+    const int line = static_cast<int>(at) + 1;
+    const bool marked = sides.before.marks.contains(line) || sides.after.marks.contains(line);
+    const bool isMoment = before[at].find(" written:") != std::string_view::npos;
+    EXPECT_TRUE(marked || isMoment || before[at] == after[at]) << line;
+    const bool inBoth = sides.before.numbers[at] != 0 && sides.after.numbers[at] != 0;
+    EXPECT_FALSE(marked && inBoth && before[at] == after[at]) << line;
+  }
+}
+
+}  // namespace
+}  // namespace ostrand
