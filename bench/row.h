@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -30,6 +31,10 @@ std::vector<Row> ProcessRows();
 std::vector<Row> DiskRows();
 // The screens on the largest project; lists each of them.
 std::vector<Row> ScreenRows();
+
+// Measures and prints all rows but the slow ones, or those with the given names; returns the exit
+// code.
+int PrintTable(const std::vector<Row>& rows, std::span<char*> names);
 
 // Ends the program with the message `what` if `holds` is false.
 void Require(bool holds, std::string_view what);

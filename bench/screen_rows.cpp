@@ -15,15 +15,11 @@
 namespace ostrand::bench {
 namespace {
 
-// One step of the way to a screen: the index of the opener in the previous screen and its argument.
-// The first step is a main button or, with an index after those, an option screen.
-struct Step {
-  std::size_t opener;
-  std::string argument;
-};
+// The way to a screen: the index of a main button or, after those, of an option screen; then of an
+// opener in each screen.
 struct Way {
   std::string screen;
-  std::vector<Step> steps;
+  std::vector<std::size_t> steps;
 };
 
 std::size_t draw(const Screen& screen) {
@@ -41,7 +37,7 @@ class Walker : public ScreenHost {
 
   std::vector<Way> FindAll() {
     for (std::size_t first = 0; first < kFirstSteps; ++first) {
-      here_ = {{first, ""}};
+      here_ = {first};
       start(first);
     }
     return std::move(found_);
@@ -54,7 +50,7 @@ class Walker : public ScreenHost {
     going_ = &way;
     for (int walk = 0; walk < kWalks; ++walk) {
       depth_ = 0;
-      const auto first = [&] { start(way.steps.front().opener); };
+      const auto first = [&] { start(way.steps.front()); };
       if (way.steps.size() == 1) {
         times.push_back(MedianTime(1, first));
       } else {
@@ -97,14 +93,14 @@ class Walker : public ScreenHost {
                                    [&](const Way& way) { return way.screen == screen.Name(); });
     if (!known) found_.push_back({screen.Name(), here_});
     for (std::size_t at = 0; at < screen.Openers().size(); ++at) {
-      const Screen::Opener& opener = screen.Openers()[at];
-      const bool ofBlock = opener.argument == "block";
-      for (const char* block : {"1", "2"}) {
-        here_.push_back({at, ofBlock ? block : opener.argument});
-        opener.open(here_.back().argument);
-        here_.pop_back();
-        if (!ofBlock) break;
-      }
+      Opener& opener = *screen.Openers()[at];
+      const Opener::Which& which = opener.ForWhich();
+      // What a block's screen shows depends on the kind of the block: two of them are enough.
+      const bool isLater = !which.name.empty() && which.value != "1" && which.value != "2";
+      if (isLater || !opener.Usable()) continue;
+      here_.push_back(at);
+      opener.Press();
+      here_.pop_back();
     }
   }
 
@@ -115,15 +111,14 @@ class Walker : public ScreenHost {
       Use(draw(screen));
       return;
     }
-    const Step& step = going_->steps[depth];
-    const Screen::Opener& opener = screen.Openers()[step.opener];
-    const double time = MedianTime(1, [&] { opener.open(step.argument); });
+    Opener& opener = *screen.Openers()[going_->steps[depth]];
+    const double time = MedianTime(1, [&] { opener.Press(); });
     if (depth + 1 == going_->steps.size()) last_ = time;
   }
 
   Ostrand& control_;
   std::vector<Way> found_;
-  std::vector<Step> here_;
+  std::vector<std::size_t> here_;
   const Way* going_ = nullptr;
   std::size_t depth_ = 0;
   double last_ = 0;

@@ -18,8 +18,8 @@ namespace ostrand::desktop {
 class ControlWindow {
  public:
   virtual ~ControlWindow() = default;
-  // What the user does with a control: the focus goes there first, and if it does, `action` runs.
-  // Afterwards all controls are read anew.
+  // An action of the user on a control: moves the focus there and, if it may move, runs `action`.
+  // Then all controls are read again.
   virtual void Act(Control& control, const std::function<void()>& action) = 0;
 };
 
@@ -31,37 +31,43 @@ class BoundControl {
   BoundControl& operator=(const BoundControl&) = delete;
 
   [[nodiscard]] Control& Of() const { return control_; }
-  // The widget that is laid out. Its parent owns it.
+  // The widget in the layout. Its parent owns it.
   [[nodiscard]] QWidget* Widget() const { return widget_; }
-  // The widgets that the keyboard reaches, in their order; empty for one that only shows.
+  // The widgets that can have the focus, in their order; empty for a control that only shows.
   [[nodiscard]] virtual std::vector<QWidget*> Stops() const { return {widget_}; }
-  // Where the focus goes when it goes to the control.
+  // The widget that gets the focus when it moves to the control; null for none.
   [[nodiscard]] virtual QWidget* Stop() const {
     return Stops().empty() ? nullptr : Stops().front();
   }
-  // Where the text is typed; null for a control that is not typed into.
+  // The line of text that is edited; null for a control that is not typed into.
   [[nodiscard]] virtual QLineEdit* Line() const { return nullptr; }
   // Whether the widget itself shows the caption.
   [[nodiscard]] virtual bool ShowsCaption() const { return false; }
+  // The caption goes above the widget instead of beside it.
+  [[nodiscard]] virtual bool CaptionAbove() const { return false; }
 
-  // The caption beside it, which comes and goes with it.
-  void Beside(QLabel* caption) { caption_ = caption; }
-  // In a table, whose header has the caption.
+  // Sets the label that shows the caption; it is hidden and disabled with the control.
+  void CaptionLabel(QLabel* caption);
+  // Marks it as a cell of a table, whose header shows the caption.
   void InTable() { inTable_ = true; }
-  // Shows the control as it is now.
+  // Shows the current state of the control.
   void Read();
-  // A key is about to come to it.
+  // Called before each key that it gets.
   virtual void BeforeKey() {}
-  // Labels that flash do so in step.
+  // Called at each beat of the flashing labels.
   virtual void Flash(bool /*lit*/) {}
 
  protected:
   void shownBy(QWidget* widget) { widget_ = widget; }
   virtual void readValue() = 0;
+  // For assistive technology.
+  [[nodiscard]] virtual QString spokenName() const;
   void act(const std::function<void()>& action) const { window_.Act(control_, action); }
   [[nodiscard]] bool inTable() const { return inTable_; }
 
  private:
+  void readCaption();
+
   Control& control_;
   ControlWindow& window_;
   QWidget* widget_ = nullptr;
@@ -72,7 +78,9 @@ class BoundControl {
 // The widget has no parent yet.
 std::unique_ptr<BoundControl> Bind(Control& control, ControlWindow& window);
 
-// What a screen reader says of it: "Multiplier", in a table "MULT, row 3".
+// "Multiplier"; for a cell of a table "MULT, row 3".
 QString AccessibleName(const Control& control);
+// The tool tip; while the control is disabled, the reason for that; else its limits, if any.
+QString ToolTipOf(const Control& control);
 
 }  // namespace ostrand::desktop

@@ -9,6 +9,8 @@
 #include <span>
 #include <string>
 
+#include "table_grid.h"
+#include "terminal_tile.h"
 #include "texts.h"
 
 namespace ostrand::desktop {
@@ -17,28 +19,35 @@ namespace {
 // Letters of captions in one line of buttons or check boxes, each with its frame.
 constexpr int kLineWidth = 52;
 constexpr int kFrameWidth = 6;
-// Of the number of a row and the frame around a table.
-constexpr int kTableFrame = 10;
 
 using Group = std::vector<BoundControl*>;
 using Parts = std::vector<LaidPart>;
 
 QLabel* captionOf(BoundControl& control) {
   auto* caption = new QLabel;
-  caption->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  const bool isLong = control.Of().Kind() == ControlKind::kCode ||
+                      qobject_cast<QLabel*>(control.Widget()) != nullptr;
+  if (control.CaptionAbove()) {
+    caption->setAlignment(Qt::AlignLeft | Qt::AlignBottom);
+  } else {
+    caption->setAlignment(Qt::AlignRight | (isLong ? Qt::AlignTop : Qt::AlignVCenter));
+  }
   caption->setBuddy(control.Stop());
-  control.Beside(caption);
+  control.CaptionLabel(caption);
   return caption;
 }
 
-// Whether it stands in a line with others of its kind.
+// Whether it shares a line with others of its kind.
 bool isInLine(const BoundControl& control) {
   const ControlKind kind = control.Of().Kind();
   return kind == ControlKind::kButton || kind == ControlKind::kCheck || kind == ControlKind::kLamp;
 }
 
-bool isWide(const BoundControl& control) {
-  return control.Of().Kind() == ControlKind::kCode || control.Of().Kind() == ControlKind::kTable;
+// Whether it keeps its width in a wide group.
+bool isNarrow(const BoundControl& control) {
+  const ControlKind kind = control.Of().Kind();
+  return kind == ControlKind::kNumber || kind == ControlKind::kText ||
+         kind == ControlKind::kDropDown || kind == ControlKind::kEditList;
 }
 
 // The buttons or check boxes from `at` on that fit into one line; moves `at` past them.
@@ -60,147 +69,204 @@ QWidget* lineOf(const Group& group, std::size_t& at, Parts& parts) {
   return line;
 }
 
+// Captions to the right in the first column, their fields in the second. Where no control has a
+// caption beside it, there is one column.
 void layOutForm(const Group& group, QGridLayout& grid, Parts& parts) {
+  const bool beside = std::any_of(group.begin(), group.end(), [](const BoundControl* control) {
+    return !isInLine(*control) && !control->CaptionAbove();
+  });
+  const int second = beside ? 1 : 0;
   int row = 0;
   for (std::size_t at = 0; at < group.size(); ++row) {
     BoundControl& control = *group[at];
     if (isInLine(control)) {
-      grid.addWidget(lineOf(group, at, parts), row, 1);
+      grid.addWidget(lineOf(group, at, parts), row, second);
       continue;
     }
     ++at;
+    if (control.CaptionAbove()) {
+      if (!control.ShowsCaption()) grid.addWidget(captionOf(control), row++, 0, 1, second + 1);
+      grid.addWidget(control.Widget(), row, 0, 1, second + 1);
+      continue;
+    }
     grid.addWidget(captionOf(control), row, 0);
-    const Control& shown = control.Of();
-    const bool narrow =
-        shown.Kind() == ControlKind::kNumber || shown.Kind() == ControlKind::kText ||
-        shown.Kind() == ControlKind::kDropDown || shown.Kind() == ControlKind::kEditList;
-    grid.addWidget(control.Widget(), row, 1, narrow ? Qt::AlignLeft : Qt::Alignment());
+    grid.addWidget(control.Widget(), row, 1, isNarrow(control) ? Qt::AlignLeft : Qt::Alignment());
   }
-  grid.setColumnStretch(1, 1);
+  grid.setColumnStretch(second, 1);
 }
 
-// ---- Tables -------------------------------------------------------------------------------------
-
-struct Column {
-  QString caption;
-  Group cells;
-
-  [[nodiscard]] bool HasRow(int row) const {
-    return std::any_of(cells.begin(), cells.end(),
-                       [&](const BoundControl* cell) { return cell->Of().Row == row; });
+// The picture of all inputs: as square as it can be, but with an even number in each line, so that
+// pairs stay together.
+QLayout* layOutTiles(const Group& tiles) {
+  const int columns = tiles.size() > 25 ? 10 : 5;
+  auto* lines = new QVBoxLayout;
+  auto* grid = new QGridLayout;
+  grid->setSpacing(2);
+  int place = 0;
+  for (BoundControl* tile : tiles) {
+    grid->addWidget(tile->Widget(), place / columns, place % columns);
+    ++place;
   }
-  [[nodiscard]] int Width() const {
-    int width = 0;
-    for (const BoundControl* cell : cells) {
-      const QWidget& widget = *cell->Widget();
-      width = std::max({width, widget.sizeHint().width(), widget.minimumWidth(),
-                        widget.fontMetrics().horizontalAdvance(caption)});
-    }
-    return width;
-  }
+  grid->setColumnStretch(columns, 1);
+  lines->addLayout(grid);
+  return lines;
+}
+
+// ---- Groups -------------------------------------------------------------------------------------
+
+// A group under its heading.
+struct Box {
+  QGroupBox* box;
+  QGridLayout* form;  // null for a group without single controls
 };
 
-// Columns by the captions, in their order. Two controls of a row with the same caption get a column
-// each.
-std::vector<Column> columnsOf(const Group& group) {
-  std::vector<Column> columns;
-  for (BoundControl* control : group) {
-    const QString caption = PlainCaption(control->Of().Caption);
-    auto column = std::find_if(columns.begin(), columns.end(), [&](const Column& candidate) {
-      return candidate.caption == caption && !candidate.HasRow(control->Of().Row);
-    });
-    if (column == columns.end()) {
-      columns.push_back({caption, {}});
-      column = columns.end() - 1;
-    }
-    column->cells.push_back(control);
-  }
-  return columns;
-}
+class Page {
+ public:
+  Page(int maxWidth, int maxHeight) : maxWidth_(maxWidth), maxHeight_(maxHeight) {}
 
-// A header, and a line for each row with its number.
-QGridLayout* layOutColumns(std::span<const Column> columns, Parts& parts) {
-  auto* grid = new QGridLayout;
-  const auto addHead = [&](const QString& text, const Group& cells, int line, int column) {
-    auto* head = new QLabel(text);
-    head->setTextFormat(Qt::PlainText);
-    grid->addWidget(head, line, column, column == 0 ? Qt::AlignRight : Qt::AlignLeft);
-    parts.push_back({head, cells});
-  };
-  std::map<int, Group> rows;
-  int place = 0;
-  for (const Column& column : columns) {
-    ++place;
-    if (!column.cells.front()->ShowsCaption()) addHead(column.caption, column.cells, 0, place);
-    if (isWide(*column.cells.front())) grid->setColumnStretch(place, 1);
-    for (BoundControl* cell : column.cells) rows[cell->Of().Row].push_back(cell);
+  void Add(const std::string& heading, const Group& group) {
+    auto* box = new QGroupBox(FromProject(heading).replace(u'&', QStringLiteral("&&")));
+    box->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
+    auto* layout = new QVBoxLayout(box);
+    Group single;
+    Group rows;
+    Group tiles;
+    for (BoundControl* control : group) {
+      const bool isTile = control->Of().Kind() == ControlKind::kPicture;
+      (isTile ? tiles : control->Of().Row > 0 ? rows : single).push_back(control);
+    }
+    QGridLayout* form = nullptr;
+    if (!single.empty()) {
+      form = new QGridLayout;
+      layOutForm(single, *form, laid_.parts);
+      layout->addLayout(form);
+    }
+    if (!rows.empty()) table_ = LayOutTable(rows, *layout, maxWidth_, laid_.parts);
+    if (!tiles.empty()) {
+      layout->addLayout(layOutTiles(tiles));
+      hasTiles_ = true;
+    }
+    laid_.parts.push_back({box, group});
+    boxes_.push_back({box, form});
   }
-  grid->setColumnStretch(place + 1, 1);
-  int line = 0;
-  for (const auto& [row, cells] : rows) {
-    addHead(QString::number(row), cells, ++line, 0);
-    place = 0;
-    for (const Column& column : columns) {
-      ++place;
-      for (BoundControl* cell : column.cells) {
-        if (cell->Of().Row == row) grid->addWidget(cell->Widget(), line, place);
+
+  Laid Finish() {
+    ShowParts(laid_.parts);
+    for (const Box& box : boxes_) {
+      sizes_.push_back(box.box->isHidden() ? QSize(0, 0) : box.box->sizeHint());
+    }
+    const std::size_t split = chooseSplit();
+    auto* page = new QVBoxLayout(laid_.page);
+    auto* columns = new QHBoxLayout;
+    page->addLayout(columns);
+    columns->addLayout(columnOf(0, split));
+    if (split < boxes_.size()) columns->addLayout(columnOf(split, boxes_.size()));
+    if (hasTiles_) page->addWidget(TileLegend());
+    page->addStretch();
+    if (const std::shared_ptr<TableGrid> table = table_) {
+      laid_.addRow = [table](const Group& cells) { table->AddRow(cells); };
+    }
+    return std::move(laid_);
+  }
+
+  [[nodiscard]] QWidget* Widget() const { return laid_.page; }
+
+ private:
+  // Groups side by side.
+  struct Shelf {
+    std::vector<std::size_t> boxes;
+    int width = 0;
+    int height = 0;
+  };
+
+  [[nodiscard]] int widest(std::size_t from, std::size_t to) const {
+    int width = 0;
+    for (std::size_t at = from; at < to; ++at) width = std::max(width, sizes_[at].width());
+    return width;
+  }
+
+  // Small groups share a line, as far as they do not make the column wider and concern the same one
+  // of several things, by the number in the heading.
+  [[nodiscard]] std::vector<Shelf> shelvesOf(std::size_t from, std::size_t to) const {
+    const int width = widest(from, to);
+    std::vector<Shelf> shelves;
+    for (std::size_t at = from; at < to; ++at) {
+      const QSize size = sizes_[at];
+      if (shelves.empty() || shelves.back().width + size.width() > width ||
+          numberIn(shelves.back().boxes.back()) != numberIn(at)) {
+        shelves.push_back({});
+      }
+      Shelf& shelf = shelves.back();
+      shelf.boxes.push_back(at);
+      shelf.width += size.width() + kGap;
+      shelf.height = std::max(shelf.height, size.height());
+    }
+    return shelves;
+  }
+  // "2" of "CAO2 conditions"; blank for none.
+  [[nodiscard]] QChar numberIn(std::size_t at) const {
+    const QString heading = boxes_[at].box->title();
+    const auto* digit =
+        std::find_if(heading.begin(), heading.end(), [](QChar letter) { return letter.isDigit(); });
+    return digit == heading.end() ? QChar(u' ') : *digit;
+  }
+  [[nodiscard]] int heightOf(std::size_t from, std::size_t to) const {
+    int height = 0;
+    for (const Shelf& shelf : shelvesOf(from, to)) height += shelf.height;
+    return height;
+  }
+
+  // The number of groups in the first column: all if they are not too high or two columns would be
+  // hardly lower, else as many as make the higher column lowest.
+  [[nodiscard]] std::size_t chooseSplit() const {
+    std::size_t best = boxes_.size();
+    const int whole = heightOf(0, best);
+    if (whole <= maxHeight_) return best;
+    int lowest = std::max(maxHeight_, whole * 3 / 4) + 1;
+    for (std::size_t split = 1; split < boxes_.size(); ++split) {
+      const int height = std::max(heightOf(0, split), heightOf(split, boxes_.size()));
+      if (height >= lowest || widest(0, split) + widest(split, boxes_.size()) > maxWidth_) continue;
+      lowest = height;
+      best = split;
+    }
+    return best;
+  }
+
+  QLayout* columnOf(std::size_t from, std::size_t to) {
+    auto* column = new QVBoxLayout;
+    int captions = 0;
+    std::vector<QGridLayout*> forms;
+    for (const Shelf& shelf : shelvesOf(from, to)) {
+      auto* line = new QHBoxLayout;
+      for (const std::size_t at : shelf.boxes) line->addWidget(boxes_[at].box, 0, Qt::AlignTop);
+      column->addLayout(line);
+      if (shelf.boxes.size() > 1 || boxes_[shelf.boxes.front()].form == nullptr) continue;
+      QGridLayout* form = boxes_[shelf.boxes.front()].form;
+      if (form->columnCount() < 2) continue;
+      forms.push_back(form);
+      for (int row = 0; row < form->rowCount(); ++row) {
+        const QLayoutItem* caption = form->itemAtPosition(row, 0);
+        if (caption == nullptr || form->itemAtPosition(row, 1) == caption) continue;
+        captions = std::max(captions, caption->sizeHint().width());
       }
     }
+    // The fields of all groups begin at one line.
+    for (QGridLayout* form : forms) form->setColumnMinimumWidth(0, captions);
+    for (std::size_t at = from; at < to; ++at) boxes_[at].box->layout()->invalidate();
+    column->addStretch();
+    return column;
   }
-  return grid;
-}
 
-// A table that is too wide goes on below with its further columns.
-void layOutTable(const Group& group, QVBoxLayout& box, int maxWidth, Parts& parts) {
-  const std::vector<Column> columns = columnsOf(group);
-  const std::span<const Column> all(columns);
-  const QFontMetrics metrics = group.front()->Widget()->fontMetrics();
-  const int gap = metrics.averageCharWidth() * 2;
-  for (std::size_t from = 0; from < all.size();) {
-    int width = metrics.averageCharWidth() * kTableFrame;
-    std::size_t to = from;
-    for (; to < all.size(); ++to) {
-      width += all[to].Width() + gap;
-      if (to > from && width > maxWidth) break;
-    }
-    box.addLayout(layOutColumns(all.subspan(from, to - from), parts));
-    from = to;
-  }
-}
+  static constexpr int kGap = 6;  // about the space between two groups
 
-QGroupBox* boxOf(const std::string& heading, const Group& group, int maxWidth, Parts& parts) {
-  auto* box = new QGroupBox(FromProject(heading).replace(u'&', QStringLiteral("&&")));
-  auto* layout = new QVBoxLayout(box);
-  Group single;
-  Group rows;
-  for (BoundControl* control : group) {
-    (control->Of().Row > 0 ? rows : single).push_back(control);
-  }
-  if (!single.empty()) {
-    auto* form = new QGridLayout;
-    layOutForm(single, *form, parts);
-    layout->addLayout(form);
-  }
-  if (!rows.empty()) layOutTable(rows, *layout, maxWidth, parts);
-  layout->addStretch();
-  return box;
-}
-
-// How many of the groups are in the first column, so that the higher one is as low as can be.
-std::size_t firstColumn(const std::vector<int>& heights) {
-  std::size_t best = heights.size();
-  int lowest = 0;
-  for (const int height : heights) lowest += height;
-  for (std::size_t split = 1; split < heights.size(); ++split) {
-    int left = 0;
-    int right = 0;
-    for (std::size_t at = 0; at < heights.size(); ++at) (at < split ? left : right) += heights[at];
-    if (std::max(left, right) >= lowest) continue;
-    lowest = std::max(left, right);
-    best = split;
-  }
-  return best;
-}
+  int maxWidth_;
+  int maxHeight_;
+  Laid laid_{new QWidget, {}, {}};
+  std::vector<Box> boxes_;
+  std::vector<QSize> sizes_;  // of them
+  std::shared_ptr<TableGrid> table_;
+  bool hasTiles_ = false;
+};
 
 }  // namespace
 
@@ -213,54 +279,22 @@ void ShowParts(const std::vector<LaidPart>& parts) {
   }
 }
 
-Laid LayOut(const BoundControls& controls, int maxWidth, int maxHeight) {
+Laid LayOut(const std::vector<BoundControl*>& controls, int maxWidth, int maxHeight) {
   std::vector<std::string> headings;
   std::map<std::string, Group> members;
-  for (const auto& control : controls) {
+  for (BoundControl* control : controls) {
     Group& group = members[control->Of().Group];
     if (group.empty()) headings.push_back(control->Of().Group);
-    group.push_back(control.get());
+    group.push_back(control);
   }
-  Laid laid{new QWidget, {}};
-  for (const auto& control : controls) {
+  Page page(maxWidth, maxHeight);
+  for (BoundControl* control : controls) {
     if (control->Of().Row > 0) control->InTable();
-    control->Widget()->setParent(laid.page);
+    control->Widget()->setParent(page.Widget());
     control->Read();  // its size depends on what it shows
   }
-  std::vector<QGroupBox*> boxes;
-  for (const std::string& heading : headings) {
-    boxes.push_back(boxOf(heading, members[heading], maxWidth, laid.parts));
-    laid.parts.push_back({boxes.back(), members[heading]});
-  }
-  for (const auto& control : controls) control->Read();
-  ShowParts(laid.parts);
-
-  std::vector<int> heights;
-  int height = 0;
-  for (const QGroupBox* box : boxes) {
-    heights.push_back(box->isHidden() ? 0 : box->sizeHint().height());
-    height += heights.back();
-  }
-  std::size_t split = boxes.size();
-  if (height > maxHeight) split = firstColumn(heights);
-  const auto widest = [&](std::size_t from, std::size_t to) {
-    int width = 0;
-    for (std::size_t at = from; at < to; ++at) {
-      width = std::max(width, boxes[at]->sizeHint().width());
-    }
-    return width;
-  };
-  if (widest(0, split) + widest(split, boxes.size()) > maxWidth) split = boxes.size();
-
-  auto* columns = new QHBoxLayout(laid.page);
-  for (std::size_t at = 0; at < boxes.size();) {
-    auto* column = new QVBoxLayout;
-    const std::size_t end = at < split ? split : boxes.size();
-    for (; at < end; ++at) column->addWidget(boxes[at]);
-    column->addStretch();
-    columns->addLayout(column);
-  }
-  return laid;
+  for (const std::string& heading : headings) page.Add(heading, members[heading]);
+  return page.Finish();
 }
 
 }  // namespace ostrand::desktop

@@ -1,6 +1,7 @@
 #include "screen_window.h"
 
 #include <QApplication>
+#include <QClipboard>
 #include <QEventLoop>
 #include <QKeyEvent>
 #include <QLabel>
@@ -11,8 +12,10 @@
 #include <QScrollBar>
 #include <QStyle>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "controls/text_field.h"
+#include "paste.h"
 #include "qt_forms.h"
 #include "texts.h"
 
@@ -21,8 +24,12 @@ namespace {
 
 constexpr int kFlashInterval = 500;  // milliseconds
 
-// What the frame of a window and the edge of the desktop take, in lines of text.
+// Of the frame of a window and the edge of the desktop, in lines of text.
 constexpr int kFrameLines = 3;
+
+// A row of a table is higher than this number of lines of text with the space around it.
+constexpr int kRowLines = 2;
+constexpr std::size_t kRowsAtATime = 8;
 
 bool isReachable(const QWidget* widget) {
   return widget != nullptr && widget->isEnabled() && !widget->isHidden();
@@ -45,14 +52,7 @@ ScreenWindow::ScreenWindow(Screen& screen, QtForms& forms, QWidget* parent)
       done_(new QPushButton(QStringLiteral("&Done"), this)),
       cancel_(new QPushButton(QStringLiteral("Cancel"), this)) {
   setWindowTitle(PlainCaption(screen.Caption));
-  for (Control* control : screen.Controls()) controls_.push_back(Bind(*control, *this));
-
-  const QSize room = RoomFor(*this);
-  const int lines = 4 * fontMetrics().lineSpacing();  // of the buttons and the help line
-  Laid laid = LayOut(controls_, room.width() - lines, room.height() - 2 * lines);
-  parts_ = std::move(laid.parts);
-
-  scroll_->setWidget(laid.page);
+  layOut();
   scroll_->setWidgetResizable(true);
   scroll_->setFrameShape(QFrame::NoFrame);
   scroll_->setFocusPolicy(Qt::NoFocus);
@@ -72,7 +72,7 @@ ScreenWindow::ScreenWindow(Screen& screen, QtForms& forms, QWidget* parent)
   read();
   fitToScreen();
 
-  // Where the desktop asks for no motion, what would flash stays lit.
+  // Where the desktop asks for no motion, flashing labels stay lit.
   if (style()->styleHint(QStyle::SH_Widget_Animation_Duration, nullptr, this) > 0) {
     QObject::connect(&flashing_, &QTimer::timeout, this, [this] {
       lit_ = !lit_;
@@ -82,7 +82,67 @@ ScreenWindow::ScreenWindow(Screen& screen, QtForms& forms, QWidget* parent)
   }
 }
 
-ScreenWindow::~ScreenWindow() { forms_.RemoveHelpLine(help_); }
+ScreenWindow::~ScreenWindow() {
+  forms_.RemoveHelpLine(help_);
+  acting_ = true;  // widgets that are deleted report changes
+  delete scroll_->takeWidget();
+}
+
+// Binds all controls but the rows of a long table that are out of sight at first.
+void ScreenWindow::layOut() {
+  const QSize room = RoomFor(*this);
+  const int lastRow = room.height() / (kRowLines * fontMetrics().lineSpacing());
+  const std::vector<Control*>& all = screen_.Controls();
+  const auto inLastTable = std::find_if(all.rbegin(), all.rend(), [](const Control* control) {
+    return control->Row > 0 && control->Kind() != ControlKind::kPicture;
+  });
+  std::map<int, std::vector<Control*>> later;
+  std::vector<BoundControl*> first;
+  for (Control* control : all) {
+    if (control->Row > lastRow && control->Kind() != ControlKind::kPicture &&
+        control->Group == (*inLastTable)->Group) {
+      later[control->Row].push_back(control);
+      continue;
+    }
+    controls_.push_back(Bind(*control, *this));
+    bound_[control] = controls_.back().get();
+    first.push_back(controls_.back().get());
+  }
+  for (auto& [row, cells] : later) waiting_.push_back(std::move(cells));
+  const int below = 4 * fontMetrics().lineSpacing();  // the buttons and the help line
+  Laid laid = LayOut(first, room.width() - below, room.height() - below);
+  parts_ = std::move(laid.parts);
+  addRow_ = std::move(laid.addRow);
+  scroll_->setWidget(laid.page);
+  QObject::connect(&adding_, &QTimer::timeout, this, [this] { addRows(kRowsAtATime); });
+}
+
+void ScreenWindow::addRows(std::size_t count) {
+  if (waiting_.empty()) return;
+  reading_ = true;
+  for (; count > 0 && !waiting_.empty(); --count) {
+    std::vector<BoundControl*> cells;
+    for (Control* control : waiting_.front()) {
+      controls_.push_back(Bind(*control, *this));
+      bound_[control] = controls_.back().get();
+      cells.push_back(controls_.back().get());
+      cells.back()->InTable();
+      cells.back()->Widget()->setParent(scroll_->widget());
+      cells.back()->Read();
+    }
+    waiting_.pop_front();
+    addRow_(cells);
+  }
+  reading_ = false;
+  if (!waiting_.empty()) return;
+  adding_.stop();
+  std::unordered_map<const Control*, std::size_t> places;
+  for (const Control* control : screen_.Controls()) places.emplace(control, places.size());
+  std::sort(controls_.begin(), controls_.end(), [&](const auto& one, const auto& other) {
+    return places[&one->Of()] < places[&other->Of()];
+  });
+  watchStops();
+}
 
 void ScreenWindow::buildButtons() {
   for (QPushButton* button : {done_, cancel_}) {
@@ -95,7 +155,7 @@ void ScreenWindow::buildButtons() {
   QObject::connect(cancel_, &QPushButton::clicked, this, [this] { end(&Screen::Cancel); });
 }
 
-// The Tab key goes through the controls in their order.
+// The Tab key moves through the controls in their order.
 void ScreenWindow::watchStops() {
   stops_.clear();
   QWidget* before = nullptr;
@@ -130,10 +190,8 @@ void ScreenWindow::fitToScreen() {
 }
 
 BoundControl* ScreenWindow::Find(const Control& control) const {
-  for (const auto& bound : controls_) {
-    if (&bound->Of() == &control) return bound.get();
-  }
-  return nullptr;
+  const auto at = bound_.find(&control);
+  return at == bound_.end() ? nullptr : at->second;
 }
 
 // ---- What the user does -------------------------------------------------------------------------
@@ -202,27 +260,37 @@ void ScreenWindow::focusCame(BoundControl* control) {
   afterAction();
 }
 
+void ScreenWindow::giveFocus(const BoundControl& control) {
+  control.Stop()->setFocus(Qt::TabFocusReason);
+  // A window that is not active yet gets the focus later, which selects nothing.
+  if (QLineEdit* line = control.Line()) line->selectAll();
+}
+
 void ScreenWindow::followFocus() {
   if (Control* focused = screen_.Focused()) {
     const BoundControl* bound = Find(*focused);
     if (bound == nullptr) return;
     const std::vector<QWidget*> stops = bound->Stops();
-    const QWidget* now = focusWidget();
-    const bool there = std::find(stops.begin(), stops.end(), now) != stops.end();
-    if (!there && isReachable(bound->Stop())) bound->Stop()->setFocus(Qt::OtherFocusReason);
-    return;
+    if (std::find(stops.begin(), stops.end(), focusWidget()) != stops.end()) return;
+    if (isReachable(bound->Stop())) return giveFocus(*bound);
   }
+  // A control that was disabled has lost the focus to the next one.
   const auto at = stops_.find(focusWidget());
-  if (at != stops_.end() && isReachable(focusWidget())) screen_.MoveFocus(&at->second->Of());
+  if (at != stops_.end() && isReachable(focusWidget())) {
+    screen_.MoveFocus(&at->second->Of());
+  } else if (focusWidget() == nullptr) {
+    done_->setFocus(Qt::OtherFocusReason);
+  }
 }
 
 void ScreenWindow::showEvent(QShowEvent* event) {
   QDialog::showEvent(event);
   if (opened_) return;
   opened_ = true;
+  if (!waiting_.empty()) adding_.start();
   for (const auto& control : controls_) {
     if (!control->Of().Usable() || !isReachable(control->Stop())) continue;
-    control->Stop()->setFocus(Qt::TabFocusReason);
+    giveFocus(*control);
     focusCame(control.get());
     return;
   }
@@ -244,10 +312,12 @@ bool ScreenWindow::eventFilter(QObject* watched, QEvent* event) {
       event->ignore();  // so that the page scrolls
       return true;
     case QEvent::KeyPress: {
-      const int key = static_cast<QKeyEvent*>(event)->key();
+      const auto* press = static_cast<QKeyEvent*>(event);
+      const int key = press->key();
+      if (key == Qt::Key_Tab || key == Qt::Key_Backtab) addRows(waiting_.size());
       if (control != nullptr) {
         control->BeforeKey();
-        if (keyPressed(*control, key)) return true;
+        if (keyPressed(*control, *press)) return true;
         break;
       }
       if (key != Qt::Key_Return && key != Qt::Key_Enter) break;
@@ -260,9 +330,11 @@ bool ScreenWindow::eventFilter(QObject* watched, QEvent* event) {
   return QDialog::eventFilter(watched, event);
 }
 
-// Enter takes what was typed, Escape takes it back; true for a key that is used up.
-bool ScreenWindow::keyPressed(BoundControl& control, int key) {
+// Enter takes what was typed, Escape restores the text before; true for a key that is used up.
+bool ScreenWindow::keyPressed(BoundControl& control, const QKeyEvent& event) {
   auto* field = dynamic_cast<TextField*>(&control.Of());
+  if (field != nullptr && event.matches(QKeySequence::Paste)) return paste(*field);
+  const int key = event.key();
   switch (key) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
@@ -291,10 +363,27 @@ bool ScreenWindow::moveInColumn(const Control& from, int rows) {
   for (const auto& control : controls_) {
     const Control& to = control->Of();
     if (to.Row != from.Row + rows || to.Group != from.Group || to.Caption != from.Caption) continue;
-    if (to.Usable() && isReachable(control->Stop())) control->Stop()->setFocus(Qt::TabFocusReason);
+    if (to.Usable() && isReachable(control->Stop())) giveFocus(*control);
     return true;
   }
   return false;
+}
+
+// A line goes into the field as if typed, several cells of a spreadsheet into the cells from here.
+bool ScreenWindow::paste(TextField& field) {
+  const CellBlock cells = CellsOf(QApplication::clipboard()->text());
+  if (cells.empty()) return true;
+  if (cells.size() == 1 && cells.front().size() == 1) {
+    Find(field)->Line()->insert(cells.front().front());
+    return true;
+  }
+  acting_ = true;
+  const QString report = PasteCells(screen_, field, cells, [this] { return help_->text(); });
+  acting_ = false;
+  afterAction();
+  if (screen_.Focused() != nullptr) giveFocus(*Find(*screen_.Focused()));
+  help_->setText(report);
+  return true;
 }
 
 // ---- The host -----------------------------------------------------------------------------------

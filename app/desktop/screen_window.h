@@ -3,16 +3,23 @@
 
 #include <QDialog>
 #include <QTimer>
+#include <deque>
 #include <map>
 #include <memory>
+#include <unordered_map>
 
 #include "bind.h"
 #include "controls/screen.h"
 #include "layout.h"
 
+class QKeyEvent;
 class QLabel;
 class QPushButton;
 class QScrollArea;
+
+namespace ostrand {
+class TextField;
+}
 
 namespace ostrand::desktop {
 
@@ -21,8 +28,8 @@ class QtForms;
 // The size that a window may have to fit on the desktop with its frame.
 QSize RoomFor(const QWidget& window);
 
-// The window of a screen while it is open. Whatever the user does goes to the controls; after it
-// all of them are read anew.
+// The window of a screen while it is open. Each action of the user goes to its control; then all
+// controls are read again.
 class ScreenWindow final : public QDialog, private ControlWindow {
  public:
   // Screen and forms must outlive it.
@@ -30,7 +37,11 @@ class ScreenWindow final : public QDialog, private ControlWindow {
   ~ScreenWindow() override;
 
   [[nodiscard]] Screen& Shown() const { return screen_; }
-  [[nodiscard]] const BoundControls& Controls() const { return controls_; }
+  // Those bound so far: the later rows of a long table follow soon after the window is shown.
+  [[nodiscard]] const std::vector<std::unique_ptr<BoundControl>>& Controls() const {
+    return controls_;
+  }
+  [[nodiscard]] bool IsComplete() const { return waiting_.empty(); }
   [[nodiscard]] BoundControl* Find(const Control& control) const;
   [[nodiscard]] QPushButton* DoneButton() const { return done_; }
   [[nodiscard]] QPushButton* CancelButton() const { return cancel_; }
@@ -48,28 +59,36 @@ class ScreenWindow final : public QDialog, private ControlWindow {
  private:
   void Act(Control& control, const std::function<void()>& action) override;
   void buildButtons();
+  void layOut();
+  void addRows(std::size_t count);
   void watchStops();
   // Something was done: the window ends with its screen, or shows what is now.
   void afterAction();
   void read();
   void focusCame(BoundControl* control);
-  // The keyboard goes where the screen has the focus.
+  // Moves the keyboard to where the screen has the focus.
   void followFocus();
-  bool keyPressed(BoundControl& control, int key);
+  static void giveFocus(const BoundControl& control);
+  bool keyPressed(BoundControl& control, const QKeyEvent& event);
   bool moveInColumn(const Control& from, int rows);
+  bool paste(TextField& field);
   void end(void (Screen::*way)());
   void fitToScreen();
 
   Screen& screen_;
   QtForms& forms_;
-  BoundControls controls_;
+  std::vector<std::unique_ptr<BoundControl>> controls_;
+  std::unordered_map<const Control*, BoundControl*> bound_;
   std::map<const QObject*, BoundControl*> stops_;
+  std::deque<std::vector<Control*>> waiting_;  // rows of a table that are not bound yet
+  std::function<void(const std::vector<BoundControl*>& cells)> addRow_;
   std::vector<LaidPart> parts_;
   QScrollArea* scroll_;
   QLabel* help_;
   QPushButton* done_;
   QPushButton* cancel_;
   QTimer flashing_;
+  QTimer adding_;  // of waiting rows
   bool lit_ = true;
   bool reading_ = false;
   bool acting_ = false;

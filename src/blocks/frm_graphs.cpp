@@ -9,7 +9,7 @@ namespace {
 
 constexpr std::string_view kFree = "free";
 
-constexpr Face kChartFaces[] = {{"SE#", "Analog inputs", "Used by"}};
+constexpr Face kChartFaces[] = {{"SE#", "Analog inputs", "Used by", ControlKind::kPicture}};
 constexpr Face kMapFaces[] = {{"Block#", "Blocks", "Multiplexer-channel"}};
 
 std::string placeText(const MuxPlace& place) {
@@ -51,6 +51,7 @@ frmTK40Graph::frmTK40Graph(const ScreenContext& context, const MuxMapRequest& re
   for (const TerminalUse& use : MuxTerminals(request.blocks, request.multiplexers)) {
     auto& label =
         labels_.emplace_back(std::make_unique<Label>(*this, "Mux" + NumberText(input + 1)));
+    label->Kind(ControlKind::kPicture);
     label->Group = "Multiplexer " + NumberText(input / TK40MChansPerUnit + 1);
     label->Row = input % TK40MChansPerUnit + 1;
     label->Caption = "Used by";

@@ -7,9 +7,9 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
-#include <QListWidget>
 #include <QPushButton>
 #include <QTest>
+#include <QTreeWidget>
 
 #include "controls/choice.h"
 #include "controls/list_field.h"
@@ -30,10 +30,11 @@ void click(QWidget& widget) {
   QTest::mouseClick(&widget, Qt::LeftButton, {}, QPoint(8, widget.height() / 2));
 }
 
-void pickInPopup(QComboBox& box, int row) {
+// `row` is found when the list is filled.
+void pickInPopup(QComboBox& box, const std::function<int()>& row) {
   QTest::keyClick(&box, Qt::Key_F4);
   QAbstractItemView* list = box.view();
-  list->setCurrentIndex(box.model()->index(row, 0));
+  list->setCurrentIndex(box.model()->index(row(), 0));
   QTest::keyClick(list, Qt::Key_Return);
 }
 
@@ -64,6 +65,7 @@ WidgetUser::WidgetUser(Ostrand& control, ScreenScript& script, desktop::QtForms&
 void WidgetUser::run(ScreenWindow& window) {
   QTimer::singleShot(0, &window, [&] {
     ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return window.IsComplete(); }));
     script_.ShowModal(window.Shown());
     EXPECT_NE(window.Shown().Result(), ModalResult::kNone);
     if (window.isVisible()) window.done(QDialog::Rejected);  // the script failed
@@ -110,7 +112,7 @@ bool WidgetUser::Pick(Control& control, std::string_view item) {
   if (const auto* list = dynamic_cast<const ListField*>(&control)) {
     for (std::size_t row = 0; row < list->Items.size(); ++row) {
       if (!SameText(list->Items[row], Trim(item))) continue;
-      pickInPopup(dynamic_cast<QComboBox&>(*at.Widget()), static_cast<int>(row));
+      pickInPopup(dynamic_cast<QComboBox&>(*at.Widget()), [&] { return static_cast<int>(row); });
       return true;
     }
     return false;
@@ -119,11 +121,11 @@ bool WidgetUser::Pick(Control& control, std::string_view item) {
   const int index = choice == nullptr ? -1 : indexOf(*choice, item);
   if (index < 0) return false;
   if (auto* box = qobject_cast<QComboBox*>(at.Widget())) {
-    pickInPopup(*box, box->findData(index));
-  } else if (auto* list = qobject_cast<QListWidget*>(at.Widget())) {
-    list->scrollToItem(list->item(index));
-    QTest::mouseClick(list->viewport(), Qt::LeftButton, {},
-                      list->visualItemRect(list->item(index)).center());
+    pickInPopup(*box, [&] { return box->findData(index); });
+  } else if (auto* list = qobject_cast<QTreeWidget*>(at.Widget())) {
+    QTreeWidgetItem* row = list->topLevelItem(index);
+    list->scrollToItem(row);
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualItemRect(row).center());
   } else {
     click(*at.Stops()[static_cast<std::size_t>(index)]);
   }
@@ -169,8 +171,8 @@ void ExpectShown(const ScreenWindow& window) {
           << name;
     } else if (const auto* check = qobject_cast<QCheckBox*>(widget)) {
       EXPECT_EQ(check->isChecked(), control.Text() == "on") << name;
-    } else if (control.Kind() == ControlKind::kLabel || control.Kind() == ControlKind::kFigure) {
-      EXPECT_EQ(qobject_cast<QLabel*>(widget)->text(), text) << name;
+    } else if (qobject_cast<QLabel*>(widget) != nullptr && control.Kind() != ControlKind::kLamp) {
+      EXPECT_EQ(qobject_cast<QLabel*>(widget)->text(), QString(text).replace("&&", "&")) << name;
     } else if (control.Kind() == ControlKind::kOptions) {
       const int index = dynamic_cast<const Choice&>(control).Index();
       for (std::size_t at = 0; at < bound->Stops().size(); ++at) {

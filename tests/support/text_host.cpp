@@ -75,11 +75,10 @@ std::string body(const Control& control) {
   switch (control.Kind()) {
     case ControlKind::kLabel:
     case ControlKind::kFigure:
+    case ControlKind::kPicture:
       return control.Text();
     case ControlKind::kCode:
       return control.Text().empty() ? "|" : "| " + control.Text();
-    case ControlKind::kPicture:
-      return "{picture}";
     case ControlKind::kText:
     case ControlKind::kNumber: {
       const auto& field = static_cast<const TextField&>(control);

@@ -1,0 +1,101 @@
+#include "terminal_tile.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPainter>
+#include <algorithm>
+#include <array>
+
+namespace ostrand::desktop {
+namespace {
+
+struct KindRow {
+  char16_t letter;
+  const char* name;
+  QRgb color;
+};
+// Distinct in brightness too, and light enough for black letters.
+constexpr std::array<KindRow, 5> kKinds = {{
+    {u'T', "thermocouples", 0xFFF2A154},
+    {u'V', "voltages", 0xFF8EC5F0},
+    {u'B', "bridges", 0xFF9AD69A},
+    {u'A', "on a multiplexer", 0xFFD9B3F0},
+    {u'M', "multiplexer", 0xFFC4C4C4},
+}};
+
+constexpr int kLetters = 6;  // of the widest line
+constexpr int kLines = 3;
+
+bool isFree(const QString& use) { return use.isEmpty() || use == QStringLiteral("free"); }
+
+}  // namespace
+
+TileText TileTextOf(const QString& use) {
+  if (isFree(use)) return {};
+  if (use.contains(u',')) return {QString(use.front()) + u'+', QStringLiteral("several")};
+  if (use.startsWith(QStringLiteral("TK40M"))) return {u'M' + use.section(u' ', 1), {}};
+  const QString block = use.section(u'(', 0, 0);
+  return {block.front() + block.mid(block.indexOf(QStringLiteral("Blk")) + 3),
+          use.section(u'(', 1).remove(u')')};
+}
+
+QColor TileColor(QChar letter, const QPalette& palette) {
+  const auto* kind = std::find_if(kKinds.begin(), kKinds.end(),
+                                  [&](const KindRow& row) { return letter == row.letter; });
+  return kind == kKinds.end() ? palette.color(QPalette::Window) : QColor(kind->color);
+}
+
+QWidget* TileLegend() {
+  auto* legend = new QWidget;
+  auto* line = new QHBoxLayout(legend);
+  line->setContentsMargins(0, 0, 0, 0);
+  for (const KindRow& row : kKinds) {
+    auto* sample = new QLabel(QStringLiteral(" %1 ").arg(QChar(row.letter)));
+    QPalette palette = sample->palette();
+    palette.setColor(QPalette::Window, QColor(row.color));
+    palette.setColor(QPalette::WindowText, Qt::black);
+    sample->setPalette(palette);
+    sample->setAutoFillBackground(true);
+    line->addWidget(sample);
+    line->addWidget(new QLabel(QString::fromLatin1(row.name)));
+  }
+  line->addStretch();
+  return legend;
+}
+
+void TerminalTile::Show(int number, const QString& use) {
+  number_ = number;
+  if (text() != use) setText(use);
+}
+
+QSize TerminalTile::sizeHint() const {
+  const QFontMetrics metrics = fontMetrics();
+  return {metrics.averageCharWidth() * (kLetters + 2),
+          metrics.lineSpacing() * kLines + metrics.height() / 2};
+}
+
+void TerminalTile::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  const TileText lines = TileTextOf(text());
+  const bool used = !lines.block.isEmpty();
+  const int width = text().contains(u',') ? 3 : 1;
+  const QRect box = rect().adjusted(width, width, -width, -width);
+  if (used) painter.fillRect(box, TileColor(lines.block.front(), palette()));
+  painter.setPen(QPen(palette().color(used ? QPalette::WindowText : QPalette::Mid), width,
+                      used ? Qt::SolidLine : Qt::DashLine));
+  painter.drawRect(box);
+  painter.setPen(used ? QColor(Qt::black) : palette().color(QPalette::WindowText));
+  const int line = fontMetrics().lineSpacing();
+  QRect row(box.left(), box.top() + line / 4, box.width(), line);
+  painter.drawText(row, Qt::AlignCenter, QString::number(number_));
+  QFont bold = font();
+  bold.setBold(true);
+  painter.setFont(bold);
+  row.translate(0, line);
+  painter.drawText(row, Qt::AlignCenter, used ? lines.block : QStringLiteral("free"));
+  painter.setFont(font());
+  row.translate(0, line);
+  painter.drawText(row, Qt::AlignCenter, lines.sensor);
+}
+
+}  // namespace ostrand::desktop

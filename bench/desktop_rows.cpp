@@ -1,0 +1,230 @@
+#include "desktop_rows.h"
+
+#include <fmt/format.h>
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDialog>
+#include <QGridLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMainWindow>
+#include <QPushButton>
+#include <algorithm>
+#include <ctime>
+#include <set>
+
+#include "machine.h"
+#include "main_window.h"
+#include "model/new_store.h"
+#include "process.h"
+#include "projects.h"
+#include "screen_window.h"
+#include "script/screen_catalog.h"
+
+namespace ostrand::bench {
+namespace {
+
+constexpr double kMilli = 1e3;
+
+// A project with its session, nobody at it.
+struct Desk {
+  explicit Desk(void (*make)(ProjectStore& store)) {
+    make(*store);
+    MakeEveryScreenReachable(*store);
+  }
+
+  Machine machine;
+  desktop::QtForms forms;
+  OstrandEvents nobodyListens;
+  std::unique_ptr<ProjectStore> store = NewStore();
+  Ostrand control{*store, machine.Around(), nobodyListens};
+};
+
+void paint(QWidget& window) {
+  window.show();
+  QApplication::processEvents();
+}
+
+QWidget* plainWidget(const Control& control) {
+  switch (control.Kind()) {
+    case ControlKind::kText:
+    case ControlKind::kNumber:
+    case ControlKind::kCode:
+      return new QLineEdit;
+    case ControlKind::kEditList:
+    case ControlKind::kDropDown:
+      return new QComboBox;
+    case ControlKind::kCheck:
+      return new QCheckBox;
+    case ControlKind::kButton:
+      return new QPushButton;
+    default:
+      return new QLabel;
+  }
+}
+
+// A dialog with as many plain widgets as the screen has controls, each beside a caption.
+void paintPlain(const Screen& screen) {
+  QDialog dialog;
+  auto* grid = new QGridLayout(&dialog);
+  constexpr int kColumns = 5;
+  int at = 0;
+  for (const Control* control : screen.Controls()) {
+    grid->addWidget(plainWidget(*control), at / kColumns, at % kColumns);
+    ++at;
+  }
+  paint(dialog);
+}
+
+// Visits each screen once.
+void visitScreens(Desk& desk, const std::function<void(Screen&)>& visit) {
+  std::set<std::string> seen;
+  VisitScreens(desk.control, [&](Screen& screen) {
+    if (seen.insert(screen.Name()).second) visit(screen);
+  });
+}
+
+// Opens each screen and takes the worst; prints a line for each.
+Figure worst(Desk& desk, const std::function<Figure(Screen&)>& measure) {
+  Figure most;
+  visitScreens(desk, [&](Screen& screen) {
+    Figure figure = measure(screen);
+    fmt::print("{:>11} {:<52} {:>8} {:>9.2f}        {}\n", "", screen.Name(), "", figure.value,
+               figure.remark);
+    if (figure.value < most.value) return;
+    most = std::move(figure);
+    most.remark = screen.Name() + ", " + most.remark;
+  });
+  return most;
+}
+
+Figure opening() {
+  Desk desk(MakeWiredProject);
+  return worst(desk, [&](Screen& screen) {
+    constexpr int kRounds = 7;
+    return RatioOf(
+        kRounds, 0,
+        [&] {
+          desktop::ScreenWindow window(screen, desk.forms, nullptr);
+          paint(window);
+        },
+        [&] { paintPlain(screen); });
+  });
+}
+
+double processorTime() {
+  timespec now{};
+  clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &now);
+  return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) / 1e9;
+}
+
+void type(QWidget& into, int key, const QString& text) {
+  QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier, text);
+  QApplication::sendEvent(&into, &press);
+  QApplication::processEvents();
+}
+
+// The processor time of a key in the first field of each screen that takes a digit, until it is
+// shown.
+Figure key() {
+  Desk desk(MakeLargestProject);
+  return worst(desk, [&](Screen& screen) -> Figure {
+    desktop::ScreenWindow window(screen, desk.forms, nullptr);
+    paint(window);
+    for (const auto& control : window.Controls()) {
+      QLineEdit* line = control->Line();
+      if (line == nullptr || !control->Of().Usable()) continue;
+      control->Stop()->setFocus();
+      constexpr int kKeys = 9;
+      std::vector<double> times;
+      for (int round = 0; round < kKeys; ++round) {
+        line->selectAll();
+        const double start = processorTime();
+        type(*control->Stop(), Qt::Key_1 + round, QString(QChar(u'1' + round)));
+        times.push_back(processorTime() - start);
+      }
+      std::sort(times.begin(), times.end());
+      return {times[kKeys / 2] * kMilli, control->Of().Name()};
+    }
+    return {0, "no field"};
+  });
+}
+
+// The field names of a block with so many sensors.
+class FieldNames {
+ public:
+  explicit FieldNames(i16 sensors) : desk_(MakeWiredProject) {
+    desk_.store->TempBlock[1].Reps = sensors;
+  }
+  // Runs `use` while the screen is open.
+  void During(const std::function<void(Screen&, desktop::QtForms&)>& use) {
+    bool found = false;
+    visitScreens(desk_, [&](Screen& screen) {
+      if (screen.Name() != "frmFldName") return;
+      found = true;
+      use(screen, desk_.forms);
+    });
+    Require(found, "frmFldName");
+  }
+
+ private:
+  Desk desk_;
+};
+
+Figure manySensors() {
+  FieldNames many(100);
+  FieldNames few(10);
+  Figure figure;
+  const auto open = [](Screen& screen, desktop::QtForms& forms) {
+    desktop::ScreenWindow window(screen, forms, nullptr);
+    paint(window);
+  };
+  many.During([&](Screen& large, desktop::QtForms& forms) {
+    few.During([&](Screen& small, desktop::QtForms& others) {
+      constexpr int kRounds = 15;
+      figure = RatioOf(
+          kRounds, 0, [&] { open(large, forms); }, [&] { open(small, others); });
+    });
+  });
+  return figure;
+}
+
+Figure start() {
+  const std::string program = qgetenv("OSTRAND_BENCH_DESKTOP").toStdString();
+  const auto run = [&](std::string_view word) {
+    Require(RunProcess({program, std::string(word)}).status == 0, word);
+  };
+  constexpr int kPairs = 21;
+  return RatioOf(
+      kPairs, 0, [&] { run(kPaintMain); }, [&] { run(kPaintEmpty); });
+}
+
+}  // namespace
+
+void PaintMain() {
+  Machine machine;
+  desktop::QtForms forms;
+  const platform::Surroundings around = machine.Around();
+  const auto store = NewStore();
+  desktop::MainWindow window(*store, around, forms);
+  paint(window);
+}
+
+void PaintEmpty() {
+  QMainWindow window;
+  paint(window);
+}
+
+std::vector<Row> DesktopRows() {
+  return {
+      {"start", "start until the first paint, to an empty QMainWindow", 1.5, start},
+      {"open", "slowest screen, to a QDialog of as many plain widgets", 3, opening},
+      {"key", "slowest key in a field, ms of the processor", 2, key},
+      {"sensors", "frmFldName with 100 sensors, to one with 10", 2, manySensors},
+  };
+}
+
+}  // namespace ostrand::bench
