@@ -203,8 +203,8 @@ TEST_F(TablesPage, HasTheLinesOfTheTableDescription) {
     }
   }
   EXPECT_EQ(shown.join('\n').toStdString(), fields.join('\n').toStdString());
-  EXPECT_EQ(page.Tables()->item(0, 4)->text(), "0 Days, 0 Hours, 10 Mins, 0.00000 Secs");
-  EXPECT_EQ(page.Tables()->item(0, 5)->text(), "66");
+  EXPECT_EQ(page.Tables()->item(0, 6)->text(), "0 Days, 0 Hours, 10 Mins, 0.00000 Secs");
+  EXPECT_EQ(page.Tables()->item(0, 4)->text(), "66");
 }
 
 TEST_F(TablesPage, SortsByNumbersAndCopiesAsATable) {
@@ -216,9 +216,9 @@ TEST_F(TablesPage, SortsByNumbersAndCopiesAsATable) {
   QTest::keyClick(page.Columns(), Qt::Key_C, Qt::ControlModifier);
   const QStringList lines = QApplication::clipboard()->text().split('\n');
   ASSERT_EQ(lines.size(), 24);
-  EXPECT_EQ(lines[0], "No.\tResolution\tProcessing\tField\tAlias\tUnits\tSource\tColumns\tBytes");
-  EXPECT_EQ(lines[1], "22\tIEEE4\tSample\tVBlk3(2)\tKnockRear\tg\tVoltage Block 3\t1\t4");
-  EXPECT_EQ(lines[22], "1\tFP2\tSample\tTBlk1(1)\tOilTemp\tDeg_C\tThermocouple Block 1\t1\t2");
+  EXPECT_EQ(lines[0], "No.\tResolution\tProcessing\tField\tAlias\tUnits\tBytes\tColumns\tSource");
+  EXPECT_EQ(lines[1], "22\tIEEE4\tSample\tVBlk3(2)\tKnockRear\tg\t4\t1\tVoltage Block 3");
+  EXPECT_EQ(lines[22], "1\tFP2\tSample\tTBlk1(1)\tOilTemp\tDeg_C\t2\t1\tThermocouple Block 1");
   page.Columns()->selectRow(2);
   page.Columns()->selectionModel()->select(page.Columns()->model()->index(4, 0),
                                            QItemSelectionModel::Select | QItemSelectionModel::Rows);
@@ -256,6 +256,13 @@ TEST_F(ChecksPage, ListsWhatPreventsSavingFirstAndLeadsToTheField) {
   EXPECT_EQ(page_.topLevelItem(0)->text(0), "Prevents saving");
   EXPECT_EQ(page_.topLevelItem(0)->text(2), "Voltage block 2, sensor 3: alias");
   EXPECT_EQ(page_.Findings(), lines.size());
+  for (int row = 0; row < page_.topLevelItemCount(); ++row) {
+    const QString text = page_.topLevelItem(row)->text(1);
+    const QRect needed = page_.fontMetrics().boundingRect(QRect(0, 0, page_.columnWidth(1), 9999),
+                                                          Qt::TextWordWrap, text);
+    const int height = page_.visualItemRect(page_.topLevelItem(row)).height();
+    EXPECT_GE(height, needed.height()) << text.toStdString();
+  }
 
   const QRect first = page_.visualItemRect(page_.topLevelItem(0));
   QTest::mouseClick(page_.viewport(), Qt::LeftButton, {}, first.center());

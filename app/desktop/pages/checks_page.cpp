@@ -3,6 +3,7 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QStyle>
+#include <QStyledItemDelegate>
 #include <algorithm>
 #include <array>
 
@@ -30,6 +31,28 @@ constexpr std::array<SeverityRow, 4> kSeverities = {{
 }};
 
 enum Column { kSeverity, kFinding, kPlace, kColumns };
+
+// As high as the text is when it is wrapped in its column.
+class WrappedText final : public QStyledItemDelegate {
+ public:
+  explicit WrappedText(QTreeWidget* tree) : QStyledItemDelegate(tree), tree_(tree) {}
+
+  [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& option,
+                               const QModelIndex& index) const override {
+    QSize size = QStyledItemDelegate::sizeHint(option, index);
+    const int margin =
+        tree_->style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, tree_) + 1;
+    const int icon = index.column() == kSeverity ? option.decorationSize.width() + margin : 0;
+    const QRect room(0, 0, tree_->columnWidth(index.column()) - 2 * margin - icon, QWIDGETSIZE_MAX);
+    const QRect needed =
+        option.fontMetrics.boundingRect(room, Qt::TextWordWrap, index.data().toString());
+    size.setHeight(std::max(size.height(), needed.height() + 2 * margin));
+    return size;
+  }
+
+ private:
+  QTreeWidget* tree_;
+};
 
 // A finding in one paragraph for each of its lines, without the empty ones.
 QString textOf(const Finding& finding) {
@@ -102,12 +125,17 @@ FindingsPage::FindingsPage(std::function<void(const ScreenPlace&)> open,
   setWordWrap(true);
   setAlternatingRowColors(true);
   setUniformRowHeights(false);
+  setTextElideMode(Qt::ElideNone);
+  setItemDelegate(new WrappedText(this));
   header()->setStretchLastSection(false);
   header()->setSectionResizeMode(kFinding, QHeaderView::Stretch);
   const int letter = fontMetrics().averageCharWidth();
-  header()->resizeSection(kSeverity, 20 * letter);
+  header()->resizeSection(kSeverity, 26 * letter);
   header()->resizeSection(kPlace, 36 * letter);
   setToolTip(QStringLiteral("Double-click a finding, or press Enter, to open its screen."));
+  // The height of wrapped texts follows the width of their column.
+  QObject::connect(header(), &QHeaderView::sectionResized, this,
+                   [this] { scheduleDelayedItemsLayout(); });
   QObject::connect(this, &QTreeWidget::itemDoubleClicked, this,
                    [this](QTreeWidgetItem* item) { go(indexOfTopLevelItem(item)); });
 }

@@ -7,6 +7,7 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QSplitter>
+#include <QStyle>
 #include <QToolButton>
 #include <QVBoxLayout>
 #include <array>
@@ -166,10 +167,15 @@ void ProgramView::layOut() {
   auto* split = new QSplitter(Qt::Horizontal, this);
   split->addWidget(sections_);
   split->addWidget(right);
+  split->setStretchFactor(0, 0);
   split->setStretchFactor(1, 1);
   split->setChildrenCollapsible(true);
-  constexpr int kSectionLetters = 26;
-  const int width = kSectionLetters * fontMetrics().averageCharWidth();
+  // The longest title, in bold.
+  QFont bold = sections_->font();
+  bold.setBold(true);
+  const int width =
+      QFontMetrics(bold).horizontalAdvance(QStringLiteral("ALIASES & OTHER VARIABLES  ")) +
+      style()->pixelMetric(QStyle::PM_ScrollBarExtent);
   split->setSizes({width, 3 * width});
   auto* all = new QVBoxLayout(this);
   all->setContentsMargins(0, 0, 0, 0);

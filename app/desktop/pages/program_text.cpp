@@ -36,6 +36,17 @@ constexpr std::array<LookColor, 8> kLooks = {{
     {0xffb3261e, 0xffff8f87},
 }};
 
+// Words that begin a declaration; they belong to the language, but not to its instructions.
+constexpr std::array<std::string_view, 7> kDeclarations = {"ALIAS",  "CONST", "DATA", "DIM",
+                                                           "PUBLIC", "SUB",   "UNITS"};
+
+bool isWord(const Token& token) {
+  if (!token.IsName()) return false;
+  const bool declares =
+      std::find(kDeclarations.begin(), kDeclarations.end(), token.upper) != kDeclarations.end();
+  return declares || IsLanguageWord(token.upper);
+}
+
 bool isDark(const QPalette& palette) { return palette.color(QPalette::Base).lightness() < 128; }
 
 QColor colorOf(Look look, const QPalette& palette) {
@@ -56,7 +67,7 @@ class Colors final : public QSyntaxHighlighter {
     for (const Token& token : tokens) {
       const auto at = static_cast<std::size_t>(token.text.data() - view.data());
       end = at + token.text.size();
-      if (token.IsName() && IsLanguageWord(token.upper)) {
+      if (isWord(token)) {
         set(at, token.text.size(), kWord);
       } else if (token.kind == Token::Kind::kNumber) {
         set(at, token.text.size(), kNumber);

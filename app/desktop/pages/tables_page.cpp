@@ -23,13 +23,14 @@ namespace ostrand::desktop {
 namespace {
 
 constexpr std::array<const char*, 9> kFields = {
-    "No.", "Resolution", "Processing", "Field", "Alias", "Units", "Source", "Columns", "Bytes"};
+    "No.", "Resolution", "Processing", "Field", "Alias", "Units", "Bytes", "Columns", "Source"};
 // In letters of the page.
-constexpr std::array<int, 9> kWidths = {6, 11, 11, 20, 18, 12, 22, 9, 7};
+constexpr std::array<int, 9> kWidths = {7, 13, 13, 26, 18, 13, 9, 11, 24};
 
+enum Fact { kTable, kTableName, kInterval, kRecords, kRecordBytes, kRecordFields, kTimeToFill };
 constexpr std::array<const char*, 7> kFacts = {
-    "Table", "Name", "Interval", "Records", "Time to fill", "Record size (bytes)", "Fields"};
-constexpr std::array<int, 7> kFactWidths = {7, 16, 22, 14, 40, 19, 8};
+    "Table", "Name", "Interval", "Records", "Bytes per record", "Fields", "Time to fill"};
+constexpr std::array<int, 7> kFactWidths = {8, 16, 31, 13, 20, 9, 46};
 
 bool isNumber(int field) {
   return field == ColumnsModel::kNumber || field == ColumnsModel::kCount ||
@@ -125,6 +126,8 @@ TablesPage::TablesPage(std::function<const ProjectStore&()> project, QWidget* pa
   tables_->setSelectionMode(QAbstractItemView::SingleSelection);
   tables_->verticalHeader()->hide();
   tables_->setTabKeyNavigation(false);
+  tables_->setWordWrap(false);
+  tables_->horizontalHeader()->setHighlightSections(false);
   sorted_->setSourceModel(model_);
   sorted_->setSortCaseSensitivity(Qt::CaseInsensitive);
   columns_->setModel(sorted_);
@@ -134,8 +137,13 @@ TablesPage::TablesPage(std::function<const ProjectStore&()> project, QWidget* pa
   columns_->verticalHeader()->hide();
   columns_->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
   columns_->setTabKeyNavigation(false);
+  columns_->setWordWrap(false);
+  columns_->horizontalHeader()->setHighlightSections(false);
   columns_->setSortingEnabled(true);
   columns_->sortByColumn(ColumnsModel::kNumber, Qt::AscendingOrder);
+  const int row = fontMetrics().lineSpacing() * 3 / 2;
+  tables_->verticalHeader()->setDefaultSectionSize(row);
+  columns_->verticalHeader()->setDefaultSectionSize(row);
   setWidths(tables_->horizontalHeader(), kFactWidths);
   setWidths(columns_->horizontalHeader(), kWidths);
 
@@ -159,8 +167,7 @@ TablesPage::TablesPage(std::function<const ProjectStore&()> project, QWidget* pa
   split->addWidget(tables_);
   split->addWidget(below);
   split->setStretchFactor(1, 1);
-  const int row = tables_->verticalHeader()->defaultSectionSize();
-  split->setSizes({row * 6, row * 20});
+  split->setSizes({row * (kTables + 2), row * 20});
   auto* all = new QVBoxLayout(this);
   all->setContentsMargins(0, 0, 0, 0);
   all->addWidget(split);
@@ -179,14 +186,16 @@ void TablesPage::Show() {
       tables_->insertRow(row);
       const bool isFixed = table.AutoSize == 0;
       const ORVUS_COMMON::RecordSize size = ORVUS_COMMON::SizeOfRecord(store, t);
-      tables_->setItem(row, 0, cell(QString::number(t), true));
-      tables_->setItem(row, 1, cell(FromProject(table.TableName)));
-      tables_->setItem(row, 2, cell(FromProject(TableIntervalText(store, t))));
-      tables_->setItem(
-          row, 3, cell(isFixed ? grouped(table.Buffer) : QStringLiteral("automatic"), isFixed));
-      tables_->setItem(row, 4, cell(isFixed ? FromProject(TimeToFillText(store, t)) : QString()));
-      tables_->setItem(row, 5, cell(grouped(size.bytes), true));
-      tables_->setItem(row, 6, cell(grouped(size.fields), true));
+      const auto put = [&](Fact fact, const QString& text, bool right = false) {
+        tables_->setItem(row, fact, cell(text, right));
+      };
+      put(kTable, QString::number(t), true);
+      put(kTableName, FromProject(table.TableName));
+      put(kInterval, FromProject(TableIntervalText(store, t)));
+      put(kRecords, isFixed ? grouped(table.Buffer) : QStringLiteral("automatic"), isFixed);
+      put(kRecordBytes, grouped(size.bytes), true);
+      put(kRecordFields, grouped(size.fields), true);
+      put(kTimeToFill, isFixed ? FromProject(TimeToFillText(store, t)) : QString());
       tables_->item(row, 0)->setData(Qt::UserRole, t);
     }
     if (tables_->rowCount() > 0) {

@@ -17,7 +17,7 @@ namespace ostrand::desktop {
 // A table's columns as they are stored: as in its description, and with their bytes.
 class ColumnsModel final : public QAbstractTableModel {
  public:
-  enum Field { kNumber, kResolution, kProcessing, kName, kAlias, kUnits, kSource, kCount, kBytes };
+  enum Field { kNumber, kResolution, kProcessing, kName, kAlias, kUnits, kBytes, kCount, kSource };
 
   using QAbstractTableModel::QAbstractTableModel;
   void Columns(std::vector<TableColumn> columns);
