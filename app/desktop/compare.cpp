@@ -119,6 +119,21 @@ void CompareWindow::layOut(const QString& name) {
     if (!place.steps.empty() && difference.change != Change::kRemoved) open_(place);
   });
 
+  auto* tabs = new QTabWidget(this);
+  tabs->addTab(list_, QStringLiteral("&Settings"));
+  tabs->addTab(programsPage(name), QStringLiteral("&Program"));
+  auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close, this);
+  QObject::connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+  auto* all = new QVBoxLayout(this);
+  all->addWidget(summary_);
+  all->addWidget(tabs, 1);
+  all->addWidget(buttons);
+  const QSize wanted(kLetters * fontMetrics().averageCharWidth(),
+                     kLines * fontMetrics().lineSpacing());
+  resize(wanted.boundedTo(RoomFor(*this)));
+}
+
+QWidget* CompareWindow::programsPage(const QString& name) {
   auto* programs = new QWidget(this);
   auto* split = new QSplitter(Qt::Horizontal, programs);
   const auto side = [&](ProgramText* text, const QString& title) {
@@ -151,19 +166,7 @@ void CompareWindow::layOut(const QString& name) {
   auto* column = new QVBoxLayout(programs);
   column->addWidget(split, 1);
   column->addLayout(moves);
-
-  auto* tabs = new QTabWidget(this);
-  tabs->addTab(list_, QStringLiteral("&Settings"));
-  tabs->addTab(programs, QStringLiteral("&Program"));
-  auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close, this);
-  QObject::connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
-  auto* all = new QVBoxLayout(this);
-  all->addWidget(summary_);
-  all->addWidget(tabs, 1);
-  all->addWidget(buttons);
-  const QSize wanted(kLetters * fontMetrics().averageCharWidth(),
-                     kLines * fontMetrics().lineSpacing());
-  resize(wanted.boundedTo(RoomFor(*this)));
+  return programs;
 }
 
 void CompareWindow::fillList() {

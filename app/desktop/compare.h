@@ -34,6 +34,7 @@ class CompareWindow final : public QDialog {
   void fillList();
   void fillPrograms(const Ostrand& session, const std::string& present, const std::string& other);
   void layOut(const QString& name);
+  QWidget* programsPage(const QString& name);
   void nextChange(bool backward);
 
   std::vector<Difference> differences_;

@@ -307,10 +307,7 @@ std::string ValueInWords(std::string_view section, std::string_view key, std::st
 bool TakeStep(Screen& screen, const ScreenStep& step) {
   if (!step.pick.empty()) {
     auto* choice = dynamic_cast<Choice*>(screen.Find(step.pick));
-    const auto count = choice == nullptr ? 0 : static_cast<int>(choice->Items.size());
-    if (step.item >= count || !screen.MoveFocus(choice) || !choice->ClickAt(step.item)) {
-      return false;
-    }
+    if (choice == nullptr || !screen.MoveFocus(choice) || !choice->ClickAt(step.item)) return false;
   }
   if (step.press.empty()) return true;
   Control* button = screen.Find(step.press);

@@ -93,10 +93,10 @@ class Colors final : public QSyntaxHighlighter {
 class Margin final : public QWidget {
  public:
   explicit Margin(ProgramText* text) : QWidget(text), text_(text) {}
-  [[nodiscard]] QSize sizeHint() const override { return {text_->marginWidth(), 0}; }
+  [[nodiscard]] QSize sizeHint() const override { return {text_->MarginWidth(), 0}; }
 
  protected:
-  void paintEvent(QPaintEvent* event) override { text_->paintMargin(event); }
+  void paintEvent(QPaintEvent* event) override { text_->PaintMargin(event); }
 
  private:
   ProgramText* text_;
@@ -241,16 +241,16 @@ bool ProgramText::Find(const QString& text, bool backward) {
 
 // ---- The margin ---------------------------------------------------------------------------------
 
-int ProgramText::marginWidth() const {
+int ProgramText::MarginWidth() const {
   const int digits = static_cast<int>(QString::number(std::max(blockCount(), 100)).size());
   const int letter = fontMetrics().horizontalAdvance(u'9');
   return letter * (digits + 3);  // a mark, and blanks beside it
 }
 
 void ProgramText::layOutMargin() {
-  setViewportMargins(marginWidth(), 0, 0, 0);
+  setViewportMargins(MarginWidth(), 0, 0, 0);
   const QRect area = contentsRect();
-  margin_->setGeometry(area.left(), area.top(), marginWidth(), area.height());
+  margin_->setGeometry(area.left(), area.top(), MarginWidth(), area.height());
 }
 
 void ProgramText::resizeEvent(QResizeEvent* event) {
@@ -284,7 +284,7 @@ bool ProgramText::event(QEvent* event) {
   return QPlainTextEdit::event(event);
 }
 
-void ProgramText::paintMargin(QPaintEvent* event) {
+void ProgramText::PaintMargin(QPaintEvent* event) {
   QPainter painter(margin_);
   painter.setFont(font());
   painter.fillRect(event->rect(), palette().color(QPalette::AlternateBase));

@@ -54,8 +54,8 @@ class ProgramText final : public QPlainTextEdit {
   bool Find(const QString& text, bool backward = false);
 
   // Used by the margin.
-  [[nodiscard]] int marginWidth() const;
-  void paintMargin(QPaintEvent* event);
+  [[nodiscard]] int MarginWidth() const;
+  void PaintMargin(QPaintEvent* event);
 
  protected:
   void resizeEvent(QResizeEvent* event) override;
