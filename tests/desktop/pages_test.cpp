@@ -109,10 +109,13 @@ TEST_F(ProgramPage, MarksWhatChangedSinceTheLastSave) {
 TEST_F(ProgramPage, StaysWhereItIsWhileTheProgramChanges) {
   page_.Text()->GoTo(150);
   const int top = page_.Text()->verticalScrollBar()->value();
+  const QString seen = line(top + 1);
   store().VoltBlock[1].SettleTime = 350;
+  store().TempBlock[1].Alias[8].AliasName = "Sump";  // one line more
   page_.Show(session_.control, store());
-  EXPECT_EQ(page_.Text()->verticalScrollBar()->value(), top);
-  EXPECT_EQ(page_.Text()->Line(), 150);
+  EXPECT_EQ(page_.Text()->verticalScrollBar()->value(), top + 1);
+  EXPECT_EQ(line(top + 2), seen);
+  EXPECT_EQ(page_.Text()->Line(), 151);
 }
 
 TEST_F(ProgramPage, LeadsToASection) {
@@ -243,6 +246,9 @@ TEST_F(ChecksPage, ListsWhatPreventsSavingFirstAndLeadsToTheField) {
   store().Config.MonitorPower[2] = store().Config.EnablePowerOff = kTrue;
   store().Config.PowerOffMeasVar = "Lost";
   store().Config.PowerOffLine = "If Lost > 3 Then";
+  store().Config.MonitorPower[5] = kTrue;  // its flag controls a table
+  store().Config.StatusMonCount = 1;
+  store().Config.Status[1][4] = "1 T";
   page_.Show(session_.control, store());
   show(page_);
   using desktop::Severity;
@@ -256,6 +262,8 @@ TEST_F(ChecksPage, ListsWhatPreventsSavingFirstAndLeadsToTheField) {
   EXPECT_EQ(page_.topLevelItem(0)->text(0), "Prevents saving");
   EXPECT_EQ(page_.topLevelItem(0)->text(2), "Voltage block 2, sensor 3: alias");
   EXPECT_EQ(page_.Findings(), lines.size());
+  page_.resize(520, 600);  // so that texts are wrapped
+  QApplication::processEvents();
   for (int row = 0; row < page_.topLevelItemCount(); ++row) {
     const QString text = page_.topLevelItem(row)->text(1);
     const QRect needed = page_.fontMetrics().boundingRect(QRect(0, 0, page_.columnWidth(1), 9999),

@@ -137,7 +137,7 @@ ProgramText::ProgramText(QWidget* parent)
 void ProgramText::Program(std::string_view text) {
   const std::string before = std::exchange(text_, std::string(text));
   const std::vector<std::string_view> lines = LinesOf(text_);
-  const QPoint scrolled(horizontalScrollBar()->value(), verticalScrollBar()->value());
+  int top = verticalScrollBar()->value();  // the line that is seen at the top
   const auto joined = [&lines](int from, int count) {
     QString piece;
     for (int at = from; at < from + count; ++at) {
@@ -154,10 +154,10 @@ void ProgramText::Program(std::string_view text) {
     const QTextBlock end = document()->findBlockByNumber(change->before + change->beforeCount);
     cursor.setPosition(end.position(), QTextCursor::KeepAnchor);
     cursor.insertText(joined(change->after, change->afterCount));
+    if (change->before < top) top += change->afterCount - change->beforeCount;
   }
   cursor.endEditBlock();
-  horizontalScrollBar()->setValue(scrolled.x());
-  verticalScrollBar()->setValue(scrolled.y());
+  verticalScrollBar()->setValue(top);
 }
 
 void ProgramText::Numbers(std::vector<int> numbers) {
