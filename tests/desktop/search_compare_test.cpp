@@ -105,6 +105,17 @@ TEST_F(Compare, SaysWhatDiffersAndShowsItInTheProgram) {
   EXPECT_EQ(changed, 1);
 }
 
+TEST(ProgramChanges, LeaveOutDateAndTime) {
+  const auto program = [](const char* name, const char* date, const char* time) {
+    return "'   Program name: " + std::string(name) + "\r\n'   Date written: " + date +
+           "\r\n'   Time written: " + time + "\r\nBeginProg\r\n";
+  };
+  const std::string one = program("A", "03-10-2003", "14:05:00");
+  EXPECT_TRUE(desktop::ProgramChanges(one, program("A", "03-11-2003", "15:06:01")).empty());
+  EXPECT_EQ(desktop::ProgramChanges(one, program("B", "03-11-2003", "15:06:01")),
+            (std::vector<LineChange>{{0, 1, 0, 1}}));
+}
+
 TEST(SideBySide, HoldsBothProgramsWithEqualLinesBesideEachOther) {
   const std::string programs[] = {
       testing::ReadDisk(OSTRAND_SOURCE_DIR "/tests/golden/engine-test-cell.VKP"),

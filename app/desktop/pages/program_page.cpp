@@ -183,6 +183,12 @@ void ProgramView::layOut() {
   setFocusProxy(text_);
 }
 
+void ProgramView::Saved(const std::string& project) {
+  if (project == saved_) return;
+  saved_ = project;
+  savedProgram_.reset();
+}
+
 void ProgramView::Show(const Ostrand& session, const ProjectStore& store) {
   const ProgramPreview preview = ProgramOf(session, store);
   if (preview.text == text_->Program() && outline_ && savedProgram_) return;

@@ -30,7 +30,7 @@ class ProgramView final : public QWidget {
   std::function<void(ProgramBlock)> OnBlock = [](ProgramBlock) {};
 
   // The project file as it was saved last, in whose program changes are looked for.
-  void Saved(std::string project) { saved_ = std::move(project), savedProgram_.reset(); }
+  void Saved(const std::string& project);
   void Show(const Ostrand& session, const ProjectStore& store);
   // Shows the lines of a block, from the first one; none of a block that is not in the program.
   void ShowBlock(ProgramBlock block);
