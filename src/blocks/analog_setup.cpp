@@ -57,6 +57,9 @@ void AnalogSetup::bind() {
     Analog().RevMeas = ReverseMes.Checked();
     Changed();
   };
+  Reps.WhyChanged = [this] {
+    return maxMore() > 0 ? "" : "only " + NumberText(Data().Reps) + " " + capacity();
+  };
   IntegrationRange.OnPick = [this] { onIntegrationRange(); };
   Integration.OnTake = [this] {
     Analog().IntegTime(static_cast<i32>(Integration.Value()));

@@ -63,6 +63,8 @@ class AnalogSetup : public Screen {
   virtual void showOthers() = 0;
   // Free sensors besides those of the block; negative when there are too many.
   [[nodiscard]] virtual int maxMore() const = 0;
+  // What has the capacity for the sensors of the block: "differential channels are free".
+  [[nodiscard]] virtual std::string capacity() const = 0;
 
   bool onDone() override;
 

@@ -6,6 +6,7 @@
 #include "blocks/frm_brdg_setup.h"
 #include "conditions/field_keys.h"
 #include "platform/box.h"
+#include "text/number.h"
 #include "text/strings.h"
 
 namespace ostrand {
@@ -23,6 +24,9 @@ void frmBrdgSetup::bindCounts() {
     const i16 before = data().Reps;  // what was typed has taken effect
     fitReps(before + (up ? 1 : -1));
     if (data().Reps == before) Forms().Beep();
+  };
+  Reps.WhyChanged = [this] {
+    return "the channels or excitations are free for " + NumberText(data().Reps) + " only";
   };
   StartBrdgChan.OnTake = [this] { takeStart(); };
   StartBrdgChan.OnSpin = [this](bool up) {

@@ -80,6 +80,9 @@ void frmPulseSetup::bind() {
     setReps(std::max(before + (up ? 1 : -1), 0));
     if (data().Reps == before) Forms().Beep();
   };
+  Reps.WhyChanged = [this] {
+    return "only " + NumberText(data().Reps) + " pulse channels are free";
+  };
   for (const PulseInput& input : kInputs) {
     Meas.Add(input.meas, input.toolTip);
   }

@@ -17,6 +17,7 @@ class frmTempSetup final : public AnalogSetup {
  protected:
   void showOthers() override;
   [[nodiscard]] int maxMore() const override { return Panel.MaxMore(); }
+  [[nodiscard]] std::string capacity() const override { return Panel.Capacity(); }
 
  private:
   void onInputType();

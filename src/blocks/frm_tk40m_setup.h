@@ -18,6 +18,7 @@ class frmTK40MSetup final : public AnalogSetup {
  protected:
   void showOthers() override;
   [[nodiscard]] int maxMore() const override { return List().ChannelsAvailable(ORVUS_INPUT_DIFF); }
+  [[nodiscard]] std::string capacity() const override { return "multiplexer inputs are free"; }
 
  private:
   void onKind();

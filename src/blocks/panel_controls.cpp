@@ -54,4 +54,9 @@ int PanelControls::MaxMore() const {
                           differential(), screen_.Data().StartChannel, screen_.Data().Reps);
 }
 
+std::string PanelControls::Capacity() const {
+  return std::string(differential() ? "differential" : "single-ended") +
+         (autoChan() ? " channels are free" : " channels are on the panel from its start");
+}
+
 }  // namespace ostrand

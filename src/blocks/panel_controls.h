@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <string>
 #include <string_view>
 
 #include "controls/choice.h"
@@ -22,6 +23,8 @@ class PanelControls {
 
   void Show();
   [[nodiscard]] int MaxMore() const;
+  // "differential channels are free"
+  [[nodiscard]] std::string Capacity() const;
 
  private:
   [[nodiscard]] bool autoChan() const;

@@ -31,6 +31,7 @@ class NumericField : public TextField {
   [[nodiscard]] bool HasMax() const;
   // 2 to 9 for singles, 2 to 15 for doubles.
   void Digits(int digits) { digits_ = digits; }
+  [[nodiscard]] int Digits() const { return digits_; }  // 0 for whole numbers
   // An empty field is accepted unchanged.
   bool MayBeBlank = false;
   // Fractions are truncated when the text takes effect.

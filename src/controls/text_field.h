@@ -34,6 +34,8 @@ class TextField : public Control {
   std::function<void()> OnChange;  // after each key
   std::function<void()> OnTake;    // when it takes effect
   std::function<void(bool up)> OnSpin;
+  // Why a text that took effect was changed; empty for no reason but those of its class.
+  std::function<std::string()> WhyChanged;
 
   [[nodiscard]] std::string Text() const override { return text_; }
   // Sets it without events.

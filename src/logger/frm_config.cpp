@@ -61,6 +61,7 @@ frmConfig::frmConfig(const ScreenContext& context)
   AutoChan.SetItems({"Auto Channel Selection", "Manual Channel Selection"});
   SizeCard.Limits(0, SizeCard.Max());
   SizeCardUnits.SetItems({"M bytes", "G bytes"});
+  CanBusQty.WhyChanged = [] { return "it takes 0 to " + NumberText(kMaxCanModules); };
   CanBusQty.OnTake = [this] { takeCanBusQty(); };
   TK40MQty.OnTake = [this] { takeTK40MQty(); };
   AutoChan.OnPick = [this] {

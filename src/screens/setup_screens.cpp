@@ -112,6 +112,13 @@ void ConnectSetupScreens(Ostrand& control, ScreenHost& host) {
   control.ColorsScreen(optionDialog(control, host, kOptionScreens[1].name));
 }
 
+std::vector<std::string_view> MainScreenNames() {
+  std::vector<std::string_view> names;
+  for (const ScreenRow& row : kScreens) names.push_back(row.name);
+  for (const OptionScreen& row : kOptionScreens) names.push_back(row.name);
+  return names;
+}
+
 int ButtonOfScreen(std::string_view name) {
   for (const ScreenRow& row : kScreens) {
     if (SameText(row.name, name)) return row.button;

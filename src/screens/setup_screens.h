@@ -3,6 +3,7 @@
 
 #include <array>
 #include <string_view>
+#include <vector>
 
 #include "controls/screen.h"
 #include "session/ostrand.h"
@@ -14,6 +15,9 @@ void ConnectSetupScreens(Ostrand& control, ScreenHost& host);
 
 // The button that opens a screen, by the screen's name in any case; -1 when there is none.
 int ButtonOfScreen(std::string_view name);
+
+// The names of the screens that open from the main row, those of the options last.
+std::vector<std::string_view> MainScreenNames();
 
 // The two option screens and their names in ShowOptions.
 struct OptionScreen {

@@ -2,12 +2,16 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 #include "controls/choice.h"
 #include "platform/box.h"
 #include "screens/setup_screens.h"
 #include "script/screen_catalog.h"
+#include "script/screen_text.h"
 #include "text/codepage.h"
+#include "text/letters.h"
+#include "text/nearest.h"
 #include "text/number.h"
 #include "text/strings.h"
 
@@ -15,6 +19,7 @@ namespace ostrand {
 namespace {
 
 constexpr std::string_view kEllipsis = "...";
+constexpr std::size_t kMaxLine = 10000;  // bytes
 
 // "\n" in a script is a line break.
 std::string withBreaks(std::string_view text) {
@@ -35,10 +40,40 @@ bool isAsExpected(std::string_view text, std::string_view expected) {
   return text.starts_with(expected.substr(0, expected.size() - kEllipsis.size()));
 }
 
-// The available items, for an item that does not exist: ", but" and the items, if any.
-std::string butItems(const Choice& choice) {
+// The available items, for an item that does not exist: ", but" and the items, if any, and those
+// that were probably meant.
+std::string butItems(const Choice& choice, std::string_view wanted) {
   const std::string items = ItemsText(choice);
-  return items.empty() ? "" : ", but" + items;
+  std::vector<std::string_view> texts;
+  for (const Choice::Item& item : choice.Items) texts.push_back(Trim(item.Text));
+  return items.empty() ? "" : ", but" + items + DidYouMean(wanted, texts);
+}
+
+// The error for a control that a screen does not have.
+std::string noControl(const Screen& screen, std::string_view name) {
+  std::vector<std::string_view> names;
+  for (const Control* control : screen.Controls()) names.push_back(control->Name());
+  return screen.Name() + " has no control " + std::string(name) + DidYouMean(name, names);
+}
+
+// The first control character of a line, which is not a tab; -1 for none.
+int controlCharacter(std::string_view line) {
+  for (const char letter : line) {
+    const auto code = static_cast<unsigned char>(letter);
+    if ((code < 0x20 && letter != '\t') || code == 0x7F) return code;
+  }
+  return -1;
+}
+
+// The first character of a text in UTF-8 that `converted`, its Windows-1252, does not have, in
+// quotes; empty for none.
+std::string lostCharacter(std::string_view utf8, std::string_view converted) {
+  for (const char byte : converted) {
+    const std::size_t length = std::max<std::size_t>(Utf8Length(utf8), 1);
+    if (byte == '?' && utf8.front() != '?') return Quoted(utf8.substr(0, length));
+    utf8.remove_prefix(length);
+  }
+  return {};
 }
 
 // A control's name and caption; the caption has "&" before the access key.
@@ -95,7 +130,7 @@ ScreenScript::ScreenScript(Ostrand& control, ScriptForms& forms, std::string_vie
 
 Result<> ScreenScript::Run() {
   play(nullptr);
-  failForBox();
+  if (!failForBox()) failForObjection();
   if (failure_.empty()) {
     for (const std::string& title : forms_.Unused()) fail("no box " + Quoted(title) + " came");
   }
@@ -122,11 +157,19 @@ bool ScreenScript::failForBox() {
   return true;
 }
 
+bool ScreenScript::failForObjection() {
+  const Objection* first = objections_.First();
+  if (first == nullptr || !failure_.empty()) return false;
+  line_ = first->line;
+  failure_ = first->text;
+  return true;
+}
+
 void ScreenScript::ShowModal(Screen& screen) {
   play(&screen);
   // A script that fails or ends leaves no screen open.
   if (screen.Result() == ModalResult::kNone) {
-    failForBox();
+    if (!failForBox()) failForObjection();
     fail(screen.Name() + " is still open at the end of the script");
     screen.End(ModalResult::kCancel);
   }
@@ -177,7 +220,7 @@ std::optional<ScreenScript::Words> ScreenScript::wordsOf(std::string_view line) 
 }
 
 void ScreenScript::playLine(Screen* screen, std::string_view line) {
-  static constexpr std::array<Verb, 14> kVerbs = {{
+  static constexpr std::array<Verb, 15> kVerbs = {{
       {"open", 1, 2, false, &ScreenScript::open},
       {"answer", 2, 2, false, &ScreenScript::answer},
       {"choose", 1, 1, false, &ScreenScript::choose},
@@ -192,43 +235,128 @@ void ScreenScript::playLine(Screen* screen, std::string_view line) {
       {"done", 0, 0, true, &ScreenScript::end},
       {"cancel", 0, 0, true, &ScreenScript::end},
       {"expect", 1, 5, false, &ScreenScript::expect},
+      {"show", 0, 1, false, &ScreenScript::show},
   }};
-  std::optional<Words> words = wordsOf(line);
-  if (!words) return fail("a quote is not closed");
-  if (words->empty()) return;
-  const std::string& name = words->front().text;
+  Words words;
+  if (!readWords(line, words) || words.empty()) return;
+  const std::string& name = words.front().text;
   const auto verb = std::find_if(kVerbs.begin(), kVerbs.end(),
                                  [&](const Verb& row) { return SameText(row.name, name); });
-  if (verb == kVerbs.end()) return fail("there is no action " + name);
-  const std::size_t count = words->size() - 1;
+  if (verb == kVerbs.end()) {
+    std::array<std::string_view, kVerbs.size()> names;
+    std::transform(kVerbs.begin(), kVerbs.end(), names.begin(),
+                   [](const Verb& row) { return row.name; });
+    return fail("there is no action " + name + DidYouMean(name, names));
+  }
+  const std::size_t count = words.size() - 1;
   if (count < verb->min || count > verb->max) {
     return fail(name + " takes " + (count < verb->min ? "more" : "fewer") + " words");
   }
   if (verb->onScreen && screen == nullptr) return fail("no screen is open");
   // Names of files stay unchanged.
-  if (verb->play != &ScreenScript::choose) {
-    for (Word& word : *words) word.text = Windows1252FromUtf8(word.text);
-  }
-  if (verb->play != &ScreenScript::expect && verb->play != &ScreenScript::answer) {
-    if (failForBox()) return;
+  if (verb->play != &ScreenScript::choose && !convert(words)) return;
+  const bool isAction = verb->play != &ScreenScript::expect &&
+                        verb->play != &ScreenScript::answer && verb->play != &ScreenScript::show;
+  if (isAction) {
+    if (failForBox() || failForObjection()) return;
     forms_.StartAction();
     actionLine_ = line_;
   }
-  (this->*verb->play)(screen, *words);
+  (this->*verb->play)(screen, words);
+  // An answer given in advance expects what it leads to.
+  if (isAction && forms_.Answered()) objections_.Clear();
   // Checking it afterwards does not answer a question.
   if (forms_.AskedInVain()) failForBox();
 }
+
+// False for a line that is no text, which is a failure.
+bool ScreenScript::readWords(std::string_view line, Words& words) {
+  if (line.size() > kMaxLine) {
+    fail("the line has more than " + NumberText(static_cast<int>(kMaxLine)) + " bytes");
+    return false;
+  }
+  if (const int code = controlCharacter(line); code >= 0) {
+    fail("character " + NumberText(code) +
+         (code == 0 ? " is no text; a script is in UTF-8" : " is a control character"));
+    return false;
+  }
+  std::optional<Words> read = wordsOf(line);
+  if (!read) {
+    fail("a quote is not closed");
+    return false;
+  }
+  words = std::move(*read);
+  return true;
+}
+
+// To the code page of a project. False when it lacks a character, which is a failure.
+bool ScreenScript::convert(Words& words) {
+  for (Word& word : words) {
+    std::string text = Windows1252FromUtf8(word.text);
+    const std::string lost = strict_ ? lostCharacter(word.text, text) : std::string();
+    if (!lost.empty()) {
+      fail("a project can't hold " + lost + ", which is not in Windows-1252");
+      return false;
+    }
+    word.text = std::move(text);
+  }
+  return true;
+}
+
+// ---- What screens do instead --------------------------------------------------------------------
+
+// The help line of the present action; empty if it gave none.
+std::string ScreenScript::help() const {
+  return forms_.HelpGiven() ? forms_.HelpLine() : std::string();
+}
+
+void ScreenScript::object(int line, const Control* control, std::string text, int beepsBefore) {
+  if (!strict_) return;
+  objections_.Add({line, control == nullptr ? std::string() : control->Name(),
+                   forms_.Beeps() > beepsBefore, std::move(text)});
+}
+
+// What became of a text that was typed, after it took effect.
+void ScreenScript::lookAtTyped(int beepsBefore) {
+  const Typed typed = std::exchange(typed_, {});
+  if (typed.field == nullptr) return;
+  if (!IsAccepted(*typed.field, typed.text, typed.field->Text())) {
+    object(typed.line, typed.field, ValueChanged(*typed.field, typed.text, help()), beepsBefore);
+  } else if (forms_.Beeps() > beepsBefore) {
+    object(typed.line, typed.field,
+           typed.field->Name() + " beeps at " + Quoted(typed.text) + Because(help()), beepsBefore);
+  }
+}
+
+bool ScreenScript::moveFocus(Screen& screen, Control* to) {
+  const int beeps = forms_.Beeps();
+  const bool leaves = screen.Focused() != to;
+  if (!hands_->MoveFocus(screen, to)) return false;
+  if (leaves) lookAtTyped(beeps);
+  return true;
+}
+
+// A typed text takes effect in its field, which keeps the focus.
+void ScreenScript::enterTyped() {
+  if (typed_.field == nullptr) return;
+  TextField& field = *typed_.field;
+  const int beeps = forms_.Beeps();
+  hands_->Enter(field);
+  lookAtTyped(beeps);
+}
+
+// ---- Actions ------------------------------------------------------------------------------------
 
 // The control with that name, enabled and focused; otherwise null and a failure.
 Control* ScreenScript::usable(Screen* screen, const Word& name) {
   Control* found = screen->Find(name.text);
   if (found == nullptr) {
-    fail(screen->Name() + " has no control " + name.text);
+    fail(noControl(*screen, name.text));
   } else if (!found->Visible) {
-    fail(found->Name() + " is hidden");
+    fail(found->Name() + " is hidden" + Because(found->WhyDisabled));
   } else if (!found->Enabled) {
-    fail(found->Name() + " is disabled");
-  } else if (!hands_->MoveFocus(*screen, found)) {
+    fail(found->Name() + " is disabled" + Because(found->WhyDisabled));
+  } else if (!moveFocus(*screen, found)) {
     fail(keptFocus(*screen));
   } else if (!found->Usable()) {
     // Text accepted on the way has changed the screen.
@@ -252,14 +380,20 @@ void ScreenScript::open(Screen* screen, const Words& words) {
   if (screen == nullptr) {
     if (openOptions(name)) return;
     const int button = ButtonOfScreen(name);
-    if (button < 0) return fail("no main button opens " + name);
+    if (button < 0) {
+      return fail("no main button opens " + name + DidYouMean(name, MainScreenNames()));
+    }
     if (!control_.MainButtons().Enabled(button)) {
-      return fail("the main button of " + name + " is disabled");
+      return fail("the main button of " + name + " is disabled" +
+                  Because(MissingForButton(button, control_.Store().Config)));
     }
     return control_.Click(button);
   }
-  if (!hands_->MoveFocus(*screen, nullptr)) return fail(keptFocus(*screen));
-  std::string whyNot = screen->Name() + " does not open " + name;
+  if (!moveFocus(*screen, nullptr)) return fail(keptFocus(*screen));
+  std::vector<std::string_view> names;
+  for (const Opener* opener : screen->Openers()) names.push_back(opener->Opens());
+  names.erase(std::unique(names.begin(), names.end()), names.end());
+  std::string whyNot = screen->Name() + " does not open " + name + DidYouMean(name, names);
   for (Opener* opener : screen->Openers()) {
     if (!SameText(opener->Opens(), name)) continue;
     whyNot = name + " can't be opened now";
@@ -291,42 +425,77 @@ void ScreenScript::choose(Screen*, const Words& words) { forms_.PrepareFile(word
 void ScreenScript::type(Screen* screen, const Words& words) {
   if (screen == nullptr) return typeOnMainScreen(words);
   Control* found = usable(screen, words[1]);
-  if (found != nullptr && !hands_->Type(*found, words[2].text)) {
-    fail(found->Name() + " cannot be typed into");
-  }
+  if (found == nullptr) return;
+  const std::string& text = words[2].text;
+  const int beeps = forms_.Beeps();
+  if (!hands_->Type(*found, text)) return fail(found->Name() + " cannot be typed into");
+  auto& field = dynamic_cast<TextField&>(*found);
+  typed_ = {&field, field.Text(), line_};
+  if (IsAccepted(field, text, field.Text())) return;
+  const bool beeped = forms_.Beeps() > beeps;
+  object(line_, found, beeped ? KeyRefused(field, text, help()) : ValueChanged(field, text, help()),
+         beeps);
 }
 
 void ScreenScript::typeOnMainScreen(const Words& words) {
   const MainBox* box = mainBox(words[1].text);
   if (box == nullptr) return fail("no screen is open");
   control_.SetFocus(box->focus);
-  if (words[2].text.size() > Ostrand::kMaxBoxLetters) forms_.Beep();
-  (control_.*box->type)(words[2].text);
+  const std::string& text = words[2].text;
+  if (text.size() > Ostrand::kMaxBoxLetters) forms_.Beep();
+  (control_.*box->type)(text);
+  if ((control_.*box->text)() == text) return;
+  object(line_, nullptr,
+         std::string(box->name) + ": " + Quoted(text) + " became " +
+             Quoted((control_.*box->text)()) + ": it takes " +
+             NumberText(static_cast<int>(Ostrand::kMaxBoxLetters)) + " characters, no \"[\"",
+         0);
 }
 
 void ScreenScript::key(Screen* screen, const Words& words) {
   auto* field = dynamic_cast<TextField*>(screen->Focused());
   if (field == nullptr) return fail("no field has the focus");
-  if (SameText(words[0].text, "enter")) {
-    hands_->Enter(*field);
-  } else if (SameText(words[0].text, "escape")) {
-    hands_->Escape(*field);
-  } else {
-    static_cast<void>(hands_->MoveFocus(*screen, nullptr));
+  if (SameText(words[0].text, "escape")) {
+    typed_ = {};
+    return hands_->Escape(*field);
   }
+  const std::string text = field->Text();
+  const int beeps = forms_.Beeps();
+  if (SameText(words[0].text, "leave")) {
+    if (moveFocus(*screen, nullptr)) return;
+  } else {
+    hands_->Enter(*field);
+    if (field->Text() != text || forms_.Beeps() == beeps) return lookAtTyped(beeps);
+  }
+  object(line_, nullptr, keptFocus(*screen), beeps);
 }
 
 void ScreenScript::pick(Screen* screen, const Words& words) {
-  Control* found = usable(screen, words[1]);
-  if (found == nullptr || hands_->Pick(*found, words[2].text)) return;
-  const std::string wanted = Quoted(words[2].text);
-  const auto* choice = dynamic_cast<const Choice*>(found);
+  if (Control* found = usable(screen, words[1])) pickItem(*found, words[2].text);
+}
+
+void ScreenScript::pickItem(Control& control, const std::string& item) {
+  const auto* choice = dynamic_cast<const Choice*>(&control);
+  const auto isPicked = [&] { return SameText(Trim(control.Text()), Trim(item)); };
+  // Some items count each click: a script that is played twice would then give another project.
+  if (strict_ && choice != nullptr && control.Kind() != ControlKind::kTable && isPicked()) return;
+  const int beeps = forms_.Beeps();
+  if (hands_->Pick(control, item)) {
+    typed_ = {};
+    // The rows of a table also have short names.
+    if (isPicked() || control.Kind() == ControlKind::kTable) return;
+    return object(line_, &control,
+                  control.Name() + ": " + Quoted(item) + " became " + Quoted(control.Text()) +
+                      Because(help()),
+                  beeps);
+  }
+  const std::string wanted = Quoted(item);
   if (choice == nullptr) {
-    fail(found->Name() + " is not a list");
-  } else if (choice->Find(words[2].text) != nullptr) {
-    fail(wanted + " of " + found->Name() + " is disabled or hidden");
+    fail(control.Name() + " is not a list");
+  } else if (const Choice::Item* found = choice->Find(item)) {
+    fail(wanted + " of " + control.Name() + " is disabled or hidden" + Because(found->ToolTip));
   } else {
-    fail(found->Name() + " has no " + wanted + " to pick" + butItems(*choice));
+    fail(control.Name() + " has no " + wanted + " to pick" + butItems(*choice, item));
   }
 }
 
@@ -334,7 +503,11 @@ void ScreenScript::check(Screen* screen, const Words& words) {
   const bool on = SameText(words[2].text, "on");
   if (!on && !SameText(words[2].text, "off")) return fail("check takes on or off");
   Control* found = usable(screen, words[1]);
-  if (found != nullptr && !hands_->Check(*found, on)) fail(found->Name() + " is not a check box");
+  if (found == nullptr) return;
+  const int beeps = forms_.Beeps();
+  if (!hands_->Check(*found, on)) return fail(found->Name() + " is not a check box");
+  if (SameText(found->Text(), words[2].text)) return;
+  object(line_, found, found->Name() + " stays " + found->Text() + Because(help()), beeps);
 }
 
 void ScreenScript::spin(Screen* screen, const Words& words) {
@@ -344,13 +517,25 @@ void ScreenScript::spin(Screen* screen, const Words& words) {
   if (!times || *times < 1) return fail("the number of spins is not valid");
   for (int time = 0; time < *times && failure_.empty(); ++time) {
     Control* found = usable(screen, words[1]);
-    if (found != nullptr && !hands_->Spin(*found, up)) fail(found->Name() + " has no spin buttons");
+    if (found == nullptr) return;
+    if (typed_.field == found) enterTyped();
+    const std::string before = found->Text();
+    const int beeps = forms_.Beeps();
+    if (!hands_->Spin(*found, up)) return fail(found->Name() + " has no spin buttons");
+    if (found->Text() != before) continue;
+    std::string text = found->Name() + ": spin " + words[2].text + " changes nothing";
+    if (time > 0) text += " after " + NumberText(time) + " of " + NumberText(*times);
+    return object(line_, found, text + Because(WhySpinStops(*found, up, help())), beeps);
   }
 }
 
 void ScreenScript::press(Screen* screen, const Words& words) {
   Control* found = usable(screen, words[1]);
-  if (found != nullptr && !hands_->Press(*found)) fail(found->Name() + " is not a button");
+  if (found == nullptr) return;
+  const int beeps = forms_.Beeps();
+  if (!hands_->Press(*found)) return fail(found->Name() + " is not a button");
+  if (forms_.Beeps() == beeps) return;
+  object(line_, nullptr, found->Name() + " beeps" + Because(help()), beeps);
 }
 
 // The script must acknowledge a screen that stays open: by the box, beep or help line that it
@@ -358,9 +543,12 @@ void ScreenScript::press(Screen* screen, const Words& words) {
 void ScreenScript::end(Screen* screen, const Words& words) {
   const std::string help = forms_.HelpLine();
   const bool done = SameText(words[0].text, "done");
+  const int beeps = forms_.Beeps();
   if (done) {
-    hands_->Done(*screen);
+    const bool holds = typed_.field != nullptr && !moveFocus(*screen, nullptr);
+    if (!holds) hands_->Done(*screen);
   } else {
+    typed_ = {};
     hands_->Cancel(*screen);
   }
   if (screen->Result() != ModalResult::kNone) {
@@ -379,6 +567,23 @@ void ScreenScript::end(Screen* screen, const Words& words) {
   } else if (forms_.HelpLine() != help) {
     refusal_ += ": " + forms_.HelpLine();
   }
+  object(line_, nullptr, refusal_, beeps);
+}
+
+void ScreenScript::show(Screen* screen, const Words& words) {
+  std::string text;
+  if (words.size() == 1) {
+    text = screen == nullptr ? MainScreenText(control_) : ScreenText(*screen);
+  } else if (screen == nullptr) {
+    const MainBox* box = mainBox(words[1].text);
+    if (box == nullptr) return fail("no screen is open");
+    text = std::string(box->name) + ": " + Quoted((control_.*box->text)()) + "\r\n";
+  } else {
+    const Control* found = screen->Find(words[1].text);
+    if (found == nullptr) return fail(noControl(*screen, words[1].text));
+    text = ControlLine(*found);
+  }
+  if (OnShow) OnShow(text);
 }
 
 void ScreenScript::expect(Screen* screen, const Words& words) {
@@ -386,6 +591,7 @@ void ScreenScript::expect(Screen* screen, const Words& words) {
   if (isWord(what, "beep")) {
     if (!forms_.Beeped()) return fail("no beep came");
     refusal_.clear();
+    objections_.ExpectBeep();
   } else if (isWord(what, "box")) {
     expectBox(words);
   } else if (words.size() < 3) {
@@ -395,6 +601,7 @@ void ScreenScript::expect(Screen* screen, const Words& words) {
       return fail("the help line shows " + Quoted(forms_.HelpLine()));
     }
     refusal_.clear();
+    objections_.Clear();
   } else {
     expectControl(screen, words);
   }
@@ -405,6 +612,7 @@ void ScreenScript::expectBox(const Words& words) {
   const std::optional<ScriptForms::Box> box = forms_.Claim(words[2].text);
   if (!box) return fail("no box " + Quoted(words[2].text) + " came");
   refusal_.clear();
+  objections_.Clear();
   if (words.size() > 3 && !isAsExpected(box->text, withBreaks(words[3].text))) {
     fail("the box says " + Quoted(box->text));
   }
@@ -414,16 +622,18 @@ void ScreenScript::expectControl(Screen* screen, const Words& words) {
   if (screen == nullptr) {
     const MainBox* box = mainBox(words[1].text);
     if (box == nullptr) return fail("no screen is open");
+    objections_.Clear();
     return shows(std::string(box->name), (control_.*box->text)(), words[2].text);
   }
   const Control* found = screen->Find(words[1].text);
-  if (found == nullptr) return fail(screen->Name() + " has no control " + words[1].text);
+  if (found == nullptr) return fail(noControl(*screen, words[1].text));
   const Looks looks = {found->Name(), found->Enabled, found->Visible, found->Caption,
                        found->ToolTip};
   const std::span<const Word> rest = std::span(words).subspan(2);
   if (isWord(rest[0], "item") && rest.size() > 1) return expectItem(*found, rest.subspan(1));
   if (expectLooks(looks, rest)) return;
   if (rest.size() > 1) return fail("expect takes fewer words");
+  objections_.ExpectValue(looks.name);
   shows(looks.name, found->Text(), rest[0].text);
 }
 
@@ -433,7 +643,8 @@ void ScreenScript::expectItem(const Control& control, std::span<const Word> word
   if (choice == nullptr) return fail(control.Name() + " has no items");
   const Choice::Item* item = choice->Find(words[0].text);
   if (item == nullptr) {
-    return fail(control.Name() + " has no item " + Quoted(words[0].text) + butItems(*choice));
+    return fail(control.Name() + " has no item " + Quoted(words[0].text) +
+                butItems(*choice, words[0].text));
   }
   const Looks looks = {Quoted(item->Text) + " of " + control.Name(), item->Enabled, item->Visible,
                        item->Text, item->ToolTip};
@@ -500,7 +711,11 @@ std::string_view ScriptHelp() {
          "  expect CONTROL caption|tip TEXT\n"
          "  expect CONTROL item ITEM [enabled|disabled|shown|hidden | tip TEXT]\n"
          "  expect box TITLE [TEXT]    raised by the last action; \\n is a line break\n"
-         "  expect beep | expect help TEXT\n";
+         "  expect beep | expect help TEXT\n"
+         "  show [CONTROL]             prints what it shows, or the whole screen\n"
+         "\n"
+         "A refused key, a changed value, a spin without effect or a screen that stays open ends\n"
+         "the script, unless the next lines expect it.\n";
 }
 
 }  // namespace ostrand

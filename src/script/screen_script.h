@@ -1,6 +1,7 @@
 // Scripts that use the screens like a person, line by line.
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <span>
 #include <string>
@@ -8,6 +9,7 @@
 #include <vector>
 
 #include "controls/screen.h"
+#include "script/objections.h"
 #include "script/script_forms.h"
 #include "session/ostrand.h"
 #include "text/result.h"
@@ -39,6 +41,11 @@ class ScreenScript : public ScreenHost {
   ScreenScript(Ostrand& control, ScriptForms& forms, std::string_view text);
   // Acts through `hands`, which must outlive the script.
   void By(ScreenHands& hands) { hands_ = &hands; }
+  // Goes on after refused keys, changed values, spins without effect and screens that stay open.
+  // Otherwise each of them ends the script, unless the lines after it expect just that.
+  void Lenient() { strict_ = false; }
+  // Receives what the script shows, in lines of CR LF.
+  std::function<void(const std::string& text)> OnShow;
 
   // Plays the whole script; an error begins with the number of the line that failed or did not have
   // the expected result.
@@ -63,8 +70,16 @@ class ScreenScript : public ScreenHost {
   void playLine(Screen* screen, std::string_view line);
   void fail(const std::string& why);
   bool failForBox();
+  bool failForObjection();
+  bool readWords(std::string_view line, Words& words);
+  bool convert(Words& words);
   Control* usable(Screen* screen, const Word& name);
   static std::string keptFocus(const Screen& screen);
+  bool moveFocus(Screen& screen, Control* to);
+  void enterTyped();
+  void lookAtTyped(int beepsBefore);
+  void object(int line, const Control* control, std::string text, int beepsBefore);
+  [[nodiscard]] std::string help() const;
 
   void open(Screen* screen, const Words& words);
   bool openOptions(std::string_view name);
@@ -74,10 +89,12 @@ class ScreenScript : public ScreenHost {
   void typeOnMainScreen(const Words& words);
   void key(Screen* screen, const Words& words);
   void pick(Screen* screen, const Words& words);
+  void pickItem(Control& control, const std::string& item);
   void check(Screen* screen, const Words& words);
   void spin(Screen* screen, const Words& words);
   void press(Screen* screen, const Words& words);
   void end(Screen* screen, const Words& words);
+  void show(Screen* screen, const Words& words);
   void expect(Screen* screen, const Words& words);
   void expectBox(const Words& words);
   void expectControl(Screen* screen, const Words& words);
@@ -94,6 +111,15 @@ class ScreenScript : public ScreenHost {
   std::string_view rest_;
   int line_ = 0;
   int actionLine_ = 0;  // the last line that did something
+  bool strict_ = true;
+  Objections objections_;
+  // A text that has not taken effect yet.
+  struct Typed {
+    TextField* field = nullptr;
+    std::string text;
+    int line = 0;
+  };
+  Typed typed_;
   // A refused way out that the script has not acknowledged yet.
   std::string refusal_;
   int refusalLine_ = 0;

@@ -14,7 +14,8 @@ void ScriptForms::Prepare(std::string title, Answer answer) {
 }
 
 void ScriptForms::StartAction() {
-  beeped_ = false;
+  beeps_ = 0;
+  helpGiven_ = false;
   seen_.clear();
 }
 

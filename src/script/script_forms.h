@@ -33,7 +33,11 @@ class ScriptForms : public platform::Forms {
   void StartAction();
   // Takes a box with that title that has been shown, if any.
   std::optional<Box> Claim(std::string_view title);
-  [[nodiscard]] bool Beeped() const { return beeped_; }
+  [[nodiscard]] bool Beeped() const { return beeps_ > 0; }
+  // Beeps of the present action.
+  [[nodiscard]] int Beeps() const { return beeps_; }
+  // Whether the present action has set the help line.
+  [[nodiscard]] bool HelpGiven() const { return helpGiven_; }
   // Whether the present action asked a question that had an answer.
   [[nodiscard]] bool Answered() const { return !seen_.empty(); }
   [[nodiscard]] const std::string& HelpLine() const { return helpLine_; }
@@ -48,10 +52,13 @@ class ScriptForms : public platform::Forms {
   platform::Answer ShowBox(const platform::MessageBox& box) override;
   std::optional<std::string> AskOpen(const platform::FileDialog& dialog) override;
   std::optional<std::string> AskSave(const platform::FileDialog& dialog) override;
-  void SetHelpLine(const std::string& text) override { helpLine_ = text; }
+  void SetHelpLine(const std::string& text) override {
+    helpLine_ = text;
+    helpGiven_ = !text.empty();
+  }
   void ShowWaiting(const std::string& text) override { inner_.ShowWaiting(text); }
   void SetPointer(platform::Pointer shape) override { inner_.SetPointer(shape); }
-  void Beep() override { beeped_ = true; }
+  void Beep() override { ++beeps_; }
   void DoEvents() override { inner_.DoEvents(); }
 
  private:
@@ -68,7 +75,8 @@ class ScriptForms : public platform::Forms {
   std::vector<Box> seen_;      // answered boxes of the present action
   std::string unanswered_;     // a question without an answer
   std::string helpLine_;
-  bool beeped_ = false;
+  bool helpGiven_ = false;
+  int beeps_ = 0;
 };
 
 }  // namespace ostrand

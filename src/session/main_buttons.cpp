@@ -42,6 +42,12 @@ bool isFitted(int button, const Configuration& config) {
 
 }  // namespace
 
+std::string_view MissingForButton(int button, const Configuration& config) {
+  if (isFitted(button, config)) return {};
+  return button == kCanButton ? "The logger has no CAN module (CanBusQty of frmConfig)."
+                              : "The logger has no multiplexer (TK40MQty of frmConfig).";
+}
+
 std::string_view MainButtonHelp(int button) {
   return kButtons[static_cast<std::size_t>(button)].help;
 }

@@ -31,6 +31,9 @@ enum MainButton : int {
 };
 inline constexpr int kLastButton = kSaveButton;
 
+// What a project lacks for a button, as a sentence; empty when it has all.
+std::string_view MissingForButton(int button, const Configuration& config);
+
 // The help line of a button under the pointer.
 std::string_view MainButtonHelp(int button);
 // The caption of the button that saves and sends; "&" precedes its access key.

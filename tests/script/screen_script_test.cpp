@@ -119,15 +119,32 @@ const Stop kStops[] = {
     {"NoScreenToLookAt", "expect Reps 4\n", "line 1: no screen is open"},
     {"NoButton", "open frmVoltSetup\n", "line 1: no main button opens frmVoltSetup"},
     {"DisabledButton", "open frmTK40MBlock\n",
-     "line 1: the main button of frmTK40MBlock is disabled"},
+     "line 1: the main button of frmTK40MBlock is disabled: The logger has no multiplexer "
+     "(TK40MQty "
+     "of frmConfig)."},
+    {"ActionNearly", "opne frmVoltBlock\n", "line 1: there is no action opne; did you mean open?"},
+    {"ScreenNearly", "open frmVoltBlok\n",
+     "line 1: no main button opens frmVoltBlok; did you mean frmVoltBlock?"},
+    {"NulBytes", std::string_view("open frmVoltBlock\ndo\0ne\n", 24),
+     "line 2: character 0 is no text; a script is in UTF-8"},
+    {"ControlCharacter", "type txtOper \"a\x1B[2J\"\n",
+     "line 1: character 27 is a control character"},
+    {"OtherCodePage", "# \u6E2C\ntype txtOper \u6E2C\n",
+     "line 2: a project can't hold \"\u6E2C\", which is not in Windows-1252"},
+    {"NotUtf8", "type txtOper caf\xE9\n",
+     "line 1: a project can't hold \"\xE9\", which is not in Windows-1252"},
+    {"LongBox", "type txtOper \"123456789 123456789 123456789 1\"\n",
+     "line 1: txtOper: \"123456789 123456789 123456789 1\" became \"123456789 123456789 123456789 "
+     "\": "
+     "it takes 30 characters, no \"[\""},
     {"NotFromHere", "open frmVoltBlock\nopen frmBrdgSetup 1\n",
-     "line 2: frmVoltBlock does not open frmBrdgSetup"},
+     "line 2: frmVoltBlock does not open frmBrdgSetup; did you mean frmVoltSetup?"},
     {"NoBlock", "open frmVoltBlock\nopen frmVoltSetup 1\n",
      "line 2: frmVoltSetup can't be opened now: There is no block 1."},
     {"NoControl", "open frmVoltBlock\nspin Count up\n",
-     "line 2: frmVoltBlock has no control Count"},
+     "line 2: frmVoltBlock has no control Count; did you mean BlockCount?"},
     {"NoControlToLookAt", "open frmVoltBlock\nexpect Count 0\n",
-     "line 2: frmVoltBlock has no control Count"},
+     "line 2: frmVoltBlock has no control Count; did you mean BlockCount?"},
     {"Hidden", "open frmVoltBlock\npress Reps1\n", "line 2: Reps1 is hidden"},
     {"StillOpen", "open frmVoltBlock\n",
      "line 1: frmVoltBlock is still open at the end of the script"},
@@ -140,8 +157,9 @@ const Stop kStops[] = {
     {"Shown", "open frmVoltBlock\n  expect Reps1 shown\ndone\n", "line 2: Reps1 is hidden"},
     {"Half", "open frmVoltBlock\n  expect BlockCount\ndone\n",
      "line 2: cannot expect that of BlockCount"},
-    {"Beep", "open frmVoltBlock\nspin BlockCount down\nspin BlockCount up\nexpect beep\n",
-     "line 4: no beep came"},
+    {"Beep",
+     "open frmVoltBlock\nspin BlockCount down\nexpect beep\nspin BlockCount up\nexpect beep\n",
+     "line 5: no beep came"},
     {"Direction", "open frmVoltBlock\nspin BlockCount left\n", "line 2: spin takes up or down"},
     {"Times", "open frmVoltBlock\nspin BlockCount up often\n",
      "line 2: the number of spins is not valid"},
@@ -163,11 +181,13 @@ TEST_P(StoppedSetup, NamesItsLine) {
 }
 
 const Stop kSetupStops[] = {
-    {"Disabled", "type StartVoltChan 2\n", "line 4: StartVoltChan is disabled"},
+    {"Disabled", "type StartVoltChan 2\n",
+     "line 4: StartVoltChan is disabled: Channels are selected automatically (Configuration)."},
     {"NoItem", "pick ZeroFlag 9\n",
      "line 4: ZeroFlag has no \"9\" to pick, but \"None\" \"1\" to \"8\""},
     {"NoItemToLookAt", "expect DataResolution item FP3\n",
-     "line 4: DataResolution has no item \"FP3\", but \"FP2\" \"IEEE4\""},
+     "line 4: DataResolution has no item \"FP3\", but \"FP2\" \"IEEE4\"; did you mean "
+     "FP2?"},
     {"NoItems", "expect Reps item 4\n", "line 4: Reps has no items"},
     {"ItemState", "expect ZeroFlag item 2 disabled\n", "line 4: \"2\" of ZeroFlag is enabled"},
     {"ItemTip", "expect ZeroFlag item 2 tip Two\n",
@@ -198,8 +218,6 @@ const Stop kSetupStops[] = {
     {"RefusalForeseen",
      "type DefaultMult -\ndone\nexpect beep\ntype DefaultMult 2\ndone\nexpect BlockCount 2\n",
      "line 9: BlockCount shows \"1\""},
-    {"RefusalGoneOnFrom", "type DefaultMult -\ndone\ntype DefaultMult 2\nexpect DefaultMult 3\n",
-     "line 7: DefaultMult shows \"2\""},
     {"Caption", "expect Solve caption Solve\n", "line 4: Solve's caption shows \"Sol&ve\""},
     {"Tip", "expect Solve tip Solve\n", "line 4: Solve's tool tip shows \"\""},
     // An unanswered question stops the script at the line that asked it.
@@ -217,6 +235,92 @@ const Stop kSetupStops[] = {
 
 INSTANTIATE_TEST_SUITE_P(All, StoppedSetup, ::testing::ValuesIn(kSetupStops),
                          [](const auto& stop) { return std::string(stop.param.name); });
+
+// ---- What a screen does instead -----------------------------------------------------------------
+
+struct Instead {
+  std::string_view name;
+  std::string_view lines;
+  std::string_view expected;  // the line that accepts it
+  std::string_view error;
+};
+
+class ScreenDoesInstead : public ::testing::TestWithParam<Instead> {};
+
+TEST_P(ScreenDoesInstead, EndsTheScriptUnlessItExpectsJustThat) {
+  const std::string begin = std::string(kSetup) + std::string(GetParam().lines) + "\n";
+  const std::string end = "cancel\nanswer \"MEASUREMENT BLOCKS\" no\ncancel\n";
+  EXPECT_EQ(ScriptSession().Play(begin + end), GetParam().error);
+  EXPECT_EQ(ScriptSession().Play(begin + "expect Public off\n" + end), GetParam().error);
+  EXPECT_EQ(ScriptSession().Play(begin + std::string(GetParam().expected) + "\n" + end), "");
+  ScriptSession lenient;
+  lenient.lenient = true;
+  EXPECT_EQ(lenient.Play(begin + end), "");
+}
+
+const Instead kInstead[] = {
+    {"KeyBeeps", "type Units m/s", "expect beep", "line 4: Units does not accept \"/\""},
+    {"KeyIsDropped", "type Units m/s", "expect Units ms", "line 4: Units does not accept \"/\""},
+    {"BlankIsDropped", "type Units \"m s\"", "expect Units ms",
+     "line 4: Units: \"m s\" became \"ms\""},
+    {"MaximumHolds", "type SettleTime 1e9\nleave", "expect SettleTime 50000",
+     "line 4: SettleTime: 1e9 became 50000"},
+    {"ChannelsRunOut", "type Reps 99\ntype Units mV", "expect Reps 20",
+     "line 4: Reps: 99 became 20: only 20 differential channels are free"},
+    {"NumberIsRounded", "type DefaultMult 1.23456789\nenter", "expect DefaultMult 1.234568",
+     "line 4: DefaultMult: 1.23456789 became 1.234568: it keeps 7 digits"},
+    {"FractionIsDropped", "type SettleTime 3000.7\nleave", "expect SettleTime 3000",
+     "line 4: SettleTime: 3000.7 became 3000: it takes whole numbers"},
+    {"SpinStops", "spin Reps down", "expect Reps 0",
+     "line 4: Reps: spin down changes nothing: it is at its minimum"},
+    {"SpinsStop", "spin Reps up 50", "expect beep",
+     "line 4: Reps: spin up changes nothing after 20 of 50: only 20 differential channels are "
+     "free"},
+    {"FocusStays", "type DefaultMult -\nleave", "expect beep",
+     "line 5: DefaultMult (Multiplier) keeps the focus, since it can't take \"-\""},
+    {"EnterIsRefused", "type DefaultMult -\nenter", "expect beep",
+     "line 5: DefaultMult (Multiplier) keeps the focus, since it can't take \"-\""},
+    {"DoneIsRefused", "type DefaultMult -\ndone", "expect beep",
+     "line 5: frmVoltSetup stays open: DefaultMult (Multiplier) keeps the focus, since it can't "
+     "take \"-\""},
+};
+
+INSTANTIATE_TEST_SUITE_P(All, ScreenDoesInstead, ::testing::ValuesIn(kInstead),
+                         [](const auto& instead) { return std::string(instead.param.name); });
+
+// The screen sets the sensors to 1 for each click on a kind of bridge.
+TEST(Script, PickOfThePickedKindIsSkippedUnlessLenient) {
+  for (const bool lenient : {false, true}) {
+    ScriptSession session;
+    session.lenient = lenient;
+    EXPECT_EQ(session.Play("open frmBrdgBlock\nspin BlockCount up\nopen frmBrdgSetup 1\n"
+                           "pick Style \"6 Wire Full Bridge (Vx)\"\ntype Reps 3\n"
+                           "pick Style \"6 Wire Full Bridge (Vx)\"\ndone\ndone\n"),
+              "");
+    EXPECT_EQ(session.store->BridgeBlock[1].Reps, lenient ? 1 : 3);
+  }
+}
+
+TEST(Script, ShowsControlsAndScreens) {
+  ScriptSession session;
+  EXPECT_EQ(session.Play("show\nshow txtOper\n" + std::string(kSetup) +
+                         "show Units\nshow StartVoltChan\nshow\ndone\ndone\n"),
+            "");
+  for (const std::string_view line :
+       {"  open frmTK40MBlock  disabled: The logger has no multiplexer (TK40MQty of frmConfig).",
+        "txtOper: \"Name\"", "Units: \"mVolts\"  (Units)",
+        "StartVoltChan: \"1\"  (Start channel)  disabled: Channels are selected automatically "
+        "(Configuration).",
+        "frmVoltSetup  (1 BLOCK  VOLTAGES)", "  Solve             Solve"}) {
+    EXPECT_TRUE(Holds("\r\n" + session.shows, "\r\n" + std::string(line) + "\r\n")) << line;
+  }
+}
+
+TEST(Script, ValueChangedOnTheWayOutIsReported) {
+  ScriptSession session;
+  EXPECT_EQ(session.Play(std::string(kSetup) + "type Reps 99\ndone\ndone\n"),
+            "line 4: Reps: 99 became 20: only 20 differential channels are free");
+}
 
 constexpr std::string_view kWarned =
     "open frmTempBlock\nspin BlockCount up\nopen frmTempSetup 1\npick MeasType SE\n";

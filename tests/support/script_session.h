@@ -28,6 +28,8 @@ class ScriptSession {
   std::string Play(std::string_view text) {
     Player player(control, forms, text);
     player.onEnd = onEnd;
+    player.OnShow = [this](const std::string& shown) { shows += shown; };
+    if (lenient) player.Lenient();
     // Opening it enables the buttons of the screens that a player has connected.
     if (control.CurrentFileName().empty()) {
       bool cancelled = true;
@@ -38,6 +40,8 @@ class ScriptSession {
     return played ? std::string() : played.ErrorText();
   }
 
+  bool lenient = false;
+  std::string shows;                                                // by "show"
   std::function<void(const Screen&)> onEnd = [](const Screen&) {};  // with each screen left
 
   MemoryFileSystem files;
