@@ -12,6 +12,26 @@ if(TARGET ostrand)
     DESTINATION ${documents} COMPONENT command)
   install(DIRECTORY examples/ DESTINATION ${documents}/examples COMPONENT command
     FILES_MATCHING PATTERN "*.VKG" PATTERN "README.md" PATTERN "embedding" EXCLUDE)
+  # The command writes its completions itself, from its table of options: `ostrand completions SHELL`.
+  install(CODE [[
+    set(places
+      bash bash-completion/completions/ostrand
+      zsh zsh/vendor-completions/_ostrand
+      fish fish/vendor_completions.d/ostrand.fish)
+    while(places)
+      list(POP_FRONT places shell place)
+      set(file ${CMAKE_CURRENT_LIST_DIR}/completions/${place})
+      get_filename_component(folder ${place} DIRECTORY)
+      file(MAKE_DIRECTORY ${CMAKE_CURRENT_LIST_DIR}/completions/${folder})
+      execute_process(COMMAND $<TARGET_FILE:ostrand> completions ${shell}
+        RESULT_VARIABLE failed OUTPUT_FILE ${file} ERROR_QUIET)
+      if(failed)
+        message(STATUS "No completions for ${shell}: this command has none")
+      else()
+        file(INSTALL ${file} DESTINATION ${CMAKE_INSTALL_PREFIX}/share/${folder})
+      endif()
+    endwhile()]]
+    COMPONENT command)
 endif()
 
 if(TARGET ostrand-desktop)

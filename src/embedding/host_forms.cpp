@@ -69,8 +69,8 @@ BoxAnswer SafeAnswer(BoxButtons buttons) {
 
 namespace embedding {
 
-std::string HostForms::LastBoxOr(std::string otherwise) const {
-  return lastBox_.empty() ? std::move(otherwise) : lastBox_;
+std::string HostForms::LastBoxOr(const std::string& otherwise) const {
+  return lastBox_.empty() ? otherwise : lastBox_;
 }
 
 platform::Answer HostForms::ShowBox(const platform::MessageBox& box) {

@@ -24,7 +24,7 @@ class HostForms : public platform::Forms {
   // Takes the path back; false when a dialog has taken it.
   bool ForgetName() { return std::exchange(saveName_, std::nullopt).has_value(); }
   // The last box of this call as one error text, or `otherwise` if there was none.
-  [[nodiscard]] std::string LastBoxOr(std::string otherwise) const;
+  [[nodiscard]] std::string LastBoxOr(const std::string& otherwise) const;
 
   platform::Answer ShowBox(const platform::MessageBox& box) override;
   std::optional<std::string> AskOpen(const platform::FileDialog& dialog) override;
