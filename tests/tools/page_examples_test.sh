@@ -3,11 +3,11 @@
 # A block ```KIND NAME is written to the file NAME. In a block ```console each line that begins with
 # "$ " is a command, followed by its output, in which "..." stands for any text.
 set -euo pipefail
-page="$1"
+page="$(realpath "$1")"
 scratch="$(mktemp -d)"
 trap 'rm -rf "$scratch"' EXIT
 mkdir "$scratch/bin" "$scratch/work" "$scratch/home"
-ln -s "$2" "$scratch/bin/ostrand"
+ln -s "$(realpath "$2")" "$scratch/bin/ostrand"
 export PATH="$scratch/bin:$PATH" HOME="$scratch/home" XDG_CONFIG_HOME="$scratch/home"
 export SOURCE_DATE_EPOCH=1000000000
 unset NO_COLOR CLICOLOR_FORCE
