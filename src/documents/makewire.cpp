@@ -4,8 +4,8 @@
 
 #include "documents/document_file.h"
 #include "documents/line_chars.h"
-#include "documents/wire_labels.h"
 #include "documents/wire_panel.h"
+#include "documents/wiring.h"
 #include "platform/guarded.h"
 #include "platform/paths.h"
 #include "text/codepage.h"
@@ -15,7 +15,7 @@ namespace ostrand {
 std::string WiringText(const ProjectStore& store, const StatementChannels& channels,
                        const DocumentHead& head) {
   return HeadLines(head, store.Gen, kWiringDiagramHead) + "\r\n" +
-         PanelLines(LabelsOf(store, channels));
+         PanelLines(WiringOf(store, channels));
 }
 
 std::string WiringUtf8(std::string_view diagram) {

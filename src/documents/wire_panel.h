@@ -1,11 +1,11 @@
-// The drawing of the logger's panel: the positions of terminals and labels.
+// The drawing of the logger's panel in letters.
 #pragma once
 
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "documents/wire_labels.h"
+#include "documents/wiring.h"
 
 namespace ostrand {
 
@@ -14,7 +14,7 @@ inline constexpr int kPanelWidth = 77;
 
 // Both pages of the panel with the page break between them, each line with its CR LF. The drawing
 // is in code page 437, the labels in Windows-1252 as in the project.
-std::string PanelLines(const WireLabels& labels);
+std::string PanelLines(const Wiring& wiring);
 
 // For each byte of a diagram whether it belongs to the drawing; the others belong to the head and
 // the labels. Only the position of a byte decides.

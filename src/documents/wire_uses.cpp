@@ -1,4 +1,4 @@
-#include "documents/wire_labels.h"
+#include "documents/wire_uses.h"
 
 #include <algorithm>
 #include <array>
@@ -51,7 +51,7 @@ std::string labelOf(std::string text) {
   return text;
 }
 
-// "TBlk1(2)", or "BBlk1(2-4)" for several repetitions.
+// " TBlk1(2)", or " BBlk1(2-4)" for several repetitions.
 std::string repsText(std::string_view word, int n, int first, int last) {
   std::string text = std::string(word) + NumberText(n) + "(" + NumberText(first);
   if (last != first) text += "-" + NumberText(last);
@@ -59,9 +59,12 @@ std::string repsText(std::string_view word, int n, int first, int last) {
 }
 
 template <class Block>
-std::string aliasText(const Block& block, int rep) {
-  if (!block.Alias.Holds(rep) || block.Alias[rep].AliasName.empty()) return "";
-  return " " + block.Alias[rep].AliasName;
+std::string aliasOf(const Block& block, int rep) {
+  return block.Alias.Holds(rep) ? block.Alias[rep].AliasName : std::string();
+}
+
+std::string withAlias(const std::string& text, const std::string& alias) {
+  return labelOf(alias.empty() ? text : text + " " + alias);
 }
 
 template <class Group>
@@ -115,58 +118,83 @@ StatementChannels channelsOf(const ProjectStore& store, const StatementChannels&
   return channels;
 }
 
-class Labelling {
+class Using {
  public:
-  Labelling(const ProjectStore& store, const StatementChannels& statements)
+  Using(const ProjectStore& store, const StatementChannels& statements)
       : store_(store), channels_(channelsOf(store, statements)) {}
 
-  WireLabels Labels() {
+  PanelUses Uses() {
     analogChannels();
     multiplexers();
-    if (store_.Config.CanBusQty >= 1) labels_.Others[kCanGround] = "QB-CAN C";
+    if (store_.Config.CanBusQty >= 1) {
+      putFirst(uses_.Others[kCanGround], {.kind = WireKind::kCan,
+                                          .function = WireFunction::kGround,
+                                          .source = "QB-CAN C",
+                                          .label = "QB-CAN C"});
+    }
     pulses();
     ports();
     excitation();
-    return std::move(labels_);
+    return std::move(uses_);
   }
 
  private:
   [[nodiscard]] bool hasMultiplexers() const { return store_.Config.TK40MQty > 0; }
 
-  // The number of a sensor in the whole project, its block and repetition.
-  std::string nextSensor(std::string_view word, int n, int rep) {
-    return FormatNumber(++sensors_, "00") + repsText(word, n, rep, rep);
+  // The diagram names this user.
+  static void putFirst(WireUses& users, WireUse use) {
+    users.insert(users.begin(), std::move(use));
   }
 
   void analogChannels() {
     for (int n = 1; n <= countOf(store_.TempBlock); ++n) {
       const TempBlockData& block = store_.TempBlock[n];
-      sensors(block, {" TBlk", terminalsOf(block), false}, n, channels_.Temp[n]);
+      sensors(WireKind::kThermocouple, block, {" TBlk", terminalsOf(block), false}, n,
+              channels_.Temp[n]);
     }
     for (int n = 1; n <= countOf(store_.VoltBlock); ++n) {
       const VoltBlockData& block = store_.VoltBlock[n];
-      sensors(block, {" VBlk", terminalsOf(block), false}, n, channels_.Volt[n]);
+      sensors(WireKind::kVoltage, block, {" VBlk", terminalsOf(block), false}, n,
+              channels_.Volt[n]);
     }
     for (int n = 1; n <= countOf(store_.BridgeBlock); ++n) {
       const BridgeBlockData& block = store_.BridgeBlock[n];
-      sensors(block, bridgeKindOf(block), n, channels_.Bridge[n]);
+      sensors(WireKind::kBridge, block, bridgeKindOf(block), n, channels_.Bridge[n]);
     }
   }
 
   // The sensors of a block that starts at `channel` of its kind of channel; nothing below 1.
-  void sensors(const AnalogBlock& block, const SensorKind& kind, int n, int channel) {
-    int terminal = isSingleEnded(block) ? channel : 2 * channel - 1;
+  void sensors(WireKind kind, const AnalogBlock& block, const SensorKind& sensor, int n,
+               int channel) {
+    const bool single = isSingleEnded(block);
+    int terminal = single ? channel : 2 * channel - 1;
     for (int rep = 1; rep <= block.Reps; ++rep) {
-      const std::string sensor = nextSensor(kind.word, n, rep);
-      for (int t = 0; t < kind.terminals; ++t, ++terminal) {
+      WireUse use = nextSensor(kind, sensor.word, n, rep);
+      const std::string text = use.label;
+      use.alias = aliasOf(block, rep);
+      for (int t = 0; t < sensor.terminals; ++t, ++terminal) {
         if (channel < 1 || terminal > kPanelTerminals) continue;
+        use.input = !sensor.twoInputs ? "" : t < sensor.terminals / 2 ? "In" : "Out";
+        use.function = single       ? WireFunction::kSingleEnded
+                       : t % 2 == 0 ? WireFunction::kHigh
+                                    : WireFunction::kLow;
         // The input comes before the alias, so that it is not cut.
-        const std::string_view input = !kind.twoInputs          ? ""
-                                       : t < kind.terminals / 2 ? " In"
-                                                                : " Out";
-        labels_.Analog[terminal] = labelOf(sensor + std::string(input) + aliasText(block, rep));
+        use.label =
+            withAlias(use.input.empty() ? text : text + " " + std::string(use.input), use.alias);
+        putFirst(uses_.Analog[terminal], use);
       }
     }
+  }
+
+  // The label begins with the number of the sensor in the whole project.
+  WireUse nextSensor(WireKind kind, std::string_view word, int n, int rep) {
+    const std::string source = repsText(word, n, rep, rep);
+    return {.kind = kind,
+            .number = n,
+            .rep = rep,
+            .lastRep = rep,
+            .source = std::string(Trim(source)),
+            .label = FormatNumber(++sensors_, "00") + source};
   }
 
   // The first multiplexer is measured on the last differential channel, each further one on the
@@ -176,21 +204,31 @@ class Labelling {
     const int count = std::min(int{store_.Config.TK40MQty}, kPanelTerminals / 2);
     for (int m = 1; m <= count; ++m) {
       const int low = kPanelTerminals - 2 * (m - 1);
-      labels_.Analog[low - 1] = " TK40M " + NumberText(m) + " High";
-      labels_.Analog[low] = " TK40M " + NumberText(m) + " Low";
+      const std::string name = " TK40M " + NumberText(m);
+      multiplexer(uses_.Analog[low - 1], WireFunction::kHigh, m, name + " High");
+      multiplexer(uses_.Analog[low], WireFunction::kLow, m, name + " Low");
     }
-    labels_.Others[kMuxAnalogGround] = " TK40M AG";
-    labels_.Others[kC1 + 6] = " TK40M Clock Port";
-    labels_.Others[kC1 + 7] = " TK40M Reset Port";
-    labels_.Others[kVX1 + 3] = " TK40M Excitation";
-    labels_.Others[kMuxPower] = " TK40M 12V";
-    labels_.Others[kMuxPowerGround] = " TK40M Gnd";
+    multiplexer(uses_.Others[kMuxAnalogGround], WireFunction::kGround, 0, " TK40M AG");
+    multiplexer(uses_.Others[kC1 + 6], WireFunction::kClock, 0, " TK40M Clock Port");
+    multiplexer(uses_.Others[kC1 + 7], WireFunction::kReset, 0, " TK40M Reset Port");
+    multiplexer(uses_.Others[kVX1 + 3], WireFunction::kExcitation, 0, " TK40M Excitation");
+    multiplexer(uses_.Others[kMuxPower], WireFunction::kPower, 0, " TK40M 12V");
+    multiplexer(uses_.Others[kMuxPowerGround], WireFunction::kGround, 0, " TK40M Gnd");
+  }
+
+  static void multiplexer(WireUses& users, WireFunction function, int number, std::string label) {
+    putFirst(users, {.kind = WireKind::kMultiplexer,
+                     .function = function,
+                     .number = number,
+                     .source = std::string(Trim(label)),
+                     .label = std::move(label)});
   }
 
   // The statement of a block names the next channel, whatever the repetitions of the block before;
   // its repetitions continue from it.
   void pulses() {
     int first = 0;
+    int slot = 0;
     for (const PulseBlockGroup& group : store_.PulseBlock) {
       for (int n = 1; n <= countOf(group); ++n) {
         const PulseBlockData& block = group[n];
@@ -200,35 +238,52 @@ class Labelling {
         if (block.Reps < 1 || kind == kPulseKinds.end()) continue;
         ++first;
         for (int rep = 1; rep <= block.Reps; ++rep) {
-          const std::string sensor = nextSensor(kind->word, n, rep);
+          WireUse use = nextSensor(WireKind::kPulse, kind->word, n, rep);
           const int channel = first + rep - 1;
           if (channel > kPanelPulses) continue;
-          labels_.Others[kP1 + channel - 1] = labelOf(sensor + aliasText(block, rep));
+          use.function = WireFunction::kPulse;
+          use.slot = slot;
+          use.alias = aliasOf(block, rep);
+          use.label = withAlias(use.label, use.alias);
+          putFirst(uses_.Others[kP1 + channel - 1], std::move(use));
         }
       }
+      ++slot;
     }
   }
 
   // A byte reads or writes all ports at once. The multiplexers use two of them.
   void ports() {
     const int last = hasMultiplexers() ? 6 : kPanelPorts;
+    int number = 0;
     for (const PortSlot& slot : store_.Ports.Slot) {
       const bool byteInUse =
           (slot.ByteMode != 0 || slot.ReadMode != 0) && slot.Ports[kPorts].Include != 0;
       for (int p = 1; p <= last; ++p) {
-        std::string& label = labels_.Others[kC1 + p - 1];
-        if (byteInUse) label = "  I/O Port " + NumberText(p);
-        if (slot.ByteMode == 0 && slot.Ports[p].Include != 0) label = "  Port Set " + NumberText(p);
+        if (byteInUse) port(p, number, "  I/O Port ");
+        if (slot.ByteMode == 0 && slot.Ports[p].Include != 0) port(p, number, "  Port Set ");
       }
+      ++number;
     }
   }
 
-  // Terminals in use are skipped: the multiplexers' excitation, and an analog output that excites a
-  // bridge.
+  void port(int p, int slot, std::string_view what) {
+    const std::string label = std::string(what) + NumberText(p);
+    putFirst(uses_.Others[kC1 + p - 1], {.kind = WireKind::kPort,
+                                         .function = WireFunction::kPort,
+                                         .number = p,
+                                         .slot = slot,
+                                         .source = std::string(Trim(label)),
+                                         .label = label});
+  }
+
+  // The users of an excitation that come later are not named: they do not replace the
+  // multiplexers' excitation, nor a bridge on an analog output.
   void excitation() {
-    const auto excite = [this](int wire, const std::string& what) {
-      std::string& label = labels_.Others[wire];
-      if (label.empty()) label = labelOf("  Excite " + what);
+    const auto excite = [this](int wire, WireUse use, const std::string& what) {
+      use.label = labelOf("  Excite " + what);
+      use.source = "Excite " + what;
+      uses_.Others[wire].push_back(std::move(use));
     };
     for (int n = 1; n <= countOf(store_.BridgeBlock); ++n) {
       const BridgeBlockData& block = store_.BridgeBlock[n];
@@ -239,27 +294,48 @@ class Labelling {
       const int share = std::max(int{block.ExciteReps}, 1);
       const std::string_view word = Trim(bridgeKindOf(block).word);
       for (int rep = 1; rep <= block.Reps && channel <= last; rep += share, ++channel) {
+        const int lastRep = std::min(rep + share - 1, int{block.Reps});
         excite((cao ? kCAO1 : kVX1) + channel - 1,
-               repsText(word, n, rep, std::min(rep + share - 1, int{block.Reps})));
+               {.kind = WireKind::kBridge,
+                .function = WireFunction::kExcitation,
+                .number = n,
+                .rep = rep,
+                .lastRep = lastRep},
+               repsText(word, n, rep, lastRep));
       }
     }
+    int number = 0;
     for (const auto& slot : store_.ExciteOut.Slot) {
       for (int a = 1; a <= kPanelAnalogOutputs; ++a) {
-        if (slot[a].Include != 0) excite(kCAO1 + a - 1, NumberText(a));
+        if (slot[a].Include == 0) continue;
+        excite(kCAO1 + a - 1,
+               {.kind = WireKind::kAnalogOutput,
+                .function = WireFunction::kOutput,
+                .number = a,
+                .slot = number},
+               NumberText(a));
       }
+      ++number;
     }
   }
 
   const ProjectStore& store_;
   const StatementChannels channels_;
-  WireLabels labels_;
+  PanelUses uses_;
   int sensors_ = 0;  // numbered so far
 };
 
 }  // namespace
 
-WireLabels LabelsOf(const ProjectStore& store, const StatementChannels& statements) {
-  return Labelling(store, statements).Labels();
+bool IsConflict(const WireUses& users) {
+  return std::any_of(users.begin(), users.end(), [&](const WireUse& use) {
+    const WireUse& first = users.front();
+    return use.kind != first.kind || use.number != first.number || use.rep != first.rep;
+  });
+}
+
+PanelUses PanelUsesOf(const ProjectStore& store, const StatementChannels& statements) {
+  return Using(store, statements).Uses();
 }
 
 }  // namespace ostrand
