@@ -3,15 +3,15 @@
 #include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
+#include <QFileInfo>
 #include <QFontDatabase>
 #include <QFormLayout>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
-#include <QListWidget>
 #include <QMenu>
 #include <QMenuBar>
-#include <QPlainTextEdit>
+#include <QMessageBox>
 #include <QPushButton>
 #include <QScrollArea>
 #include <QStatusBar>
@@ -21,13 +21,17 @@
 #include <QVBoxLayout>
 
 #include "colors.h"
+#include "compare.h"
 #include "documents/rich_text.h"
+#include "pages/checks_page.h"
+#include "pages/program_page.h"
+#include "pages/tables_page.h"
 #include "platform/surroundings.h"
 #include "project_bytes.h"
+#include "projectfile/genfile.h"
 #include "screens/setup_screens.h"
+#include "search.h"
 #include "texts.h"
-#include "verify/check_context.h"
-#include "verify/verify_before_save.h"
 
 namespace ostrand::desktop {
 namespace {
@@ -76,8 +80,14 @@ MainWindow::MainWindow(ProjectStore& store, const platform::Surroundings& around
       number_(new QLineEdit(this)),
       pages_(new QTabWidget(this)),
       summary_(new QTextEdit(this)),
-      program_(new QPlainTextEdit(this)),
-      checks_(new QListWidget(this)),
+      program_(new ProgramView([this](const ScreenPlace& place) { Go(place); }, this)),
+      tables_(new TablesPage([this]() -> const ProjectStore& { return store_; }, this)),
+      checks_(new FindingsPage([this](const ScreenPlace& place) { Go(place); },
+                               [this](int line) {
+                                 pages_->setCurrentWidget(program_);
+                                 program_->Text()->GoTo(line);
+                               },
+                               this)),
       session_(store, around, *this),
       screens_(forms, this) {
   forms_.Main(this);
@@ -174,16 +184,13 @@ void MainWindow::buildPages() {
   summary_->setReadOnly(true);
   summary_->setLineWrapMode(QTextEdit::NoWrap);
   summary_->setFont(fixedFont());
-  program_->setReadOnly(true);
-  program_->setLineWrapMode(QPlainTextEdit::NoWrap);
-  program_->setFont(fixedFont());
-  checks_->setWordWrap(true);
   const auto add = [this](QWidget* page, const char* name) {
     page->setAccessibleName(QString::fromLatin1(name));
     pages_->addTab(page, QString::fromLatin1(name));
   };
   add(summary_, "Summary");
   add(program_, "Program");
+  add(tables_, "Tables");
   add(checks_, "Checks");
   QObject::connect(pages_, &QTabWidget::currentChanged, this, [this] { showPage(); });
 }
@@ -194,10 +201,14 @@ void MainWindow::buildMenus() {
   file->addAction(QStringLiteral("&Open..."), QKeySequence::Open, this, [this] { askOpen(); });
   actions_[kSaveButton] = file->addAction(QStringLiteral("&Save..."), QKeySequence::Save, this,
                                           [this] { click(kSaveButton); });
+  file->addAction(QStringLiteral("&Compare with..."), this, [this] { askCompare(); });
   file->addSeparator();
   file->addAction(QStringLiteral("&Quit"), QKeySequence(QStringLiteral("Ctrl+Q")), this,
                   [this] { close(); });
   QMenu* setup = menuBar()->addMenu(QStringLiteral("&Setup"));
+  setup->addAction(QStringLiteral("&Search..."), QKeySequence(QStringLiteral("Ctrl+K")), this,
+                   [this] { search(); });
+  setup->addSeparator();
   std::size_t panel = 0;
   for (const ButtonRow& row : kButtons) {
     if (row.button >= kSaveAndSendButton) continue;
@@ -269,6 +280,36 @@ void MainWindow::click(int button) {
   if (button >= kSaveAndSendButton && session_.Saved()) saved_ = BytesToSave(session_, store_);
   showAll();
   if (widget->isEnabled()) widget->setFocus(Qt::OtherFocusReason);
+}
+
+void MainWindow::Go(const ScreenPlace& place) {
+  screens_.Guide(place, [&] { OpenFirstScreen(session_, place); });
+  showAll();
+}
+
+void MainWindow::search() {
+  SearchWindow window(BytesToSave(session_, store_), this);
+  if (window.exec() == QDialog::Accepted) Go(window.Chosen());
+}
+
+void MainWindow::askCompare() {
+  const std::optional<std::string> path = forms_.AskOpen({.title = "Compare with",
+                                                          .filter = "(*.VKG)|*.VKG|(All Files)|*.*",
+                                                          .defaultExtension = "VKG",
+                                                          .initialFolder = session_.GenFilePath(),
+                                                          .fileName = {}});
+  if (!path) return;
+  const auto bytes = ORVUS_GENFILE::ReadProjectFile(session_.Around().files, *path);
+  if (!bytes || !bytes.Value()) {
+    QMessageBox::warning(this, QStringLiteral("Compare with"),
+                         FromSystem(bytes ? *path + ": No such file" : bytes.ErrorText()));
+    return;
+  }
+  auto* window = new CompareWindow(
+      session_, BytesToSave(session_, store_), *bytes.Value(),
+      QFileInfo(FromSystem(*path)).fileName(), [this](const ScreenPlace& place) { Go(place); },
+      this);
+  window->show();
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
@@ -351,8 +392,12 @@ void MainWindow::showButtons() {
 void MainWindow::showPage() {
   const QWidget* page = pages_->currentWidget();
   if (page == summary_) showSummary();
-  if (page == program_) showProgram();
-  if (page == checks_) showChecks();
+  if (page == program_) {
+    program_->Saved(saved_);
+    program_->Show(session_, store_);
+  }
+  if (page == tables_) tables_->Show();
+  if (page == checks_) checks_->Show(session_, store_);
 }
 
 void MainWindow::showSummary() {
@@ -371,31 +416,6 @@ void MainWindow::showSummary() {
     at += run.length;
   }
   summary_->moveCursor(QTextCursor::Start);
-}
-
-void MainWindow::showProgram() {
-  const ProgramPreview preview = ProgramOf(session_, store_);
-  QString text;
-  for (const std::string& fault : preview.faults) {
-    text += QStringLiteral("The program is not complete: ") + QString::fromStdString(fault) + u'\n';
-  }
-  text += QString::fromStdString(preview.text).remove(u'\r');
-  if (program_->toPlainText() != text) program_->setPlainText(text);
-}
-
-void MainWindow::showChecks() {
-  checks_->clear();
-  const Findings findings = CheckAll(session_.Checks());
-  for (const Finding& finding : findings) {
-    QString text = FromProject(finding.title);
-    if (finding.againstSaving) text += QStringLiteral(" (prevents saving)");
-    text += u'\n' + FromSystem(finding.text);
-    if (!finding.section.empty()) {
-      text += u'\n' + FromProject(finding.section) + u' ' + FromProject(finding.key);
-    }
-    checks_->addItem(text.trimmed());
-  }
-  if (findings.empty()) checks_->addItem(QStringLiteral("All checks passed."));
 }
 
 // ---- The keyboard and the pointer ---------------------------------------------------------------

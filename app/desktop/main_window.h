@@ -6,18 +6,20 @@
 #include <memory>
 #include <string>
 
+#include "guided_screens.h"
 #include "qt_forms.h"
-#include "screen_window.h"
 #include "session/ostrand.h"
 
 class QAction;
-class QListWidget;
-class QPlainTextEdit;
 class QPushButton;
 class QTabWidget;
 class QTextEdit;
 
 namespace ostrand::desktop {
+
+class FindingsPage;
+class ProgramView;
+class TablesPage;
 
 class MainWindow final : public QMainWindow, private OstrandEvents {
  public:
@@ -32,6 +34,10 @@ class MainWindow final : public QMainWindow, private OstrandEvents {
   // An empty project that has no file yet.
   void StartNew();
 
+  // Opens the screens on the way to a place, unless one is open.
+  void Go(const ScreenPlace& place);
+  [[nodiscard]] bool IsGuiding() const { return screens_.IsGuiding(); }
+
   // Whether a save would write something else than the project file holds.
   [[nodiscard]] bool HasEdits() const;
 
@@ -39,7 +45,7 @@ class MainWindow final : public QMainWindow, private OstrandEvents {
   [[nodiscard]] QTabWidget* Pages() const { return pages_; }
   [[nodiscard]] QLineEdit* OperatorBox() const { return operator_; }
   [[nodiscard]] QLineEdit* NumberBox() const { return number_; }
-  [[nodiscard]] const QListWidget* Checks() const { return checks_; }
+  [[nodiscard]] FindingsPage* Checks() const { return checks_; }
   // The screen that can be edited; null when none is open.
   [[nodiscard]] ScreenWindow* OpenScreen() const { return screens_.Top(); }
 
@@ -62,6 +68,8 @@ class MainWindow final : public QMainWindow, private OstrandEvents {
   void screenOpen(bool open);
   void click(int button);
   void askOpen();
+  void search();
+  void askCompare();
   void askNew();
   bool mayLeaveProject();
   void showAll();
@@ -69,8 +77,6 @@ class MainWindow final : public QMainWindow, private OstrandEvents {
   void showButtons();
   void showPage();
   void showSummary();
-  void showProgram();
-  void showChecks();
 
   ProjectStore& store_;
   QtForms& forms_;
@@ -81,13 +87,14 @@ class MainWindow final : public QMainWindow, private OstrandEvents {
   QLineEdit* number_;
   QTabWidget* pages_;
   QTextEdit* summary_;
-  QPlainTextEdit* program_;
-  QListWidget* checks_;
+  ProgramView* program_;
+  TablesPage* tables_;
+  FindingsPage* checks_;
   std::string saved_;  // what a save would have written when the project was opened or saved
   bool ended_ = false;
   bool ready_ = false;  // all of the window is there
   Ostrand session_;
-  ScreenWindows screens_;
+  GuidedScreens screens_;
 };
 
 }  // namespace ostrand::desktop

@@ -6,6 +6,7 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QVBoxLayout>
+#include <optional>
 
 #include "screens/setup_screens.h"
 #include "text/strings.h"
@@ -38,11 +39,9 @@ std::vector<ProjectIndex::NamedScreen> NamedScreens() {
   return screens;
 }
 
-SearchWindow::SearchWindow(const std::string& project, std::function<void(const ScreenPlace&)> open,
-                           QWidget* parent)
+SearchWindow::SearchWindow(const std::string& project, QWidget* parent)
     : QDialog(parent),
       index_(project, NamedScreens()),
-      open_(std::move(open)),
       box_(new QLineEdit(this)),
       list_(new QListWidget(this)) {
   setWindowTitle(QStringLiteral("Search"));
@@ -80,9 +79,8 @@ void SearchWindow::find() {
 void SearchWindow::accept() {
   const int row = list_->currentRow();
   if (row < 0) return QApplication::beep();
-  const ScreenPlace place = PlaceOf(found_[static_cast<std::size_t>(row)]);
+  chosen_ = PlaceOf(found_[static_cast<std::size_t>(row)]);
   QDialog::accept();
-  open_(place);
 }
 
 bool SearchWindow::eventFilter(QObject* watched, QEvent* event) {

@@ -2,8 +2,6 @@
 #pragma once
 
 #include <QDialog>
-#include <functional>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -16,10 +14,11 @@ namespace ostrand::desktop {
 
 class SearchWindow final : public QDialog {
  public:
-  // `project` is the text of the project file. `open` is called with the way to what the user has
-  // picked, after the window has closed.
-  SearchWindow(const std::string& project, std::function<void(const ScreenPlace&)> open,
-               QWidget* parent);
+  // `project` is the text of the project file.
+  SearchWindow(const std::string& project, QWidget* parent);
+
+  // The way to what the user has picked, after the window was accepted.
+  [[nodiscard]] const ScreenPlace& Chosen() const { return chosen_; }
 
   [[nodiscard]] QLineEdit* Box() const { return box_; }
   [[nodiscard]] QListWidget* List() const { return list_; }
@@ -33,7 +32,7 @@ class SearchWindow final : public QDialog {
   void find();
 
   ProjectIndex index_;
-  std::function<void(const ScreenPlace&)> open_;
+  ScreenPlace chosen_;
   std::vector<SearchEntry> found_;
   QLineEdit* box_;
   QListWidget* list_;

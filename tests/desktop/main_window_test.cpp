@@ -5,16 +5,18 @@
 
 #include <QAction>
 #include <QLineEdit>
-#include <QListWidget>
+#include <QMenu>
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTabWidget>
 #include <QTest>
 #include <QTextEdit>
+#include <QTreeWidget>
 
 #include "documents/rich_text.h"
 #include "model/new_store.h"
+#include "pages/checks_page.h"
 #include "support/fixed_clock.h"
 #include "support/memory_filesystem.h"
 #include "support/temp_folder.h"
@@ -69,10 +71,36 @@ TEST_F(Main, ShowsAProject) {
   const auto* summary = window_.findChild<QTextEdit*>();
   QString all = desktop::FromProject(window_.Session().SummaryBox().Text());
   EXPECT_EQ(summary->toPlainText(), all.remove('\r'));
+  EXPECT_EQ(window_.findChild<QPlainTextEdit*>()->toPlainText(), "") << "made, but not seen";
   window_.Pages()->setCurrentIndex(1);
   EXPECT_TRUE(window_.findChild<QPlainTextEdit*>()->toPlainText().contains("BeginProg"));
-  window_.Pages()->setCurrentIndex(2);
-  EXPECT_GT(window_.Checks()->count(), 0);
+  window_.Pages()->setCurrentIndex(3);
+  EXPECT_GT(window_.Checks()->topLevelItemCount(), 0);
+}
+
+// From a page, by the search, and with a screen open already.
+TEST_F(Main, GoesToTheFieldOfAFinding) {
+  ASSERT_TRUE(window_.Open(kProject));
+  store_->VoltBlock[2].Alias[1].AliasName = "HallRH";
+  window_.Pages()->setCurrentIndex(3);
+  bool came = false;
+  QTimer timer;
+  QObject::connect(&timer, &QTimer::timeout, &timer, [&] {
+    desktop::ScreenWindow* screen = window_.OpenScreen();
+    if (screen == nullptr || window_.IsGuiding()) return;
+    const Control* focused = screen->Shown().Focused();
+    came = came || (focused != nullptr && focused->Name() == "AliasName1" &&
+                    screen->Shown().Name() == "frmFldName");
+    if (came) window_.Go({{{"frmFlags"}}, {}});  // does nothing
+    screen->reject();
+  });
+  timer.start(0);
+  QTreeWidget* checks = window_.Checks();
+  checks->setFocus();
+  checks->setCurrentItem(checks->topLevelItem(0));
+  QTest::keyClick(checks, Qt::Key_Return);
+  EXPECT_TRUE(came);
+  EXPECT_EQ(window_.OpenScreen(), nullptr);
 }
 
 TEST_F(Main, MarksOnlyWhatASaveWouldChange) {
@@ -100,7 +128,8 @@ TEST_F(Main, CanBeReadButNotUsedWhileAScreenIsOpen) {
   const auto enabledActions = [&] {
     const QList<QAction*> all = window_.findChildren<QAction*>();
     return std::count_if(all.begin(), all.end(), [](const QAction* action) {
-      return action->isEnabled() && !action->shortcut().isEmpty();
+      const bool inMenu = qobject_cast<QMenu*>(action->parent()) != nullptr;
+      return inMenu && action->isEnabled() && !action->shortcut().isEmpty();
     });
   };
   const auto usual = enabledActions();

@@ -23,10 +23,7 @@ std::string example(const std::string& name) {
 }
 
 TEST(Search, ListsAsTheUserTypesAndJumps) {
-  std::vector<ScreenPlace> opened;
-  desktop::SearchWindow window(
-      example("engine-test-cell"), [&](const ScreenPlace& place) { opened.push_back(place); },
-      nullptr);
+  desktop::SearchWindow window(example("engine-test-cell"), nullptr);
   window.show();
   ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
   QTest::keyClicks(window.Box(), "coolant");
@@ -35,9 +32,9 @@ TEST(Search, ListsAsTheUserTypesAndJumps) {
   QTest::keyClick(window.Box(), Qt::Key_Down);
   QTest::keyClick(window.Box(), Qt::Key_Return);
   EXPECT_FALSE(window.isVisible());
-  ASSERT_EQ(opened.size(), 1U);
-  EXPECT_EQ(opened[0].control, "AliasName3");
-  EXPECT_EQ(opened[0].steps.at(1).screen, "frmTempSetup");
+  EXPECT_EQ(window.result(), QDialog::Accepted);
+  EXPECT_EQ(window.Chosen().control, "AliasName3");
+  EXPECT_EQ(window.Chosen().steps.at(1).screen, "frmTempSetup");
 
   window.show();
   window.Box()->setText("nothing at all");
