@@ -10,6 +10,7 @@
 #include "projectfile/genfile.h"
 #include "screens/setup_screens.h"
 #include "support/project_cases.h"
+#include "support/project_random.h"
 #include "support/script_session.h"
 #include "support/temp_folder.h"
 #include "text/strings.h"
@@ -88,6 +89,25 @@ TEST(KeyPlaces, LeadToTheControlOfEveryKeyOfEveryExample) {
       EXPECT_TRUE(walker.found);
     }
     EXPECT_GT(seen.size(), 100U);
+  }
+}
+
+TEST(KeyPlaces, HaveWordsForEveryKeyThatIsWritten) {
+  const auto store = NewStore();
+  for (std::uint32_t seed = 1; seed <= 30; ++seed) {
+    testing::MakeRandomProject(*store, seed);
+    const std::string text = ORVUS_GENFILE::ProjectFileText(*store, platform::Moment{});
+    std::string section;
+    for (std::string_view rest = text; !rest.empty();) {
+      const std::string_view line = TakeLine(rest);
+      const std::size_t equal = line.find('=');
+      if (line.starts_with("[") && equal == std::string_view::npos) section = line;
+      if (equal == std::string_view::npos) continue;
+      const std::string key(line.substr(0, equal));
+      const KeyPlace place = PlaceOfKey(section, key);
+      const bool ofSave = key == "PCTime" || key == "VersionLastSaved";
+      ASSERT_TRUE(ofSave || (place.words != key && !place.words.empty())) << section << key;
+    }
   }
 }
 

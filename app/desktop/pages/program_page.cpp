@@ -113,6 +113,7 @@ ProgramView::ProgramView(std::function<void(const ScreenPlace&)> open, QWidget* 
   sections_->setAccessibleName(QStringLiteral("Sections of the program"));
   faults_->setAccessibleName(QStringLiteral("Faults of the program"));
   faults_->setWordWrap(true);
+  sections_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   layOut();
   const auto goTo = [this](const QListWidgetItem* item) {
     if (item == nullptr || item->data(Qt::UserRole).toInt() == 0) return;
@@ -167,9 +168,8 @@ void ProgramView::layOut() {
   auto* split = new QSplitter(Qt::Horizontal, this);
   split->addWidget(sections_);
   split->addWidget(right);
-  split->setStretchFactor(0, 0);
-  split->setStretchFactor(1, 1);
-  split->setChildrenCollapsible(true);
+  split->setStretchFactor(0, 1);
+  split->setStretchFactor(1, 3);
   // The longest title, in bold.
   QFont bold = sections_->font();
   bold.setBold(true);
@@ -212,6 +212,7 @@ void ProgramView::showSections() {
   for (int row = 0; row < sections_->count(); ++row) {
     const ProgramSection& section = outline_->Sections()[static_cast<std::size_t>(row)];
     sections_->item(row)->setData(Qt::UserRole, section.line);
+    sections_->item(row)->setToolTip(FromProject(section.title));
     QFont font = sections_->font();
     font.setBold(section.level == 0);
     sections_->item(row)->setFont(font);
