@@ -3,6 +3,7 @@
 #include <QGridLayout>
 #include <QHeaderView>
 #include <QRadioButton>
+#include <QScreen>
 #include <QStandardItemModel>
 #include <QTreeWidget>
 #include <algorithm>
@@ -16,6 +17,7 @@ namespace {
 
 // In letters.
 constexpr int kOptionsWidth = 56;  // of a line of option buttons
+constexpr int kBeside = 30;        // the caption beside it and the frames around it
 constexpr int kButtonWidth = 5;    // of the circle of one
 constexpr int kTableRows = 6;
 
@@ -175,7 +177,9 @@ class BoundOptions final : public BoundChoice {
     for (const Choice::Item& item : items()) {
       widest = std::max(widest, static_cast<int>(item.Text.size()) + kButtonWidth);
     }
-    const int columns = std::max(1, kOptionsWidth / widest);
+    const int desktop =
+        frame_->screen()->availableSize().width() / frame_->fontMetrics().averageCharWidth();
+    const int columns = std::max(1, std::min(kOptionsWidth, desktop - kBeside) / widest);
     for (std::size_t at = 0; at < items().size(); ++at) {
       auto* button = new QRadioButton(frame_);
       const int place = static_cast<int>(at);

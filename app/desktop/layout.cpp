@@ -212,7 +212,7 @@ class Page {
   }
   [[nodiscard]] int heightOf(std::size_t from, std::size_t to) const {
     int height = 0;
-    for (const Shelf& shelf : shelvesOf(from, to)) height += shelf.height;
+    for (const Shelf& shelf : shelvesOf(from, to)) height += shelf.height + kGap;
     return height;
   }
 

@@ -50,7 +50,8 @@ ScreenWindow::ScreenWindow(Screen& screen, QtForms& forms, QWidget* parent)
       scroll_(new QScrollArea(this)),
       help_(new QLabel(this)),
       done_(new QPushButton(QStringLiteral("&Done"), this)),
-      cancel_(new QPushButton(QStringLiteral("Cancel"), this)) {
+      cancel_(new QPushButton(QStringLiteral("Cancel"), this)),
+      flashing_(this) {
   setWindowTitle(PlainCaption(screen.Caption));
   layOut();
   scroll_->setWidgetResizable(true);
@@ -65,6 +66,7 @@ ScreenWindow::ScreenWindow(Screen& screen, QtForms& forms, QWidget* parent)
   layout->addLayout(buttons);
 
   buildButtons();
+  help_->setObjectName(QStringLiteral("Help"));
   help_->setTextFormat(Qt::PlainText);
   help_->setWordWrap(true);
   forms_.AddHelpLine(help_);
@@ -72,13 +74,15 @@ ScreenWindow::ScreenWindow(Screen& screen, QtForms& forms, QWidget* parent)
   read();
   fitToScreen();
 
+  flashing_.setObjectName(QStringLiteral("Flashing"));
+  flashing_.setInterval(kFlashInterval);
   // Where the desktop asks for no motion, flashing labels stay lit.
   if (style()->styleHint(QStyle::SH_Widget_Animation_Duration, nullptr, this) > 0) {
     QObject::connect(&flashing_, &QTimer::timeout, this, [this] {
       lit_ = !lit_;
       for (const auto& control : controls_) control->Flash(lit_);
     });
-    flashing_.start(kFlashInterval);
+    flashing_.start();
   }
 }
 
@@ -109,8 +113,10 @@ void ScreenWindow::layOut() {
     first.push_back(controls_.back().get());
   }
   for (auto& [row, cells] : later) waiting_.push_back(std::move(cells));
-  const int below = 4 * fontMetrics().lineSpacing();  // the buttons and the help line
-  Laid laid = LayOut(first, room.width() - below, room.height() - below);
+  const int line = fontMetrics().lineSpacing();
+  const int beside = 5 * line;  // margins and scroll bar
+  const int below = 4 * line;   // the buttons and the help line
+  Laid laid = LayOut(first, room.width() - beside, room.height() - below);
   parts_ = std::move(laid.parts);
   addRow_ = std::move(laid.addRow);
   scroll_->setWidget(laid.page);
@@ -275,12 +281,9 @@ void ScreenWindow::followFocus() {
     if (isReachable(bound->Stop())) return giveFocus(*bound);
   }
   // A control that was disabled has lost the focus to the next one.
+  if (focusWidget() == nullptr) done_->setFocus(Qt::OtherFocusReason);
   const auto at = stops_.find(focusWidget());
-  if (at != stops_.end() && isReachable(focusWidget())) {
-    screen_.MoveFocus(&at->second->Of());
-  } else if (focusWidget() == nullptr) {
-    done_->setFocus(Qt::OtherFocusReason);
-  }
+  screen_.MoveFocus(at == stops_.end() ? nullptr : &at->second->Of());
 }
 
 void ScreenWindow::showEvent(QShowEvent* event) {
@@ -378,6 +381,7 @@ bool ScreenWindow::paste(TextField& field) {
     return true;
   }
   acting_ = true;
+  help_->clear();
   const QString report = PasteCells(screen_, field, cells, [this] { return help_->text(); });
   acting_ = false;
   afterAction();

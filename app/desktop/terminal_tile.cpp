@@ -1,6 +1,6 @@
 #include "terminal_tile.h"
 
-#include <QHBoxLayout>
+#include <QGridLayout>
 #include <QLabel>
 #include <QPainter>
 #include <algorithm>
@@ -23,7 +23,7 @@ constexpr std::array<KindRow, 5> kKinds = {{
     {u'M', "multiplexer", 0xFFC4C4C4},
 }};
 
-constexpr int kLetters = 6;  // of the widest line
+constexpr int kLetters = 4;  // of the widest line
 constexpr int kLines = 3;
 
 bool isFree(const QString& use) { return use.isEmpty() || use == QStringLiteral("free"); }
@@ -32,7 +32,8 @@ bool isFree(const QString& use) { return use.isEmpty() || use == QStringLiteral(
 
 TileText TileTextOf(const QString& use) {
   if (isFree(use)) return {};
-  if (use.contains(u',')) return {QString(use.front()) + u'+', QStringLiteral("several")};
+  if (use.contains(u','))
+    return {QString(use.front()) + u'+', QString::number(use.count(u',') + 1) + u'×'};
   if (use.startsWith(QStringLiteral("TK40M"))) return {u'M' + use.section(u' ', 1), {}};
   const QString block = use.section(u'(', 0, 0);
   return {block.front() + block.mid(block.indexOf(QStringLiteral("Blk")) + 3),
@@ -47,8 +48,10 @@ QColor TileColor(QChar letter, const QPalette& palette) {
 
 QWidget* TileLegend() {
   auto* legend = new QWidget;
-  auto* line = new QHBoxLayout(legend);
-  line->setContentsMargins(0, 0, 0, 0);
+  auto* grid = new QGridLayout(legend);
+  grid->setContentsMargins(0, 0, 0, 0);
+  constexpr int kColumns = 3;  // of a letter and its meaning
+  int at = 0;
   for (const KindRow& row : kKinds) {
     auto* sample = new QLabel(QStringLiteral(" %1 ").arg(QChar(row.letter)));
     QPalette palette = sample->palette();
@@ -56,10 +59,12 @@ QWidget* TileLegend() {
     palette.setColor(QPalette::WindowText, Qt::black);
     sample->setPalette(palette);
     sample->setAutoFillBackground(true);
-    line->addWidget(sample);
-    line->addWidget(new QLabel(QString::fromLatin1(row.name)));
+    const int line = at / kColumns;
+    const int column = at++ % kColumns * 2;
+    grid->addWidget(sample, line, column);
+    grid->addWidget(new QLabel(QString::fromLatin1(row.name)), line, column + 1);
   }
-  line->addStretch();
+  grid->setColumnStretch(kColumns * 2, 1);
   return legend;
 }
 

@@ -3,11 +3,18 @@
 
 #include <gtest/gtest.h>
 
+#include <QApplication>
+#include <QTest>
+#include <functional>
 #include <memory>
+#include <set>
+#include <string>
 
 #include "model/new_store.h"
 #include "projectfile/genfile.h"
 #include "qt_forms.h"
+#include "screen_window.h"
+#include "script/screen_catalog.h"
 #include "script/screen_script.h"
 #include "support/fixed_clock.h"
 #include "support/memory_filesystem.h"
@@ -35,6 +42,31 @@ struct DesktopSession {
   OstrandEvents nobodyListens;
   std::unique_ptr<ProjectStore> store = NewStore();
   Ostrand control{*store, around.all, nobodyListens};
+};
+
+// Opens the window of each screen.
+class WindowsTest : public ::testing::Test {
+ protected:
+  // Once for each screen that the project has, or for the one of that name; returns how many.
+  std::size_t visitAll(const std::function<void(desktop::ScreenWindow&)>& look,
+                       const std::string& only = {}) {
+    std::set<std::string> seen;
+    VisitScreens(session_.control, [&](Screen& screen) {
+      if (!only.empty() && screen.Name() != only) return;
+      if (!seen.insert(screen.Name()).second) return;
+      desktop::ScreenWindow window(screen, session_.windows, nullptr);
+      window.show();
+      ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+      ASSERT_TRUE(QTest::qWaitFor([&] { return window.IsComplete(); }));
+      // One layout asks for the next.
+      for (int pass = 0; pass < 3; ++pass) QApplication::processEvents();
+      SCOPED_TRACE(screen.Name());
+      look(window);
+    });
+    return seen.size();
+  }
+
+  DesktopSession session_;
 };
 
 }  // namespace ostrand::testing

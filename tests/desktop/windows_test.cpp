@@ -2,10 +2,12 @@
 #include <gtest/gtest.h>
 
 #include <QAccessible>
+#include <QClipboard>
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QProxyStyle>
 #include <QPushButton>
 #include <QScrollArea>
 #include <QTest>
@@ -13,7 +15,10 @@
 #include <set>
 
 #include "desktop_session.h"
+#include "paste.h"
+#include "screens/setup_screens.h"
 #include "script/screen_catalog.h"
+#include "terminal_tile.h"
 #include "widget_user.h"
 
 namespace ostrand {
@@ -22,37 +27,19 @@ namespace {
 using desktop::BoundControl;
 using desktop::ScreenWindow;
 
-class Windows : public ::testing::Test {
+class Windows : public testing::WindowsTest {
  protected:
   // The window of each screen of the sample project, while it is open.
   void visit(const std::function<void(ScreenWindow&)>& look) {
-    std::set<std::string> seen;
     MakeCatalogProject(*session_.store);
-    VisitScreens(session_.control, [&](Screen& screen) {
-      seen.insert(screen.Name());
-      ScreenWindow window(screen, session_.windows, nullptr);
-      window.show();
-      ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
-      ASSERT_TRUE(QTest::qWaitFor([&] { return window.IsComplete(); }));
-      QApplication::processEvents();  // all of it is laid out
-      SCOPED_TRACE(screen.Name());
-      look(window);
-    });
-    EXPECT_EQ(seen.size(), 41U);
+    EXPECT_EQ(visitAll(look), 41U);
   }
 
   // The window of one of them.
   void at(const std::string& name, const std::function<void(ScreenWindow&)>& look) {
-    bool seen = false;
-    visit([&](ScreenWindow& window) {
-      if (window.Shown().Name() != name || seen) return;
-      seen = true;
-      look(window);
-    });
-    EXPECT_TRUE(seen);
+    MakeCatalogProject(*session_.store);
+    EXPECT_EQ(visitAll(look, name), 1U);
   }
-
-  testing::DesktopSession session_;
 };
 
 TEST_F(Windows, HoldEachControlInOneWidget) {
@@ -99,25 +86,6 @@ TEST_F(Windows, HaveANameForEachControl) {
         EXPECT_FALSE(heard->text(QAccessible::Description).trimmed().isEmpty())
             << control->Of().Name();
       }
-    }
-  });
-}
-
-TEST_F(Windows, FitOnASmallScreenWithDoneAndCancelInSight) {
-  visit([](const ScreenWindow& window) {
-    EXPECT_LE(window.frameGeometry().width(), 1024);
-    EXPECT_LE(window.frameGeometry().height(), 768);
-    for (const QPushButton* button : {window.DoneButton(), window.CancelButton()}) {
-      EXPECT_TRUE(
-          window.rect().contains(QRect(button->mapTo(&window, QPoint(0, 0)), button->size())));
-    }
-    const auto* scroll = window.findChild<QScrollArea*>();
-    EXPECT_LE(scroll->widget()->width(), scroll->viewport()->width()) << "cut off at the side";
-    for (const auto& control : window.Controls()) {
-      const QWidget* widget = control->Widget();
-      if (!widget->isVisible() || control->Of().Kind() == ControlKind::kCode) continue;
-      EXPECT_GE(widget->width(), widget->minimumSizeHint().width()) << control->Of().Name();
-      EXPECT_GE(widget->height(), widget->minimumSizeHint().height()) << control->Of().Name();
     }
   });
 }
@@ -231,6 +199,259 @@ TEST_F(Windows, KeepTheFocusInAFieldThatCannotTakeItsText) {
     QTest::mouseClick(window.DoneButton(), Qt::LeftButton);
     EXPECT_EQ(window.Shown().Result(), ModalResult::kNone);
     EXPECT_TRUE(multiplier->Stop()->hasFocus());
+  });
+}
+
+// ---- Tables -------------------------------------------------------------------------------------
+
+TEST_F(Windows, PasteCellsOfASpreadsheetFromTheFocusedOne) {
+  at("frmFldName", [&](ScreenWindow& window) {
+    const auto cell = [&](const char* name) { return window.Find(*window.Shown().Find(name)); };
+    const auto paste = [&](const char* into, const QString& text) {
+      cell(into)->Stop()->setFocus(Qt::TabFocusReason);
+      QApplication::clipboard()->setText(text);
+      session_.forms.StartAction();
+      QTest::keyClick(cell(into)->Stop(), Qt::Key_V, Qt::ControlModifier);
+      return window.findChild<QLabel*>("Help")->text().toStdString();
+    };
+    EXPECT_EQ(paste("AliasName1", "Oil\tDeg_C\t2\r\nWater\tDeg_F\t3\r\n"), "6 cells pasted.");
+    EXPECT_FALSE(session_.forms.Beeped());
+    EXPECT_EQ(cell("AliasName2")->Of().Text(), "Water");
+    EXPECT_EQ(cell("AliasUnits1")->Of().Text(), "Deg_C");
+    EXPECT_EQ(cell("AliasMult2")->Of().Text(), "3");
+    EXPECT_TRUE(cell("AliasMult2")->Stop()->hasFocus());
+
+    EXPECT_EQ(paste("AliasMult1", "5\nx\n"), "MULT, row 2: \"x\" is refused. 1 cell pasted.");
+    EXPECT_TRUE(session_.forms.Beeped());
+    EXPECT_EQ(cell("AliasMult1")->Of().Text(), "5");
+    EXPECT_EQ(cell("AliasMult2")->Of().Text(), "3");
+    EXPECT_TRUE(cell("AliasMult2")->Stop()->hasFocus());
+
+    EXPECT_EQ(paste("AliasMult2", "6\n7\n"), "There is no cell for \"7\". 1 cell pasted.");
+    EXPECT_EQ(paste("AliasOffset2", "-"), "");  // a single text is typed
+    EXPECT_EQ(cell("AliasOffset2")->Of().Text(), "-");
+    EXPECT_EQ(paste("AliasOffset2", "4\r\n"), "");
+    EXPECT_EQ(cell("AliasOffset2")->Of().Text(), "-4");
+    testing::ExpectShown(window);
+  });
+}
+
+TEST_F(Windows, MoveInAColumnByTheArrows) {
+  at("frmFldName", [](ScreenWindow& window) {
+    const auto stop = [&](const char* name) {
+      return window.Find(*window.Shown().Find(name))->Stop();
+    };
+    stop("AliasMult1")->setFocus(Qt::TabFocusReason);
+    QTest::keyClick(stop("AliasMult1"), Qt::Key_Down);
+    EXPECT_TRUE(stop("AliasMult2")->hasFocus());
+    EXPECT_EQ(window.Find(*window.Shown().Find("AliasMult2"))->Line()->selectedText(), "1.8");
+    QTest::keyClick(stop("AliasMult2"), Qt::Key_Down);  // the last row
+    EXPECT_TRUE(stop("AliasMult2")->hasFocus());
+    QTest::keyClick(stop("AliasMult2"), Qt::Key_Up);
+    EXPECT_TRUE(stop("AliasMult1")->hasFocus());
+  });
+}
+
+TEST_F(Windows, BindTheRowsOutOfSightAfterTheFirstPaint) {
+  MakeCatalogProject(*session_.store);
+  session_.store->TempBlock[1].Reps = 100;
+  VisitScreens(session_.control, [&](Screen& screen) {
+    if (screen.Name() != "frmFldName" || screen.Find("AliasName100") == nullptr) return;
+    ScreenWindow window(screen, session_.windows, nullptr);
+    window.show();
+    EXPECT_FALSE(window.IsComplete());
+    EXPECT_LT(window.Controls().size(), screen.Controls().size() / 2);
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    // The Tab key finds the next row however early it comes.
+    ScreenWindow early(screen, session_.windows, nullptr);
+    early.show();
+    QTest::keyClick(early.focusWidget(), Qt::Key_Tab);
+    EXPECT_TRUE(early.IsComplete());
+    ASSERT_TRUE(QTest::qWaitFor([&] { return window.IsComplete(); }));
+    ASSERT_EQ(window.Controls().size(), screen.Controls().size());
+    for (std::size_t at = 0; at < window.Controls().size(); ++at) {
+      EXPECT_EQ(&window.Controls()[at]->Of(), screen.Controls()[at]);
+    }
+    QApplication::processEvents();
+    testing::ExpectShown(window);
+    const QWidget* last = window.Find(*screen.Find("AliasName100"))->Widget();
+    const QWidget* before = window.Find(*screen.Find("AliasName99"))->Widget();
+    EXPECT_EQ(last->x(), before->x());
+    EXPECT_GE(last->y(), before->geometry().bottom());
+  });
+}
+
+// ---- Focus --------------------------------------------------------------------------------------
+
+TEST_F(Windows, StartInTheFirstFieldWithItsTextSelected) {
+  visit([](const ScreenWindow& window) {
+    for (const auto& control : window.Controls()) {
+      if (!control->Of().Usable() || control->Stop() == nullptr) continue;
+      EXPECT_TRUE(control->Stop()->hasFocus());
+      if (control->Line() != nullptr) {
+        EXPECT_EQ(control->Line()->selectedText(), control->Line()->text());
+      }
+      return;
+    }
+    EXPECT_TRUE(window.DoneButton()->hasFocus());
+  });
+}
+
+TEST_F(Windows, PickNothingByTheFocusAlone) {
+  at("frmCalculated", [](ScreenWindow& window) {
+    const BoundControl* formulas = window.Find(*window.Shown().Find("Formulas"));
+    auto& choice = dynamic_cast<Choice&>(formulas->Of());
+    window.DoneButton()->setFocus();
+    choice.SetItems({"A | Flag(1) | V", "B | Flag(2) | V"});
+    formulas->Stop()->setFocus(Qt::TabFocusReason);
+    EXPECT_EQ(choice.Index(), -1);
+  });
+}
+
+// A screen over another one.
+class TwoScreens : public desktop::ScreenWindows {
+ public:
+  using ScreenWindows::ScreenWindows;
+  bool nested = false;
+
+ protected:
+  void run(ScreenWindow& window) override {
+    window.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    if (below_ != nullptr) return lookAtBoth(window);
+    below_ = &window;
+    button_ = window.Find(*window.Shown().Find("Block1"))->Stop();
+    button_->setFocus(Qt::TabFocusReason);
+    QTest::keyClick(button_, Qt::Key_Space);
+    EXPECT_TRUE(window.DoneButton()->isEnabled());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return button_->hasFocus(); }));
+    window.reject();
+    EXPECT_EQ(window.Shown().Result(), ModalResult::kCancel);
+  }
+
+ private:
+  void lookAtBoth(ScreenWindow& top) {
+    nested = true;
+    EXPECT_EQ(Top(), &top);
+    EXPECT_TRUE(below_->isVisible());
+    EXPECT_FALSE(button_->isEnabled());
+    EXPECT_FALSE(below_->DoneButton()->isEnabled());
+    below_->reject();
+    EXPECT_EQ(below_->Shown().Result(), ModalResult::kNone);
+    QTest::keyClick(top.focusWidget(), Qt::Key_Escape);
+    EXPECT_EQ(top.Shown().Result(), ModalResult::kCancel);
+  }
+
+  ScreenWindow* below_ = nullptr;
+  QWidget* button_ = nullptr;
+};
+
+TEST_F(Windows, EditOnlyTheTopOneOfTwo) {
+  MakeCatalogProject(*session_.store);
+  TwoScreens host(session_.windows, nullptr);
+  std::vector<bool> reports;
+  host.OnOpen = [&](bool open) { reports.push_back(open); };
+  ConnectSetupScreens(session_.control, host);
+  session_.control.Screens()[kVoltageButton]();
+  EXPECT_TRUE(host.nested);
+  EXPECT_EQ(reports, (std::vector<bool>{true, false}));
+  EXPECT_EQ(host.Top(), nullptr);
+}
+
+// ---- What a control shows -----------------------------------------------------------------------
+
+TEST_F(Windows, ShowWhyAControlIsDisabledAndItsLimits) {
+  at("frmVoltSetup", [](const ScreenWindow& window) {
+    const auto tip = [&](const char* name) {
+      return window.Find(*window.Shown().Find(name))->Widget()->toolTip();
+    };
+    EXPECT_EQ(tip("StartVoltChan"), "Channels are selected automatically (Configuration).");
+  });
+  at("frmVoltBlock", [](const ScreenWindow& window) {
+    EXPECT_EQ(window.Find(*window.Shown().Find("BlockCount"))->Widget()->toolTip(), "At most 7.");
+  });
+}
+
+TEST_F(Windows, HideAndDisableTheItemsOfAList) {
+  at("frmVoltSetup", [](ScreenWindow& window) {
+    auto& range = dynamic_cast<Choice&>(*window.Shown().Find("Range"));
+    auto* box = qobject_cast<QComboBox*>(window.Find(range)->Widget());
+    range.Items[1].Visible = false;
+    range.Items[2].Enabled = false;
+    range.Items[3].ToolTip = "tip";
+    window.DoneButton()->setFocus();
+    window.Find(range)->Read();
+    QTest::keyClick(box, Qt::Key_F4);
+    EXPECT_EQ(box->findText(QString::fromStdString(range.Items[1].Text)), -1);
+    const int row = box->findText(QString::fromStdString(range.Items[2].Text));
+    EXPECT_FALSE(box->model()->flags(box->model()->index(row, 0)).testFlag(Qt::ItemIsEnabled));
+    EXPECT_EQ(box->itemData(row + 1, Qt::ToolTipRole), "tip");
+    EXPECT_EQ(box->currentText().toStdString(), range.Text());
+    box->hidePopup();
+  });
+}
+
+// Flashing follows the desktop's wish for motion.
+class Motion final : public QProxyStyle {
+ public:
+  explicit Motion(bool moves) : moves_(moves) {}
+  int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                QStyleHintReturn* result) const override {
+    if (hint == SH_Widget_Animation_Duration) return moves_ ? 200 : 0;
+    return QProxyStyle::styleHint(hint, option, widget, result);
+  }
+
+ private:
+  bool moves_;
+};
+
+TEST_F(Windows, FlashUnlessTheDesktopAsksForNoMotion) {
+  for (const bool moves : {true, false}) {
+    QApplication::setStyle(new Motion(moves));
+    at("frmOutInt", [&](ScreenWindow& window) {
+      auto* timer = window.findChild<QTimer*>("Flashing");
+      ASSERT_NE(timer, nullptr);
+      EXPECT_EQ(timer->isActive(), moves);
+      EXPECT_EQ(timer->interval(), 500);
+      const BoundControl* shown = window.Find(*window.Shown().Find("PerSec"));
+      dynamic_cast<Label&>(shown->Of()).Flashes = true;
+      if (!moves) return;
+      EXPECT_TRUE(
+          QTest::qWaitFor([&] { return shown->Widget()->foregroundRole() == QPalette::Window; }));
+    });
+  }
+  QApplication::setStyle("Fusion");
+}
+
+TEST(TerminalTiles, NameBlockAndSensor) {
+  const auto text = [](const char* use) {
+    const desktop::TileText lines = desktop::TileTextOf(use);
+    return (lines.block + '/' + lines.sensor).toStdString();
+  };
+  EXPECT_EQ(text("free"), "/");
+  EXPECT_EQ(text("VBlk1(3)"), "V1/3");
+  EXPECT_EQ(text("TBlk12(100)"), "T12/100");
+  EXPECT_EQ(text("TK40M 2"), "M2/");
+  EXPECT_EQ(text("VBlk1(3), BBlk1(1)"), "V+/2×");
+}
+
+TEST_F(Windows, DrawTheInputsInTheColoursOfTheirBlocks) {
+  at("frmLogGraph", [](ScreenWindow& window) {
+    const auto colorOf = [&](const char* name) {
+      QWidget* tile = window.Find(*window.Shown().Find(name))->Widget();
+      return tile->grab().toImage().pixelColor(3, 3);
+    };
+    const QPalette palette = window.palette();
+    ASSERT_EQ(window.Shown().Find("SE1")->Text(), "TBlk1(1)");
+    EXPECT_EQ(colorOf("SE1"), desktop::TileColor('T', palette));
+    ASSERT_EQ(window.Shown().Find("SE40")->Text(), "TK40M 1");
+    EXPECT_EQ(colorOf("SE40"), desktop::TileColor('M', palette));
+    ASSERT_EQ(window.Shown().Find("SE30")->Text(), "free");
+    EXPECT_NE(colorOf("SE30"), desktop::TileColor('M', palette));
+    const QAccessibleInterface* heard =
+        QAccessible::queryAccessibleInterface(window.Find(*window.Shown().Find("SE1"))->Widget());
+    EXPECT_EQ(heard->text(QAccessible::Name), "Analog inputs 1: TBlk1(1)");
+    EXPECT_EQ(heard->role(), QAccessible::StaticText);
   });
 }
 
