@@ -25,7 +25,9 @@ constexpr int kLines = 44;     // height
 enum Column { kPlace, kSetting, kPresent, kOther, kColumns };
 
 // As this version writes the project, so that only settings differ.
-std::string upToDate(const std::string& project) { return BytesOfStore(*StoreOf(project)); }
+std::string upToDate(const std::string& project, ORVUS_GENFILE::ReadReport* report = nullptr) {
+  return BytesOfStore(*StoreOf(project, report));
+}
 
 QString countText(std::size_t count, const QString& name) {
   if (count == 0) return QStringLiteral("The settings are the same as those of %1.").arg(name);
@@ -93,10 +95,17 @@ CompareWindow::CompareWindow(const Ostrand& session, const std::string& present,
   setWindowTitle(QStringLiteral("Compare with ") + name);
   setAttribute(Qt::WA_DeleteOnClose);
   const std::string now = upToDate(present);
-  const std::string then = upToDate(other);
+  ORVUS_GENFILE::ReadReport report;
+  const std::string then = upToDate(other, &report);
   differences_ = DifferencesOf(then, now);
   summary_->setTextFormat(Qt::PlainText);
-  summary_->setText(countText(differences_.size(), name));
+  QString summary = countText(differences_.size(), name);
+  if (report.skipped > 0) {
+    summary += QStringLiteral("\nNot read from %1: ").arg(name) +
+               FromSystem(ORVUS_GENFILE::SkippedText(report));
+  }
+  summary_->setText(summary);
+  summary_->setWordWrap(true);
   layOut(name);
   fillList();
   fillPrograms(session, now, then);

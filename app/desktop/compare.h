@@ -26,6 +26,7 @@ class CompareWindow final : public QDialog {
                 const QString& name, std::function<void(const ScreenPlace&)> open, QWidget* parent);
 
   [[nodiscard]] const std::vector<Difference>& Differences() const { return differences_; }
+  [[nodiscard]] const QLabel* Summary() const { return summary_; }
   [[nodiscard]] QTreeWidget* List() const { return list_; }
   [[nodiscard]] ProgramText* Present() const { return present_; }
   [[nodiscard]] ProgramText* Other() const { return other_; }

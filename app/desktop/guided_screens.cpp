@@ -26,7 +26,10 @@ void GuidedScreens::ShowModal(Screen& screen) {
 }
 
 void GuidedScreens::run(ScreenWindow& window) {
-  if (!place_.steps.empty()) QTimer::singleShot(0, &window, [this, &window] { goOn(window); });
+  QTimer shown;  // when the window is there
+  shown.setSingleShot(true);
+  QObject::connect(&shown, &QTimer::timeout, &window, [this, &window] { goOn(window); });
+  if (IsGuiding()) shown.start(0);
   ScreenWindows::run(window);
 }
 

@@ -56,11 +56,12 @@ std::string BytesOfStore(const ProjectStore& store) {
   return ORVUS_GENFILE::ProjectFileText(*copy, platform::Moment{});
 }
 
-std::unique_ptr<ProjectStore> StoreOf(std::string_view bytes) {
+std::unique_ptr<ProjectStore> StoreOf(std::string_view bytes, ORVUS_GENFILE::ReadReport* report) {
   std::unique_ptr<ProjectStore> store = NewStore();
   ORVUS_COMMON::SetAllDefaults(*store);
   ORVUS_COMMON::SetLoggerConstants(*store);
-  ORVUS_GENFILE::ReadProjectText(*store, bytes);
+  ORVUS_GENFILE::ReadReport read = ORVUS_GENFILE::ReadProjectText(*store, bytes);
+  if (report != nullptr) *report = std::move(read);
   return store;
 }
 

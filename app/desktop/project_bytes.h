@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "projectfile/read_report.h"
 #include "session/ostrand.h"
 
 namespace ostrand::desktop {
@@ -16,8 +17,9 @@ std::string BytesToSave(const Ostrand& session, const ProjectStore& store);
 // The bytes of a project file with this project; without its moment.
 std::string BytesOfStore(const ProjectStore& store);
 
-// The project of a project file's bytes.
-std::unique_ptr<ProjectStore> StoreOf(std::string_view bytes);
+// The project of a project file's bytes. `report`, if any, gets what was not read.
+std::unique_ptr<ProjectStore> StoreOf(std::string_view bytes,
+                                      ORVUS_GENFILE::ReadReport* report = nullptr);
 
 // The program that a save would write now, and its faults as they are reported; UTF-8.
 struct ProgramPreview {

@@ -1,6 +1,7 @@
 // The search of a project, and two projects side by side.
 #include <gtest/gtest.h>
 
+#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QTest>
@@ -100,6 +101,14 @@ TEST_F(Compare, SaysWhatDiffersAndShowsItInTheProgram) {
     EXPECT_TRUE(text(window->Other()).startsWith("Const VRNG2 = 1"));
   }
   EXPECT_EQ(changed, 1);
+}
+
+TEST_F(Compare, ReportsWhatItCouldNotRead) {
+  const auto whole = compare(example("engine-test-cell"), example("engine-test-cell"));
+  EXPECT_FALSE(whole->Summary()->text().contains("Not read"));
+  const auto broken = compare(example("engine-test-cell"), "no project\r\nat all=1\r\n");
+  EXPECT_TRUE(broken->Summary()->text().contains("Not read from other.VKG: "));
+  EXPECT_GT(broken->List()->topLevelItemCount(), 10);
 }
 
 TEST(ProgramChanges, LeaveOutDateAndTime) {
