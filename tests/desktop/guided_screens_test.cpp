@@ -82,6 +82,12 @@ TEST_F(Guided, OpensAnOptionOfTheUser) {
   EXPECT_TRUE(endOf({{{"frmOptGen"}}, {}}).starts_with("frmOptGen "));
 }
 
+TEST_F(Guided, EndsAtAButtonThatIsDisabled) {
+  ASSERT_FALSE(session_.control.MainButtons().Enabled(kTK40MButton));
+  EXPECT_EQ(endOf("[TK40M BLOCKS]", "Reps(1)"), "");
+  EXPECT_FALSE(screens_.IsGuiding());
+}
+
 // A screen that is opened by hand afterwards goes nowhere.
 TEST_F(Guided, ForgetsTheWayAtItsEnd) {
   EXPECT_EQ(endOf("[VOLTAGE BLOCKS]", "ZeroFlag(7)"), "frmVoltBlock BlockCount");

@@ -17,6 +17,7 @@
 #include "documents/rich_text.h"
 #include "model/new_store.h"
 #include "pages/checks_page.h"
+#include "pages/program_page.h"
 #include "support/fixed_clock.h"
 #include "support/memory_filesystem.h"
 #include "support/temp_folder.h"
@@ -101,6 +102,26 @@ TEST_F(Main, GoesToTheFieldOfAFinding) {
   QTest::keyClick(checks, Qt::Key_Return);
   EXPECT_TRUE(came);
   EXPECT_EQ(window_.OpenScreen(), nullptr);
+}
+
+TEST_F(Main, MarksLinesOfTheProgramUntilTheProjectIsReadAgain) {
+  ASSERT_TRUE(window_.Open(kProject));
+  const auto* page = dynamic_cast<desktop::ProgramView*>(window_.Pages()->widget(1));
+  ASSERT_NE(page, nullptr);
+  const auto marks = [&] {
+    window_.Pages()->setCurrentIndex(0);
+    window_.Pages()->setCurrentIndex(1);
+    int count = 0;
+    for (int line = 1; line <= page->Text()->blockCount(); ++line) {
+      if (page->Text()->MarkOf(line) != desktop::LineMark::kNone) ++count;
+    }
+    return count;
+  };
+  EXPECT_EQ(marks(), 0);
+  store_->VoltBlock[2].SettleTime = 350;
+  EXPECT_EQ(marks(), 1);
+  ASSERT_TRUE(window_.Open(kProject));
+  EXPECT_EQ(marks(), 0);
 }
 
 TEST_F(Main, MarksOnlyWhatASaveWouldChange) {
