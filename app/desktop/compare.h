@@ -48,7 +48,7 @@ class CompareWindow final : public QDialog {
 };
 
 // Two programs with blank lines where the other one has lines that it lacks, so that equal lines
-// stand beside each other; UTF-8, lines end in LF.
+// are beside each other; UTF-8, lines end in LF.
 struct SideBySide {
   struct Side {
     std::string text;
