@@ -161,7 +161,7 @@ constexpr KeyRow kAll[] = {
     derived(kBridge, "MeasType", kItem, "input type", kSetup, "Style"),
     {kTemp | kMux, "TypeNo", kItem, "thermocouple type", kSetup, "TypeNo", V::kThermocouple},
     {kAnalog, "Range", kItem, "range", kSetup, "Range"},
-    derived(kAnalog, "RangeNo", kItem, "range code", kSetup, "Range"),
+    derived(kAnalog, "RangeNo", kItem, "range", kSetup, "Range"),
     {kAnalog, "Integration", kItem, "integration time (\xB5s)", kSetup, "Integration"},
     named(kAnalog, "IntegrationRange", kItem, "integration", kSetup, "IntegrationRange",
           kIntegrations),

@@ -16,9 +16,11 @@ namespace {
 // Keys whose value is a name, which is what a user looks for.
 constexpr std::array<std::string_view, 4> kNames = {"AliasName", "TableName", "CalcField", "Name"};
 
-// Outputs, levels and the other values of a sensor: found by the sensor or the block.
-constexpr std::array<std::string_view, 7> kSkipped = {
-    "Table(", "Alias", "HistogramCode", "RainHistoCode", "RainCode", "PCTime", "VersionLastSaved"};
+// Outputs, levels and the other values of a sensor: found by the sensor or the block. A range is
+// found by its name.
+constexpr std::array<std::string_view, 8> kSkipped = {
+    "Table(",   "Alias",  "HistogramCode",    "RainHistoCode",
+    "RainCode", "PCTime", "VersionLastSaved", "RangeNo"};
 
 std::string_view stemOf(std::string_view key) { return key.substr(0, key.find('(')); }
 

@@ -32,7 +32,7 @@ TEST_F(Search, LeadsToSensorsNamesTablesFlagsKeysAndScreens) {
   EXPECT_EQ(found("voltages"), "Voltages | Screen | frmVoltBlock \n");
   EXPECT_EQ(found("voltage block 2: range"),
             "Voltage block 2: range | 1000 mV | frmVoltSetup Range\n");
-  EXPECT_EQ(found("RangeNo(2)"), "Thermocouple block 2: range code | 2 | frmTempSetup Range\n");
+  EXPECT_EQ(found("BurstMode"), "Scan: burst mode | off | frmExecute BurstMode\n");
   EXPECT_EQ(found("2 settling volt"),
             "Voltage block 2: settling time (\xB5s) | 200 | frmVoltSetup SettleTime\n");
 }

@@ -130,8 +130,8 @@ FindingsPage::FindingsPage(std::function<void(const ScreenPlace&)> open,
   header()->setStretchLastSection(false);
   header()->setSectionResizeMode(kFinding, QHeaderView::Stretch);
   const int letter = fontMetrics().averageCharWidth();
-  header()->resizeSection(kSeverity, 26 * letter);
-  header()->resizeSection(kPlace, 36 * letter);
+  header()->resizeSection(kSeverity, 23 * letter);
+  header()->resizeSection(kPlace, 30 * letter);
   setToolTip(QStringLiteral("Double-click a finding, or press Enter, to open its screen."));
   // The height of wrapped texts follows the width of their column.
   QObject::connect(header(), &QHeaderView::sectionResized, this,
