@@ -3,6 +3,7 @@
 #include <QPushButton>
 #include <QTimer>
 
+#include "places.h"
 #include "screens/setup_screens.h"
 #include "session/ostrand.h"
 #include "session/user_action.h"
@@ -22,7 +23,10 @@ void GuidedScreens::ShowModal(Screen& screen) {
       next_ < place_.steps.size() && SameText(screen.Name(), place_.steps[next_].screen);
   if (!isOnTheWay || !TakeStep(screen, place_.steps[next_])) place_ = {};
   ++next_;
+  if (Top() == nullptr) blocks_.clear();
   ScreenWindows::ShowModal(screen);
+  const QString block = BlockOf(screen);
+  if (screen.Result() == ModalResult::kDone && !block.isEmpty()) blocks_.insert(block);
 }
 
 void GuidedScreens::run(ScreenWindow& window) {

@@ -1,7 +1,9 @@
 // Screens that open one after the other on the way to a control.
 #pragma once
 
+#include <QString>
 #include <functional>
+#include <set>
 
 #include "places/key_places.h"
 #include "screen_window.h"
@@ -25,6 +27,10 @@ class GuidedScreens : public ScreenWindows {
   // Whether the end of the way has not been reached yet.
   [[nodiscard]] bool IsGuiding() const { return !place_.steps.empty(); }
 
+  // The one block whose setup was left by Done since the last first screen opened: "Voltage block
+  // 2"; empty for none or several.
+  [[nodiscard]] QString Block() const { return blocks_.size() == 1 ? *blocks_.begin() : QString(); }
+
   void ShowModal(Screen& screen) override;
 
  protected:
@@ -35,6 +41,7 @@ class GuidedScreens : public ScreenWindows {
 
   ScreenPlace place_;
   std::size_t next_ = 0;  // the step whose screen opens next
+  std::set<QString> blocks_;
 };
 
 // Opens the first screen of a place: by its main button, or as an option of the user.

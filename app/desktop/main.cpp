@@ -12,6 +12,7 @@
 #include "platform/posix/posix_process.h"
 #include "platform/posix/posix_work_folders.h"
 #include "platform/posix/settings_places.h"
+#include "platform/posix/user_folders.h"
 #include "platform/surroundings.h"
 #include "texts.h"
 
@@ -59,8 +60,11 @@ int run(QApplication& application) {
                                       platform::TemporaryFolder(),
                                       platform::ModuleFolder(),
                                       &workFolders};
-  MainWindow window(TheStore(), around, forms);
+  const std::string state = platform::UserStateFolder();
+  MainWindow window(TheStore(), around, forms,
+                    drawing || state.empty() ? QString() : PathText(state + "/recovery"));
   if (!drawing) window.show();
+  if (!drawing && window.OfferUnsavedWork()) return QApplication::exec();
   if (files.isEmpty() || !window.Open(PathOf(files.front()))) {
     if (drawing) return kFault;
     window.StartNew();

@@ -3,288 +3,235 @@
 #include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
+#include <QDir>
 #include <QFileInfo>
-#include <QFontDatabase>
-#include <QFormLayout>
-#include <QGroupBox>
-#include <QLabel>
 #include <QLineEdit>
-#include <QMenu>
-#include <QMenuBar>
-#include <QMessageBox>
-#include <QPushButton>
-#include <QScrollArea>
-#include <QStatusBar>
+#include <QMimeData>
+#include <QSplitter>
+#include <QStandardPaths>
 #include <QTabWidget>
-#include <QTextCursor>
-#include <QTextEdit>
-#include <QVBoxLayout>
+#include <QTimer>
 
 #include "colors.h"
 #include "compare.h"
-#include "documents/rich_text.h"
+#include "contrast.h"
+#include "guided_screens.h"
+#include "icons.h"
+#include "model/new_store.h"
+#include "model/warnings.h"
 #include "pages/checks_page.h"
 #include "pages/program_page.h"
 #include "pages/tables_page.h"
-#include "platform/surroundings.h"
 #include "project_bytes.h"
 #include "projectfile/genfile.h"
+#include "projectfile/read_report.h"
 #include "screens/setup_screens.h"
 #include "search.h"
+#include "session/settings.h"
+#include "session/user_action.h"
 #include "texts.h"
 
 namespace ostrand::desktop {
 namespace {
 
-// ---- The main row -------------------------------------------------------------------------------
+// Of a new project, until it is saved.
+const std::string kNewName = "NoName";
 
-constexpr std::array<const char*, 3> kPanels = {"Logger", "Measurements", "Outputs and files"};
+// The folder of a new project; the user's own if the one of the settings does not exist.
+std::string folderOfNew(const std::string& set) {
+  if (QDir(QString::fromStdString(set)).exists()) return set;
+  return PathOf(QStandardPaths::writableLocation(QStandardPaths::HomeLocation)) + "/";
+}
 
-struct ButtonRow {
-  int button;
-  std::size_t panel;
-  const char* caption;
-};
-// Reserved buttons are not shown.
-constexpr std::array<ButtonRow, 15> kButtons = {{
-    {kConfigurationButton, 0, "&Configuration"},
-    {kExecutionButton, 0, "E&xecution intervals"},
-    {kPortsButton, 0, "&Ports"},
-    {kFlagsButton, 0, "Fla&gs"},
-    {kExciteButton, 0, "&Analog outputs"},
-    {kThermocoupleButton, 1, "Ther&mocouples"},
-    {kVoltageButton, 1, "&Voltages"},
-    {kBridgeButton, 1, "&Bridges"},
-    {kPulseButton, 1, "P&ulse inputs"},
-    {kTK40MButton, 1, "Multiplexers (TK&40M)"},
-    {kCanButton, 1, "CA&N items"},
-    {kCalcFieldsButton, 1, "Ca&lculated fields"},
-    {kTablesButton, 2, "Output &tables"},
-    {kSaveAndSendButton, 2, kSaveAndSendCaption.data()},
-    {kSaveButton, 2, "&Save"},
-}};
+QString absolute(const std::string& path) {
+  return QFileInfo(QString::fromStdString(path)).absoluteFilePath();
+}
 
-// The size of the window at first, in letters of the pages and in lines.
-constexpr int kWidth = 120;
-constexpr int kLines = 44;
-
-QFont fixedFont() { return QFontDatabase::systemFont(QFontDatabase::FixedFont); }
+// The one file that is dropped; empty for anything else.
+QString fileOf(const QMimeData* dropped) {
+  const QList<QUrl> urls = dropped->urls();
+  return urls.size() == 1 ? urls.front().toLocalFile() : QString();
+}
 
 }  // namespace
-
-MainWindow::MainWindow(ProjectStore& store, const platform::Surroundings& around, QtForms& forms)
-    : store_(store),
-      forms_(forms),
-      row_(new QWidget(this)),
-      operator_(new QLineEdit(this)),
-      number_(new QLineEdit(this)),
-      pages_(new QTabWidget(this)),
-      summary_(new QTextEdit(this)),
-      program_(new ProgramView([this](const ScreenPlace& place) { Go(place); }, this)),
-      tables_(new TablesPage([this]() -> const ProjectStore& { return store_; }, this)),
-      checks_(new FindingsPage([this](const ScreenPlace& place) { Go(place); },
-                               [this](int line) {
-                                 pages_->setCurrentWidget(program_);
-                                 program_->Text()->GoTo(line);
-                               },
-                               this)),
-      session_(store, around, *this),
-      screens_(forms, this) {
-  forms_.Main(this);
-  auto* help = new QLabel(this);
-  help->setTextFormat(Qt::PlainText);
-  help->setAccessibleName(QStringLiteral("Help"));
-  statusBar()->addWidget(help, 1);
-  forms_.AddHelpLine(help);
-
-  ConnectSetupScreens(session_, screens_);
-  screens_.OnOpen = [this](bool open) { screenOpen(open); };
-  buildMainRow();
-  buildBoxes();
-  buildPages();
-  buildMenus();
-
-  auto* left = new QScrollArea(this);
-  left->setWidget(row_);
-  left->setWidgetResizable(true);
-  left->setFrameShape(QFrame::NoFrame);
-  left->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-  left->setMinimumWidth(row_->sizeHint().width() +
-                        style()->pixelMetric(QStyle::PM_ScrollBarExtent));
-  auto* right = new QVBoxLayout;
-  auto* boxes = new QFormLayout;
-  boxes->addRow(QStringLiteral("&Operator"), operator_);
-  boxes->addRow(QStringLiteral("&Identification"), number_);
-  right->addLayout(boxes);
-  right->addWidget(pages_, 1);
-  auto* center = new QWidget(this);
-  auto* columns = new QHBoxLayout(center);
-  columns->addWidget(left);
-  columns->addLayout(right, 1);
-  setCentralWidget(center);
-  const QSize wanted(kWidth * fontMetrics().averageCharWidth(),
-                     kLines * fontMetrics().lineSpacing());
-  resize(wanted.boundedTo(RoomFor(*this)));
-  ready_ = true;
-  saved_ = BytesToSave(session_, store_);
-  ColorsChanged();
-  showAll();
-}
-
-MainWindow::~MainWindow() { forms_.Main(nullptr); }
-
-void MainWindow::buildMainRow() {
-  auto* column = new QVBoxLayout(row_);
-  std::array<QVBoxLayout*, kPanels.size()> panels{};
-  for (std::size_t panel = 0; panel < kPanels.size(); ++panel) {
-    auto* box = new QGroupBox(QString::fromLatin1(kPanels[panel]), row_);
-    panels[panel] = new QVBoxLayout(box);
-    column->addWidget(box);
-  }
-  column->addStretch();
-  for (const ButtonRow& row : kButtons) {
-    auto* button = new QPushButton(QString::fromLatin1(row.caption), row_);
-    button->setAccessibleName(PlainCaption(row.caption));
-    button->setAccessibleDescription(FromProject(MainButtonHelp(row.button)));
-    button->setToolTip(button->accessibleDescription());
-    button->installEventFilter(this);
-    panels[row.panel]->addWidget(button);
-    buttons_[static_cast<std::size_t>(row.button)] = button;
-    QObject::connect(button, &QPushButton::clicked, this, [this, row] { click(row.button); });
-  }
-}
-
-void MainWindow::buildBoxes() {
-  const auto take = [this](QLineEdit* box, void (Ostrand::*set)(std::string_view),
-                           const std::string& (Ostrand::*get)() const, const char* name) {
-    box->setMaxLength(static_cast<int>(Ostrand::kMaxBoxLetters));
-    box->setAccessibleName(QString::fromLatin1(name));
-    box->installEventFilter(this);
-    QObject::connect(box, &QLineEdit::textEdited, this, [this, box, set, get](const QString& text) {
-      const std::optional<std::string> bytes = ToProject(text);
-      if (bytes) {
-        (session_.*set)(*bytes);
-      } else {
-        forms_.Beep();
-      }
-      const QString taken = FromProject((session_.*get)());
-      if (taken != text) {
-        const int cursor = box->cursorPosition() - static_cast<int>(text.size() - taken.size());
-        box->setText(taken);
-        box->setCursorPosition(cursor);
-      }
-      showTitle();
-    });
-  };
-  take(operator_, &Ostrand::txtOper, &Ostrand::txtOper, "Operator");
-  take(number_, &Ostrand::txtIDNum, &Ostrand::txtIDNum, "Identification");
-}
-
-void MainWindow::buildPages() {
-  summary_->setReadOnly(true);
-  summary_->setLineWrapMode(QTextEdit::NoWrap);
-  summary_->setFont(fixedFont());
-  const auto add = [this](QWidget* page, const char* name) {
-    page->setAccessibleName(QString::fromLatin1(name));
-    pages_->addTab(page, QString::fromLatin1(name));
-  };
-  add(summary_, "Summary");
-  add(program_, "Program");
-  add(tables_, "Tables");
-  add(checks_, "Checks");
-  QObject::connect(pages_, &QTabWidget::currentChanged, this, [this] { showPage(); });
-}
-
-void MainWindow::buildMenus() {
-  QMenu* file = menuBar()->addMenu(QStringLiteral("&File"));
-  file->addAction(QStringLiteral("&New"), QKeySequence::New, this, [this] { askNew(); });
-  file->addAction(QStringLiteral("&Open..."), QKeySequence::Open, this, [this] { askOpen(); });
-  actions_[kSaveButton] = file->addAction(QStringLiteral("&Save..."), QKeySequence::Save, this,
-                                          [this] { click(kSaveButton); });
-  file->addAction(QStringLiteral("&Compare with..."), this, [this] { askCompare(); });
-  file->addSeparator();
-  file->addAction(QStringLiteral("&Quit"), QKeySequence(QStringLiteral("Ctrl+Q")), this,
-                  [this] { close(); });
-  QMenu* setup = menuBar()->addMenu(QStringLiteral("&Setup"));
-  setup->addAction(QStringLiteral("&Search..."), QKeySequence(QStringLiteral("Ctrl+K")), this,
-                   [this] { search(); });
-  setup->addSeparator();
-  std::size_t panel = 0;
-  for (const ButtonRow& row : kButtons) {
-    if (row.button >= kSaveAndSendButton) continue;
-    if (row.panel != panel) setup->addSeparator();
-    panel = row.panel;
-    const QString caption = QString::fromLatin1(row.caption) + QStringLiteral("...");
-    actions_[static_cast<std::size_t>(row.button)] =
-        setup->addAction(caption, this, [this, row] { click(row.button); });
-  }
-  QMenu* options = menuBar()->addMenu(QStringLiteral("O&ptions"));
-  for (const OptionScreen& row : kOptionScreens) {
-    options->addAction(FromProject(row.option) + QStringLiteral("..."), this,
-                       [this, row] { session_.ShowOptions(row.option); });
-  }
-}
-
-QPushButton* MainWindow::ButtonOf(int button) const {
-  return buttons_[static_cast<std::size_t>(button)];
-}
 
 // ---- Projects -----------------------------------------------------------------------------------
 
 bool MainWindow::Open(const std::string& path) {
+  if (!MayAct()) return false;
   bool cancelled = true;
-  session_.OpenFile(path, cancelled);
-  if (cancelled) return false;
-  saved_ = BytesToSave(session_, store_);
-  showAll();
+  act(QStringLiteral("Open"), [&] { session_.OpenFile(path, cancelled); });
+  if (cancelled) {
+    const InterruptedProject& found = session_.Interrupted();
+    if (!found.left.empty()) {
+      notice_->Show(QStringLiteral("An earlier save was interrupted: %1 holds the project. To "
+                                   "restore it: ostrand recover %2")
+                        .arg(FromSystem(found.left), FromSystem(found.project)));
+    }
+    settings_.recent.removeAll(absolute(path));
+    showRecent();
+    return false;
+  }
+  named_ = true;
+  settings_.AddRecent(absolute(session_.CurrentFileName()));
+  showRecent();
+  projectReplaced();
+  noteWhatWasRead();
   return true;
 }
 
+bool MainWindow::OpenInstead(const std::string& path) {
+  return MayAct() && mayLeaveProject() && Open(path);
+}
+
 void MainWindow::StartNew() {
-  if (!session_.NewProject(session_.GenFilePath() + "NoName.VKG")) return;
-  saved_ = BytesToSave(session_, store_);
+  if (!MayAct()) return;
+  bool started = false;
+  act(QStringLiteral("New"), [&] {
+    started = session_.NewProject(folderOfNew(session_.GenFilePath()) + kNewName + ".VKG");
+  });
+  if (!started) return;
+  named_ = false;
+  projectReplaced();
+}
+
+void MainWindow::projectReplaced() {
+  notice_->Show({});
+  keeper_.Opened();
+  program_->Saved(BytesToSave(session_, store_));
   showAll();
 }
 
-// The present project is saved first, if the user wants that.
-bool MainWindow::mayLeaveProject() {
-  bool cancelled = false;
-  if (HasEdits()) session_.AskToSaveAll(false, cancelled);
-  return !cancelled;
+void MainWindow::projectSaved() {
+  named_ = true;
+  keeper_.Saved();
+  program_->Saved(BytesToSave(session_, store_));
+  settings_.AddRecent(absolute(session_.CurrentFileName()));
+  showRecent();
+  QString text = QStringLiteral("Saved %1.").arg(FromSystem(session_.CurrentFileName()));
+  if (!session_.OldFileKept().empty()) {
+    text += QStringLiteral(" The old file is kept as %1.").arg(FromSystem(session_.OldFileKept()));
+  }
+  notice_->Show(text);
 }
 
-void MainWindow::askOpen() {
-  if (mayLeaveProject()) Open({});
+void MainWindow::noteWhatWasRead() {
+  const int skipped = session_.SkippedLines().skipped;
+  if (skipped == 0) return;
+  notice_->Show(
+      QStringLiteral("%1 of the file could not be read, and the next save drops %2; it "
+                     "keeps the old file. See the page Checks.")
+          .arg(skipped == 1 ? QStringLiteral("A line") : QStringLiteral("%1 lines").arg(skipped),
+               skipped == 1 ? QStringLiteral("it") : QStringLiteral("them")));
 }
+
+bool MainWindow::hasFile() const {
+  return named_ && around_.files.Exists(session_.CurrentFileName());
+}
+
+// The session asks about its own edits. It does not know of texts in the two boxes, and has no name
+// for a new project.
+bool MainWindow::mayLeaveProject() {
+  if (!HasEdits()) return true;
+  if (hasFile() && session_.DirtyFlag()) {
+    bool cancelled = true;
+    act({}, [&] { session_.AskToSaveAll(false, cancelled); });
+    if (!cancelled && !session_.DirtyFlag()) projectSaved();
+    return !cancelled;
+  }
+  using platform::Answer;
+  const std::string& name = hasFile() ? session_.CurrentFileName() : session_.BaseName();
+  forms_.Beep();
+  const Answer answer =
+      around_.forms.ShowBox({.title = "QUIT GENERATOR",
+                             .text = "Do you want to save changes made to " + name + "?",
+                             .icon = platform::Icon::kQuestion,
+                             .buttons = platform::Buttons::kYesNoCancel});
+  if (answer != Answer::kYes) return answer == Answer::kNo;
+  save();
+  return !HasEdits();
+}
+
+void MainWindow::askOpen() { OpenInstead({}); }
 
 void MainWindow::askNew() {
-  if (mayLeaveProject()) StartNew();
+  if (MayAct() && mayLeaveProject()) StartNew();
 }
 
-bool MainWindow::HasEdits() const { return BytesToSave(session_, store_) != saved_; }
+// ---- What the user does -------------------------------------------------------------------------
 
-// While a screen is open, this window can be looked at, scrolled and copied from.
-void MainWindow::screenOpen(bool open) {
-  for (const QAction* menu : menuBar()->actions()) {
-    for (QAction* action : menu->menu()->actions()) action->setEnabled(!open);
-  }
-  row_->setEnabled(!open);
-  operator_->setReadOnly(open);
-  number_->setReadOnly(open);
-  if (!open) showButtons();
+bool MainWindow::MayAct() const {
+  return !acting_ && !screenOpen_ && !session_.Busy() && !session_.Working();
+}
+
+void MainWindow::act(const QString& name, const std::function<void()>& action) {
+  if (!MayAct()) return;
+  KeptProject before = keeper_.Now();
+  processes_.Begin();
+  cancelled_ = false;
+  namedNow_ = false;
+  Finally(
+      [&] {
+        const Marked acting(acting_);
+        showCommands();
+        action();
+      },
+      [&] {
+        const QString block = screens_.Block();
+        if (!name.isEmpty()) keeper_.Record(block.isEmpty() ? name : block, std::move(before));
+        if (namedNow_ && session_.Saved()) projectSaved();
+        showAll();
+      });
+  checkDisk();
+}
+
+void MainWindow::undo() {
+  if (MayAct() && keeper_.Undo()) statePutBack();
+}
+
+void MainWindow::redo() {
+  if (MayAct() && keeper_.Redo()) statePutBack();
+}
+
+void MainWindow::statePutBack() {
+  named_ = session_.BaseName() != kNewName;
+  showAll();
+}
+
+// Not within an action: its end checks again.
+void MainWindow::checkDisk() {
+  if (ready_ && MayAct() && keeper_.CheckDisk()) showAll();
+}
+
+bool MainWindow::OfferUnsavedWork() {
+  if (!MayAct() || !keeper_.OfferCopies()) return false;
+  statePutBack();
+  return true;
 }
 
 void MainWindow::click(int button) {
+  if (button == kSaveAndSendButton) return saveAndSend();
+  const QString caption = PlainCaption(CaptionOf(button));
+  act(button < kSaveAndSendButton ? caption : QString(), [&] { session_.Click(button); });
+}
+
+void MainWindow::clickWidget(int button) {
+  click(button);
   QPushButton* widget = ButtonOf(button);
-  session_.Click(button);
-  if (button >= kSaveAndSendButton && session_.Saved()) saved_ = BytesToSave(session_, store_);
-  showAll();
-  if (widget->isEnabled()) widget->setFocus(Qt::OtherFocusReason);
+  if (button != kSaveAndSendButton && widget->isEnabled()) widget->setFocus(Qt::OtherFocusReason);
 }
 
 void MainWindow::Go(const ScreenPlace& place) {
-  screens_.Guide(place, [&] { OpenFirstScreen(session_, place); });
-  showAll();
+  if (!MayAct() || place.steps.empty()) return;
+  const int button = ButtonOfScreen(place.steps.front().screen);
+  if (button >= 0 && !session_.MainButtons().Enabled(button)) {
+    forms_.Beep();
+    return forms_.SetHelpLine(WhyDisabled(button));
+  }
+  const QPointer<QWidget> before = QApplication::focusWidget();
+  act(button >= 0 ? PlainCaption(CaptionOf(button)) : QString(),
+      [&] { screens_.Guide(place, [&] { OpenFirstScreen(session_, place); }); });
+  if (before != nullptr) before->setFocus(Qt::OtherFocusReason);
 }
 
 void MainWindow::search() {
@@ -293,16 +240,19 @@ void MainWindow::search() {
 }
 
 void MainWindow::askCompare() {
-  const std::optional<std::string> path = forms_.AskOpen({.title = "Compare with",
-                                                          .filter = "(*.VKG)|*.VKG|(All Files)|*.*",
-                                                          .defaultExtension = "VKG",
-                                                          .initialFolder = session_.GenFilePath(),
-                                                          .fileName = {}});
+  const std::optional<std::string> path =
+      around_.forms.AskOpen({.title = "Compare with",
+                             .filter = "(*.VKG)|*.VKG|(All Files)|*.*",
+                             .defaultExtension = "VKG",
+                             .initialFolder = session_.GenFilePath(),
+                             .fileName = {}});
   if (!path) return;
-  const auto bytes = ORVUS_GENFILE::ReadProjectFile(session_.Around().files, *path);
+  const auto bytes = ORVUS_GENFILE::ReadProjectFile(around_.files, *path);
   if (!bytes || !bytes.Value()) {
-    QMessageBox::warning(this, QStringLiteral("Compare with"),
-                         FromSystem(bytes ? *path + ": No such file" : bytes.ErrorText()));
+    around_.forms.ShowBox(
+        {.title = "Compare with",
+         .text = bytes ? *path + ": No such file" : std::string(bytes.ErrorText()),
+         .icon = platform::Icon::kExclamation});
     return;
   }
   auto* window = new CompareWindow(
@@ -312,140 +262,280 @@ void MainWindow::askCompare() {
   window->show();
 }
 
+// To the present file, without the dialog.
+void MainWindow::save() {
+  if (hasFile()) {
+    if (!keeper_.MaySave()) return showAll();
+    forms_.SaveAs(session_.CurrentFileName());
+  }
+  Finally([&] { click(kSaveButton); }, [&] { forms_.SaveAs({}); });
+}
+
+void MainWindow::testCompile() {
+  act({}, [&] {
+    Settings& settings = session_.UserSettings();
+    const i32 mask = settings.WarningMessageMask();
+    settings.WarningMessageMask(mask | kShowCompileResult);
+    Finally([&] { session_.RunPreCompile(); }, [&] { settings.WarningMessageMask(mask); });
+    if (!session_.CompileSkipped().empty()) notice_->Show(FromSystem(session_.CompileSkipped()));
+  });
+}
+
+void MainWindow::saveAndSend() {
+  const std::optional<ServerAddress> address = ServerOf(settings_.server);
+  if (!address) return askServer();
+  if (hasFile() && !keeper_.MaySave()) return showAll();
+  act({}, [&] {
+    const QString name = settings_.server;
+    notice_->ShowProgress(QStringLiteral("Connecting to %1...").arg(name),
+                          [this] { cancelled_ = true; });
+    auto server = ServerLink::Connect(*address, [this] { return cancelled_; });
+    notice_->EndProgress();
+    if (!server) {
+      forms_.Beep();
+      return notice_->Show(QStringLiteral("Not saved and not sent. No connection: %1.")
+                               .arg(FromSystem(server.ErrorText())));
+    }
+    ServerLink& link = *server.Value();
+    runs_ = QStringLiteral("Connected to %1. ").arg(name);
+    notice_->Show(runs_);
+    session_.HostApp("Harrier");
+    session_.SocketControl(&link);
+    session_.isSocketConnected(true);
+    Finally([&] { session_.Click(kSaveAndSendButton); },
+            [&] {
+              session_.isSocketConnected(false);
+              session_.SocketControl(nullptr);
+              session_.HostApp("");
+              runs_.clear();
+            });
+    if (namedNow_ && session_.Saved()) projectSaved();
+    namedNow_ = false;
+    const QString saved = notice_->Text();
+    notice_->Show(link.Sent() ? QStringLiteral("Compiled, saved and sent to %1.").arg(name)
+                              : saved + QStringLiteral(" Not sent: ") + whyNotSent(link));
+  });
+}
+
+QString MainWindow::whyNotSent(const ServerLink& server) {
+  if (!server.Failure().empty()) return FromSystem(server.Failure());
+  if (processes_.Cancelled()) return QStringLiteral("the test compile was cancelled.");
+  if (!session_.CompileSkipped().empty()) return FromSystem(session_.CompileSkipped());
+  if (processes_.Started() == 0) {
+    return QStringLiteral("there was no test compile. See the page Checks.");
+  }
+  if (session_.CompileFailed()) return QStringLiteral("the program does not compile.");
+  if (!session_.ProgramFaults().empty()) return FromProject(session_.ProgramFaults().front());
+  return QStringLiteral("the project was not saved.");
+}
+
+void MainWindow::takeServer(const QString& address) {
+  settings_.server = address;
+  const bool usable = ServerOf(address).has_value();
+  session_.isHarrierRunning(usable);
+  session_.SetSaveDownload(usable);
+}
+
 void MainWindow::closeEvent(QCloseEvent* event) {
-  if (ScreenWindow* screen = OpenScreen()) {
-    screen->activateWindow();
-    return event->ignore();
+  if (ended_) return;
+  event->ignore();
+  if (ScreenWindow* screen = OpenScreen()) return screen->activateWindow();
+  if (!MayAct()) {
+    forms_.Beep();
+    return forms_.SetHelpLine("Wait until the save or compile has ended.");
   }
-  if (!ended_) {
-    i16 cancelled = kFalse;
-    if (!HasEdits()) session_.ForgetEdits();  // a screen that was only looked at
-    session_.CloseSession(false, cancelled);
-  }
+  if (!mayLeaveProject()) return;
+  rememberWindow();
+  session_.ForgetEdits();  // decided about
+  i16 cancelled = kFalse;
+  session_.CloseSession(false, cancelled);
+  if (ended_) keeper_.Ended();
   event->setAccepted(ended_);
 }
 
 // ---- What the session reports -------------------------------------------------------------------
 
 void MainWindow::NewFile(const std::string&) {
+  namedNow_ = true;
   if (ready_) showTitle();
 }
 
-void MainWindow::DirtyChanged(bool dirty) {
-  if (!ready_) return;
-  if (!dirty) saved_ = BytesToSave(session_, store_);
-  showTitle();
-}
-
 void MainWindow::ButtonsChanged() {
-  if (ready_) showButtons();
+  if (ready_) showCommands();
 }
 
 void MainWindow::SummaryDrawn() {
-  if (ready_) showPage();
+  if (ready_ && pages_->currentWidget() == summary_) summary_->Show(session_.SummaryBox());
 }
 
 void MainWindow::ColorsChanged() {
   if (!ready_) return;
   const Appearance& colors = session_.Colors();
   const QPalette usual = QApplication::palette();
-  QPalette form = usual;
-  form.setColor(QPalette::Window, ColorOf(colors.FormBack, usual));
-  centralWidget()->setPalette(form);
+  const auto paint = [&](QWidget* widget, i32 back, i32 text, QPalette::ColorRole backRole,
+                         QPalette::ColorRole textRole) {
+    QPalette palette = usual;
+    palette.setColor(backRole, ColorOf(back, usual));
+    palette.setColor(textRole, Readable(ColorOf(text, usual), palette.color(backRole)));
+    widget->setPalette(palette);
+  };
+  constexpr i32 kUsualText = static_cast<i32>(0x80000012U);
+  paint(centralWidget(), colors.FormBack, kUsualText, QPalette::Window, QPalette::WindowText);
   centralWidget()->setAutoFillBackground(true);
-  QPalette panel = usual;
-  panel.setColor(QPalette::Window, ColorOf(colors.PanelBack, usual));
-  panel.setColor(QPalette::WindowText, ColorOf(colors.PanelText, usual));
-  row_->setPalette(panel);
-  row_->setAutoFillBackground(true);
-  QPalette summary = usual;
-  summary.setColor(QPalette::Base, ColorOf(colors.SummaryBack, usual));
-  summary.setColor(QPalette::Text, ColorOf(colors.SummaryText, usual));
-  summary_->setPalette(summary);
-  showPage();
+  paint(panels_, colors.PanelBack, colors.PanelText, QPalette::Window, QPalette::WindowText);
+  panels_->setAutoFillBackground(true);
+  paint(summary_, colors.SummaryBack, colors.SummaryText, QPalette::Base, QPalette::Text);
+  summary_->Show(session_.SummaryBox());
+}
+
+void MainWindow::programsChanged() {
+  if (processes_.Running()) {
+    notice_->ShowProgress(runs_ + QStringLiteral("The test compile is running..."),
+                          [this] { processes_.Cancel(); });
+  } else {
+    notice_->Show(runs_);
+  }
+}
+
+// While a screen is open the pages show the project as it was before.
+void MainWindow::screenOpen(bool open) {
+  screenOpen_ = open;
+  if (open) {
+    before_ = NewStore();
+    *before_ = store_;
+  } else {
+    before_.reset();
+  }
+  operator_->setReadOnly(open);
+  number_->setReadOnly(open);
+  if (ready_) showCommands();
 }
 
 // ---- What is shown ------------------------------------------------------------------------------
 
 void MainWindow::showAll() {
+  if (!ready_) return;
   operator_->setText(FromProject(session_.txtOper()));
   number_->setText(FromProject(session_.txtIDNum()));
-  showTitle();
-  showButtons();
+  showEdited();
+  showCommands();
+  for (const ButtonFace& face : ButtonFaces()) {
+    panels_->Button(face.button)->Count(InUse(store_, face.button));
+  }
+  tree_->Show(store_);
   showPage();
 }
 
-void MainWindow::showTitle() {
-  setWindowTitle(FromSystem(session_.BaseName()) + QStringLiteral("[*] - Ostrand"));
-  setWindowModified(HasEdits());
+void MainWindow::showEdited() {
+  edited_ = keeper_.HasEdits();
+  showTitle();
 }
 
-void MainWindow::showButtons() {
-  for (const ButtonRow& row : kButtons) {
-    const bool enabled = session_.MainButtons().Enabled(row.button);
-    ButtonOf(row.button)->setEnabled(enabled);
-    QAction* action = actions_[static_cast<std::size_t>(row.button)];
-    if (action != nullptr) action->setEnabled(enabled);
+void MainWindow::showTitle() {
+  const QString readOnly = keeper_.ReadOnly() ? QStringLiteral(" (read only)") : QString();
+  setWindowTitle(FromSystem(session_.BaseName()) + QStringLiteral("[*]") + readOnly +
+                 QStringLiteral(" - Ostrand"));
+  setWindowModified(edited_);
+}
+
+void MainWindow::showCommands() {
+  const bool may = MayAct();
+  const QString why = screenOpen_ ? QStringLiteral("Close the screen that is open first.")
+                                  : QStringLiteral("Wait until the present action has ended.");
+  const auto enabled = [&](int button) {
+    return may && (button < 0 || session_.MainButtons().Enabled(button));
+  };
+  for (const ButtonFace& face : ButtonFaces()) {
+    panels_->Button(face.button)
+        ->State(enabled(face.button), may ? QString::fromLatin1(WhyDisabled(face.button)) : why);
   }
+  for (const Command& command : commands_) command.action->setEnabled(enabled(command.button));
+  const auto step = [may](QAction* action, const QString& verb, const QString& name) {
+    action->setText(name.isEmpty() ? verb : verb + u' ' + name);
+    action->setEnabled(may && !name.isEmpty());
+  };
+  step(undo_, QStringLiteral("&Undo"), keeper_.UndoName());
+  step(redo_, QStringLiteral("&Redo"), keeper_.RedoName());
+}
+
+const ProjectStore& MainWindow::shownStore() const {
+  return before_ == nullptr ? store_ : *before_;
 }
 
 void MainWindow::showPage() {
-  const QWidget* page = pages_->currentWidget();
-  if (page == summary_) showSummary();
-  if (page == program_) {
-    program_->Saved(saved_);
-    program_->Show(session_, store_);
-  }
+  QWidget* page = pages_->currentWidget();
+  if (page == summary_) summary_->Show(session_.SummaryBox());
+  if (page == program_) program_->Show(session_, shownStore());
   if (page == tables_) tables_->Show();
-  if (page == checks_) checks_->Show(session_, store_);
+  if (page == checks_) checks_->Show(session_, before_ == nullptr ? store_ : *before_);
 }
 
-void MainWindow::showSummary() {
-  const StyledText& text = session_.SummaryBox();
-  const std::string all = text.Text();
-  summary_->clear();
-  QTextCursor cursor(summary_->document());
-  std::size_t at = 0;
-  for (const StyledText::Run& run : text.Runs()) {
-    QTextCharFormat look;
-    look.setFont(fixedFont());
-    look.setForeground(ColorOf(run.look.colour, summary_->palette()));
-    look.setFontUnderline(run.look.underline);
-    QString part = FromProject(std::string_view(all).substr(at, run.length));
-    cursor.insertText(part.remove(u'\r'), look);
-    at += run.length;
-  }
-  summary_->moveCursor(QTextCursor::Start);
+void MainWindow::rememberWindow() {
+  settings_.geometry = saveGeometry();
+  settings_.split = split_->saveState();
+  settings_.page = pages_->currentIndex();
+  const Result<> kept = SaveDesktopSettings(around_.settings, settings_);
+  if (!kept) notice_->Show(FromSystem(kept.ErrorText()));
 }
 
 // ---- The keyboard and the pointer ---------------------------------------------------------------
 
+void MainWindow::pointAt(const MainButton& button) {
+  session_.PointAt(button.Face().button);
+  if (!button.isEnabled()) {
+    forms_.SetHelpLine(PathOf(button.accessibleDescription().replace(u'\n', u' ')));
+  }
+}
+
 bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
-  const bool pointed = event->type() == QEvent::Enter;
   const bool focused = event->type() == QEvent::FocusIn;
-  if (pointed || focused) {
-    for (const ButtonRow& row : kButtons) {
-      if (watched == ButtonOf(row.button)) session_.PointAt(row.button);
-    }
-    if (focused && watched == operator_) session_.SetFocus(Focus::kOper);
-    if (focused && watched == number_) session_.SetFocus(Focus::kIDNum);
-    if (focused && (watched == operator_ || watched == number_)) {
-      QMetaObject::invokeMethod(static_cast<QLineEdit*>(watched), &QLineEdit::selectAll,
-                                Qt::QueuedConnection);
-    }
-  } else if (event->type() == QEvent::KeyPress && (watched == operator_ || watched == number_)) {
+  auto* box =
+      watched == operator_ || watched == number_ ? static_cast<QLineEdit*>(watched) : nullptr;
+  if (focused || event->type() == QEvent::Enter) {
+    if (const auto* button = dynamic_cast<MainButton*>(watched)) pointAt(*button);
+  }
+  if (focused && box != nullptr) {
+    session_.SetFocus(box == operator_ ? Focus::kOper : Focus::kIDNum);
+    QMetaObject::invokeMethod(box, &QLineEdit::selectAll, Qt::QueuedConnection);
+  }
+  if (event->type() == QEvent::KeyPress && box != nullptr) {
     const int key = static_cast<QKeyEvent*>(event)->key();
-    if (key == Qt::Key_Down) {
-      (watched == operator_ ? static_cast<QWidget*>(number_) : ButtonOf(kConfigurationButton))
-          ->setFocus(Qt::TabFocusReason);
-      return true;
-    }
-    if (key == Qt::Key_Up) {
-      operator_->setFocus(Qt::TabFocusReason);
+    QWidget* below =
+        box == operator_ ? static_cast<QWidget*>(number_) : ButtonOf(kConfigurationButton);
+    if (key == Qt::Key_Down || key == Qt::Key_Up) {
+      (key == Qt::Key_Down ? below : operator_)->setFocus(Qt::TabFocusReason);
       return true;
     }
   }
   return QMainWindow::eventFilter(watched, event);
+}
+
+void MainWindow::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Escape) {
+    close();
+  } else {
+    QMainWindow::keyPressEvent(event);
+  }
+}
+
+void MainWindow::changeEvent(QEvent* event) {
+  QMainWindow::changeEvent(event);
+  if (event->type() == QEvent::ApplicationPaletteChange) ColorsChanged();
+  if (event->type() == QEvent::ActivationChange && isActiveWindow()) {
+    QTimer::singleShot(0, this, [this] { checkDisk(); });
+  }
+}
+
+void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
+  if (MayAct() && !fileOf(event->mimeData()).isEmpty()) event->acceptProposedAction();
+}
+
+void MainWindow::dropEvent(QDropEvent* event) {
+  const std::string path = PathOf(fileOf(event->mimeData()));
+  if (path.empty()) return;
+  event->acceptProposedAction();
+  // The program that the file comes from waits for the end of the drop.
+  QTimer::singleShot(0, this, [this, path] { OpenInstead(path); });
 }
 
 }  // namespace ostrand::desktop

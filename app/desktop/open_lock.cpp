@@ -29,6 +29,7 @@ OpenLock::State OpenLock::Take(const std::string& project, bool takeOver) {
   const QString file = lockOf(project);
   if (state_ == State::kHeld && file == file_) return Check();
   Release();
+  if (!QFileInfo::exists(PathText(project))) return state_;
   file_ = file;
   lock_ = std::make_unique<QLockFile>(file_);
   lock_->setStaleLockTime(0);  // it may be held for days

@@ -24,7 +24,7 @@ struct Holder {
 class OpenLock {
  public:
   enum class State {
-    kNone,   // no project, or a folder that cannot be written
+    kNone,   // no project file, or a folder that cannot be written
     kHeld,   // by this window
     kOther,  // by another one
   };

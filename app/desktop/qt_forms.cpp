@@ -1,6 +1,7 @@
 #include "qt_forms.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QFileDialog>
 #include <QLabel>
 #include <QMessageBox>
@@ -98,9 +99,11 @@ Answer QtForms::ShowBox(const platform::MessageBox& asked) {
 std::optional<std::string> QtForms::askFile(const platform::FileDialog& asked, bool save) {
   QFileDialog dialog(over(), FromSystem(asked.title));
   dialog.setAcceptMode(save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
-  dialog.setFileMode(QFileDialog::AnyFile);  // a name that is not there starts a new project
+  dialog.setFileMode(QFileDialog::AnyFile);  // a new name starts a new project
   dialog.setNameFilters(FiltersOf(asked.filter));
-  if (!asked.initialFolder.empty()) dialog.setDirectory(FromSystem(asked.initialFolder));
+  // A folder of another machine is not shown; the dialog then begins at the user's own.
+  const QDir folder(FromSystem(asked.initialFolder));
+  dialog.setDirectory(folder.exists() ? folder : QDir::home());
   if (!asked.fileName.empty()) dialog.selectFile(FromSystem(asked.fileName));
   QString extension = FromSystem(asked.defaultExtension);
   if (extension.startsWith(u'.')) extension.remove(0, 1);
@@ -118,6 +121,7 @@ std::optional<std::string> QtForms::AskOpen(const platform::FileDialog& dialog) 
 }
 
 std::optional<std::string> QtForms::AskSave(const platform::FileDialog& dialog) {
+  if (!saveAs_.empty()) return saveAs_;
   return askFile(dialog, true);
 }
 
@@ -143,13 +147,8 @@ void QtForms::SetPointer(platform::Pointer shape) {
 
 void QtForms::Beep() { QApplication::beep(); }
 
-void QtForms::ShowHelp(const std::string& file, int context) {
-  QMessageBox box(QMessageBox::Information, QStringLiteral("Help"),
-                  QStringLiteral("The help file %1 (page %2) cannot be shown here.")
-                      .arg(FromSystem(file))
-                      .arg(context),
-                  QMessageBox::Ok, over());
-  box.exec();
+void QtForms::ShowHelp(const std::string&, int) {
+  if (OnHelp) OnHelp();
 }
 
 void QtForms::DoEvents() { QApplication::processEvents(); }

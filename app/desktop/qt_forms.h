@@ -4,6 +4,8 @@
 #include <QLabel>
 #include <QPointer>
 #include <QString>
+#include <functional>
+#include <string>
 #include <vector>
 
 #include "platform/forms.h"
@@ -17,6 +19,9 @@ class QtForms final : public platform::Forms {
   // Boxes belong to this window, or to the one that is open over it.
   void Main(QWidget* window) { main_ = window; }
 
+  // Answers the next save dialogs with this path; an empty one lets the user choose again.
+  void SaveAs(std::string path) { saveAs_ = std::move(path); }
+
   // Shows the help line too, until it is removed or gone.
   void AddHelpLine(QLabel* line) { helpLines_.emplace_back(line); }
   void RemoveHelpLine(const QLabel* line);
@@ -27,7 +32,10 @@ class QtForms final : public platform::Forms {
   void SetHelpLine(const std::string& text) override;
   void SetPointer(platform::Pointer shape) override;
   void Beep() override;
+  // Shows the user guide of the main window.
   void ShowHelp(const std::string& file, int context) override;
+  // What ShowHelp does; set by the main window.
+  std::function<void()> OnHelp;
   void DoEvents() override;
 
  private:
@@ -36,6 +44,7 @@ class QtForms final : public platform::Forms {
 
   QPointer<QWidget> main_;
   std::vector<QPointer<QLabel>> helpLines_;
+  std::string saveAs_;
   bool busy_ = false;
 };
 

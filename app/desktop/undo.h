@@ -15,6 +15,7 @@ namespace ostrand::desktop {
 struct KeptProject {
   std::unique_ptr<ProjectStore> store;
   ProjectOrigin origin;
+  std::size_t saved = 0;  // hash of what the project file holds, to recognize edits
 };
 
 // The changes of a session, the latest first. A change is kept as the state before it: as a copy of

@@ -3,6 +3,7 @@
 #include <QLocale>
 #include <QMessageBox>
 #include <QPushButton>
+#include <functional>
 #include <utility>
 #include <vector>
 
@@ -63,10 +64,14 @@ void WorkKeeper::notice(const QString& text) const {
 
 // ---- Edits --------------------------------------------------------------------------------------
 
-bool WorkKeeper::HasEdits() const { return BytesToSave(session_, session_.Store()) != saved_; }
+bool WorkKeeper::HasEdits() const { return hashNow() != saved_; }
+
+std::size_t WorkKeeper::hashNow() const {
+  return std::hash<std::string>()(BytesToSave(session_, session_.Store()));
+}
 
 void WorkKeeper::Opened() {
-  saved_ = BytesToSave(session_, session_.Store());
+  saved_ = hashNow();
   recovery_.Remove();
   if (session_.CurrentFileName().empty()) return lock_.Release();
   if (lock_.Take(session_.CurrentFileName()) == OpenLock::State::kOther) askAboutLock();
@@ -91,7 +96,7 @@ void WorkKeeper::keepCopy() {
 // ---- Undo ---------------------------------------------------------------------------------------
 
 KeptProject WorkKeeper::Now() const {
-  KeptProject kept{NewStore(), session_.Origin()};
+  KeptProject kept{NewStore(), session_.Origin(), saved_};
   *kept.store = session_.Store();
   // The texts of the main window enter the project when it is saved.
   kept.store->Gen.Operator = session_.txtOper();
@@ -109,6 +114,7 @@ void WorkKeeper::Record(const QString& action, KeptProject before) {
 bool WorkKeeper::putBack(const KeptProject& state) {
   const bool otherFile = state.origin.path != session_.CurrentFileName();
   if (!session_.PutBack(*state.store, state.origin)) return false;
+  if (otherFile) saved_ = state.saved;
   if (otherFile && lock_.Take(session_.CurrentFileName()) == OpenLock::State::kOther) {
     askAboutLock();
   }
@@ -174,8 +180,9 @@ DiskChoice WorkKeeper::askAboutChange() {
 
 bool WorkKeeper::reload() {
   KeptProject before = Now();
+  const std::string path = session_.CurrentFileName();  // OpenFile clears the session's
   bool cancelled = true;
-  session_.OpenFile(session_.CurrentFileName(), cancelled);
+  session_.OpenFile(path, cancelled);
   if (cancelled) return false;
   Opened();
   Record(QStringLiteral("Reload"), std::move(before));
@@ -271,7 +278,7 @@ bool WorkKeeper::offer(const RecoveryCopy& copy) {
   if (answer != 0) return false;
   if (!session_.PutBack(*StoreOf(copy.bytes), copy.origin)) return false;
   history_.Clear();
-  saved_.clear();
+  saved_ = 0;
   if (lock_.Take(session_.CurrentFileName()) == OpenLock::State::kOther) askAboutLock();
   keepCopy();
   // Its place is taken by the copy of this window.

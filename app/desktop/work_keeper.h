@@ -69,6 +69,7 @@ class WorkKeeper {
   bool OfferCopies();
 
  private:
+  [[nodiscard]] std::size_t hashNow() const;
   void keepCopy();
   bool putBack(const KeptProject& state);
   bool reload();
@@ -82,7 +83,7 @@ class WorkKeeper {
   UndoHistory history_;
   Recovery recovery_;
   OpenLock lock_;
-  std::string saved_;  // what a save would have written when the project was opened or saved
+  std::size_t saved_ = 0;  // hash of what a save would have written when it was opened or saved
   bool asking_ = false;
 };
 

@@ -8,16 +8,21 @@
 #include <QMenu>
 #include <QMessageBox>
 #include <QPlainTextEdit>
+#include <QProcess>
 #include <QPushButton>
 #include <QTabWidget>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QTextEdit>
 #include <QTreeWidget>
+#include <csignal>
 
 #include "documents/rich_text.h"
 #include "model/new_store.h"
 #include "pages/checks_page.h"
 #include "pages/program_page.h"
+#include "platform/posix/posix_filesystem.h"
+#include "recovery.h"
 #include "support/fixed_clock.h"
 #include "support/memory_filesystem.h"
 #include "support/temp_folder.h"
@@ -146,16 +151,20 @@ TEST_F(Main, MarksOnlyWhatASaveWouldChange) {
 
 TEST_F(Main, CanBeReadButNotUsedWhileAScreenIsOpen) {
   ASSERT_TRUE(window_.Open(kProject));
-  const auto enabledActions = [&] {
-    const QList<QAction*> all = window_.findChildren<QAction*>();
-    return std::count_if(all.begin(), all.end(), [](const QAction* action) {
+  const auto enabled = [&] {
+    QStringList texts;
+    for (const QAction* action : window_.findChildren<QAction*>()) {
       const bool inMenu = qobject_cast<QMenu*>(action->parent()) != nullptr;
-      return inMenu && action->isEnabled() && !action->shortcut().isEmpty();
-    });
+      const bool isCommand = inMenu && action->isEnabled() && !action->shortcut().isEmpty();
+      if (isCommand) texts.append(action->text().remove('&'));
+    }
+    texts.sort();
+    return texts;
   };
-  const auto usual = enabledActions();
+  const QStringList usual = enabled();
   openBy(kVoltageButton, [&](desktop::ScreenWindow& screen) {
-    EXPECT_EQ(enabledActions(), 0);
+    EXPECT_EQ(enabled(), QStringList({"Checks", "Copy from the page", "Larger text", "Program",
+                                      "Quit", "Smaller text", "Summary", "Tables", "User guide"}));
     EXPECT_FALSE(window_.ButtonOf(kSaveButton)->isEnabled());
     EXPECT_TRUE(window_.OperatorBox()->isReadOnly());
     EXPECT_FALSE(window_.close());
@@ -163,8 +172,94 @@ TEST_F(Main, CanBeReadButNotUsedWhileAScreenIsOpen) {
     window_.Pages()->setCurrentIndex(1);
     EXPECT_TRUE(window_.findChild<QPlainTextEdit*>()->isEnabled());
   });
-  EXPECT_EQ(enabledActions(), usual);
+  EXPECT_EQ(enabled(), usual);
   EXPECT_FALSE(window_.OperatorBox()->isReadOnly());
+}
+
+QAction* actionOf(const QWidget& window, const QString& text) {
+  for (QAction* action : window.findChildren<QAction*>()) {
+    if (action->text().remove('&') == text) return action;
+  }
+  ADD_FAILURE() << "no action " << text.toStdString();
+  return nullptr;
+}
+
+// Presses a button of the next box with that title.
+void answerNext(const QString& title, const QString& caption, bool& asked) {
+  auto* timer = new QTimer;
+  QObject::connect(timer, &QTimer::timeout, [=, &asked] {
+    auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    if (box == nullptr) return;
+    timer->deleteLater();
+    timer->stop();
+    EXPECT_EQ(box->windowTitle(), title);
+    asked = true;
+    for (QAbstractButton* button : box->buttons()) {
+      if (button->text().remove('&') == caption) return button->click();
+    }
+    ADD_FAILURE() << "no button " << caption.toStdString();
+    box->reject();
+  });
+  timer->start(0);
+}
+
+// Adds a block and leaves by Done.
+void addBlock(desktop::ScreenWindow& screen) {
+  QTest::keyClick(screen.Find(*screen.Shown().Find("BlockCount"))->Stop(), Qt::Key_Up);
+  QTest::mouseClick(screen.DoneButton(), Qt::LeftButton);
+}
+
+TEST_F(Main, UndoesAScreenByItsName) {
+  ASSERT_TRUE(window_.Open(kProject));
+  const int blocks = store_->VoltBlock.BlockCount;
+  openBy(kVoltageButton, addBlock);
+  EXPECT_EQ(store_->VoltBlock.BlockCount, blocks + 1);
+  EXPECT_TRUE(window_.isWindowModified());
+  actionOf(window_, "Undo Voltages")->trigger();
+  EXPECT_EQ(store_->VoltBlock.BlockCount, blocks);
+  EXPECT_FALSE(window_.isWindowModified());
+  actionOf(window_, "Redo Voltages")->trigger();
+  EXPECT_EQ(store_->VoltBlock.BlockCount, blocks + 1);
+  EXPECT_TRUE(window_.isWindowModified());
+  bool asked = false;
+  answerNext("QUIT GENERATOR", "No", asked);
+  actionOf(window_, "New")->trigger();
+  EXPECT_TRUE(asked);
+  EXPECT_EQ(store_->VoltBlock.BlockCount, 0);
+  EXPECT_FALSE(window_.isWindowModified());
+  actionOf(window_, "Undo New")->trigger();
+  EXPECT_EQ(store_->VoltBlock.BlockCount, blocks + 1);
+  EXPECT_EQ(window_.windowTitle(), "house[*] - Ostrand");
+  EXPECT_TRUE(window_.isWindowModified());
+}
+
+TEST_F(Main, ReadsAFileAgainThatAnotherProgramHasChanged) {
+  ASSERT_TRUE(window_.Open(kProject));
+  const std::string before = files_.files[kProject];
+  std::string changed = before;
+  changed.replace(changed.find("H. Quist"), 8, "A. Other");
+  struct Case {
+    bool edited;
+    const char* answer;  // none without edits
+    const char* user;    // afterwards
+  };
+  for (const Case& row : {Case{false, "", "A. Other"}, Case{true, "Reload", "A. Other"},
+                          Case{true, "Overwrite", "H. Quist"}, Case{true, "Later", "H. Quist"}}) {
+    SCOPED_TRACE(row.answer);
+    files_.files[kProject] = before;
+    window_.Session().ForgetEdits();
+    ASSERT_TRUE(window_.Open(kProject));
+    if (row.edited) openBy(kVoltageButton, addBlock);
+    files_.files[kProject] = changed;
+    bool asked = false;
+    if (row.edited) answerNext("PROJECT CHANGED", row.answer, asked);
+    QEvent activated(QEvent::ActivationChange);
+    QApplication::sendEvent(&window_, &activated);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(asked, row.edited);
+    EXPECT_EQ(window_.OperatorBox()->text(), row.user);
+    EXPECT_EQ(files_.files[kProject], changed) << "nothing is written";
+  }
 }
 
 TEST_F(Main, AsksOnlyForEditsBeforeItCloses) {
@@ -197,6 +292,68 @@ TEST_F(Main, MovesBetweenItsBoxesByTheArrows) {
   QTest::keyClick(window_.OperatorBox(), Qt::Key_Down);
   QTest::keyClick(window_.NumberBox(), Qt::Key_Down);
   EXPECT_TRUE(window_.ButtonOf(kConfigurationButton)->hasFocus());
+}
+
+// ---- After a crash ------------------------------------------------------------------------------
+
+// A window on the project in the current folder, with its recovery copies beside it.
+struct RealWindow {
+  explicit RealWindow(const QString& folder)
+      : project(desktop::PathOf(folder + "/house.VKG")),
+        window(*store, around.all, forms, folder + "/recovery") {}
+
+  std::string project;
+  platform::PosixFileSystem files;
+  testing::FixedClock clock;
+  desktop::QtForms forms;
+  testing::TestSurroundings around{files, clock, forms, "/tmp/"};
+  std::unique_ptr<ProjectStore> store = NewStore();
+  desktop::MainWindow window;
+};
+
+// Adds blocks, one with each Done, and is killed after the last one.
+TEST(KilledWindow, DISABLED_AddsBlocks) {
+  const QString path = qEnvironmentVariable("OSTRAND_KILLED_FOLDER");
+  RealWindow real(path);
+  real.window.show();
+  ASSERT_TRUE(real.window.Open(real.project));
+  for (int n = qEnvironmentVariableIntValue("OSTRAND_KILLED_AFTER"); n > 0; --n) {
+    QTimer::singleShot(0, [&] { addBlock(*real.window.OpenScreen()); });
+    QTest::mouseClick(real.window.ButtonOf(kVoltageButton), Qt::LeftButton);
+  }
+  std::raise(SIGKILL);
+}
+
+TEST(KilledWindow, OffersItsWorkAtTheNextStart) {
+  const std::string saved = testing::ReadDisk(OSTRAND_SOURCE_DIR "/examples/building-climate.VKG");
+  for (int dones = 1; dones <= 3; ++dones) {
+    const QTemporaryDir folder;
+    RealWindow next(folder.path());
+    QFile file(QString::fromStdString(next.project));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(QByteArray::fromStdString(saved));
+    file.close();
+    QProcess killed;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("OSTRAND_KILLED_FOLDER", folder.path());
+    environment.insert("OSTRAND_KILLED_AFTER", QString::number(dones));
+    killed.setProcessEnvironment(environment);
+    killed.start(
+        QCoreApplication::applicationFilePath(),
+        {"--gtest_filter=KilledWindow.DISABLED_AddsBlocks", "--gtest_also_run_disabled_tests"});
+    ASSERT_TRUE(killed.waitForFinished(-1));
+    ASSERT_EQ(killed.exitStatus(), QProcess::CrashExit) << killed.readAll().toStdString();
+
+    bool asked = false;
+    answerNext("UNSAVED WORK", "Recover", asked);
+    EXPECT_TRUE(next.window.OfferUnsavedWork());
+    EXPECT_TRUE(asked);
+    EXPECT_EQ(next.store->VoltBlock.BlockCount, 4 + dones);
+    EXPECT_TRUE(next.window.isWindowModified());
+    EXPECT_EQ(next.window.windowTitle(), "house[*] - Ostrand");
+    EXPECT_EQ(testing::ReadDisk(next.project), saved) << "the project is not replaced";
+    EXPECT_EQ(desktop::Recovery(folder.filePath("recovery")).LeftBehind().size(), 0U);
+  }
 }
 
 }  // namespace

@@ -55,7 +55,7 @@ class UndoneSession {
   }
 
   KeptProject Now() const {
-    KeptProject kept{NewStore(), session_.Origin()};
+    KeptProject kept{NewStore(), session_.Origin(), 0};
     *kept.store = session_.Store();
     return kept;
   }
@@ -229,6 +229,9 @@ TEST(OpenLocks, KeepASecondWindowOut) {
   const QTemporaryDir folder;
   const std::string project = desktop::PathOf(folder.filePath("Pump.VKG"));
   OpenLock first;
+  EXPECT_EQ(first.Take(project), OpenLock::State::kNone) << "there is no such file";
+  QFile file(folder.filePath("Pump.VKG"));
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
   EXPECT_EQ(first.Take(project), OpenLock::State::kHeld);
   EXPECT_EQ(first.Take(project), OpenLock::State::kHeld);
   EXPECT_TRUE(QFile::exists(folder.filePath(".pump.open.lock")));
@@ -246,12 +249,15 @@ TEST(OpenLocks, KeepASecondWindowOut) {
   }
   EXPECT_EQ(first.Take(project), OpenLock::State::kHeld) << "the second window is gone";
   first.Release();
+  file.remove();
   EXPECT_TRUE(QDir(folder.path()).isEmpty(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot));
 }
 
 TEST(OpenLocks, OfADeadProcessAreNoObstacle) {
   const QTemporaryDir folder;
   const std::string project = desktop::PathOf(folder.filePath("pump.VKG"));
+  QFile projectFile(folder.filePath("pump.VKG"));
+  ASSERT_TRUE(projectFile.open(QIODevice::WriteOnly));
   QFile file(folder.filePath(".pump.open.lock"));
   ASSERT_TRUE(file.open(QIODevice::WriteOnly));
   const QByteArray host = QSysInfo::machineHostName().toUtf8();

@@ -1,0 +1,43 @@
+#include "help_window.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QTextBrowser>
+#include <QVBoxLayout>
+
+#include "screen_window.h"
+
+namespace ostrand::desktop {
+
+HelpWindow::HelpWindow(QWidget* parent)
+    : QDialog(parent), browser_(new QTextBrowser(this)), sought_(new QLineEdit(this)) {
+  setWindowTitle(QStringLiteral("User guide"));
+  QFile guide(QStringLiteral(":/help/user-guide.md"));
+  if (guide.open(QIODevice::ReadOnly)) {
+    browser_->setMarkdown(QString::fromUtf8(guide.readAll()));
+  }
+  browser_->setOpenLinks(false);
+  browser_->setAccessibleName(windowTitle());
+  sought_->setPlaceholderText(QStringLiteral("Find in the guide"));
+  sought_->setAccessibleName(QStringLiteral("Find in the guide"));
+  sought_->setClearButtonEnabled(true);
+  QObject::connect(sought_, &QLineEdit::returnPressed, this, [this] { find(); });
+  auto* column = new QVBoxLayout(this);
+  column->addWidget(sought_);
+  column->addWidget(browser_, 1);
+  const QFontMetrics letters = fontMetrics();
+  resize(
+      QSize(90 * letters.averageCharWidth(), 40 * letters.lineSpacing()).boundedTo(RoomFor(*this)));
+}
+
+// The next place; from the start again after the last one.
+void HelpWindow::find() {
+  if (browser_->find(sought_->text())) return;
+  browser_->moveCursor(QTextCursor::Start);
+  if (!browser_->find(sought_->text())) QApplication::beep();
+}
+
+}  // namespace ostrand::desktop

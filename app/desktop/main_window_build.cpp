@@ -1,0 +1,412 @@
+// What the main window is made of.
+#include <QAction>
+#include <QActionGroup>
+#include <QApplication>
+#include <QClipboard>
+#include <QCursor>
+#include <QFormLayout>
+#include <QInputDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QScrollArea>
+#include <QSplitter>
+#include <QStatusBar>
+#include <QTabWidget>
+#include <QTextDocumentFragment>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "help_window.h"
+#include "icons.h"
+#include "main_window.h"
+#include "pages/checks_page.h"
+#include "pages/program_page.h"
+#include "pages/tables_page.h"
+#include "screens/setup_screens.h"
+#include "texts.h"
+
+namespace ostrand::desktop {
+namespace {
+
+// The size of the window at first, in letters and in lines.
+constexpr int kWidth = 165;
+constexpr int kLines = 56;
+
+// The largest part of the window that the main row may take for two columns, in percent.
+constexpr int kMaxRowPart = 45;
+
+}  // namespace
+
+MainWindow::MainWindow(ProjectStore& store, const platform::Surroundings& around, QtForms& forms,
+                       const QString& recoveryFolder)
+    : store_(store),
+      forms_(forms),
+      settings_(LoadDesktopSettings(around.settings)),
+      usualFontSize_(QApplication::font().pointSizeF()),
+      panels_(new ButtonPanels([this](int button) { clickWidget(button); },
+                               [this](int button) { session_.RightClick(button); }, this)),
+      tree_(new ProjectTree([this](const ScreenPlace& place) { Go(place); }, this)),
+      operator_(new QLineEdit(this)),
+      number_(new QLineEdit(this)),
+      notice_(new NoticeBar(this)),
+      pages_(new QTabWidget(this)),
+      summary_(new SummaryPage(this)),
+      program_(new ProgramView([this](const ScreenPlace& place) { Go(place); }, this)),
+      tables_(new TablesPage([this]() -> const ProjectStore& { return shownStore(); }, this)),
+      checks_(new FindingsPage([this](const ScreenPlace& place) { Go(place); },
+                               [this](int line) {
+                                 pages_->setCurrentWidget(program_);
+                                 program_->Text()->GoTo(line);
+                               },
+                               this)),
+      processes_(around.processes, [this] { programsChanged(); }),
+      around_{around.files,      around.clock,    around.forms,           processes_,
+              around.settings,   around.registry, around.temporaryFolder, around.moduleFolder,
+              around.workFolders},
+      session_(store, around_, *this),
+      screens_(forms, this),
+      keeper_(session_, this, recoveryFolder) {
+  screens_.OnOpen = [this](bool open) { screenOpen(open); };
+  keeper_.OnSaveAs = [this] { saveAs(); };
+  keeper_.OnNotice = [this](const QString& text) { notice_->Show(text); };
+  forms_.Main(this);
+  forms_.OnHelp = [this] { ShowHelp(); };
+  setWindowIcon(SystemIcon("ostrand"));
+  setAcceptDrops(true);
+  auto* help = new QLabel(this);
+  help->setTextFormat(Qt::PlainText);
+  help->setAccessibleName(QStringLiteral("Help"));
+  // A long line must not widen the window.
+  help->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+  statusBar()->addWidget(help, 1);
+  forms_.AddHelpLine(help);
+
+  ConnectSetupScreens(session_, screens_);
+  for (const ButtonFace& face : ButtonFaces()) ButtonOf(face.button)->installEventFilter(this);
+  buildBoxes();
+  buildPages();
+  buildMenus();
+  TextSize(settings_.textSize);
+  layOut();
+  takeServer(settings_.server);
+  ready_ = true;
+  ColorsChanged();
+  projectReplaced();
+}
+
+MainWindow::~MainWindow() {
+  forms_.Main(nullptr);
+  forms_.OnHelp = nullptr;
+  QFont font = QApplication::font();
+  font.setPointSizeF(usualFontSize_);
+  QApplication::setFont(font);
+}
+
+void MainWindow::buildBoxes() {
+  const auto take = [this](QLineEdit* box, void (Ostrand::*set)(std::string_view),
+                           const std::string& (Ostrand::*get)() const, const char* name) {
+    box->setMaxLength(static_cast<int>(Ostrand::kMaxBoxLetters));
+    box->setAccessibleName(QString::fromLatin1(name));
+    box->setAcceptDrops(false);  // a dropped file is opened
+    box->installEventFilter(this);
+    QObject::connect(box, &QLineEdit::textEdited, this, [this, box, set, get](const QString& text) {
+      const std::optional<std::string> bytes = ToProject(text);
+      if (bytes) {
+        (session_.*set)(*bytes);
+      } else {
+        forms_.Beep();
+      }
+      const QString taken = FromProject((session_.*get)());
+      if (taken != text) {
+        const int cursor = box->cursorPosition() - static_cast<int>(text.size() - taken.size());
+        box->setText(taken);
+        box->setCursorPosition(cursor);
+      }
+      showEdited();
+    });
+  };
+  take(operator_, &Ostrand::txtOper, &Ostrand::txtOper, "Operator");
+  take(number_, &Ostrand::txtIDNum, &Ostrand::txtIDNum, "Identification");
+}
+
+void MainWindow::buildPages() {
+  pages_->addTab(summary_, SystemIcon("summary"), QStringLiteral("Summary"));
+  pages_->addTab(program_, SystemIcon("program"), QStringLiteral("Program"));
+  pages_->addTab(tables_, SystemIcon("tables"), QStringLiteral("Tables"));
+  pages_->addTab(checks_, SystemIcon("checks"), QStringLiteral("Checks"));
+  pages_->setCurrentIndex(std::min(settings_.page, pages_->count() - 1));
+  pages_->setAccessibleName(QStringLiteral("Pages"));
+  QObject::connect(pages_, &QTabWidget::currentChanged, this, [this] { showPage(); });
+}
+
+void MainWindow::layOut() {
+  auto* row = new QScrollArea(this);
+  row->setWidget(panels_);
+  row->setWidgetResizable(true);
+  row->setFrameShape(QFrame::NoFrame);
+  row->setFocusPolicy(Qt::NoFocus);
+  row->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+  row->setMinimumWidth(panels_->WidthOf(1) + bar);
+  auto* left = new QSplitter(Qt::Vertical, this);
+  left->addWidget(row);
+  left->addWidget(tree_);
+  left->setStretchFactor(1, 1);
+  left->setCollapsible(0, false);
+
+  auto* right = new QWidget(this);
+  auto* column = new QVBoxLayout(right);
+  auto* boxes = new QFormLayout;
+  boxes->addRow(QStringLiteral("Ope&rator"), operator_);
+  boxes->addRow(QStringLiteral("&Identification"), number_);
+  column->addLayout(boxes);
+  column->addWidget(notice_);
+  column->addWidget(pages_, 1);
+
+  split_ = new QSplitter(Qt::Horizontal, this);
+  split_->addWidget(left);
+  split_->addWidget(right);
+  split_->setStretchFactor(1, 1);
+  split_->setChildrenCollapsible(false);
+  setCentralWidget(split_);
+
+  const QSize wanted(kWidth * fontMetrics().averageCharWidth(),
+                     kLines * fontMetrics().lineSpacing());
+  resize(wanted.boundedTo(RoomFor(*this)));
+  restoreGeometry(settings_.geometry);
+  if (split_->restoreState(settings_.split)) return;
+  const int two = panels_->WidthOf(2) + bar;
+  const int one = panels_->WidthOf(1) + bar;
+  const int columns = two * 100 <= width() * kMaxRowPart ? two : one;
+  split_->setSizes({columns, width() - columns});
+}
+
+// ---- The menus ----------------------------------------------------------------------------------
+
+QAction* MainWindow::command(QMenu* menu, const QString& text, const QKeySequence& key,
+                             std::function<void()> run, int button) {
+  QAction* action = menu->addAction(text, this, std::move(run));
+  action->setShortcut(key);
+  commands_.push_back({action, button});
+  return action;
+}
+
+void MainWindow::buildMenus() {
+  buildFileMenu();
+  buildEditMenu();
+  buildSetupMenu();
+  buildProgramMenu();
+  buildViewMenu();
+  buildOptionsMenu();
+  buildHelpMenu();
+}
+
+void MainWindow::buildFileMenu() {
+  QMenu* menu = menuBar()->addMenu(QStringLiteral("&File"));
+  command(menu, QStringLiteral("&New"), QKeySequence::New, [this] {
+    askNew();
+  })->setIcon(SystemIcon("new"));
+  command(menu, QStringLiteral("&Open..."), QKeySequence::Open, [this] {
+    askOpen();
+  })->setIcon(SystemIcon("open"));
+  recent_ = menu->addMenu(QStringLiteral("Open &recent"));
+  commands_.push_back({recent_->menuAction(), -1});
+  showRecent();
+  menu->addSeparator();
+  command(
+      menu, QStringLiteral("&Save"), QKeySequence::Save, [this] { save(); }, kSaveButton)
+      ->setIcon(SystemIcon("save"));
+  command(
+      menu, QStringLiteral("Save &as..."), QKeySequence(QStringLiteral("Ctrl+Shift+S")),
+      [this] { saveAs(); }, kSaveButton);
+  menu->addSeparator();
+  command(menu, QStringLiteral("&Compare with..."), {}, [this] { askCompare(); });
+  menu->addSeparator();
+  menu->addAction(QStringLiteral("&Quit"), QKeySequence(QStringLiteral("Ctrl+Q")), this,
+                  [this] { close(); });
+}
+
+void MainWindow::showRecent() {
+  recent_->clear();
+  int number = 0;
+  for (const QString& path : settings_.recent) {
+    QString text = path;
+    recent_->addAction(QStringLiteral("&%1  %2").arg(++number).arg(
+                           text.replace(QStringLiteral("&"), QStringLiteral("&&"))),
+                       this, [this, path] { OpenInstead(PathOf(path)); });
+  }
+  if (number == 0) recent_->addAction(QStringLiteral("No projects yet"))->setEnabled(false);
+}
+
+void MainWindow::buildEditMenu() {
+  QMenu* menu = menuBar()->addMenu(QStringLiteral("&Edit"));
+  undo_ = menu->addAction(QStringLiteral("&Undo"), QKeySequence::Undo, this, [this] { undo(); });
+  redo_ = menu->addAction(QStringLiteral("&Redo"), QKeySequence::Redo, this, [this] { redo(); });
+  menu->addSeparator();
+  menu->addAction(QStringLiteral("&Copy from the page"),
+                  QKeySequence(QStringLiteral("Ctrl+Shift+C")), this, [this] { copyFromPage(); });
+}
+
+// What is selected on the page, or all of it.
+void MainWindow::copyFromPage() {
+  QString text;
+  const QWidget* page = pages_->currentWidget();
+  if (page == summary_) {
+    const QTextCursor cursor = summary_->textCursor();
+    text = cursor.hasSelection() ? cursor.selection().toPlainText() : summary_->toPlainText();
+  } else if (page == program_) {
+    const QTextCursor cursor = program_->Text()->textCursor();
+    text =
+        cursor.hasSelection() ? cursor.selection().toPlainText() : program_->Text()->toPlainText();
+  } else if (page == tables_) {
+    text = tables_->AsText();
+  } else {
+    for (const CheckLine& line : checks_->Lines()) {
+      text += line.text + u'\n' + line.place + QStringLiteral("\n\n");
+    }
+  }
+  QApplication::clipboard()->setText(text);
+}
+
+void MainWindow::buildSetupMenu() {
+  QMenu* menu = menuBar()->addMenu(QStringLiteral("&Setup"));
+  command(menu, QStringLiteral("Sea&rch..."), QKeySequence(QStringLiteral("Ctrl+K")),
+          [this] { search(); });
+  menu->addSeparator();
+  std::size_t panel = 0;
+  int number = 0;
+  for (const ButtonFace& face : ButtonFaces()) {
+    if (face.button >= kSaveAndSendButton) continue;
+    if (face.panel != panel) menu->addSeparator();
+    panel = face.panel;
+    ++number;
+    const QString key = number > 10 ? QStringLiteral("Ctrl+Shift+F%1").arg(number - 10)
+                                    : QStringLiteral("Ctrl+%1").arg(number % 10);
+    QAction* action = command(
+        menu, QString::fromLatin1(face.caption) + QStringLiteral("..."), QKeySequence(key),
+        [this, &face] { clickWidget(face.button); }, face.button);
+    action->setIcon(SystemIcon(face.icon));
+    QObject::connect(action, &QAction::hovered, this,
+                     [this, &face] { pointAt(*panels_->Button(face.button)); });
+  }
+}
+
+void MainWindow::buildProgramMenu() {
+  QMenu* menu = menuBar()->addMenu(QStringLiteral("&Program"));
+  command(menu, QStringLiteral("&Check"), QKeySequence(Qt::Key_F8), [this] {
+    pages_->setCurrentWidget(checks_);
+    showPage();
+    checks_->setFocus();
+  });
+  command(
+      menu, QStringLiteral("Test c&ompile"), QKeySequence(Qt::Key_F9), [this] { testCompile(); },
+      kSaveButton);
+  command(
+      menu, QStringLiteral("Save and sen&d..."), QKeySequence(QStringLiteral("Ctrl+Shift+D")),
+      [this] { saveAndSend(); }, kSaveAndSendButton)
+      ->setIcon(SystemIcon("send"));
+}
+
+void MainWindow::buildViewMenu() {
+  QMenu* menu = menuBar()->addMenu(QStringLiteral("&View"));
+  for (int page = 0; page < pages_->count(); ++page) {
+    QAction* action = menu->addAction(u'&' + pages_->tabText(page), this, [this, page] {
+      pages_->setCurrentIndex(page);
+      pages_->currentWidget()->setFocus();
+    });
+    action->setShortcut(QKeySequence(Qt::Key_F5 + page));
+    action->setIcon(pages_->tabIcon(page));
+  }
+  menu->addSeparator();
+  auto* sizes = new QActionGroup(this);
+  for (const int percent : kTextSizes) {
+    QAction* action = menu->addAction(QStringLiteral("Text size %1 %").arg(percent), this,
+                                      [this, percent] { TextSize(percent); });
+    action->setCheckable(true);
+    action->setData(percent);
+    sizes->addAction(action);
+  }
+  textSizes_ = sizes;
+  const auto change = [this](int steps) {
+    const auto* at = std::find(kTextSizes.begin(), kTextSizes.end(), settings_.textSize);
+    const auto to = at - kTextSizes.begin() + steps;
+    if (to >= 0 && to < static_cast<std::ptrdiff_t>(kTextSizes.size())) {
+      TextSize(kTextSizes[static_cast<std::size_t>(to)]);
+    }
+  };
+  menu->addAction(QStringLiteral("&Larger text"), QKeySequence::ZoomIn, this,
+                  [change] { change(1); });
+  menu->addAction(QStringLiteral("S&maller text"), QKeySequence::ZoomOut, this,
+                  [change] { change(-1); });
+}
+
+void MainWindow::TextSize(int percent) {
+  settings_.textSize = percent;
+  QFont font = QApplication::font();
+  font.setPointSizeF(usualFontSize_ * percent / 100);
+  QApplication::setFont(font);
+  for (QAction* action : textSizes_->actions()) {
+    if (action->data().toInt() == percent) action->setChecked(true);
+  }
+  if (ready_) showPage();
+}
+
+void MainWindow::buildOptionsMenu() {
+  options_ = menuBar()->addMenu(QStringLiteral("&Options"));
+  for (const OptionScreen& row : kOptionScreens) {
+    command(options_, u'&' + FromProject(row.option) + QStringLiteral("..."), {},
+            [this, row] { act({}, [&] { session_.ShowOptions(row.option); }); });
+  }
+  command(options_, QStringLiteral("&Logger server..."), {}, [this] { askServer(); });
+}
+
+void MainWindow::PopupOptionsMenu() { options_->popup(QCursor::pos()); }
+
+void MainWindow::askServer() {
+  QString text = settings_.server;
+  for (;;) {
+    bool given = false;
+    text = QInputDialog::getText(
+               this, QStringLiteral("Logger server"),
+               QStringLiteral("Address of the server that sends programs to the logger, as "
+                              "HOST:PORT.\nEmpty for none."),
+               QLineEdit::Normal, text, &given)
+               .trimmed();
+    if (!given) return;
+    if (text.isEmpty() || ServerOf(text)) break;
+    forms_.Beep();
+    around_.forms.ShowBox({.title = "LOGGER SERVER",
+                           .text = text.toStdString() + " is not an address such as lab-pc:6785.",
+                           .icon = platform::Icon::kExclamation});
+  }
+  takeServer(text);
+  rememberWindow();
+}
+
+void MainWindow::buildHelpMenu() {
+  QMenu* menu = menuBar()->addMenu(QStringLiteral("&Help"));
+  menu->addAction(QStringLiteral("&User guide"), QKeySequence::HelpContents, this,
+                  [this] { ShowHelp(); });
+  menu->addAction(QStringLiteral("&About Ostrand"), this, [this] { showAbout(); });
+}
+
+void MainWindow::ShowHelp() {
+  if (help_ == nullptr) help_ = new HelpWindow(this);
+  help_->show();
+  help_->raise();
+  help_->activateWindow();
+}
+
+void MainWindow::showAbout() {
+  QMessageBox box(QMessageBox::NoIcon, QStringLiteral("About Ostrand"),
+                  QStringLiteral("Ostrand %1\n\nMakes the program, the table description and the "
+                                 "wiring diagram of a VK7300 data logger from a project.")
+                      .arg(FromProject(Ostrand::Version())),
+                  QMessageBox::Ok, this);
+  box.setIconPixmap(windowIcon().pixmap(3 * fontMetrics().height()));
+  box.exec();
+}
+
+}  // namespace ostrand::desktop

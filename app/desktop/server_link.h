@@ -1,0 +1,36 @@
+// The connection to the logger server, which never stops the window.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "desktop_settings.h"
+#include "platform/socket.h"
+
+namespace ostrand::desktop {
+
+// Connects and sends in a thread, while the events of the windows run.
+class ServerLink final : public SocketObject {
+ public:
+  // The error says why there is no connection; `cancelled` is asked all the while, and when it is
+  // true the attempt is abandoned.
+  static Result<std::unique_ptr<ServerLink>> Connect(const ServerAddress& address,
+                                                     const std::function<bool()>& cancelled);
+
+  Result<> SendData(std::string_view bytes) override;
+  [[nodiscard]] bool Sent() const { return sent_; }
+  // Why the last bytes were not sent; empty if they were.
+  [[nodiscard]] const std::string& Failure() const { return failure_; }
+
+ private:
+  ServerLink(std::shared_ptr<SocketObject> socket, std::function<bool()> cancelled)
+      : socket_(std::move(socket)), cancelled_(std::move(cancelled)) {}
+
+  std::shared_ptr<SocketObject> socket_;
+  std::function<bool()> cancelled_;
+  std::string failure_;
+  bool sent_ = false;
+};
+
+}  // namespace ostrand::desktop
