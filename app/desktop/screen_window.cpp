@@ -71,7 +71,6 @@ ScreenWindow::ScreenWindow(Screen& screen, QtForms& forms, QWidget* parent)
   help_->setWordWrap(true);
   forms_.AddHelpLine(help_);
   watchStops();
-  read();
   fitToScreen();
 
   flashing_.setObjectName(QStringLiteral("Flashing"));
