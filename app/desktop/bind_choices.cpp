@@ -196,6 +196,9 @@ class BoundOptions final : public BoundChoice {
   std::vector<QRadioButton*> buttons_;
 };
 
+// Of the columns, in the caption and in each item.
+QString separator() { return QStringLiteral(" | "); }
+
 // Its caption "Name | Units" has the headings of its columns.
 class BoundTable final : public BoundChoice {
  public:
@@ -230,7 +233,7 @@ class BoundTable final : public BoundChoice {
     showing_ = true;
     list_->clear();
     for (const Choice::Item& item : items()) {
-      QStringList texts = FromProject(item.Text).split(kSeparator);
+      QStringList texts = FromProject(item.Text).split(separator());
       for (QString& text : texts) text = text.trimmed();
       auto* row = new QTreeWidgetItem(list_, texts);
       for (int column = 0; column < list_->columnCount(); ++column) {
@@ -257,10 +260,8 @@ class BoundTable final : public BoundChoice {
   }
 
  private:
-  const QString kSeparator = QStringLiteral(" | ");
-
   [[nodiscard]] QStringList headings() const {
-    return PlainCaption(Of().Caption).split(kSeparator);
+    return PlainCaption(Of().Caption).split(separator());
   }
   void showHeadings() {
     const QStringList texts = headings();
