@@ -10,13 +10,13 @@
 namespace ostrand {
 namespace {
 
-// An answer of this length no longer fits its field as a plain number.
-constexpr std::size_t kPlainRoom = 9;
+// A plain number of this length does not fit the field of an answer.
+constexpr std::size_t kPlainLength = 9;
 
 std::optional<std::string> lineText(double value) {
   if (!std::isfinite(value)) return std::nullopt;
   std::string plain = FormatNumber(value, "0.0####");
-  return plain.size() < kPlainRoom ? plain : FormatNumber(value, "0.####0e-##");
+  return plain.size() < kPlainLength ? plain : FormatNumber(value, "0.####0e-##");
 }
 
 bool isSolved(const LineAnswers& line) { return ToDouble(line.M) && ToDouble(line.B); }

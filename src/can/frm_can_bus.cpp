@@ -26,7 +26,7 @@ constexpr std::string_view kNewName = "CANItem";
 std::string whole(int number) { return NumberText(number); }
 
 // The maximum of a J1939 field.
-double mostOf(OrvusCanJ1939Fields field) {
+double maxOf(OrvusCanJ1939Fields field) {
   cCanConfig config;
   config.J1939_FieldVal(field, 255);
   return config.J1939_FieldVal(field);
@@ -228,7 +228,7 @@ void frmCanBus::bindJ1939() {
   int number = 0;
   for (NumericField* field : j1939Fields()) {
     const auto kind = static_cast<OrvusCanJ1939Fields>(number++);
-    field->Limits(0, mostOf(kind));
+    field->Limits(0, maxOf(kind));
     field->OnTake = [this, field, kind] {
       cCanConfig changed = config();
       changed.J1939_FieldVal(kind, static_cast<std::uint8_t>(field->Value()));

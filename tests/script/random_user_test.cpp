@@ -218,11 +218,11 @@ class Round {
   }
 
   // Faults after a visit of the button's screen.
-  std::string outOfOrder(int button, bool hadRoom) {
+  std::string outOfOrder(int button, bool fitted) {
     ProjectStore& store = session_.Store();
     std::string text;
     if (inStep_) text += stepsMissed();
-    if (hadRoom && button != kConfigurationButton) text += testing::RoomOverdrawn(store);
+    if (fitted && button != kConfigurationButton) text += testing::ChannelsExceeded(store);
     const bool places =
         button == kThermocoupleButton || button == kVoltageButton || button == kBridgeButton;
     if (places && inStep_ && user_.ended == ModalResult::kDone) text += testing::WrongStarts(store);
@@ -233,7 +233,7 @@ class Round {
     const int button = user_.Below(kExciteButton + 1);
     if (!session_.MainButtons().Enabled(button)) return {};
     const std::string before = withoutOwnScreens(session_.Store());
-    const bool hadRoom = testing::RoomOverdrawn(session_.Store()).empty();
+    const bool fitted = testing::ChannelsExceeded(session_.Store()).empty();
     user_.log.clear();
     user_.mood = RandomUser::Mood::kEdits;
     session_.Click(button);
@@ -244,7 +244,7 @@ class Round {
     if (user_.ended == ModalResult::kCancel && withoutOwnScreens(session_.Store()) != before) {
       return "cancelled:\n" + difference(before, withoutOwnScreens(session_.Store()));
     }
-    if (const std::string wrong = outOfOrder(button, hadRoom); !wrong.empty()) return wrong;
+    if (const std::string wrong = outOfOrder(button, fitted); !wrong.empty()) return wrong;
     const auto again = readBack(after);
     if (saved(*again) != after) return "read back:\n" + difference(after, saved(*again));
     again->EstMeasTime = session_.Store().EstMeasTime;

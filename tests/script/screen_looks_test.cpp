@@ -1,5 +1,5 @@
-// Whoever opens every screen of a project, edits nothing and leaves by Done has the same project
-// afterwards, but for what a table below lists.
+// Opening every screen of a project and leaving it by Done, without an edit, does not change the
+// project, except for the keys in a table below.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -22,50 +22,51 @@
 namespace ostrand {
 namespace {
 
-// A key that the screens behind a button renew.
+// A key that the screens of a main button renew.
 struct Renewed {
   int button;
   std::string_view key;
   std::string_view value;  // what it becomes; empty for any
 };
 constexpr Renewed kRenewed[] = {
-    // A code without an item becomes that of the first: no unit of an interval is -1, and the time
-    // that the power stays on is not given in days.
+    // A code that the list does not offer becomes the first: -1 as the unit of an interval, and
+    // days
+    // for the time that the power stays on.
     {kConfigurationButton, "PowerOffMins", "0"},
     {kConfigurationButton, "PowerOnMins", "1"},
-    // The default level goes with its check.
+    // Checking the default sets its level.
     {kConfigurationButton, "BattTripVolts", "11.5"},
     // Whether the buffer of the scans holds more than the default.
     {kExecutionButton, "ScanBuffer", ""},
-    // A table without conditions has them grouped as one.
+    // The grouping of a table without conditions is "1".
     {kTablesButton, "GroupWriteIf", "1"},
     // The expression of a condition follows its variable.
     {kTablesButton, "StartTrigIndvExpress", ""},
     {kTablesButton, "StopTrigIndvExpress", ""},
-    // Under automatic selection a list of blocks gives all of them their starts.
+    // Under automatic selection a list of blocks sets the start channels of all blocks.
     {kThermocoupleButton, "StartTempChan", ""},
     {kThermocoupleButton, "StartVoltChan", ""},
     {kThermocoupleButton, "StartBrdgChan", ""},
-    // The time of a block is worked out on its setup.
+    // The setup of a block calculates its time.
     {kThermocoupleButton, "BlockTime", ""},
     {kVoltageButton, "BlockTime", ""},
     {kBridgeButton, "BlockTime", ""},
     {kPulseButton, "BlockTime", ""},
-    // A single-ended thermocouple is not tested for an open sensor, which its range says too; a
+    // A single-ended thermocouple is not tested for an open sensor, which changes its range code. A
     // check is stored as -1.
     {kThermocoupleButton, "OpenSensDetect", "0"},
     {kThermocoupleButton, "RangeNo", ""},
     {kThermocoupleButton, "ReverseMes", "-1"},
     {kBridgeButton, "OpenSensDetect", "-1"},
     {kTK40MButton, "OpenSensDetect", "-1"},
-    // A strain bridge has its gauge factor for offset, and one for each sensor.
+    // A strain bridge stores its gauge factor as the offset, and one for each sensor.
     {kBridgeButton, "DefaultOffset", ""},
     {kBridgeButton, "AliasGFactor", "0"},
-    // The screens have their own spelling.
+    // The screens store the spelling of their lists.
     {kBridgeButton, "MeasType", ""},
-    // A calculator whose record has no system begins with one.
+    // A calculator without a system of units starts with the first.
     {kPulseButton, "InUnits", "1"},
-    // A block that is calibrated on site says so by 1, and is public.
+    // A block that is calibrated on site stores 1, and is public.
     {kBridgeButton, "CalOnSite", "1"},
     {kPulseButton, "SiteCal", "1"},
     {kPulseButton, "Public", "-1"},
@@ -80,30 +81,30 @@ bool isRenewed(int button, const testing::KeyChange& change) {
   });
 }
 
-// What is said on the way out, all of it about the project: no other box may keep its user.
+// A box that may appear at Done. All of them are about the project; any other one fails the test.
 struct KnownBox {
   std::string_view title;
-  bool randomOnly;  // of a random project, which has what its screens do not accept
+  bool randomOnly;  // for a random project, which holds values that no screen accepts
 };
 constexpr KnownBox kBoxes[] = {
-    // The trigger of a table that has none is not to be left by Done.
+    // Done refuses a trigger without conditions.
     {"INVALID TRIGGER CONDITION", false},
     // Flags with two uses, an interval that the scan interval does not divide.
     {"DUPLICATE FLAGS", false},
     {"TIMING PROBLEM 1", false},
-    // Averages of a single scan, and whether to save when Cancel is the way out then.
+    // Averages of a single scan, and whether to save after Done was refused.
     {"OUTPUT TABLES", false},
     // Conditions name measurements that no block has.
     {" INVALID TRIGGERED TABLE\"", true},
     {"INVALID WRITE IF TRIGGER", true},
     {"INVALID POWER OFF TRIGGER", true},
-    // A grouping line names conditions that there are not.
+    // A grouping line names conditions that do not exist.
     {"CONDITION NUMBER RANGE ERROR", true},
     // The uses of a flag.
     {"FLAG INFORMATION", true},
-    // A bridge that has no room for its excitations.
+    // A bridge with more excitations than the panel has left.
     {"TROUBLE", true},
-    // Items that the CAN bus can't have, level crossings without values.
+    // Invalid CAN items, level crossings without values.
     {"CONTINUE WITH IMPROPER VALUES ?", true},
     {"NOT ENOUGH VALUES", true},
     // A resistance bridge with a multiplier for each sensor.
@@ -155,7 +156,7 @@ class EveryScreen : public ::testing::TestWithParam<std::string> {
   }
 
   std::string saved() { return ORVUS_GENFILE::ProjectFileText(session_.Store(), clock_.Now()); }
-  // The screens behind a button leave what they do not renew.
+  // The screens of a button keep the keys that they do not renew.
   void expectToLeave(int button) {
     const std::string before = saved();
     session_.Click(button);

@@ -214,7 +214,7 @@ std::string ValuesOutOfLimits(const ProjectStore& store) {
   return found.text;
 }
 
-std::string RoomOverdrawn(const ProjectStore& store) {
+std::string ChannelsExceeded(const ProjectStore& store) {
   Findings found;
   const int multiplexers = store.Config.TK40MQty;
   const int inputs = FreeTK40MInputs(multiplexers, ChannelBlocksOf(store.TK40MBlock));

@@ -29,6 +29,6 @@ std::string ValuesOutOfLimits(const ProjectStore& store);
 
 // The blocks fit on the multiplexers and, with automatic selection, on the panel. The configuration
 // can reduce the channels of existing blocks.
-std::string RoomOverdrawn(const ProjectStore& store);
+std::string ChannelsExceeded(const ProjectStore& store);
 
 }  // namespace ostrand::testing

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <map>
 #include <utility>
 
@@ -84,6 +85,9 @@ constexpr Passing kPassing[] = {
     {"frmMoreSpeed", ""},
     {"frmSpdCalc", ""},
     {"frmFlowCalc", ""},
+    // A multiplexer that Done deletes takes the names of its sensors with it.
+    {"frmConfig", "PowerOffExpression"},
+    {"frmConfig", "PowerOffCode"},
     // Values and units that Done fits to each other.
     {"frmConfig", "SizeCard"},
     {"frmTableTimes", ""},
@@ -126,6 +130,14 @@ std::vector<std::string> itemsOf(const Control& control) {
     }
   }
   return items;
+}
+
+// The same, or a number with the digits of a spin.
+bool sameText(const std::string& before, const std::string& after) {
+  if (before == after) return true;
+  const auto number = ToDouble(before);
+  const auto other = ToDouble(after);
+  return number && other && std::abs(*number - *other) <= 1e-6 * std::abs(*number);
 }
 
 // The same, but for the items that were added for values that nothing has now.
@@ -208,13 +220,14 @@ std::map<std::string, RandomUser::Look> RandomUser::looksOf(const Screen& screen
   for (const Control* control : screen.Controls()) {
     if (!control->Visible || isPassing(screen, *control)) continue;
     Look& look = looks[control->Name()];
-    // In a list with columns a row is picked to do something with it.
-    look.shown = !control->Enabled                        ? "disabled"
-                 : control->Kind() == ControlKind::kTable ? ""
-                                                          : control->Text();
-    look.shown += " (" + control->Caption;
-    if (control->Enabled) look.shown += ", " + control->ToolTip;
-    look.shown += ")";
+    look.face = control->Caption;
+    if (control->Enabled) {
+      look.face += ", " + control->ToolTip;
+      // In a list with columns a row is picked to do something with it.
+      if (control->Kind() != ControlKind::kTable) look.text = control->Text();
+    } else {
+      look.face += ", disabled";
+    }
     if (control->Enabled && !addsVariables(screen)) look.items = itemsOf(*control);
   }
   return looks;
@@ -235,8 +248,9 @@ void RandomUser::expectLooks(const Screen& screen) {
     const auto now = looks.find(name);
     if (now == looks.end()) {
       changed += "\n" + name + " is gone";
-    } else if (now->second.shown != look.shown) {
-      changed += "\n" + name + ": " + look.shown + " to " + now->second.shown;
+    } else if (!sameText(look.text, now->second.text) || look.face != now->second.face) {
+      changed += "\n" + name + ": " + look.text + " (" + look.face + ") to " + now->second.text +
+                 " (" + now->second.face + ")";
     } else if (!sameItems(look.items, now->second.items)) {
       changed += "\n" + name + " has other items";
     }

@@ -73,7 +73,8 @@ class RandomUser : public platform::Forms, public ScreenHost {
 
   // What a user sees of a control.
   struct Look {
-    std::string shown;
+    std::string text;
+    std::string face;  // caption and tool tip
     std::vector<std::string> items;
   };
   // A screen when it was left by Done: its visible controls by name.
