@@ -174,22 +174,26 @@ TEST(Answers, HandBackTheNumberShown) {
 }
 
 TEST(SourceKinds, LabelTheInputAxis) {
-  const std::pair<InputAxis, const char*> cases[] = {
-      {InputAxisOf("Volts"), "Input mV|mVolts"},
-      {InputAxisOf("TK40M"), "Input mV|mVolts"},
-      {InputAxisOf("TK40M", true), "|Degs C"},
-      {InputAxisOf("HVolt"), "Input V|Volts"},
-      {InputAxisOf("Isolated"), "Input V|Volts"},
-      {InputAxisOf("Brdg"), "Input mV/V|mVolts/Volt"},
-      {InputAxisOf("Brdg", false, true), "Input V/V|Volts/Volt"},
-      {InputAxisOf("Pulse"), "Input Hz|Hertz"},
-      {InputAxisOf("Totalize"), "Input|Counts"},
-      {InputAxisOf("Filt"), "Input mV|mVolts"},
-      {InputAxisOf("Temp"), "|Degs C"},
-      {InputAxisOf("FieldGrid"), "|"},
+  const struct {
+    InputAxis axis;
+    std::string_view label, units;
+  } cases[] = {
+      {InputAxisOf("Volts"), "Input mV", "mVolts"},
+      {InputAxisOf("TK40M"), "Input mV", "mVolts"},
+      {InputAxisOf("TK40M", true), "", "Degs C"},
+      {InputAxisOf("HVolt"), "Input V", "Volts"},
+      {InputAxisOf("Isolated"), "Input V", "Volts"},
+      {InputAxisOf("Brdg"), "Input mV/V", "mVolts/Volt"},
+      {InputAxisOf("Brdg", false, true), "Input V/V", "Volts/Volt"},
+      {InputAxisOf("Pulse"), "Input Hz", "Hertz"},
+      {InputAxisOf("Totalize"), "Input", "Counts"},
+      {InputAxisOf("Filt"), "Input mV", "mVolts"},
+      {InputAxisOf("Temp"), "", "Degs C"},
+      {InputAxisOf("FieldGrid"), "", ""},
   };
-  for (const auto& [axis, text] : cases) {
-    EXPECT_EQ(std::string(axis.label).append("|").append(axis.units), text);
+  for (const auto& [axis, label, units] : cases) {
+    EXPECT_EQ(axis.label, label);
+    EXPECT_EQ(axis.units, units);
   }
 }
 

@@ -104,25 +104,25 @@ TEST(MoreSpeedCalculator, ShowsMultiplierAndTryOut) {
 }
 
 TEST(MoreSpeedCalculator, NamesItsUnits) {
-  // Full name, short name, and returned units.
-  constexpr std::string_view kOuts[] = {
-      "KM/Hour|kM/Hour|KM/Hour",     "Meter/Minute|Meters/Min|M/Min",
-      "CM/Minute|cM/Min|KM/Hour",    "Meter/Second|Meters/Sec|M/Sec",
-      "CM/Second|cM/Sec|KM/Hour",    "Miles/Hour|Miles/Hour|Mi/Hour",
-      "Feet/Minute|Feet/Min|Ft/Min", "Inches/Minute|Inches/Min|Mi/Hour",
-      "Feet/Second|Feet/Sec|Ft/Sec", "Inches/Second|Inches/Sec|Mi/Hour"};
-  const auto names = [](const MoreSpeedCalcRecord& record) {
-    std::string all(MoreSpeedOutName(record));
-    return all.append("|")
-        .append(MoreSpeedOutShortName(record))
-        .append("|")
-        .append(MoreSpeedUnits(record));
+  struct Names {
+    std::string_view full, brief, returned;
+  };
+  constexpr Names kOuts[] = {
+      {"KM/Hour", "kM/Hour", "KM/Hour"},     {"Meter/Minute", "Meters/Min", "M/Min"},
+      {"CM/Minute", "cM/Min", "KM/Hour"},    {"Meter/Second", "Meters/Sec", "M/Sec"},
+      {"CM/Second", "cM/Sec", "KM/Hour"},    {"Miles/Hour", "Miles/Hour", "Mi/Hour"},
+      {"Feet/Minute", "Feet/Min", "Ft/Min"}, {"Inches/Minute", "Inches/Min", "Mi/Hour"},
+      {"Feet/Second", "Feet/Sec", "Ft/Sec"}, {"Inches/Second", "Inches/Sec", "Mi/Hour"}};
+  const auto expectNames = [](const MoreSpeedCalcRecord& record, const Names& names) {
+    EXPECT_EQ(MoreSpeedOutName(record), names.full);
+    EXPECT_EQ(MoreSpeedOutShortName(record), names.brief);
+    EXPECT_EQ(MoreSpeedUnits(record), names.returned);
   };
   for (std::size_t at = 0; at < std::size(kOuts); ++at) {
     const SpeedOut& out = kSpeedOuts[at];
-    EXPECT_EQ(names({1, 1, out.system, out.units, out.useMins, "1", "1"}), kOuts[at]);
+    expectNames({1, 1, out.system, out.units, out.useMins, "1", "1"}, kOuts[at]);
   }
-  EXPECT_EQ(names({1, 1, 3, 1, 0, "1", "1"}), "||");
+  expectNames({1, 1, 3, 1, 0, "1", "1"}, {});
   constexpr std::string_view kIns[] = {"Pulses/kM",   "Pulses/Meter", "Pulses/cM",
                                        "Pulses/Mile", "Pulses/Foot",  "Pulses/Inch"};
   for (i16 in = 0; in < 6; ++in) {

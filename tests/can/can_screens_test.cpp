@@ -145,7 +145,8 @@ TEST_F(PickScreen, EditsAreAskedForAndSaved) {
   press(*copy, "Delete");
   forms.ExpectSave("/work/copy");
   press(*copy, "Save");
-  EXPECT_EQ(forms.dialog.title + forms.dialog.initialFolder, "SAVE PICK LIST FILE/work/");
+  EXPECT_EQ(forms.dialog.title, "SAVE PICK LIST FILE");
+  EXPECT_EQ(forms.dialog.initialFolder, "/work/");
   EXPECT_EQ(forms.dialog.defaultExtension, ".29LST");
   EXPECT_EQ(files.files["/work/copy.29LST"], head + p);
   copy->Cancel();

@@ -173,21 +173,26 @@ TEST_F(ConditionsTest, RowIsComposedFromPicks) {
 TEST_F(ConditionsTest, RowsFormTableWithReasonWhenDisabled) {
   set.Load({}, 0, "");
   use("Meas1", "Oil");
-  const auto faceOf = [this](std::string_view name) {
+  // An enabled control has no reason.
+  const auto expectFace = [this](std::string_view name, int row, std::string_view caption,
+                                 std::string_view whyDisabled) {
+    SCOPED_TRACE(name);
     const Control& shownControl = control(screen, name);
-    return shownControl.Group + "|" + std::to_string(shownControl.Row) + "|" +
-           shownControl.Caption + "|" + (shownControl.Enabled ? "" : shownControl.WhyDisabled);
+    EXPECT_EQ(shownControl.Group, "Conditions");
+    EXPECT_EQ(shownControl.Row, row);
+    EXPECT_EQ(shownControl.Caption, caption);
+    EXPECT_EQ(shownControl.Enabled ? "" : shownControl.WhyDisabled, whyDisabled);
   };
-  EXPECT_EQ(faceOf("Value1"), "Conditions|1|Value|");
-  EXPECT_EQ(faceOf("Value10"), "Conditions|10|Value|Needs a measurement.");
-  EXPECT_EQ(faceOf("Grouping"), "Conditions|0|Grouping of the conditions|");
+  expectFace("Value1", 1, "Value", "");
+  expectFace("Value10", 10, "Value", "Needs a measurement.");
+  expectFace("Grouping", 0, "Grouping of the conditions", "");
   set.Enable(false, "Needs a dual trigger.");
-  EXPECT_EQ(faceOf("Meas1"), "Conditions|1|Measurement|Needs a dual trigger.");
-  EXPECT_EQ(faceOf("Compare10"), "Conditions|10|Comparison|Needs a dual trigger.");
-  EXPECT_EQ(faceOf("Grouping"), "Conditions|0|Grouping of the conditions|Needs a dual trigger.");
+  expectFace("Meas1", 1, "Measurement", "Needs a dual trigger.");
+  expectFace("Compare10", 10, "Comparison", "Needs a dual trigger.");
+  expectFace("Grouping", 0, "Grouping of the conditions", "Needs a dual trigger.");
   set.Enable(true, {});
   use("Meas1", "(None)");
-  EXPECT_EQ(faceOf("Grouping"), "Conditions|0|Grouping of the conditions|Needs a condition.");
+  expectFace("Grouping", 0, "Grouping of the conditions", "Needs a condition.");
 }
 
 TEST_F(ConditionsTest, ViewedRowStaysUnchanged) {
