@@ -213,8 +213,8 @@ void MainButton::paintEvent(QPaintEvent*) {
 
 // ---- The panels ---------------------------------------------------------------------------------
 
-ButtonPanels::ButtonPanels(std::function<void(int button)> click,
-                           std::function<void(int button)> rightClick, QWidget* parent)
+ButtonPanels::ButtonPanels(const std::function<void(int button)>& click,
+                           const std::function<void(int button)>& rightClick, QWidget* parent)
     : QWidget(parent) {
   auto* column = new QVBoxLayout(this);
   for (std::size_t panel = 0; panel < kPanels.size(); ++panel) {

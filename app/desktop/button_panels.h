@@ -70,8 +70,8 @@ class MainButton final : public QPushButton {
 // Panels one below the other, whose buttons stand in two columns if there is space.
 class ButtonPanels final : public QWidget {
  public:
-  ButtonPanels(std::function<void(int button)> click, std::function<void(int button)> rightClick,
-               QWidget* parent);
+  ButtonPanels(const std::function<void(int button)>& click,
+               const std::function<void(int button)>& rightClick, QWidget* parent);
 
   // Null for a button that is not shown.
   [[nodiscard]] MainButton* Button(int button) const {

@@ -159,7 +159,7 @@ QStringList FiltersOf(std::string_view filter) {
   for (qsizetype at = 0; at + 1 < parts.size(); at += 2) {
     QString name = parts[at];
     name.remove(u'(').remove(u')');
-    const QString pattern = parts[at + 1];
+    const QString& pattern = parts[at + 1];
     const QString any =
         pattern == QStringLiteral("*.*") ? QStringLiteral("*") : pattern + u' ' + pattern.toLower();
     filters.append(name.trimmed() + QStringLiteral(" (") + any + u')');

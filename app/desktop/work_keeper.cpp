@@ -30,6 +30,7 @@ std::size_t ask(QWidget* window, const QString& title, const QString& question,
     box.setText(question);
     box.setIcon(QMessageBox::Question);
     std::vector<QAbstractButton*> buttons;
+    buttons.reserve(captions.size());
     for (const QString& caption : captions) {
       buttons.push_back(box.addButton(caption, QMessageBox::ActionRole));
     }

@@ -216,12 +216,13 @@ class Using {
     multiplexer(uses_.Others[kMuxPowerGround], WireFunction::kGround, 0, " TK40M Gnd");
   }
 
-  static void multiplexer(WireUses& users, WireFunction function, int number, std::string label) {
+  static void multiplexer(WireUses& users, WireFunction function, int number,
+                          const std::string& label) {
     putFirst(users, {.kind = WireKind::kMultiplexer,
                      .function = function,
                      .number = number,
                      .source = std::string(Trim(label)),
-                     .label = std::move(label)});
+                     .label = label});
   }
 
   // The statement of a block names the next channel, whatever the repetitions of the block before;

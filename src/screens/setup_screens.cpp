@@ -114,6 +114,7 @@ void ConnectSetupScreens(Ostrand& control, ScreenHost& host) {
 
 std::vector<std::string_view> MainScreenNames() {
   std::vector<std::string_view> names;
+  names.reserve(std::size(kScreens) + std::size(kOptionScreens));
   for (const ScreenRow& row : kScreens) names.push_back(row.name);
   for (const OptionScreen& row : kOptionScreens) names.push_back(row.name);
   return names;

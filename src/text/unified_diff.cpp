@@ -70,7 +70,8 @@ class Comparison {
   }
   // The old line that a search has reached on a diagonal, the difference of old and new line.
   int& reached(std::vector<int>& search, int diagonal) {
-    return search[static_cast<std::size_t>(diagonal + sizeOf(new_) + 1)];
+    const int at = diagonal + sizeOf(new_) + 1;
+    return search[static_cast<std::size_t>(at)];
   }
 
   void compare(Range range) {
