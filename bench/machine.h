@@ -7,7 +7,7 @@
 
 #include "platform/clock.h"
 #include "platform/filesystem.h"
-#include "platform/forms.h"
+#include "platform/quiet_forms.h"
 #include "platform/surroundings.h"
 
 namespace ostrand::bench {
@@ -38,18 +38,12 @@ class NoFiles : public platform::FileSystem {
 };
 
 // A box in a measured run is an error of the measurement.
-class SilentForms : public platform::Forms {
+class SilentForms : public platform::QuietForms {
  public:
   platform::Answer ShowBox(const platform::MessageBox& box) override {
     std::fprintf(stderr, "unexpected box: %s\n%s\n", box.title.c_str(), box.text.c_str());
     std::abort();
   }
-  std::optional<std::string> AskOpen(const platform::FileDialog&) override { return {}; }
-  std::optional<std::string> AskSave(const platform::FileDialog&) override { return {}; }
-  void SetHelpLine(const std::string&) override {}
-  void SetPointer(platform::Pointer) override {}
-  void Beep() override {}
-  void DoEvents() override {}
 };
 
 // A user who refuses everything.

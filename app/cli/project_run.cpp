@@ -28,18 +28,6 @@ bool readEpoch(std::optional<std::int64_t>& epoch) {
 
 }  // namespace
 
-platform::Surroundings CliHost::Around(platform::Forms& shown) {
-  return {files,
-          clock,
-          shown,
-          processes,
-          places.settings,
-          places.registry,
-          platform::TemporaryFolder(),
-          platform::ModuleFolder(),
-          &workFolders};
-}
-
 std::unique_ptr<CliHost> HostOf(const CommandLine& line, ExitCode& refused) {
   std::optional<std::int64_t> epoch;
   if (!readEpoch(epoch)) {

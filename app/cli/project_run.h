@@ -9,13 +9,8 @@
 #include <vector>
 
 #include "command_line.h"
-#include "platform/posix/posix_clock.h"
-#include "platform/posix/posix_filesystem.h"
-#include "platform/posix/posix_process.h"
-#include "platform/posix/posix_work_folders.h"
-#include "platform/posix/settings_places.h"
+#include "platform/posix/posix_machine.h"
 #include "platform/posix/terminal_forms.h"
-#include "platform/surroundings.h"
 #include "session/ostrand.h"
 
 namespace ostrand::cli {
@@ -34,19 +29,11 @@ struct ProjectRun {
 using ProjectCommand = bool (*)(ProjectRun& run, Ostrand& session, std::string_view file);
 
 // The machine as a command line sees it.
-struct CliHost {
-  explicit CliHost(const CommandLine& line, std::optional<std::int64_t> epoch)
-      : files(line.syncing), clock(epoch), forms(line.answers), places(line.syncing) {}
+struct CliHost : platform::PosixMachine {
+  CliHost(const CommandLine& line, std::optional<std::int64_t> epoch)
+      : PosixMachine(line.syncing, epoch), forms(line.answers) {}
 
-  // For a session that shows its boxes through `shown`.
-  platform::Surroundings Around(platform::Forms& shown);
-
-  platform::PosixFileSystem files;
-  platform::PosixClock clock;
   platform::TerminalForms forms;
-  platform::PosixProcesses processes;
-  platform::PosixWorkFolders workFolders{files};
-  platform::SettingsPlaces places;
 };
 
 // The machine for a line. Null, with the exit code in `refused`, when the output folder or the

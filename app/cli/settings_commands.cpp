@@ -3,7 +3,7 @@
 #include <array>
 
 #include "commands.h"
-#include "platform/posix/settings_places.h"
+#include "platform/posix/posix_machine.h"
 #include "session/settings.h"
 
 namespace ostrand::cli {

@@ -1,5 +1,4 @@
 // Controls that only show something.
-#include <QFontDatabase>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -7,6 +6,7 @@
 #include <QTextDocument>
 
 #include "bind_kinds.h"
+#include "fixed_font.h"
 #include "terminal_tile.h"
 #include "texts.h"
 
@@ -83,7 +83,7 @@ class CodeView final : public QPlainTextEdit {
   CodeView() {
     setReadOnly(true);
     setTabChangesFocus(true);
-    setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    setFont(FixedFont());
     setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -131,7 +131,7 @@ class BoundCodeCell final : public BoundControl {
   BoundCodeCell(Control& control, ControlWindow& window) : BoundControl(control, window) {
     shownBy(line_);
     line_->setReadOnly(true);
-    line_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    line_->setFont(FixedFont());
     SetMinimumLetters(*line_, kCodeCellWidth);
   }
 

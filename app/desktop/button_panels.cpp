@@ -61,8 +61,6 @@ const char* CaptionOf(int button) {
   return "";
 }
 
-const char* PanelCaption(std::size_t panel) { return kPanels[panel]; }
-
 int InUse(const ProjectStore& store, int button) {
   int count = 0;
   switch (button) {

@@ -30,7 +30,6 @@ struct ButtonFace {
 // All buttons that are shown, panel by panel; reserved ones are not.
 std::span<const ButtonFace> ButtonFaces();
 const char* CaptionOf(int button);  // with its access key; empty for a button that is not shown
-const char* PanelCaption(std::size_t panel);
 
 // What a button's badge shows: how many of its blocks, items or tables are in use.
 int InUse(const ProjectStore& store, int button);
@@ -67,7 +66,7 @@ class MainButton final : public QPushButton {
   QString whyNot_;
 };
 
-// Panels one below the other, whose buttons stand in two columns if there is space.
+// The panels from top to bottom, with their buttons in two columns if there is space.
 class ButtonPanels final : public QWidget {
  public:
   ButtonPanels(const std::function<void(int button)>& click,

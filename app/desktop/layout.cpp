@@ -99,7 +99,6 @@ void layOutForm(const Group& group, QGridLayout& grid, Parts& parts) {
 // pairs stay together.
 QLayout* layOutTiles(const Group& tiles) {
   const int columns = tiles.size() > 25 ? 10 : 5;
-  auto* lines = new QVBoxLayout;
   auto* grid = new QGridLayout;
   grid->setSpacing(2);
   int place = 0;
@@ -108,8 +107,7 @@ QLayout* layOutTiles(const Group& tiles) {
     ++place;
   }
   grid->setColumnStretch(columns, 1);
-  lines->addLayout(grid);
-  return lines;
+  return grid;
 }
 
 // ---- Groups -------------------------------------------------------------------------------------
@@ -203,13 +201,7 @@ class Page {
     }
     return shelves;
   }
-  // "2" of "CAO2 conditions"; blank for none.
-  [[nodiscard]] QChar numberIn(std::size_t at) const {
-    const QString heading = boxes_[at].box->title();
-    const auto* digit =
-        std::find_if(heading.begin(), heading.end(), [](QChar letter) { return letter.isDigit(); });
-    return digit == heading.end() ? QChar(u' ') : *digit;
-  }
+  [[nodiscard]] QChar numberIn(std::size_t at) const { return DigitIn(boxes_[at].box->title()); }
   [[nodiscard]] int heightOf(std::size_t from, std::size_t to) const {
     int height = 0;
     for (const Shelf& shelf : shelvesOf(from, to)) height += shelf.height + kGap;

@@ -8,12 +8,7 @@
 #include "main_window.h"
 #include "model/defaults.h"
 #include "pictures.h"
-#include "platform/posix/posix_clock.h"
-#include "platform/posix/posix_process.h"
-#include "platform/posix/posix_work_folders.h"
-#include "platform/posix/settings_places.h"
-#include "platform/posix/user_folders.h"
-#include "platform/surroundings.h"
+#include "platform/posix/posix_machine.h"
 #include "texts.h"
 
 namespace ostrand::desktop {
@@ -45,23 +40,10 @@ int run(QApplication& application) {
 
   const char* fixed = std::getenv("SOURCE_DATE_EPOCH");
   const auto epoch = platform::PosixClock::EpochFromText(fixed == nullptr ? "" : fixed);
-  platform::PosixFileSystem disk(platform::Syncing::kOn);
-  platform::PosixClock clock(epoch);
-  platform::PosixProcesses processes;
-  platform::PosixWorkFolders workFolders(disk);
-  platform::SettingsPlaces places(platform::Syncing::kOn);
+  platform::PosixMachine machine(platform::Syncing::kOn, epoch);
   QtForms forms;
-  const platform::Surroundings around{disk,
-                                      clock,
-                                      forms,
-                                      processes,
-                                      places.settings,
-                                      places.registry,
-                                      platform::TemporaryFolder(),
-                                      platform::ModuleFolder(),
-                                      &workFolders};
   const std::string state = platform::UserStateFolder();
-  MainWindow window(TheStore(), around, forms,
+  MainWindow window(TheStore(), machine.Around(forms), forms,
                     drawing || state.empty() ? QString() : PathText(state + "/recovery"));
   if (!drawing) window.show();
   if (!drawing && window.OfferUnsavedWork()) return QApplication::exec();

@@ -12,7 +12,7 @@
 #include "desktop_settings.h"
 #include "guided_screens.h"
 #include "notice_bar.h"
-#include "pages.h"
+#include "pages/summary_page.h"
 #include "platform/surroundings.h"
 #include "project_tree.h"
 #include "qt_forms.h"

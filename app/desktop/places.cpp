@@ -1,80 +1,93 @@
 #include "places.h"
 
+#include <algorithm>
 #include <array>
+#include <string>
 #include <string_view>
 
 #include "session/main_buttons.h"
 #include "text/number.h"
 #include "text/strings.h"
 #include "texts.h"
+#include "verify/project_keys.h"
 
 namespace ostrand::desktop {
 namespace {
 
-// What is edited behind a main button: blocks with a setup screen, items of a choice, or items with
-// controls of their own.
-struct ButtonScreen {
+// What a main button edits, by a key that each of its items has; "#" is the number of the item.
+struct ItemKey {
   int button;
-  std::string_view screen;
-  std::string_view setup = {};
-  const char* block = "";
-  std::string_view pick = {};
-  std::string_view control = {};  // the stem of the controls of an item
+  std::string_view section;
+  std::string_view key;
+  char kind = 0;  // of a ProgramBlock
 };
-constexpr std::array<ButtonScreen, 13> kButtonScreens = {{
-    {kConfigurationButton, "frmConfig"},
-    {kExecutionButton, "frmExecute"},
-    {kThermocoupleButton, "frmTempBlock", "frmTempSetup", "Thermocouple block"},
-    {kVoltageButton, "frmVoltBlock", "frmVoltSetup", "Voltage block"},
-    {kBridgeButton, "frmBrdgBlock", "frmBrdgSetup", "Bridge block"},
-    {kPulseButton, "frmPulseBlock", "frmPulseSetup", "Pulse block"},
-    {kTK40MButton, "frmTK40MBlock", "frmTK40MSetup", "Multiplexer block"},
-    {kTablesButton, "frmOutInt", {}, "", "Table"},
-    {kCanButton, "frmCanBus", {}, "", "Item"},
-    {kCalcFieldsButton, "frmCalculated", {}, "", "Formulas"},
-    {kFlagsButton, "frmFlags", {}, "", {}, "FlagInclude"},
-    {kPortsButton, "frmPorts", {}, "", {}, "Include"},
-    {kExciteButton, "frmExcite", {}, "", {}, "Include"},
+constexpr std::array<ItemKey, 13> kItemKeys = {{
+    {kConfigurationButton, project_keys::kConfigurationSection, "AutoChan"},
+    {kExecutionButton, project_keys::kScanSetupSection, "ExecutionTime"},
+    {kThermocoupleButton, project_keys::kTempBlocksSection, "Reps(#)", 'T'},
+    {kVoltageButton, project_keys::kVoltBlocksSection, "Reps(#)", 'V'},
+    {kBridgeButton, project_keys::kBridgeBlocksSection, "Reps(#)", 'B'},
+    {kPulseButton, project_keys::kPulseBlocksSection, "Reps(#)", 'P'},
+    {kTK40MButton, project_keys::kTK40MBlocksSection, "Reps(#)", 'A'},
+    {kTablesButton, project_keys::kTableSetupSection, "TableOn(#)"},
+    {kCanButton, project_keys::kCanItemsSection, "Name(#)", 'C'},
+    {kCalcFieldsButton, project_keys::kCalcFieldsSection, "DataResolution(#)", 'F'},
+    {kFlagsButton, project_keys::kFlagControlSection, "FlagInclude(#)"},
+    {kPortsButton, project_keys::kPortSetupSection, "Include(0,#)"},
+    {kExciteButton, project_keys::kExciteControlSection, "Include(#)"},
 }};
 
-const ButtonScreen* rowOf(int button) {
-  for (const ButtonScreen& row : kButtonScreens) {
-    if (row.button == button) return &row;
-  }
-  return nullptr;
+KeyPlace placeOf(const ItemKey& row, int item) {
+  const std::string key(Before(row.key, "#"));
+  if (key == row.key) return PlaceOfKey(row.section, key);
+  return PlaceOfKey(row.section, key + NumberText(item) + std::string(After(row.key, "#")));
+}
+
+const ItemKey* rowOf(int button) {
+  const auto* row = std::find_if(kItemKeys.begin(), kItemKeys.end(),
+                                 [&](const ItemKey& one) { return one.button == button; });
+  return row == kItemKeys.end() ? nullptr : row;
 }
 
 }  // namespace
 
 ScreenPlace PlaceOfButton(int button) {
-  const ButtonScreen* row = rowOf(button);
+  const ItemKey* row = rowOf(button);
   if (row == nullptr) return {};
-  return {{{row->screen}}, {}};
-}
-
-ScreenPlace PlaceOfBlock(int button, int block, int sensor) {
-  const ButtonScreen* row = rowOf(button);
-  if (row == nullptr) return {};
-  ScreenPlace place{{{row->screen}, {row->setup, NumberText(block)}}, {}};
-  if (sensor > 0) {
-    place.steps.push_back({"frmFldName"});
-    place.control = "AliasName" + NumberText(sensor);
-  }
-  return place;
+  return {{{placeOf(*row, 1).screen.steps.front().screen}}, {}};
 }
 
 ScreenPlace PlaceOfItem(int button, int item) {
-  const ButtonScreen* row = rowOf(button);
+  const ItemKey* row = rowOf(button);
   if (row == nullptr) return {};
-  if (row->control.empty()) return {{{row->screen, {}, row->pick, item - 1}}, {}};
-  return {{{row->screen}}, std::string(row->control) + NumberText(item)};
+  ScreenPlace place = placeOf(*row, item).screen;
+  ScreenStep& last = place.steps.back();
+  // A screen of the item alone begins with its first field.
+  if (place.steps.size() > 1 || !last.pick.empty()) place.control.clear();
+  last.press = {};
+  return place;
+}
+
+ScreenPlace PlaceOfSensor(int button, int block, int sensor) {
+  const ItemKey* row = rowOf(button);
+  if (row == nullptr) return {};
+  const std::string numbers = NumberText(block) + "," + NumberText(sensor);
+  return PlaceOfKey(row->section, "AliasName(" + numbers + ")").screen;
+}
+
+ScreenPlace PlaceOfBlock(ProgramBlock block) {
+  for (const ItemKey& row : kItemKeys) {
+    if (row.kind == block.kind && block.kind != 0) return placeOf(row, block.number).screen;
+  }
+  return {};
 }
 
 QString BlockOf(const Screen& screen) {
-  for (const ButtonScreen& row : kButtonScreens) {
-    if (row.setup.empty() || screen.Name() != row.setup) continue;
-    const int block = ToInt16(Before(screen.Caption, " ")).value_or(0);
-    return QStringLiteral("%1 %2").arg(QString::fromLatin1(row.block)).arg(block);
+  const int block = ToInt16(Before(screen.Caption, " ")).value_or(0);
+  for (const ItemKey& row : kItemKeys) {
+    const KeyPlace place = placeOf(row, block);
+    const std::vector<ScreenStep>& steps = place.screen.steps;
+    if (steps.size() > 1 && steps.back().screen == screen.Name()) return FromProject(place.item);
   }
   return {};
 }

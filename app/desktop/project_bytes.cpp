@@ -3,24 +3,13 @@
 #include "generator/savedld.h"
 #include "model/defaults.h"
 #include "model/new_store.h"
+#include "platform/quiet_forms.h"
 #include "platform/surroundings.h"
 #include "projectfile/genfile.h"
 #include "text/codepage.h"
 
 namespace ostrand::desktop {
 namespace {
-
-// A preview asks nobody; what fails in it is reported by the save.
-class QuietForms final : public platform::Forms {
- public:
-  platform::Answer ShowBox(const platform::MessageBox&) override { return platform::Answer::kOk; }
-  std::optional<std::string> AskOpen(const platform::FileDialog&) override { return {}; }
-  std::optional<std::string> AskSave(const platform::FileDialog&) override { return {}; }
-  void SetHelpLine(const std::string&) override {}
-  void SetPointer(platform::Pointer) override {}
-  void Beep() override {}
-  void DoEvents() override {}
-};
 
 // With the texts of the main window, which enter the project when it is saved.
 std::unique_ptr<ProjectStore> copyOf(const Ostrand& session, const ProjectStore& store) {
@@ -33,7 +22,7 @@ std::unique_ptr<ProjectStore> copyOf(const Ostrand& session, const ProjectStore&
 
 ProgramPreview programOf(const Ostrand& session, ProjectStore& project) {
   const platform::Surroundings& around = session.Around();
-  QuietForms forms;
+  platform::QuietForms forms;  // a preview asks nobody; what fails is reported by the save
   SAVEDLD generator(project, around.files, around.clock, forms);
   generator.HostApp(session.HostApp());
   generator.BaseName(session.BaseName());

@@ -37,13 +37,13 @@ void addBlocks(std::vector<TreeLine>& lines, const char* name, const char* icon,
   for (int b = 1; b <= group.BlockCount; ++b) {
     TreeLine block{QStringLiteral("Block %1: %2").arg(b).arg(sensors(group[b].Reps)),
                    "",
-                   PlaceOfBlock(button, b),
+                   PlaceOfItem(button, b),
                    {}};
     for (int r = 1; r <= group[b].Reps; ++r) {
       const std::string& alias = group[b].Alias[r].AliasName;
       const std::string element = SourceName(kind, b) + "(" + NumberText(r) + ")";
       block.below.push_back(
-          {FromProject(alias.empty() ? element : alias), "", PlaceOfBlock(button, b, r), {}});
+          {FromProject(alias.empty() ? element : alias), "", PlaceOfSensor(button, b, r), {}});
     }
     all.below.push_back(std::move(block));
   }

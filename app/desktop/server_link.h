@@ -13,8 +13,8 @@ namespace ostrand::desktop {
 // Connects and sends in a thread, while the events of the windows run.
 class ServerLink final : public SocketObject {
  public:
-  // The error says why there is no connection; `cancelled` is asked all the while, and when it is
-  // true the attempt is abandoned.
+  // Returns an error with the reason if there is no connection. `cancelled` is polled meanwhile;
+  // once it returns true the attempt is abandoned.
   static Result<std::unique_ptr<ServerLink>> Connect(const ServerAddress& address,
                                                      const std::function<bool()>& cancelled);
 

@@ -62,12 +62,6 @@ struct Column {
     }
     return width;
   }
-  // The number in the caption, as of "State 2 value"; blank for none.
-  [[nodiscard]] QChar Number() const {
-    const auto* digit =
-        std::find_if(caption.begin(), caption.end(), [](QChar letter) { return letter.isDigit(); });
-    return digit == caption.end() ? QChar(u' ') : *digit;
-  }
 };
 
 // Columns by caption, in their order. Two controls of a row with the same caption get a column
@@ -193,8 +187,8 @@ std::size_t fitting(std::span<const Column> columns, int maxWidth) {
   }
   if (count == columns.size()) return count;
   for (std::size_t end = count; end > 1; --end) {
-    const QChar before = columns[end - 1].Number();
-    const QChar after = columns[end].Number();
+    const QChar before = DigitIn(columns[end - 1].caption);
+    const QChar after = DigitIn(columns[end].caption);
     if (before != u' ' && after != u' ' && before != after) return end;
   }
   return count;

@@ -2,9 +2,10 @@
 
 #include <QDialog>
 #include <QDialogButtonBox>
-#include <QFontDatabase>
 #include <QPlainTextEdit>
 #include <QVBoxLayout>
+
+#include "fixed_font.h"
 
 namespace ostrand::desktop {
 namespace {
@@ -22,7 +23,7 @@ void ShowText(QWidget* over, const QString& title, const QString& text) {
   shown->setAccessibleName(title);
   shown->setLineWrapMode(QPlainTextEdit::NoWrap);
   shown->setTabChangesFocus(true);
-  shown->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+  shown->setFont(FixedFont());
   shown->setMinimumSize(shown->fontMetrics().averageCharWidth() * kLetters,
                         shown->fontMetrics().lineSpacing() * kLines);
   auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close);

@@ -1,4 +1,4 @@
-// A text in a window of its own.
+// A text in a separate window.
 #pragma once
 
 #include <QString>

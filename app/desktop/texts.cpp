@@ -1,5 +1,7 @@
 #include "texts.h"
 
+#include <algorithm>
+
 #include "platform/posix/terminal_forms.h"
 #include "text/codepage.h"
 
@@ -24,6 +26,12 @@ std::string PathOf(const QString& path) { return path.toStdString(); }
 
 QString PathText(std::string_view path) {
   return QString::fromUtf8(path.data(), static_cast<qsizetype>(path.size()));
+}
+
+QChar DigitIn(const QString& text) {
+  const auto* digit =
+      std::find_if(text.begin(), text.end(), [](QChar letter) { return letter.isDigit(); });
+  return digit == text.end() ? QChar(u' ') : *digit;
 }
 
 QString PlainCaption(std::string_view caption) {

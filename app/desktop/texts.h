@@ -19,6 +19,9 @@ std::string PathOf(const QString& path);
 // The same path for Qt.
 QString PathText(std::string_view path);
 
+// The first digit of a caption or heading, as of "State 2 value"; blank for none.
+QChar DigitIn(const QString& text);
+
 // A caption without the marks of access keys: "Fill && Stop" is "Fill & Stop".
 QString PlainCaption(std::string_view caption);
 

@@ -3,6 +3,8 @@
 #include <QLocale>
 #include <QMessageBox>
 #include <QPushButton>
+#include <algorithm>
+#include <array>
 #include <functional>
 #include <utility>
 #include <vector>
@@ -10,6 +12,7 @@
 #include "model/new_store.h"
 #include "platform/surroundings.h"
 #include "project_bytes.h"
+#include "session/user_action.h"
 #include "text/codepage.h"
 #include "text/unified_diff.h"
 #include "text_window.h"
@@ -65,14 +68,12 @@ void WorkKeeper::notice(const QString& text) const {
 
 // ---- Edits --------------------------------------------------------------------------------------
 
-bool WorkKeeper::HasEdits() const { return hashNow() != saved_; }
+std::string WorkKeeper::bytesNow() const { return BytesToSave(session_, session_.Store()); }
 
-std::size_t WorkKeeper::hashNow() const {
-  return std::hash<std::string>()(BytesToSave(session_, session_.Store()));
-}
+bool WorkKeeper::HasEdits() const { return std::hash<std::string>()(bytesNow()) != saved_; }
 
 void WorkKeeper::Opened() {
-  saved_ = hashNow();
+  saved_ = std::hash<std::string>()(bytesNow());
   recovery_.Remove();
   if (session_.CurrentFileName().empty()) return lock_.Release();
   if (lock_.Take(session_.CurrentFileName()) == OpenLock::State::kOther) askAboutLock();
@@ -89,8 +90,9 @@ void WorkKeeper::Ended() {
 }
 
 void WorkKeeper::keepCopy() {
-  if (!HasEdits()) return recovery_.Remove();
-  if (recovery_.Keep(session_.Origin(), BytesToSave(session_, session_.Store()))) return;
+  const std::string bytes = bytesNow();
+  if (std::hash<std::string>()(bytes) == saved_) return recovery_.Remove();
+  if (recovery_.Keep(session_.Origin(), bytes)) return;
   notice(QStringLiteral("No recovery copy could be kept: ") + recovery_.WhyNot());
 }
 
@@ -107,7 +109,7 @@ KeptProject WorkKeeper::Now() const {
 
 void WorkKeeper::Record(const QString& action, KeptProject before) {
   const bool otherFile = before.origin.path != session_.CurrentFileName();
-  if (!otherFile && BytesOfStore(*before.store) == BytesToSave(session_, session_.Store())) return;
+  if (!otherFile && BytesOfStore(*before.store) == bytesNow()) return;
   history_.Add(action.toStdString(), std::move(before));
   keepCopy();
 }
@@ -135,9 +137,14 @@ bool WorkKeeper::Redo() {
 
 // ---- Other users --------------------------------------------------------------------------------
 
-QString WorkKeeper::OtherUser() const {
+QString WorkKeeper::otherUser() const {
   const Holder& other = lock_.Other();
   return QStringLiteral("%1 on %2, since %3").arg(other.user, other.host, timeText(other.since));
+}
+
+std::string WorkKeeper::onDisk(const std::string& path) const {
+  const auto bytes = session_.Around().files.Read(path);
+  return bytes ? bytes.Value() : std::string();
 }
 
 void WorkKeeper::askAboutLock() {
@@ -146,37 +153,48 @@ void WorkKeeper::askAboutLock() {
       window_, QStringLiteral("PROJECT IN USE"),
       QStringLiteral("%1\nis open in another window: %2.\n\nTake it over only if that window is "
                      "not used any more.")
-          .arg(file, OtherUser()),
+          .arg(file, otherUser()),
       {QStringLiteral("&Take over"), QStringLiteral("&Read only")}, 2, {});
   if (answer == 0) lock_.Take(session_.CurrentFileName(), true);
 }
 
-DiskChoice WorkKeeper::askAboutChange() {
+WorkKeeper::DiskChoice WorkKeeper::askAboutChange() {
+  constexpr std::size_t kDifferences = 2;
   const std::string path = session_.CurrentFileName();
-  const auto there = session_.Around().files.Read(path);
-  const std::string onDisk = there ? there.Value() : std::string();
-  const QString file = FromSystem(path);
   const std::size_t answer = ask(
       window_, QStringLiteral("PROJECT CHANGED"),
       QStringLiteral("%1\nwas changed by another program since it was read here, and there are "
                      "unsaved edits here.\n\nOverwrite: the next save replaces what the other "
                      "program wrote.\nReload: the edits made here are lost; Undo brings them back.")
-          .arg(file),
+          .arg(FromSystem(path)),
       {QStringLiteral("&Overwrite"), QStringLiteral("Save &as..."),
        QStringLiteral("Show &differences"), QStringLiteral("&Reload"), QStringLiteral("&Later")},
-      2,
-      differencesOf(QStringLiteral("file"), onDisk, QStringLiteral("edited here"),
-                    BytesToSave(session_, session_.Store())));
-  switch (answer) {
-    case 0:
-      return DiskChoice::kOverwrite;
-    case 1:
-      return DiskChoice::kSaveAs;
-    case 3:
-      return DiskChoice::kReload;
-    default:
-      return DiskChoice::kLater;
+      kDifferences,
+      differencesOf(QStringLiteral("file"), onDisk(path), QStringLiteral("edited here"),
+                    bytesNow()));
+  // By the buttons; differences are never the last word.
+  constexpr std::array kChoices = {DiskChoice::kOverwrite, DiskChoice::kSaveAs, DiskChoice::kLater,
+                                   DiskChoice::kReload, DiskChoice::kLater};
+  return kChoices[answer];
+}
+
+// The session then has another state or another name, except after Overwrite and Later.
+WorkKeeper::DiskChoice WorkKeeper::settleChange() {
+  const DiskChoice choice = askAboutChange();
+  switch (choice) {
+    case DiskChoice::kOverwrite:
+      session_.OverwriteChanged(true);
+      break;
+    case DiskChoice::kSaveAs:
+      if (OnSaveAs) OnSaveAs();
+      break;
+    case DiskChoice::kReload:
+      reload();
+      break;
+    case DiskChoice::kLater:
+      break;
   }
+  return choice;
 }
 
 bool WorkKeeper::reload() {
@@ -193,36 +211,18 @@ bool WorkKeeper::reload() {
 bool WorkKeeper::CheckDisk() {
   if (asking_ || session_.Busy() || session_.Working()) return false;
   if (lock_.Check() == OpenLock::State::kOther) {
-    notice(QStringLiteral("Read only: the project is open in another window, %1").arg(OtherUser()));
+    notice(QStringLiteral("Read only: the project is open in another window, %1").arg(otherUser()));
   }
   if (!session_.ChangedOnDisk()) return false;
-  asking_ = true;
-  bool changed = true;
-  if (!HasEdits()) {
-    changed = reload();
-    if (changed) {
-      notice(QStringLiteral("%1 was changed by another program and has been read again.")
-                 .arg(FromSystem(session_.CurrentFileName())));
-    }
-  } else {
-    switch (askAboutChange()) {
-      case DiskChoice::kOverwrite:
-        session_.OverwriteChanged(true);
-        changed = false;
-        break;
-      case DiskChoice::kSaveAs:
-        if (OnSaveAs) OnSaveAs();
-        break;
-      case DiskChoice::kReload:
-        changed = reload();
-        break;
-      case DiskChoice::kLater:
-        changed = false;
-        break;
-    }
+  const Marked asking(asking_);
+  if (HasEdits()) {
+    const DiskChoice choice = settleChange();
+    return choice == DiskChoice::kSaveAs || choice == DiskChoice::kReload;
   }
-  asking_ = false;
-  return changed;
+  if (!reload()) return false;
+  notice(QStringLiteral("%1 was changed by another program and has been read again.")
+             .arg(FromSystem(session_.CurrentFileName())));
+  return true;
 }
 
 bool WorkKeeper::MaySave() {
@@ -230,24 +230,10 @@ bool WorkKeeper::MaySave() {
     QMessageBox::information(
         window_, QStringLiteral("READ ONLY"),
         QStringLiteral("%1\nis open in another window: %2.\n\nSave it under another name.")
-            .arg(FromSystem(session_.CurrentFileName()), OtherUser()));
+            .arg(FromSystem(session_.CurrentFileName()), otherUser()));
     return false;
   }
-  if (!session_.ChangedOnDisk()) return true;
-  switch (askAboutChange()) {
-    case DiskChoice::kOverwrite:
-      session_.OverwriteChanged(true);
-      return true;
-    case DiskChoice::kSaveAs:
-      if (OnSaveAs) OnSaveAs();
-      return false;
-    case DiskChoice::kReload:
-      reload();
-      return false;
-    case DiskChoice::kLater:
-      return false;
-  }
-  return false;
+  return !session_.ChangedOnDisk() || settleChange() == DiskChoice::kOverwrite;
 }
 
 // ---- After a crash ------------------------------------------------------------------------------
@@ -262,8 +248,6 @@ bool WorkKeeper::offer(const RecoveryCopy& copy) {
     return false;
   }
   const QString project = FromSystem(copy.origin.path);
-  const auto there = session_.Around().files.Read(copy.origin.path);
-  const std::string onDisk = there ? there.Value() : std::string();
   const std::size_t answer = ask(
       window_, QStringLiteral("UNSAVED WORK"),
       QStringLiteral("The program ended before this project was saved:\n%1\n\nIts state of %2 is "
@@ -273,8 +257,8 @@ bool WorkKeeper::offer(const RecoveryCopy& copy) {
       {QStringLiteral("&Recover"), QStringLiteral("Show &differences"), QStringLiteral("&Delete"),
        QStringLiteral("&Later")},
       1,
-      differencesOf(QStringLiteral("project file"), onDisk, QStringLiteral("recovered"),
-                    copy.bytes));
+      differencesOf(QStringLiteral("project file"), onDisk(copy.origin.path),
+                    QStringLiteral("recovered"), copy.bytes));
   if (answer == 2) Recovery::Discard(copy);
   if (answer != 0) return false;
   if (!session_.PutBack(*StoreOf(copy.bytes), copy.origin)) return false;

@@ -15,9 +15,6 @@ class QWidget;
 
 namespace ostrand::desktop {
 
-// The answer to a question about the project; the last one leaves everything as it is.
-enum class DiskChoice { kOverwrite, kSaveAs, kReload, kLater };
-
 class WorkKeeper {
  public:
   // The session must outlive it; boxes are shown over `window`. `recoveryFolder` is empty where no
@@ -37,12 +34,12 @@ class WorkKeeper {
 
   // The present state, to be kept before an action.
   [[nodiscard]] KeptProject Now() const;
-  // Records an action that may have changed the project. "Voltage block 2" becomes the step "Undo
-  // Voltage block 2". An action that has changed nothing is no step.
+  // Records an action that may have changed the project: "Voltage block 2" becomes the step "Undo
+  // Voltage block 2". Without a change there is nothing to undo, and nothing is recorded.
   void Record(const QString& action, KeptProject before);
   [[nodiscard]] QString UndoName() const { return QString::fromStdString(history_.UndoName()); }
   [[nodiscard]] QString RedoName() const { return QString::fromStdString(history_.RedoName()); }
-  // False while the session is busy, and when there is no step.
+  // False while the session is busy, and when nothing is left to undo or redo.
   bool Undo();
   bool Redo();
 
@@ -50,8 +47,6 @@ class WorkKeeper {
 
   // Whether the project is only read here, since another window has it.
   [[nodiscard]] bool ReadOnly() const { return lock_.Now() == OpenLock::State::kOther; }
-  // "anna on lab-pc, since 12:30"
-  [[nodiscard]] QString OtherUser() const;
   // Compares the project with its file; call it when the window gets the focus and after a screen.
   // Without edits a changed file is read again; with edits the user decides. True when the session
   // has another state, or has been asked to save under another name.
@@ -69,12 +64,18 @@ class WorkKeeper {
   bool OfferCopies();
 
  private:
-  [[nodiscard]] std::size_t hashNow() const;
+  // The answer to a question about a changed file; kLater leaves everything as it is.
+  enum class DiskChoice { kOverwrite, kSaveAs, kReload, kLater };
+
+  [[nodiscard]] std::string bytesNow() const;  // of the project file that a save would write
+  [[nodiscard]] std::string onDisk(const std::string& path) const;  // empty if it can't be read
+  [[nodiscard]] QString otherUser() const;                          // "anna on lab-pc, since 12:30"
   void keepCopy();
   bool putBack(const KeptProject& state);
   bool reload();
   bool offer(const RecoveryCopy& copy);
   DiskChoice askAboutChange();
+  DiskChoice settleChange();
   void askAboutLock();
   void notice(const QString& text) const;
 

@@ -10,15 +10,8 @@
 #include "model/store.h"
 #include "platform/guarded.h"
 #include "platform/paths.h"
-#include "platform/posix/posix_clock.h"
-#include "platform/posix/posix_filesystem.h"
-#include "platform/posix/posix_machine_registry.h"
-#include "platform/posix/posix_process.h"
-#include "platform/posix/posix_settings_store.h"
-#include "platform/posix/posix_work_folders.h"
+#include "platform/posix/posix_machine.h"
 #include "platform/posix/terminal_forms.h"
-#include "platform/posix/user_folders.h"
-#include "platform/surroundings.h"
 #include "projectfile/read_report.h"
 #include "screens/setup_screens.h"
 #include "script/screen_script.h"
@@ -61,16 +54,11 @@ std::string_view Version() { return ORVUS_COMMON::kModuleVersion; }
 struct Session::State {
   State(Host& host, const SessionOptions& theOptions)
       : options(theOptions),
-        clock(theOptions.fixedTime),
-        settings(ownFiles, settingsPath(theOptions)),
-        registry(ownFiles, platform::MachineRegistryPath(), settingsPath(theOptions)),
+        machine(platform::Syncing::kOn, theOptions.fixedTime, settingsPath(theOptions)),
         hostForms(host),
         forms(hostForms),
         events(host),
-        control(store,
-                {files, clock, forms, processes, settings, registry, platform::TemporaryFolder(),
-                 platform::ModuleFolder(), &workFolders},
-                events) {
+        control(store, machine.Around(forms), events) {
     control.HostApp(options.hostName);
     ConnectSetupScreens(control, noScreens);  // a main button without a screen is disabled
   }
@@ -94,13 +82,7 @@ struct Session::State {
   bool running = false;
 
   ProjectStore store;
-  platform::PosixFileSystem files;
-  platform::PosixClock clock;
-  platform::PosixProcesses processes;
-  platform::PosixWorkFolders workFolders{files};
-  platform::PosixFileSystem ownFiles{platform::Syncing::kOn, platform::Readers::kOwner};
-  platform::PosixSettingsStore settings;
-  platform::PosixMachineRegistry registry;
+  platform::PosixMachine machine;
   embedding::HostForms hostForms;
   embedding::ExchangedForms forms;
   embedding::HostEvents events;
@@ -245,7 +227,7 @@ Reply<Paths> Session::Generate(std::string_view folder) {
     }
     const std::string base = state.BaseIn(folder);
     const auto wrote = [&](bool written, std::string_view extension) {
-      if (written) reply.value.push_back(state.files.Find(base + std::string(extension)));
+      if (written) reply.value.push_back(state.machine.files.Find(base + std::string(extension)));
       return written;
     };
     const bool done = control.UnderLock(base, [&] {

@@ -269,7 +269,7 @@ void ScreenScript::playLine(Screen* screen, std::string_view line) {
   if (forms_.AskedInVain()) failForBox();
 }
 
-// False for a line that is no text, which is a failure.
+// Reports a failure and returns false for a line that is not text.
 bool ScreenScript::readWords(std::string_view line, Words& words) {
   if (line.size() > kMaxLine) {
     fail("the line has more than " + NumberText(static_cast<int>(kMaxLine)) + " bytes");
@@ -277,7 +277,7 @@ bool ScreenScript::readWords(std::string_view line, Words& words) {
   }
   if (const int code = controlCharacter(line); code >= 0) {
     fail("character " + NumberText(code) +
-         (code == 0 ? " is no text; a script is in UTF-8" : " is a control character"));
+         (code == 0 ? " is not text; a script is in UTF-8" : " is a control character"));
     return false;
   }
   std::optional<Words> read = wordsOf(line);

@@ -1,90 +1,191 @@
 #include "text/line_diff.h"
 
 #include <algorithm>
+#include <limits>
 #include <map>
+#include <optional>
 
 #include "text/strings.h"
 
 namespace ostrand {
 namespace {
 
+constexpr int kMaxCost = 2000;  // changes after which a search gives up
+
 using Lines = std::span<const std::string_view>;
 
-// A pair of equal lines at the end of the best chain of pairs before it.
-struct Pair {
-  int before;
-  int after;
-  int previous;  // index of a pair; -1 for the first
+// One of the two texts: a number for each line, equal for equal lines, and which lines change.
+struct Side {
+  std::vector<int> lines;
+  std::vector<bool> changed;
+
+  void Change(int begin, int end) {
+    std::fill(changed.begin() + begin, changed.begin() + end, true);
+  }
 };
 
-// The longest chain of pairs of equal lines, both rising. `ends` has for each length of a chain the
-// pair that ends it soonest in the second text.
-std::vector<Pair> longestChain(Lines before, Lines after) {
-  std::map<std::string_view, std::vector<int>> places;  // in the second text, falling
-  for (int at = static_cast<int>(after.size()) - 1; at >= 0; --at) {
-    places[after[static_cast<std::size_t>(at)]].push_back(at);
+// Lines `oldBegin` up to `oldEnd` against `newBegin` up to `newEnd`, counted from 0.
+struct Range {
+  int oldBegin;
+  int oldEnd;
+  int newBegin;
+  int newEnd;
+};
+
+// Marks a shortest set of changed lines. It searches from both ends for a point that lies on a
+// shortest way through the grid of old and new lines, and then on both sides of that point.
+class Comparison {
+ public:
+  Comparison(Side& before, Side& after) : old_(before), new_(after) {
+    const int size = sizeOf(old_) + sizeOf(new_) + 3;
+    forward_.resize(static_cast<std::size_t>(size));
+    backward_.resize(static_cast<std::size_t>(size));
   }
-  std::vector<Pair> pairs;
-  std::vector<int> ends;
-  for (std::size_t line = 0; line < before.size(); ++line) {
-    const auto found = places.find(before[line]);
-    if (found == places.end()) continue;
-    for (const int at : found->second) {
-      const auto longer = std::lower_bound(ends.begin(), ends.end(), at, [&](int pair, int place) {
-        return pairs[static_cast<std::size_t>(pair)].after < place;
-      });
-      const bool isSame =
-          longer != ends.end() && pairs[static_cast<std::size_t>(*longer)].after == at;
-      if (isSame) continue;
-      const int previous = longer == ends.begin() ? -1 : *(longer - 1);
-      const int made = static_cast<int>(pairs.size());
-      pairs.push_back({static_cast<int>(line), at, previous});
-      if (longer == ends.end()) {
-        ends.push_back(made);
-      } else {
-        *longer = made;
+
+  void Run() { compare({0, sizeOf(old_), 0, sizeOf(new_)}); }
+
+ private:
+  struct Point {
+    int atOld;
+    int atNew;
+  };
+
+  static int sizeOf(const Side& side) { return static_cast<int>(side.lines.size()); }
+  [[nodiscard]] bool same(int atOld, int atNew) const {
+    return old_.lines[static_cast<std::size_t>(atOld)] ==
+           new_.lines[static_cast<std::size_t>(atNew)];
+  }
+  // The old line that a search has reached on a diagonal, the difference of old and new line.
+  int& reached(std::vector<int>& search, int diagonal) {
+    const int at = diagonal + sizeOf(new_) + 1;
+    return search[static_cast<std::size_t>(at)];
+  }
+
+  void compare(Range range) {
+    while (range.oldBegin < range.oldEnd && range.newBegin < range.newEnd &&
+           same(range.oldBegin, range.newBegin)) {
+      ++range.oldBegin;
+      ++range.newBegin;
+    }
+    while (range.oldBegin < range.oldEnd && range.newBegin < range.newEnd &&
+           same(range.oldEnd - 1, range.newEnd - 1)) {
+      --range.oldEnd;
+      --range.newEnd;
+    }
+    const bool oneSided = range.oldBegin == range.oldEnd || range.newBegin == range.newEnd;
+    const std::optional<Point> middle = oneSided ? std::nullopt : middleOf(range);
+    if (!middle) {
+      old_.Change(range.oldBegin, range.oldEnd);
+      new_.Change(range.newBegin, range.newEnd);
+      return;
+    }
+    compare({range.oldBegin, middle->atOld, range.newBegin, middle->atNew});
+    compare({middle->atOld, range.oldEnd, middle->atNew, range.newEnd});
+  }
+
+  // The diagonals of a search, every second one.
+  struct Front {
+    int first;
+    int last;
+
+    // One more change: a diagonal more at each end that is in the grid.
+    void Widen(int lowest, int highest) {
+      first += first > lowest ? -1 : 1;
+      last += last < highest ? 1 : -1;
+    }
+    [[nodiscard]] bool Has(int diagonal) const { return first <= diagonal && diagonal <= last; }
+  };
+
+  std::optional<Point> middleOf(const Range& range) {
+    const int lowest = range.oldBegin - range.newEnd;
+    const int highest = range.oldEnd - range.newBegin;
+    Front ahead{range.oldBegin - range.newBegin, range.oldBegin - range.newBegin};
+    Front back{range.oldEnd - range.newEnd, range.oldEnd - range.newEnd};
+    const bool odd = (ahead.first - back.first) % 2 != 0;
+    reached(forward_, ahead.first) = range.oldBegin;
+    reached(backward_, back.first) = range.oldEnd;
+    for (int cost = 0; cost < kMaxCost; ++cost) {
+      prepare(forward_, ahead, lowest, highest, -1);
+      for (int diagonal = ahead.last; diagonal >= ahead.first; diagonal -= 2) {
+        const int at = goForward(range, diagonal);
+        if (odd && back.Has(diagonal) && reached(backward_, diagonal) <= at) {
+          return Point{at, at - diagonal};
+        }
+      }
+      prepare(backward_, back, lowest, highest, std::numeric_limits<int>::max());
+      for (int diagonal = back.last; diagonal >= back.first; diagonal -= 2) {
+        const int at = goBackward(range, diagonal);
+        if (!odd && ahead.Has(diagonal) && at <= reached(forward_, diagonal)) {
+          return Point{at, at - diagonal};
+        }
       }
     }
+    return std::nullopt;
   }
-  std::vector<Pair> chain;
-  for (int at = ends.empty() ? -1 : ends.back(); at >= 0;
-       at = pairs[static_cast<std::size_t>(at)].previous) {
-    chain.push_back(pairs[static_cast<std::size_t>(at)]);
+
+  // Widens a front; the diagonals beside it have reached nothing.
+  void prepare(std::vector<int>& search, Front& front, int lowest, int highest, int nothing) {
+    if (front.first > lowest) reached(search, front.first - 2) = nothing;
+    if (front.last < highest) reached(search, front.last + 2) = nothing;
+    front.Widen(lowest, highest);
   }
-  std::reverse(chain.begin(), chain.end());
-  return chain;
-}
+
+  int goForward(const Range& range, int diagonal) {
+    const int below = reached(forward_, diagonal - 1);
+    const int above = reached(forward_, diagonal + 1);
+    int at = below < above ? above : below + 1;
+    while (at < range.oldEnd && at - diagonal < range.newEnd && same(at, at - diagonal)) ++at;
+    return reached(forward_, diagonal) = at;
+  }
+
+  int goBackward(const Range& range, int diagonal) {
+    const int below = reached(backward_, diagonal - 1);
+    const int above = reached(backward_, diagonal + 1);
+    int at = below < above ? below : above - 1;
+    while (at > range.oldBegin && at - diagonal > range.newBegin &&
+           same(at - 1, at - diagonal - 1)) {
+      --at;
+    }
+    return reached(backward_, diagonal) = at;
+  }
+
+  Side& old_;
+  Side& new_;
+  std::vector<int> forward_;
+  std::vector<int> backward_;
+};
 
 }  // namespace
 
 std::vector<LineChange> LineChanges(Lines before, Lines after) {
-  const auto head = static_cast<std::size_t>(
-      std::mismatch(before.begin(), before.end(), after.begin(), after.end()).first -
-      before.begin());
-  const Lines restBefore = before.subspan(head);
-  const Lines restAfter = after.subspan(head);
-  const auto tail = static_cast<std::size_t>(
-      std::mismatch(restBefore.rbegin(), restBefore.rend(), restAfter.rbegin(), restAfter.rend())
-          .first -
-      restBefore.rbegin());
-  const Lines old = restBefore.first(restBefore.size() - tail);
-  const Lines now = restAfter.first(restAfter.size() - tail);
-
-  std::vector<LineChange> changes;
-  const int offset = static_cast<int>(head);
-  int oldAt = 0;
-  int nowAt = 0;
-  const auto addUpTo = [&](int oldEnd, int nowEnd) {
-    if (oldEnd > oldAt || nowEnd > nowAt) {
-      changes.push_back({offset + oldAt, oldEnd - oldAt, offset + nowAt, nowEnd - nowAt});
+  std::map<std::string_view, int> numbers;
+  const auto sideOf = [&](Lines lines) {
+    Side side;
+    for (const std::string_view line : lines) {
+      side.lines.push_back(numbers.emplace(line, static_cast<int>(numbers.size())).first->second);
     }
+    side.changed.resize(lines.size());
+    return side;
   };
-  for (const Pair& pair : longestChain(old, now)) {
-    addUpTo(pair.before, pair.after);
-    oldAt = pair.before + 1;
-    nowAt = pair.after + 1;
+  Side old = sideOf(before);
+  Side now = sideOf(after);
+  Comparison(old, now).Run();
+  const auto endOfChange = [](const Side& side, std::size_t at) {
+    while (at < side.changed.size() && side.changed[at]) ++at;
+    return at;
+  };
+  std::vector<LineChange> changes;
+  for (std::size_t atOld = 0, atNew = 0; atOld < before.size() || atNew < after.size();
+       ++atOld, ++atNew) {
+    const std::size_t oldEnd = endOfChange(old, atOld);
+    const std::size_t newEnd = endOfChange(now, atNew);
+    if (oldEnd > atOld || newEnd > atNew) {
+      changes.push_back({static_cast<int>(atOld), static_cast<int>(oldEnd - atOld),
+                         static_cast<int>(atNew), static_cast<int>(newEnd - atNew)});
+    }
+    atOld = oldEnd;
+    atNew = newEnd;
   }
-  addUpTo(static_cast<int>(old.size()), static_cast<int>(now.size()));
   return changes;
 }
 

@@ -18,8 +18,8 @@ struct LineChange {
   friend bool operator==(const LineChange&, const LineChange&) = default;
 };
 
-// The changes that leave as many lines as possible alone, in their order. Time and memory grow with
-// the number of pairs of equal lines between the first and the last difference.
+// The changes that leave as many lines as possible alone, in their order. Texts that have little in
+// common may get more changes than necessary, which bounds the time.
 std::vector<LineChange> LineChanges(std::span<const std::string_view> before,
                                     std::span<const std::string_view> after);
 

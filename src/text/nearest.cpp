@@ -8,7 +8,7 @@ namespace ostrand {
 namespace {
 
 constexpr std::size_t kMaxSuggestions = 3;
-constexpr std::size_t kMinPart = 3;   // letters that can stand for the whole name
+constexpr std::size_t kMinPart = 3;   // letters that can identify the whole name
 constexpr std::size_t kMaxName = 64;  // a longer name is compared by its beginning
 
 // The number of typing errors between two texts: a letter too many, missing, wrong, or exchanged

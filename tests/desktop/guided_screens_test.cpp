@@ -6,6 +6,7 @@
 #include <QTest>
 
 #include "desktop_session.h"
+#include "places.h"
 #include "screens/setup_screens.h"
 #include "support/temp_folder.h"
 #include "texts.h"
@@ -99,6 +100,25 @@ TEST_F(Guided, ForgetsTheWayAtItsEnd) {
   });
   session_.control.Click(kVoltageButton);
   EXPECT_TRUE(opened);
+}
+
+TEST_F(Guided, GoesToAnItemOfAMainButton) {
+  struct Case {
+    int button;
+    std::string_view end;
+  };
+  for (const Case& row : {Case{kThermocoupleButton, "frmTempSetup Reps"},
+                          {kVoltageButton, "frmVoltSetup Reps"},
+                          {kCalcFieldsButton, "frmCalculated Formulas"},
+                          {kFlagsButton, "frmFlags FlagInclude1"},
+                          {kPortsButton, "frmPorts Output"},  // in byte mode
+                          {kTablesButton, "frmOutInt Table"}}) {
+    EXPECT_EQ(endOf(desktop::PlaceOfItem(row.button, 1)), row.end);
+    const ScreenPlace whole = desktop::PlaceOfButton(row.button);
+    ASSERT_EQ(whole.steps.size(), 1U);
+    EXPECT_EQ(ButtonOfScreen(whole.steps[0].screen), row.button);
+  }
+  EXPECT_EQ(endOf(desktop::PlaceOfSensor(kVoltageButton, 1, 2)), "frmFldName AliasName2");
 }
 
 }  // namespace

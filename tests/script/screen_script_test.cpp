@@ -8,6 +8,7 @@
 
 #include "platform/box.h"
 #include "support/cli_run.h"
+#include "support/kept_scripts.h"
 #include "support/script_session.h"
 #include "support/temp_folder.h"
 #include "text/strings.h"
@@ -19,25 +20,14 @@ using testing::ScriptSession;
 
 // ---- The scripts of tests/scripts ---------------------------------------------------------------
 
-std::vector<std::string> keptScripts() {
-  std::vector<std::string> names;
-  for (const auto& entry :
-       std::filesystem::directory_iterator(OSTRAND_SOURCE_DIR "/tests/scripts")) {
-    if (entry.path().extension() == ".txt") names.push_back(entry.path().stem());
-  }
-  std::sort(names.begin(), names.end());
-  return names;
-}
-
 class KeptScript : public ::testing::TestWithParam<std::string> {};
 
 TEST_P(KeptScript, GoesThrough) {
-  const std::string path = OSTRAND_SOURCE_DIR "/tests/scripts/" + GetParam() + ".txt";
   ScriptSession session;
-  EXPECT_EQ(session.Play(testing::ReadDisk(path)), "") << path;
+  EXPECT_EQ(session.Play(testing::KeptScript(GetParam())), "");
 }
 
-INSTANTIATE_TEST_SUITE_P(All, KeptScript, ::testing::ValuesIn(keptScripts()),
+INSTANTIATE_TEST_SUITE_P(All, KeptScript, ::testing::ValuesIn(testing::KeptScripts()),
                          [](const auto& name) { return name.param; });
 
 // The example of the document, unchanged.
@@ -126,7 +116,7 @@ const Stop kStops[] = {
     {"ScreenNearly", "open frmVoltBlok\n",
      "line 1: no main button opens frmVoltBlok; did you mean frmVoltBlock?"},
     {"NulBytes", std::string_view("open frmVoltBlock\ndo\0ne\n", 24),
-     "line 2: character 0 is no text; a script is in UTF-8"},
+     "line 2: character 0 is not text; a script is in UTF-8"},
     {"ControlCharacter", "type txtOper \"a\x1B[2J\"\n",
      "line 1: character 27 is a control character"},
     {"OtherCodePage", "# \u6E2C\ntype txtOper \u6E2C\n",

@@ -13,10 +13,12 @@
 #include "model/new_store.h"
 #include "model/scan_time.h"
 #include "model/stored_text.h"
+#include "platform/quiet_forms.h"
 #include "projectfile/genfile.h"
 #include "support/fixed_clock.h"
 #include "support/memory_filesystem.h"
 #include "support/project_random.h"
+#include "text/line_diff.h"
 #include "text/strings.h"
 #include "verify/verify_before_save.h"
 
@@ -30,7 +32,7 @@ constexpr std::array<std::string_view, 24> kExtremes = {
     "Flag(32767)", "DataEvent(,", "12,,",       "7",     "255",        "100"};
 
 // Answers every box with its first choice, so that repairs of a check take place.
-class WillingForms : public platform::Forms {
+class WillingForms : public platform::QuietForms {
  public:
   platform::Answer ShowBox(const platform::MessageBox& box) override {
     return box.buttons == platform::Buttons::kYesNo ||
@@ -38,24 +40,12 @@ class WillingForms : public platform::Forms {
                ? platform::Answer::kYes
                : platform::Answer::kOk;
   }
-  std::optional<std::string> AskOpen(const platform::FileDialog&) override { return {}; }
-  std::optional<std::string> AskSave(const platform::FileDialog&) override { return {}; }
-  void SetHelpLine(const std::string&) override {}
-  void SetPointer(platform::Pointer) override {}
-  void Beep() override {}
-  void DoEvents() override {}
 };
 
 void startProject(ProjectStore& store) {
   ORVUS_COMMON::ClearStore(store);
   ORVUS_COMMON::SetAllDefaults(store);
   ORVUS_COMMON::SetLoggerConstants(store);
-}
-
-std::vector<std::string_view> linesOf(std::string_view text) {
-  std::vector<std::string_view> lines;
-  while (!text.empty()) lines.push_back(TakeLine(text));
-  return lines;
 }
 
 }  // namespace
@@ -68,7 +58,7 @@ std::string ExtremeProjectText(std::string_view bytes) {
   static const auto store = NewStore();
   MakeRandomProject(*store, at(0) + 1);
   const std::string text = ORVUS_GENFILE::ProjectFileText(*store, {2003, 3, 10, 14, 5, 0});
-  const std::vector<std::string_view> lines = linesOf(text);
+  const std::vector<std::string_view> lines = LinesOf(text);
   std::vector<std::string> edited(lines.begin(), lines.end());
   for (std::size_t edit = 1; edit + kEdit <= bytes.size(); edit += kEdit) {
     std::string& line = edited[(at(edit) * 256 + at(edit + 1)) % edited.size()];

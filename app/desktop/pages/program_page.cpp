@@ -10,11 +10,10 @@
 #include <QStyle>
 #include <QToolButton>
 #include <QVBoxLayout>
-#include <array>
 
+#include "places.h"
 #include "programcheck/program_check.h"
 #include "text/codepage.h"
-#include "text/number.h"
 #include "text/strings.h"
 #include "texts.h"
 
@@ -22,21 +21,6 @@ namespace ostrand::desktop {
 namespace {
 
 constexpr int kMaxFaultLines = 6;  // shown without scrolling
-
-struct KindRow {
-  char kind;
-  std::string_view section;
-  std::string_view key;
-};
-constexpr std::array<KindRow, 7> kKinds = {{
-    {'T', "[THERMOCOUPLE BLOCKS]", "Reps"},
-    {'V', "[VOLTAGE BLOCKS]", "Reps"},
-    {'B', "[BRIDGE BLOCKS]", "Reps"},
-    {'P', "[PULSE BLOCKS]", "Reps"},
-    {'A', "[TK40M BLOCKS]", "Reps"},
-    {'C', "[CANBUS ITEMS]", "Name"},
-    {'F', "[CALCULATED FIELDS]", "DataResolution"},
-}};
 
 // Of the head; they differ in every program.
 bool isMoment(std::string_view line) {
@@ -72,15 +56,6 @@ std::vector<NamedBlock> NamedBlocksOf(const ProjectStore& store) {
     named.push_back({std::string(Trim(store.CalcFields.Field[f].CalcField[1])), {'F', f}});
   }
   return named;
-}
-
-ScreenPlace PlaceOfBlock(ProgramBlock block) {
-  for (const KindRow& row : kKinds) {
-    if (row.kind != block.kind) continue;
-    const std::string key = std::string(row.key) + "(" + NumberText(block.number) + ")";
-    return PlaceOfKey(row.section, key).screen;
-  }
-  return {};
 }
 
 std::vector<LineChange> ProgramChanges(std::string_view before, std::string_view after) {

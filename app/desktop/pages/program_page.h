@@ -67,8 +67,6 @@ class ProgramView final : public QWidget {
 
 // CAN items and calculated fields by their names.
 std::vector<NamedBlock> NamedBlocksOf(const ProjectStore& store);
-// The screen of a block.
-ScreenPlace PlaceOfBlock(ProgramBlock block);
 // The changes between two programs, line by line; their dates and times do not count.
 std::vector<LineChange> ProgramChanges(std::string_view before, std::string_view after);
 // Marks of the lines of the second program; lines that were only removed mark the next line.

@@ -1,7 +1,6 @@
 #include "pages/program_text.h"
 
 #include <QApplication>
-#include <QFontDatabase>
 #include <QHelpEvent>
 #include <QPainter>
 #include <QScrollBar>
@@ -11,6 +10,7 @@
 #include <algorithm>
 #include <array>
 
+#include "fixed_font.h"
 #include "programcheck/statement.h"
 #include "programcheck/words.h"
 #include "text/line_diff.h"
@@ -120,9 +120,7 @@ ProgramText::ProgramText(QWidget* parent)
   setUndoRedoEnabled(false);
   setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
   setLineWrapMode(QPlainTextEdit::NoWrap);
-  QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
-  fixed.setPointSizeF(QApplication::font().pointSizeF());
-  setFont(fixed);
+  setFont(FixedFont());
   QObject::connect(this, &QPlainTextEdit::blockCountChanged, this, [this] { layOutMargin(); });
   QObject::connect(this, &QPlainTextEdit::updateRequest, this, [this](const QRect& area, int down) {
     if (down != 0) {

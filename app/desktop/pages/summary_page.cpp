@@ -1,29 +1,15 @@
-#include "pages.h"
+#include "pages/summary_page.h"
 
-#include <QApplication>
-#include <QFontDatabase>
-#include <QKeyEvent>
 #include <QScrollBar>
 #include <QTextCursor>
 
 #include "colors.h"
 #include "contrast.h"
 #include "documents/rich_text.h"
-#include "project_bytes.h"
-#include "projectfile/read_report.h"
+#include "fixed_font.h"
 #include "texts.h"
-#include "verify/check_context.h"
-#include "verify/verify_before_save.h"
 
 namespace ostrand::desktop {
-
-QFont FixedFont() {
-  QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
-  font.setPointSizeF(QApplication::font().pointSizeF());
-  return font;
-}
-
-// ---- Summary ------------------------------------------------------------------------------------
 
 SummaryPage::SummaryPage(QWidget* parent) : QTextEdit(parent) {
   setReadOnly(true);

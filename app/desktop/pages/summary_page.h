@@ -15,7 +15,4 @@ class SummaryPage final : public QTextEdit {
   void Show(const StyledText& text);
 };
 
-// The font of texts in columns, in the size of the program's font.
-QFont FixedFont();
-
 }  // namespace ostrand::desktop
