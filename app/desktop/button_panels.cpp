@@ -228,7 +228,7 @@ ButtonPanels::ButtonPanels(const std::function<void(int button)>& click,
     QObject::connect(button, &QPushButton::clicked, this,
                      [click, number = face.button] { click(number); });
   }
-  arrange(1);
+  Arrange(1);
 }
 
 int ButtonPanels::WidthOf(int columns) const {
@@ -248,10 +248,10 @@ QSize ButtonPanels::minimumSizeHint() const {
 
 void ButtonPanels::resizeEvent(QResizeEvent* event) {
   QWidget::resizeEvent(event);
-  arrange(event->size().width() >= WidthOf(2) ? 2 : 1);
+  Arrange(event->size().width() >= WidthOf(2) ? 2 : 1);
 }
 
-void ButtonPanels::arrange(int columns) {
+void ButtonPanels::Arrange(int columns) {
   if (columns == columns_) return;
   columns_ = columns;
   std::array<int, kPanels.size()> placed{};
@@ -261,6 +261,9 @@ void ButtonPanels::arrange(int columns) {
   }
   for (QGridLayout* panel : panels_) {
     for (int at = 0; at < 2; ++at) panel->setColumnStretch(at, at < columns ? 1 : 0);
+    // Hidden widgets do not report a new size by themselves.
+    panel->invalidate();
+    panel->parentWidget()->updateGeometry();
   }
   updateGeometry();
 }

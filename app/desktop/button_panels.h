@@ -78,6 +78,8 @@ class ButtonPanels final : public QWidget {
   }
   // The width that so many columns need.
   [[nodiscard]] int WidthOf(int columns) const;
+  // Puts the buttons into one or two columns; a resize does so by itself.
+  void Arrange(int columns);
 
   [[nodiscard]] QSize minimumSizeHint() const override;
 
@@ -85,8 +87,6 @@ class ButtonPanels final : public QWidget {
   void resizeEvent(QResizeEvent* event) override;
 
  private:
-  void arrange(int columns);
-
   std::array<MainButton*, kLastButton + 1> buttons_{};
   std::vector<QGridLayout*> panels_;
   int columns_ = 0;

@@ -88,6 +88,7 @@ void MainWindow::StartNew() {
   if (!MayAct()) return;
   bool started = false;
   act(QStringLiteral("New"), [&] {
+    session_.RegistryApp(session_.RegistryApp());  // loads the user's folder
     started = session_.NewProject(folderOfNew(session_.GenFilePath()) + kNewName + ".VKG");
   });
   if (!started) return;
@@ -520,7 +521,7 @@ void MainWindow::keyPressEvent(QKeyEvent* event) {
 
 void MainWindow::changeEvent(QEvent* event) {
   QMainWindow::changeEvent(event);
-  if (event->type() == QEvent::ApplicationPaletteChange) ColorsChanged();
+  if (event->type() == QEvent::PaletteChange) ColorsChanged();  // of the user's desktop
   if (event->type() == QEvent::ActivationChange && isActiveWindow()) {
     QTimer::singleShot(0, this, [this] { checkDisk(); });
   }

@@ -23,6 +23,7 @@
 
 class QAction;
 class QActionGroup;
+class QLabel;
 class QLineEdit;
 class QMenu;
 class QSplitter;
@@ -38,8 +39,8 @@ class TablesPage;
 class MainWindow final : public QMainWindow, private OstrandEvents {
  public:
   // Store and surroundings must outlive it. `forms` shows boxes over the window; the surroundings
-  // have it, or one that passes on to it.
-  // Copies of unsaved work are kept in `recoveryFolder`; none if it is empty.
+  // have it, or one that passes on to it. Copies of unsaved work are kept in `recoveryFolder`; none
+  // if it is empty.
   MainWindow(ProjectStore& store, const platform::Surroundings& around, QtForms& forms,
              const QString& recoveryFolder = {});
   ~MainWindow() override;
@@ -150,6 +151,7 @@ class MainWindow final : public QMainWindow, private OstrandEvents {
   void showCommands();
   void showPage();
   void showRecent();
+  void takeTextSize();
   void showAbout();
   void copyFromPage();
   void rememberWindow();
@@ -163,6 +165,7 @@ class MainWindow final : public QMainWindow, private OstrandEvents {
   ProjectTree* tree_;
   QLineEdit* operator_;
   QLineEdit* number_;
+  QLabel* helpLine_;
   NoticeBar* notice_;
   QTabWidget* pages_;
   SummaryPage* summary_;

@@ -37,6 +37,18 @@ constexpr int kLines = 56;
 // The largest part of the window that the main row may take for two columns, in percent.
 constexpr int kMaxRowPart = 45;
 
+constexpr int kMinTreeLines = 12;  // with the bars above and below
+
+// Sets the size of the program's font, in percent of the present one, and returns that in points.
+// Widgets that are made afterwards have the new size from the start.
+qreal setTextSize(int percent) {
+  QFont font = QApplication::font();
+  const qreal usual = font.pointSizeF();
+  font.setPointSizeF(usual * percent / 100);
+  QApplication::setFont(font);
+  return usual;
+}
+
 }  // namespace
 
 MainWindow::MainWindow(ProjectStore& store, const platform::Surroundings& around, QtForms& forms,
@@ -44,12 +56,13 @@ MainWindow::MainWindow(ProjectStore& store, const platform::Surroundings& around
     : store_(store),
       forms_(forms),
       settings_(LoadDesktopSettings(around.settings)),
-      usualFontSize_(QApplication::font().pointSizeF()),
+      usualFontSize_(setTextSize(settings_.textSize)),
       panels_(new ButtonPanels([this](int button) { clickWidget(button); },
                                [this](int button) { session_.RightClick(button); }, this)),
       tree_(new ProjectTree([this](const ScreenPlace& place) { Go(place); }, this)),
       operator_(new QLineEdit(this)),
       number_(new QLineEdit(this)),
+      helpLine_(new QLabel(this)),
       notice_(new NoticeBar(this)),
       pages_(new QTabWidget(this)),
       summary_(new SummaryPage(this)),
@@ -75,20 +88,19 @@ MainWindow::MainWindow(ProjectStore& store, const platform::Surroundings& around
   forms_.OnHelp = [this] { ShowHelp(); };
   setWindowIcon(SystemIcon("ostrand"));
   setAcceptDrops(true);
-  auto* help = new QLabel(this);
-  help->setTextFormat(Qt::PlainText);
-  help->setAccessibleName(QStringLiteral("Help"));
+  helpLine_->setTextFormat(Qt::PlainText);
+  helpLine_->setAccessibleName(QStringLiteral("Help"));
   // A long line must not widen the window.
-  help->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-  statusBar()->addWidget(help, 1);
-  forms_.AddHelpLine(help);
+  helpLine_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+  statusBar()->addWidget(helpLine_, 1);
+  forms_.AddHelpLine(helpLine_);
 
   ConnectSetupScreens(session_, screens_);
   for (const ButtonFace& face : ButtonFaces()) ButtonOf(face.button)->installEventFilter(this);
   buildBoxes();
   buildPages();
   buildMenus();
-  TextSize(settings_.textSize);
+  takeTextSize();
   layOut();
   takeServer(settings_.server);
   ready_ = true;
@@ -176,11 +188,14 @@ void MainWindow::layOut() {
                      kLines * fontMetrics().lineSpacing());
   resize(wanted.boundedTo(RoomFor(*this)));
   restoreGeometry(settings_.geometry);
-  if (split_->restoreState(settings_.split)) return;
-  const int two = panels_->WidthOf(2) + bar;
-  const int one = panels_->WidthOf(1) + bar;
-  const int columns = two * 100 <= width() * kMaxRowPart ? two : one;
-  split_->setSizes({columns, width() - columns});
+  const int columns = (panels_->WidthOf(2) + bar) * 100 <= width() * kMaxRowPart ? 2 : 1;
+  const int rowWidth = panels_->WidthOf(columns) + bar;
+  if (!split_->restoreState(settings_.split)) split_->setSizes({rowWidth, width() - rowWidth});
+  // All buttons without scrolling, if that leaves some lines of the tree.
+  panels_->Arrange(columns);
+  const int treeHeight = kMinTreeLines * fontMetrics().lineSpacing();
+  const int rowHeight = std::min(panels_->sizeHint().height(), height() - treeHeight);
+  left->setSizes({rowHeight, height() - rowHeight});
 }
 
 // ---- The menus ----------------------------------------------------------------------------------
@@ -316,7 +331,7 @@ void MainWindow::buildViewMenu() {
       pages_->setCurrentIndex(page);
       pages_->currentWidget()->setFocus();
     });
-    action->setShortcut(QKeySequence(Qt::Key_F5 + page));
+    action->setShortcut(QKeySequence(QStringLiteral("Alt+%1").arg(page + 1)));
     action->setIcon(pages_->tabIcon(page));
   }
   menu->addSeparator();
@@ -347,10 +362,15 @@ void MainWindow::TextSize(int percent) {
   QFont font = QApplication::font();
   font.setPointSizeF(usualFontSize_ * percent / 100);
   QApplication::setFont(font);
+  takeTextSize();
+  showPage();
+}
+
+void MainWindow::takeTextSize() {
   for (QAction* action : textSizes_->actions()) {
-    if (action->data().toInt() == percent) action->setChecked(true);
+    if (action->data().toInt() == settings_.textSize) action->setChecked(true);
   }
-  if (ready_) showPage();
+  helpLine_->setMinimumHeight(QFontMetrics(QApplication::font()).lineSpacing());  // also when empty
 }
 
 void MainWindow::buildOptionsMenu() {

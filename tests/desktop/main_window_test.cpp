@@ -10,6 +10,7 @@
 #include <QPlainTextEdit>
 #include <QProcess>
 #include <QPushButton>
+#include <QSet>
 #include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTest>
@@ -292,6 +293,48 @@ TEST_F(Main, MovesBetweenItsBoxesByTheArrows) {
   QTest::keyClick(window_.OperatorBox(), Qt::Key_Down);
   QTest::keyClick(window_.NumberBox(), Qt::Key_Down);
   EXPECT_TRUE(window_.ButtonOf(kConfigurationButton)->hasFocus());
+}
+
+TEST_F(Main, HasADifferentKeyForEachCommand) {
+  QSet<QString> keys;
+  for (const QAction* action : window_.findChildren<QAction*>()) {
+    const QString key = action->shortcut().toString();
+    EXPECT_FALSE(!key.isEmpty() && keys.contains(key)) << key.toStdString();
+    keys.insert(key);
+  }
+}
+
+TEST_F(Main, FollowsADarkDesktop) {
+  ASSERT_TRUE(window_.Open(kProject));
+  const QPalette usual = QApplication::palette();
+  QApplication::setPalette(QPalette(QColor(40, 40, 40)));
+  QCoreApplication::processEvents();
+  const auto* summary = window_.findChild<desktop::SummaryPage*>();
+  EXPECT_LT(summary->palette().color(QPalette::Base).lightness(), 100);
+  QApplication::setPalette(usual);
+}
+
+// As a user with these settings starts it.
+TEST(StartedWindow, TakesTheSettingsOfItsUser) {
+  const QTemporaryDir folder;
+  testing::MemoryFileSystem files;
+  testing::FixedClock clock;
+  desktop::QtForms forms;
+  testing::TestSurroundings around{files, clock, forms, "/tmp/"};
+  const std::string path = desktop::PathOf(folder.path()) + "/";
+  around.settings.sections["QUILLON\\QUILLON"] = {{"GenPath", path}};
+  around.settings.sections["ostrand-desktop\\Window"] = {{"TextSize", "200"}};
+  const std::unique_ptr<ProjectStore> store = NewStore();
+  desktop::MainWindow window(*store, around.all, forms);
+  window.show();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+  window.StartNew();
+  EXPECT_EQ(window.Session().GenFilePath(), path);
+  for (const desktop::ButtonFace& face : desktop::ButtonFaces()) {
+    const QPushButton* button = window.ButtonOf(face.button);
+    EXPECT_GE(button->width(), button->sizeHint().width()) << face.caption;
+    EXPECT_GE(button->height(), button->sizeHint().height()) << face.caption;
+  }
 }
 
 // ---- After a crash ------------------------------------------------------------------------------
