@@ -1,5 +1,4 @@
 # What `cmake --install` installs, in three components: "command", "desktop" and "development".
-include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
 
 set(documents ${CMAKE_INSTALL_DATADIR}/doc/ostrand)
