@@ -63,10 +63,10 @@ frmCanPick::frmCanPick(const ScreenContext& context, CanPickRequest& request)
   Caption = "CAN PICK LIST";
   Describe(*this, kCanPickFaces);
   bind();
+  const std::string begin = std::exchange(request_.path, {});
   list_.DataIDType = type();
   showList(-1);
   // A list that has disappeared, or one for the other bus, is not an error here.
-  const std::string begin = std::exchange(request_.path, {});
   if (CanListTypeOf(begin) == type() && request_.files.Exists(begin)) load(begin);
 }
 

@@ -170,6 +170,12 @@ TEST_F(PickScreen, ItemThatProjectCannotStoreIsNotPicked) {
   EXPECT_EQ(forms.beeps, 3);
 }
 
+TEST_F(PickScreen, ListThatHasDisappearedIsForgotten) {
+  files.files.clear();
+  EXPECT_EQ(shown(*pickScreen(), "ListName"), "");
+  EXPECT_EQ(request->path, "");
+}
+
 TEST_F(PickScreen, ListStaysOpenWhenSaveFails) {
   auto screen = pickScreen();
   press(*screen, "Add");
