@@ -207,11 +207,16 @@ void RandomUser::look(Screen& screen) {
   if (screen.Result() == ModalResult::kNone) leave(screen);
 }
 
-// A disabled opener must give a reason.
-void RandomUser::checkOpeners(const Screen& screen) {
+// A disabled control must give a reason, and so must a hidden opener.
+void RandomUser::checkReasons(const Screen& screen) {
+  const auto check = [&](const Control& control) {
+    if (control.WhyDisabled.empty()) unexplained = screen.Name() + "." + control.Name();
+  };
+  for (const Control* control : screen.Controls()) {
+    if (control->Visible && !control->Enabled) check(*control);
+  }
   for (const Opener* opener : screen.Openers()) {
-    if (opener->Usable() || !opener->WhyDisabled.empty()) continue;
-    unexplained = screen.Name() + "." + opener->Name();
+    if (!opener->Visible) check(*opener);
   }
 }
 
@@ -279,7 +284,7 @@ void RandomUser::compare(Screen& screen) {
 }
 
 void RandomUser::openAll(Screen& screen) {
-  checkOpeners(screen);
+  checkReasons(screen);
   for (Opener* opener : std::vector(screen.Openers())) {
     if (opener->Usable()) opener->Press();
   }
@@ -314,7 +319,7 @@ void RandomUser::act(Screen& screen) {
 }
 
 void RandomUser::openAny(Screen& screen) {
-  checkOpeners(screen);
+  checkReasons(screen);
   const auto& openers = screen.Openers();
   if (openers.empty()) return;
   moveFocus(screen, nullptr);

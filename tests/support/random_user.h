@@ -47,7 +47,7 @@ class RandomUser : public platform::Forms, public ScreenHost {
   std::string trouble;                     // reported failures of the system
   bool refused = false;                    // a screen that was looked at refused Done
   std::string stuck;                       // a screen that could not be left
-  std::string unexplained;                 // disabled openers without a reason
+  std::string unexplained;                 // a control that does not say why it is disabled
   std::string changed;                     // controls of a screen opened again, and how they differ
 
   // Whether the screen that was closed last was left by Done after edits, so that it can be
@@ -63,7 +63,7 @@ class RandomUser : public platform::Forms, public ScreenHost {
   void expectLooks(const Screen& screen);
   void act(Screen& screen);
   void openAny(Screen& screen);
-  void checkOpeners(const Screen& screen);
+  void checkReasons(const Screen& screen);
   void openAll(Screen& screen);
   void use(Control& control);
   std::string textFor(const Control& control);
