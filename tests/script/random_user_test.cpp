@@ -101,6 +101,10 @@ std::string settled(const ProjectStore& project) {
   for (BridgeBlockData& block : store->BridgeBlock.Blocks) {
     if (block.Reps == 0) block.RangeNo = 0;
     if (block.Style != kResistanceBridge) continue;
+    for (RepAlias& alias : block.Alias.Made()) {
+      if (ToSingle(alias.AliasMult) == block.DefaultMult) alias.AliasMult.clear();
+      if (ToSingle(alias.AliasOffset) == block.DefaultOffset) alias.AliasOffset.clear();
+    }
     block.DefaultMult = 0;
     block.DefaultOffset = 0;
   }
