@@ -210,6 +210,8 @@ TEST_F(ConditionsTest, ViewedRowStaysUnchanged) {
   EXPECT_EQ(shown("Value4"), "False");
   EXPECT_EQ(shown("Whole"), "(Gone ?? -2.5) AND ((Flag(2) True) OR (Oil < 1e+07))");
   EXPECT_TRUE(set.Check());
+  use("Meas1", "Oil");
+  EXPECT_EQ(shown("Compare1"), kTriggerCompares[0]);
 }
 
 }  // namespace
