@@ -11,6 +11,7 @@
 #include <memory>
 
 #include "blocks/bridge_rules.h"
+#include "conditions/aliases.h"
 #include "documents/summary.h"
 #include "generator/program_lines.h"
 #include "generator/savedld.h"
@@ -101,10 +102,8 @@ std::string settled(const ProjectStore& project) {
   for (BridgeBlockData& block : store->BridgeBlock.Blocks) {
     if (block.Reps == 0) block.RangeNo = 0;
     if (block.Style != kResistanceBridge) continue;
-    for (RepAlias& alias : block.Alias.Made()) {
-      if (ToSingle(alias.AliasMult) == block.DefaultMult) alias.AliasMult.clear();
-      if (ToSingle(alias.AliasOffset) == block.DefaultOffset) alias.AliasOffset.clear();
-    }
+    const DefaultScaling before = DefaultScalingOf(block);
+    FollowDefaults(block.Alias.Made(), before, {before.Units, kResistanceMult, 0});
     block.DefaultMult = 0;
     block.DefaultOffset = 0;
   }
