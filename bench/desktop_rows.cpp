@@ -172,6 +172,7 @@ Figure key() {
   return worst(desk, [&](Screen& screen) -> Figure {
     desktop::ScreenWindow window(screen, desk.forms, nullptr);
     paint(window);
+    while (!window.IsComplete()) QApplication::processEvents();
     for (const auto& control : window.Controls()) {
       QLineEdit* line = control->Line();
       if (line == nullptr || !control->Of().Usable()) continue;
