@@ -26,7 +26,8 @@ ProgramPreview programOf(const Ostrand& session, ProjectStore& project) {
   SAVEDLD generator(project, around.files, around.clock, forms);
   generator.HostApp(session.HostApp());
   generator.BaseName(session.BaseName());
-  ProgramPreview preview{Utf8FromWindows1252(generator.ProgramText()), {}};
+  ProgramPreview preview{Utf8FromWindows1252(generator.ProgramText()), {}, {}};
+  preview.channels = generator.Channels();
   for (const std::string& fault : generator.Faults()) {
     preview.faults.push_back(Utf8FromWindows1252(fault));
   }

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "model/statement_channels.h"
 #include "projectfile/read_report.h"
 #include "session/ostrand.h"
 
@@ -25,6 +26,7 @@ std::unique_ptr<ProjectStore> StoreOf(std::string_view bytes,
 struct ProgramPreview {
   std::string text;
   std::vector<std::string> faults;
+  StatementChannels channels;  // for its wiring
 };
 ProgramPreview ProgramOf(const Ostrand& session, const ProjectStore& store);
 // The same of a project file's bytes, under the name of the open project.

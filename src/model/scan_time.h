@@ -1,7 +1,27 @@
 // Measurement times of a scan, in microseconds (module ORVUS_COMMON).
 #pragma once
 
+#include <vector>
+
+#include "model/record_layout.h"
 #include "model/store.h"
+
+namespace ostrand {
+
+// The time of one measurement of a scan: the battery, the panel temperature, or a block of a kind
+// that is timed.
+struct ScanShare {
+  OutputFamily family = OutputFamily::kBattery;
+  int slot = 0;    // of pulse blocks
+  int block = 0;   // from 1; 0 for no block
+  i32 micros = 0;  // 0 for a time that is not known yet
+};
+
+// The measurements of a scan, in the order of its program. A block count above the limit of its
+// kind raises Fault 9.
+std::vector<ScanShare> ScanShares(const ProjectStore& store);
+
+}  // namespace ostrand
 
 namespace ostrand::ORVUS_COMMON {
 
