@@ -19,9 +19,11 @@
 #include "icons.h"
 #include "model/new_store.h"
 #include "model/warnings.h"
+#include "pages/channels_page.h"
 #include "pages/checks_page.h"
 #include "pages/program_page.h"
 #include "pages/tables_page.h"
+#include "pages/wiring_page.h"
 #include "project_bytes.h"
 #include "projectfile/genfile.h"
 #include "projectfile/read_report.h"
@@ -386,7 +388,7 @@ void MainWindow::ColorsChanged() {
   paint(panels_, colors.PanelBack, colors.PanelText, QPalette::Window, QPalette::WindowText);
   panels_->setAutoFillBackground(true);
   paint(summary_, colors.SummaryBack, colors.SummaryText, QPalette::Base, QPalette::Text);
-  summary_->Show(session_.SummaryBox());
+  showPage();
 }
 
 void MainWindow::programsChanged() {
@@ -466,6 +468,8 @@ const ProjectStore& MainWindow::shownStore() const {
 void MainWindow::showPage() {
   QWidget* page = pages_->currentWidget();
   if (page == summary_) summary_->Show(session_.SummaryBox());
+  if (page == wiring_) wiring_->Show(session_, shownStore());
+  if (page == channels_) channels_->Show(session_, shownStore());
   if (page == program_) program_->Show(session_, shownStore());
   if (page == tables_) tables_->Show();
   if (page == checks_) checks_->Show(session_, before_ == nullptr ? store_ : *before_);

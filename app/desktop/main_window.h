@@ -31,10 +31,12 @@ class QTabWidget;
 
 namespace ostrand::desktop {
 
+class ChannelsPage;
 class FindingsPage;
 class HelpWindow;
 class ProgramView;
 class TablesPage;
+class WiringPage;
 
 class MainWindow final : public QMainWindow, private OstrandEvents {
  public:
@@ -169,6 +171,8 @@ class MainWindow final : public QMainWindow, private OstrandEvents {
   NoticeBar* notice_;
   QTabWidget* pages_;
   SummaryPage* summary_;
+  WiringPage* wiring_;
+  ChannelsPage* channels_;
   ProgramView* program_;
   TablesPage* tables_;
   FindingsPage* checks_;

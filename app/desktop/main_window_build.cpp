@@ -21,9 +21,11 @@
 #include "help_window.h"
 #include "icons.h"
 #include "main_window.h"
+#include "pages/channels_page.h"
 #include "pages/checks_page.h"
 #include "pages/program_page.h"
 #include "pages/tables_page.h"
+#include "pages/wiring_page.h"
 #include "screens/setup_screens.h"
 #include "texts.h"
 
@@ -66,6 +68,8 @@ MainWindow::MainWindow(ProjectStore& store, const platform::Surroundings& around
       notice_(new NoticeBar(this)),
       pages_(new QTabWidget(this)),
       summary_(new SummaryPage(this)),
+      wiring_(new WiringPage([this](const ScreenPlace& place) { Go(place); }, this)),
+      channels_(new ChannelsPage([this](const ScreenPlace& place) { Go(place); }, this)),
       program_(new ProgramView([this](const ScreenPlace& place) { Go(place); }, this)),
       tables_(new TablesPage([this]() -> const ProjectStore& { return shownStore(); }, this)),
       checks_(new FindingsPage([this](const ScreenPlace& place) { Go(place); },
@@ -145,6 +149,8 @@ void MainWindow::buildBoxes() {
 
 void MainWindow::buildPages() {
   pages_->addTab(summary_, SystemIcon("summary"), QStringLiteral("Summary"));
+  pages_->addTab(wiring_, SystemIcon("wiring"), QStringLiteral("Wiring"));
+  pages_->addTab(channels_, SystemIcon("channels"), QStringLiteral("Channels"));
   pages_->addTab(program_, SystemIcon("program"), QStringLiteral("Program"));
   pages_->addTab(tables_, SystemIcon("tables"), QStringLiteral("Tables"));
   pages_->addTab(checks_, SystemIcon("checks"), QStringLiteral("Checks"));
@@ -277,6 +283,10 @@ void MainWindow::copyFromPage() {
         cursor.hasSelection() ? cursor.selection().toPlainText() : program_->Text()->toPlainText();
   } else if (page == tables_) {
     text = tables_->AsText();
+  } else if (page == wiring_) {
+    text = wiring_->View()->Picture().Words();
+  } else if (page == channels_) {
+    text = channels_->View()->Picture().Words();
   } else {
     for (const CheckLine& line : checks_->Lines()) {
       text += line.text + u'\n' + line.place + QStringLiteral("\n\n");

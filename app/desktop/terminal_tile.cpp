@@ -4,24 +4,23 @@
 #include <QLabel>
 #include <QPainter>
 #include <algorithm>
-#include <array>
+#include <string_view>
+
+#include "drawings/wire_looks.h"
 
 namespace ostrand::desktop {
 namespace {
 
-struct KindRow {
-  char16_t letter;
-  const char* name;
-  QRgb color;
-};
-// Distinct in brightness too, and light enough for black letters.
-constexpr std::array<KindRow, 5> kKinds = {{
-    {u'T', "thermocouples", 0xFFF2A154},
-    {u'V', "voltages", 0xFF8EC5F0},
-    {u'B', "bridges", 0xFF9AD69A},
-    {u'A', "on a multiplexer", 0xFFD9B3F0},
-    {u'M', "multiplexer", 0xFFC4C4C4},
-}};
+// Of the users of an input.
+constexpr std::u16string_view kKinds = u"TVBAM";
+
+const WireLook* lookOf(QChar letter) {
+  if (kKinds.find(letter.unicode()) == kKinds.npos) return nullptr;
+  const std::span<const WireLook> looks = WireLooks();
+  const auto found = std::find_if(looks.begin(), looks.end(),
+                                  [&](const WireLook& look) { return letter == look.letter; });
+  return found == looks.end() ? nullptr : &*found;
+}
 
 constexpr int kLetters = 4;  // of the widest line
 constexpr int kLines = 3;
@@ -41,9 +40,8 @@ TileText TileTextOf(const QString& use) {
 }
 
 QColor TileColor(QChar letter, const QPalette& palette) {
-  const auto* kind = std::find_if(kKinds.begin(), kKinds.end(),
-                                  [&](const KindRow& row) { return letter == row.letter; });
-  return kind == kKinds.end() ? palette.color(QPalette::Window) : QColor(kind->color);
+  const WireLook* look = lookOf(letter);
+  return look == nullptr ? palette.color(QPalette::Window) : QColor(look->color);
 }
 
 QWidget* TileLegend() {
@@ -52,7 +50,8 @@ QWidget* TileLegend() {
   grid->setContentsMargins(0, 0, 0, 0);
   constexpr int kColumns = 3;  // of a letter and its meaning
   int at = 0;
-  for (const KindRow& row : kKinds) {
+  for (const char16_t letter : kKinds) {
+    const WireLook& row = *lookOf(letter);
     auto* sample = new QLabel(QStringLiteral(" %1 ").arg(QChar(row.letter)));
     QPalette palette = sample->palette();
     palette.setColor(QPalette::Window, QColor(row.color));

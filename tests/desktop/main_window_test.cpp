@@ -79,9 +79,9 @@ TEST_F(Main, ShowsAProject) {
   QString all = desktop::FromProject(window_.Session().SummaryBox().Text());
   EXPECT_EQ(summary->toPlainText(), all.remove('\r'));
   EXPECT_EQ(window_.findChild<QPlainTextEdit*>()->toPlainText(), "") << "made, but not seen";
-  window_.Pages()->setCurrentIndex(1);
-  EXPECT_TRUE(window_.findChild<QPlainTextEdit*>()->toPlainText().contains("BeginProg"));
   window_.Pages()->setCurrentIndex(3);
+  EXPECT_TRUE(window_.findChild<QPlainTextEdit*>()->toPlainText().contains("BeginProg"));
+  window_.Pages()->setCurrentIndex(5);
   EXPECT_GT(window_.Checks()->topLevelItemCount(), 0);
 }
 
@@ -89,7 +89,7 @@ TEST_F(Main, ShowsAProject) {
 TEST_F(Main, GoesToTheFieldOfAFinding) {
   ASSERT_TRUE(window_.Open(kProject));
   store_->VoltBlock[2].Alias[1].AliasName = "HallRH";
-  window_.Pages()->setCurrentIndex(3);
+  window_.Pages()->setCurrentIndex(5);
   bool came = false;
   QTimer timer;
   QObject::connect(&timer, &QTimer::timeout, &timer, [&] {
@@ -112,11 +112,11 @@ TEST_F(Main, GoesToTheFieldOfAFinding) {
 
 TEST_F(Main, MarksLinesOfTheProgramUntilTheProjectIsReadAgain) {
   ASSERT_TRUE(window_.Open(kProject));
-  const auto* page = dynamic_cast<desktop::ProgramView*>(window_.Pages()->widget(1));
+  const auto* page = dynamic_cast<desktop::ProgramView*>(window_.Pages()->widget(3));
   ASSERT_NE(page, nullptr);
   const auto marks = [&] {
     window_.Pages()->setCurrentIndex(0);
-    window_.Pages()->setCurrentIndex(1);
+    window_.Pages()->setCurrentIndex(3);
     int count = 0;
     for (int line = 1; line <= page->Text()->blockCount(); ++line) {
       if (page->Text()->MarkOf(line) != desktop::LineMark::kNone) ++count;
@@ -164,13 +164,14 @@ TEST_F(Main, CanBeReadButNotUsedWhileAScreenIsOpen) {
   };
   const QStringList usual = enabled();
   openBy(kVoltageButton, [&](desktop::ScreenWindow& screen) {
-    EXPECT_EQ(enabled(), QStringList({"Checks", "Copy from the page", "Larger text", "Program",
-                                      "Quit", "Smaller text", "Summary", "Tables", "User guide"}));
+    EXPECT_EQ(enabled(), QStringList({"Channels", "Checks", "Copy from the page", "Larger text",
+                                      "Program", "Quit", "Smaller text", "Summary", "Tables",
+                                      "User guide", "Wiring"}));
     EXPECT_FALSE(window_.ButtonOf(kSaveButton)->isEnabled());
     EXPECT_TRUE(window_.OperatorBox()->isReadOnly());
     EXPECT_FALSE(window_.close());
     EXPECT_TRUE(screen.isVisible());
-    window_.Pages()->setCurrentIndex(1);
+    window_.Pages()->setCurrentIndex(3);
     EXPECT_TRUE(window_.findChild<QPlainTextEdit*>()->isEnabled());
   });
   EXPECT_EQ(enabled(), usual);

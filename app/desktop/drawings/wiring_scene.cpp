@@ -207,6 +207,18 @@ void WiringScene::addLegend(const QPalette& palette) {
   legend_ = QRectF(0, 0, wide, at.y() + kRow);
 }
 
+QString WiringScene::Words() const {
+  QStringList lines;
+  for (const TerminalItem* item : terminals_) {
+    QString line = FromProject(TerminalText(item->Terminal()));
+    for (const WireUse& use : item->Terminal().users) {
+      line += u'\t' + FromProject(use.source) + u'\t' + FromProject(use.alias);
+    }
+    if (!item->Terminal().users.empty()) lines << line;
+  }
+  return lines.join(u'\n');
+}
+
 QString ExplainTerminal(const ProjectStore& store, const WireTerminal& terminal) {
   QString text = QStringLiteral("Terminal ") + FromProject(TerminalText(terminal));
   if (terminal.singleEnded > 0) {

@@ -50,6 +50,8 @@ class WiringScene final : public QGraphicsScene {
   [[nodiscard]] const std::vector<QRectF>& Pairs() const { return pairs_; }
   [[nodiscard]] QRectF Legend() const { return legend_; }
   [[nodiscard]] int Conflicts() const { return conflicts_; }
+  // The terminals in use, one a line: the terminal and its users, separated by tabs.
+  [[nodiscard]] QString Words() const;
 
  private:
   void addLegend(const QPalette& palette);
