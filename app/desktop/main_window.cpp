@@ -4,9 +4,12 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDir>
+#include <QFileDialog>
 #include <QFileInfo>
 #include <QLineEdit>
 #include <QMimeData>
+#include <QPrintDialog>
+#include <QPrinter>
 #include <QSplitter>
 #include <QStandardPaths>
 #include <QTabWidget>
@@ -27,6 +30,8 @@
 #include "project_bytes.h"
 #include "projectfile/genfile.h"
 #include "projectfile/read_report.h"
+#include "report/print_panel.h"
+#include "report/report.h"
 #include "screens/setup_screens.h"
 #include "search.h"
 #include "session/settings.h"
@@ -186,6 +191,51 @@ void MainWindow::act(const QString& name, const std::function<void()>& action) {
         showAll();
       });
   checkDisk();
+}
+
+// ---- Print and export ---------------------------------------------------------------------------
+
+void MainWindow::askPrint() {
+  act({}, [this] {
+    session_.PrintSelect();
+    Finally(
+        [this] {
+          PrintPanel panel(this);
+          const PrintPanel::Choice choice = panel.Ask();
+          if (choice == PrintPanel::Choice::kPrint) print(panel.Options());
+          if (choice != PrintPanel::Choice::kExport) return;
+          const QString path = QFileDialog::getSaveFileName(
+              this, QStringLiteral("Export"),
+              PathText(session_.GenFilePath() + session_.BaseName() + ".pdf"),
+              QStringLiteral("Report (*.pdf);;Wiring (*.svg);;Wiring (*.png);;"
+                             "Columns of the tables (*.csv)"));
+          if (!path.isEmpty()) exportTo(path, panel.Options());
+        },
+        [this] { session_.CancelPrint(); });
+  });
+}
+
+void MainWindow::print(const ReportOptions& options) {
+  QPrinter printer(QPrinter::HighResolution);
+  printer.setPageSize(QPageSize(options.paper));
+  printer.setDocName(FromSystem(session_.BaseName()));
+  QPrintDialog dialog(&printer, this);
+  if (dialog.exec() != QDialog::Accepted) return;
+  const bool printed = DrawReport(printer, session_, store_, options);
+  notice_->Show(printed ? QStringLiteral("Printed.")
+                        : QStringLiteral("Not printed: the printer could not be used."));
+}
+
+void MainWindow::exportTo(const QString& path, const ReportOptions& options) {
+  const std::optional<std::string> bytes = ExportOf(path, session_, store_, options);
+  if (!bytes) {
+    return notice_->Show(
+        QStringLiteral("Not written: the name of the file must end in .pdf, "
+                       ".svg, .png or .csv."));
+  }
+  const Result<> written = platform::WriteWhole(around_.files, PathOf(path), *bytes);
+  notice_->Show(written ? QStringLiteral("Written: %1").arg(path)
+                        : QStringLiteral("Not written. %1").arg(FromSystem(written.ErrorText())));
 }
 
 void MainWindow::undo() {

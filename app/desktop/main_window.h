@@ -16,6 +16,7 @@
 #include "platform/surroundings.h"
 #include "project_tree.h"
 #include "qt_forms.h"
+#include "report/report_options.h"
 #include "server_link.h"
 #include "session/ostrand.h"
 #include "watched_processes.h"
@@ -139,6 +140,9 @@ class MainWindow final : public QMainWindow, private OstrandEvents {
   void checkDisk();
   void askOpen();
   void askCompare();
+  void askPrint();
+  void print(const ReportOptions& options);
+  void exportTo(const QString& path, const ReportOptions& options);
   void search();
   void askNew();
   bool mayLeaveProject();

@@ -244,6 +244,8 @@ void MainWindow::buildFileMenu() {
       [this] { saveAs(); }, kSaveButton);
   menu->addSeparator();
   command(menu, QStringLiteral("&Compare with..."), {}, [this] { askCompare(); });
+  command(menu, QStringLiteral("&Print and export..."), QKeySequence::Print,
+          [this] { askPrint(); });
   menu->addSeparator();
   menu->addAction(QStringLiteral("&Quit"), QKeySequence(QStringLiteral("Ctrl+Q")), this,
                   [this] { close(); });

@@ -63,4 +63,32 @@ ProgramPreview ProgramOfFile(const Ostrand& session, std::string_view bytes) {
   return programOf(session, *StoreOf(bytes));
 }
 
+struct QuietSession::State {
+  explicit State(const Ostrand& session) : around(session.Around(), forms) {}
+
+  // The surroundings of the session with other forms.
+  struct Around : platform::Surroundings {
+    Around(const platform::Surroundings& usual, platform::Forms& quiet)
+        : platform::Surroundings{usual.files,           usual.clock,        quiet,
+                                 usual.processes,       usual.settings,     usual.registry,
+                                 usual.temporaryFolder, usual.moduleFolder, usual.workFolders} {}
+  };
+
+  QuietForms forms;
+  Around around;
+  OstrandEvents nobodyListens;
+  std::unique_ptr<ProjectStore> store = NewStore();
+  Ostrand control{*store, around, nobodyListens};
+};
+
+QuietSession::QuietSession(const Ostrand& session, const ProjectStore& store)
+    : state_(std::make_unique<State>(session)) {
+  state_->control.RegistryApp(session.RegistryApp());
+  *state_->store = *copyOf(session, store);
+}
+
+QuietSession::~QuietSession() = default;
+
+Ostrand& QuietSession::Control() { return state_->control; }
+
 }  // namespace ostrand::desktop

@@ -32,4 +32,21 @@ ProgramPreview ProgramOf(const Ostrand& session, const ProjectStore& store);
 // The same of a project file's bytes, under the name of the open project.
 ProgramPreview ProgramOfFile(const Ostrand& session, std::string_view bytes);
 
+// A session with a copy of the project, in which screens can be opened and left without a trace. It
+// answers every question itself and shows nothing.
+class QuietSession {
+ public:
+  // With the settings of the session, which must outlive it.
+  QuietSession(const Ostrand& session, const ProjectStore& store);
+  ~QuietSession();
+  QuietSession(const QuietSession&) = delete;
+  QuietSession& operator=(const QuietSession&) = delete;
+
+  [[nodiscard]] Ostrand& Control();
+
+ private:
+  struct State;
+  std::unique_ptr<State> state_;
+};
+
 }  // namespace ostrand::desktop

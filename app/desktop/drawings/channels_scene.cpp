@@ -165,8 +165,7 @@ void ChannelsScene::drawInputs(const Wiring& wiring) {
     const qreal x = kNames + (input - 1) * kInput;
     if (input % 2 == 0) continue;  // the numbers of every second one are enough
     textIn({x, y_, 2 * kInput, kSmall + 4}, QString::number((input + 1) / 2), ink, false, kSmall);
-    textIn({x, y_ + kSmall + 5, 2 * kInput, kSmall + 4},
-           QString::number(input) + u'-' + QString::number(input + 1), ink, false, kSmall - 2);
+    text(QString::number(input), {x + 1, y_ + kSmall + 5}, false, kSmall - 1);
   }
   y_ += 2 * kSmall + 9;
   const InputUse use = InputUseOf(wiring);

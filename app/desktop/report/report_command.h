@@ -1,0 +1,29 @@
+// The report as a command, without a window.
+#pragma once
+
+#include <QString>
+
+#include "platform/surroundings.h"
+#include "report/report_options.h"
+
+namespace ostrand::desktop {
+
+// Forms of a command: a box is a line on the standard error, its question gets the answer that
+// changes nothing.
+class CommandForms final : public platform::Forms {
+ public:
+  platform::Answer ShowBox(const platform::MessageBox& box) override;
+  std::optional<std::string> AskOpen(const platform::FileDialog&) override { return {}; }
+  std::optional<std::string> AskSave(const platform::FileDialog&) override { return {}; }
+  void SetHelpLine(const std::string&) override {}
+  void SetPointer(platform::Pointer) override {}
+  void Beep() override {}
+  void DoEvents() override {}
+};
+
+// Writes the report of the project at `project` to `file`, or the wiring or the tables, by the
+// extension of its name. False after a message on the standard error; an old file then stays.
+bool WriteReport(const platform::Surroundings& around, const std::string& project,
+                 const QString& file, const ReportOptions& options);
+
+}  // namespace ostrand::desktop

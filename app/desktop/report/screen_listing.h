@@ -1,0 +1,40 @@
+// The settings of the blocks, as their screens show them.
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <utility>
+#include <vector>
+
+#include "controls/screen.h"
+#include "session/ostrand.h"
+
+namespace ostrand::desktop {
+
+struct ListedGroup {
+  QString title;
+  std::vector<std::pair<QString, QString>> facts;  // captions and values
+};
+
+// Repeated controls: a row for each number, a column for each caption.
+struct ListedTable {
+  QString title;
+  QStringList heads;
+  std::vector<QStringList> rows;
+};
+
+struct ListedScreen {
+  QString title;
+  std::vector<ListedGroup> groups;
+  std::vector<ListedTable> tables;
+};
+
+// What a person reads on a screen, without buttons, pictures and hidden controls. Selections for
+// output tables are left out, since a screen shows those of one table at a time.
+ListedScreen ListingOf(const Screen& screen, const QString& title);
+
+// The settings and the sensors of each block in use. The screens are opened on a copy of the
+// project.
+std::vector<ListedScreen> BlockSettings(const Ostrand& session, const ProjectStore& store);
+
+}  // namespace ostrand::desktop
