@@ -245,7 +245,14 @@ class Report {
   }
 
   void settings(ReportPages& pages) {
-    if (settings_.empty()) pages.Paragraph(QStringLiteral("The project has no blocks."));
+    const QStringList missing = BlocksWithoutScreen(store_, settings_);
+    if (settings_.empty() && missing.isEmpty()) {
+      pages.Paragraph(QStringLiteral("The project has no blocks."));
+    }
+    if (!missing.isEmpty()) {
+      pages.Paragraph(QStringLiteral("No screen shows ") + missing.join(QStringLiteral(", ")) +
+                      u'.');
+    }
     for (const ListedScreen& screen : settings_) {
       pages.Heading(screen.title);
       facts(pages, screen);

@@ -122,6 +122,27 @@ ListedScreen ListingOf(const Screen& screen, const QString& title) {
   return listed;
 }
 
+QStringList BlocksWithoutScreen(const ProjectStore& store,
+                                const std::vector<ListedScreen>& listed) {
+  QStringList missing;
+  const auto look = [&](const char* item, int blocks) {
+    for (int block = 1; block <= blocks; ++block) {
+      const QString title = QString::fromLatin1(item) + u' ' + QString::number(block);
+      const bool found = std::any_of(listed.begin(), listed.end(), [&](const ListedScreen& screen) {
+        return screen.title == title;
+      });
+      if (!found) missing << title;
+    }
+  };
+  look("Thermocouple block", store.TempBlock.BlockCount);
+  look("Voltage block", store.VoltBlock.BlockCount);
+  look("Bridge block", store.BridgeBlock.BlockCount);
+  look("Pulse block", store.PulseBlock[0].BlockCount);
+  look("Second slot, pulse block", store.PulseBlock[1].BlockCount);
+  look("Multiplexer block", store.TK40MBlock.BlockCount);
+  return missing;
+}
+
 std::vector<ListedScreen> BlockSettings(const Ostrand& session, const ProjectStore& store) {
   BlockReader reader;
   QuietSession quiet(session, store);

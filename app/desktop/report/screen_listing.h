@@ -37,4 +37,8 @@ ListedScreen ListingOf(const Screen& screen, const QString& title);
 // project.
 std::vector<ListedScreen> BlockSettings(const Ostrand& session, const ProjectStore& store);
 
+// Blocks in use that are not among these, because no screen opens them: files can hold more bridges
+// than the screens, and blocks on multiplexers that are not there.
+QStringList BlocksWithoutScreen(const ProjectStore& store, const std::vector<ListedScreen>& listed);
+
 }  // namespace ostrand::desktop
