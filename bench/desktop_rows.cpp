@@ -24,8 +24,11 @@
 #include "machine.h"
 #include "main_window.h"
 #include "model/new_store.h"
+#include "pages/channels_page.h"
+#include "pages/wiring_page.h"
 #include "process.h"
 #include "projects.h"
+#include "report/report.h"
 #include "screen_window.h"
 #include "script/screen_catalog.h"
 
@@ -231,6 +234,43 @@ Figure manySensors() {
   return figure;
 }
 
+Figure processorMillis(int rounds, const std::function<void()>& work) {
+  std::vector<double> times;
+  for (int round = 0; round < rounds; ++round) {
+    const double start = processorTime();
+    work();
+    times.push_back(processorTime() - start);
+  }
+  std::sort(times.begin(), times.end());
+  return {times[times.size() / 2] * kMilli, {}};
+}
+
+// A page that is seen, after a change of the project until it is painted.
+template <class Page>
+Figure redraw() {
+  Desk desk(MakeLargestProject);
+  Page page([](const ScreenPlace&) {}, nullptr);
+  constexpr QSize kSize(900, 700);
+  page.resize(kSize);
+  paint(page);
+  constexpr int kRounds = 9;
+  return processorMillis(kRounds, [&] {
+    desk.store->VoltBlock[1].Reps = static_cast<i16>(desk.store->VoltBlock[1].Reps ^ 1);
+    page.Show(desk.control, *desk.store);
+    page.repaint();
+    QApplication::processEvents();
+  });
+}
+
+Figure report() {
+  Desk desk(MakeWiredProject);
+  constexpr int kRounds = 3;
+  return processorMillis(kRounds, [&] {
+    const std::string pdf = desktop::ReportPdf(desk.control, *desk.store, {});
+    Require(pdf.starts_with("%PDF-"), "report");
+  });
+}
+
 Figure start() {
   const std::string program = qgetenv("OSTRAND_BENCH_DESKTOP").toStdString();
   const auto run = [&](std::string_view word) {
@@ -263,6 +303,10 @@ std::vector<Row> DesktopRows() {
       {"open", "slowest screen, to a QDialog of as many plain widgets", 3, opening},
       {"key", "slowest key in a field, ms of the processor", 2, key},
       {"sensors", "frmFldName with 100 sensors, to one with 10", 2, manySensors},
+      {"wiring", "redraw of the wiring, ms of the processor", 100, redraw<desktop::WiringPage>},
+      {"channels", "redraw of the channels, ms of the processor", 100,
+       redraw<desktop::ChannelsPage>},
+      {"report", "report, ms of the processor", 3000, report},
   };
 }
 

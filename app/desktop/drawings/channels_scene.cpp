@@ -20,7 +20,7 @@ namespace {
 // Measures in pixels at a zoom of 100 %.
 constexpr qreal kRow = 20;
 constexpr qreal kNames = 150;                    // column of the names
-constexpr qreal kChart = 400;                    // beside them
+constexpr qreal kChart = 376;                    // beside them
 constexpr qreal kInput = kChart / PanelSEChans;  // of the chart of inputs
 constexpr qreal kTile = 134;                     // of another terminal
 constexpr qreal kMuxInput = 19;                  // of a multiplexer
@@ -125,7 +125,9 @@ void ChannelsScene::drawTimes(const ProjectStore& store) {
 void ChannelsScene::drawTotal(const ProjectStore& store, const std::vector<ScanShare>& shares) {
   const double interval = ORVUS_COMMON::ScanIntervalMicros(store);
   const double total = ORVUS_COMMON::EstMeasTime(store);
-  const double whole = std::max({interval, total, 1.0});
+  double sum = 0;  // may exceed the total, which is limited
+  for (const ScanShare& share : shares) sum += std::max<double>(share.micros, 0);
+  const double whole = std::max({interval, sum, 1.0});
   const bool isTooLong = interval < total;
   text(QStringLiteral("All measurements"), {0, y_ + 4}, true);
   qreal x = kNames;
@@ -290,15 +292,16 @@ QGraphicsSimpleTextItem* ChannelsScene::text(const QString& text, QPointF at, bo
   return item;
 }
 
-// Centered, cut where it does not fit. It lets the pointer through to the box.
+// Centered, condensed where it does not fit. It lets the pointer through to the box.
 void ChannelsScene::textIn(const QRectF& box, const QString& text, const QColor& color, bool bold,
                            int size) {
-  const QFont font = SceneFont(bold, size);
-  QGraphicsSimpleTextItem* item =
-      addSimpleText(QFontMetricsF(font).elidedText(text, Qt::ElideRight, box.width()), font);
+  QGraphicsSimpleTextItem* item = addSimpleText(text, SceneFont(bold, size));
   item->setBrush(color);
   const QRectF bounds = item->boundingRect();
-  item->setPos(box.center() - bounds.center());
+  const qreal stretch = std::min(1.0, box.width() / bounds.width());
+  item->setTransform(QTransform::fromScale(stretch, 1));
+  const QPointF center = bounds.center();
+  item->setPos(box.center() - QPointF(center.x() * stretch, center.y()));
   item->setAcceptedMouseButtons(Qt::NoButton);
   item->setZValue(1);
 }

@@ -4,9 +4,11 @@
 #include <QBoxLayout>
 #include <QFontInfo>
 #include <QKeyEvent>
+#include <QScrollBar>
 #include <QToolButton>
 #include <QWheelEvent>
 #include <algorithm>
+#include <utility>
 
 #include "drawings/scene_style.h"
 
@@ -16,6 +18,7 @@ namespace {
 constexpr qreal kZoomStep = 1.25;
 constexpr qreal kMinScale = 0.2;
 constexpr qreal kMaxScale = 8;
+constexpr qreal kMinReadable = 0.65;  // of the usual size
 
 }  // namespace
 
@@ -27,19 +30,40 @@ PictureView::PictureView(QGraphicsScene* picture, const QString& name, QWidget* 
   setRenderHint(QPainter::Antialiasing);
   setMouseTracking(true);
   setAccessibleName(name);
-  UsualSize();
 }
 
-void PictureView::Fit() { fitInView(sceneRect(), Qt::KeepAspectRatio); }
+void PictureView::scaleTo(qreal scale) { setTransform(QTransform::fromScale(scale, scale)); }
+
+qreal PictureView::usualScale() const {
+  return static_cast<qreal>(QFontInfo(font()).pixelSize()) / kSceneFontSize;
+}
+
+void PictureView::fitWidth() {
+  const qreal usual = usualScale();
+  const qreal wide = viewport()->width() / std::max(sceneRect().width(), 1.0);
+  scaleTo(std::clamp(wide, kMinReadable * usual, usual));
+}
+
+void PictureView::Fit() {
+  zoomed_ = true;
+  fitInView(sceneRect(), Qt::KeepAspectRatio);
+}
 
 void PictureView::UsualSize() {
-  const qreal scale = static_cast<qreal>(QFontInfo(font()).pixelSize()) / kSceneFontSize;
-  setTransform(QTransform::fromScale(scale, scale));
+  zoomed_ = true;
+  scaleTo(usualScale());
 }
 
 void PictureView::Zoom(qreal factor) {
-  const qreal scaled = std::clamp(Scale() * factor, kMinScale, kMaxScale);
-  setTransform(QTransform::fromScale(scaled, scaled));
+  zoomed_ = true;
+  scaleTo(std::clamp(Scale() * factor, kMinScale, kMaxScale));
+}
+
+void PictureView::drawn() {
+  if (!zoomed_) fitWidth();
+  if (std::exchange(seen_, true)) return;
+  horizontalScrollBar()->setValue(horizontalScrollBar()->minimum());
+  verticalScrollBar()->setValue(verticalScrollBar()->minimum());
 }
 
 void PictureView::AddTools(QBoxLayout* row) {
@@ -55,6 +79,11 @@ void PictureView::AddTools(QBoxLayout* row) {
   tool("100 %", "Usual size", [this] { UsualSize(); });
   tool("+", "Zoom in", [this] { Zoom(kZoomStep); });
   tool("-", "Zoom out", [this] { Zoom(1 / kZoomStep); });
+}
+
+void PictureView::resizeEvent(QResizeEvent* event) {
+  QGraphicsView::resizeEvent(event);
+  if (!zoomed_) fitWidth();
 }
 
 void PictureView::wheelEvent(QWheelEvent* event) {

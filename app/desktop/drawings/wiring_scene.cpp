@@ -3,6 +3,7 @@
 #include <QFontMetricsF>
 #include <QPainter>
 #include <QStyleOptionGraphicsItem>
+#include <algorithm>
 
 #include "drawings/scene_style.h"
 #include "drawings/wire_looks.h"
@@ -23,8 +24,20 @@ constexpr qreal kGroupGap = 6;  // between groups of terminals
 constexpr qreal kHead = 30;     // of a strip
 constexpr qreal kEdge = 10;     // of the panel around its terminals
 
-QString elided(const QFont& font, const QString& text, qreal width) {
-  return QFontMetricsF(font).elidedText(text, Qt::ElideRight, width);
+constexpr qreal kMinStretch = 0.5;
+
+// In one line, condensed where it is too wide, and cut only if even that does not help.
+void drawFitted(QPainter& painter, const QRectF& box, const QFont& font, const QString& text) {
+  const QFontMetricsF metrics(font);
+  const qreal width = std::max(metrics.horizontalAdvance(text), 1.0);
+  const qreal stretch = std::clamp(box.width() / width, kMinStretch, 1.0);
+  painter.save();
+  painter.setFont(font);
+  painter.translate(box.left(), box.top());
+  painter.scale(stretch, 1);
+  painter.drawText(QRectF(0, 0, box.width() / stretch + 1, box.height()), Qt::AlignVCenter,
+                   metrics.elidedText(text, Qt::ElideRight, box.width() / stretch + 1));
+  painter.restore();
 }
 
 QString sourcesOf(const WireUses& users) {
@@ -86,22 +99,14 @@ void TerminalItem::paintUsers(QPainter& painter, const QRectF& box) const {
   painter.drawLine(letter.topRight(), letter.bottomRight());
 
   const QRectF rest = box.adjusted(kLetter + 4, 0, -4, 0);
-  if (conflict) {
-    return painter.drawText(
-        rest, Qt::AlignVCenter,
-        elided(bold, QStringLiteral("CONFLICT ") + sourcesOf(users), rest.width()));
-  }
+  if (conflict) return drawFitted(painter, rest, bold, sourcesOf(users));
   QString source = FromProject(use.source);
   if (!use.input.empty()) source += u' ' + FromProject(use.input);
-  if (use.alias.empty()) {
-    return painter.drawText(rest, Qt::AlignVCenter, elided(bold, source, rest.width()));
-  }
+  if (use.alias.empty()) return drawFitted(painter, rest, bold, source);
   painter.setFont(SceneFont());
   const qreal width = QFontMetricsF(painter.font()).horizontalAdvance(source);
   painter.drawText(rest, Qt::AlignVCenter | Qt::AlignRight, source);
-  painter.setFont(bold);
-  painter.drawText(rest, Qt::AlignVCenter,
-                   elided(bold, FromProject(use.alias), rest.width() - width - 6));
+  drawFitted(painter, rest.adjusted(0, 0, -width - 6, 0), bold, FromProject(use.alias));
 }
 
 void TerminalItem::paintScrew(QPainter& painter) const {
@@ -142,7 +147,7 @@ void WiringScene::Show(Wiring wiring, const ProjectStore& store, const QPalette&
       const QPointF corner(static_cast<qreal>(side) * (kStrip + 2 * kEdge + kGap), top);
       bottom = std::max(bottom, addStrip(strips[at + side], number, corner, store, palette));
     }
-    pairs_.emplace_back(0, top, 2 * (kStrip + 2 * kEdge) + kGap, bottom - top);
+    pairs_.emplace_back(-1, top - 1, 2 * (kStrip + 2 * kEdge) + kGap + 2, bottom - top + 2);
     top = bottom + kGap;
   }
   setSceneRect(itemsBoundingRect().adjusted(-kEdge, -kEdge, kEdge, kEdge));
@@ -204,7 +209,7 @@ void WiringScene::addLegend(const QPalette& palette) {
   }
   entry(QStringLiteral("!"), Qt::white, QPen(kSceneConflict, 3), QStringLiteral("conflict"));
   entry({}, Qt::transparent, FreePen(palette), QStringLiteral("free"));
-  legend_ = QRectF(0, 0, wide, at.y() + kRow);
+  legend_ = QRectF(-1, -1, wide + 2, at.y() + kRow + 2);
 }
 
 QString WiringScene::Words() const {

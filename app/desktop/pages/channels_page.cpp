@@ -16,6 +16,7 @@ ChannelsView::ChannelsView(std::function<void(const ScreenPlace&)> open, QWidget
 
 void ChannelsView::Show(const Wiring& wiring, const ProjectStore& store) {
   picture_->Show(wiring, store, palette());
+  drawn();
   setAccessibleDescription(picture_->Words());
 }
 

@@ -12,7 +12,7 @@
 namespace ostrand::desktop {
 namespace {
 
-constexpr int kExplanationLines = 6;
+constexpr int kExplanationLines = 3;
 
 }  // namespace
 
@@ -33,6 +33,7 @@ void WiringView::Show(Wiring wiring, const ProjectStore& store) {
   const int place = wasMarked ? marked_->Place() : 0;
   marked_ = nullptr;
   picture_->Show(std::move(wiring), store, palette());
+  drawn();
   for (TerminalItem* item : picture_->Terminals()) {
     if (!wasMarked || item->Strip() != strip || item->Place() != place) continue;
     marked_ = item;
@@ -104,7 +105,8 @@ WiringPage::WiringPage(std::function<void(const ScreenPlace&)> open, QWidget* pa
         if (!users.empty()) open(PlaceOfUse(users.front()));
       },
       [this](const TerminalItem* item) {
-        explanation_->setText(item == nullptr ? QString() : item->toolTip());
+        explanation_->setText(
+            item == nullptr ? QString() : item->toolTip().replace(u'\n', QStringLiteral("; ")));
       },
       this);
   auto* tools = new QHBoxLayout;
@@ -112,6 +114,7 @@ WiringPage::WiringPage(std::function<void(const ScreenPlace&)> open, QWidget* pa
   conflicts_->setAccessibleName(QStringLiteral("Conflicts"));
   tools->addWidget(conflicts_, 1);
   explanation_->setTextFormat(Qt::PlainText);
+  explanation_->setWordWrap(true);
   explanation_->setAlignment(Qt::AlignLeft | Qt::AlignTop);
   explanation_->setAccessibleName(QStringLiteral("Terminal"));
   explanation_->setFixedHeight(kExplanationLines * fontMetrics().lineSpacing());

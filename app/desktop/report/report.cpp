@@ -151,6 +151,7 @@ class Report {
       QString first = words.takeFirst();
       if (line.severity == Severity::kPreventsSaving) first += QStringLiteral(" (prevents saving)");
       if (!line.place.isEmpty()) first += QStringLiteral(" - ") + line.place;
+      pages.Together(words.isEmpty() ? 1 : 3);
       pages.Paragraph(first, line.severity == Severity::kPreventsSaving);
       if (!words.isEmpty()) pages.Paragraph(words.join(u'\n'));
       pages.Gap(4);

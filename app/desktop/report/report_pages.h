@@ -50,6 +50,8 @@ class ReportPages {
   // A part of a scene in the width of the page, smaller if the page is not high enough.
   void Picture(QGraphicsScene& scene, const QRectF& source);
   void Gap(qreal height);
+  // Keeps so many lines of paragraphs that follow on one page.
+  void Together(int lines) { need(lines * kParagraphLine); }
   void EndPage();
 
   struct PartPage {
@@ -61,6 +63,8 @@ class ReportPages {
   [[nodiscard]] int Pages() const { return page_; }
 
  private:
+  static constexpr qreal kParagraphLine = 12.7 * kReportPoint;
+
   [[nodiscard]] qreal bottom() const;
   [[nodiscard]] qreal left() const { return bottom() - y_; }
   [[nodiscard]] bool isFresh() const;
