@@ -27,7 +27,27 @@ int wrongUsage(const char* why) {
   return kWrongUsage;
 }
 
-int run(QApplication& application) {
+// What the user wants; `wrong` says why it is no valid command.
+struct Arguments {
+  QStringList files;
+  QString pictures;  // folder; empty for none
+  QString report;    // file; empty for none
+  ReportOptions options = {};
+  const char* wrong = nullptr;
+};
+
+// The parts and the paper of a report; what is wrong with them, or null.
+const char* takeReport(const QString& parts, const QString& paper, ReportOptions& options) {
+  const auto wanted = ReportPartsOf(parts);
+  if (!parts.isNull() && !wanted) return "--parts has an unknown part";
+  if (wanted) options.parts = *wanted;
+  const auto size = PaperOf(paper);
+  if (!size) return "--paper must be A4 or Letter";
+  options.paper = *size;
+  return nullptr;
+}
+
+Arguments argumentsOf(QApplication& application) {
   QCommandLineParser parser;
   parser.addHelpOption();
   parser.addPositionalArgument(QStringLiteral("FILE.VKG"), QStringLiteral("The project to open."),
@@ -50,21 +70,26 @@ int run(QApplication& application) {
                                  QStringLiteral("SIZE"), QStringLiteral("A4"));
   parser.addOptions({pictures, report, parts, paper});
   parser.process(application);
-  const QStringList files = parser.positionalArguments();
-  const bool drawing = parser.isSet(pictures);
-  if (files.size() > 1) return wrongUsage("one project at a time");
-  if (drawing && files.isEmpty()) return wrongUsage("--pictures needs a project");
-  const bool reporting = parser.isSet(report);
-  if (reporting && files.isEmpty()) return wrongUsage("--report needs a project");
-  ReportOptions options;
-  if (parser.isSet(parts)) {
-    const auto wanted = ReportPartsOf(parser.value(parts));
-    if (!wanted) return wrongUsage("--parts has an unknown part");
-    options.parts = *wanted;
-  }
-  const auto size = PaperOf(parser.value(paper));
-  if (!size) return wrongUsage("--paper must be A4 or Letter");
-  options.paper = *size;
+  Arguments arguments{parser.positionalArguments(), parser.value(pictures), parser.value(report)};
+  const bool hasProject = !arguments.files.isEmpty();
+  arguments.wrong = takeReport(parser.isSet(parts) ? parser.value(parts) : QString(),
+                               parser.value(paper), arguments.options);
+  const auto isEmpty = [&](const QCommandLineOption& option) {
+    return parser.isSet(option) && parser.value(option).isEmpty();
+  };
+  if (isEmpty(pictures) || isEmpty(report)) arguments.wrong = "an empty name of a file";
+  if (arguments.files.size() > 1) arguments.wrong = "one project at a time";
+  if (parser.isSet(pictures) && !hasProject) arguments.wrong = "--pictures needs a project";
+  if (parser.isSet(report) && !hasProject) arguments.wrong = "--report needs a project";
+  return arguments;
+}
+
+int run(QApplication& application) {
+  const Arguments arguments = argumentsOf(application);
+  if (arguments.wrong != nullptr) return wrongUsage(arguments.wrong);
+  const QStringList& files = arguments.files;
+  const bool drawing = !arguments.pictures.isEmpty();
+  const bool reporting = !arguments.report.isEmpty();
 
   const char* fixed = std::getenv("SOURCE_DATE_EPOCH");
   const auto epoch = platform::PosixClock::EpochFromText(fixed == nullptr ? "" : fixed);
@@ -72,7 +97,8 @@ int run(QApplication& application) {
   QtForms forms;
   CommandForms lines;
   if (reporting) {
-    return WriteReport(machine.Around(lines), PathOf(files.front()), parser.value(report), options)
+    return WriteReport(machine.Around(lines), PathOf(files.front()), arguments.report,
+                       arguments.options)
                ? kDone
                : kFault;
   }
@@ -85,7 +111,7 @@ int run(QApplication& application) {
     if (drawing) return kFault;
     window.StartNew();
   }
-  if (drawing) return WritePictures(window, forms, parser.value(pictures)) ? kDone : kFault;
+  if (drawing) return WritePictures(window, forms, arguments.pictures) ? kDone : kFault;
   return QApplication::exec();
 }
 
