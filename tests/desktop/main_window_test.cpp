@@ -164,9 +164,9 @@ TEST_F(Main, CanBeReadButNotUsedWhileAScreenIsOpen) {
   };
   const QStringList usual = enabled();
   openBy(kVoltageButton, [&](desktop::ScreenWindow& screen) {
-    EXPECT_EQ(enabled(), QStringList({"Channels", "Checks", "Copy from the page", "Larger text",
-                                      "Program", "Quit", "Smaller text", "Summary", "Tables",
-                                      "User guide", "Wiring"}));
+    EXPECT_EQ(enabled(),
+              QStringList({"Channels", "Checks", "Copy from the page", "Larger text", "Program",
+                           "Quit", "Smaller text", "Summary", "Tables", "User guide", "Wiring"}));
     EXPECT_FALSE(window_.ButtonOf(kSaveButton)->isEnabled());
     EXPECT_TRUE(window_.OperatorBox()->isReadOnly());
     EXPECT_FALSE(window_.close());

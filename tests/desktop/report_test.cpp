@@ -259,7 +259,8 @@ TEST_F(Report, ExportsByTheNameOfTheFile) {
 }
 
 TEST_F(Report, WritesTheColumnsOfTheTables) {
-  store().VoltBlock[1].Alias[1].AliasName = "Oil,\"P\"";
+  store().VoltBlock[1].Alias[1].AliasName = "Oil,P";
+  store().VoltBlock[1].Alias[2].AliasName = "3\"pipe";
   const std::string csv = *desktop::ExportOf("a.csv", session_.control, store(), {});
   const QStringList lines = QString::fromStdString(csv).split("\r\n");
   std::size_t columns = 0;
@@ -270,7 +271,8 @@ TEST_F(Report, WritesTheColumnsOfTheTables) {
   EXPECT_EQ(lines[0],
             "Table,Name,No.,Resolution,Processing,Field,Alias,Units,Bytes,Columns,Source");
   EXPECT_EQ(lines[1], "1,EngFast,1,FP2,Sample,TBlk1(1),OilTemp,Deg_C,2,1,Thermocouple Block 1");
-  EXPECT_FALSE(lines.filter("VBlk1(1),\"Oil,\"\"P\"\"\",").isEmpty());
+  EXPECT_FALSE(lines.filter("VBlk1(1),\"Oil,P\",").isEmpty());
+  EXPECT_FALSE(lines.filter("VBlk1(2),\"3\"\"pipe\",").isEmpty());
 }
 
 // ---- The panel ----------------------------------------------------------------------------------

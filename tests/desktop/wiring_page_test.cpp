@@ -278,7 +278,7 @@ TEST_F(Pictures, ViewsZoomAndDragsOpenNothing) {
   const QPoint from =
       view.mapFromScene(view.Picture().Terminals()[3]->sceneBoundingRect().center());
   QTest::mousePress(view.viewport(), Qt::LeftButton, {}, from);
-  QTest::mouseRelease(view.viewport(), Qt::LeftButton, {}, from + QPoint(0, 60));
+  QTest::mouseRelease(view.viewport(), Qt::LeftButton, {}, from + QPoint(0, 22));
   EXPECT_TRUE(opened_.empty());
 }
 
