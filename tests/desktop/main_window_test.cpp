@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <QAction>
+#include <QFileDialog>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMessageBox>
@@ -15,6 +16,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTextEdit>
+#include <QTimer>
 #include <QTreeWidget>
 #include <csignal>
 
@@ -24,6 +26,7 @@
 #include "pages/program_page.h"
 #include "platform/posix/posix_filesystem.h"
 #include "recovery.h"
+#include "report/print_panel.h"
 #include "support/fixed_clock.h"
 #include "support/memory_filesystem.h"
 #include "support/temp_folder.h"
@@ -184,6 +187,35 @@ QAction* actionOf(const QWidget& window, const QString& text) {
   }
   ADD_FAILURE() << "no action " << text.toStdString();
   return nullptr;
+}
+
+// The panel of File, Print and export; the session shows it and takes it away.
+TEST_F(Main, ExportsFromThePrintPanel) {
+  ASSERT_TRUE(window_.Open(kProject));
+  int step = 0;
+  QTimer timer;
+  QObject::connect(&timer, &QTimer::timeout, &timer, [&] {
+    QWidget* top = QApplication::activeModalWidget();
+    if (auto* panel = dynamic_cast<desktop::PrintPanel*>(top); panel != nullptr && step == 0) {
+      ++step;
+      EXPECT_TRUE(window_.Session().PrintPanelShown());
+      EXPECT_FALSE(window_.MayAct());
+      panel->ExportButton()->click();
+    } else if (auto* dialog = qobject_cast<QFileDialog*>(top); dialog != nullptr && step == 1) {
+      ++step;
+      dialog->findChild<QLineEdit*>()->setText(QStringLiteral("/report.csv"));
+      static_cast<QDialog*>(dialog)->accept();
+    }
+  });
+  timer.start(0);
+  actionOf(window_, QStringLiteral("Print and export..."))->trigger();
+  EXPECT_EQ(step, 2);
+  EXPECT_EQ(window_.Notice()->Text(), "Written: /report.csv");
+  EXPECT_TRUE(files_.files["/report.csv"].starts_with("Table,Name,No.,"));
+  EXPECT_FALSE(window_.Session().PrintPanelShown());
+  EXPECT_TRUE(window_.MayAct());
+  EXPECT_TRUE(window_.ButtonOf(kVoltageButton)->isEnabled());
+  EXPECT_FALSE(window_.isWindowModified());
 }
 
 // Presses a button of the next box with that title.
