@@ -284,7 +284,9 @@ TEST(PrintPanel, AsksForPartsAndPaper) {
   panel.Paper()->setCurrentText("Letter");
   using Choice = desktop::PrintPanel::Choice;
   const auto ask = [&](QPushButton* button) {
-    QTimer::singleShot(0, &panel, [button] { button->click(); });
+    QTimer timer;
+    QObject::connect(&timer, &QTimer::timeout, button, [button] { button->click(); });
+    timer.start(0);
     return panel.Ask();
   };
   EXPECT_EQ(ask(panel.ExportButton()), Choice::kExport);
