@@ -3,6 +3,7 @@
 
 #include <QString>
 
+#include "platform/quiet_forms.h"
 #include "platform/surroundings.h"
 #include "report/report_options.h"
 
@@ -10,10 +11,11 @@ namespace ostrand::desktop {
 
 // Forms of a command: a box is a line on the standard error, its question gets the answer that
 // changes nothing.
-class CommandForms final : public platform::Forms {
+class CommandForms final : public platform::QuietForms {
  public:
   platform::Answer ShowBox(const platform::MessageBox& box) override;
-  std::optional<std::string> AskOpen(const platform::FileDialog&) override { return {}; }
+};
+}
   std::optional<std::string> AskSave(const platform::FileDialog&) override { return {}; }
   void SetHelpLine(const std::string&) override {}
   void SetPointer(platform::Pointer) override {}
