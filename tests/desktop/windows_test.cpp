@@ -11,9 +11,11 @@
 #include <QPushButton>
 #include <QScrollArea>
 #include <QTest>
+#include <QTreeWidget>
 #include <cctype>
 #include <set>
 
+#include "controls/list_field.h"
 #include "desktop_session.h"
 #include "paste.h"
 #include "screens/setup_screens.h"
@@ -388,6 +390,32 @@ TEST_F(Windows, HideAndDisableTheItemsOfAList) {
     EXPECT_EQ(box->itemData(row + 1, Qt::ToolTipRole), "tip");
     EXPECT_EQ(box->currentText().toStdString(), range.Text());
     box->hidePopup();
+  });
+}
+
+TEST_F(Windows, FillAListOnceAndDisableRowsOfATable) {
+  at("frmTrigTable", [](ScreenWindow& window) {
+    auto& value = dynamic_cast<ListField&>(*window.Shown().Find("StartTrigValue1"));
+    auto* box = qobject_cast<QComboBox*>(window.Find(value)->Widget());
+    value.Enabled = true;
+    value.Items = {"True", "False"};
+    window.Find(value)->Read();
+    for (int time = 0; time < 2; ++time) {
+      QTest::keyClick(box, Qt::Key_F4);
+      EXPECT_EQ(box->count(), 2);
+      box->hidePopup();
+    }
+  });
+  at("frmCalculated", [](ScreenWindow& window) {
+    const BoundControl* formulas = window.Find(*window.Shown().Find("Formulas"));
+    auto& choice = dynamic_cast<Choice&>(formulas->Of());
+    choice.SetItems({"A | Flag(1) | V", "B | Flag(2) | V"});
+    choice.Items[1].Enabled = false;
+    window.Find(choice)->Read();
+    const auto* list = qobject_cast<QTreeWidget*>(formulas->Widget());
+    EXPECT_FALSE(list->topLevelItem(0)->isDisabled());
+    EXPECT_TRUE(list->topLevelItem(1)->isDisabled());
+    EXPECT_EQ(list->topLevelItem(1)->text(1), "Flag(2)");
   });
 }
 
