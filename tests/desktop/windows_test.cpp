@@ -257,6 +257,7 @@ TEST_F(Windows, MoveInAColumnByTheArrows) {
 TEST_F(Windows, BindTheRowsOutOfSightAfterTheFirstPaint) {
   MakeCatalogProject(*session_.store);
   session_.store->TempBlock[1].Reps = 100;
+  int seen = 0;
   VisitScreens(session_.control, [&](Screen& screen) {
     if (screen.Name() != "frmFldName" || screen.Find("AliasName100") == nullptr) return;
     ScreenWindow window(screen, session_.windows, nullptr);
@@ -276,11 +277,16 @@ TEST_F(Windows, BindTheRowsOutOfSightAfterTheFirstPaint) {
     }
     QApplication::processEvents();
     testing::ExpectShown(window);
-    const QWidget* last = window.Find(*screen.Find("AliasName100"))->Widget();
-    const QWidget* before = window.Find(*screen.Find("AliasName99"))->Widget();
-    EXPECT_EQ(last->x(), before->x());
-    EXPECT_GE(last->y(), before->geometry().bottom());
+    for (int row = 2; row <= 100; ++row) {
+      const auto placeOf = [&](int of) {
+        return window.Find(*screen.Find("AliasName" + std::to_string(of)))->Widget()->geometry();
+      };
+      EXPECT_EQ(placeOf(row).left(), placeOf(1).left()) << row;
+      EXPECT_GT(placeOf(row).top(), placeOf(row - 1).bottom()) << row;
+    }
+    ++seen;
   });
+  EXPECT_GT(seen, 0);
 }
 
 // ---- Focus --------------------------------------------------------------------------------------
