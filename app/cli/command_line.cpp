@@ -4,6 +4,7 @@
 #include <array>
 
 #include "platform/box.h"
+#include "text/nearest.h"
 #include "text/number.h"
 #include "text/strings.h"
 
@@ -48,6 +49,10 @@ bool takeCompiler(CommandLine& line, std::string_view value) {
 
 bool takeStore(CommandLine& line, std::string_view) { return line.store = true; }
 
+bool takeLenient(CommandLine& line, std::string_view) { return line.lenient = true; }
+
+bool takeDryRun(CommandLine& line, std::string_view) { return line.dryRun = true; }
+
 bool takeAnswer(CommandLine& line, std::string_view value) {
   const std::size_t at = value.rfind('=');
   if (at == std::string_view::npos || at == 0) return false;
@@ -78,19 +83,22 @@ struct OptionRow {
   Take take;
 };
 
-constexpr std::array<OptionRow, 12> kOptions = {{
+constexpr std::array<OptionRow, 14> kOptions = {{
     {kOutput, "--output", "-o", "DIR", "write into the existing folder DIR", takeOutput},
     {kHostApp, "--host-app", "", "NAME", "write for the host NAME, for example \"Harrier\"",
      takeHostApp},
     {kForce, "--force", "", "", "replace a file that exists or was changed since it was read",
      takeForce},
     {kRtf, "--rtf", "", "", "as rich text, for a word processor", takeRtf},
-    {kFormat, "--format", "", "text|json", "format of the findings", takeFormat},
+    {kFormat, "--format", "", "text|json", "format of the output", takeFormat},
     {kCompiler, "--compiler", "", "PATH", "compiler to use instead of the one in the settings",
      takeCompiler},
     {kSend, "--send", "", "HOST:PORT", "send the program through the toolbar server at HOST:PORT",
      takeSend},
     {kStore, "--store", "", "", "write the measured times into the project file", takeStore},
+    {kLenient, "--lenient", "", "", "go on after refused keys, changed values and the like",
+     takeLenient},
+    {kDryRun, "--dry-run", "", "", "show what would change and write nothing", takeDryRun},
     {kAnswer, "--answer", "", "TITLE=yes|no|cancel|ok|overwrite", "answer to the message box TITLE",
      takeAnswer},
     {kYes, "--yes", "", "", "answer yes or ok to every other question", takeYes},
@@ -105,6 +113,14 @@ const OptionRow* findOption(const CommandRow& command, std::string_view name) {
     if (named && (command.options & row.id) != 0) return &row;
   }
   return nullptr;
+}
+
+std::string unknownOption(const CommandRow& command, std::string_view name) {
+  std::vector<std::string_view> names;
+  for (const OptionRow& row : kOptions) {
+    if ((command.options & row.id) != 0) names.push_back(row.name);
+  }
+  return "unknown option " + std::string(name) + DidYouMean(name, names);
 }
 
 std::string column(std::string text, std::size_t width) {
@@ -131,7 +147,7 @@ std::string takeOption(const CommandRow& command, std::span<const std::string_vi
   const std::string_view argument = arguments[at];
   const std::string_view name = argument.starts_with("--") ? Before(argument, "=") : argument;
   const OptionRow* option = findOption(command, name);
-  if (option == nullptr) return "unknown option " + std::string(name);
+  if (option == nullptr) return unknownOption(command, name);
   const bool joined = name.size() < argument.size();
   if (option->value.empty() && joined) return std::string(name) + " takes no value";
   std::string_view value = After(argument, "=");
@@ -160,7 +176,7 @@ std::string ReadArguments(const CommandRow& command, std::span<const std::string
   bool optionsEnded = false;
   for (std::size_t at = 0; at < arguments.size(); ++at) {
     const std::string_view argument = arguments[at];
-    if (optionsEnded || !argument.starts_with('-') || ToInt32(argument)) {
+    if (optionsEnded || !argument.starts_with('-') || argument == "-" || ToInt32(argument)) {
       if (Trim(argument).empty() && command.wordsAreFiles) return "empty file name";
       line.words.push_back(argument);
     } else if (argument == "--") {

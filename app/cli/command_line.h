@@ -26,6 +26,8 @@ enum OptionId : unsigned {
   kSend = 1U << 9,
   kCompiler = 1U << 10,
   kStore = 1U << 11,
+  kLenient = 1U << 12,
+  kDryRun = 1U << 13,
 };
 
 // The help of each option describes it.
@@ -40,6 +42,8 @@ struct CommandLine {
   std::string sendPort;
   std::string_view compiler;  // empty: the one in the settings
   bool store = false;
+  bool lenient = false;
+  bool dryRun = false;
   platform::PreparedAnswers answers;
   platform::Syncing syncing = platform::Syncing::kOn;
   bool help = false;

@@ -18,7 +18,7 @@ constexpr CommandRow projects(std::string_view name, std::string_view help, unsi
           command};
 }
 
-constexpr std::array<CommandRow, 13> kCommands = {{
+constexpr std::array<CommandRow, 15> kCommands = {{
     projects("check", "report what prevents saving and what to look at", kFormat, kAnyNumber,
              Check),
     projects("save", "check, test-compile and write all files",
@@ -33,10 +33,14 @@ constexpr std::array<CommandRow, 13> kCommands = {{
     projects("wiring", "show which sensor goes to which terminal", kRtf | kHostApp, 1, Wiring),
     projects("new", "write a project file with the defaults of a new project", kForce, 1, StartNew),
     projects("recover", "restore a project whose save was interrupted", 0, kAnyNumber, Recover),
-    {"screen", "FILE.VKG SCRIPT", "run a script on the setup screens, then save the project",
-     kOutput | kForce | kNoSync | kHelp, true, 2, 2, "missing project file or script", PlayScreens},
-    {"screens", "", "list the screens, their controls and the script commands", kHelp, false, 0, 0,
-     "", ListScreens},
+    {"screen", "FILE.VKG SCRIPT|-", "run a script on the setup screens, then save the project",
+     kOutput | kForce | kLenient | kDryRun | kNoSync | kHelp, true, 2, 2,
+     "missing project file or script", PlayScreens},
+    projects("script", "show the script that makes the project from a new one", 0, 1, WriteScript),
+    {"screens", "[NAME]", "list the screens, their controls and the script commands",
+     kFormat | kHelp, false, 0, 1, "", ListScreens},
+    {"get", "FILE.VKG [SECTION [KEY]]", "show keys of the project file", kFormat | kCommonOptions,
+     true, 1, 3, kMissingProject, GetKeys},
     {"can", "list|check FILE", "list or check a file of CAN items", kHelp, false, 2, 2,
      "missing list or check, or the file", LookAtCanList},
     {"settings", "list|get|set [NAME [VALUE]]", "show or change the settings of all projects",

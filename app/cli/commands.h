@@ -23,6 +23,8 @@ ExitCode Wiring(const CommandLine& line);
 ExitCode ChangeSettings(const CommandLine& line);
 ExitCode PlayScreens(const CommandLine& line);
 ExitCode ListScreens(const CommandLine& line);
+ExitCode WriteScript(const CommandLine& line);
+ExitCode GetKeys(const CommandLine& line);
 ExitCode LookAtCanList(const CommandLine& line);
 
 }  // namespace ostrand::cli

@@ -8,6 +8,7 @@
 
 #include "commands.h"
 #include "model/defaults.h"
+#include "text/nearest.h"
 
 namespace ostrand::cli {
 namespace {
@@ -17,6 +18,12 @@ const CommandRow* findCommand(std::string_view name) {
   const auto found = std::find_if(commands.begin(), commands.end(),
                                   [&](const CommandRow& row) { return row.name == name; });
   return found == commands.end() ? nullptr : &*found;
+}
+
+ExitCode unknownCommand(std::string_view name) {
+  std::vector<std::string_view> names;
+  for (const CommandRow& row : Commands()) names.push_back(row.name);
+  return WrongUsage("unknown command " + std::string(name) + DidYouMean(name, names), "");
 }
 
 ExitCode show(std::string_view text) { return Print(text) ? kDone : kFault; }
@@ -32,7 +39,7 @@ ExitCode ostrandMain(const std::vector<std::string_view>& arguments) {
 
   const std::string_view name = askedHelp ? arguments[1] : word;
   const CommandRow* command = findCommand(name);
-  if (command == nullptr) return WrongUsage("unknown command " + std::string(name), "");
+  if (command == nullptr) return unknownCommand(name);
   if (askedHelp) return show(CommandHelp(*command));
 
   CommandLine line;

@@ -44,13 +44,16 @@ std::unique_ptr<CliHost> HostOf(const CommandLine& line, ExitCode& refused) {
   return host;
 }
 
-ExitCode ForEachProject(const CommandLine& line, ProjectCommand command) {
+namespace {
+
+ExitCode forProjects(const CommandLine& line, std::span<const std::string_view> projects,
+                     ProjectCommand command) {
   ExitCode result = kDone;
   const auto host = HostOf(line, result);
   if (!host) return result;
   OstrandEvents noEvents;
   ProjectRun run{line, host->files, host->forms, {}, 0};
-  for (const std::string_view file : line.words) {
+  for (const std::string_view file : projects) {
     host->forms.Subject(file);
     Ostrand session(TheStore(), host->Around(host->forms), noEvents);
     session.HostApp(line.hostApp);
@@ -65,6 +68,16 @@ ExitCode ForEachProject(const CommandLine& line, ProjectCommand command) {
     ++run.handled;
   }
   return result;
+}
+
+}  // namespace
+
+ExitCode ForProject(const CommandLine& line, ProjectCommand command) {
+  return forProjects(line, std::span(line.words).first(1), command);
+}
+
+ExitCode ForEachProject(const CommandLine& line, ProjectCommand command) {
+  return forProjects(line, line.words, command);
 }
 
 bool OpenProject(Ostrand& session, std::string_view file) {

@@ -42,6 +42,8 @@ std::unique_ptr<CliHost> HostOf(const CommandLine& line, ExitCode& refused);
 
 // Runs the command for every file of the line, also after a fault.
 ExitCode ForEachProject(const CommandLine& line, ProjectCommand command);
+// Runs it for the first word alone.
+ExitCode ForProject(const CommandLine& line, ProjectCommand command);
 
 // False when the file could not be opened, which has been reported then.
 bool OpenProject(Ostrand& session, std::string_view file);

@@ -1,27 +1,74 @@
 // The commands for the setup screens.
 #include "commands.h"
+#include "dry_run.h"
+#include "model/new_store.h"
 #include "project_run.h"
+#include "projectfile/genfile.h"
 #include "script/screen_catalog.h"
 #include "script/screen_script.h"
+#include "script/script_writer.h"
 #include "session/settings.h"
+#include "text/codepage.h"
+#include "text/nearest.h"
+#include "text/strings.h"
+#include "text/unified_diff.h"
 
 namespace ostrand::cli {
+namespace {
+
+Result<std::string> scriptOf(CliHost& host, std::string_view path) {
+  return path == "-" ? ReadInput() : host.files.Read(path);
+}
+
+// What the script changes in the project file.
+bool showChanges(Ostrand& session, const std::string& before) {
+  const std::string after = ORVUS_GENFILE::ProjectFileText(session.Store(), {});
+  const std::string name = session.BaseName() + ".VKG";
+  return Print(platform::TerminalText(UnifiedDiff("a/" + name, before, "b/" + name, after)));
+}
+
+ExitCode keepSettings(const ScreenScript& player, Ostrand& session) {
+  Settings& settings = session.UserSettings();
+  if (!player.OpenedOptions() && !settings.ViewChanged()) return kDone;
+  const Result<> kept = settings.SaveSettings();
+  if (!kept) ReportError(kept.ErrorText());
+  return kept ? kDone : kFault;
+}
+
+}  // namespace
+
 ExitCode PlayScreens(const CommandLine& line) {
   ExitCode result = kFault;
   const auto host = HostOf(line, result);
   if (!host) return result;
   const std::string_view file = line.words[0];
   const std::string_view path = line.words[1];
-  const auto script = host->files.Read(path);
+  const auto script = scriptOf(*host, path);
   if (!script) {
     ReportError(script.ErrorText());
     return kFault;
   }
   ScriptForms forms(host->forms);
   OstrandEvents noEvents;
-  Ostrand session(TheStore(), host->Around(forms), noEvents);
+  const platform::Surroundings machine = host->Around(forms);
+  UnchangedFiles files(machine.files);
+  UnchangedSettings settings(machine.settings);
+  const platform::Surroundings unchanged = {files,
+                                            machine.clock,
+                                            machine.forms,
+                                            machine.processes,
+                                            settings,
+                                            machine.registry,
+                                            machine.temporaryFolder,
+                                            machine.moduleFolder,
+                                            machine.workFolders};
+  Ostrand session(TheStore(), line.dryRun ? unchanged : machine, noEvents);
   session.OverwriteChanged(line.force);
   ScreenScript player(session, forms, script.Value());
+  if (line.lenient) player.Lenient();
+  player.OnShow = [](const std::string& text) {
+    static_cast<void>(Print(platform::TerminalText(text)));
+  };
   bool cancelled = false;
   session.OpenFile(file, cancelled);
   const auto reportBox = [&] {
@@ -33,20 +80,60 @@ ExitCode PlayScreens(const CommandLine& line) {
     ReportInterrupted(session);
     return kFault;
   }
+  const std::string before =
+      line.dryRun ? ORVUS_GENFILE::ProjectFileText(session.Store(), {}) : std::string();
   if (const Result<> played = player.Run(); !played) {
-    ReportError(std::string(path) + ": " + played.ErrorText());
+    ReportError(std::string(path == "-" ? "standard input" : path) + ": " + played.ErrorText());
     return kFault;
   }
+  if (line.dryRun) return showChanges(session, before) ? kDone : kFault;
   ProjectRun run{line, host->files, host->forms, {}, 0};
   if (!WriteProject(run, session)) {
     reportBox();
     return kFault;
   }
-  Settings& settings = session.UserSettings();
-  if (!player.OpenedOptions() && !settings.ViewChanged()) return kDone;
-  const Result<> kept = settings.SaveSettings();
-  if (!kept) ReportError(kept.ErrorText());
-  return kept ? kDone : kFault;
+  return keepSettings(player, session);
+}
+
+ExitCode WriteScript(const CommandLine& line) {
+  ExitCode result = kFault;
+  const auto host = HostOf(line, result);
+  if (!host) return result;
+  WriterForms wantedForms(false);
+  WriterForms builtForms(true);
+  OstrandEvents noEvents;
+  Ostrand wanted(TheStore(), host->Around(wantedForms), noEvents);
+  const auto store = NewStore();
+  Ostrand built(*store, host->Around(builtForms), noEvents);
+  ScriptWriter writer(wanted, wantedForms, built, builtForms);
+  bool cancelled = false;
+  wanted.OpenFile(line.words[0], cancelled);
+  if (cancelled) {
+    for (const WriterForms::Box& box : wantedForms.Boxes()) ReportError(box.text);
+    ReportInterrupted(wanted);
+    return kFault;
+  }
+  if (!built.NewProject("new.VKG")) return kFault;
+  const WrittenScript script = writer.Write();
+
+  // The lines must do what was done to make them.
+  const auto again = NewStore();
+  ScriptForms forms(host->forms);
+  Ostrand played(*again, host->Around(forms), noEvents);
+  ScreenScript player(played, forms, script.lines);
+  const bool started = played.NewProject("new.VKG");
+  const Result<> ran = player.Run();
+  if (!started || !ran ||
+      ORVUS_GENFILE::ProjectFileText(*again, {}) != ORVUS_GENFILE::ProjectFileText(*store, {})) {
+    ReportError(std::string(line.words[0]) + ": the script would not make this project" +
+                (ran ? "" : ": " + ran.ErrorText()));
+    return kFault;
+  }
+  std::string text = script.lines;
+  for (const std::string& key : script.unset) {
+    text += "# not set by any screen: " + Utf8FromWindows1252(key) + "\n";
+  }
+  return Print(platform::TerminalText(text)) ? kDone : kFault;
 }
 
 ExitCode ListScreens(const CommandLine& line) {
@@ -57,9 +144,17 @@ ExitCode ListScreens(const CommandLine& line) {
   OstrandEvents noEvents;
   Ostrand session(TheStore(), host->Around(forms), noEvents);
   MakeCatalogProject(session.Store());
-  const std::string text =
-      std::string(ScriptHelp()) + "\n" + platform::TerminalText(ScreenCatalog(session));
-  return Print(text) ? kDone : kFault;
+  Catalog catalog(session);
+  if (!line.words.empty() && !catalog.Keep(line.words[0])) {
+    ReportError("no screen " + std::string(line.words[0]) +
+                DidYouMean(line.words[0], catalog.Names()));
+    return kFault;
+  }
+  if (line.json) return Print(catalog.Json()) ? kDone : kFault;
+  const std::string lead =
+      line.words.empty() ? std::string(ScriptHelp()) + "\n" + platform::TerminalText(CatalogLead())
+                         : "";
+  return Print(lead + platform::TerminalText(catalog.Text())) ? kDone : kFault;
 }
 
 }  // namespace ostrand::cli

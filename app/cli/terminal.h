@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+#include "text/result.h"
+
 namespace ostrand::cli {
 
 enum ExitCode : int { kDone = 0, kFault = 1, kWrongUsage = 2 };
@@ -14,6 +16,9 @@ void ReportError(std::string_view text);
 // Writes bytes to standard output unchanged. False when that fails, which has been reported then:
 // standard output is a file like any other.
 bool Print(std::string_view text);
+
+// All of standard input, or why it cannot be read.
+Result<std::string> ReadInput();
 
 // Writes a line of help after an error.
 void PrintHint(std::string_view text);

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <deque>
 #include <functional>
 
 #include "controls/list_field.h"
@@ -10,6 +9,8 @@
 #include "model/defaults.h"
 #include "screens/setup_screens.h"
 #include "script/script_forms.h"
+#include "text/codepage.h"
+#include "text/json.h"
 #include "text/number.h"
 #include "text/strings.h"
 
@@ -128,55 +129,6 @@ class Walker : public ScreenHost {
   const std::function<void(Screen&)>& visit_;
 };
 
-// Collects the controls of each screen.
-class Catalog {
- public:
-  // The screens that a screen opens depend on who opened it.
-  void Add(const Screen& screen) {
-    Entry& entry = entryOf(screen);
-    for (const Opener* opener : screen.Openers()) {
-      const Opener::Which& which = opener->ForWhich();
-      std::string line = "  open " + opener->Opens();
-      if (!which.value.empty())
-        line += " " + (which.name.empty() ? which.value : Upper(which.name));
-      if (std::find(entry.opens.begin(), entry.opens.end(), line) == entry.opens.end()) {
-        entry.opens.push_back(std::move(line));
-      }
-    }
-  }
-
-  // In the order of the visits.
-  [[nodiscard]] std::string Text() const {
-    std::string text;
-    for (const Entry& entry : entries_) {
-      text += entry.text;
-      for (const std::string& line : entry.opens) text += line + "\r\n";
-      text += "\r\n";
-    }
-    return text;
-  }
-
- private:
-  struct Entry {
-    std::string name;
-    std::string text;
-    std::vector<std::string> opens;
-  };
-
-  Entry& entryOf(const Screen& screen) {
-    const auto found = std::find_if(entries_.begin(), entries_.end(), [&](const Entry& entry) {
-      return entry.name == screen.Name();
-    });
-    if (found != entries_.end()) return *found;
-    std::string title = screen.Name();
-    if (!screen.Caption.empty()) title += "  (" + screen.Caption + ")";
-    if (ButtonOfScreen(screen.Name()) >= 0) title += ", by its main button";
-    return entries_.emplace_back(Entry{screen.Name(), title + "\r\n" + controlsOf(screen), {}});
-  }
-
-  std::deque<Entry> entries_;  // a deque, so that entries do not move
-};
-
 }  // namespace
 
 std::string ItemsText(const Choice& choice) {
@@ -210,10 +162,118 @@ void VisitScreens(Ostrand& control, const std::function<void(Screen&)>& visit) {
   for (const OptionScreen& row : kOptionScreens) control.ShowOptions(row.option);
 }
 
-std::string ScreenCatalog(Ostrand& control) {
-  Catalog catalog;
-  VisitScreens(control, [&](const Screen& screen) { catalog.Add(screen); });
-  return std::string(kLead) + catalog.Text();
+std::string_view CatalogLead() { return kLead; }
+
+Catalog::Catalog(Ostrand& control) {
+  VisitScreens(control, [&](const Screen& screen) { add(screen); });
+}
+
+// The screens that a screen opens depend on who opened it.
+void Catalog::add(const Screen& screen) {
+  Entry& entry = entryOf(screen);
+  for (const Opener* opener : screen.Openers()) {
+    const Opener::Which& which = opener->ForWhich();
+    std::string line = opener->Opens();
+    if (!which.value.empty()) line += " " + (which.name.empty() ? which.value : Upper(which.name));
+    if (std::find(entry.opens.begin(), entry.opens.end(), line) == entry.opens.end()) {
+      entry.opens.push_back(std::move(line));
+    }
+  }
+}
+
+Catalog::Entry& Catalog::entryOf(const Screen& screen) {
+  const auto found = std::find_if(entries_.begin(), entries_.end(),
+                                  [&](const Entry& entry) { return entry.name == screen.Name(); });
+  if (found != entries_.end()) return *found;
+  std::string title = screen.Name();
+  if (!screen.Caption.empty()) title += "  (" + screen.Caption + ")";
+  if (ButtonOfScreen(screen.Name()) >= 0) title += ", by its main button";
+  Entry entry = {screen.Name(), screen.Caption, title + "\r\n" + controlsOf(screen), {}, {}};
+  for (const Control* control : screen.Controls()) entry.controls.push_back(partOf(*control));
+  return entries_.emplace_back(std::move(entry));
+}
+
+Catalog::Part Catalog::partOf(const Control& control) {
+  Part part = {control.Name(), control.Kind(), control.Caption, {}, false, {}, {}, {}};
+  const std::string_view kind = kKinds[static_cast<std::size_t>(control.Kind())].name;
+  if (const std::size_t blank = kind.rfind(' '); blank != std::string_view::npos) {
+    part.action = kind.substr(blank + 1);
+  }
+  if (const auto* number = dynamic_cast<const NumericField*>(&control)) {
+    if (number->HasMin()) part.min = number->Min();
+    if (number->HasMax()) part.max = number->Max();
+  }
+  if (const auto* field = dynamic_cast<const TextField*>(&control)) {
+    part.spins = static_cast<bool>(field->OnSpin);
+  }
+  if (const auto* list = dynamic_cast<const ListField*>(&control)) part.items = list->Items;
+  if (const auto* choice = dynamic_cast<const Choice*>(&control)) {
+    for (const Choice::Item& item : choice->Items) {
+      if (item.Visible) part.items.emplace_back(Trim(item.Text));
+    }
+  }
+  return part;
+}
+
+bool Catalog::Keep(std::string_view screen) {
+  const auto isOther = [&](const Entry& entry) { return !SameText(entry.name, screen); };
+  if (std::all_of(entries_.begin(), entries_.end(), isOther)) return false;
+  std::erase_if(entries_, isOther);
+  return true;
+}
+
+std::vector<std::string_view> Catalog::Names() const {
+  std::vector<std::string_view> names;
+  for (const Entry& entry : entries_) names.push_back(entry.name);
+  return names;
+}
+
+std::string Catalog::Text() const {
+  std::string text;
+  for (const Entry& entry : entries_) {
+    text += entry.text;
+    for (const std::string& line : entry.opens) text += "  open " + line + "\r\n";
+    text += "\r\n";
+  }
+  return text;
+}
+
+std::string Catalog::Json() const {
+  constexpr auto kOneLine = JsonWriter::Layout::kOneLine;
+  JsonWriter json;
+  const auto put = [&](std::string_view key, std::string_view text) {
+    json.Key(key).Text(Utf8FromWindows1252(text));
+  };
+  json.BeginArray();
+  for (const Entry& entry : entries_) {
+    json.BeginObject();
+    put("screen", entry.name);
+    put("caption", entry.caption);
+    json.Key("mainButton").Bool(ButtonOfScreen(entry.name) >= 0);
+    json.Key("controls").BeginArray();
+    for (const Part& part : entry.controls) {
+      const std::string_view kind = kKinds[static_cast<std::size_t>(part.kind)].name;
+      json.BeginObject(kOneLine);
+      put("name", part.name);
+      put("kind", Before(kind, " "));
+      put("caption", part.caption);
+      if (!part.action.empty()) put("action", part.action);
+      if (part.spins) json.Key("spin").Bool(true);
+      if (part.min) json.Key("min").Number(*part.min);
+      if (part.max) json.Key("max").Number(*part.max);
+      if (!part.items.empty()) {
+        json.Key("items").BeginArray();
+        for (const std::string& item : part.items) json.Text(Utf8FromWindows1252(item));
+        json.End();
+      }
+      json.End();
+    }
+    json.End().Key("opens").BeginArray(kOneLine);
+    for (const std::string& line : entry.opens) json.Text(Utf8FromWindows1252(line));
+    json.End().End();
+  }
+  json.End();
+  return json.Take();
 }
 
 void MakeCatalogProject(ProjectStore& store) {

@@ -7,6 +7,7 @@
 
 #include "platform/guarded.h"
 #include "platform/paths.h"
+#include "text/nearest.h"
 #include "text/number.h"
 #include "text/strings.h"
 
@@ -106,6 +107,12 @@ const RowRule& ruleOf(int row) {
                                   [row](const RowRule& there) { return there.row == row; });
   if (rule == std::end(kRules)) throw SubscriptOutOfRange();
   return *rule;
+}
+
+Error unknownSetting(std::string_view name) {
+  std::vector<std::string_view> names;
+  for (const RowRule& rule : kRules) names.push_back(rule.name);
+  return Error{"unknown setting \"" + std::string(name) + "\"" + DidYouMean(name, names)};
 }
 
 const RowRule* ruleNamed(std::string_view name) {
@@ -458,13 +465,13 @@ std::vector<SettingRow> Settings::List() const {
 
 Result<SettingRow> Settings::Get(std::string_view name) const {
   const RowRule* rule = ruleNamed(name);
-  if (rule == nullptr) return Error{"unknown setting \"" + std::string(name) + "\""};
+  if (rule == nullptr) return unknownSetting(name);
   return table_[rule->row];
 }
 
 Result<> Settings::Set(std::string_view name, std::string_view value) {
   const RowRule* rule = ruleNamed(name);
-  if (rule == nullptr) return Error{"unknown setting \"" + std::string(name) + "\""};
+  if (rule == nullptr) return unknownSetting(name);
   const Result<std::string> checked = checkedValue(*rule, value);
   if (!checked) return Error{checked.ErrorText()};
   const platform::Setting row = {std::string(rule->name), checked.Value()};

@@ -9,6 +9,7 @@
 #include "platform/box.h"
 #include "support/cli_run.h"
 #include "support/kept_scripts.h"
+#include "support/saved_keys.h"
 #include "support/script_session.h"
 #include "support/temp_folder.h"
 #include "text/strings.h"
@@ -434,6 +435,80 @@ TEST(ScreenCommand, FaultWritesNothing) {
   EXPECT_TRUE(Holds(noProject.err, "none.VKG")) << noProject.err;
   EXPECT_EQ(testing::RunOstrand({"screen", folder / "pump.VKG"}).code, 2);
   EXPECT_EQ(testing::ReadDisk(folder / "pump.VKG"), before);
+}
+
+TEST(ScreenCommand, DryRunShowsChangesAndWritesNothing) {
+  const testing::TempFolder folder;
+  ASSERT_EQ(testing::RunOstrand({"new", folder / "pump"}).code, 0);
+  const std::string before = testing::ReadDisk(folder / "pump.VKG");
+  const std::string script = folder / "setup.txt";
+  testing::WriteDisk(script,
+                     "open frmOptOrvus\ntype DefaultScanInterval 77\ndone\n"
+                     "open frmExecute\ntype ExecutionTime 20\nshow ExecutionTime\ndone\n");
+  const auto tried = testing::RunOstrand({"screen", "--dry-run", folder / "pump.VKG", script},
+                                         {.folder = folder.Path()});
+  EXPECT_EQ(tried.code, 0) << tried.err;
+  EXPECT_TRUE(tried.out.starts_with(
+      "ExecutionTime: \"20\"  (Scan interval)\n--- a/pump.VKG\n+++ b/pump.VKG\n@@ -"))
+      << tried.out;
+  EXPECT_TRUE(Holds(tried.out, "\n-ExecutionTime= 10\n+ExecutionTime= 20\n")) << tried.out;
+  EXPECT_EQ(testing::ReadDisk(folder / "pump.VKG"), before);
+  const auto setting =
+      testing::RunOstrand({"settings", "get", "DefaultScanInterval"}, {.folder = folder.Path()});
+  EXPECT_EQ(setting.out, "10\n");
+}
+
+TEST(ScriptCommand, WritesWhatMakesTheProject) {
+  const testing::TempFolder folder;
+  const testing::Setting setting{.epoch = "1047305100", .folder = folder.Path()};
+  const std::string example = OSTRAND_SOURCE_DIR "/examples/vehicle-test.VKG";
+  const auto written = testing::RunOstrand({"script", example}, setting);
+  ASSERT_EQ(written.code, 0) << written.err;
+  testing::WriteDisk(folder / "vehicle.txt", written.out);
+  ASSERT_EQ(testing::RunOstrand({"new", folder / "vehicle-test"}, setting).code, 0);
+  const std::string path = folder / "vehicle-test.VKG";
+  const auto played = testing::RunOstrand({"screen", path, folder / "vehicle.txt"}, setting);
+  EXPECT_EQ(played.code, 0) << played.err;
+  // The keys that differ are the ones that the script lists.
+  int differ = 0;
+  for (const auto& change : testing::ChangedKeys(testing::KeysOf(testing::ReadDisk(example)),
+                                                 testing::KeysOf(testing::ReadDisk(path)))) {
+    EXPECT_TRUE(Holds(written.out, "# not set by any screen: " + change.key)) << change.key;
+    ++differ;
+  }
+  EXPECT_LE(differ, 5);
+  EXPECT_EQ(testing::RunOstrand({"script", folder / "none.VKG"}, setting).code, 1);
+}
+
+TEST(GetCommand, ShowsKeys) {
+  const std::string example = OSTRAND_SOURCE_DIR "/examples/vehicle-test.VKG";
+  const auto get = [&](std::vector<std::string> words) {
+    words.insert(words.begin(), {"get", example});
+    return testing::RunOstrand(words);
+  };
+  EXPECT_EQ(get({"scan setup", "ExecutionTime"}).out, "100\n");
+  EXPECT_EQ(get({"[TABLE SETUP]", "tableon(1)", "--format", "json"}).out,
+            "{\n  \"TABLE SETUP\": {\n    \"TableOn(1)\": \"-1\"\n  }\n}\n");
+  EXPECT_TRUE(Holds(get({"TABLE SETUP", "TableOn"}).out, "TableOn(1)=-1\nTableOn(2)="));
+  EXPECT_TRUE(get({}).out.starts_with("[GEN VERSION]\nVersion="));
+  const auto section = get({"TABEL SETUP"});
+  EXPECT_EQ(section.code, 1);
+  EXPECT_EQ(section.err, "ostrand: no section TABEL SETUP; did you mean TABLE SETUP?\n");
+  EXPECT_EQ(get({"SCAN SETUP", "ExecutonTime"}).err,
+            "ostrand: [SCAN SETUP] has no key ExecutonTime; did you mean ExecutionTime?\n");
+}
+
+TEST(ScreensCommand, ListsOneScreenAndJson) {
+  const auto one = testing::RunOstrand({"screens", "FRMEXECUTE"});
+  EXPECT_TRUE(one.out.starts_with("frmExecute  (SCAN INTERVAL), by its main button\n")) << one.out;
+  EXPECT_FALSE(Holds(one.out, "frmConfig"));
+  EXPECT_EQ(testing::RunOstrand({"screens", "frmExcute"}).err,
+            "ostrand: no screen frmExcute; did you mean frmExecute or frmExcite?\n");
+  const auto json = testing::RunOstrand({"screens", "frmVoltSetup", "--format", "json"});
+  EXPECT_TRUE(Holds(json.out,
+                    "{\"name\": \"Reps\", \"kind\": \"number\", \"caption\": \"Sensors\", "
+                    "\"action\": \"type\", \"spin\": true, \"min\": 0, \"max\": 100},\n"))
+      << json.out;
 }
 
 TEST(ScreensCommand, ListsEveryScreenWithItsControls) {

@@ -1,0 +1,617 @@
+#include "script/script_writer.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+#include <functional>
+#include <map>
+#include <set>
+#include <tuple>
+#include <utility>
+
+#include "controls/choice.h"
+#include "controls/list_field.h"
+#include "controls/numeric_field.h"
+#include "projectfile/genfile.h"
+#include "screens/setup_screens.h"
+#include "text/codepage.h"
+#include "text/number.h"
+#include "text/strings.h"
+
+namespace ostrand {
+namespace {
+
+using platform::Answer;
+
+constexpr int kMaxPasses = 8;  // over the controls of a screen
+constexpr int kMaxRounds = 4;  // over all screens
+
+// Screens that set nothing that others do not show: calculators, pictures, lists in files.
+constexpr std::array<std::string_view, 5> kAids = {"frmSolveList", "frmLogGraph", "frmTK40Graph",
+                                                   "frmCanPick", "frmTableTimes"};
+
+// Choices of what a screen shows.
+constexpr std::array<std::string_view, 3> kPages = {"Table", "Item", "Formulas"};
+
+// A list whose entries are made in other controls of its screen.
+struct EntryList {
+  std::string_view screen;
+  std::string_view list;
+  std::string_view edit;  // the button that shows a picked entry; empty when the pick does
+  std::string_view mode;  // the check box that lets its text be typed
+  std::array<std::string_view, 6> parts;
+  std::string_view add;
+};
+constexpr std::array<EntryList, 4> kEntryLists = {{
+    {"frmCalculated",
+     "Formulas",
+     "Edit",
+     "EditMode",
+     {"Formula", "NewName", "Units", "Public", "DataResolution"},
+     "Save"},
+    {"frmConfig",
+     "StatusRows",
+     "",
+     "",
+     {"StatusField", "StatusCompare", "StatusValue", "StatusFlag", "StatTrueFalse"},
+     "AddStatus"},
+    {"frmLevel", "LevelsOne", "", "", {"LevelVarOne"}, "AddOne"},
+    {"frmLevel", "LevelsTwo", "", "", {"LevelVarTwo"}, "AddTwo"},
+}};
+
+// The spins from what a field shows to a whole number, negative for down; 0 when it does not spin
+// or the number is far off.
+int spinsTo(const TextField& field, std::string_view text) {
+  constexpr int kMaxSpins = 20;
+  const std::optional<std::int16_t> now = ToInt16(field.Text());
+  const std::optional<std::int16_t> then = ToInt16(text);
+  if (!field.OnSpin || !now || !then) return 0;
+  const int spins = *then - *now;
+  return std::abs(spins) <= kMaxSpins ? spins : 0;
+}
+
+template <class Names>
+bool holds(const Names& names, std::string_view name) {
+  return std::find(names.begin(), names.end(), name) != names.end();
+}
+
+// Whether a control is set for an entry of a list, or is the list.
+bool isOfEntry(const Screen& screen, const Control& control) {
+  return std::any_of(kEntryLists.begin(), kEntryLists.end(), [&](const EntryList& row) {
+    return row.screen == screen.Name() &&
+           (row.screen == "frmCalculated" || control.Name() == row.list ||
+            holds(row.parts, control.Name()));
+  });
+}
+
+bool isEdited(const Control& control) {
+  return control.Kind() >= ControlKind::kText && control.Kind() <= ControlKind::kCheck;
+}
+
+// A word of a script.
+std::string wordOf(std::string_view text) {
+  const bool bare = !text.empty() && text.find_first_of(" \t\"#") == std::string_view::npos;
+  if (bare) return std::string(text);
+  std::string word = "\"";
+  for (const char letter : text) word.append(letter == '"' ? 2 : 1, letter);
+  return word + "\"";
+}
+
+std::string_view answerName(Answer answer) {
+  switch (answer) {
+    case Answer::kYes:
+      return "yes";
+    case Answer::kNo:
+      return "no";
+    case Answer::kCancel:
+      return "cancel";
+    default:
+      return "ok";
+  }
+}
+
+using Keys = std::map<std::string, std::string>;
+
+// The keys of a project file by section and name, but for the moment of its save.
+Keys keysOf(std::string_view file) {
+  Keys keys;
+  std::string section;
+  while (!file.empty()) {
+    const std::string_view line = TakeLine(file);
+    const std::size_t equal = line.find('=');
+    if (line.starts_with("[")) section = std::string(line) + " ";
+    if (equal == std::string_view::npos || section == "[GEN VERSION] ") continue;
+    keys[section + std::string(line.substr(0, equal))] = line.substr(equal + 1);
+  }
+  return keys;
+}
+
+std::vector<std::string> unsetKeys(const Keys& wanted, const Keys& built) {
+  std::vector<std::string> lines;
+  for (const auto& [key, value] : wanted) {
+    const auto found = built.find(key);
+    if (found == built.end() || found->second != value) lines.push_back(key + "=" + value);
+  }
+  for (const auto& [key, value] : built) {
+    if (!wanted.contains(key)) lines.push_back(key + " is not in the project");
+  }
+  return lines;
+}
+
+}  // namespace
+
+class ScriptWriter::Run {
+ public:
+  Run(Ostrand& wanted, Ostrand& built, WriterForms& builtForms)
+      : wanted_(wanted), built_(built), forms_(builtForms) {
+    ConnectSetupScreens(wanted_, wantedHost_);
+    ConnectSetupScreens(built_, builtHost_);
+    builtHost_.Else = [this](Screen& screen) { passBy(screen); };
+  }
+
+  WrittenScript Write();
+
+ private:
+  // Hands the next screen of a session over.
+  class Host : public ScreenHost {
+   public:
+    std::function<void(Screen&)> Next;
+    std::function<void(Screen&)> Else;  // with a screen that nobody waits for
+    void ShowModal(Screen& screen) override {
+      const auto next = std::exchange(Next, nullptr);
+      if (next) {
+        next(screen);
+      } else if (Else) {
+        Else(screen);
+      }
+      if (screen.Result() == ModalResult::kNone) screen.End(ModalResult::kCancel);
+    }
+  };
+
+  void writeBoxes();
+  void writeScreens();
+  void both(const std::string& open, const std::function<void()>& openWanted,
+            const std::function<void()>& openBuilt);
+  void visit(Screen& wanted, Screen& built);
+  void pages(Screen& wanted, Screen& built);
+  void agree(Screen& wanted, Screen& built);
+  static std::vector<Control*> inOrder(const Screen& screen);
+  void openers(Screen& wanted, Screen& built);
+  void entries(const EntryList& row, Screen& wanted, Screen& built);
+  void leave(Screen& built, bool isWritten);
+  bool set(Screen& screen, Control& control, const std::string& text);
+  void spin(TextField& field, int spins);
+  void typeInto(TextField& field, const std::string& text);
+  void press(Screen& screen, std::string_view button);
+  bool focus(Screen& screen, Control& control);
+
+  // Writes an action with the answers that its questions need, and what it shows to be expected.
+  void act(const std::string& line, const std::function<void()>& action);
+  void writeAction();
+  void writeAnswers();
+  void writeInforming();
+  void write(const std::string& line);
+  void passBy(Screen& screen);
+  void end(Screen& screen);
+
+  // A line that is written only when others follow.
+  struct Pending {
+    std::string line;
+    bool written;
+  };
+
+  struct Action {
+    const std::string& line;
+    bool written;
+  };
+
+  Ostrand& wanted_;
+  Ostrand& built_;
+  WriterForms& forms_;
+  Host wantedHost_;
+  Host builtHost_;
+  std::vector<Pending> pending_;
+  std::vector<Screen*> wantedOpen_;  // one over the other
+  Action* action_ = nullptr;         // under way
+  std::size_t depth_ = 0;            // screens that are open in the script
+  std::string lines_;
+  // What was tried in vain: screen, control, its text and the one wanted.
+  std::set<std::tuple<std::string, std::string, std::string, std::string>> tried_;
+};
+
+// ---- Lines --------------------------------------------------------------------------------------
+
+void ScriptWriter::Run::write(const std::string& line) {
+  const auto put = [&](const std::string& text) {
+    lines_.append(2 * depth_, ' ').append(Utf8FromWindows1252(text)).append("\n");
+  };
+  for (Pending& pending : pending_) {
+    if (pending.written) continue;
+    pending.written = true;
+    put(pending.line);
+    if (pending.line.starts_with("open ")) ++depth_;
+  }
+  put(line);
+}
+
+void ScriptWriter::Run::act(const std::string& line, const std::function<void()>& action) {
+  Action now{line, false};
+  Action* const outer = std::exchange(action_, &now);
+  forms_.StartAction();
+  action();
+  now.written ? writeInforming() : writeAction();
+  action_ = outer;
+}
+
+void ScriptWriter::Run::writeAction() {
+  if (action_ == nullptr || std::exchange(action_->written, true)) return;
+  writeAnswers();
+  write(action_->line);
+  writeInforming();
+}
+
+// Before the line that raises the questions.
+void ScriptWriter::Run::writeAnswers() {
+  for (const WriterForms::Box& box : forms_.Boxes()) {
+    if (!box.isQuestion) continue;
+    write("answer " + wordOf(box.title) + " " + std::string(answerName(box.answer)));
+  }
+}
+
+void ScriptWriter::Run::writeInforming() {
+  for (const WriterForms::Box& box : forms_.Boxes()) {
+    if (!box.isQuestion) write("expect box " + wordOf(box.title));
+  }
+  forms_.TakeBoxes();
+}
+
+// A screen that an action opens by itself, a check box for example. It is left as the wanted one
+// when that has just one opener for it; otherwise it follows when its opener is visited.
+void ScriptWriter::Run::passBy(Screen& screen) {
+  writeAction();
+  std::vector<Opener*> openers;
+  if (!wantedOpen_.empty()) openers = wantedOpen_.back()->Openers();
+  std::erase_if(openers, [&](const Opener* opener) {
+    return opener->Opens() != screen.Name() || !opener->Usable();
+  });
+  if (openers.size() == 1) {
+    ++depth_;
+    wantedHost_.Next = [&](Screen& wanted) {
+      wantedOpen_.push_back(&wanted);
+      visit(wanted, screen);
+      wantedOpen_.pop_back();
+      wanted.Cancel();
+    };
+    openers.front()->Press();
+    wantedHost_.Next = nullptr;
+    screen.MoveFocus(nullptr);
+    --depth_;
+  }
+  end(screen);
+}
+
+// Leaves a screen by Done, or by Cancel if it refuses.
+void ScriptWriter::Run::end(Screen& screen) {
+  act("done", [&] { screen.Done(); });
+  if (screen.Result() != ModalResult::kNone) return;
+  if (forms_.Beeped()) write("expect beep");
+  forms_.Agree(false);
+  act("cancel", [&] { screen.Cancel(); });
+  forms_.Agree(true);
+}
+
+// ---- Controls -----------------------------------------------------------------------------------
+
+// A field that keeps the focus gets its old text back.
+bool ScriptWriter::Run::focus(Screen& screen, Control& control) {
+  if (screen.MoveFocus(&control)) return control.Usable();
+  if (auto* field = dynamic_cast<TextField*>(screen.Focused())) {
+    field->Escape();
+    write("escape");
+  }
+  return screen.MoveFocus(&control) && control.Usable();
+}
+
+void ScriptWriter::Run::typeInto(TextField& field, const std::string& text) {
+  act("type " + field.Name() + " " + wordOf(text), [&] { field.TypeText(text); });
+  if (forms_.Beeped()) write("expect beep");
+  if (field.Text() != text && !forms_.Beeped()) {
+    write("expect " + field.Name() + " " + wordOf(field.Text()));
+  }
+  forms_.StartAction();
+  const std::string typed = field.Text();
+  const bool taken = field.Leave();
+  const bool quiet = taken && !forms_.Beeped() && forms_.Boxes().empty() && field.Text() == typed;
+  if (quiet) return;
+  writeAnswers();
+  write("enter");
+  writeInforming();
+  if (forms_.Beeped()) write("expect beep");
+  write("expect " + field.Name() + " " + wordOf(field.Text()));
+  if (taken) return;
+  field.Escape();
+  write("escape");
+}
+
+// Some counts can be spun where they can't be typed. Stops where the field does.
+void ScriptWriter::Run::spin(TextField& field, int spins) {
+  const std::string direction = spins > 0 ? " up" : " down";
+  for (int left = std::abs(spins); left > 0; --left) {
+    const std::string before = field.Text();
+    forms_.StartAction();
+    field.Spin(spins > 0);
+    const bool moved = field.Text() != before;
+    writeAnswers();
+    write("spin " + field.Name() + direction);
+    writeInforming();
+    if (!moved && forms_.Beeped()) write("expect beep");
+    if (!moved) return;
+  }
+}
+
+// Whether the control shows the text then.
+bool ScriptWriter::Run::set(Screen& screen, Control& control, const std::string& text) {
+  auto* choice = dynamic_cast<Choice*>(&control);
+  auto* field = dynamic_cast<TextField*>(&control);
+  auto* list = dynamic_cast<ListField*>(&control);
+  if (choice != nullptr) {
+    const Choice::Item* item = choice->Find(text);
+    if (item == nullptr || !item->Enabled || !item->Visible) return false;
+  }
+  const bool fromList = list != nullptr && !list->Items.empty() && holds(list->Items, text);
+  const bool typed = field != nullptr && !fromList && field->MayBecome(text);
+  const int spins = field == nullptr || fromList || typed ? 0 : spinsTo(*field, text);
+  if (field != nullptr && !fromList && !typed && spins == 0) return false;
+  std::string place = screen.Name();
+  for (const Pending& pending : pending_) place += "\n" + pending.line;
+  if (!tried_.insert({place, control.Name(), control.Text(), text}).second) return false;
+  if (!focus(screen, control)) return false;
+  if (spins != 0) {
+    spin(*field, spins);
+  } else if (choice != nullptr || fromList) {
+    act("pick " + control.Name() + " " + wordOf(Trim(text)), [&] { control.Pick(text); });
+  } else if (field != nullptr) {
+    typeInto(*field, text);
+    return field->Text() == text;
+  } else {
+    act("check " + control.Name() + " " + text, [&] { control.Check(text == "on"); });
+  }
+  if (control.Text() != text) write("expect " + control.Name() + " " + wordOf(control.Text()));
+  return control.Text() == text;
+}
+
+void ScriptWriter::Run::press(Screen& screen, std::string_view button) {
+  Control* found = screen.Find(button);
+  if (found == nullptr || !focus(screen, *found)) return;
+  act("press " + found->Name(), [&] { found->Press(); });
+  if (forms_.Beeped()) write("expect beep");
+}
+
+// ---- Screens ------------------------------------------------------------------------------------
+
+// Choices and check boxes come first, since they change fields; the rows of a table one after the
+// other.
+std::vector<Control*> ScriptWriter::Run::inOrder(const Screen& screen) {
+  std::vector<Control*> controls;
+  for (Control* control : screen.Controls()) {
+    const bool isPage = holds(kPages, control->Name());
+    if (isEdited(*control) && !isPage && !isOfEntry(screen, *control)) controls.push_back(control);
+  }
+  const auto rank = [](const Control* control) {
+    const bool isField = dynamic_cast<const TextField*>(control) != nullptr;
+    return control->Row > 0 ? 1 + control->Row : isField ? 1 : 0;
+  };
+  std::stable_sort(
+      controls.begin(), controls.end(),
+      [&](const Control* left, const Control* right) { return rank(left) < rank(right); });
+  return controls;
+}
+
+void ScriptWriter::Run::agree(Screen& wanted, Screen& built) {
+  for (int pass = 0; pass < kMaxPasses; ++pass) {
+    const std::size_t before = lines_.size();
+    for (Control* control : inOrder(built)) {
+      const Control* like = wanted.Find(control->Name());
+      if (like == nullptr || !like->Usable() || !control->Usable()) continue;
+      if (control->Text() != like->Text()) set(built, *control, like->Text());
+    }
+    if (lines_.size() == before) return;
+  }
+}
+
+void ScriptWriter::Run::openers(Screen& wanted, Screen& built) {
+  for (Opener* opener : std::vector(wanted.Openers())) {
+    auto* like = dynamic_cast<Opener*>(built.Find(opener->Name()));
+    if (holds(kAids, opener->Opens()) || like == nullptr) continue;
+    if (!opener->Usable() || !like->Usable()) continue;
+    const Opener::Which& which = like->ForWhich();
+    const std::string line =
+        "open " + like->Opens() + (which.value.empty() ? "" : " " + wordOf(which.value));
+    built.MoveFocus(nullptr);
+    both(
+        line, [&] { opener->Press(); }, [&] { like->Press(); });
+  }
+}
+
+void ScriptWriter::Run::entries(const EntryList& row, Screen& wanted, Screen& built) {
+  auto* like = dynamic_cast<Choice*>(wanted.Find(row.list));
+  auto* list = dynamic_cast<Choice*>(built.Find(row.list));
+  if (like == nullptr || list == nullptr || !list->Usable()) return;
+  const auto missing = [&](const std::string& text) {
+    return std::none_of(list->Items.begin(), list->Items.end(),
+                        [&](const Choice::Item& item) { return item.Text == text; });
+  };
+  for (std::size_t at = 0; at < like->Items.size(); ++at) {
+    const std::string text = like->Items[at].Text;
+    if (!missing(text)) continue;
+    tried_.clear();  // the parts start anew
+    like->ClickAt(static_cast<int>(at));
+    if (!row.edit.empty()) wanted.Find(row.edit)->Press();
+    if (!row.mode.empty()) {
+      wanted.Find(row.mode)->Check(true);
+      Control* mode = built.Find(row.mode);
+      if (mode->Text() != "on" && focus(built, *mode)) {
+        act("check " + mode->Name() + " on", [&] { mode->Check(true); });
+      }
+    }
+    for (const std::string_view part : row.parts) {
+      const Control* source = wanted.Find(part);
+      Control* target = built.Find(part);
+      if (part.empty() || source == nullptr || target == nullptr || !target->Usable()) continue;
+      const std::string value = part.starts_with("LevelVar") ? text : source->Text();
+      if (target->Text() != value) set(built, *target, value);
+    }
+    press(built, row.add);
+    if (missing(text)) return;
+  }
+}
+
+// Screens show one table or one CAN item at a time.
+void ScriptWriter::Run::pages(Screen& wanted, Screen& built) {
+  for (const std::string_view name : kPages) {
+    auto* like = dynamic_cast<Choice*>(wanted.Find(name));
+    auto* page = dynamic_cast<Choice*>(built.Find(name));
+    if (like == nullptr || page == nullptr) continue;
+    while (name == "Item" && page->Items.size() < like->Items.size()) {
+      const std::size_t count = page->Items.size();
+      press(built, "Add");
+      if (page->Items.size() == count) break;
+    }
+    const std::size_t count = std::min(like->Items.size(), page->Items.size());
+    for (std::size_t at = 0; at < count; ++at) {
+      const int index = static_cast<int>(at);
+      if (!like->Usable() || !page->Usable()) break;
+      if (!like->ClickAt(index) || !built.MoveFocus(page)) continue;
+      pending_.push_back(
+          {"pick " + page->Name() + " " + wordOf(Trim(page->Items[at].Text)), false});
+      if (page->ClickAt(index)) {
+        agree(wanted, built);
+        openers(wanted, built);
+        agree(wanted, built);
+      }
+      pending_.pop_back();
+    }
+    return;
+  }
+  openers(wanted, built);
+}
+
+void ScriptWriter::Run::visit(Screen& wanted, Screen& built) {
+  agree(wanted, built);
+  for (const EntryList& row : kEntryLists) {
+    if (row.screen == built.Name()) entries(row, wanted, built);
+  }
+  pages(wanted, built);
+  agree(wanted, built);
+}
+
+// By Done when it was opened in the script, too.
+void ScriptWriter::Run::leave(Screen& built, bool isWritten) {
+  if (!isWritten) {
+    forms_.Agree(false);
+    built.Cancel();
+    forms_.Agree(true);
+    return;
+  }
+  built.MoveFocus(nullptr);
+  --depth_;
+  end(built);
+}
+
+void ScriptWriter::Run::both(const std::string& open, const std::function<void()>& openWanted,
+                             const std::function<void()>& openBuilt) {
+  const std::size_t first = pending_.size();
+  pending_.push_back({open, false});
+  wantedHost_.Next = [&](Screen& wanted) {
+    wantedOpen_.push_back(&wanted);
+    builtHost_.Next = [&](Screen& built) {
+      for (const WriterForms::Box& box : forms_.Boxes()) {
+        pending_.push_back({"expect box " + wordOf(box.title), false});
+      }
+      visit(wanted, built);
+      leave(built, pending_[first].written);
+    };
+    forms_.StartAction();
+    openBuilt();
+    // Some boxes come after the screen.
+    if (pending_[first].written) writeInforming();
+    builtHost_.Next = nullptr;
+    wantedOpen_.pop_back();
+    wanted.Cancel();
+  };
+  openWanted();
+  wantedHost_.Next = nullptr;
+  pending_.resize(first);
+}
+
+void ScriptWriter::Run::writeBoxes() {
+  const auto type = [&](std::string_view name, const std::string& text, const std::string& now) {
+    if (text != now) write("type " + std::string(name) + " " + wordOf(text));
+  };
+  type("txtOper", wanted_.txtOper(), built_.txtOper());
+  type("txtIDNum", wanted_.txtIDNum(), built_.txtIDNum());
+  built_.txtOper(wanted_.txtOper());
+  built_.txtIDNum(wanted_.txtIDNum());
+  built_.KeepTextBoxes();
+}
+
+void ScriptWriter::Run::writeScreens() {
+  for (const std::string_view name : MainScreenNames()) {
+    const int button = ButtonOfScreen(name);
+    if (button < 0 || !wanted_.MainButtons().Enabled(button)) continue;
+    if (!built_.MainButtons().Enabled(button)) continue;
+    const bool atStart = lines_.empty();
+    const std::size_t before = lines_.size();
+    both(
+        "open " + std::string(name), [&] { wanted_.Click(button); }, [&] { built_.Click(button); });
+    if (!atStart && lines_.size() > before) lines_.insert(before, "\n");
+  }
+}
+
+WrittenScript ScriptWriter::Run::Write() {
+  const platform::Moment now{};
+  const Keys wanted = keysOf(ORVUS_GENFILE::ProjectFileText(wanted_.Store(), now));
+  writeBoxes();
+  for (int round = 0; round < kMaxRounds; ++round) {
+    const std::size_t before = lines_.size();
+    tried_.clear();
+    writeScreens();
+    if (lines_.size() == before) break;
+  }
+  return {lines_, unsetKeys(wanted, keysOf(ORVUS_GENFILE::ProjectFileText(built_.Store(), now)))};
+}
+
+void WriterForms::StartAction() {
+  boxes_.clear();
+  beeped_ = false;
+}
+
+Answer WriterForms::ShowBox(const platform::MessageBox& box) {
+  const auto answer = [&] {
+    switch (box.buttons) {
+      case platform::Buttons::kOk:
+        return Answer::kOk;
+      case platform::Buttons::kOkCancel:
+        return agrees_ ? Answer::kOk : Answer::kCancel;
+      case platform::Buttons::kOverwriteCancel:
+        return Answer::kCancel;
+      default:
+        return agrees_ ? Answer::kYes : Answer::kNo;
+    }
+  }();
+  boxes_.push_back({box.title, box.text, answer, box.buttons != platform::Buttons::kOk});
+  return answer;
+}
+
+ScriptWriter::ScriptWriter(Ostrand& wanted, WriterForms& wantedForms, Ostrand& built,
+                           WriterForms& builtForms)
+    : run_(std::make_unique<Run>(wanted, built, builtForms)) {
+  wantedForms.Agree(false);
+  builtForms.Agree(true);
+}
+
+ScriptWriter::~ScriptWriter() = default;
+
+WrittenScript ScriptWriter::Write() { return run_->Write(); }
+
+}  // namespace ostrand
