@@ -2,10 +2,13 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QHash>
+#include <QProcess>
+#include <QTemporaryFile>
 #include <algorithm>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <string>
 #include <string_view>
 
 #include "main_window.h"
@@ -17,6 +20,13 @@
 
 namespace ostrand::desktop {
 namespace {
+
+constexpr char kPicturesOption[] = "pictures";
+
+// The desktop that pictures are drawn on.
+constexpr char kPictureScreen[] =
+    R"({"screens": [{"name": "desk", "x": 0, "y": 0, "width": 1280, "height": 960,
+        "logicalDpi": 96, "logicalBaseDpi": 96, "dpr": 1}]})";
 
 constexpr int kDone = 0;
 constexpr int kFault = 1;
@@ -50,11 +60,14 @@ const char* takeReport(const QString& parts, const QString& paper, ReportOptions
 Arguments argumentsOf(QApplication& application) {
   QCommandLineParser parser;
   parser.addHelpOption();
-  parser.addPositionalArgument(QStringLiteral("FILE.VKG"), QStringLiteral("The project to open."),
-                               QStringLiteral("[FILE.VKG]"));
-  const QCommandLineOption pictures(QStringLiteral("pictures"),
-                                    QStringLiteral("Write a picture of each window to DIR."),
-                                    QStringLiteral("DIR"));
+  parser.addPositionalArgument(QStringLiteral("FILE.VKG"),
+                               QStringLiteral("The projects to open, each in a window."),
+                               QStringLiteral("[FILE.VKG...]"));
+  const QCommandLineOption pictures(
+      QLatin1String(kPicturesOption),
+      QStringLiteral("Write pictures of all windows and pages, light and dark, to DIR. Needs no "
+                     "display."),
+      QStringLiteral("DIR"));
   const QCommandLineOption report(
       QStringLiteral("report"),
       QStringLiteral("Write the report to FILE.pdf, the wiring to FILE.svg or FILE.png, or the "
@@ -71,16 +84,15 @@ Arguments argumentsOf(QApplication& application) {
   parser.addOptions({pictures, report, parts, paper});
   parser.process(application);
   Arguments arguments{parser.positionalArguments(), parser.value(pictures), parser.value(report)};
-  const bool hasProject = !arguments.files.isEmpty();
+  const bool hasProject = arguments.files.size() == 1;
   arguments.wrong = takeReport(parser.isSet(parts) ? parser.value(parts) : QString(),
                                parser.value(paper), arguments.options);
   const auto isEmpty = [&](const QCommandLineOption& option) {
     return parser.isSet(option) && parser.value(option).isEmpty();
   };
   if (isEmpty(pictures) || isEmpty(report)) arguments.wrong = "an empty name of a file";
-  if (arguments.files.size() > 1) arguments.wrong = "one project at a time";
-  if (parser.isSet(pictures) && !hasProject) arguments.wrong = "--pictures needs a project";
-  if (parser.isSet(report) && !hasProject) arguments.wrong = "--report needs a project";
+  if (parser.isSet(pictures) && !hasProject) arguments.wrong = "--pictures needs one project";
+  if (parser.isSet(report) && !hasProject) arguments.wrong = "--report needs one project";
   return arguments;
 }
 
@@ -90,6 +102,11 @@ int run(QApplication& application) {
   const QStringList& files = arguments.files;
   const bool drawing = !arguments.pictures.isEmpty();
   const bool reporting = !arguments.report.isEmpty();
+  for (const QString& file : files.mid(1)) {
+    if (!QProcess::startDetached(QApplication::applicationFilePath(), {file})) {
+      return wrongUsage("another window could not be started");
+    }
+  }
 
   const char* fixed = std::getenv("SOURCE_DATE_EPOCH");
   const auto epoch = platform::PosixClock::EpochFromText(fixed == nullptr ? "" : fixed);
@@ -115,18 +132,26 @@ int run(QApplication& application) {
   return QApplication::exec();
 }
 
-// What is written without a window needs no display, and is the same each time: fonts are written
-// in the order of a hash. A fixed moment counts in any time zone.
-void prepare(int count, char** arguments) {
-  const bool writes = std::any_of(arguments, arguments + count, [](std::string_view argument) {
-    return argument.starts_with("--report") || argument.starts_with("--pictures");
-  });
-  const bool hasDisplay = qEnvironmentVariableIsSet("DISPLAY") ||
-                          qEnvironmentVariableIsSet("WAYLAND_DISPLAY") ||
-                          qEnvironmentVariableIsSet("QT_QPA_PLATFORM");
-  if (writes) QHashSeed::setDeterministicGlobalSeed();
-  if (writes && !hasDisplay) qputenv("QT_QPA_PLATFORM", "offscreen");
-  if (writes && qEnvironmentVariableIsSet("SOURCE_DATE_EPOCH")) qputenv("TZ", "UTC");
+// What is written without a window needs no display, unless a platform was chosen, and is the same
+// each time: fonts are written in the order of a hash. A fixed moment counts in any time zone.
+// `screen` then holds the description of a desktop, which must be there until the application runs.
+void prepare(int count, char** arguments, QTemporaryFile& screen) {
+  const auto writes = [&](const std::string& option) {
+    return std::any_of(arguments + 1, arguments + count, [&](std::string_view word) {
+      return word == option || word.starts_with(option + "=");
+    });
+  };
+  const bool drawing = writes(std::string("--") + kPicturesOption);
+  if (!drawing && !writes("--report")) return;
+  QHashSeed::setDeterministicGlobalSeed();
+  if (qEnvironmentVariableIsSet("SOURCE_DATE_EPOCH")) qputenv("TZ", "UTC");
+  if (drawing) qInstallMessageHandler(LeaveOutPlatformMessages);
+  if (!qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) return;
+  QByteArray platform = "offscreen";
+  if (drawing && screen.open() && screen.write(kPictureScreen) > 0 && screen.flush()) {
+    platform += ":configfile=" + screen.fileName().toLocal8Bit();
+  }
+  qputenv("QT_QPA_PLATFORM", platform);
 }
 
 }  // namespace
@@ -134,7 +159,8 @@ void prepare(int count, char** arguments) {
 
 int main(int count, char** arguments) {
   std::signal(SIGXFSZ, SIG_IGN);  // a file size limit then fails the write, which cleans up
-  ostrand::desktop::prepare(count, arguments);
+  QTemporaryFile screen;
+  ostrand::desktop::prepare(count, arguments, screen);
   QApplication application(count, arguments);
   QApplication::setApplicationName(QStringLiteral("ostrand-desktop"));
   QApplication::setApplicationDisplayName(QStringLiteral("Ostrand"));

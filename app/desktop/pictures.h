@@ -1,4 +1,4 @@
-// Pictures of all windows, for documents and to be looked at.
+// Pictures of all windows, for documents and to look at.
 #pragma once
 
 #include <QString>
@@ -7,8 +7,13 @@
 
 namespace ostrand::desktop {
 
-// Writes a PNG of the main window with each page, and of each screen by its name, on the project
-// that the window has. False when one could not be written.
+// Writes pictures of the main window with each page and of every screen into the folders `light`
+// and `dark` of `folder`. Screens that the open project does not lead to are drawn from a sample
+// project, which is then the project of the session. False when a picture could not be written.
 bool WritePictures(MainWindow& window, QtForms& forms, const QString& folder);
+
+// A handler of Qt's messages that leaves out what the platform without a display says about itself.
+void LeaveOutPlatformMessages(QtMsgType type, const QMessageLogContext& context,
+                              const QString& text);
 
 }  // namespace ostrand::desktop
