@@ -265,6 +265,7 @@ void ButtonPanels::Arrange(int columns) {
     panel->invalidate();
     panel->parentWidget()->updateGeometry();
   }
+  layout()->invalidate();
   updateGeometry();
 }
 

@@ -1,9 +1,9 @@
 #include "project_tree.h"
 
+#include <QHash>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QScrollBar>
-#include <QSet>
 
 #include "icons.h"
 #include "model/names.h"
@@ -77,7 +77,7 @@ TreeLine tables(const ProjectStore& store) {
     const QString every = table.SyncTable != 0
                               ? QStringLiteral("each scan")
                               : interval(NumberText(table.OutInt), table.OutIntUnits);
-    line.below.push_back({QStringLiteral("%1: %2, %3 bytes a record")
+    line.below.push_back({QStringLiteral("%1: %2, %3 bytes")
                               .arg(FromProject(table.TableName), every)
                               .arg(ORVUS_COMMON::SizeOfRecord(store, t).bytes),
                           "",
@@ -138,7 +138,8 @@ TreeLine canItems(const ProjectStore& store) {
   TreeLine line{QStringLiteral("CAN items"), "can", PlaceOfButton(kCanButton), {}};
   for (int i = 1; i <= store.Can.CanCount; ++i) {
     const CanItemData& item = store.Can.Item[i];
-    QString text = QStringLiteral("%1: %2").arg(i).arg(FromProject(item.Name));
+    QString text = QStringLiteral("Item %1").arg(i);
+    if (!item.Name.empty()) text += QStringLiteral(": ") + FromProject(item.Name);
     if (item.Enabled == 0) text += QStringLiteral(" (off)");
     line.below.push_back({text, "", PlaceOfItem(kCanButton, i), {}});
   }
@@ -189,11 +190,10 @@ void ProjectTree::Show(const ProjectStore& store) {
   const std::vector<TreeLine> lines = TreeOf(store);
   const QString text = textOf(lines);
   if (text == shown_) return;
-  const bool first = shown_.isEmpty();
   shown_ = text;
-  QSet<QString> expanded;
+  QHash<QString, bool> expanded;
   for (QTreeWidgetItemIterator at(this); *at != nullptr; ++at) {
-    if ((*at)->isExpanded()) expanded.insert((*at)->data(0, kPathRole).toString());
+    expanded[(*at)->data(0, kPathRole).toString()] = (*at)->isExpanded();
   }
   const QString current =
       currentItem() == nullptr ? QString() : currentItem()->data(0, kPathRole).toString();
@@ -207,8 +207,7 @@ void ProjectTree::Show(const ProjectStore& store) {
   }
   for (QTreeWidgetItemIterator at(this); *at != nullptr; ++at) {
     const QString path = (*at)->data(0, kPathRole).toString();
-    const bool tables = path == QStringLiteral("tables");
-    (*at)->setExpanded(first ? tables : expanded.contains(path));
+    (*at)->setExpanded(expanded.value(path, (*at)->parent() == nullptr));
     if (path == current) setCurrentItem(*at);
   }
   verticalScrollBar()->setValue(scrolled);
