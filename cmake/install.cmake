@@ -7,8 +7,9 @@ if(TARGET ostrand)
   install(TARGETS ostrand RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT command)
   install(FILES docs/ostrand.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT command)
   install(FILES README.md CHANGELOG.md LICENSE docs/user-guide.md docs/handbook.md docs/screens.md
-    docs/fleet.md docs/saving.md docs/project-file.md
+    docs/desktop.md docs/fleet.md docs/saving.md docs/project-file.md
     DESTINATION ${documents} COMPONENT command)
+  install(DIRECTORY docs/pictures DESTINATION ${documents} COMPONENT command)
   install(DIRECTORY examples/ DESTINATION ${documents}/examples COMPONENT command
     FILES_MATCHING PATTERN "*.VKG" PATTERN "README.md" PATTERN "embedding" EXCLUDE)
   # The command writes its completions itself, from its table of options: `ostrand completions SHELL`.

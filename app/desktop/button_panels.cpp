@@ -265,7 +265,6 @@ void ButtonPanels::Arrange(int columns) {
     panel->invalidate();
     panel->parentWidget()->updateGeometry();
   }
-  layout()->invalidate();
   updateGeometry();
 }
 

@@ -15,10 +15,13 @@ namespace ostrand::desktop {
 HelpWindow::HelpWindow(QWidget* parent)
     : QDialog(parent), browser_(new QTextBrowser(this)), sought_(new QLineEdit(this)) {
   setWindowTitle(QStringLiteral("User guide"));
-  QFile guide(QStringLiteral(":/help/user-guide.md"));
-  if (guide.open(QIODevice::ReadOnly)) {
-    browser_->setMarkdown(QString::fromUtf8(guide.readAll()));
+  QString guide;
+  for (const char* chapter : {"desktop", "user-guide"}) {
+    QFile file(QStringLiteral(":/help/%1.md").arg(QLatin1String(chapter)));
+    if (file.open(QIODevice::ReadOnly)) guide += QString::fromUtf8(file.readAll()) + u'\n';
   }
+  browser_->setSearchPaths({QStringLiteral(":/help")});  // of the pictures
+  browser_->setMarkdown(guide);
   browser_->setOpenLinks(false);
   browser_->setAccessibleName(windowTitle());
   sought_->setPlaceholderText(QStringLiteral("Find in the guide"));

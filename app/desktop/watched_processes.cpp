@@ -46,7 +46,6 @@ void WatchedProcesses::Begin() {
 
 Result<std::unique_ptr<platform::Process>> WatchedProcesses::Start(
     const platform::ProgramCall& call) {
-  if (cancelled_) return Error{call.words.front() + ": cancelled"};
   auto process = inner_.Start(call);
   if (!process) return process;
   return std::unique_ptr<platform::Process>(new Watched(*this, std::move(process.Value())));

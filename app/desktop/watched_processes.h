@@ -16,7 +16,7 @@ class WatchedProcesses final : public platform::Processes {
 
   // Forgets what was started and cancelled before.
   void Begin();
-  // Ends the program that runs, with all that it has started, and refuses others until Begin.
+  // Ends the program that runs, with all that it has started, and any other until Begin.
   void Cancel() { cancelled_ = true; }
   [[nodiscard]] bool Cancelled() const { return cancelled_; }
   [[nodiscard]] bool Running() const { return running_ > 0; }

@@ -6,6 +6,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QDropEvent>
+#include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
@@ -15,6 +16,7 @@
 #include <QTabWidget>
 #include <QTest>
 #include <QTextBrowser>
+#include <QTimer>
 #include <filesystem>
 #include <optional>
 
@@ -96,6 +98,11 @@ class Jobs : public ::testing::Test {
     }
     ADD_FAILURE() << "no command " << text.toStdString();
   }
+  // The session then has its dirty flag.
+  void leaveScreen() {
+    QTimer::singleShot(0, &*window_, [this] { window_->OpenScreen()->reject(); });
+    QTest::mouseClick(window_->ButtonOf(kConfigurationButton), Qt::LeftButton);
+  }
   void edit() {
     window_->OperatorBox()->setFocus();
     QTest::keyClick(window_->OperatorBox(), Qt::Key_End);
@@ -129,6 +136,67 @@ TEST_F(Jobs, SaveToTheFileOfTheProjectWithoutAsking) {
   for (const char* name : {"house.VKP", "house.VKD", "house.VKW"}) {
     EXPECT_TRUE(std::filesystem::exists(folder_ / name)) << name;
   }
+}
+
+TEST_F(Jobs, AskAboutEditsBeforeTheProjectIsLeft) {
+  for (const QString answer : {"Cancel", "No", "Yes"}) {
+    for (const bool screen : {false, true}) {  // whether the session knows of edits
+      SCOPED_TRACE(answer.toStdString() + (screen ? ", screen" : ", box"));
+      testing::WriteDisk(project_, testing::ReadDisk(kExample));
+      window_.reset();
+      open();
+      if (screen) leaveScreen();
+      edit();
+      Answers answers;
+      answers.captions = {answer};
+      EXPECT_EQ(window_->close(), answer != "Cancel");
+      EXPECT_EQ(answers.titles, QStringList("QUIT GENERATOR"));
+      const bool written = testing::ReadDisk(project_).find("H. Quistz") != std::string::npos;
+      EXPECT_EQ(written, answer == "Yes");
+    }
+  }
+}
+
+TEST_F(Jobs, AskForTheNameOfANewProjectInTheFolderOfTheSettings) {
+  settings_.sections["QUILLON\\QUILLON"] = {{"GenPath", folder_.Path()}};
+  testing::WriteDisk(folder_ / "NoName.VKG", "another project");
+  start(disk_);
+  window_->StartNew();
+  edit();
+  QString folder;
+  QTimer canceller;
+  QObject::connect(&canceller, &QTimer::timeout, &canceller, [&] {
+    auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+    if (dialog == nullptr) return;
+    folder = dialog->directory().path() + '/';
+    dialog->reject();
+  });
+  canceller.start(0);
+  Answers noCompiler;
+  noCompiler.captions = {"No"};
+  trigger("Save");
+  EXPECT_EQ(folder.toStdString(), folder_.Path());
+  EXPECT_EQ(testing::ReadDisk(folder_ / "NoName.VKG"), "another project");
+  EXPECT_TRUE(window_->isWindowModified());
+}
+
+TEST_F(Jobs, SayThatTheServerHasGone) {
+  open();
+  QTimer leaver;
+  QObject::connect(&leaver, &QTimer::timeout, &leaver, [&] {
+    if (!window_->Notice()->Text().startsWith("Connected")) return;
+    leaver.stop();
+    server_.DropPeer();
+  });
+  leaver.start(0);
+  forms_.SaveAs(project_);
+  Answers answers;
+  answers.captions = {"OK"};  // a runtime failure
+  trigger("Save and send...");
+  EXPECT_TRUE(
+      window_->Notice()->Text().endsWith(" Not sent: " + QString::fromStdString(server_.Name()) +
+                                         ": the other side has closed the connection"))
+      << window_->Notice()->Text().toStdString();
 }
 
 TEST_F(Jobs, SayWhetherAProgramWasSent) {
@@ -333,8 +401,7 @@ TEST_F(Jobs, ShowWhatAProjectHas) {
   store_->Flags[3].FlagInclude = store_->Ports.Slot[0].Ports[2].Include = kTrue;
   store_->ExciteOut.Slot[0][1].Include = kTrue;
   window_->Session().ForgetEdits();
-  QTimer::singleShot(0, &*window_, [this] { window_->OpenScreen()->reject(); });
-  QTest::mouseClick(window_->ButtonOf(kConfigurationButton), Qt::LeftButton);
+  leaveScreen();
   std::string badges;
   for (const desktop::ButtonFace& face : desktop::ButtonFaces()) {
     const auto* button = dynamic_cast<desktop::MainButton*>(window_->ButtonOf(face.button));
@@ -359,6 +426,29 @@ TEST_F(Jobs, ShowWhatAProjectHas) {
             "Output tables\n Table1: 10 mSec, 0 bytes\n"
             "Flags\n Flag 3\nPorts\n Port 2\nAnalog outputs\n CAO1\n"
             "Calculated fields\n Sum = a+b\nCAN items\n Item 1\n");
+}
+
+TEST_F(Jobs, GoFromTheTreeToASensor) {
+  open();
+  const std::string& alias = store_->VoltBlock[1].Alias[2].AliasName;
+  const auto found = window_->Tree()->findItems(QString::fromStdString(alias),
+                                                Qt::MatchRecursive | Qt::MatchExactly);
+  ASSERT_EQ(found.size(), 1);
+  std::string focused;
+  QTimer watcher;
+  QObject::connect(&watcher, &QTimer::timeout, &watcher, [&] {
+    desktop::ScreenWindow* screen = window_->OpenScreen();
+    if (screen == nullptr || window_->IsGuiding()) return;
+    const Control* control = screen->Shown().Focused();
+    if (focused.empty() && control != nullptr) focused = screen->Shown().Name() + control->Name();
+    screen->reject();
+  });
+  watcher.start(0);
+  window_->Tree()->setFocus();
+  window_->Tree()->setCurrentItem(found.front());
+  QTest::keyClick(window_->Tree(), Qt::Key_Return);
+  EXPECT_EQ(focused, "frmFldNameAliasName2");
+  EXPECT_TRUE(window_->Tree()->hasFocus());
 }
 
 TEST_F(Jobs, SayWhyAButtonIsDisabled) {
