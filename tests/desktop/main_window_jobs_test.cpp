@@ -100,7 +100,11 @@ class Jobs : public ::testing::Test {
   }
   // The session then has its dirty flag.
   void leaveScreen() {
-    QTimer::singleShot(0, &*window_, [this] { window_->OpenScreen()->reject(); });
+    QTimer leaver;
+    QObject::connect(&leaver, &QTimer::timeout, &leaver, [this] {
+      if (window_->OpenScreen() != nullptr) window_->OpenScreen()->reject();
+    });
+    leaver.start(0);
     QTest::mouseClick(window_->ButtonOf(kConfigurationButton), Qt::LeftButton);
   }
   void edit() {
