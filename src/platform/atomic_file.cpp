@@ -43,9 +43,11 @@ Result<> AtomicFile::ofTarget(Result<> result) const {
   return Error{std::move(text)};
 }
 
-Result<> AtomicFile::open() {
+Result<> AtomicFile::open(std::string_view bytes) {
   const auto replaces = files_.MayReplace(path_);
   if (!replaces) return Error{replaces.ErrorText()};
+  stays_ = files_.Stays(path_, bytes, replaces.Value());
+  if (stays_) return Done{};
   if (!replaces.Value() && rightsOf_ == path_) rightsOf_.clear();
   const std::string first = HiddenNeighbour(path_);
   hidden_ = first;
@@ -74,7 +76,7 @@ Result<> AtomicFile::create() {
 
 Result<> AtomicFile::write(std::string_view bytes) {
   if (!file_) {
-    if (auto opened = open(); !opened) return opened;
+    if (auto opened = open(bytes); !opened || stays_) return opened;
   }
   return file_->Write(bytes);
 }
@@ -88,7 +90,7 @@ Result<> AtomicFile::finish() {
 }
 
 Result<> AtomicFile::commit(FolderSync sync) {
-  if (auto finished = finish(); !finished) return finished;
+  if (auto finished = finish(); !finished || stays_) return finished;
   if (auto renamed = files_.Rename(hidden_, path_); !renamed) return renamed;
   created_ = false;
   return sync == FolderSync::kLater ? Result<>(Done{}) : files_.SyncFolder(path_);

@@ -27,14 +27,18 @@ class AtomicFile {
   AtomicFile(const AtomicFile&) = delete;
   AtomicFile& operator=(const AtomicFile&) = delete;
 
+  // The whole content, in one piece.
   Result<> Write(std::string_view bytes);
+  // Whether Write has left the file as it is, by FileSystem::Stays; nothing remains to be done
+  // then.
+  [[nodiscard]] bool Stays() const { return stays_; }
   // All of it is on the disk itself, under the hidden name.
   Result<> Finish();
   // Finishes what is not finished yet and puts it into its place.
   Result<> Commit(FolderSync sync = FolderSync::kNow);
 
  private:
-  Result<> open();
+  Result<> open(std::string_view bytes);
   Result<> create();
   Result<> write(std::string_view bytes);
   Result<> finish();
@@ -48,6 +52,7 @@ class AtomicFile {
   std::string rightsOf_;
   std::string hidden_;
   std::unique_ptr<OutputFile> file_;
+  bool stays_ = false;
   bool created_ = false;  // the neighbour is on the disk
 };
 

@@ -95,6 +95,11 @@ class FileSystem {
     if (LookAt(to) != Entry::kNone) return Error{std::string(to) + ": File exists"};
     return Rename(from, to);
   }
+  // Asked before `bytes` become the whole content of `path`, a name that Target gave; `replaces` is
+  // whether there is such a file. Whether the file stays as it is and counts as written.
+  virtual bool Stays(const std::string& /*path*/, std::string_view /*bytes*/, bool /*replaces*/) {
+    return false;
+  }
   // Gives the file `from` a second name. An error when `to` is taken, and on a disk without links.
   virtual Result<> Link(std::string_view from, std::string_view to) = 0;
   virtual Result<> Delete(std::string_view path) = 0;

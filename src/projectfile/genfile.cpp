@@ -84,6 +84,10 @@ Result<SavedProject> SaveProjectFile(ProjectStore& store, platform::FileSystem& 
 
   platform::AtomicFile file(files, project);
   if (auto written = file.Write(text); !written) return Error{written.ErrorText()};
+  if (file.Stays()) {
+    auto now = platform::IdentityNow(files, project);
+    return SavedProject{now ? std::move(*now) : platform::IdentityOf(project, text), {}};
+  }
   if (auto finished = file.Finish(); !finished) return Error{finished.ErrorText()};
   SavedProject saved{platform::IdentityOf(project, text), {}};
   bool aside = false;
