@@ -113,7 +113,8 @@ Findings lostTriggerVariables(const ProjectStore& store, const VarPickList& list
         if (!lost) continue;
         const std::string text = (s == 0 ? "START" : "STOP") + (" Trigger ( " + *lost) +
                                  " ) for table " + NumberText(t) + std::string(kGone);
-        findings.push_back({kTableTriggerTitle, text, kTableSetupSection, TriggerKey(s, t, i)});
+        findings.push_back(
+            {kTableTriggerTitle, text, kTableSetupSection, TriggerKey(kTriggerMeasVar[s], t, i)});
       }
     }
   }
@@ -209,7 +210,7 @@ Findings LostWriteIfVariables(const ProjectStore& store, const VarPickList& list
     findings.push_back(
         {kWriteIfTitle,
          "Variable " + *lost + ",  Table #" + NumberText(t) + " (" + Upper(table.TableName) + ")",
-         kTableSetupSection, WriteConditionKey(kMeasureVar, t, table.WriteIf)});
+         kTableSetupSection, WriteConditionKey(kMeasureVar, t, 1, table.WriteIf)});
   }
   return findings;
 }

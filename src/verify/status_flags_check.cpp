@@ -87,7 +87,7 @@ class FlagUses {
     }
     if (table.WriteIf != 0 && isIn(table.Write[1].Expression)) {
       add(" Table " + NumberText(t) + " Write If", kTableSetupSection,
-          WriteConditionKey(kExpression, t, table.WriteIf));
+          WriteConditionKey(kExpression, t, 1, table.WriteIf));
     }
   }
 

@@ -4,6 +4,9 @@
 # same source outside of any routine (a table, a constant), or in the source that the row names for
 # it.
 
+# The codes of findings, which name the titles of their boxes.
+FILENAME == "src/lint/codes.cpp" { nextfile }
+
 function fail(text) {
   if (!((text) in failed)) print "FAILED: " text
   failed[text] = 1

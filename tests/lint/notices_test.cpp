@@ -1,0 +1,59 @@
+// Notices on a new project with a few settings, in the files of the folder `cases`:
+//
+//   --- notices CODE...   all notices with these codes: section, key and text of each; without
+//                         codes all there are
+#include <gtest/gtest.h>
+
+#include "lint/findings.h"
+#include "model/scan_time.h"
+#include "support/fixed_clock.h"
+#include "support/memory_filesystem.h"
+#include "support/project_cases.h"
+#include "support/test_surroundings.h"
+#include "text/strings.h"
+#include "verify/check_fixture.h"
+
+namespace ostrand::testing {
+namespace {
+
+class CaseOfNotices : public CheckedProject {
+ public:
+  void Take(const CaseStep& step) {
+    if (step.kind.empty()) return TakeSettings(store, step.lines);
+    const auto words = Split(step.kind, ' ');
+    store.EstMeasTime = ORVUS_COMMON::EstMeasTime(store);
+    const ProgramPreview program = PreviewOf(store, machine_.all, "Pump", "");
+    std::vector<std::string> lines;
+    for (const LintFinding& notice : Notices(store, program, {})) {
+      EXPECT_EQ(notice.severity, Severity::kNotice);
+      const bool asked =
+          words.size() == 1 || std::find(words.begin(), words.end(), notice.code) != words.end();
+      if (asked) lines.push_back(notice.section + notice.key + " " + notice.text);
+    }
+    EXPECT_EQ(lines, step.lines);
+  }
+
+ private:
+  MemoryFileSystem files_;
+  FixedClock clock_;
+  TestSurroundings machine_{files_, clock_, forms, "/tmp"};
+};
+
+TEST(Notices, OfProjectsWithAFewSettings) {
+  PlayProjectCases<CaseOfNotices>("lint/cases/notices.txt");
+}
+
+TEST(Notices, LinesNotReadAreListedUpToALimit) {
+  CheckedProject project;
+  ORVUS_GENFILE::ReadReport report;
+  report.skipped = 7;
+  report.first = {{12, "Reps(9)=1", "unknown key"}};
+  const LintFindings notices = Notices(project.store, {}, report);
+  ASSERT_GE(notices.size(), 2U);
+  EXPECT_EQ(notices[0].text, "line 12: Reps(9)=1: unknown key");
+  EXPECT_EQ(notices[0].line, 12);
+  EXPECT_EQ(notices[1].text, "6 more lines were not read");
+}
+
+}  // namespace
+}  // namespace ostrand::testing
