@@ -6,8 +6,8 @@ set(documents ${CMAKE_INSTALL_DATADIR}/doc/ostrand)
 if(TARGET ostrand)
   install(TARGETS ostrand RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT command)
   install(FILES docs/ostrand.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT command)
-  install(FILES README.md CHANGELOG.md LICENSE docs/user-guide.md docs/handbook.md docs/screens.md
-    docs/desktop.md docs/fleet.md docs/saving.md docs/project-file.md
+  install(FILES README.md CHANGELOG.md LICENSE docs/user-guide.md docs/handbook.md docs/findings.md
+    docs/screens.md docs/desktop.md docs/fleet.md docs/saving.md docs/project-file.md
     DESTINATION ${documents} COMPONENT command)
   install(DIRECTORY docs/pictures DESTINATION ${documents} COMPONENT command)
   install(DIRECTORY examples/ DESTINATION ${documents}/examples COMPONENT command

@@ -1,113 +1,93 @@
-// The command that reports what the checks find.
-#include <algorithm>
-
+// The commands that report what is worth a look in projects and programs.
 #include "commands.h"
+#include "find_files.h"
+#include "finding_report.h"
+#include "generator/preview.h"
+#include "platform/quiet_forms.h"
 #include "project_run.h"
-#include "projectfile/read_report.h"
-#include "text/codepage.h"
-#include "text/json.h"
-#include "text/number.h"
-#include "verify/check_context.h"
-#include "verify/verify_before_save.h"
 
 namespace ostrand::cli {
 namespace {
 
-using ORVUS_GENFILE::ReadReport;
-using ORVUS_GENFILE::SkippedText;
-
-int countPreventing(const Findings& findings) {
-  return static_cast<int>(
-      std::count_if(findings.begin(), findings.end(),
-                    [](const Finding& finding) { return finding.againstSaving; }));
-}
-
-// ---- For a reader -------------------------------------------------------------------------------
-
-std::string placeOf(const Finding& finding) {
-  std::string place(finding.section);
-  if (!finding.key.empty()) place.append(" ").append(finding.key);
-  return place;
-}
-
-constexpr std::string_view kNoticeTitle = "LINES NOT READ";
-
-// Lines that were not read are a notice and not a finding: what was read may be in order.
-std::string noticeText(std::string_view file, const ReadReport& skipped) {
-  if (skipped.skipped == 0) return "";
-  return platform::HeadAndLines(std::string(file).append(": ").append(kNoticeTitle) + ", notice",
-                                Utf8FromWindows1252(SkippedText(skipped)));
-}
-
-std::string resultLine(const Findings& findings) {
-  if (findings.empty()) return "all checks passed";
-  const int preventing = countPreventing(findings);
-  return NumberText(static_cast<int>(findings.size())) +
-         (findings.size() == 1 ? " finding, " : " findings, ") +
-         (preventing == 0 ? "none" : NumberText(preventing)) +
-         (preventing > 1 ? " prevent saving" : " prevents saving");
-}
-
-std::string asText(std::string_view file, const Findings& findings, const ReadReport& skipped) {
-  const std::string name = platform::TerminalName(file);
-  std::string text = noticeText(name, skipped);
-  for (const Finding& finding : findings) {
-    std::string head = (name + ": ").append(finding.title);
-    if (finding.againstSaving) head += ", prevents saving";
-    std::string lines = Utf8FromWindows1252(finding.text);
-    if (const std::string place = placeOf(finding); !place.empty()) lines += "\r\n" + place;
-    text += platform::HeadAndLines(head, lines);
+FileFindings findingsOf(ProjectRun& run, Ostrand& session, std::string_view file) {
+  FileFindings found;
+  found.file = file;
+  found.opened = OpenProject(session, file);
+  if (!found.opened) return found;
+  found.findings = CheckFindings(session.Checks());
+  const ProgramPreview program =
+      PreviewOf(session.Store(), session.Around(), session.BaseName(), session.HostApp());
+  for (LintFinding& finding : Notices(session.Store(), program, session.SkippedLines())) {
+    found.findings.push_back(std::move(finding));
   }
-  text.append(name).append(": ").append(resultLine(findings));
-  return platform::TerminalText(text + (skipped.skipped > 0 ? ", 1 notice\n" : "\n"));
+  auto bytes = run.files.Read(session.CurrentFileName());
+  if (bytes) found.bytes = std::move(bytes.Value());
+  return found;
 }
 
-// ---- For a program ------------------------------------------------------------------------------
-
-std::string asJson(const Finding& finding) {
-  return "{\"title\": " + JsonString(finding.title) +
-         ", \"text\": " + JsonString(Utf8FromWindows1252(finding.text)) +
-         ", \"section\": " + JsonString(finding.section) + ", \"key\": " + JsonString(finding.key) +
-         ", \"againstSaving\": " + (finding.againstSaving ? "true" : "false") + "}";
+// What is passed on for the report of all files: an object for each, or its results.
+void keepPieces(std::vector<std::string>& pieces, const FileFindings& found, Format format) {
+  if (format == Format::kJson) pieces.push_back(FindingsJson(found));
+  if (format != Format::kSarif) return;
+  for (std::string& result : FindingsSarif(found)) pieces.push_back(std::move(result));
 }
 
-std::string asJson(std::string_view file, bool opened, const Findings& findings,
-                   const ReadReport& skipped) {
-  std::string text = "{\"file\": " + JsonString(platform::Utf8Text(file)) +
-                     ", \"opened\": " + (opened ? "true" : "false");
-  if (skipped.skipped > 0) {
-    text += ", \"notices\": [{\"title\": " + JsonString(kNoticeTitle) +
-            ", \"text\": " + JsonString(Utf8FromWindows1252(SkippedText(skipped))) + "}]";
+bool printText(const CommandLine& line, const FileFindings& found) {
+  if (line.format != Format::kText || !found.opened) return true;
+  std::string text = FindingsText(found);
+  if (!line.quiet) {
+    const std::string count = CountText(found.findings);
+    text += platform::TerminalName(found.file) + ": " +
+            (count.empty() ? "all checks passed" : count) + "\n";
   }
-  text += ", \"findings\": [";
-  for (const Finding& finding : findings) {
-    text += (&finding == &findings.front() ? "\n  " : ",\n  ") + asJson(finding);
-  }
-  return text + (findings.empty() ? "]}" : "\n]}");
+  return Print(text);
 }
 
-// ---- The command --------------------------------------------------------------------------------
+bool report(const CommandLine& line, std::vector<std::string>& pieces, FileFindings& found) {
+  Select(found.findings, line);
+  keepPieces(pieces, found, line.format);
+  return printText(line, found) && found.opened && !HasErrors(found.findings);
+}
 
 bool check(ProjectRun& run, Ostrand& session, std::string_view file) {
-  const bool opened = OpenProject(session, file);
-  const Findings findings = opened ? CheckAll(session.Checks()) : Findings();
-  const ReadReport skipped = opened ? session.SkippedLines() : ReadReport();
-  bool printed = true;
-  if (run.line.json) {
-    printed = Print((run.handled == 0 ? "" : ",\n") + asJson(file, opened, findings, skipped));
-  } else if (opened) {
-    printed = Print(asText(file, findings, skipped));
+  FileFindings found = findingsOf(run, session, file);
+  return report(run.line, run.pieces, found);
+}
+
+ExitCode printAll(const CommandLine& line, const RunResult& result) {
+  if (line.format == Format::kText) return result.code;
+  const std::string text =
+      line.format == Format::kJson ? JsonReport(result.pieces) : SarifReport(result.pieces);
+  return Print(text) ? result.code : kFault;
+}
+
+FileFindings programFindings(const std::string& file) {
+  platform::PosixFileSystem files;
+  FileFindings found;
+  found.file = file == "-" ? "standard input" : file;
+  const auto bytes = file == "-" ? ReadInput() : files.Read(file);
+  found.opened = static_cast<bool>(bytes);
+  if (bytes) {
+    found.findings = ProgramFindings(bytes.Value());
+  } else {
+    ReportError(bytes.ErrorText());
   }
-  return printed && opened && countPreventing(findings) == 0;
+  return found;
 }
 
 }  // namespace
 
-ExitCode Check(const CommandLine& line) {
-  if (!line.json) return ForEachProject(line, check);
-  if (!Print("[")) return kFault;
-  const ExitCode result = ForEachProject(line, check);
-  return Print("]\n") ? result : kFault;
+ExitCode Check(const CommandLine& line) { return printAll(line, RunProjects(line, check)); }
+
+ExitCode Lint(const CommandLine& line) {
+  const FoundFiles files = FilesOf(line, line.words, ".VKP");
+  RunResult result;
+  if (!files.complete) result.code = kFault;
+  for (const std::string& file : files.files) {
+    FileFindings found = programFindings(file);
+    if (!report(line, result.pieces, found)) result.code = kFault;
+  }
+  return printAll(line, result);
 }
 
 }  // namespace ostrand::cli

@@ -106,8 +106,9 @@ bool get(ProjectRun& run, Ostrand& session, std::string_view file) {
   const std::vector<std::string_view>& words = run.line.words;
   if (words.size() > 1 && !keepSection(sections, Windows1252FromUtf8(words[1]))) return false;
   if (words.size() > 2 && !keepKeys(sections.front(), words[2])) return false;
-  return Print(run.line.json ? asJson(sections)
-                             : platform::TerminalText(asText(sections, run.line)));
+  return Print(run.line.format == Format::kJson
+                   ? asJson(sections)
+                   : platform::TerminalText(asText(sections, run.line)));
 }
 
 }  // namespace

@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "commands.h"
-#include "model/defaults.h"
 #include "text/nearest.h"
+#include "version.h"
 
 namespace ostrand::cli {
 namespace {
@@ -28,24 +28,34 @@ ExitCode unknownCommand(std::string_view name) {
 
 ExitCode show(std::string_view text) { return Print(text) ? kDone : kFault; }
 
-ExitCode ostrandMain(const std::vector<std::string_view>& arguments) {
-  if (arguments.empty()) return WrongUsage("missing command", "");
-  const std::string_view word = arguments.front();
-  if (word == "--version") {
-    return show("ostrand " + std::string(ORVUS_COMMON::kModuleVersion) + "\n");
-  }
-  const bool askedHelp = word == "help" || word == "--help" || word == "-h";
-  if (askedHelp && arguments.size() == 1) return show(GeneralHelp(Commands()));
+ExitCode run(const CommandRow& command, std::vector<std::string_view> arguments) {
+  CommandLine line;
+  const std::string wrong = ReadArguments(command, arguments, line);
+  if (!wrong.empty()) return WrongUsage(wrong, command.name);
+  if (line.help) return show(CommandHelp(command));
+  if (line.version) return show(VersionText());
+  SetColor(line.color);
+  return command.command(line);
+}
 
-  const std::string_view name = askedHelp ? arguments[1] : word;
+ExitCode ostrandMain(std::vector<std::string_view> arguments) {
+  const std::size_t at = FindCommandName(arguments);
+  const bool named = at < arguments.size();
+  const auto holds = [&](std::string_view word) {
+    const auto end = arguments.begin() + static_cast<std::ptrdiff_t>(at);
+    return std::find(arguments.begin(), end, word) != end;
+  };
+  if (!named && (holds("--version") || holds("-V"))) return show(VersionText());
+  const bool help = named ? arguments[at] == "help" : holds("--help") || holds("-h");
+  if (help && at + 1 >= arguments.size()) return show(GeneralHelp(Commands()));
+  if (!named) return WrongUsage("missing command", "");
+
+  const std::string_view name = help ? arguments[at + 1] : arguments[at];
   const CommandRow* command = findCommand(name);
   if (command == nullptr) return unknownCommand(name);
-  if (askedHelp) return show(CommandHelp(*command));
-
-  CommandLine line;
-  const std::string wrong = ReadArguments(*command, std::span(arguments).subspan(1), line);
-  if (!wrong.empty()) return WrongUsage(wrong, command->name);
-  return line.help ? show(CommandHelp(*command)) : command->command(line);
+  if (help) return show(CommandHelp(*command));
+  arguments.erase(arguments.begin() + static_cast<std::ptrdiff_t>(at));
+  return run(*command, std::move(arguments));
 }
 
 }  // namespace

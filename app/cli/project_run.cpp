@@ -44,42 +44,6 @@ std::unique_ptr<CliHost> HostOf(const CommandLine& line, ExitCode& refused) {
   return host;
 }
 
-namespace {
-
-ExitCode forProjects(const CommandLine& line, std::span<const std::string_view> projects,
-                     ProjectCommand command) {
-  ExitCode result = kDone;
-  const auto host = HostOf(line, result);
-  if (!host) return result;
-  OstrandEvents noEvents;
-  ProjectRun run{line, host->files, host->forms, {}, 0};
-  for (const std::string_view file : projects) {
-    host->forms.Subject(file);
-    Ostrand session(TheStore(), host->Around(host->forms), noEvents);
-    session.HostApp(line.hostApp);
-    session.OverwriteChanged(line.force);
-    const bool worked = command(run, session, file);
-    for (const std::string& fault : session.ProgramFaults()) {
-      ReportError(std::string(file) +
-                  ": the program is not complete: " + Utf8FromWindows1252(fault));
-    }
-    const bool boxesShown = !host->forms.TakeBoxesShown().empty();
-    if (!worked || boxesShown) result = kFault;
-    ++run.handled;
-  }
-  return result;
-}
-
-}  // namespace
-
-ExitCode ForProject(const CommandLine& line, ProjectCommand command) {
-  return forProjects(line, std::span(line.words).first(1), command);
-}
-
-ExitCode ForEachProject(const CommandLine& line, ProjectCommand command) {
-  return forProjects(line, line.words, command);
-}
-
 bool OpenProject(Ostrand& session, std::string_view file) {
   bool cancelled = false;
   session.OpenFile(file, cancelled);
@@ -145,7 +109,9 @@ bool NotYetWritten(const ProjectRun& run, const std::string& path) {
 
 bool ReportWritten(ProjectRun& run, const std::string& path) {
   run.written.push_back(path);
-  return Print("wrote " + platform::TerminalName(run.files.Find(path)) + "\n");
+  if (run.line.quiet || run.line.OutputsAre() != Outputs::kWritten) return true;
+  return Print((run.files.LeftAlone(path) ? "unchanged " : "wrote ") +
+               platform::TerminalName(run.files.Find(path)) + "\n");
 }
 
 }  // namespace ostrand::cli

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "command_line.h"
+#include "output_files.h"
 #include "platform/posix/posix_machine.h"
 #include "platform/posix/terminal_forms.h"
 #include "session/ostrand.h"
@@ -18,10 +19,10 @@ namespace ostrand::cli {
 // The context of a command, and what it has done so far.
 struct ProjectRun {
   const CommandLine& line;
-  platform::PosixFileSystem& files;
+  OutputFiles& files;
   platform::TerminalForms& forms;
-  std::vector<std::string> written;  // names as requested
-  std::size_t handled = 0;           // files before this one
+  std::vector<std::string> written = {};  // names as requested
+  std::vector<std::string> pieces = {};   // what the command puts together for all files
 };
 
 // Handles one file; false on a fault. A message box that was shown and not taken from the forms
@@ -29,9 +30,11 @@ struct ProjectRun {
 using ProjectCommand = bool (*)(ProjectRun& run, Ostrand& session, std::string_view file);
 
 // The machine as a command line sees it.
-struct CliHost : platform::PosixMachine {
+struct CliHost : platform::PosixMachineOn<OutputFiles> {
   CliHost(const CommandLine& line, std::optional<std::int64_t> epoch)
-      : PosixMachine(line.syncing, epoch), forms(line.answers) {}
+      : PosixMachineOn(line.syncing, epoch, platform::UserSettingsPath(), line.OutputsAre(),
+                       line.force),
+        forms(line.answers) {}
 
   platform::TerminalForms forms;
 };
@@ -40,10 +43,23 @@ struct CliHost : platform::PosixMachine {
 // clock's setting is invalid, which has been reported then.
 std::unique_ptr<CliHost> HostOf(const CommandLine& line, ExitCode& refused);
 
-// Runs the command for every file of the line, also after a fault.
-ExitCode ForEachProject(const CommandLine& line, ProjectCommand command);
+struct RunResult {
+  ExitCode code = kDone;
+  std::vector<std::string> pieces;  // of all files, in their order
+};
+
+// Runs the command for every file of the line, also after a fault: one after the other, or by
+// several processes. Files come with their folders searched (-r); "-" is standard input.
+RunResult RunProjects(const CommandLine& line, ProjectCommand command);
+inline ExitCode ForEachProject(const CommandLine& line, ProjectCommand command) {
+  return RunProjects(line, command).code;
+}
+
 // Runs it for the first word alone.
 ExitCode ForProject(const CommandLine& line, ProjectCommand command);
+
+// Prints the pieces of all files as the elements of a JSON array. They are complete texts.
+ExitCode PrintArray(const CommandLine& line, ProjectCommand command);
 
 // False when the file could not be opened, which has been reported then.
 bool OpenProject(Ostrand& session, std::string_view file);
@@ -71,7 +87,7 @@ std::string OutputBase(const ProjectRun& run, const Ostrand& session);
 // If it has, that has been reported.
 bool NotYetWritten(const ProjectRun& run, const std::string& path);
 
-// Notes and prints that `path` has been written.
+// Notes and prints that `path` has been written, or was left alone.
 bool ReportWritten(ProjectRun& run, const std::string& path);
 
 }  // namespace ostrand::cli

@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "commands.h"
+#include "json_documents.h"
 #include "model/warnings.h"
 #include "platform/guarded.h"
 #include "platform/posix/posix_socket.h"
@@ -120,6 +121,10 @@ bool compile(ProjectRun& run, Ostrand& session, std::string_view file) {
     ReportError(std::string(file) + ": does not compile");
     return false;
   }
+  if (run.line.format == Format::kJson) {
+    run.pieces.push_back(TimesJson(file, session.Store()));
+    return !run.line.store || WriteProject(run, session);
+  }
   const std::string result = platform::TerminalName(file) + ": test compiled OK\n";
   return Print(platform::TerminalText(result + measuredTimes(session.Store()))) &&
          (!run.line.store || WriteProject(run, session));
@@ -127,8 +132,15 @@ bool compile(ProjectRun& run, Ostrand& session, std::string_view file) {
 
 }  // namespace
 
-ExitCode Save(const CommandLine& line) { return ForEachProject(line, save); }
+ExitCode Save(const CommandLine& line) {
+  if (!line.sendHost.empty() && line.OutputsAre() != Outputs::kWritten) {
+    return WrongUsage("--send needs a program that is written", "save");
+  }
+  return ForEachProject(line, save);
+}
 
-ExitCode Compile(const CommandLine& line) { return ForEachProject(line, compile); }
+ExitCode Compile(const CommandLine& line) {
+  return line.format == Format::kJson ? PrintArray(line, compile) : ForEachProject(line, compile);
+}
 
 }  // namespace ostrand::cli

@@ -1,7 +1,7 @@
 // The commands for the setup screens.
 #include "commands.h"
-#include "dry_run.h"
 #include "model/new_store.h"
+#include "output_report.h"
 #include "project_run.h"
 #include "projectfile/genfile.h"
 #include "script/screen_catalog.h"
@@ -12,6 +12,7 @@
 #include "text/nearest.h"
 #include "text/strings.h"
 #include "text/unified_diff.h"
+#include "unchanged_settings.h"
 
 namespace ostrand::cli {
 namespace {
@@ -51,18 +52,12 @@ ExitCode PlayScreens(const CommandLine& line) {
   ScriptForms forms(host->forms);
   OstrandEvents noEvents;
   const platform::Surroundings machine = host->Around(forms);
-  UnchangedFiles files(machine.files);
+  const bool writes = line.OutputsAre() == Outputs::kWritten;
   UnchangedSettings settings(machine.settings);
-  const platform::Surroundings unchanged = {files,
-                                            machine.clock,
-                                            machine.forms,
-                                            machine.processes,
-                                            settings,
-                                            machine.registry,
-                                            machine.temporaryFolder,
-                                            machine.moduleFolder,
-                                            machine.workFolders};
-  Ostrand session(TheStore(), line.dryRun ? unchanged : machine, noEvents);
+  const platform::Surroundings unchanged = {
+      machine.files,    machine.clock,           machine.forms,        machine.processes,  settings,
+      machine.registry, machine.temporaryFolder, machine.moduleFolder, machine.workFolders};
+  Ostrand session(TheStore(), writes ? machine : unchanged, noEvents);
   session.OverwriteChanged(line.force);
   ScreenScript player(session, forms, script.Value());
   if (line.lenient) player.Lenient();
@@ -87,12 +82,11 @@ ExitCode PlayScreens(const CommandLine& line) {
     return kFault;
   }
   if (line.dryRun) return showChanges(session, before) ? kDone : kFault;
-  ProjectRun run{line, host->files, host->forms, {}, 0};
-  if (!WriteProject(run, session)) {
-    reportBox();
-    return kFault;
-  }
-  return keepSettings(player, session);
+  ProjectRun run{line, host->files, host->forms};
+  const bool written = WriteProject(run, session);
+  if (!written) reportBox();
+  if (!ReportOutputs(line, host->files.TakeMade(), written) || !written) return kFault;
+  return writes ? keepSettings(player, session) : kDone;
 }
 
 ExitCode WriteScript(const CommandLine& line) {
@@ -150,7 +144,7 @@ ExitCode ListScreens(const CommandLine& line) {
                 DidYouMean(line.words[0], catalog.Names()));
     return kFault;
   }
-  if (line.json) return Print(catalog.Json()) ? kDone : kFault;
+  if (line.format == Format::kJson) return Print(catalog.Json()) ? kDone : kFault;
   const std::string lead =
       line.words.empty() ? std::string(ScriptHelp()) + "\n" + platform::TerminalText(CatalogLead())
                          : "";

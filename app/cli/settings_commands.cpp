@@ -5,17 +5,30 @@
 #include "commands.h"
 #include "platform/posix/posix_machine.h"
 #include "session/settings.h"
+#include "text/codepage.h"
+#include "text/json.h"
 
 namespace ostrand::cli {
 namespace {
-
-using Words = std::vector<std::string_view>;
 
 ExitCode print(const std::string& text) {
   return Print(platform::TerminalText(text)) ? kDone : kFault;
 }
 
-ExitCode list(Settings& settings, const Words&) {
+// Settings and their defaults, by name.
+std::string asJson(const std::vector<SettingRow>& rows) {
+  JsonWriter json;
+  json.BeginObject();
+  for (const SettingRow& row : rows) {
+    json.Key(row.Name).BeginObject(JsonWriter::Layout::kOneLine);
+    json.Key("value").Text(Utf8FromWindows1252(row.Value));
+    json.Key("default").Text(Utf8FromWindows1252(row.Default)).End();
+  }
+  return json.End().Take();
+}
+
+ExitCode list(Settings& settings, const CommandLine& line) {
+  if (line.format == Format::kJson) return Print(asJson(settings.List())) ? kDone : kFault;
   std::string text;
   for (const SettingRow& row : settings.List()) {
     text.append(row.Name).append(" = ").append(row.Value);
@@ -25,15 +38,16 @@ ExitCode list(Settings& settings, const Words&) {
   return print(text);
 }
 
-ExitCode get(Settings& settings, const Words& words) {
-  const auto row = settings.Get(words[1]);
+ExitCode get(Settings& settings, const CommandLine& line) {
+  const auto row = settings.Get(line.words[1]);
+  if (row && line.format == Format::kJson) return Print(asJson({row.Value()})) ? kDone : kFault;
   if (row) return print(row.Value().Value + "\n");
   ReportError(row.ErrorText());
   return kFault;
 }
 
-ExitCode set(Settings& settings, const Words& words) {
-  const auto done = settings.Set(words[1], words[2]);
+ExitCode set(Settings& settings, const CommandLine& line) {
+  const auto done = settings.Set(line.words[1], line.words[2]);
   if (done) return kDone;
   ReportError(done.ErrorText());
   return kFault;
@@ -42,7 +56,7 @@ ExitCode set(Settings& settings, const Words& words) {
 struct Action {
   std::string_view name;
   std::size_t words;  // its name included
-  ExitCode (*run)(Settings& settings, const Words& words);
+  ExitCode (*run)(Settings& settings, const CommandLine& line);
 };
 
 constexpr std::array<Action, 3> kActions = {{{"list", 1, list}, {"get", 2, get}, {"set", 3, set}}};
@@ -64,7 +78,7 @@ ExitCode ChangeSettings(const CommandLine& line) {
   Settings settings(places.settings, places.registry, platform::TemporaryFolder());
   settings.LoadSettings(true);
   reportNotices(settings);
-  const ExitCode result = action->run(settings, line.words);
+  const ExitCode result = action->run(settings, line);
   reportNotices(settings);
   return result;
 }

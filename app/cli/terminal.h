@@ -23,4 +23,18 @@ Result<std::string> ReadInput();
 // Writes a line of help after an error.
 void PrintHint(std::string_view text);
 
+// Shows a line of progress on standard error until anything else is written there or to standard
+// output. Nothing when standard error is not a terminal.
+void ShowProgress(std::string_view text);
+void ClearProgress();
+
+// kAuto is on when standard output is a terminal, and neither NO_COLOR nor TERM=dumb is set.
+enum class Color { kAuto, kAlways, kNever };
+void SetColor(Color color);
+bool ColorIsOn();
+
+enum class Paint { kRed, kGreen, kYellow, kCyan, kBold };
+// The text in a color, if colors are on.
+std::string Painted(Paint paint, std::string_view text);
+
 }  // namespace ostrand::cli

@@ -57,11 +57,10 @@ TEST_F(CliSession, CheckReportsPlacesAndWritesNothing) {
   const std::string bytes = makeWithTwoTables("Table1", "T");
   const Outcome text = RunOstrand({"check", project});
   EXPECT_EQ(text.code, 1);
-  EXPECT_EQ(text.out, project +
-                          ": DUPLICATION FOUND, prevents saving\n"
-                          "  \"TABLE1\" is used as [ Table1  name ] and [ Table2  name ].\n"
-                          "  [TABLE SETUP] TableName(2)\n" +
-                          project + ": 1 finding, 1 prevents saving\n");
+  EXPECT_TRUE(Holds(text.out,
+                    ": error: DUPLICATION FOUND: \"TABLE1\" is used as [ Table1  name ] and "
+                    "[ Table2  name ]. [duplicate-name]\n"))
+      << text.out;
   EXPECT_EQ(ReadDisk(project), bytes);
   const std::filesystem::directory_iterator entries(folder.Path());
   EXPECT_EQ(std::distance(begin(entries), end(entries)), 1);
@@ -70,14 +69,12 @@ TEST_F(CliSession, CheckReportsPlacesAndWritesNothing) {
   const std::string none = folder / "none.VKG";
   const Outcome json = RunOstrand({"check", "--format=json", none, project});
   EXPECT_EQ(json.code, 1);
-  EXPECT_EQ(json.out,
-            "[{\"file\": \"" + none + "\", \"opened\": false, \"findings\": []},\n" +
-                "{\"file\": \"" + project + R"~(", "opened": true, "findings": [
-  {"title": "DUPLICATION FOUND", "text": "\"\"TÉ\\\"\" is used as [ Table2  name ] and )~" +
-                R"~([ Table3  name ].", "section": "[TABLE SETUP]", "key": "TableName(3)")~" +
-                R"~(, "againstSaving": true}
-]}]
-)~");
+  EXPECT_TRUE(json.out.starts_with("[{\n  \"file\": \"" + none +
+                                   "\",\n  \"opened\": false,\n  \"findings\": []\n},\n{"))
+      << json.out;
+  EXPECT_TRUE(Holds(json.out,
+                    R"("text": "\"\"TÉ\\\"\" is used as [ Table2  name ] and [ Table3  name ].")"))
+      << json.out;
 
   EXPECT_EQ(RunOstrand({"check", project, "--format=json"}, {.out = "/dev/full"}).code, 1);
 }
@@ -86,19 +83,13 @@ TEST_F(CliSession, CheckReportsSkippedLines) {
   WriteDisk(project, "[CONFIGURATION]\r\nOperator=H. Quist [lab]\r\nIDNumber=7\r\n");
   const Outcome text = RunOstrand({"check", project});
   EXPECT_EQ(text.code, 0);
-  EXPECT_EQ(text.out, project + R"(: LINES NOT READ, notice
-  2 lines of the file were not read, and the next save drops them.
-  line 2: Operator=H. Quist [lab]: "[" in a text, which begins a section
-  line 3: IDNumber=7: in no section of a project
-)" + project + ": all checks passed, 1 notice\n");
-  const Outcome json = RunOstrand({"check", "--format=json", project});
-  EXPECT_EQ(json.code, 0);
-  EXPECT_EQ(json.out, "[{\"file\": \"" + project +
-                          R"(", "opened": true, "notices": [{"title": "LINES NOT READ", "text": )" +
-                          R"("2 lines of the file were not read, and the next save drops them.\n)" +
-                          R"(line 2: Operator=H. Quist [lab]: \"[\" in a text, which begins a )" +
-                          R"(section\nline 3: IDNumber=7: in no section of a project"}], )" +
-                          "\"findings\": []}]\n");
+  EXPECT_EQ(text.out, project +
+                          ":2: notice: line 2: Operator=H. Quist [lab]: \"[\" in a text, which "
+                          "begins a section [line-not-read]\n" +
+                          project +
+                          ":3: notice: line 3: IDNumber=7: in no section of a project "
+                          "[line-not-read]\n" +
+                          project + ": 2 notices\n");
 }
 
 // Every command that writes the project reports what it drops, and the first save keeps the old
@@ -157,13 +148,13 @@ TEST_F(CliSession, SaveWritesAllFilesAndAsksLikeTheScreen) {
   make();
   const Outcome clean = RunOstrand({"save", "pump"}, {.folder = folder.Path()});
   EXPECT_EQ(clean.code, 0);
-  EXPECT_EQ(clean.out, wroteAll("pump"));
+  EXPECT_EQ(clean.out, "unchanged pump.VKG\nwrote pump.VKP\nwrote pump.VKD\nwrote pump.VKW\n");
   EXPECT_TRUE(Holds(clean.err, "pump: MISSING FILE\n  Pre-Compiler was not found.\n"));
 
   // Files written before a failing step are listed, and the failure is one line.
   std::filesystem::remove(base + ".VKD");
   std::filesystem::create_directories(base + ".VKD/inner");
-  const Outcome half = RunOstrand({"save", project});
+  const Outcome half = RunOstrand({"save", project, "--force"});
   EXPECT_EQ(half.code, 1);
   EXPECT_EQ(half.out, "wrote " + project + "\nwrote " + base + ".VKP\n");
   EXPECT_TRUE(Holds(half.err, "\nostrand: " + project + ": " + base + ".VKD: Is a directory\n"))
@@ -201,7 +192,8 @@ TEST_F(CliSession, CompileShowsTheTimesAndStoresThemOnRequest) {
 TEST_F(CliSession, SaveSendsAndReportsARefusedConnection) {
   make();
   std::string name;
-  std::vector<std::string> words = {"save", project, "--compiler", OSTRAND_STAND_IN, "--send"};
+  std::vector<std::string> words = {"save",           project,   "--compiler",
+                                    OSTRAND_STAND_IN, "--force", "--send"};
   {
     const testing::Listener server;
     name = server.Name();

@@ -36,7 +36,7 @@ class TwoAtOnce : public ::testing::Test {
                                folder / "big/pump.VKG");
     ASSERT_EQ(RunOstrand({"new", folder / "small/pump"}).code, 0);
     for (const std::string from : {"big", "small"}) {
-      ASSERT_EQ(RunOstrand({"save", folder / (from + "/pump")}).code, 0);
+      ASSERT_EQ(RunOstrand({"save", folder / (from + "/pump"), "--force"}).code, 0);
     }
   }
   pid_t start(std::vector<std::string> words) const { return StartOstrand(words, home.Path()); }

@@ -21,7 +21,7 @@ pid_t start(const std::vector<std::string>& arguments, const Setting& setting,
   const std::string registry = home + "registry";
   const pid_t child = ::fork();
   if (child != 0) return child;
-  ::dup2(::open("/dev/null", O_RDONLY), STDIN_FILENO);
+  ::dup2(::open(setting.in.c_str(), O_RDONLY), STDIN_FILENO);
   ::dup2(::open(out.c_str(), O_WRONLY | O_CREAT, 0600), STDOUT_FILENO);
   ::dup2(::open(err.c_str(), O_WRONLY | O_CREAT, 0600), STDERR_FILENO);
   ::setenv("SOURCE_DATE_EPOCH", setting.epoch.c_str(), 1);

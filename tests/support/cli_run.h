@@ -20,6 +20,7 @@ struct Setting {
   std::string folder = ".";          // working folder
   rlim_t maxBytes = RLIM_INFINITY;   // maximum size of a file
   std::string out = {};              // file of standard output, if kept
+  std::string in = "/dev/null";      // file of standard input
   std::string home = {};             // of settings, machine keys and temporary files, if kept
 };
 

@@ -31,11 +31,15 @@ struct SettingsPlaces {
   PosixMachineRegistry registry;
 };
 
-struct PosixMachine {
-  // `epoch` is a fixed time in seconds, in place of the clock's.
-  PosixMachine(Syncing syncing, std::optional<std::int64_t> epoch,
-               const std::string& settingsPath = UserSettingsPath())
-      : files(syncing), clock(epoch), places(syncing, settingsPath) {}
+// `Files` is the disk: a PosixFileSystem or one based on it.
+template <typename Files>
+struct PosixMachineOn {
+  // `epoch` is a fixed time in seconds, in place of the clock's; `forDisk` is what the disk needs
+  // but `syncing`.
+  template <typename... ForDisk>
+  PosixMachineOn(Syncing syncing, std::optional<std::int64_t> epoch,
+                 const std::string& settingsPath = UserSettingsPath(), ForDisk... forDisk)
+      : files(syncing, forDisk...), clock(epoch), places(syncing, settingsPath) {}
 
   // For a session that shows its boxes through `forms`.
   Surroundings Around(Forms& forms) {
@@ -50,11 +54,13 @@ struct PosixMachine {
             &workFolders};
   }
 
-  PosixFileSystem files;
+  Files files;
   PosixClock clock;
   PosixProcesses processes;
   PosixWorkFolders workFolders{files};
   SettingsPlaces places;
 };
+
+using PosixMachine = PosixMachineOn<PosixFileSystem>;
 
 }  // namespace ostrand::platform
