@@ -74,7 +74,7 @@ struct QuietSession::State {
                                  usual.temporaryFolder, usual.moduleFolder, usual.workFolders} {}
   };
 
-  QuietForms forms;
+  platform::QuietForms forms;
   Around around;
   OstrandEvents nobodyListens;
   std::unique_ptr<ProjectStore> store = NewStore();
