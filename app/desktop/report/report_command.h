@@ -15,13 +15,6 @@ class CommandForms final : public platform::QuietForms {
  public:
   platform::Answer ShowBox(const platform::MessageBox& box) override;
 };
-}
-  std::optional<std::string> AskSave(const platform::FileDialog&) override { return {}; }
-  void SetHelpLine(const std::string&) override {}
-  void SetPointer(platform::Pointer) override {}
-  void Beep() override {}
-  void DoEvents() override {}
-};
 
 // Writes the report of the project at `project` to `file`, or the wiring or the tables, by the
 // extension of its name. False after a message on the standard error; an old file then stays.
