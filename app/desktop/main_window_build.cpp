@@ -11,6 +11,7 @@
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QScrollArea>
+#include <QSet>
 #include <QSplitter>
 #include <QStatusBar>
 #include <QTabWidget>
@@ -49,6 +50,16 @@ qreal setTextSize(int percent) {
   font.setPointSizeF(usual * percent / 100);
   QApplication::setFont(font);
   return usual;
+}
+
+// Marks the first letter of the text that is not in `taken`, and takes it.
+QString withLetter(QString text, QSet<QChar>& taken) {
+  const auto* free = std::find_if(text.cbegin(), text.cend(), [&](QChar letter) {
+    return letter.isLetter() && !taken.contains(letter.toUpper());
+  });
+  if (free == text.cend()) return text;
+  taken.insert(free->toUpper());
+  return text.insert(free - text.cbegin(), u'&');
 }
 
 }  // namespace
@@ -338,11 +349,13 @@ void MainWindow::buildProgramMenu() {
 
 void MainWindow::buildViewMenu() {
   QMenu* menu = menuBar()->addMenu(QStringLiteral("&View"));
+  QSet<QChar> letters{u'L', u'M'};  // of the commands after the pages
   for (int page = 0; page < pages_->count(); ++page) {
-    QAction* action = menu->addAction(u'&' + pages_->tabText(page), this, [this, page] {
-      pages_->setCurrentIndex(page);
-      pages_->currentWidget()->setFocus();
-    });
+    QAction* action =
+        menu->addAction(withLetter(pages_->tabText(page), letters), this, [this, page] {
+          pages_->setCurrentIndex(page);
+          pages_->currentWidget()->setFocus();
+        });
     action->setShortcut(QKeySequence(QStringLiteral("Alt+%1").arg(page + 1)));
     action->setIcon(pages_->tabIcon(page));
   }

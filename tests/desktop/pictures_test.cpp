@@ -10,7 +10,7 @@
 namespace ostrand {
 namespace {
 
-TEST(Pictures, ShowAllScreensInTwoThemes) {
+TEST(AllPictures, ShowAllScreensInTwoThemes) {
   const testing::TempFolder folder;
   QProcess program;
   QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
