@@ -1,6 +1,5 @@
 #include "project_bytes.h"
 
-#include "generator/savedld.h"
 #include "model/defaults.h"
 #include "model/new_store.h"
 #include "platform/quiet_forms.h"
@@ -20,17 +19,11 @@ std::unique_ptr<ProjectStore> copyOf(const Ostrand& session, const ProjectStore&
   return copy;
 }
 
-ProgramPreview programOf(const Ostrand& session, ProjectStore& project) {
-  const platform::Surroundings& around = session.Around();
-  platform::QuietForms forms;  // a preview asks nobody; what fails is reported by the save
-  SAVEDLD generator(project, around.files, around.clock, forms);
-  generator.HostApp(session.HostApp());
-  generator.BaseName(session.BaseName());
-  ProgramPreview preview{Utf8FromWindows1252(generator.ProgramText()), {}, {}};
-  preview.channels = generator.Channels();
-  for (const std::string& fault : generator.Faults()) {
-    preview.faults.push_back(Utf8FromWindows1252(fault));
-  }
+ProgramPreview programOf(const Ostrand& session, const ProjectStore& project) {
+  ProgramPreview preview =
+      PreviewOf(project, session.Around(), session.BaseName(), session.HostApp());
+  preview.text = Utf8FromWindows1252(preview.text);
+  for (std::string& fault : preview.faults) fault = Utf8FromWindows1252(fault);
   return preview;
 }
 

@@ -4,9 +4,8 @@
 #include <memory>
 #include <string>
 #include <string_view>
-#include <vector>
 
-#include "model/statement_channels.h"
+#include "generator/preview.h"
 #include "projectfile/read_report.h"
 #include "session/ostrand.h"
 
@@ -22,12 +21,7 @@ std::string BytesOfStore(const ProjectStore& store);
 std::unique_ptr<ProjectStore> StoreOf(std::string_view bytes,
                                       ORVUS_GENFILE::ReadReport* report = nullptr);
 
-// The program that a save would write now, and its faults as they are reported; UTF-8.
-struct ProgramPreview {
-  std::string text;
-  std::vector<std::string> faults;
-  StatementChannels channels;  // for its wiring
-};
+// The program that a save would write now, and its faults; in UTF-8.
 ProgramPreview ProgramOf(const Ostrand& session, const ProjectStore& store);
 // The same of a project file's bytes, under the name of the open project.
 ProgramPreview ProgramOfFile(const Ostrand& session, std::string_view bytes);
