@@ -159,12 +159,11 @@ void MainWindow::buildBoxes() {
 }
 
 void MainWindow::buildPages() {
-  pages_->addTab(summary_, SystemIcon("summary"), QStringLiteral("Summary"));
-  pages_->addTab(wiring_, SystemIcon("wiring"), QStringLiteral("Wiring"));
-  pages_->addTab(channels_, SystemIcon("channels"), QStringLiteral("Channels"));
-  pages_->addTab(program_, SystemIcon("program"), QStringLiteral("Program"));
-  pages_->addTab(tables_, SystemIcon("tables"), QStringLiteral("Tables"));
-  pages_->addTab(checks_, SystemIcon("checks"), QStringLiteral("Checks"));
+  // Six titles fit a small screen without icons.
+  const std::pair<QWidget*, const char*> titles[] = {{summary_, "Summary"},   {wiring_, "Wiring"},
+                                                     {channels_, "Channels"}, {program_, "Program"},
+                                                     {tables_, "Tables"},     {checks_, "Checks"}};
+  for (const auto& [page, title] : titles) pages_->addTab(page, QString::fromLatin1(title));
   pages_->setCurrentIndex(std::min(settings_.page, pages_->count() - 1));
   pages_->setAccessibleName(QStringLiteral("Pages"));
   QObject::connect(pages_, &QTabWidget::currentChanged, this, [this] { showPage(); });
@@ -357,7 +356,7 @@ void MainWindow::buildViewMenu() {
           pages_->currentWidget()->setFocus();
         });
     action->setShortcut(QKeySequence(QStringLiteral("Alt+%1").arg(page + 1)));
-    action->setIcon(pages_->tabIcon(page));
+    action->setIcon(SystemIcon(pages_->tabText(page).toLower().toLatin1().constData()));
   }
   menu->addSeparator();
   auto* sizes = new QActionGroup(this);
