@@ -92,6 +92,7 @@ void TextField::Clear() {
 
 void TextField::Escape() {
   change(before_);
+  text_ = before_;  // OnChange corrects only what is typed
   // Undoes what Enter has applied since.
   typed_ = text_ != taken_;
   selected_ = true;

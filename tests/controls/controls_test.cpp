@@ -1,4 +1,5 @@
 // The rules of the controls, key by key.
+#include "conditions/field_keys.h"
 #include "controls/choice.h"
 #include "controls/faces.h"
 #include "controls/numeric_field.h"
@@ -98,6 +99,18 @@ TEST_F(ControlTest, EscapeAfterEnterRestoresTextAtFocus) {
   EXPECT_EQ(field.Text(), "3");
   EXPECT_TRUE(screen.MoveFocus(nullptr));
   EXPECT_EQ(taken, (std::vector<std::string>{"5", "3"}));
+}
+
+TEST_F(ControlTest, EscapeRestoresWhatTypingWouldCorrect) {
+  NumericField field(screen, "Excite", kSingle);
+  field.Value(0.1);
+  field.OnChange = [&] { DropLeadingZeros(field); };
+  field.OnTake = [] { FAIL() << "nothing was typed"; };
+  screen.MoveFocus(&field);
+  field.TypeText("-");
+  field.Escape();
+  EXPECT_EQ(field.Text(), "0.1");
+  EXPECT_TRUE(screen.MoveFocus(nullptr));
 }
 
 // A whole text, from an editor with a cursor, under the same rules as single keys.
