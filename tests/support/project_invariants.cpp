@@ -122,6 +122,14 @@ void checkCounts(Findings& found, std::string_view name, const Group& group, int
   }
 }
 
+// A block without sensors is aligned too, but occupies no channel.
+template <class Group>
+std::vector<ChannelBlock> occupied(const Group& group) {
+  std::vector<ChannelBlock> blocks = ChannelBlocksOf(group);
+  std::erase_if(blocks, [](const ChannelBlock& block) { return block.Reps == 0; });
+  return blocks;
+}
+
 }  // namespace
 
 std::string SensorsOutOfStep(const ProjectStore& store) {
@@ -219,12 +227,9 @@ std::string ChannelsExceeded(const ProjectStore& store) {
   const int multiplexers = store.Config.TK40MQty;
   const int inputs = FreeTK40MInputs(multiplexers, ChannelBlocksOf(store.TK40MBlock));
   found.Expect(inputs >= 0, "multiplexer", inputs, "free inputs");
-  // A bridge without sensors is aligned too, but occupies no channel.
-  std::vector<ChannelBlock> bridges = ChannelBlocksOf(store.BridgeBlock);
-  std::erase_if(bridges, [](const ChannelBlock& block) { return block.Reps == 0; });
-  const int free = PanelFreeChans(LiveChannelCount(ChannelBlocksOf(store.TempBlock)),
-                                  LiveChannelCount(ChannelBlocksOf(store.VoltBlock)),
-                                  LiveBridgeCount(bridges), multiplexers);
+  const int free = PanelFreeChans(LiveChannelCount(occupied(store.TempBlock)),
+                                  LiveChannelCount(occupied(store.VoltBlock)),
+                                  LiveBridgeCount(occupied(store.BridgeBlock)), multiplexers);
   found.Expect(free >= 0 || store.Config.AutoChan == kFalse, "panel", free, "free channels");
   return found.text;
 }
