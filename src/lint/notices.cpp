@@ -9,6 +9,7 @@
 #include "model/name_limits.h"
 #include "model/names.h"
 #include "model/variables.h"
+#include "programcheck/outline.h"
 #include "text/mask.h"
 #include "text/number.h"
 #include "text/strings.h"
@@ -38,18 +39,21 @@ LintFinding notice(std::string_view code, std::string text, Place place = {}) {
 
 struct BlockKind {
   OrvusDataObjTypes kind;
+  char letter;  // of its names in the program
   std::string_view section;
   std::string_view words;
   std::string_view start;  // its key; empty for blocks without a start
 };
-constexpr BlockKind kTempKind = {ORVUS_DOBJ_BLK_TEMP, kTempBlocksSection, "Thermocouple block",
+constexpr BlockKind kTempKind = {ORVUS_DOBJ_BLK_TEMP, 'T', kTempBlocksSection, "Thermocouple block",
                                  kStartTempChan};
-constexpr BlockKind kVoltKind = {ORVUS_DOBJ_BLK_VOLT, kVoltBlocksSection, "Voltage block",
+constexpr BlockKind kVoltKind = {ORVUS_DOBJ_BLK_VOLT, 'V', kVoltBlocksSection, "Voltage block",
                                  kStartVoltChan};
-constexpr BlockKind kBridgeKind = {ORVUS_DOBJ_BLK_BRIDGE, kBridgeBlocksSection, "Bridge block",
+constexpr BlockKind kBridgeKind = {ORVUS_DOBJ_BLK_BRIDGE, 'B', kBridgeBlocksSection, "Bridge block",
                                    kStartBrdgChan};
-constexpr BlockKind kPulseKind = {ORVUS_DOBJ_BLK_PULSE, kPulseBlocksSection, "Pulse block", ""};
-constexpr BlockKind kMuxKind = {ORVUS_DOBJ_BLK_TK40M, kTK40MBlocksSection, "Multiplexer block", ""};
+constexpr BlockKind kPulseKind = {ORVUS_DOBJ_BLK_PULSE, 'P', kPulseBlocksSection, "Pulse block",
+                                  ""};
+constexpr BlockKind kMuxKind = {ORVUS_DOBJ_BLK_TK40M, 'A', kTK40MBlocksSection, "Multiplexer block",
+                                ""};
 
 // Calls `visit(kind, number, block)` for every block with repetitions.
 template <class Visit>
@@ -333,21 +337,68 @@ NamePlaces namePlacesOf(const ProjectStore& store) {
   return places;
 }
 
+bool isZeroed(const ProjectStore& store, const ProgramBlock& block) {
+  const int n = block.number;
+  switch (block.kind) {
+    case 'V':
+      return store.VoltBlock[n].ZeroFlag > 0;
+    case 'B':
+      return store.BridgeBlock[n].ZeroFlag > 0;
+    case 'A':
+      return store.TK40MBlock[n].ZeroFlag > 0;
+    default:
+      return false;
+  }
+}
+
+// Where the block of a line is set: its zero flag, for whose calibration it may lack what it needs,
+// or else its size.
+Place placeOfBlock(const ProjectStore& store, const ProgramBlock& block) {
+  if (block.kind == 'C') return {kCanItemsSection, KeyOf(kName, block.number)};
+  for (const BlockKind& kind : {kTempKind, kVoltKind, kBridgeKind, kPulseKind, kMuxKind}) {
+    if (kind.letter != block.kind || block.number > kBlocks) continue;
+    return {kind.section, KeyOf(isZeroed(store, block) ? kZeroFlag : kRepsKey, block.number)};
+  }
+  return {};
+}
+
+// The names that one line does not declare, in one finding.
+bool joined(LintFinding& into, const LintFinding& finding) {
+  constexpr std::string_view kOne = " is not declared";
+  constexpr std::string_view kMany = " are not declared";
+  if (into.line != finding.line || into.code != kCodeUndeclared || into.code != finding.code) {
+    return false;
+  }
+  std::string_view names = into.text;
+  if (!finding.text.ends_with(kOne) || !(names.ends_with(kOne) || names.ends_with(kMany))) {
+    return false;
+  }
+  names.remove_suffix(names.ends_with(kOne) ? kOne.size() : kMany.size());
+  into.text = std::string(names) + ", " + finding.key + std::string(kMany);
+  return true;
+}
+
 void addProgramFindings(LintFindings& findings, const ProjectStore& store,
-                        std::string_view program) {
-  LintFindings found = ProgramFindings(program);
+                        const ProgramPreview& program) {
+  // A section that is cut lacks declarations and ends of blocks, which no longer says anything.
+  if (!program.faults.empty()) return;
+  LintFindings found;
+  for (LintFinding& finding : ProgramFindings(program.text)) {
+    if (found.empty() || !joined(found.back(), finding)) found.push_back(std::move(finding));
+  }
   if (found.empty()) return;
   const NamePlaces places = namePlacesOf(store);
+  const ProgramOutline outline(program.text, {});
   for (LintFinding& finding : found) {
     finding.severity = Severity::kNotice;
     finding.programLine = std::exchange(finding.line, 0);
     finding.text = "Line " + NumberText(finding.programLine) + " of the program: " + finding.text;
-    const auto place = places.find(Upper(finding.key));
-    finding.key.clear();
-    if (place != places.end()) {
-      finding.section = place->second.section;
-      finding.key = place->second.key;
-    }
+    const auto named = places.find(Upper(finding.key));
+    const Place place = named != places.end()
+                            ? named->second
+                            : placeOfBlock(store, outline.BlockOfLine(finding.programLine));
+    finding.section = place.section;
+    finding.key = place.key;
     findings.push_back(std::move(finding));
   }
 }
@@ -396,7 +447,7 @@ LintFindings Notices(const ProjectStore& store, const ProgramPreview& program,
   addLostVariables(findings, store);
   addBlockTimes(findings, store);
   addLinesNotRead(findings, skipped);
-  addProgramFindings(findings, store, program.text);
+  addProgramFindings(findings, store, program);
   return findings;
 }
 

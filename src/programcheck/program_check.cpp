@@ -5,6 +5,7 @@
 
 #include "programcheck/blocks.h"
 #include "programcheck/statement.h"
+#include "programcheck/system_names.h"
 #include "programcheck/words.h"
 #include "text/strings.h"
 
@@ -110,7 +111,7 @@ class Checker {
       } else if (tokens[i].Is("FILEMARK")) {
         useNamed(calledTables_, tokens.subspan(i + 1), "FileMark");
         return;
-      } else {
+      } else if (!IsSystemUse(tokens[i], statement_)) {
         mention(values_, tokens[i]);
       }
     }
@@ -159,6 +160,7 @@ class Checker {
       declareFirst(variables_, alias, "Alias");
       return;
     }
+    if (IsScalingAlias(rest)) return;
     report(ProgramFault::kLine, {line_, alias[0].text},
            "the alias " + std::string(alias[0].text) + " is not a plain name");
   }
@@ -221,6 +223,7 @@ class Checker {
 
   void take(Tokens statement) {
     if (statement.empty()) return;
+    statement_ = statement;
     const Token& first = statement[0];
     const Tokens rest = statement.subspan(1);
     const auto closes = [&](std::string_view joined, std::string_view second) {
@@ -255,6 +258,7 @@ class Checker {
   }
 
   int line_ = 0;
+  Tokens statement_;  // that is being taken
   std::vector<ProgramFinding> findings_;
   Blocks blocks_{[this](int line, std::string text) {
     report(ProgramFault::kBlock, {line, ""}, std::move(text));

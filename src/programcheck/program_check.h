@@ -25,8 +25,8 @@ struct ProgramFinding {
 // Checks a program: every line ends in CR LF and contains no control character; every block is
 // closed in order; every name is declared, called tables as tables and called subroutines as
 // subroutines. Names are case-insensitive and may be declared anywhere in the program. An
-// undeclared name is reported once, at its first use. The findings are in the order of the lines; a
-// correct program has none.
+// undeclared name is reported once, at its first use. What the generator itself writes undeclared
+// is left out. The findings are in the order of the lines; a correct program has none.
 std::vector<ProgramFinding> CheckProgram(std::string_view program);
 
 }  // namespace ostrand

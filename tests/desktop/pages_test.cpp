@@ -285,6 +285,30 @@ TEST_F(ChecksPage, ListsWhatPreventsSavingFirstAndLeadsToTheField) {
   EXPECT_EQ(programLines_[0], lines.back().programLine);
 }
 
+TEST_F(ChecksPage, ListsNoticesAfterTheChecksAndLeadsToTheirFields) {
+  store().Config.AutoChan = 0;
+  store().VoltBlock[2].StartChan = store().VoltBlock[1].StartChan;
+  store().Tables[2].OutInt = 7;
+  store().Tables[2].OutIntUnits = ORVUS_TBLTIME_MSECS;
+  page_.Show(session_.control, store());
+  using desktop::Severity;
+  const auto& lines = page_.Lines();
+  const auto shared = std::find_if(lines.begin(), lines.end(), [](const auto& line) {
+    return line.text.startsWith("Different sensors or devices share a terminal\n");
+  });
+  ASSERT_NE(shared, lines.end());
+  EXPECT_EQ(shared->severity, Severity::kNotice);
+  EXPECT_LT(lines.front().severity, Severity::kNotice);
+  const int row = static_cast<int>(shared - lines.begin());
+  EXPECT_EQ(page_.topLevelItem(row)->text(0), "Notice");
+  EXPECT_TRUE(page_.topLevelItem(row)->text(2).startsWith("Voltage block 2: "));
+  page_.setCurrentItem(page_.topLevelItem(row));
+  QTest::keyClick(&page_, Qt::Key_Return);
+  ASSERT_EQ(opened_.size(), 1U);
+  EXPECT_EQ(opened_[0].control, "StartVoltChan");
+  EXPECT_EQ(opened_[0].steps.back().which, "2");
+}
+
 TEST_F(ChecksPage, SaysThatAllIsFine) {
   ORVUS_GENFILE::ReadProjectText(store(), "");
   session_.OpenNew();

@@ -6,6 +6,7 @@
 
 #include "lint/findings.h"
 #include "model/scan_time.h"
+#include "places/key_places.h"
 #include "support/fixed_clock.h"
 #include "support/memory_filesystem.h"
 #include "support/project_cases.h"
@@ -26,6 +27,9 @@ class CaseOfNotices : public CheckedProject {
     std::vector<std::string> lines;
     for (const LintFinding& notice : Notices(store, program, {})) {
       EXPECT_EQ(notice.severity, Severity::kNotice);
+      // A key leads to its screen.
+      EXPECT_EQ(notice.section.empty(), PlaceOfKey(notice.section, notice.key).screen.steps.empty())
+          << notice.section << notice.key;
       const bool asked =
           words.size() == 1 || std::find(words.begin(), words.end(), notice.code) != words.end();
       if (asked) lines.push_back(notice.section + notice.key + " " + notice.text);

@@ -1,4 +1,4 @@
-// The programs of random projects pass the check, except for known exceptions.
+// The programs of random projects pass the check, except where settings exclude each other.
 #include "programcheck/program_check.h"
 
 #include <gtest/gtest.h>
@@ -55,6 +55,37 @@ TEST(ProgramCheck, ReportsBrokenPrograms) {
             "3: EndPro is not declared\n");
 }
 
+TEST(ProgramCheck, LeavesOutWhatTheGeneratorWritesUndeclared) {
+  constexpr std::string_view kDeclared =
+      "Public R,Z(2),MVBlk1(2),OBBlk1(2)\nDataTable(T,True,1)\nEndTable\n";
+  // A line of the generator, and lines of users with the same name.
+  constexpr std::tuple<std::string_view, std::string_view, std::string_view> cases[] = {
+      {"VoltSE(VBlk1Zero(),R,1,1)", "R = VBlk1Zero(1)", "VBlk1Zero is not declared"},
+      {"VoltDiff(VBlk7Zero(),R,1,1)", "VoltDiff(VBlk12Zero(),R,1)", "VBlk12Zero is not declared"},
+      {"Average(R,VBlk1Zero(),IEEE4,False)", "Sample(R,VBlk1Zero(),IEEE4)",
+       "VBlk1Zero is not declared"},
+      {"TK40M(ABlk2Zero(1),R,1)", "VoltSE(ABlk2Zero(),R)", "ABlk2Zero is not declared"},
+      {"BrFull(BBlk1ZeroMvmV_V(),R,1)", "BrFull(BBlk1Zeros(),R,1)", "BBlk1Zeros is not declared"},
+      {"StrainCalc(BBlk1ZeroUs(),R,Z())", "If True Then R = BBlk1ZeroUs(1)",
+       "BBlk1ZeroUs is not declared"},
+      {"DataEvent(1,True,bStopTrigger,2)", "bStopTrigger = (R > 1)",
+       "bStopTrigger is not declared"},
+      {"Alias MVBlk1(2) = M$VBlk1(2)", "Alias MVBlk1(2) = M$VBlk1(1)",
+       "the alias M$VBlk1 is not a plain name"},
+      {"Alias OBBlk1(1) = O$BBlk1(1)", "Alias OBBlk1(1) = M$BBlk1(1)",
+       "the alias M$BBlk1 is not a plain name"},
+  };
+  for (const auto& [systems, users, finding] : cases) {
+    const auto program = [&](std::string_view line) {
+      return std::string(kDeclared) + "BeginProg\n" + std::string(line) + "\nEndProg\n";
+    };
+    EXPECT_EQ(findingsIn(program(systems)), "") << systems;
+    EXPECT_EQ(findingsIn(program(users)), "5: " + std::string(finding) + "\n");
+    // The generator's line does not excuse the user's.
+    EXPECT_NE(findingsIn(program(std::string(systems) + "\n" + std::string(users))), "") << users;
+  }
+}
+
 // ---- The programs of random projects
 
 // A name with # for each of its numbers, which go into `numbers`.
@@ -80,8 +111,6 @@ struct Match {
   [[nodiscard]] const TK40MBlockData& Mux() const { return store.TK40MBlock[numbers[0]]; }
   [[nodiscard]] const BridgeBlockData& Bridge() const { return store.BridgeBlock[numbers[0]]; }
 
-  [[nodiscard]] bool ZeroedVolts() const { return store.VoltBlock[numbers[0]].ZeroFlag > 0; }
-  [[nodiscard]] bool ZeroedMuxVolts() const { return Mux().ZeroFlag > 0 && Mux().TK40Volts == 1; }
   [[nodiscard]] bool ZeroedMuxTemps() const { return Mux().ZeroFlag > 0 && Mux().TK40Volts != 1; }
   [[nodiscard]] bool ZeroedStrain() const { return Bridge().Style > 4 && Bridge().ZeroFlag > 0; }
   [[nodiscard]] bool ZeroedOnSite() const { return ZeroedStrain() && Bridge().CalOnSite != 0; }
@@ -90,13 +119,6 @@ struct Match {
   }
   [[nodiscard]] bool DisabledItem() const { return store.Can.Item[numbers[0]].Enabled != 1; }
   [[nodiscard]] bool UnderHarrier() const { return harrier; }
-  [[nodiscard]] bool TriggerWithoutStop() const {
-    const auto& tables = store.Tables.Table;
-    return std::any_of(tables.begin(), tables.end(), [](const OutputTable& table) {
-      return table.TableOn != 0 && table.TrigTable != 0 && table.DisableTrigger == 0 &&
-             (table.TrigTabStop == 0 || table.SingleTrigger != 0);
-    });
-  }
 };
 
 struct Exception {
@@ -104,12 +126,8 @@ struct Exception {
   bool (Match::*holds)() const;
 };
 
+// A user can correct these: one of two settings has to go.
 constexpr Exception kUndeclared[] = {
-    // The zero subroutine measures into arrays that no line declares.
-    {"VBlk#Zero", &Match::ZeroedVolts},
-    {"ABlk#Zero", &Match::ZeroedMuxVolts},
-    {"BBlk#ZeroMvmV_V", &Match::ZeroedStrain},
-    {"BBlk#ZeroUs", &Match::ZeroedStrain},
     // Strain with a calibration on site has no arrays for its zeroing.
     {"BBlk#mV_V", &Match::ZeroedOnSite},
     {"GBBlk#Raw", &Match::ZeroedOnSite},
@@ -125,30 +143,13 @@ constexpr Exception kUndeclared[] = {
     {"MCBlk#", &Match::DisabledItem},
     {"OCBlk#", &Match::DisabledItem},
     {"Count", &Match::UnderHarrier},
-    // DataEvent names a stop that the trigger does not have.
-    {"bStopTrigger", &Match::TriggerWithoutStop},
 };
-constexpr std::size_t kScaling = std::size(kUndeclared);
-constexpr std::size_t kNone = kScaling + 1;
-
-// The scaling of a repetition without an alias is named after its place in the array.
-bool isScalingOnSite(const ProjectStore& store, const std::string& name) {
-  const auto scaled = [&](const auto& group, char letter) {
-    return name.find(std::string("$") + letter + "Blk") == 1 &&
-           std::any_of(group.Blocks.begin(), group.Blocks.end(),
-                       [](const auto& block) { return block.CalOnSite != 0 && block.Reps > 1; });
-  };
-  return scaled(store.VoltBlock, 'V') || scaled(store.BridgeBlock, 'B') ||
-         scaled(store.PulseBlock[0], 'P') || scaled(store.TK40MBlock, 'A');
-}
+constexpr std::size_t kNone = std::size(kUndeclared);
 
 // The exception of a finding, or kNone.
 std::size_t exceptionOf(Match match, const ProgramFinding& finding) {
-  if (finding.fault == ProgramFault::kLine) {
-    return isScalingOnSite(match.store, finding.name) ? kScaling : kNone;
-  }
   const std::string shape = shapeOf(finding.name, match.numbers);
-  for (std::size_t i = 0; i < kScaling && finding.fault == ProgramFault::kUndeclared; ++i) {
+  for (std::size_t i = 0; i < kNone && finding.fault == ProgramFault::kUndeclared; ++i) {
     if (kUndeclared[i].shape == shape && (match.*kUndeclared[i].holds)()) return i;
   }
   return kNone;

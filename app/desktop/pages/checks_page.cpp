@@ -7,13 +7,10 @@
 #include <algorithm>
 #include <array>
 
-#include "programcheck/program_check.h"
-#include "project_bytes.h"
-#include "projectfile/read_report.h"
-#include "text/codepage.h"
+#include "generator/preview.h"
+#include "lint/findings.h"
 #include "texts.h"
 #include "verify/check_context.h"
-#include "verify/verify_before_save.h"
 
 namespace ostrand::desktop {
 namespace {
@@ -54,62 +51,61 @@ class WrappedText final : public QStyledItemDelegate {
   QTreeWidget* tree_;
 };
 
-// A finding in one paragraph for each of its lines, without the empty ones.
-QString textOf(const Finding& finding) {
-  QStringList lines = FromSystem(finding.text).split(u'\n', Qt::SkipEmptyParts);
-  lines.prepend(FromProject(finding.title).remove(u'"').trimmed());
-  for (QString& line : lines) line = line.trimmed();
-  return lines.join(u'\n');
+Severity severityOf(const LintFinding& finding) {
+  if (finding.againstSaving) return Severity::kPreventsSaving;
+  return finding.severity == ostrand::Severity::kNotice ? Severity::kNotice : Severity::kWarning;
 }
 
-CheckLine lineOf(const Finding& finding) {
+// The title of a check, or what kind of notice it is.
+QString titleOf(const LintFinding& finding) {
+  if (!finding.title.empty()) return FromProject(finding.title).remove(u'"').trimmed();
+  for (const CodeRow& row : FindingCodes()) {
+    if (row.code == finding.code) return FromProject(row.summary);
+  }
+  return {};
+}
+
+CheckLine lineOf(const LintFinding& finding) {
   CheckLine line;
-  line.severity = finding.againstSaving ? Severity::kPreventsSaving : Severity::kWarning;
-  line.text = textOf(finding);
-  if (finding.section.empty()) return line;
-  KeyPlace place = PlaceOfKey(finding.section, finding.key);
-  line.place = FromProject(place.place + ": " + place.words);
-  line.screen = std::move(place.screen);
+  line.severity = severityOf(finding);
+  // A paragraph for each line, without the empty ones.
+  QStringList lines = FromSystem(finding.text).split(u'\n', Qt::SkipEmptyParts);
+  lines.prepend(titleOf(finding));
+  for (QString& text : lines) text = text.trimmed();
+  line.text = lines.join(u'\n');
+  line.programLine = finding.programLine;
+  if (!finding.section.empty()) {
+    KeyPlace place = PlaceOfKey(finding.section, finding.key);
+    line.place = FromProject(place.place + ": " + place.words);
+    line.screen = std::move(place.screen);
+  } else if (finding.programLine > 0) {
+    line.place = QStringLiteral("Program, line %1").arg(finding.programLine);
+  } else if (finding.code == kCodeSectionFailed) {
+    line.place = QStringLiteral("Program");
+    line.programLine = 1;
+  } else if (finding.code == kCodeLineNotRead) {
+    line.place = QStringLiteral("Project file");
+  }
   return line;
-}
-
-void addProgramFaults(std::vector<CheckLine>& lines, const ProgramPreview& preview) {
-  for (const std::string& fault : preview.faults) {
-    lines.push_back({Severity::kNotice,
-                     QStringLiteral("PROGRAM NOT COMPLETE\n") + QString::fromStdString(fault),
-                     QStringLiteral("Program"),
-                     {},
-                     1});
-  }
-  for (const ProgramFinding& finding : CheckProgram(Windows1252FromUtf8(preview.text))) {
-    lines.push_back({Severity::kNotice,
-                     QStringLiteral("FAULT OF THE PROGRAM\n") + FromProject(finding.text),
-                     QStringLiteral("Program, line %1").arg(finding.line),
-                     {},
-                     finding.line});
-  }
 }
 
 }  // namespace
 
 std::vector<CheckLine> CheckLinesOf(Ostrand& session, ProjectStore& store) {
-  std::vector<CheckLine> lines;
   const CheckContext usual = session.Checks();
-  const Findings findings =
-      CheckAll({store, usual.forms, usual.WarningMessageMask, usual.calcVarRefs});
-  for (const Finding& finding : findings) lines.push_back(lineOf(finding));
+  const ProgramPreview program =
+      PreviewOf(store, session.Around(), session.BaseName(), session.HostApp());
+  std::vector<CheckLine> lines;
+  for (const LintFinding& finding :
+       CheckFindings({store, usual.forms, usual.WarningMessageMask, usual.calcVarRefs})) {
+    lines.push_back(lineOf(finding));
+  }
+  for (const LintFinding& finding : Notices(store, program, session.SkippedLines())) {
+    lines.push_back(lineOf(finding));
+  }
   std::stable_sort(lines.begin(), lines.end(), [](const CheckLine& left, const CheckLine& right) {
     return left.severity < right.severity;
   });
-  addProgramFaults(lines, ProgramOf(session, store));
-  if (session.SkippedLines().skipped > 0) {
-    lines.push_back({Severity::kNotice,
-                     QStringLiteral("LINES NOT READ\nThe next save drops them: ") +
-                         FromSystem(ORVUS_GENFILE::SkippedText(session.SkippedLines())),
-                     QStringLiteral("Project file"),
-                     {},
-                     0});
-  }
   if (lines.empty())
     lines.push_back({Severity::kFine, QStringLiteral("All checks passed."), {}, {}, 0});
   return lines;
@@ -132,7 +128,9 @@ FindingsPage::FindingsPage(std::function<void(const ScreenPlace&)> open,
   const int letter = fontMetrics().averageCharWidth();
   header()->resizeSection(kSeverity, 23 * letter);
   header()->resizeSection(kPlace, 30 * letter);
-  setToolTip(QStringLiteral("Double-click a finding, or press Enter, to open its screen."));
+  setToolTip(
+      QStringLiteral("Double-click a finding, or press Enter, to open its screen or to "
+                     "see its line of the program."));
   // The height of wrapped texts follows the width of their column.
   QObject::connect(header(), &QHeaderView::sectionResized, this,
                    [this] { scheduleDelayedItemsLayout(); });

@@ -7,7 +7,6 @@
 
 #include "places/key_places.h"
 #include "session/ostrand.h"
-#include "verify/finding.h"
 
 namespace ostrand::desktop {
 
@@ -15,20 +14,20 @@ namespace ostrand::desktop {
 enum class Severity {
   kPreventsSaving,
   kWarning,
-  kNotice,  // beyond the checks of a save
+  kNotice,  // what no save checks
   kFine,
 };
 
 struct CheckLine {
   Severity severity = Severity::kWarning;
-  QString text;         // the title of the check, and what it found
+  QString text;         // the title of the check, or the kind of the notice, and what was found
   QString place;        // in words; empty for a line without a place
   ScreenPlace screen;   // where to see to it; without steps for nowhere
-  int programLine = 0;  // of a fault of the program, from 1
+  int programLine = 0;  // of the program, from 1; 0 for none
 };
 
-// Everything that the page lists: the findings of the checks, those against saving first; faults of
-// the program; what of the file was not read. A project without any has one line that says so.
+// Everything that the page lists: the findings of the checks, those against saving first, then the
+// notices. A project without any has one line that says so.
 std::vector<CheckLine> CheckLinesOf(Ostrand& session, ProjectStore& store);
 
 class FindingsPage final : public QTreeWidget {
