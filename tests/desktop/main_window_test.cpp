@@ -11,7 +11,6 @@
 #include <QPlainTextEdit>
 #include <QProcess>
 #include <QPushButton>
-#include <QSet>
 #include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTest>
@@ -326,25 +325,6 @@ TEST_F(Main, MovesBetweenItsBoxesByTheArrows) {
   QTest::keyClick(window_.OperatorBox(), Qt::Key_Down);
   QTest::keyClick(window_.NumberBox(), Qt::Key_Down);
   EXPECT_TRUE(window_.ButtonOf(kConfigurationButton)->hasFocus());
-}
-
-TEST_F(Main, HasADifferentKeyForEachCommand) {
-  QSet<QString> keys;
-  for (const QAction* action : window_.findChildren<QAction*>()) {
-    const QString key = action->shortcut().toString();
-    EXPECT_FALSE(!key.isEmpty() && keys.contains(key)) << key.toStdString();
-    keys.insert(key);
-  }
-}
-
-TEST_F(Main, FollowsADarkDesktop) {
-  ASSERT_TRUE(window_.Open(kProject));
-  const QPalette usual = QApplication::palette();
-  QApplication::setPalette(QPalette(QColor(40, 40, 40)));
-  QCoreApplication::processEvents();
-  const auto* summary = window_.findChild<desktop::SummaryPage*>();
-  EXPECT_LT(summary->palette().color(QPalette::Base).lightness(), 100);
-  QApplication::setPalette(usual);
 }
 
 // As a user with these settings starts it.
