@@ -217,7 +217,7 @@ void MainWindow::askPrint() {
 
 void MainWindow::print(const ReportOptions& options) {
   QPrinter printer(QPrinter::HighResolution);
-  printer.setPageSize(QPageSize(options.paper));
+  printer.setPageLayout(ReportLayout(options));
   printer.setDocName(FromSystem(session_.BaseName()));
   QPrintDialog dialog(&printer, this);
   if (dialog.exec() != QDialog::Accepted) return;

@@ -96,6 +96,14 @@ MainWindow::MainWindow(ProjectStore& store, const platform::Surroundings& around
       session_(store, around_, *this),
       screens_(forms, this),
       keeper_(session_, this, recoveryFolder) {
+  tree_->OnBlock = [this](ProgramBlock block) {
+    if (pages_->currentWidget() == program_ && block.kind != 0) program_->ShowBlock(block);
+  };
+  tree_->OnShowLines = [this](ProgramBlock block) {
+    pages_->setCurrentWidget(program_);
+    program_->ShowBlock(block);
+  };
+  program_->OnBlock = [this](ProgramBlock block) { tree_->Select(block); };
   screens_.OnOpen = [this](bool open) { screenOpen(open); };
   keeper_.OnSaveAs = [this] { saveAs(); };
   keeper_.OnNotice = [this](const QString& text) { notice_->Show(text); };

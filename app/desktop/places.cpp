@@ -75,6 +75,11 @@ ScreenPlace PlaceOfSensor(int button, int block, int sensor) {
   return PlaceOfKey(row->section, "AliasName(" + numbers + ")").screen;
 }
 
+ProgramBlock BlockOfItem(int button, int item) {
+  const ItemKey* row = rowOf(button);
+  return row == nullptr || row->kind == 0 ? ProgramBlock{} : ProgramBlock{row->kind, item};
+}
+
 ScreenPlace PlaceOfBlock(ProgramBlock block) {
   for (const ItemKey& row : kItemKeys) {
     if (row.kind == block.kind && block.kind != 0) return placeOf(row, block.number).screen;

@@ -16,6 +16,9 @@ ScreenPlace PlaceOfButton(int button);
 ScreenPlace PlaceOfItem(int button, int item);
 // The alias of a sensor of a block, both counted from 1.
 ScreenPlace PlaceOfSensor(int button, int block, int sensor);
+// The block of the program that an item of a main button makes; of kind 0 for tables, flags, ports
+// and analog outputs.
+ProgramBlock BlockOfItem(int button, int item);
 // Where a block of the program is edited.
 ScreenPlace PlaceOfBlock(ProgramBlock block);
 

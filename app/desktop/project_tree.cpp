@@ -1,9 +1,12 @@
 #include "project_tree.h"
 
+#include <QContextMenuEvent>
 #include <QHash>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QMenu>
 #include <QScrollBar>
+#include <QSignalBlocker>
 
 #include "icons.h"
 #include "model/names.h"
@@ -17,7 +20,7 @@
 namespace ostrand::desktop {
 namespace {
 
-constexpr int kPlaceRole = Qt::UserRole;     // number of the place of a line
+constexpr int kTargetRole = Qt::UserRole;    // number of the target of a line
 constexpr int kPathRole = Qt::UserRole + 1;  // the line, however others come and go
 
 // "10 mSec"; only the number for an unknown unit.
@@ -38,12 +41,16 @@ void addBlocks(std::vector<TreeLine>& lines, const char* name, const char* icon,
     TreeLine block{QStringLiteral("Block %1: %2").arg(b).arg(sensors(group[b].Reps)),
                    "",
                    PlaceOfItem(button, b),
-                   {}};
+                   {},
+                   BlockOfItem(button, b)};
     for (int r = 1; r <= group[b].Reps; ++r) {
       const std::string& alias = group[b].Alias[r].AliasName;
       const std::string element = SourceName(kind, b) + "(" + NumberText(r) + ")";
-      block.below.push_back(
-          {FromProject(alias.empty() ? element : alias), "", PlaceOfSensor(button, b, r), {}});
+      block.below.push_back({FromProject(alias.empty() ? element : alias),
+                             "",
+                             PlaceOfSensor(button, b, r),
+                             {},
+                             block.block});
     }
     all.below.push_back(std::move(block));
   }
@@ -129,7 +136,8 @@ TreeLine fields(const ProjectStore& store) {
     line.below.push_back({FromProject(field[1]) + QStringLiteral(" = ") + FromProject(field[2]),
                           "",
                           PlaceOfItem(kCalcFieldsButton, c),
-                          {}});
+                          {},
+                          BlockOfItem(kCalcFieldsButton, c)});
   }
   return line;
 }
@@ -141,7 +149,7 @@ TreeLine canItems(const ProjectStore& store) {
     QString text = QStringLiteral("Item %1").arg(i);
     if (!item.Name.empty()) text += QStringLiteral(": ") + FromProject(item.Name);
     if (item.Enabled == 0) text += QStringLiteral(" (off)");
-    line.below.push_back({text, "", PlaceOfItem(kCanButton, i), {}});
+    line.below.push_back({text, "", PlaceOfItem(kCanButton, i), {}, BlockOfItem(kCanButton, i)});
   }
   return line;
 }
@@ -184,6 +192,7 @@ ProjectTree::ProjectTree(std::function<void(const ScreenPlace& place)> open, QWi
   header()->setStretchLastSection(false);
   QObject::connect(this, &QTreeWidget::itemDoubleClicked, this,
                    [this](const QTreeWidgetItem* item) { this->open(item); });
+  QObject::connect(this, &QTreeWidget::currentItemChanged, this, [this] { OnBlock(Selected()); });
 }
 
 void ProjectTree::Show(const ProjectStore& store) {
@@ -198,8 +207,9 @@ void ProjectTree::Show(const ProjectStore& store) {
   const QString current =
       currentItem() == nullptr ? QString() : currentItem()->data(0, kPathRole).toString();
   const int scrolled = verticalScrollBar()->value();
+  const QSignalBlocker quiet(this);
   clear();
-  places_.clear();
+  targets_.clear();
   for (const TreeLine& line : lines) {
     auto* item = new QTreeWidgetItem(this);
     fill(item, line, QString::fromLatin1(line.icon));
@@ -216,9 +226,9 @@ void ProjectTree::Show(const ProjectStore& store) {
 void ProjectTree::fill(QTreeWidgetItem* item, const TreeLine& line, const QString& path) {
   item->setText(0, line.text);
   item->setToolTip(0, line.text);
-  item->setData(0, kPlaceRole, static_cast<int>(places_.size()));
+  item->setData(0, kTargetRole, static_cast<int>(targets_.size()));
   item->setData(0, kPathRole, path);
-  places_.push_back(line.place);
+  targets_.push_back({line.place, line.block});
   int number = 0;
   for (const TreeLine& below : line.below) {
     fill(new QTreeWidgetItem(item), below, path + u'/' + QString::number(++number));
@@ -226,7 +236,41 @@ void ProjectTree::fill(QTreeWidgetItem* item, const TreeLine& line, const QStrin
 }
 
 void ProjectTree::open(const QTreeWidgetItem* item) {
-  open_(ScreenPlace(places_[static_cast<std::size_t>(item->data(0, kPlaceRole).toInt())]));
+  // A copy, since the screen can change the tree.
+  open_(ScreenPlace(targets_[static_cast<std::size_t>(item->data(0, kTargetRole).toInt())].place));
+}
+
+ProgramBlock ProjectTree::blockOf(const QTreeWidgetItem* item) const {
+  if (item == nullptr) return {};
+  return targets_[static_cast<std::size_t>(item->data(0, kTargetRole).toInt())].block;
+}
+
+ProgramBlock ProjectTree::Selected() const { return blockOf(currentItem()); }
+
+void ProjectTree::Select(ProgramBlock block) {
+  if (block.kind == 0 || Selected() == block) return;
+  const QSignalBlocker quiet(this);
+  for (QTreeWidgetItemIterator at(this); *at != nullptr; ++at) {
+    if (blockOf(*at) != block) continue;
+    setCurrentItem(*at);
+    scrollToItem(*at);
+    return viewport()->update();
+  }
+}
+
+void ProjectTree::Offer(QMenu& menu) {
+  if (currentItem() == nullptr) return;
+  QAction* opens = menu.addAction(QStringLiteral("&Open the screen"));
+  QObject::connect(opens, &QAction::triggered, this, [this] { open(currentItem()); });
+  QAction* lines = menu.addAction(QStringLiteral("Show its lines in the &program"));
+  lines->setEnabled(Selected().kind != 0);
+  QObject::connect(lines, &QAction::triggered, this, [this] { OnShowLines(Selected()); });
+}
+
+void ProjectTree::contextMenuEvent(QContextMenuEvent* event) {
+  QMenu menu;
+  Offer(menu);
+  if (!menu.isEmpty()) menu.exec(event->globalPos());
 }
 
 void ProjectTree::keyPressEvent(QKeyEvent* event) {

@@ -8,6 +8,8 @@
 
 #include "places.h"
 
+class QMenu;
+
 namespace ostrand {
 struct ProjectStore;
 }
@@ -20,6 +22,7 @@ struct TreeLine {
   const char* icon = "";
   ScreenPlace place;
   std::vector<TreeLine> below;
+  ProgramBlock block = {};  // whose lines the program has
 };
 
 // Logger, blocks with their sensors, tables, flags, ports, fields, CAN items: what is in use.
@@ -30,18 +33,36 @@ class ProjectTree final : public QTreeWidget {
   // `open` is called for a double click and for the Enter key.
   ProjectTree(std::function<void(const ScreenPlace& place)> open, QWidget* parent);
 
+  // Called with the block, or that of the sensor, that the user has selected; with kind 0 for
+  // any other line.
+  std::function<void(ProgramBlock)> OnBlock = [](ProgramBlock) {};
+  // Called when the user asks for the lines of a block in the program.
+  std::function<void(ProgramBlock)> OnShowLines = [](ProgramBlock) {};
+
   // What was opened, selected and scrolled stays so.
   void Show(const ProjectStore& store);
+  // Selects the line of a block, unless it is that of one of its sensors; nothing is reported.
+  void Select(ProgramBlock block);
+  // Of the selected line.
+  [[nodiscard]] ProgramBlock Selected() const;
+  // What can be done with the selected line.
+  void Offer(QMenu& menu);
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;
+  void contextMenuEvent(QContextMenuEvent* event) override;
 
  private:
   void fill(QTreeWidgetItem* item, const TreeLine& line, const QString& path);
   void open(const QTreeWidgetItem* item);
+  [[nodiscard]] ProgramBlock blockOf(const QTreeWidgetItem* item) const;
 
   std::function<void(const ScreenPlace& place)> open_;
-  std::vector<ScreenPlace> places_;  // of the lines, by their number
+  struct Target {
+    ScreenPlace place;
+    ProgramBlock block;
+  };
+  std::vector<Target> targets_;  // of the lines, by their number
   QString shown_;
 };
 

@@ -1,60 +1,14 @@
 #include "places/differences.h"
 
 #include <algorithm>
-#include <map>
 #include <set>
 
 #include "places/key_places.h"
+#include "places/project_values.h"
 #include "text/strings.h"
 
 namespace ostrand {
 namespace {
-
-struct Value {
-  std::string_view key;
-  std::string_view value;
-};
-
-// A section of a file: its keys in their order, and where each is.
-struct Section {
-  std::vector<Value> values;
-  std::map<std::string_view, std::size_t> at;
-
-  [[nodiscard]] const std::string_view* Find(std::string_view key) const {
-    const auto found = at.find(key);
-    return found == at.end() ? nullptr : &values[found->second].value;
-  }
-};
-
-// Sections by header, in their order.
-struct File {
-  std::vector<std::string_view> headers;
-  std::map<std::string_view, Section> sections;
-};
-
-// Keys of the last save rather than of the project.
-bool isOfSave(std::string_view key) { return key == "PCTime" || key == "VersionLastSaved"; }
-
-File parse(std::string_view text) {
-  File file;
-  Section* section = nullptr;
-  while (!text.empty()) {
-    const std::string_view line = TakeLine(text);
-    const std::size_t equal = line.find('=');
-    if (line.starts_with('[') && equal == std::string_view::npos) {
-      const auto [place, isNew] = file.sections.try_emplace(Trim(line));
-      if (isNew) file.headers.push_back(place->first);
-      section = &place->second;
-    } else if (section != nullptr && equal != std::string_view::npos) {
-      const std::string_view key = line.substr(0, equal);
-      if (isOfSave(key)) continue;
-      const auto [place, isNew] = section->at.try_emplace(key, section->values.size());
-      if (isNew) section->values.push_back({key, {}});
-      section->values[place->second].value = Trim(line.substr(equal + 1));
-    }
-  }
-  return file;
-}
 
 std::string quoted(std::string_view text) { return '"' + std::string(text) + '"'; }
 
@@ -66,30 +20,30 @@ struct Changed {
   KeyPlace place;
 };
 
-std::vector<Changed> changedKeys(std::string_view header, const Section& before,
-                                 const Section& after) {
+std::vector<Changed> changedKeys(std::string_view header, const ValueSection& before,
+                                 const ValueSection& after) {
   std::vector<Changed> changes;
-  for (const Value& old : before.values) {
+  for (const KeyValue& old : before.values) {
     const std::string_view* now = after.Find(old.key);
     if (now != nullptr && *now == old.value) continue;
     changes.push_back({old.key, &old.value, now, PlaceOfKey(header, old.key)});
   }
-  for (const Value& added : after.values) {
+  for (const KeyValue& added : after.values) {
     if (before.Find(added.key) != nullptr) continue;
     changes.push_back({added.key, nullptr, &added.value, PlaceOfKey(header, added.key)});
   }
   return changes;
 }
 
-std::set<std::string> itemsOf(std::string_view header, const Section& section) {
+std::set<std::string> itemsOf(std::string_view header, const ValueSection& section) {
   std::set<std::string> items;
-  for (const Value& value : section.values) items.insert(PlaceOfKey(header, value.key).item);
+  for (const KeyValue& value : section.values) items.insert(PlaceOfKey(header, value.key).item);
   return items;
 }
 
 class SectionDifferences {
  public:
-  SectionDifferences(std::string_view header, const Section& before, const Section& after)
+  SectionDifferences(std::string_view header, const ValueSection& before, const ValueSection& after)
       : header_(header), changes_(changedKeys(header, before, after)) {
     const bool onlyOne = before.values.empty() != after.values.empty();
     for (Changed& change : changes_) {
@@ -162,14 +116,15 @@ class SectionDifferences {
 }  // namespace
 
 std::vector<Difference> DifferencesOf(std::string_view before, std::string_view after) {
-  const File one = parse(before);
-  const File other = parse(after);
+  const ProjectValues one = ParseValues(before);
+  const ProjectValues other = ParseValues(after);
   std::vector<std::string_view> headers = one.headers;
   for (const std::string_view header : other.headers) {
     if (!one.sections.contains(header)) headers.push_back(header);
   }
-  const Section none;
-  const auto sectionOf = [&none](const File& file, std::string_view header) -> const Section& {
+  const ValueSection none;
+  const auto sectionOf = [&none](const ProjectValues& file,
+                                 std::string_view header) -> const ValueSection& {
     const auto found = file.sections.find(header);
     return found == file.sections.end() ? none : found->second;
   };

@@ -4,16 +4,20 @@
 #include <gtest/gtest.h>
 
 #include <QAction>
+#include <QComboBox>
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMessageBox>
 #include <QPlainTextEdit>
+#include <QPrintDialog>
 #include <QProcess>
 #include <QPushButton>
+#include <QSet>
 #include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTextBlock>
 #include <QTextEdit>
 #include <QTimer>
 #include <QTreeWidget>
@@ -26,6 +30,7 @@
 #include "platform/posix/posix_filesystem.h"
 #include "recovery.h"
 #include "report/print_panel.h"
+#include "report/report.h"
 #include "support/fixed_clock.h"
 #include "support/memory_filesystem.h"
 #include "support/temp_folder.h"
@@ -110,6 +115,36 @@ TEST_F(Main, GoesToTheFieldOfAFinding) {
   QTest::keyClick(checks, Qt::Key_Return);
   EXPECT_TRUE(came);
   EXPECT_EQ(window_.OpenScreen(), nullptr);
+}
+
+TEST_F(Main, LeadsFromABlockInTheTreeToItsLinesAndBack) {
+  ASSERT_TRUE(window_.Open(kProject));
+  const auto* page = dynamic_cast<desktop::ProgramView*>(window_.Pages()->widget(3));
+  ASSERT_NE(page, nullptr);
+  const auto line = [&] {
+    return page->Text()->document()->findBlockByNumber(page->Text()->Line() - 1).text();
+  };
+  const auto select = [&](const char* text) {
+    const auto found = window_.Tree()->findItems(text, Qt::MatchContains | Qt::MatchRecursive);
+    ASSERT_FALSE(found.isEmpty()) << text;
+    window_.Tree()->setCurrentItem(found.last());
+  };
+  window_.Tree()->Select({'V', 2});
+  QMenu menu;
+  window_.Tree()->Offer(menu);
+  ASSERT_EQ(menu.actions().size(), 2);
+  menu.actions()[1]->trigger();
+  EXPECT_EQ(window_.Pages()->currentIndex(), 3);
+  EXPECT_TRUE(line().contains("VRNG2") || line().contains("VREP2")) << line().toStdString();
+  select("HallRH");
+  EXPECT_TRUE(line().startsWith("Const VRNG1")) << line().toStdString();
+  for (int at = 1; at <= page->Text()->blockCount(); ++at) {
+    page->Text()->GoTo(at);
+    if (line().startsWith("Const VRNG2")) break;
+  }
+  EXPECT_EQ(window_.Tree()->Selected(), (ProgramBlock{'V', 2}));
+  EXPECT_TRUE(window_.Tree()->currentItem()->text(0).startsWith("Block 2: "));
+  EXPECT_TRUE(line().startsWith("Const VRNG2")) << "the cursor stays where the user has set it";
 }
 
 TEST_F(Main, MarksLinesOfTheProgramUntilTheProjectIsReadAgain) {
@@ -215,6 +250,43 @@ TEST_F(Main, ExportsFromThePrintPanel) {
   EXPECT_TRUE(window_.MayAct());
   EXPECT_TRUE(window_.ButtonOf(kVoltageButton)->isEnabled());
   EXPECT_FALSE(window_.isWindowModified());
+}
+
+// As a user without a printer does, into a file.
+TEST_F(Main, PrintsFromThePrintPanel) {
+  ASSERT_TRUE(window_.Open(kProject));
+  const testing::TempFolder folder;
+  const QString path = QString::fromStdString(folder / "printed.pdf");
+  int step = 0;
+  QTimer timer;
+  QObject::connect(&timer, &QTimer::timeout, &timer, [&] {
+    QWidget* top = QApplication::activeModalWidget();
+    if (auto* panel = dynamic_cast<desktop::PrintPanel*>(top); panel != nullptr && step == 0) {
+      ++step;
+      panel->Paper()->setCurrentText("Letter");
+      panel->PrintButton()->click();
+    } else if (auto* dialog = qobject_cast<QPrintDialog*>(top); dialog != nullptr && step == 1) {
+      ++step;
+      auto* name = dialog->findChild<QLineEdit*>("filename");
+      if (name == nullptr) return dialog->reject();
+      name->setText(path);
+      dialog->accept();
+    }
+  });
+  timer.start(0);
+  actionOf(window_, QStringLiteral("Print and export..."))->trigger();
+  ASSERT_EQ(step, 2);
+  EXPECT_EQ(window_.Notice()->Text(), "Printed.");
+  ASSERT_TRUE(QFile::exists(path));
+  const std::string printed = testing::ReadDisk(path.toStdString());
+  EXPECT_TRUE(printed.starts_with("%PDF-"));
+  EXPECT_NE(printed.find("/MediaBox [0 0 612"), std::string::npos);
+  desktop::ReportOptions options;
+  options.paper = QPageSize::Letter;
+  const std::string exported = desktop::ReportPdf(window_.Session(), *store_, options);
+  const auto pages = [](const std::string& pdf) { return pdf.substr(pdf.find("/Count "), 10); };
+  EXPECT_EQ(pages(printed), pages(exported));
+  if (const char* kept = std::getenv("OSTRAND_KEEP_PRINT")) QFile::copy(path, kept);
 }
 
 // Presses a button of the next box with that title.
@@ -325,6 +397,25 @@ TEST_F(Main, MovesBetweenItsBoxesByTheArrows) {
   QTest::keyClick(window_.OperatorBox(), Qt::Key_Down);
   QTest::keyClick(window_.NumberBox(), Qt::Key_Down);
   EXPECT_TRUE(window_.ButtonOf(kConfigurationButton)->hasFocus());
+}
+
+TEST_F(Main, HasADifferentKeyForEachCommand) {
+  QSet<QString> keys;
+  for (const QAction* action : window_.findChildren<QAction*>()) {
+    const QString key = action->shortcut().toString();
+    EXPECT_FALSE(!key.isEmpty() && keys.contains(key)) << key.toStdString();
+    keys.insert(key);
+  }
+}
+
+TEST_F(Main, FollowsADarkDesktop) {
+  ASSERT_TRUE(window_.Open(kProject));
+  const QPalette usual = QApplication::palette();
+  QApplication::setPalette(QPalette(QColor(40, 40, 40)));
+  QCoreApplication::processEvents();
+  const auto* summary = window_.findChild<desktop::SummaryPage*>();
+  EXPECT_LT(summary->palette().color(QPalette::Base).lightness(), 100);
+  QApplication::setPalette(usual);
 }
 
 // As a user with these settings starts it.

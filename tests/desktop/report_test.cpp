@@ -192,11 +192,12 @@ TEST(ReportOptions, AreReadFromWords) {
 // ---- Settings -----------------------------------------------------------------------------------
 
 TEST_F(Report, ListsEachBlockAsItsScreenShowsIt) {
-  const auto listed = desktop::BlockSettings(session_.control, store());
+  const auto listed = desktop::ScreenSettings(session_.control, store());
   QStringList titles;
   for (const desktop::ListedScreen& screen : listed) titles << screen.title;
-  EXPECT_EQ(titles, QStringList({"Thermocouple block 1", "Thermocouple block 2", "Voltage block 1",
-                                 "Voltage block 2", "Voltage block 3"}));
+  EXPECT_EQ(titles, QStringList({"Configuration", "Execution intervals", "Thermocouple block 1",
+                                 "Thermocouple block 2", "Voltage block 1", "Voltage block 2",
+                                 "Voltage block 3"}));
   const auto value = [](const desktop::ListedScreen& screen, const char* caption) {
     for (const desktop::ListedGroup& group : screen.groups) {
       for (const auto& fact : group.facts) {
@@ -206,13 +207,13 @@ TEST_F(Report, ListsEachBlockAsItsScreenShowsIt) {
     return QStringLiteral("missing");
   };
   const VoltBlockData& block = store().VoltBlock[1];
-  EXPECT_EQ(value(listed[2], "Sensors"), QString::number(block.Reps));
-  EXPECT_EQ(value(listed[2], "Range"), desktop::FromProject(block.Range));
-  EXPECT_EQ(value(listed[2], "Settling time (µs)"), QString::number(block.SettleTime));
-  EXPECT_EQ(value(listed[0], "Open input detect"), "yes");
-  EXPECT_EQ(value(listed[2], "Output table"), "missing") << "one table of six at a time";
-  ASSERT_EQ(listed[2].tables.size(), 1U);
-  const desktop::ListedTable& sensors = listed[2].tables[0];
+  EXPECT_EQ(value(listed[4], "Sensors"), QString::number(block.Reps));
+  EXPECT_EQ(value(listed[4], "Range"), desktop::FromProject(block.Range));
+  EXPECT_EQ(value(listed[4], "Settling time (µs)"), QString::number(block.SettleTime));
+  EXPECT_EQ(value(listed[2], "Open input detect"), "yes");
+  EXPECT_EQ(value(listed[4], "Output table"), "missing") << "one table of six at a time";
+  ASSERT_EQ(listed[4].tables.size(), 1U);
+  const desktop::ListedTable& sensors = listed[4].tables[0];
   EXPECT_EQ(sensors.heads.mid(0, 3), QStringList({"FIELD NAME", "ALIAS", "UNITS"}));
   ASSERT_EQ(sensors.rows.size(), static_cast<std::size_t>(block.Reps));
   EXPECT_EQ(sensors.rows[1][0], "VBlk1(2)");
@@ -224,9 +225,9 @@ TEST_F(Report, ListsBlocksOfRandomProjectsWithoutAChange) {
     SCOPED_TRACE(seed);
     testing::MakeRandomProject(store(), seed);
     const std::string before = session_.Bytes();
-    const auto listed = desktop::BlockSettings(session_.control, store());
+    const auto listed = desktop::ScreenSettings(session_.control, store());
     const QStringList missing = desktop::BlocksWithoutScreen(store(), listed);
-    int blocks = store().TempBlock.BlockCount + store().VoltBlock.BlockCount +
+    int blocks = 2 + store().TempBlock.BlockCount + store().VoltBlock.BlockCount +
                  store().BridgeBlock.BlockCount + store().TK40MBlock.BlockCount;
     for (const PulseBlockGroup& group : store().PulseBlock) blocks += group.BlockCount;
     EXPECT_EQ(static_cast<int>(listed.size()) + missing.size(), blocks);

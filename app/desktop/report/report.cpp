@@ -52,7 +52,10 @@ class Report {
     if (has(ReportPart::kTitle)) checks_ = CheckLinesOf(session, store);
     const ProgramPreview preview = ProgramOf(session, store);
     if (has(ReportPart::kProgram)) program_ = numbered(QString::fromStdString(preview.text));
-    if (has(ReportPart::kSettings)) settings_ = BlockSettings(session, store);
+    if (has(ReportPart::kSettings)) {
+      settings_ = ScreenSettings(session, store);
+      for (ListedScreen& items : ItemSettings(store)) settings_.push_back(std::move(items));
+    }
     if (has(ReportPart::kTables)) {
       for (int t = 1; t <= kTables; ++t) {
         if (store.Tables[t].TableOn != 0) columns_[t] = ColumnsOf(store, t);
@@ -214,8 +217,8 @@ class Report {
     if (columns.empty()) return pages.Paragraph(QStringLiteral("It stores nothing."));
     pages.Table({{QStringLiteral("No."), 6, true},
                  {QStringLiteral("Type"), 7},
-                 {QStringLiteral("Processing"), 11},
-                 {QStringLiteral("Field"), 22},
+                 {QStringLiteral("Processing"), 12},
+                 {QStringLiteral("Field"), 21},
                  {QStringLiteral("Alias"), 20},
                  {QStringLiteral("Units"), 11},
                  {QStringLiteral("Bytes"), 7, true},
@@ -247,9 +250,9 @@ class Report {
 
   void settings(ReportPages& pages) {
     const QStringList missing = BlocksWithoutScreen(store_, settings_);
-    if (settings_.empty() && missing.isEmpty()) {
-      pages.Paragraph(QStringLiteral("The project has no blocks."));
-    }
+    pages.Paragraph(
+        QStringLiteral("Tables, ports, flags, outputs and items are listed without what is off or "
+                       "has no value. What is stored is listed with the output tables."));
     if (!missing.isEmpty()) {
       pages.Paragraph(QStringLiteral("No screen shows ") + missing.join(QStringLiteral(", ")) +
                       u'.');
@@ -270,7 +273,7 @@ class Report {
 
   // Short facts two beside each other, long ones below them.
   static void facts(ReportPages& pages, const ListedScreen& screen) {
-    constexpr qsizetype kMaxShort = 40;
+    constexpr qsizetype kMaxShort = 28;
     std::vector<std::pair<QString, QString>> rows;
     QStringList others;
     for (const ListedGroup& group : screen.groups) {
@@ -339,6 +342,11 @@ std::string csvField(const QString& text) {
 
 }  // namespace
 
+QPageLayout ReportLayout(const ReportOptions& options) {
+  return {QPageSize(options.paper), QPageLayout::Portrait,
+          QMarginsF(kMargin, kMargin, kMargin, kMargin), QPageLayout::Millimeter};
+}
+
 std::string ReportPdf(Ostrand& session, ProjectStore& store, const ReportOptions& options) {
   Report report(session, store, options);
   QBuffer buffer;
@@ -347,9 +355,7 @@ std::string ReportPdf(Ostrand& session, ProjectStore& store, const ReportOptions
   writer.setResolution(kReportResolution);
   writer.setTitle(report.Project());
   writer.setCreator(QStringLiteral("Ostrand ") + FromProject(Ostrand::Version()));
-  writer.setPageLayout(QPageLayout(QPageSize(options.paper), QPageLayout::Portrait,
-                                   QMarginsF(kMargin, kMargin, kMargin, kMargin),
-                                   QPageLayout::Millimeter));
+  writer.setPageLayout(ReportLayout(options));
   QPainter painter(&writer);
   report.Draw(writer, painter);
   painter.end();

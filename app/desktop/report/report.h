@@ -14,6 +14,9 @@ namespace ostrand::desktop {
 // The report as a PDF. The same project gives the same bytes at the same moment.
 std::string ReportPdf(Ostrand& session, ProjectStore& store, const ReportOptions& options);
 
+// The paper of the options with the margins of the report.
+QPageLayout ReportLayout(const ReportOptions& options);
+
 // Draws the report on a printer, whose page layout is kept and whose paper counts instead of that
 // of the options. False if it cannot be begun.
 bool DrawReport(QPagedPaintDevice& printer, Ostrand& session, ProjectStore& store,

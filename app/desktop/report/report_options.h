@@ -24,7 +24,7 @@ inline constexpr std::array<ReportPartRow, 7> kReportParts = {{
     {ReportPart::kWiring, "wiring", "Wiring"},
     {ReportPart::kChannels, "channels", "Channels and time of a scan"},
     {ReportPart::kTables, "tables", "Output tables"},
-    {ReportPart::kSettings, "settings", "Settings of the blocks"},
+    {ReportPart::kSettings, "settings", "Settings"},
     {ReportPart::kProgram, "program", "Program"},
 }};
 

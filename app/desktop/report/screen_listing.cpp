@@ -5,6 +5,7 @@
 #include <map>
 
 #include "model/new_store.h"
+#include "places/settings_in_words.h"
 #include "platform/surroundings.h"
 #include "project_bytes.h"
 #include "screens/setup_screens.h"
@@ -23,7 +24,7 @@ bool isListed(const Control& control) {
 
 QString captionOf(const Control& control) {
   QString caption = PlainCaption(control.Caption).trimmed();
-  if (caption.endsWith(u':')) caption.chop(1);
+  while (caption.endsWith(u':') || caption.endsWith(u'.')) caption.chop(1);
   return caption;
 }
 
@@ -59,10 +60,12 @@ void addCell(ListedTable& table, const Control& control) {
 
 struct BlockScreen {
   int button;
-  const char* setup;  // the screen of a block
+  const char* setup;  // the screen of a block, or the only one
   const char* item;
 };
-constexpr std::array<BlockScreen, 5> kBlockScreens = {{
+constexpr std::array<BlockScreen, 7> kBlockScreens = {{
+    {kConfigurationButton, "frmConfig", "Configuration"},
+    {kExecutionButton, "frmExecute", "Execution intervals"},
     {kThermocoupleButton, "frmTempSetup", "Thermocouple block"},
     {kVoltageButton, "frmVoltSetup", "Voltage block"},
     {kBridgeButton, "frmBrdgSetup", "Bridge block"},
@@ -76,7 +79,8 @@ class BlockReader final : public ScreenHost {
   void ShowModal(Screen& screen) override {
     const BlockScreen* setup = setupOf(screen.Name());
     if (setup != nullptr) {
-      listed_.push_back(ListingOf(screen, QString::fromLatin1(setup->item) + u' ' + which_));
+      listed_.push_back(
+          ListingOf(screen, (QString::fromLatin1(setup->item) + u' ' + which_).trimmed()));
     } else if (screen.Name() == kNamesScreen && !listed_.empty()) {
       for (ListedTable& table : ListingOf(screen, {}).tables) {
         listed_.back().tables.push_back(std::move(table));
@@ -143,7 +147,7 @@ QStringList BlocksWithoutScreen(const ProjectStore& store,
   return missing;
 }
 
-std::vector<ListedScreen> BlockSettings(const Ostrand& session, const ProjectStore& store) {
+std::vector<ListedScreen> ScreenSettings(const Ostrand& session, const ProjectStore& store) {
   BlockReader reader;
   QuietSession quiet(session, store);
   ConnectSetupScreens(quiet.Control(), reader);
@@ -151,6 +155,20 @@ std::vector<ListedScreen> BlockSettings(const Ostrand& session, const ProjectSto
     if (quiet.Control().Screens()[row.button]) quiet.Control().Screens()[row.button]();
   }
   return reader.Take();
+}
+
+std::vector<ListedScreen> ItemSettings(const ProjectStore& store) {
+  std::vector<ListedScreen> listed;
+  for (const PlaceSettings& settings : SettingsInWords(BytesOfStore(store))) {
+    ListedGroup group;
+    for (const auto& [words, value] : settings.values) {
+      QString caption = FromProject(words);
+      caption[0] = caption[0].toUpper();
+      group.facts.emplace_back(caption, FromProject(value));
+    }
+    listed.push_back({FromProject(settings.place), {std::move(group)}, {}});
+  }
+  return listed;
 }
 
 }  // namespace ostrand::desktop

@@ -1,4 +1,4 @@
-// The settings of the blocks, as their screens show them.
+// The settings of a project, as its screens show them.
 #pragma once
 
 #include <QString>
@@ -33,9 +33,13 @@ struct ListedScreen {
 // output tables are left out, since a screen shows those of one table at a time.
 ListedScreen ListingOf(const Screen& screen, const QString& title);
 
-// The settings and the sensors of each block in use. The screens are opened on a copy of the
-// project.
-std::vector<ListedScreen> BlockSettings(const Ostrand& session, const ProjectStore& store);
+// The configuration, the execution intervals, and the settings and the sensors of each block in
+// use. The screens are opened on a copy of the project.
+std::vector<ListedScreen> ScreenSettings(const Ostrand& session, const ProjectStore& store);
+
+// The settings of tables, ports, flags, analog outputs, CAN items and calculated fields in use,
+// which share a screen each.
+std::vector<ListedScreen> ItemSettings(const ProjectStore& store);
 
 // Blocks in use that are not among these, because no screen opens them: files can hold more bridges
 // than the screens, and blocks on multiplexers that are not there.
