@@ -42,7 +42,11 @@ constexpr Face kFreeRows[] = {
 
 constexpr Face kAnalogRows[] = {
     {"Reps", kSensors, "Sensors"},
-    {"OpenSensDetect", kSensors, "Open input detect", {}, "Needs the input type Diff."},
+    {"OpenSensDetect",
+     kSensors,
+     "Open input detect",
+     {},
+     "Needs the input type Diff, with voltages also a range up to 200 mV."},
     {"ReverseMes", kTiming},
     {"IntegrationRange", kTiming, "Integration", kOptions},
     {"Integration", kTiming, "Integration time (\xB5s)", {}, kNeedsMicros},

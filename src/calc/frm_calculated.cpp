@@ -26,7 +26,7 @@ constexpr std::string_view kCells = " | ";
 
 constexpr std::string_view kParts = "Formula from parts";
 constexpr std::string_view kText = "Formula as text";
-constexpr std::string_view kNeedsRow = "No row is selected.";
+constexpr std::string_view kNeedsRow = "Select a row first.";
 constexpr std::string_view kNeedsParts = "The formula is edited as a text.";
 constexpr std::string_view kNeedsEditMode = "Needs the check that allows editing.";
 constexpr Face kCalculatedFaces[] = {

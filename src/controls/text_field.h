@@ -50,6 +50,7 @@ class TextField : public Control {
   // keeps cursor and selection. A text that the field may not hold is refused with a beep and the
   // reason, if any, in the help line; the result is then false and the text stays.
   virtual bool Edit(std::string_view text);
+  [[nodiscard]] KeyFilter Filter() const { return filter_; }
 
   // Types one key at the end of the text, or in place of all of it when the field has just got the
   // focus. Keys that the filter refuses, that no project file can store or that `WhyNot` rejects

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 
 #include "controls/numeric_field.h"
 #include "script/script_forms.h"
@@ -39,6 +40,24 @@ std::string whyChanged(const TextField& field, std::string_view typed, std::stri
   return field.WhyChanged ? field.WhyChanged() : "";
 }
 
+struct Accepted {
+  KeyFilter filter;
+  std::string_view keys;
+};
+
+constexpr Accepted kAccepted[] = {
+    {NameText, "it takes letters, digits and \"_\", a letter first"},
+    {UnitNameText, "it takes letters, digits and \"_@#$\", a letter first"},
+    {OnlyDigits, "it takes digits"},
+};
+
+// What a field takes instead of the key; empty when its filter alone does not decide.
+std::string_view whyRefused(const TextField& field, std::string_view text) {
+  const auto* row = std::find_if(std::begin(kAccepted), std::end(kAccepted),
+                                 [&](const auto& each) { return each.filter == field.Filter(); });
+  return row == std::end(kAccepted) || row->filter(text) ? std::string_view() : row->keys;
+}
+
 // The digits of a mask of bits, without its prefix and leading zeros.
 std::string_view bitsOf(std::string_view text) {
   if (text.starts_with("&B")) text.remove_prefix(2);
@@ -71,7 +90,7 @@ std::string KeyRefused(const TextField& field, std::string_view typed, std::stri
   if (typed.size() > field.MaxLetters) {
     return text + ": it takes " + NumberText(static_cast<int>(field.MaxLetters)) + " characters";
   }
-  return text + Because(help);
+  return text + Because(help.empty() ? whyRefused(field, typed) : help);
 }
 
 std::string ValueChanged(const TextField& field, std::string_view typed, std::string_view help) {

@@ -153,7 +153,8 @@ bool ScreenScript::failForBox() {
   const std::string box = forms_.Unforeseen();
   if (box.empty() || !failure_.empty()) return false;
   line_ = actionLine_;
-  fail(box);
+  const std::string remedy = forms_.Remedy();
+  fail(remedy.empty() ? box : box + "\nTo answer it, write before this line: " + remedy);
   return true;
 }
 

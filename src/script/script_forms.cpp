@@ -8,6 +8,28 @@
 namespace ostrand {
 
 using platform::Answer;
+using platform::Buttons;
+
+namespace {
+
+// The answers that a script can give, as words of its line.
+std::string answersOf(Buttons buttons) {
+  switch (buttons) {
+    case Buttons::kOkCancel:
+      return "ok|cancel";
+    case Buttons::kYesNo:
+      return "yes|no";
+    case Buttons::kYesNoCancel:
+      return "yes|no|cancel";
+    case Buttons::kOverwriteCancel:
+      return "cancel";
+    case Buttons::kOk:
+      break;
+  }
+  return "ok";
+}
+
+}  // namespace
 
 void ScriptForms::Prepare(std::string title, Answer answer) {
   answers_.push_back({std::move(title), answer});
@@ -33,7 +55,10 @@ Answer ScriptForms::ShowBox(const platform::MessageBox& box) {
     informed_.push_back({box.title, box.text, box.diskError});
     return Answer::kOk;
   }
-  if (unanswered_.empty()) unanswered_ = Quoted(box.title) + ": " + box.text;
+  if (unanswered_.empty()) {
+    unanswered_ = Quoted(box.title) + ": " + box.text;
+    remedy_ = "answer " + Quoted(box.title) + " " + answersOf(box.buttons);
+  }
   return box.buttons == platform::Buttons::kYesNo ? Answer::kNo : Answer::kCancel;
 }
 
@@ -54,6 +79,11 @@ std::string ScriptForms::Unforeseen() const {
   if (informed_.empty()) return {};
   if (!informed_.front().diskError.empty()) return informed_.front().diskError;
   return "unexpected box " + Quoted(informed_.front().title) + ": " + informed_.front().text;
+}
+
+std::string ScriptForms::Remedy() const {
+  if (!remedy_.empty() || informed_.empty() || !informed_.front().diskError.empty()) return remedy_;
+  return "answer " + Quoted(informed_.front().title) + " ok";
 }
 
 std::vector<std::string> ScriptForms::Unused() const {

@@ -44,6 +44,8 @@ class ScriptForms : public platform::Forms {
   // An error text for a box that the script does not expect; empty for none. For a disk failure it
   // contains path and reason.
   [[nodiscard]] std::string Unforeseen() const;
+  // The line of a script that would have answered that box; empty for none.
+  [[nodiscard]] std::string Remedy() const;
   // Whether one of them was a question, which got the answer that changes nothing.
   [[nodiscard]] bool AskedInVain() const { return !unanswered_.empty(); }
   // Titles of answers without a matching box.
@@ -74,6 +76,7 @@ class ScriptForms : public platform::Forms {
   std::vector<Box> informed_;  // boxes with OK only, not checked yet
   std::vector<Box> seen_;      // answered boxes of the present action
   std::string unanswered_;     // a question without an answer
+  std::string remedy_;         // the lines that would answer it
   std::string helpLine_;
   bool helpGiven_ = false;
   int beeps_ = 0;

@@ -34,7 +34,8 @@ class LoggerScript : public ::testing::TestWithParam<std::string> {
   }
 
   testing::TempFolder folder;
-  const std::string base = folder / "vehicle-test";
+  const std::string example = GetParam() == "wind_turbine" ? "wind-turbine" : "vehicle-test";
+  const std::string base = folder / example;
 };
 
 TEST_P(LoggerScript, GoesThrough) {
@@ -42,13 +43,13 @@ TEST_P(LoggerScript, GoesThrough) {
     const auto checked = testing::RunOstrand({"check", base + ".VKG"}, {.folder = folder.Path()});
     EXPECT_EQ(checked.out, base + ".VKG: all checks passed\n") << checked.err;
   }
-  if (GetParam() != "vehicle") return;
-  // This one builds an example from nothing.
-  EXPECT_EQ(ReadDisk(base + ".VKG"), ReadDisk(OSTRAND_SOURCE_DIR "/examples/vehicle-test.VKG"));
+  if (GetParam() != "vehicle" && GetParam() != "wind_turbine") return;
+  // These two build an example from nothing.
+  EXPECT_EQ(ReadDisk(base + ".VKG"), ReadDisk(OSTRAND_SOURCE_DIR "/examples/" + example + ".VKG"));
   run({"generate", base + ".VKG"});
   for (const std::string extension : {".VKP", ".VKD", ".VKW"}) {
     EXPECT_EQ(ReadDisk(base + extension),
-              ReadDisk(OSTRAND_SOURCE_DIR "/tests/golden/vehicle-test" + extension));
+              ReadDisk(OSTRAND_SOURCE_DIR "/tests/golden/" + example + extension));
   }
 }
 

@@ -214,10 +214,12 @@ const Stop kSetupStops[] = {
     // An unanswered question stops the script at the line that asked it.
     {"NoAnswer", "type Reps 1\ndone\nspin BlockCount down\nexpect BlockCount 0\n",
      "line 6: no answer to the box \"CONFIRM BLOCK DELETION\": Measurements for this block will be "
-     "Deleted, Continue?"},
+     "Deleted, Continue?\nTo answer it, write before this line: answer \"CONFIRM BLOCK DELETION\" "
+     "yes|no"},
     {"OtherAnswer", "type Reps 1\ndone\nanswer \"CONFIRM\" yes\nspin BlockCount down\n",
      "line 7: no answer to the box \"CONFIRM BLOCK DELETION\": Measurements for this block will be "
-     "Deleted, Continue?"},
+     "Deleted, Continue?\nTo answer it, write before this line: answer \"CONFIRM BLOCK DELETION\" "
+     "yes|no"},
     {"BoxText",
      "type Reps 1\ndone\nanswer \"CONFIRM BLOCK DELETION\" no\nspin BlockCount down\n"
      "expect box \"CONFIRM BLOCK DELETION\" \"Sure?\"\n",
@@ -250,8 +252,10 @@ TEST_P(ScreenDoesInstead, EndsTheScriptUnlessItExpectsJustThat) {
 }
 
 const Instead kInstead[] = {
-    {"KeyBeeps", "type Units m/s", "expect beep", "line 4: Units does not accept \"/\""},
-    {"KeyIsDropped", "type Units m/s", "expect Units ms", "line 4: Units does not accept \"/\""},
+    {"KeyBeeps", "type Units m/s", "expect beep",
+     "line 4: Units does not accept \"/\": it takes letters, digits and \"_@#$\", a letter first"},
+    {"KeyIsDropped", "type Units m/s", "expect Units ms",
+     "line 4: Units does not accept \"/\": it takes letters, digits and \"_@#$\", a letter first"},
     {"BlankIsDropped", "type Units \"m s\"", "expect Units ms",
      "line 4: Units: \"m s\" became \"ms\""},
     {"MaximumHolds", "type SettleTime 1e9\nleave", "expect SettleTime 50000",
@@ -319,7 +323,8 @@ constexpr std::string_view kWarned =
 TEST(Script, InformingBoxIsReportedAtItsLine) {
   const std::string expected =
       "line 4: unexpected box \"Measurement Type Not Recommended\": Single-ended Thermocouple "
-      "Measurements are not recommended.";
+      "Measurements are not recommended.\nTo answer it, write before this line: answer "
+      "\"Measurement Type Not Recommended\" ok";
   for (const std::string_view rest : {"expect MeasType SE\ntype Reps 2\n", "done\ndone\n"}) {
     ScriptSession session;
     EXPECT_EQ(session.Play(std::string(kWarned) + std::string(rest)), expected) << rest;
