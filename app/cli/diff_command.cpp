@@ -53,6 +53,8 @@ std::string byKey(const Difference& difference) {
   std::string text = difference.section + " " + difference.key;
   if (difference.change == Change::kAdded) return text + ": added";
   if (difference.change == Change::kRemoved) return text + ": removed";
+  if (difference.before.empty() && difference.wasInWords.empty())
+    return text + ": " + difference.after;
   return text + ": " + difference.before + " -> " + difference.after;
 }
 
@@ -92,7 +94,9 @@ ExitCode Differ(const CommandLine& line) {
   const auto before = projectText(files, alone ? kNoFile : line.words[0]);
   const auto after = projectText(files, alone ? line.words[0] : line.words[1]);
   if (!before || !after) return kFault;
-  const std::vector<Difference> differences = DifferencesOf(*before, *after);
+  const bool ofNothing = alone || line.words[0] == kNoFile;
+  const std::vector<Difference> differences =
+      DifferencesOf(*before, *after, ofNothing ? ItemDetail::kByKeys : ItemDetail::kOnce);
   const std::string text =
       line.format == Format::kJson ? asJson(differences) : asText(differences, line.keys);
   const bool printed = line.quiet || Print(text);

@@ -12,6 +12,9 @@ namespace {
 
 constexpr std::array<std::string_view, 4> kExtensions = {".VKG", ".VKP", ".VKD", ".VKW"};
 
+// Of a project's old file that a save left behind.
+constexpr std::string_view kOldProject = "._KG";
+
 // The program under test and its neighbour while it is written.
 constexpr std::string_view kTestedProgram = "TEMP$$$$";
 
@@ -107,6 +110,12 @@ Result<> OutputFiles::RenameNew(std::string_view from, std::string_view to) {
 
 Result<> OutputFiles::Link(std::string_view from, std::string_view to) {
   return writes() ? PosixFileSystem::Link(from, to) : Result<>(Done{});
+}
+
+// What a test compile makes is removed also if nothing is written.
+Result<> OutputFiles::Delete(std::string_view path) {
+  if (!writes() && path.ends_with(kOldProject)) return Done{};
+  return PosixFileSystem::Delete(path);
 }
 
 Result<std::unique_ptr<platform::ProjectLock>> OutputFiles::LockProject(

@@ -52,6 +52,7 @@ class OutputFiles final : public platform::PosixFileSystem {
   Result<> Rename(std::string_view from, std::string_view to) override;
   Result<> RenameNew(std::string_view from, std::string_view to) override;
   Result<> Link(std::string_view from, std::string_view to) override;
+  Result<> Delete(std::string_view path) override;
   Result<> SyncFolder(std::string_view path) override;
   Result<std::unique_ptr<platform::ProjectLock>> LockProject(
       std::string_view path, const platform::Waiting& waiting) override;

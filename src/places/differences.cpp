@@ -57,15 +57,21 @@ class SectionDifferences {
     after_ = itemsOf(header, after);
   }
 
-  void AddTo(std::vector<Difference>& differences) {
+  void AddTo(std::vector<Difference>& differences, ItemDetail detail) {
     std::set<std::string> items;  // that have been added or removed
     for (const Changed& change : changes_) {
       const std::string& item = change.place.item;
       if (isWhole(change)) {
-        if (!items.insert(item).second) continue;
-        const Change kind = change.before == nullptr ? Change::kAdded : Change::kRemoved;
-        differences.push_back(
-            {kind, std::string(header_), std::string(change.key), item, {}, {}, {}, {}, {}});
+        if (items.insert(item).second) {
+          const Change kind = change.before == nullptr ? Change::kAdded : Change::kRemoved;
+          differences.push_back(
+              {kind, std::string(header_), std::string(change.key), item, {}, {}, {}, {}, {}});
+        }
+        if (detail == ItemDetail::kByKeys && hasValue(change)) {
+          differences.push_back(valueOf(change));
+          differences.back().wasInWords.clear();
+          differences.back().isInWords = ValueInWords(header_, change.key, *change.after, true);
+        }
       } else if (!change.place.derived || !isExplained(change)) {
         differences.push_back(valueOf(change));
       }
@@ -79,6 +85,10 @@ class SectionDifferences {
     if (item.empty()) return false;
     if (change.before == nullptr) return !before_.contains(item);
     return change.after == nullptr && !after_.contains(item);
+  }
+
+  static bool hasValue(const Changed& change) {
+    return change.after != nullptr && !change.after->empty() && !change.place.derived;
   }
 
   // Whether a key that this one can follow from differs too.
@@ -115,7 +125,8 @@ class SectionDifferences {
 
 }  // namespace
 
-std::vector<Difference> DifferencesOf(std::string_view before, std::string_view after) {
+std::vector<Difference> DifferencesOf(std::string_view before, std::string_view after,
+                                      ItemDetail detail) {
   const ProjectValues one = ParseValues(before);
   const ProjectValues other = ParseValues(after);
   std::vector<std::string_view> headers = one.headers;
@@ -130,7 +141,8 @@ std::vector<Difference> DifferencesOf(std::string_view before, std::string_view 
   };
   std::vector<Difference> differences;
   for (const std::string_view header : headers) {
-    SectionDifferences(header, sectionOf(one, header), sectionOf(other, header)).AddTo(differences);
+    SectionDifferences(header, sectionOf(one, header), sectionOf(other, header))
+        .AddTo(differences, detail);
   }
   return differences;
 }
@@ -139,7 +151,8 @@ std::string InWords(const Difference& difference) {
   const std::string place = difference.place + ": ";
   if (difference.change == Change::kAdded) return place + "added";
   if (difference.change == Change::kRemoved) return place + "removed";
-  return place + difference.words + " " + difference.isInWords + ", was " + difference.wasInWords;
+  const std::string value = place + difference.words + " " + difference.isInWords;
+  return difference.wasInWords.empty() ? value : value + ", was " + difference.wasInWords;
 }
 
 }  // namespace ostrand

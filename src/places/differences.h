@@ -27,13 +27,21 @@ struct Difference {
   std::string isInWords;
 };
 
+// How an item that only one of the projects has is listed.
+enum class ItemDetail {
+  kOnce,    // as one difference
+  kByKeys,  // with a difference for each of its keys that has a value; they have no value before
+};
+
 // Compares two project files as ProjectFileText makes them, in Windows-1252: the order of keys,
 // blanks around values and the moment and version of the last save do not count. Of a key that is
 // repeated the last value counts, as in reading. A key that follows from others is left out if one
 // of those differs too. In the order of the sections and keys; none for equal projects.
-std::vector<Difference> DifferencesOf(std::string_view before, std::string_view after);
+std::vector<Difference> DifferencesOf(std::string_view before, std::string_view after,
+                                      ItemDetail detail = ItemDetail::kOnce);
 
-// "Voltage block 2: range 5000 mV, was 1000 mV"; "Voltage block 3: added".
+// "Voltage block 2: range 5000 mV, was 1000 mV"; "Voltage block 3: added"; "Voltage block 3: range
+// 5000 mV" for a key of an item that is listed by keys.
 std::string InWords(const Difference& difference);
 
 }  // namespace ostrand

@@ -85,6 +85,10 @@ Result<SavedProject> SaveProjectFile(ProjectStore& store, platform::FileSystem& 
   platform::AtomicFile file(files, project);
   if (auto written = file.Write(text); !written) return Error{written.ErrorText()};
   if (file.Stays()) {
+    // Of a save that died, beside a project that is whole.
+    if (files.LookAt(old) == platform::Entry::kFile) {
+      static_cast<void>(static_cast<bool>(files.Delete(old)));
+    }
     auto now = platform::IdentityNow(files, project);
     return SavedProject{now ? std::move(*now) : platform::IdentityOf(project, text), {}};
   }

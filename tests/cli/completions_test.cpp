@@ -157,12 +157,15 @@ std::vector<Entry> entriesOf(std::string_view options) {
   return entries;
 }
 
-// The man page has each command in its synopsis and its list, and an entry for each of its options.
+// The man page has each command in its synopsis and its list, and an entry for each of its options;
+// the guide has each command in its table.
 TEST(ManPage, CoversTheHelp) {
   std::string page = ReadDisk(OSTRAND_SOURCE_DIR "/docs/ostrand.1");
   std::erase(page, '\\');
+  const std::string guide = ReadDisk(OSTRAND_SOURCE_DIR "/docs/user-guide.md");
   const std::vector<Entry> entries = entriesOf(Before(After(page, "\n.SH OPTIONS\n"), "\n.SH "));
   for (const auto& [command, names] : optionsOfHelp()) {
+    EXPECT_TRUE(Holds(guide, "| `ostrand " + command + " ")) << command;
     EXPECT_TRUE(Holds(page, "\n.B ostrand " + command)) << command;
     EXPECT_TRUE(Holds(page, "\n.TP\n.B " + command + "\n")) << command;
     for (const std::string& name : names) {

@@ -63,7 +63,16 @@ TEST_F(CliDocuments, DiffShowsWordsOrKeys) {
 TEST_F(CliDocuments, DiffOfOneProjectShowsWhatItSets) {
   const Outcome alone = run({"diff", "b.VKG"});
   EXPECT_EQ(alone.code, 0);
-  EXPECT_TRUE(Holds(alone.out, "Voltage block 1: added\n")) << alone.out;
+  EXPECT_TRUE(Holds(alone.out, "Voltage block 1: added\nVoltage block 1: ")) << alone.out;
+  EXPECT_FALSE(Holds(alone.out, "\"")) << "values in words" << alone.out;
+  // Each change of a block is seen between two states.
+  std::string bytes = ReadDisk(folder / "b.VKG");
+  const std::size_t units = bytes.find("\r\nUnits(1)=", bytes.find("[VOLTAGE BLOCKS]"));
+  bytes.insert(units + 11, "furlongs per ");
+  WriteDisk(folder / "c.VKG", bytes);
+  EXPECT_TRUE(Holds(run({"diff", "c.VKG"}).out, "Voltage block 1: units furlongs per "));
+  EXPECT_TRUE(
+      Holds(run({"diff", "--keys", "c.VKG"}).out, "[VOLTAGE BLOCKS] Units(1): furlongs per "));
   const Outcome added = run({"diff", "/dev/null", "b.VKG"});
   EXPECT_EQ(added.code, 1);
   EXPECT_EQ(added.out, alone.out);

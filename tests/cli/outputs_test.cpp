@@ -77,6 +77,7 @@ TEST_F(CliOutputs, ThatDifferInDateAndTimeAloneAreLeftAlone) {
 }
 
 TEST_F(CliOutputs, AreComparedWithoutBeingWritten) {
+  WriteDisk(folder / "pump._KG", "of a save that died");
   for (const std::string option : {"--check", "--diff", "--dry-run"}) {
     for (const std::string command : {"generate", "save", "resave"}) {
       const auto before = names();

@@ -67,6 +67,11 @@ Tree made(const std::string& root, const Programs& programs, const Tree& before,
   return ReadTree(root);
 }
 
+// Changes each file in more than its date, so that it is not left alone.
+void differ(Tree& tree) {
+  for (const std::string& name : kSaved) tree.at(name) += "\r\n";
+}
+
 }  // namespace
 
 Tree ReadTree(const std::string& folder) {
@@ -124,6 +129,7 @@ std::vector<Subject> MakeSubjects(const std::string& root, const Programs& progr
   given["p/pump.VKG"] = readFile(programs.project);
   given = made(root, programs, given, resave, kOldEpoch);
   given = made(root, programs, given, {"generate", "pump.VKG"}, kOldEpoch);
+  differ(given);
   Tree scripted = given;
   scripted["p/script.txt"] = kScript;
   Tree optioned = given;

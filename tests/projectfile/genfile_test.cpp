@@ -45,6 +45,15 @@ TEST_F(ProjectFile, SaveLeavesOnlyTheNewFile) {
   }
 }
 
+TEST_F(ProjectFile, SaveThatLeavesTheFileAloneRemovesWhatADeadSaveLeft) {
+  struct : testing::MemoryFileSystem {
+    bool Stays(const std::string&, std::string_view, bool) override { return true; }
+  } disk;
+  disk.files = {{"/p/pump.VKG", "old"}, {"/p/pump._KG", "dead"}};
+  ASSERT_TRUE(SaveProjectFile(*store_, disk, clock_, "/p/pump"));
+  EXPECT_EQ(disk.files, (Files{{"/p/pump.VKG", "old"}}));
+}
+
 TEST_F(ProjectFile, SaveKeepsTheOnlyCopyOfADeadSave) {
   files_.files = {{"/p/pump._KG", "only"}, {"/p/pump._KG.1", "other"}};
   const auto saved = SaveProjectFile(*store_, files_, clock_, "/p/pump");
