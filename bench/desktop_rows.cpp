@@ -25,8 +25,12 @@
 #include "main_window.h"
 #include "model/new_store.h"
 #include "pages/channels_page.h"
+#include "pages/checks_page.h"
+#include "pages/program_page.h"
+#include "pages/tables_page.h"
 #include "pages/wiring_page.h"
 #include "process.h"
+#include "projectfile/genfile.h"
 #include "projects.h"
 #include "report/report.h"
 #include "screen_window.h"
@@ -262,6 +266,95 @@ Figure redraw() {
   });
 }
 
+// The same for pages with other needs.
+Figure redrawOf(QWidget& page, Desk& desk, const std::function<void()>& show) {
+  constexpr QSize kSize(900, 700);
+  page.resize(kSize);
+  paint(page);
+  show();
+  constexpr int kRounds = 9;
+  return processorMillis(kRounds, [&] {
+    desk.store->VoltBlock[1].SettleTime += 10;
+    show();
+    page.repaint();
+    QApplication::processEvents();
+  });
+}
+
+Figure redrawProgram() {
+  Desk desk(MakeLongestProgram);
+  desktop::ProgramView page([](const ScreenPlace&) {}, nullptr);
+  return redrawOf(page, desk, [&] { page.Show(desk.control, *desk.store); });
+}
+
+Figure redrawTables() {
+  Desk desk(MakeLargestProject);
+  desktop::TablesPage page([&]() -> const ProjectStore& { return *desk.store; }, nullptr);
+  return redrawOf(page, desk, [&] { page.Show(); });
+}
+
+Figure redrawChecks() {
+  Desk desk(MakeLargestProject);
+  desktop::FindingsPage page([](const ScreenPlace&) {}, [](int) {}, nullptr);
+  return redrawOf(page, desk, [&] { page.Show(desk.control, *desk.store); });
+}
+
+// A disk with one project on it.
+class OneProject final : public NoFiles {
+ public:
+  OneProject() {
+    const std::unique_ptr<ProjectStore> store = NewStore();
+    MakeWiredProject(*store);
+    bytes_ = ORVUS_GENFILE::ProjectFileText(*store, {});
+  }
+  bool Exists(std::string_view path) override { return path == kPath; }
+  Result<std::string> Read(std::string_view path) override {
+    return path == kPath ? Result<std::string>(bytes_) : NoFiles::Read(path);
+  }
+  static constexpr const char* kPath = "/sample.VKG";
+
+ private:
+  std::string bytes_;
+};
+
+// The main window reads a project when all its pages have been seen, against one where only the
+// summary was.
+Figure unseen() {
+  struct Window {
+    Window() { window.show(); }
+    void Read() {
+      Require(window.Open(OneProject::kPath), "open");
+      QApplication::processEvents();
+    }
+    Machine machine;
+    OneProject disk;
+    desktop::QtForms forms;
+    platform::Surroundings usual = machine.Around();
+    platform::Surroundings around{disk,
+                                  usual.clock,
+                                  forms,
+                                  usual.processes,
+                                  usual.settings,
+                                  usual.registry,
+                                  usual.temporaryFolder,
+                                  {},
+                                  {}};
+    std::unique_ptr<ProjectStore> store = NewStore();
+    desktop::MainWindow window{*store, around, forms};
+  };
+  Window seen;
+  Window fresh;
+  seen.Read();
+  fresh.Read();
+  for (int page = seen.window.Pages()->count(); page-- > 0;) {
+    seen.window.Pages()->setCurrentIndex(page);
+    QApplication::processEvents();
+  }
+  constexpr int kRounds = 9;
+  return RatioOf(
+      kRounds, 0, [&] { seen.Read(); }, [&] { fresh.Read(); });
+}
+
 Figure report() {
   Desk desk(MakeWiredProject);
   constexpr int kRounds = 3;
@@ -306,6 +399,10 @@ std::vector<Row> DesktopRows() {
       {"wiring", "redraw of the wiring, ms of the processor", 100, redraw<desktop::WiringPage>},
       {"channels", "redraw of the channels, ms of the processor", 100,
        redraw<desktop::ChannelsPage>},
+      {"program", "redraw of the longest program, ms of the processor", 100, redrawProgram},
+      {"tables", "redraw of the tables, ms of the processor", 100, redrawTables},
+      {"checks", "redraw of the checks, ms of the processor", 100, redrawChecks},
+      {"unseen", "reading a project with all pages seen before, to none", 1.1, unseen},
       {"report", "report, ms of the processor", 3000, report},
   };
 }
