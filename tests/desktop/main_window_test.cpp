@@ -13,6 +13,7 @@
 #include <QPrintDialog>
 #include <QProcess>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QSet>
 #include <QTabWidget>
 #include <QTemporaryDir>
@@ -90,6 +91,34 @@ TEST_F(Main, ShowsAProject) {
   EXPECT_TRUE(window_.findChild<QPlainTextEdit*>()->toPlainText().contains("BeginProg"));
   window_.Pages()->setCurrentIndex(5);
   EXPECT_GT(window_.Checks()->topLevelItemCount(), 0);
+}
+
+// "**File > Save** (Ctrl+S)" is a command of the menu File with that key.
+TEST_F(Main, HasTheCommandsThatTheGuideNames) {
+  const QString guide =
+      QString::fromStdString(testing::ReadDisk(OSTRAND_SOURCE_DIR "/docs/desktop.md")).simplified();
+  static const QRegularExpression named("\\*\\*([^*]+)\\*\\*(?: \\((Ctrl[^)]*|F[0-9]+)\\))?");
+  int commands = 0;
+  for (auto found = named.globalMatch(guide); found.hasNext();) {
+    const QRegularExpressionMatch match = found.next();
+    const QStringList path = match.captured(1).split(" > ");
+    if (path.size() == 1 && match.captured(2).isEmpty()) continue;
+    ++commands;
+    bool there = false;
+    for (const QAction* action : window_.findChildren<QAction*>()) {
+      const auto* menu = qobject_cast<const QMenu*>(action->parent());
+      const QString text = action->text().remove('&').remove("...");
+      const bool isNamed = text == path.last();
+      const bool inMenu =
+          path.size() == 1 || (menu != nullptr && menu->title().remove('&') == path.first());
+      const bool hasKey =
+          match.captured(2).isEmpty() || action->shortcut() == QKeySequence(match.captured(2));
+      there = there || (isNamed && inMenu && hasKey);
+    }
+    EXPECT_TRUE(there) << match.captured(0).toStdString();
+  }
+  EXPECT_GT(commands, 7);
+  EXPECT_EQ(window_.ButtonOf(kSaveAndSendButton)->text().indexOf("&D"), 12);
 }
 
 // From a page, by the search, and with a screen open already.
