@@ -60,7 +60,6 @@ void frmSolveList::offer(std::initializer_list<Opener*> calculators, bool fit) {
 }
 
 void frmSolveList::run(const Opener& opener) {
-  calculator_.answer.reset();
   if (!OpenScreen(context(), opener.Opens(), calculator_)) return;
   request_.answered = calculator_.answer.has_value();
   if (request_.answered) take(*calculator_.answer, request_.scaling);
