@@ -60,36 +60,6 @@ TEST_F(AnalogScreensTest, BlockMadeOnScreensIsSaved) {
   EXPECT_NE(file.find(kBlock), std::string::npos) << file;
 }
 
-TEST_F(AnalogScreensTest, FreeChannelsLimitBlockCount) {
-  struct Case {
-    OrvusAnalogInputTypes newType;
-    int singleEnded;  // in use by another section
-    std::string_view freeSE, freeDiff;
-    bool spins, types;
-  };
-  constexpr Case cases[] = {
-      {ORVUS_INPUT_DIFF, 39, "1", "0", false, false},
-      {ORVUS_INPUT_DIFF, 38, "2", "1", false, false},
-      {ORVUS_INPUT_DIFF, 37, "3", "1", true, true},
-      {ORVUS_INPUT_SE, 39, "1", "0", true, true},
-      {ORVUS_INPUT_SE, 40, "0", "0", false, false},
-      {ORVUS_INPUT_SE, 42, "-2", "-1", true, false},  // too many
-  };
-  for (const Case& row : cases) {
-    SCOPED_TRACE(row.singleEnded);
-    options.Measurement.DefaultInputType = row.newType;
-    store->TempBlock.SEChannelCount = static_cast<i16>(row.singleEnded);
-    frmVoltBlock list(context);
-    EXPECT_EQ(Shown(list, "FreeSE"), row.freeSE);
-    EXPECT_EQ(Shown(list, "FreeDiff"), row.freeDiff);
-    Type(list, "BlockCount", "1");
-    EXPECT_EQ(Shown(list, "BlockCount"), row.types ? "1" : "0");
-    if (row.types) continue;
-    Spin(list, "BlockCount", true);
-    EXPECT_EQ(Shown(list, "BlockCount"), row.spins ? "1" : "0");
-  }
-}
-
 TEST_F(AnalogScreensTest, DoneWritesTheStartsOfAllBlocksOfAllKinds) {
   fill(store->TempBlock, {{3, "SE"}});
   fill(store->VoltBlock, {{2, "Diff"}, {1, "Diff"}, {0, "SE"}, {2, "SE"}});
@@ -245,23 +215,6 @@ TEST_F(AnalogScreensTest, ScaleAppliesToUnusedRows) {
   EXPECT_EQ(block.Alias[1].AliasName, "Oil");
   EXPECT_EQ(block.Alias[1].AliasUnits + block.Alias[1].AliasMult + block.Alias[1].AliasOffset, "");
   EXPECT_EQ(block.Alias[2].AliasUnits + block.Alias[2].AliasMult, "oil_C");
-}
-
-TEST_F(AnalogScreensTest, NewBlocksStartWithTheUsersOptions) {
-  options.Measurement.DefaultInputType = ORVUS_INPUT_SE;
-  options.Measurement.DefaultIntegrationCode = ORVUS_MEAS_INTEG_60HZ;
-  store->Config.TK40MQty = 1;
-  frmVoltBlock volts(context);
-  Spin(volts, "BlockCount", true);
-  volts.Done();
-  EXPECT_EQ(store->VoltBlock[1].MeasType, "SE");
-  EXPECT_EQ(store->VoltBlock[1].IntegrationRange, 1);
-  EXPECT_EQ(store->VoltBlock[1].Integration, 16670);
-  frmTK40MBlock mux(context);
-  Spin(mux, "BlockCount", true);
-  mux.Done();
-  EXPECT_EQ(store->TK40MBlock[1].Integration, 16670);
-  EXPECT_EQ(store->TK40MBlock[1].Units, "Deg_F");
 }
 
 }  // namespace

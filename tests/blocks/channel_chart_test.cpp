@@ -39,31 +39,5 @@ TEST_F(ChannelChartTest, ManualBlocksMayOverlapAndExceedPanel) {
   EXPECT_EQ(Shown(graph, "SE40"), "VBlk2(1)");
 }
 
-TEST_F(ChannelChartTest, BlocksFollowEachOtherOverTheMultiplexers) {
-  struct Case {
-    std::vector<ChannelBlock> blocks;
-    std::vector<MuxBlockPlace> places;
-  };
-  const Case cases[] = {
-      {{{30}, {20}}, {{1, {1, 1}, {2, 5}}, {2, {2, 6}, {2, 25}}}},
-      {{{25}, {1}}, {{1, {1, 1}, {1, 25}}, {2, {2, 1}, {2, 1}}}},
-      {{{0}, {25}, {0}, {75}}, {{2, {1, 1}, {1, 25}}, {4, {2, 1}, {4, 25}}}},
-      {{}, {}},
-  };
-  for (const Case& row : cases) EXPECT_EQ(MuxMap(row.blocks), row.places);
-}
-
-TEST_F(ChannelChartTest, EachMultiplexerIsATableOfItsInputs) {
-  const frmTK40Graph graph(context, {{{30, "Diff"}}, 2});
-  const auto placeOf = [&graph](std::string_view name) {
-    const Control& input = *graph.Find(name);
-    return input.Group + ' ' + std::to_string(input.Row);
-  };
-  EXPECT_EQ(placeOf("Mux1"), "Multiplexer 1 1");
-  EXPECT_EQ(placeOf("Mux25"), "Multiplexer 1 25");
-  EXPECT_EQ(placeOf("Mux26"), "Multiplexer 2 1");
-  EXPECT_EQ(placeOf("Mux50"), "Multiplexer 2 25");
-}
-
 }  // namespace
 }  // namespace ostrand

@@ -1,8 +1,5 @@
-// The logger's screens: what they preserve of projects from other programs, and how typed values
-// reach the program. Scripts test the screens themselves.
-#include <gmock/gmock.h>
-
-#include "generator/generated.h"
+// The logger's screens: what they preserve of projects from other programs. Scripts test the
+// screens themselves.
 #include "logger/config_moment.h"
 #include "logger/frm_config.h"
 #include "logger/frm_execute.h"
@@ -19,24 +16,6 @@ class ConfigScreens : public testing::TableScreens {
     store->VoltBlock.BlockCount = 1;
     store->VoltBlock[1].Reps = 3;
     store->VoltBlock[1].Alias[2].AliasName = "Oil";
-  }
-
-  // A check box is "on" or "off"; items of a list are picked.
-  template <typename Form>
-  void fill(std::initializer_list<std::pair<std::string_view, std::string_view>> fields) {
-    Form screen(context);
-    for (const auto& [name, keys] : fields) {
-      const Control& field = control(screen, name);
-      if (dynamic_cast<const CheckBox*>(&field) != nullptr) {
-        check(screen, name, keys == "on");
-      } else if (dynamic_cast<const Choice*>(&field) != nullptr) {
-        pick(screen, name, keys);
-      } else {
-        type(screen, name, keys);
-      }
-    }
-    screen.Done();
-    EXPECT_EQ(screen.Result(), ModalResult::kDone);
   }
 };
 
@@ -81,7 +60,11 @@ TEST_F(ConfigScreens, ViewedSettingsStayUnchanged) {
 }
 
 TEST_F(ConfigScreens, StatusRowIsVariableAtOnce) {
-  fill<frmConfig>({{"MonitorPower5", "on"}, {"StatusFlag", "3"}, {"StatTrueFalse", "False"}});
+  frmConfig first(context);
+  check(first, "MonitorPower5", true);
+  pick(first, "StatusFlag", "3");
+  pick(first, "StatTrueFalse", "False");
+  first.Done();
   frmConfig screen(context);
   press(screen, "AddStatus");
   check(screen, "MonitorPower2", true);
@@ -129,41 +112,6 @@ TEST_F(ConfigScreens, PortsReportRequiredMode) {
     EXPECT_EQ(whyNot(name), "Needs the port mode Bit-Write.") << name;
   }
   EXPECT_EQ(whyNot("Include9"), "");
-}
-
-// The program contains what was typed on the screens.
-TEST_F(ConfigScreens, PowerAndPortsReachTheProgram) {
-  fill<frmConfig>({{"MonitorPower2", "on"},
-                   {"EnablePowerOff", "on"},
-                   {"PowerOffMeasVar", "Oil"},
-                   {"PowerOffCompare", "<="},
-                   {"PowerOffValue", "-1.5"},
-                   {"PowerOffTime", "2"},
-                   {"PowerOffMins", "Hr"},
-                   {"EnableTime", "on"},
-                   {"TimeOffYear", "2004"},
-                   {"TimeOffYear", "any"},
-                   {"TimeOffHour", "23"},
-                   {"EnableOnTime", "off"},
-                   {"PowerOffPOTime", "30"},
-                   {"PowerOnMins", "Min"}});
-  fill<frmPorts>({{"ByteMode", "Bit-Write"},
-                  {"Include3", "on"},
-                  {"State1MeasureVar3", "Oil"},
-                  {"State2MeasureVar3", "Oil"},
-                  {"Polarity3", "off"}});
-  platform::PosixFileSystem files;
-  platform::PosixClock clock;
-  using testing::At66;
-  const auto lines = testing::LinesOf(SAVEDLD(*store, files, clock, forms).ProgramText());
-  EXPECT_THAT(lines, ::testing::IsSupersetOf(
-                         {At66("      If VBlk1(2) <= -1.5 Then", "'Test for power off"),
-                          At66("         PowerOff(0,2,Hr)", "'Kill the logger, restart in 2 Hr"),
-                          At66("      If StopTime(4) = 23 Then", "'Hour"),
-                          At66("         PowerOff(0,30,Min)", "'Kill the logger"),
-                          At66("      ElseIf VBlk1(2) < 0 Then", "'Other condition"),
-                          At66("         Port(3) = False", "'Port 3 if test condition is true")}));
-  EXPECT_THAT(lines, ::testing::Not(::testing::Contains(::testing::HasSubstr("If StopTime(1)"))));
 }
 
 }  // namespace

@@ -9,11 +9,6 @@
 namespace ostrand {
 namespace {
 
-using platform::Answer;
-
-constexpr std::string_view kEditsQuestion =
-    "Edits were made to one or more table configurations.  Save changes before exiting screen?";
-
 class TableSetupTest : public testing::TableScreens {
  protected:
   // A scan of 10 milliseconds; tables 1 and 2 of 1 second are on.
@@ -31,55 +26,6 @@ class TableSetupTest : public testing::TableScreens {
     store->Tables[2].TableName = "Cabin";
   }
 };
-
-TEST_F(TableSetupTest, DoneKeepsEveryFieldUnderItsKeyAndCancelNone) {
-  const TableSetup before = store->Tables;
-  for (const bool done : {false, true}) {
-    frmOutInt form(context);
-    pick(form, "Table", "Table 3");
-    EXPECT_FALSE(usable(form, "TableName")) << "what is off is not saved";
-    check(form, "TableOn", true);
-    type(form, "TableName", "Slow_1");
-    type(form, "OutInt", "5");
-    pick(form, "OutIntUnits", "Mins");
-    EXPECT_EQ(shown(form, "PerSec"), "0.00333");
-    type(form, "Buffer", "1e5");
-    check(form, "FillStop", true);
-    check(form, "CalcTime", !form.CalcTime.Checked());
-    pick(form, "TableLocation", "PC Card");
-    EXPECT_FALSE(form.TableLocation.Pick("Flash"));
-    pick(form, "FlagTable", "4");
-    pick(form, "FlagMark", "5");
-    pick(form, "FlagFull", "6");
-    pick(form, "HDU7", "Table 3");
-    check(form, "AutoSize", true);
-    EXPECT_FALSE(usable(form, "Buffer"));
-    if (done) {
-      form.Done();
-      EXPECT_EQ(form.Result(), ModalResult::kDone);
-    } else {
-      forms.ExpectBox("OUTPUT TABLES", std::string(kEditsQuestion), Answer::kNo);
-      form.Cancel();
-      EXPECT_EQ(form.Result(), ModalResult::kCancel);
-      EXPECT_EQ(store->Tables.HDU7, before.HDU7);
-      EXPECT_EQ(store->Tables.Table, before.Table);
-    }
-  }
-  OutputTable expected = before[3];
-  expected.TableOn = expected.FillStop = expected.AutoSize = kTrue;
-  expected.CalcTime = expected.CalcTime == kFalse ? kTrue : kFalse;
-  expected.TableName = "Slow_1";
-  expected.OutInt = 5;
-  expected.OutIntUnits = ORVUS_TBLTIME_MINS;
-  expected.Buffer = 100000;
-  expected.TableLocation = 2;
-  expected.FlagTable = 4;
-  expected.FlagMark = 5;
-  expected.FlagFull = 6;
-  EXPECT_EQ(store->Tables[3], expected);
-  EXPECT_EQ(store->Tables.HDU7, 4) << "what the program takes for table 3";
-  EXPECT_EQ(store->Tables[2], before[2]);
-}
 
 TEST_F(TableSetupTest, LocationZeroIsInternalAndNoEdit) {
   store->Tables[1].TableLocation = 0;

@@ -1,9 +1,8 @@
-// Triggers and write conditions, and their stored form.
+// Triggers and their stored form.
 #include <gtest/gtest.h>
 
 #include "support/table_screens_fixture.h"
 #include "tables/frm_trig_table.h"
-#include "tables/frm_write_if.h"
 
 namespace ostrand {
 namespace {
@@ -20,11 +19,6 @@ class TriggerScreens : public testing::TableScreens {
     host.scenes.push_back(std::move(scene));
     frmTrigTable screen(context);
     EXPECT_EQ(screen.SetTriggers(table), done);
-  }
-  void setWriteIf(std::function<void(Screen&)> scene, bool done) {
-    host.scenes.push_back(std::move(scene));
-    frmWriteIf screen(context);
-    EXPECT_EQ(screen.SetWriteIf(table), done);
   }
 
   cOutputTable table;
@@ -71,35 +65,6 @@ TEST_F(TriggerScreens, EmptyRowsAreStoredAsInNewProject) {
       EXPECT_EQ(table.TriggerCompare(s, n), store->Tables[1].Trigger[s][n].StartCompare) << s;
     }
   }
-}
-
-TEST_F(TriggerScreens, WriteConditions) {
-  for (const bool done : {false, true}) {
-    setWriteIf(
-        [&](Screen& screen) {
-          pick(screen, "MeasureVar1", "Oil");
-          pick(screen, "Compare1", "<>");
-          type(screen, "Value1", "1e7");
-          check(screen, "DisableWriteIf", true);
-          done ? screen.Done() : screen.Cancel();
-        },
-        done);
-    EXPECT_EQ(table.WriteIfNumber, done ? 1 : 0);
-    EXPECT_EQ(table.WriteIfDisable, done ? 1 : 0);
-    EXPECT_EQ(table.WriteIfExpression(1), done ? "VBlk1(2) <> 1e+07" : "");
-  }
-  EXPECT_EQ(table.WriteIfGrpExpress, "1");
-  EXPECT_EQ(table.WriteIfCompare(1), 1);
-  EXPECT_EQ(table.WriteIfValue(1), 1e7F);
-  setWriteIf(
-      [&](Screen& screen) {
-        pick(screen, "MeasureVar1", "(None)");
-        screen.Done();
-      },
-      true);
-  EXPECT_EQ(table.WriteIfNumber, 0);
-  EXPECT_EQ(table.WriteIfMeasVar(1), "");
-  EXPECT_EQ(table.WriteIfExpression(1), "");
 }
 
 }  // namespace
