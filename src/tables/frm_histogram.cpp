@@ -29,9 +29,9 @@ frmHistogram::frmHistogram(const ScreenContext& context, const HistoTarget& targ
 }
 
 bool frmHistogram::onDone() {
-  if (number(kBins) < 2) return refuse("Number of Bins must have a value of at least 2.");
+  if (number(kBins) < 2) return refuse("Number of Bins must have a value of at least 2.", kBins);
   if (!limitsFit()) return false;
-  if (number(kWeight) <= 0) return refuse("Weighted Value must be greater than zero.");
+  if (number(kWeight) <= 0) return refuse("Weighted Value must be greater than zero.", kWeight);
   return keep();
 }
 

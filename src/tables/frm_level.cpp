@@ -189,14 +189,15 @@ HistoSet frmLevel::edited() const {
 
 bool frmLevel::onDone() {
   if (isTwo() && LevelMeas.Index() < 0) {
-    return refuse("MISSING 2ND DIM",
-                  "Two Dimensional Level Crossing requires a 2nd Dim Selection.");
+    return refuse("MISSING 2ND DIM", "Two Dimensional Level Crossing requires a 2nd Dim Selection.",
+                  LevelMeas);
   }
   if (Levels.Count() < kMinLevels) {
-    return refuse(kFewTitle, "There must be at least 2 values in Level Crossing Values.");
+    return refuse(kFewTitle, "There must be at least 2 values in Level Crossing Values.",
+                  Levels.Entry);
   }
   if (isTwo() && Tests.Count() < kMinLevels) {
-    return refuse(kFewTitle, "There must be at least 2 values in 2nd Dim Boundaries.");
+    return refuse(kFewTitle, "There must be at least 2 values in 2nd Dim Boundaries.", Tests.Entry);
   }
   // An unedited text stays as written.
   if (touched_ || target().histo.LevelCode.empty()) target().histo = edited();

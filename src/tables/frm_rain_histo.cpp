@@ -30,8 +30,8 @@ frmRainHisto::frmRainHisto(const ScreenContext& context, const HistoTarget& targ
 }
 
 bool frmRainHisto::onDone() {
-  if (number(kMean) < 1) return refuse("Mean Bins must have a value of at least 1.");
-  if (number(kAmp) < 2) return refuse("Amp Bins must have a value of at least 2.");
+  if (number(kMean) < 1) return refuse("Mean Bins must have a value of at least 1.", kMean);
+  if (number(kAmp) < 2) return refuse("Amp Bins must have a value of at least 2.", kAmp);
   return limitsFit() && keep();
 }
 

@@ -162,23 +162,25 @@ std::string frmTrigTable::eventText() const {
          (isSingle() ? "True" : "bStopTrigger") + "," + AftTriggerScans.Text() + ")";
 }
 
-bool frmTrigTable::reportMissing(std::string_view what, std::string_view remedy) {
+bool frmTrigTable::reportMissing(ConditionSet& set, std::string_view what,
+                                 std::string_view remedy) {
   std::string text = JoinLines({"Warning: Your current conditions for this dual trigger", what});
   text += "\r\n";
   text += remedy;
   ShowWarning(Forms(), "INVALID TRIGGER CONDITION", std::move(text));
+  MoveFocus(&set[1].MeasVar);
   return false;
 }
 
 bool frmTrigTable::onDone() {
   if (table_ == nullptr) return true;
   if (!isSingle() && Stop.Count() == 0) {
-    return reportMissing("do not contain a valid stop trigger condition. Please",
+    return reportMissing(Stop, "do not contain a valid stop trigger condition. Please",
                          "add at least one valid stop trigger condition or change\r\n"
                          "the trigger to be a single trigger.");
   }
   if (Start.Count() == 0) {
-    return reportMissing("do not contain a valid start trigger condition. Please",
+    return reportMissing(Start, "do not contain a valid start trigger condition. Please",
                          "add at least one valid start trigger condition.");
   }
   if (!Start.Check() || (!isSingle() && !Stop.Check())) return false;

@@ -58,7 +58,7 @@ class frmTrigTable final : public Screen {
   [[nodiscard]] bool isSingle() const { return SingleTrigger.Checked(); }
   [[nodiscard]] std::string eventText() const;
   void keep(const ConditionSet& set, int state);
-  bool reportMissing(std::string_view what, std::string_view remedy);
+  bool reportMissing(ConditionSet& set, std::string_view what, std::string_view remedy);
 
   cOutputTable* table_ = nullptr;  // whose triggers are shown
 };

@@ -48,8 +48,9 @@ std::string HistoScreen::codeLine(std::string_view source, std::string_view code
   return line + ")";
 }
 
-bool HistoScreen::refuse(std::string_view title, std::string_view text) {
+bool HistoScreen::refuse(std::string_view title, std::string_view text, Control& at) {
   ShowWarning(Forms(), title, std::string(text));
+  MoveFocus(&at);
   return false;
 }
 
@@ -111,15 +112,16 @@ std::string HistoNumberScreen::codeText() const {
   return HistoText(numbers, order_);
 }
 
-bool HistoNumberScreen::refuse(std::string_view text) {
-  return HistoScreen::refuse("INCORRECT VALUE", text);
+bool HistoNumberScreen::refuse(std::string_view text, std::size_t n) {
+  return HistoScreen::refuse("INCORRECT VALUE", text, *fields_[n]);
 }
 
 bool HistoNumberScreen::limitsFit() {
   const double lower = number(order_.lower);
   const double upper = number(order_.upper);
-  if (lower == upper) return refuse("Lower Limit and Upper Limit are the same values.");
-  if (lower > upper) return refuse("Lower Limit must be less then  Upper Limit.");
+  if (lower == upper)
+    return refuse("Lower Limit and Upper Limit are the same values.", order_.upper);
+  if (lower > upper) return refuse("Lower Limit must be less then  Upper Limit.", order_.upper);
   return true;
 }
 

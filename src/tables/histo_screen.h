@@ -35,7 +35,8 @@ class HistoScreen : public Screen {
   // The instruction as the screen shows it: "(BinSelect,FP2,0,20,0,100,0,1)".
   [[nodiscard]] std::string codeLine(std::string_view source, std::string_view code) const;
   // Reports a fault and keeps the screen open.
-  bool refuse(std::string_view title, std::string_view text);
+  // The focus goes to the control at fault.
+  bool refuse(std::string_view title, std::string_view text, Control& at);
 
  private:
   HistoTarget target_;
@@ -74,7 +75,7 @@ class HistoNumberScreen : public HistoScreen {
   void load(const std::array<NumericField*, 5>& fields);
   [[nodiscard]] double number(std::size_t n) const { return fields_[n]->Value(); }
   // Reports an invalid number, or invalid limits.
-  bool refuse(std::string_view text);
+  bool refuse(std::string_view text, std::size_t n);
   bool limitsFit();
   // Stores the numbers; an unedited text stays as written.
   bool keep();
