@@ -137,11 +137,11 @@ bool MainWindow::hasFile() const {
   return named_ && around_.files.Exists(session_.CurrentFileName());
 }
 
-// The session asks about its own edits. It does not know of texts in the two boxes, and has no name
-// for a new project.
+// The session asks about its own edits. It does not know of texts in the two boxes, has no name for
+// a new project, and would save over one that another window has.
 bool MainWindow::mayLeaveProject() {
   if (!HasEdits()) return true;
-  if (hasFile() && session_.DirtyFlag()) {
+  if (hasFile() && session_.DirtyFlag() && !keeper_.InUse()) {
     bool cancelled = true;
     act({}, [&] { session_.AskToSaveAll(false, cancelled); });
     if (!cancelled && !session_.DirtyFlag()) projectSaved();
@@ -438,7 +438,19 @@ void MainWindow::ColorsChanged() {
   paint(panels_, colors.PanelBack, colors.PanelText, QPalette::Window, QPalette::WindowText);
   panels_->setAutoFillBackground(true);
   paint(summary_, colors.SummaryBack, colors.SummaryText, QPalette::Base, QPalette::Text);
+  for (QLineEdit* box : {operator_, number_}) paintBox(box);
   showPage();
+}
+
+// A box with the focus has the colour of the highlight.
+void MainWindow::paintBox(QLineEdit* box) {
+  QPalette palette = QApplication::palette();
+  if (box->hasFocus()) {
+    palette.setColor(QPalette::Base, ColorOf(session_.Colors().Highlight, palette));
+    palette.setColor(QPalette::Text,
+                     Readable(palette.color(QPalette::Text), palette.color(QPalette::Base)));
+  }
+  box->setPalette(palette);
 }
 
 void MainWindow::programsChanged() {
@@ -553,6 +565,7 @@ bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
     session_.SetFocus(box == operator_ ? Focus::kOper : Focus::kIDNum);
     QMetaObject::invokeMethod(box, &QLineEdit::selectAll, Qt::QueuedConnection);
   }
+  if (box != nullptr && (focused || event->type() == QEvent::FocusOut)) paintBox(box);
   if (event->type() == QEvent::KeyPress && box != nullptr) {
     const int key = static_cast<QKeyEvent*>(event)->key();
     QWidget* below =

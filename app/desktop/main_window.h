@@ -127,6 +127,7 @@ class MainWindow final : public QMainWindow, private OstrandEvents {
   void click(int button);
   void clickWidget(int button);  // by the user at the main row, where the focus then is
   void pointAt(const MainButton& button);
+  void paintBox(QLineEdit* box);
   void save();
   void saveAs() { click(kSaveButton); }
   void saveAndSend();

@@ -109,6 +109,7 @@ MainWindow::MainWindow(ProjectStore& store, const platform::Surroundings& around
   keeper_.OnNotice = [this](const QString& text) { notice_->Show(text); };
   forms_.Main(this);
   forms_.OnHelp = [this] { ShowHelp(); };
+  forms_.MaySaveTo = [this](const std::string& path) { return keeper_.MaySaveTo(path); };
   setWindowIcon(SystemIcon("ostrand"));
   setAcceptDrops(true);
   helpLine_->setTextFormat(Qt::PlainText);
@@ -134,6 +135,7 @@ MainWindow::MainWindow(ProjectStore& store, const platform::Surroundings& around
 MainWindow::~MainWindow() {
   forms_.Main(nullptr);
   forms_.OnHelp = nullptr;
+  forms_.MaySaveTo = nullptr;
   QFont font = QApplication::font();
   font.setPointSizeF(usualFontSize_);
   QApplication::setFont(font);

@@ -17,6 +17,17 @@ QString lockOf(const std::string& project) {
          QStringLiteral(".open.lock");
 }
 
+Holder holderOf(const QLockFile& lock, const QString& path) {
+  Holder holder;
+  qint64 process = 0;
+  QString program;
+  lock.getLockInfo(&process, &holder.host, &program);
+  const QFileInfo file(path);
+  holder.user = file.owner();
+  holder.since = file.lastModified();
+  return holder;
+}
+
 // Deleting a lock would delete the file of the window that has taken it over.
 void abandon(std::unique_ptr<QLockFile> lock) {
   static auto* const abandoned = new std::vector<std::unique_ptr<QLockFile>>;
@@ -39,7 +50,7 @@ OpenLock::State OpenLock::Take(const std::string& project, bool takeOver) {
     return found(State::kHeld);
   }
   if (lock_->error() != QLockFile::LockFailedError) return found(State::kNone);
-  readHolder();
+  other_ = holderOf(*lock_, file_);
   return found(State::kOther);
 }
 
@@ -51,19 +62,21 @@ void OpenLock::Release() {
 
 OpenLock::State OpenLock::Check() {
   if (state_ != State::kHeld || files_.Stamp(PathOf(file_)) == stamp_) return state_;
-  readHolder();
+  other_ = holderOf(*lock_, file_);
   abandon(std::exchange(lock_, nullptr));
   return found(State::kOther);
 }
 
-void OpenLock::readHolder() {
-  qint64 process = 0;
-  QString program;
-  other_ = {};
-  lock_->getLockInfo(&process, &other_.host, &program);
-  const QFileInfo file(file_);
-  other_.user = file.owner();
-  other_.since = file.lastModified();
+std::optional<Holder> OpenLock::HolderOf(const std::string& project) {
+  const QString file = lockOf(project);
+  if (state_ == State::kHeld && file == file_) {
+    return Check() == State::kOther ? std::optional(other_) : std::nullopt;
+  }
+  if (!QFileInfo::exists(file)) return std::nullopt;
+  QLockFile tried(file);
+  tried.setStaleLockTime(0);
+  if (tried.tryLock(0) || tried.error() != QLockFile::LockFailedError) return std::nullopt;
+  return holderOf(tried, file);
 }
 
 }  // namespace ostrand::desktop

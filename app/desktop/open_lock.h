@@ -35,6 +35,8 @@ class OpenLock {
   void Release();
   // Checks that another window has not taken the lock over.
   State Check();
+  // The other window that has `project` now; nothing when none has it.
+  std::optional<Holder> HolderOf(const std::string& project);
   [[nodiscard]] State Now() const { return state_; }
   // Of the other window, with kOther.
   [[nodiscard]] const Holder& Other() const { return other_; }
@@ -42,7 +44,6 @@ class OpenLock {
 
  private:
   State found(State state) { return state_ = state; }
-  void readHolder();
 
   platform::PosixFileSystem files_;
   std::unique_ptr<QLockFile> lock_;

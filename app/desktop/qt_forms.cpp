@@ -122,7 +122,10 @@ std::optional<std::string> QtForms::AskOpen(const platform::FileDialog& dialog) 
 
 std::optional<std::string> QtForms::AskSave(const platform::FileDialog& dialog) {
   if (!saveAs_.empty()) return saveAs_;
-  return askFile(dialog, true);
+  for (;;) {
+    std::optional<std::string> path = askFile(dialog, true);
+    if (!path || !MaySaveTo || MaySaveTo(*path)) return path;
+  }
 }
 
 void QtForms::SetHelpLine(const std::string& text) {

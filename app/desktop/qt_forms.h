@@ -22,6 +22,10 @@ class QtForms final : public platform::Forms {
   // Answers the next save dialogs with this path; an empty one lets the user choose again.
   void SaveAs(std::string path) { saveAs_ = std::move(path); }
 
+  // Whether the user may save to a path; if not, the save dialog comes again. Set by the main
+  // window.
+  std::function<bool(const std::string& path)> MaySaveTo;
+
   // Shows the help line too, until it is removed or gone.
   void AddHelpLine(QLabel* line) { helpLines_.emplace_back(line); }
   void RemoveHelpLine(const QLabel* line);

@@ -57,6 +57,11 @@ QString differencesOf(const QString& name, std::string_view before, const QStrin
 
 QString timeText(const QDateTime& time) { return QLocale().toString(time, QLocale::ShortFormat); }
 
+// "anna on lab-pc, since 12:30"
+QString describe(const Holder& other) {
+  return QStringLiteral("%1 on %2, since %3").arg(other.user, other.host, timeText(other.since));
+}
+
 }  // namespace
 
 WorkKeeper::WorkKeeper(Ostrand& session, QWidget* window, const QString& recoveryFolder)
@@ -137,11 +142,6 @@ bool WorkKeeper::Redo() {
 
 // ---- Other users --------------------------------------------------------------------------------
 
-QString WorkKeeper::otherUser() const {
-  const Holder& other = lock_.Other();
-  return QStringLiteral("%1 on %2, since %3").arg(other.user, other.host, timeText(other.since));
-}
-
 std::string WorkKeeper::onDisk(const std::string& path) const {
   const auto bytes = session_.Around().files.Read(path);
   return bytes ? bytes.Value() : std::string();
@@ -153,7 +153,7 @@ void WorkKeeper::askAboutLock() {
       window_, QStringLiteral("PROJECT IN USE"),
       QStringLiteral("%1\nis open in another window: %2.\n\nTake it over only if that window is "
                      "not used any more.")
-          .arg(file, otherUser()),
+          .arg(file, describe(lock_.Other())),
       {QStringLiteral("&Take over"), QStringLiteral("&Read only")}, 2, {});
   if (answer == 0) lock_.Take(session_.CurrentFileName(), true);
 }
@@ -211,7 +211,8 @@ bool WorkKeeper::reload() {
 bool WorkKeeper::CheckDisk() {
   if (asking_ || session_.Busy() || session_.Working()) return false;
   if (lock_.Check() == OpenLock::State::kOther) {
-    notice(QStringLiteral("Read only: the project is open in another window, %1").arg(otherUser()));
+    notice(QStringLiteral("Read only: the project is open in another window, %1")
+               .arg(describe(lock_.Other())));
   }
   if (!session_.ChangedOnDisk()) return false;
   const Marked asking(asking_);
@@ -226,14 +227,18 @@ bool WorkKeeper::CheckDisk() {
 }
 
 bool WorkKeeper::MaySave() {
-  if (lock_.Check() == OpenLock::State::kOther) {
-    QMessageBox::information(
-        window_, QStringLiteral("READ ONLY"),
-        QStringLiteral("%1\nis open in another window: %2.\n\nSave it under another name.")
-            .arg(FromSystem(session_.CurrentFileName()), otherUser()));
-    return false;
-  }
+  if (!MaySaveTo(session_.CurrentFileName())) return false;
   return !session_.ChangedOnDisk() || settleChange() == DiskChoice::kOverwrite;
+}
+
+bool WorkKeeper::MaySaveTo(const std::string& path) {
+  const std::optional<Holder> other = lock_.HolderOf(path);
+  if (!other) return true;
+  QMessageBox::information(
+      window_, QStringLiteral("READ ONLY"),
+      QStringLiteral("%1\nis open in another window: %2.\n\nSave it under another name.")
+          .arg(FromSystem(path), describe(*other)));
+  return false;
 }
 
 // ---- After a crash ------------------------------------------------------------------------------

@@ -51,8 +51,12 @@ class WorkKeeper {
   // Without edits a changed file is read again; with edits the user decides. True when the session
   // has another state, or has been asked to save under another name.
   bool CheckDisk();
+  // Whether another window has the present file at this moment.
+  [[nodiscard]] bool InUse() { return lock_.HolderOf(session_.CurrentFileName()).has_value(); }
   // To be asked before a save to the present file. False if it must not be done.
   bool MaySave();
+  // The same for a file of any name; false, after a message, for one that another window has.
+  bool MaySaveTo(const std::string& path);
   // Saves under another name; set by the window.
   std::function<void()> OnSaveAs;
   // A line for the user; set by the window.
@@ -69,7 +73,6 @@ class WorkKeeper {
 
   [[nodiscard]] std::string bytesNow() const;  // of the project file that a save would write
   [[nodiscard]] std::string onDisk(const std::string& path) const;  // empty if it can't be read
-  [[nodiscard]] QString otherUser() const;                          // "anna on lab-pc, since 12:30"
   void keepCopy();
   bool putBack(const KeptProject& state);
   bool reload();

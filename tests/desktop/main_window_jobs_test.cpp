@@ -24,7 +24,9 @@
 #include "help_window.h"
 #include "main_window.h"
 #include "model/new_store.h"
+#include "open_lock.h"
 #include "platform/posix/posix_filesystem.h"
+#include "recovery.h"
 #include "script/screen_catalog.h"
 #include "session/settings.h"
 #include "support/fixed_clock.h"
@@ -70,6 +72,17 @@ class Answers : public QObject {
   }
 };
 
+// Reports that the time is asked for.
+class WatchedClock final : public testing::FixedClock {
+ public:
+  std::function<void()> onNow;
+
+  platform::Moment Now() override {
+    if (const auto report = onNow) report();
+    return FixedClock::Now();
+  }
+};
+
 class Jobs : public ::testing::Test {
  protected:
   Jobs() {
@@ -82,7 +95,7 @@ class Jobs : public ::testing::Test {
   void start(platform::FileSystem& disk) {
     around_.emplace(disk, clock_, forms_, work_.Path());
     around_->settings = settings_;
-    window_.emplace(*store_, around_->all, forms_);
+    window_.emplace(*store_, around_->all, forms_, recovery_);
     window_->show();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&*window_));
   }
@@ -119,9 +132,10 @@ class Jobs : public ::testing::Test {
   const std::string project_ = folder_ / "house.VKG";
   testing::Listener server_;
   platform::PosixFileSystem disk_{platform::Syncing::kOff};
-  testing::FixedClock clock_;
+  WatchedClock clock_;
   desktop::QtForms forms_;
   testing::MemorySettingsStore settings_;  // at the start
+  QString recovery_;                       // folder of the copies; none if it is empty
   std::optional<testing::TestSurroundings> around_;
   std::unique_ptr<ProjectStore> store_ = NewStore();
   std::optional<desktop::MainWindow> window_;
@@ -161,6 +175,87 @@ TEST_F(Jobs, AskAboutEditsBeforeTheProjectIsLeft) {
   }
 }
 
+// Gives the save dialogs these paths, one by one, and then leaves them.
+class Paths : public QObject {
+ public:
+  explicit Paths(QStringList paths) : paths_(std::move(paths)) { startTimer(0); }
+  [[nodiscard]] bool AllUsed() const { return paths_.empty(); }
+
+ protected:
+  void timerEvent(QTimerEvent*) override {
+    auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+    if (dialog == nullptr) return;
+    if (paths_.empty()) return dialog->reject();
+    dialog->findChild<QLineEdit*>("fileNameEdit")->setText(paths_.takeFirst());
+    static_cast<QDialog*>(dialog)->accept();
+  }
+
+ private:
+  QStringList paths_;
+};
+
+TEST_F(Jobs, ReplaceNoProjectThatAnotherWindowHas) {
+  const std::string before = testing::ReadDisk(project_);
+  const QString mine = QString::fromStdString(project_);
+  const QString free = QString::fromStdString(folder_ / "free.VKG");
+  testing::WriteDisk(folder_ / "other.VKG", before);
+  desktop::OpenLock other;
+  desktop::OpenLock another;
+  ASSERT_EQ(other.Take(project_), desktop::OpenLock::State::kHeld);
+  ASSERT_EQ(another.Take(folder_ / "other.VKG"), desktop::OpenLock::State::kHeld);
+  Answers answers;
+  answers.captions = {"Read only"};
+  open();
+  EXPECT_EQ(window_->windowTitle(), "house[*] (read only) - Ostrand");
+  leaveScreen();
+  edit();
+  answers.titles.clear();
+
+  answers.captions = {"OK"};
+  trigger("Save");
+  EXPECT_EQ(answers.titles, QStringList("READ ONLY"));
+  answers.titles.clear();
+  answers.captions = {"Yes", "OK"};
+  EXPECT_FALSE(window_->close());
+  EXPECT_EQ(answers.titles, QStringList({"QUIT GENERATOR", "READ ONLY"}));
+  EXPECT_EQ(testing::ReadDisk(project_), before);
+
+  // The file dialog asks first whether a file is to be replaced.
+  answers.captions = {"Yes", "OK", "Yes", "OK"};
+  const Paths paths({mine, QString::fromStdString(folder_ / "other.VKG"), free});
+  trigger("Save as...");
+  EXPECT_TRUE(paths.AllUsed());
+  EXPECT_EQ(testing::ReadDisk(project_), before);
+  EXPECT_EQ(testing::ReadDisk(folder_ / "other.VKG"), before);
+  EXPECT_NE(testing::ReadDisk(folder_ / "free.VKG").find("H. Quistz"), std::string::npos);
+  EXPECT_EQ(window_->windowTitle(), "free[*] - Ostrand");
+  EXPECT_EQ(other.Check(), desktop::OpenLock::State::kHeld);
+  EXPECT_EQ(another.Check(), desktop::OpenLock::State::kHeld);
+}
+
+TEST_F(Jobs, RecoverNothingOverAProjectThatAnotherWindowHas) {
+  const std::string before = testing::ReadDisk(project_);
+  desktop::OpenLock other;
+  ASSERT_EQ(other.Take(project_), desktop::OpenLock::State::kHeld);
+  std::string work = before;
+  work.replace(work.find("H. Quist"), 8, "R. Quist");
+  recovery_ = desktop::PathText(work_ / "recovery");
+  ProjectOrigin origin;
+  origin.path = project_;
+  EXPECT_TRUE(desktop::Recovery(recovery_).Keep(origin, work));
+  start(disk_);
+  Answers answers;
+  answers.captions = {"Recover", "Read only"};
+  EXPECT_TRUE(window_->OfferUnsavedWork());
+  EXPECT_EQ(window_->OperatorBox()->text(), "R. Quist");
+  answers.titles.clear();
+  answers.captions = {"OK"};
+  trigger("Save");
+  EXPECT_EQ(answers.titles, QStringList("READ ONLY"));
+  EXPECT_EQ(testing::ReadDisk(project_), before);
+  EXPECT_TRUE(window_->isWindowModified());
+}
+
 TEST_F(Jobs, AskForTheNameOfANewProjectInTheFolderOfTheSettings) {
   settings_.sections["QUILLON\\QUILLON"] = {{"GenPath", folder_.Path()}};
   testing::WriteDisk(folder_ / "NoName.VKG", "another project");
@@ -186,13 +281,11 @@ TEST_F(Jobs, AskForTheNameOfANewProjectInTheFolderOfTheSettings) {
 
 TEST_F(Jobs, SayThatTheServerHasGone) {
   open();
-  QTimer leaver;
-  QObject::connect(&leaver, &QTimer::timeout, &leaver, [&] {
+  clock_.onNow = [&] {  // a save asks for the time, before anything is sent
     if (!window_->Notice()->Text().startsWith("Connected")) return;
-    leaver.stop();
+    clock_.onNow = nullptr;
     server_.DropPeer();
-  });
-  leaver.start(0);
+  };
   forms_.SaveAs(project_);
   Answers answers;
   answers.captions = {"OK"};  // a runtime failure
@@ -288,6 +381,8 @@ TEST_F(Jobs, StayUsableAfterAnInputThatIsNoProject) {
   edit();
   std::filesystem::create_directory(folder_ / "folder.VKG");
   ASSERT_EQ(::mkfifo((folder_ / "pipe.VKG").c_str(), 0600), 0);
+  testing::WriteDisk(folder_ / "large.VKG", "");
+  std::filesystem::resize_file(folder_ / "large.VKG", 100'000'000);
   struct Case {
     const char* name;
     QString title;
@@ -297,6 +392,7 @@ TEST_F(Jobs, StayUsableAfterAnInputThatIsNoProject) {
       {"missing.VKG", "FILE NOT FOUND", "could not be located on this computer."},
       {"folder.VKG", "FILE CANNOT BE READ", "folder.VKG: Is a directory"},
       {"pipe.VKG", "FILE CANNOT BE READ", "pipe.VKG: Not a regular file"},
+      {"large.VKG", "FILE CANNOT BE READ", "large.VKG: File too large"},
   };
   for (const Case& row : cases) {
     SCOPED_TRACE(row.name);

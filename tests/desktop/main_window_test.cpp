@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <QAction>
+#include <QClipboard>
 #include <QComboBox>
 #include <QFileDialog>
 #include <QLineEdit>
@@ -14,6 +15,7 @@
 #include <QProcess>
 #include <QPushButton>
 #include <QRegularExpression>
+#include <QScrollBar>
 #include <QSet>
 #include <QTabWidget>
 #include <QTemporaryDir>
@@ -22,8 +24,10 @@
 #include <QTextEdit>
 #include <QTimer>
 #include <QTreeWidget>
+#include <QWheelEvent>
 #include <csignal>
 
+#include "contrast.h"
 #include "documents/rich_text.h"
 #include "model/new_store.h"
 #include "pages/checks_page.h"
@@ -238,10 +242,42 @@ TEST_F(Main, CanBeReadButNotUsedWhileAScreenIsOpen) {
     EXPECT_FALSE(window_.close());
     EXPECT_TRUE(screen.isVisible());
     window_.Pages()->setCurrentIndex(3);
-    EXPECT_TRUE(window_.findChild<QPlainTextEdit*>()->isEnabled());
+    auto* program = window_.findChild<QPlainTextEdit*>();
+    EXPECT_TRUE(program->isEnabled());
+    program->verticalScrollBar()->setValue(0);
+    const QPoint center = program->viewport()->rect().center();
+    QWheelEvent down(center, program->viewport()->mapToGlobal(center), {}, QPoint(0, -120),
+                     Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(program->viewport(), &down);
+    EXPECT_GT(program->verticalScrollBar()->value(), 0);
+    QTest::mouseDClick(program->viewport(), Qt::LeftButton, {}, QPoint(20, 8));
+    QTest::keyClick(program, Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(QApplication::clipboard()->text(), program->textCursor().selectedText());
+    EXPECT_NE(QApplication::clipboard()->text(), "");
+    EXPECT_TRUE(screen.isVisible());
   });
+  EXPECT_TRUE(window_.ButtonOf(kVoltageButton)->hasFocus()) << "where it was";
   EXPECT_EQ(enabled(), usual);
   EXPECT_FALSE(window_.OperatorBox()->isReadOnly());
+}
+
+TEST_F(Main, PaintsTheBoxWithTheFocusInTheColourOfTheHighlight) {
+  ASSERT_TRUE(window_.Open(kProject));
+  const auto backOf = [](const QLineEdit* box) { return box->palette().color(QPalette::Base); };
+  const QColor usual = QApplication::palette().color(QPalette::Base);
+  window_.OperatorBox()->setFocus();
+  EXPECT_EQ(backOf(window_.OperatorBox()), QColor(192, 192, 192));
+  EXPECT_EQ(backOf(window_.NumberBox()), usual);
+  window_.NumberBox()->setFocus();
+  EXPECT_EQ(backOf(window_.OperatorBox()), usual);
+  ColorTable colors;
+  window_.Session().GetSelectedColors(colors);
+  colors.back()[1] = "64";  // of the highlight
+  window_.Session().SetSelectedColors(colors);
+  EXPECT_EQ(backOf(window_.NumberBox()), QColor(64, 64, 64));
+  EXPECT_GE(
+      desktop::Contrast(window_.NumberBox()->palette().color(QPalette::Text), QColor(64, 64, 64)),
+      desktop::kMinContrast);
 }
 
 QAction* actionOf(const QWidget& window, const QString& text) {
