@@ -35,6 +35,13 @@ bool isReachable(const QWidget* widget) {
   return widget != nullptr && widget->isEnabled() && !widget->isHidden();
 }
 
+// Flashing labels stay lit where the desktop asks for no motion: by its style, or by a cursor of
+// texts that does not blink, which is all that some desktops report.
+bool mayFlash(const QWidget& window) {
+  return QApplication::cursorFlashTime() > 0 &&
+         window.style()->styleHint(QStyle::SH_Widget_Animation_Duration, nullptr, &window) > 0;
+}
+
 }  // namespace
 
 QSize RoomFor(const QWidget& window) {
@@ -75,8 +82,7 @@ ScreenWindow::ScreenWindow(Screen& screen, QtForms& forms, QWidget* parent)
 
   flashing_.setObjectName(QStringLiteral("Flashing"));
   flashing_.setInterval(kFlashInterval);
-  // Where the desktop asks for no motion, flashing labels stay lit.
-  if (style()->styleHint(QStyle::SH_Widget_Animation_Duration, nullptr, this) > 0) {
+  if (mayFlash(*this)) {
     QObject::connect(&flashing_, &QTimer::timeout, this, [this] {
       lit_ = !lit_;
       for (const auto& control : controls_) control->Flash(lit_);

@@ -68,7 +68,37 @@ bool isKey(const QString& name) {
   return false;
 }
 
-TEST_F(Windows, HaveANameForEachControl) {
+// What a screen reader calls the parts of a control.
+QAccessible::Role roleOf(const BoundControl& control, const QWidget* part) {
+  const bool isText = qobject_cast<const QLabel*>(part) != nullptr;
+  switch (control.Of().Kind()) {
+    case ControlKind::kLabel:
+    case ControlKind::kLamp:
+      return QAccessible::StaticText;
+    case ControlKind::kPicture:
+    case ControlKind::kFigure:
+    case ControlKind::kCode:
+      return isText ? QAccessible::StaticText : QAccessible::EditableText;
+    case ControlKind::kText:
+      return QAccessible::EditableText;
+    case ControlKind::kNumber:
+      return control.Line() == part ? QAccessible::EditableText : QAccessible::SpinBox;
+    case ControlKind::kEditList:
+    case ControlKind::kDropDown:
+      return QAccessible::ComboBox;
+    case ControlKind::kOptions:
+      return part == control.Widget() ? QAccessible::Client : QAccessible::RadioButton;
+    case ControlKind::kTable:
+      return QAccessible::Tree;
+    case ControlKind::kCheck:
+      return QAccessible::CheckBox;
+    case ControlKind::kButton:
+      return QAccessible::Button;
+  }
+  return QAccessible::NoRole;
+}
+
+TEST_F(Windows, HaveRoleNameAndDescriptionForEachControl) {
   visit([](const ScreenWindow& window) {
     for (const auto& control : window.Controls()) {
       if (!control->Of().Visible) continue;
@@ -77,6 +107,7 @@ TEST_F(Windows, HaveANameForEachControl) {
       for (QWidget* part : parts) {
         QAccessibleInterface* heard = QAccessible::queryAccessibleInterface(part);
         ASSERT_NE(heard, nullptr);
+        EXPECT_EQ(heard->role(), roleOf(*control, part)) << control->Of().Name();
         // Qt gives the text of a list as its name, and the caption by the relation to its label.
         const bool isList = qobject_cast<QComboBox*>(part) != nullptr;
         const QString name = isList ? part->accessibleName() : heard->text(QAccessible::Name);
@@ -202,6 +233,43 @@ TEST_F(Windows, KeepTheFocusInAFieldThatCannotTakeItsText) {
     EXPECT_EQ(window.Shown().Result(), ModalResult::kNone);
     EXPECT_TRUE(multiplier->Stop()->hasFocus());
   });
+}
+
+TEST_F(Windows, PutTheFocusOnTheFieldAtFault) {
+  struct Case {
+    const char* screen;
+    std::vector<std::pair<const char*, const char*>> values;  // of fields and choices
+    const char* atFault;
+  };
+  const Case cases[] = {
+      {"frmLevel", {{"NumDims", "Two Dimensions"}}, "LevelMeas"},
+      {"frmLevel", {}, "LevelVarOne"},
+      {"frmHistogram", {{"Bins", "1"}}, "Bins"},
+      {"frmHistogram", {{"Bins", "4"}, {"LowerLimit", "9"}}, "UpperLimit"},
+      {"frmRainHisto", {{"AmpBins", "1"}, {"MeanBins", "3"}}, "AmpBins"},
+      {"frmTrigTable", {}, "StopMeasVar1"},
+  };
+  for (const Case& row : cases) {
+    SCOPED_TRACE(row.screen);
+    at(row.screen, [&](ScreenWindow& window) {
+      for (const auto& [name, value] : row.values) {
+        Control& control = *window.Shown().Find(name);
+        window.Shown().MoveFocus(&control);
+        if (auto* choice = dynamic_cast<Choice*>(&control)) {
+          int at = 0;
+          while (choice->Items[static_cast<std::size_t>(at)].Text != value) ++at;
+          choice->ClickAt(at);
+        } else {
+          EXPECT_TRUE(dynamic_cast<TextField&>(control).Edit(value));
+        }
+      }
+      QTest::mouseClick(window.DoneButton(), Qt::LeftButton);
+      EXPECT_EQ(window.Shown().Result(), ModalResult::kNone);
+      const BoundControl* fault = window.Find(*window.Shown().Find(row.atFault));
+      EXPECT_EQ(window.Shown().Focused(), &fault->Of());
+      EXPECT_EQ(window.focusWidget(), fault->Stop());
+    });
+  }
 }
 
 // ---- Tables -------------------------------------------------------------------------------------
@@ -455,6 +523,11 @@ TEST_F(Windows, FlashUnlessTheDesktopAsksForNoMotion) {
     });
   }
   QApplication::setStyle("Fusion");
+  const int usual = QApplication::cursorFlashTime();
+  QApplication::setCursorFlashTime(0);  // nothing may blink
+  at("frmOutInt",
+     [](ScreenWindow& window) { EXPECT_FALSE(window.findChild<QTimer*>("Flashing")->isActive()); });
+  QApplication::setCursorFlashTime(usual);
 }
 
 TEST(TerminalTiles, NameBlockAndSensor) {
