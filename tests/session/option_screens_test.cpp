@@ -21,7 +21,6 @@ class NoHost : public ScreenHost {
 
 class OptionScreens : public ::testing::Test {
  protected:
-  std::string valueOf(std::string_view name) { return settings.Get(name).Value().Value; }
   template <class Field>
   static void type(Screen& screen, Field& field, std::string_view keys) {
     screen.MoveFocus(&field);
@@ -50,38 +49,6 @@ TEST_F(OptionScreens, ViewedSettingsStayUnchanged) {
   for (std::size_t row = 0; row < before.size(); ++row) {
     EXPECT_EQ(after[row].Value, before[row].Value) << before[row].Name;
   }
-}
-
-TEST_F(OptionScreens, SettingsTakeEffectFromTheTable) {
-  settings.CopyToTable();
-  frmOptOrvus screen(context, settings);
-  EXPECT_EQ(screen.VariableChecks.Text(), "Always");
-  type(screen, screen.DefaultScanInterval, "0");
-  type(screen, screen.DefaultNumFlags, "9");
-  screen.DefaultScanIntervalUnits.Pick("Secs");
-  screen.DefaultDataType.Pick("IEEE4");
-  screen.DefaultIntegrationCode.Pick("60 Hz");
-  screen.DefaultInputType.Pick("SE");
-  screen.DefaultTableAutoSize.Check(true);
-  type(screen, screen.DefaultTableNumRecs, "250");
-  screen.VariableChecks.Pick("Only on File Save");
-  screen.WarnFloatingGround.Check(false);
-  screen.UserVarListTypes.Pick("Flags");
-  screen.MoveDown.Press();
-  EXPECT_EQ(valueOf("DefaultDataType"), "0") << "not before Done";
-  screen.Done();
-  settings.LoadSettings(false);
-  EXPECT_EQ(settings.Options().DefaultScanInterval, 1);
-  EXPECT_EQ(settings.Options().DefaultNumFlags, 8);
-  EXPECT_EQ(settings.Options().DefaultScanIntervalUnits, 2);
-  EXPECT_EQ(settings.Options().Measurement.DefaultDataType, ORVUS_OUTDATA_IEEE4);
-  EXPECT_EQ(settings.Options().Measurement.DefaultIntegrationCode, 1);
-  EXPECT_EQ(settings.Options().Measurement.DefaultInputType, ORVUS_INPUT_SE);
-  EXPECT_EQ(settings.Options().DefaultTableAutoSize, 1);
-  EXPECT_EQ(settings.Options().DefaultTableNumRecs, 250);
-  EXPECT_EQ(settings.WarningMessageMask(), 8191 - 1 - 16) << "unnamed bits are kept";
-  EXPECT_EQ(settings.UserVarListTypes()[0], 1);
-  EXPECT_EQ(settings.UserVarListTypes()[1], 67108864);
 }
 
 TEST_F(OptionScreens, ColorsTakeEffectAtOnceAndCancelRestoresThem) {
