@@ -32,12 +32,14 @@ class Walk {
     std::vector<std::string> names;
     if (!list(folder, names)) return;
     std::sort(names.begin(), names.end());
+    const std::string within = folder.ends_with('/') ? folder : folder + '/';
     for (const std::string& name : names) {
-      const std::string path = folder + (folder.ends_with('/') ? "" : "/") + name;
+      std::string path = within;
+      path += name;
       if (isOwnFolder(path)) {
         Folder(path);
       } else if (hasExtension(name) && !isFolder(path)) {
-        found_.files.push_back(path);
+        found_.files.push_back(std::move(path));
       }
     }
   }

@@ -109,8 +109,9 @@ std::string FindingsText(const FileFindings& found) {
   const std::string name = platform::TerminalName(found.file);
   std::string text;
   for (const LintFinding& finding : found.findings) {
-    const std::string line = NumberText(lineOf(lines, finding));
-    text += platform::TerminalText(name + ":" + line + ": ");
+    std::string place = name;
+    place.append(":").append(NumberText(lineOf(lines, finding))).append(": ");
+    text += platform::TerminalText(place);
     text += painted(finding.severity);
     text +=
         platform::TerminalText(": " + message(finding) + " [" + std::string(finding.code) + "]\n");

@@ -67,7 +67,7 @@ bool ReportOutputs(const CommandLine& line, const std::vector<Output>& outputs, 
 
 std::string DifferenceText(std::string_view beforeName, std::string_view before,
                            std::string_view afterName, std::string_view after) {
-  const std::string text = platform::TerminalText(
+  std::string text = platform::TerminalText(
       UnifiedDiff(beforeName, withoutReturns(before), afterName, withoutReturns(after)));
   if (!ColorIsOn()) return text;
   std::string painted;

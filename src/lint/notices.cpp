@@ -271,24 +271,17 @@ void addTooLongTexts(LintFindings& findings, const ProjectStore& store) {
 
 // Conditions that the checks before a save leave out: variables to compare with, and all write
 // conditions but the first of a table.
-void addLostVariables(LintFindings& findings, const ProjectStore& store) {
-  const VarPickList list(store);
-  const auto look = [&](const std::string& name, const std::string& user, std::string key) {
-    const bool isValue = SameText(name, "True") || SameText(name, "False");
-    if (Trim(name).empty() || isValue || list.Holds(name)) return;
-    findings.push_back(notice(kCodeLostVariable,
-                              "The variable " + name + " of " + user + " is gone",
-                              {kTableSetupSection, std::move(key)}));
-  };
-  for (int t = 1; t <= kTables; ++t) {
-    const OutputTable& table = store.Tables[t];
+class LostVariables {
+ public:
+  LostVariables(LintFindings& findings, const ProjectStore& store)
+      : findings_(findings), list_(store) {}
+
+  void LookAt(const OutputTable& table, int t) {
     const std::string of = " of table " + NumberText(t);
-    for (int s = 0; s <= 1; ++s) {
-      const int count = s == 0 ? table.TrigTable : table.SingleTrigger != 0 ? 0 : table.TrigTabStop;
-      for (int i = 1; table.TrigTable > 0 && i <= std::min<int>(count, kConditions); ++i) {
-        look(table.Trigger[s][i].StartTrigVarb,
-             (s == 0 ? "start condition " : "stop condition ") + NumberText(i) + of,
-             TriggerKey(kTriggerVarb[s], t, i));
+    if (table.TrigTable > 0) {
+      lookAtTrigger(table, t, 0, table.TrigTable, "start condition ", of);
+      if (table.SingleTrigger == 0) {
+        lookAtTrigger(table, t, 1, table.TrigTabStop, "stop condition ", of);
       }
     }
     const int writes = std::min<int>(table.WriteIf, kConditions);
@@ -301,6 +294,31 @@ void addLostVariables(LintFindings& findings, const ProjectStore& store) {
       look(condition.Varb, user, WriteConditionKey(kVarb, t, i, table.WriteIf));
     }
   }
+
+ private:
+  void lookAtTrigger(const OutputTable& table, int t, int side, int count, std::string_view what,
+                     const std::string& of) {
+    for (int i = 1; i <= std::min<int>(count, kConditions); ++i) {
+      look(table.Trigger[side][i].StartTrigVarb, std::string(what) + NumberText(i) + of,
+           TriggerKey(kTriggerVarb[side], t, i));
+    }
+  }
+
+  void look(const std::string& name, const std::string& user, std::string key) {
+    const bool isValue = SameText(name, "True") || SameText(name, "False");
+    if (Trim(name).empty() || isValue || list_.Holds(name)) return;
+    findings_.push_back(notice(kCodeLostVariable,
+                               "The variable " + name + " of " + user + " is gone",
+                               {kTableSetupSection, std::move(key)}));
+  }
+
+  LintFindings& findings_;
+  const VarPickList list_;
+};
+
+void addLostVariables(LintFindings& findings, const ProjectStore& store) {
+  LostVariables lost(findings, store);
+  for (int t = 1; t <= kTables; ++t) lost.LookAt(store.Tables[t], t);
 }
 
 // ---- The program --------------------------------------------------------------------------------
