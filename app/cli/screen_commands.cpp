@@ -6,6 +6,7 @@
 #include "projectfile/genfile.h"
 #include "script/screen_catalog.h"
 #include "script/screen_script.h"
+#include "script/script_pruner.h"
 #include "script/script_writer.h"
 #include "session/settings.h"
 #include "text/codepage.h"
@@ -26,6 +27,28 @@ bool showChanges(Ostrand& session, const std::string& before) {
   const std::string after = ORVUS_GENFILE::ProjectFileText(session.Store(), {});
   const std::string name = session.BaseName() + ".VKG";
   return Print(platform::TerminalText(UnifiedDiff("a/" + name, before, "b/" + name, after)));
+}
+
+std::string scriptHead(const std::string& name) {
+  const std::string file = Utf8FromWindows1252(name) + ".VKG";
+  return "# Makes the project " + file + " from a new one:\n#   ostrand new " + file +
+         "\n#   ostrand screen " + file + " SCRIPT\n\n";
+}
+
+// What the script does not set, one key a line.
+std::string unsetComments(const WrittenScript& script) {
+  if (script.unset.empty()) return {};
+  std::string text =
+      "\n# These keys differ: no screen sets them to the value of the project beside the rest of "
+      "it.\n";
+  for (const UnsetKey& key : script.unset) {
+    const auto value = [](const std::optional<std::string>& of) {
+      return of ? Quoted(Utf8FromWindows1252(Trim(*of))) : std::string("no such key");
+    };
+    text += "#   " + Utf8FromWindows1252(key.key) + ": " + value(key.wanted) + " here, " +
+            value(key.made) + " by the script\n";
+  }
+  return text;
 }
 
 ExitCode keepSettings(const ScreenScript& player, Ostrand& session) {
@@ -108,14 +131,17 @@ ExitCode WriteScript(const CommandLine& line) {
     return kFault;
   }
   if (!built.NewProject("new.VKG")) return kFault;
-  const WrittenScript script = writer.Write();
+  WrittenScript script = writer.Write();
 
   // The lines must do what was done to make them.
   const auto again = NewStore();
   ScriptForms forms(host->forms);
   Ostrand played(*again, host->Around(forms), noEvents);
+  bool started = played.NewProject("new.VKG");
+  if (started) script.lines = PruneScript(script.lines, played, forms, host->forms);
+  started = started && played.NewProject("new.VKG");
+  forms = ScriptForms(host->forms);
   ScreenScript player(played, forms, script.lines);
-  const bool started = played.NewProject("new.VKG");
   const Result<> ran = player.Run();
   if (!started || !ran ||
       ORVUS_GENFILE::ProjectFileText(*again, {}) != ORVUS_GENFILE::ProjectFileText(*store, {})) {
@@ -123,10 +149,7 @@ ExitCode WriteScript(const CommandLine& line) {
                 (ran ? "" : ": " + ran.ErrorText()));
     return kFault;
   }
-  std::string text = script.lines;
-  for (const std::string& key : script.unset) {
-    text += "# not set by any screen: " + Utf8FromWindows1252(key) + "\n";
-  }
+  const std::string text = scriptHead(wanted.BaseName()) + script.lines + unsetComments(script);
   return Print(platform::TerminalText(text)) ? kDone : kFault;
 }
 

@@ -18,7 +18,7 @@ inline std::string Quoted(std::string_view text) { return "\"" + std::string(tex
 // beforehand; a box that only informs may also be checked afterwards.
 class ScriptForms : public platform::Forms {
  public:
-  explicit ScriptForms(platform::Forms& inner) : inner_(inner) {}
+  explicit ScriptForms(platform::Forms& inner) : inner_(&inner) {}
 
   struct Box {
     std::string title;
@@ -58,10 +58,10 @@ class ScriptForms : public platform::Forms {
     helpLine_ = text;
     helpGiven_ = !text.empty();
   }
-  void ShowWaiting(const std::string& text) override { inner_.ShowWaiting(text); }
-  void SetPointer(platform::Pointer shape) override { inner_.SetPointer(shape); }
+  void ShowWaiting(const std::string& text) override { inner_->ShowWaiting(text); }
+  void SetPointer(platform::Pointer shape) override { inner_->SetPointer(shape); }
   void Beep() override { ++beeps_; }
-  void DoEvents() override { inner_.DoEvents(); }
+  void DoEvents() override { inner_->DoEvents(); }
 
  private:
   struct Prepared {
@@ -70,7 +70,7 @@ class ScriptForms : public platform::Forms {
   };
   std::optional<std::string> takeFile();
 
-  platform::Forms& inner_;
+  platform::Forms* inner_;
   std::deque<Prepared> answers_;
   std::optional<std::string> file_;
   std::vector<Box> informed_;  // boxes with OK only, not checked yet

@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <functional>
 #include <map>
+#include <memory>
 #include <set>
 #include <tuple>
 #include <utility>
@@ -14,6 +15,7 @@
 #include "controls/numeric_field.h"
 #include "projectfile/genfile.h"
 #include "screens/setup_screens.h"
+#include "session/project_origin.h"
 #include "text/codepage.h"
 #include "text/number.h"
 #include "text/strings.h"
@@ -26,9 +28,15 @@ using platform::Answer;
 constexpr int kMaxPasses = 8;  // over the controls of a screen
 constexpr int kMaxRounds = 4;  // over all screens
 
-// Screens that set nothing that others do not show: calculators, pictures, lists in files.
-constexpr std::array<std::string_view, 5> kAids = {"frmSolveList", "frmLogGraph", "frmTK40Graph",
-                                                   "frmCanPick", "frmTableTimes"};
+// Screens that set nothing that others do not show: pictures, lists in files.
+constexpr std::array<std::string_view, 4> kAids = {"frmLogGraph", "frmTK40Graph", "frmCanPick",
+                                                   "frmTableTimes"};
+
+// The list of calculators ends with the first calculator that ends with Done.
+constexpr std::string_view kSolveList = "frmSolveList";
+constexpr std::array<std::string_view, 8> kCalculators = {
+    "frmSpdCalc",     "frmMoreSpeed",     "frmRPMCalc", "frmFlowCalc",
+    "frmCalcMultOff", "frmCalcmVPerVolt", "frmCalcPot", "frmRsCalc"};
 
 // Choices of what a screen shows.
 constexpr std::array<std::string_view, 3> kPages = {"Table", "Item", "Formulas"};
@@ -73,6 +81,15 @@ int spinsTo(const TextField& field, std::string_view text) {
 template <class Names>
 bool holds(const Names& names, std::string_view name) {
   return std::find(names.begin(), names.end(), name) != names.end();
+}
+
+// Whether what a calculator hands back can be changed to what the screen showed before.
+bool canSetScaling(const Screen& screen) {
+  constexpr std::array<std::string_view, 3> kScaling = {"Units", "DefaultMult", "DefaultOffset"};
+  return std::all_of(kScaling.begin(), kScaling.end(), [&](std::string_view name) {
+    const Control* control = screen.Find(name);
+    return control != nullptr && control->Usable();
+  });
 }
 
 // Whether a control is set for an entry of a list, or is the list.
@@ -126,16 +143,21 @@ Keys keysOf(std::string_view file) {
   return keys;
 }
 
-std::vector<std::string> unsetKeys(const Keys& wanted, const Keys& built) {
-  std::vector<std::string> lines;
+// The keys that differ, in the order of the project and then of what was built.
+std::vector<UnsetKey> unsetKeys(const Keys& wanted, const Keys& built) {
+  std::vector<UnsetKey> unset;
   for (const auto& [key, value] : wanted) {
     const auto found = built.find(key);
-    if (found == built.end() || found->second != value) lines.push_back(key + "=" + value);
+    if (found == built.end()) {
+      unset.push_back({key, value, std::nullopt});
+    } else if (found->second != value) {
+      unset.push_back({key, value, found->second});
+    }
   }
   for (const auto& [key, value] : built) {
-    if (!wanted.contains(key)) lines.push_back(key + " is not in the project");
+    if (!wanted.contains(key)) unset.push_back({key, std::nullopt, value});
   }
-  return lines;
+  return unset;
 }
 
 }  // namespace
@@ -170,13 +192,19 @@ class ScriptWriter::Run {
 
   void writeBoxes();
   void writeScreens();
+  void writeRounds();
+  void settle(const Keys& wanted);
+  Keys built();
   void both(const std::string& open, const std::function<void()>& openWanted,
             const std::function<void()>& openBuilt);
   void visit(Screen& wanted, Screen& built);
   void pages(Screen& wanted, Screen& built);
   void agree(Screen& wanted, Screen& built);
+  void agreeOnLocked(Screen& wanted, Screen& built);
   static std::vector<Control*> inOrder(const Screen& screen);
   void openers(Screen& wanted, Screen& built);
+  void open(Opener& opener, Screen& built, Opener& like);
+  void calculators(Screen& wanted, Opener& opener, Screen& built, Opener& like);
   void entries(const EntryList& row, Screen& wanted, Screen& built);
   void leave(Screen& built, bool isWritten);
   bool set(Screen& screen, Control& control, const std::string& text);
@@ -190,6 +218,8 @@ class ScriptWriter::Run {
   void writeAction();
   void writeAnswers();
   void writeInforming();
+  void put(const std::string& line);
+  void flush();
   void write(const std::string& line);
   void passBy(Screen& screen);
   void end(Screen& screen);
@@ -213,6 +243,8 @@ class ScriptWriter::Run {
   std::vector<Pending> pending_;
   std::vector<Screen*> wantedOpen_;  // one over the other
   Action* action_ = nullptr;         // under way
+  bool bold_ = false;                // uses calculators whose scaling may not be undone
+  std::string_view onlyCalculator_;  // to be opened and left by Done; empty for all
   std::size_t depth_ = 0;            // screens that are open in the script
   std::string lines_;
   // What was tried in vain: screen, control, its text and the one wanted.
@@ -221,16 +253,21 @@ class ScriptWriter::Run {
 
 // ---- Lines --------------------------------------------------------------------------------------
 
-void ScriptWriter::Run::write(const std::string& line) {
-  const auto put = [&](const std::string& text) {
-    lines_.append(2 * depth_, ' ').append(Utf8FromWindows1252(text)).append("\n");
-  };
+void ScriptWriter::Run::put(const std::string& line) {
+  lines_.append(2 * depth_, ' ').append(Utf8FromWindows1252(line)).append("\n");
+}
+
+void ScriptWriter::Run::flush() {
   for (Pending& pending : pending_) {
     if (pending.written) continue;
     pending.written = true;
     put(pending.line);
     if (pending.line.starts_with("open ")) ++depth_;
   }
+}
+
+void ScriptWriter::Run::write(const std::string& line) {
+  flush();
   put(line);
 }
 
@@ -407,15 +444,58 @@ std::vector<Control*> ScriptWriter::Run::inOrder(const Screen& screen) {
   return controls;
 }
 
+// Fields that other settings of the project lock keep what was typed before those.
+void ScriptWriter::Run::agreeOnLocked(Screen& wanted, Screen& built) {
+  for (Control* control : inOrder(built)) {
+    const Control* like = wanted.Find(control->Name());
+    if (like == nullptr || like->Usable() || !control->Usable()) continue;
+    if (control->Text() != like->Text()) set(built, *control, like->Text());
+  }
+}
+
 void ScriptWriter::Run::agree(Screen& wanted, Screen& built) {
+  agreeOnLocked(wanted, built);
   for (int pass = 0; pass < kMaxPasses; ++pass) {
     const std::size_t before = lines_.size();
     for (Control* control : inOrder(built)) {
       const Control* like = wanted.Find(control->Name());
       if (like == nullptr || !like->Usable() || !control->Usable()) continue;
-      if (control->Text() != like->Text()) set(built, *control, like->Text());
+      if (control->Text() == like->Text()) continue;
+      const bool changed = set(built, *control, like->Text());
+      if (changed && dynamic_cast<TextField*>(control) == nullptr) agreeOnLocked(wanted, built);
     }
     if (lines_.size() == before) return;
+  }
+}
+
+void ScriptWriter::Run::open(Opener& opener, Screen& built, Opener& like) {
+  const Opener::Which& which = like.ForWhich();
+  built.MoveFocus(nullptr);
+  both(
+      "open " + like.Opens() + (which.value.empty() ? "" : " " + wordOf(which.value)),
+      [&] { opener.Press(); }, [&] { like.Press(); });
+}
+
+// Calculators keep what was typed, and hand back a scaling. Some units come from them alone.
+void ScriptWriter::Run::calculators(Screen& wanted, Opener& opener, Screen& built, Opener& like) {
+  const bool opens = bold_ || canSetScaling(wanted);
+  for (std::size_t time = 0; opens && time < kCalculators.size(); ++time) {
+    const std::size_t before = lines_.size();
+    open(opener, built, like);
+    if (lines_.size() == before) break;
+    agree(wanted, built);
+  }
+  const std::string which = like.ForWhich().value;
+  const std::string name = which.empty() ? "Units" : "AliasUnits" + which;
+  const Control* units = wanted.Find(name);
+  const Control* now = built.Find(name);
+  if (!bold_ || units == nullptr || now == nullptr) return;
+  for (const std::string_view calculator : kCalculators) {
+    if (now->Text() == units->Text() || !like.Usable()) return;
+    onlyCalculator_ = calculator;
+    open(opener, built, like);
+    onlyCalculator_ = {};
+    agree(wanted, built);
   }
 }
 
@@ -423,13 +503,14 @@ void ScriptWriter::Run::openers(Screen& wanted, Screen& built) {
   for (Opener* opener : std::vector(wanted.Openers())) {
     auto* like = dynamic_cast<Opener*>(built.Find(opener->Name()));
     if (holds(kAids, opener->Opens()) || like == nullptr) continue;
+    if (!onlyCalculator_.empty() && opener->Opens() != onlyCalculator_) continue;
     if (!opener->Usable() || !like->Usable()) continue;
-    const Opener::Which& which = like->ForWhich();
-    const std::string line =
-        "open " + like->Opens() + (which.value.empty() ? "" : " " + wordOf(which.value));
-    built.MoveFocus(nullptr);
-    both(
-        line, [&] { opener->Press(); }, [&] { like->Press(); });
+    if (opener->Opens() == kSolveList) {
+      calculators(wanted, *opener, built, *like);
+    } else {
+      open(*opener, built, *like);
+    }
+    if (built.Result() != ModalResult::kNone) return;
   }
 }
 
@@ -498,11 +579,12 @@ void ScriptWriter::Run::pages(Screen& wanted, Screen& built) {
 
 void ScriptWriter::Run::visit(Screen& wanted, Screen& built) {
   agree(wanted, built);
+  if (built.Name() == onlyCalculator_) flush();
   for (const EntryList& row : kEntryLists) {
     if (row.screen == built.Name()) entries(row, wanted, built);
   }
   pages(wanted, built);
-  agree(wanted, built);
+  if (built.Result() == ModalResult::kNone) agree(wanted, built);
 }
 
 // By Done when it was opened in the script, too.
@@ -513,8 +595,9 @@ void ScriptWriter::Run::leave(Screen& built, bool isWritten) {
     forms_.Agree(true);
     return;
   }
-  built.MoveFocus(nullptr);
   --depth_;
+  if (built.Result() != ModalResult::kNone) return;
+  built.MoveFocus(nullptr);
   end(built);
 }
 
@@ -568,17 +651,59 @@ void ScriptWriter::Run::writeScreens() {
   }
 }
 
-WrittenScript ScriptWriter::Run::Write() {
-  const platform::Moment now{};
-  const Keys wanted = keysOf(ORVUS_GENFILE::ProjectFileText(wanted_.Store(), now));
-  writeBoxes();
+Keys ScriptWriter::Run::built() {
+  return keysOf(ORVUS_GENFILE::ProjectFileText(built_.Store(), {}));
+}
+
+// Some screens store values of their own accord when they are left by Done.
+void ScriptWriter::Run::settle(const Keys& wanted) {
+  for (const std::string_view name : MainScreenNames()) {
+    const int button = ButtonOfScreen(name);
+    if (button < 0 || !built_.MainButtons().Enabled(button)) continue;
+    const std::size_t differing = unsetKeys(wanted, built()).size();
+    const auto before = std::make_unique<ProjectStore>(built_.Store());
+    ModalResult result = ModalResult::kNone;
+    builtHost_.Next = [&](Screen& screen) {
+      screen.Done();
+      result = screen.Result();
+    };
+    forms_.StartAction();
+    built_.Click(button);
+    const bool quiet = result == ModalResult::kDone && forms_.Boxes().empty();
+    if (quiet && unsetKeys(wanted, built()).size() < differing) {
+      write("open " + std::string(name));
+      write("done");
+    } else {
+      built_.PutBack(*before, built_.Origin());
+    }
+  }
+}
+
+// Until nothing more can be set.
+void ScriptWriter::Run::writeRounds() {
   for (int round = 0; round < kMaxRounds; ++round) {
     const std::size_t before = lines_.size();
     tried_.clear();
     writeScreens();
-    if (lines_.size() == before) break;
+    if (lines_.size() == before) return;
   }
-  return {lines_, unsetKeys(wanted, keysOf(ORVUS_GENFILE::ProjectFileText(built_.Store(), now)))};
+}
+
+WrittenScript ScriptWriter::Run::Write() {
+  const Keys wanted = keysOf(ORVUS_GENFILE::ProjectFileText(wanted_.Store(), {}));
+  writeBoxes();
+  writeRounds();
+  const std::size_t length = lines_.size();
+  const std::size_t differing = unsetKeys(wanted, built()).size();
+  const auto before = std::make_unique<ProjectStore>(built_.Store());
+  bold_ = true;
+  writeRounds();
+  if (unsetKeys(wanted, built()).size() >= differing) {
+    built_.PutBack(*before, built_.Origin());
+    lines_.resize(length);
+  }
+  settle(wanted);
+  return {lines_, unsetKeys(wanted, built())};
 }
 
 void WriterForms::StartAction() {

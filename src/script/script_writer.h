@@ -44,12 +44,17 @@ class WriterForms : public platform::Forms {
   std::vector<Box> boxes_;
 };
 
+// A key that no screen sets to the project's value, in Windows-1252.
+struct UnsetKey {
+  std::string key;                    // "[SECTION] Key"
+  std::optional<std::string> wanted;  // its value; nothing when the project does not have the key
+  std::optional<std::string> made;    // the same of what the script makes
+};
+
 // A script, and what it does not set.
 struct WrittenScript {
   std::string lines;  // in UTF-8, with LF
-  // The keys that no screen sets, as lines of the project file: "[SECTION] Key=Value", or
-  // "[SECTION] Key is not in the project". In Windows-1252.
-  std::vector<std::string> unset;
+  std::vector<UnsetKey> unset;
 };
 
 // Shows the screens of a project beside those of a new one in a separate store, and edits the
