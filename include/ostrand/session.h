@@ -38,6 +38,13 @@ struct Problem {
   bool preventsSaving = false;  // a save asks about it
 };
 
+// What a script does about a refused key, a changed value, a spin without effect or a screen that
+// stays open, when its next lines do not expect just that.
+enum class Playing {
+  kStrict,   // ends at that line, like `ostrand screen`
+  kLenient,  // goes on, like `ostrand screen --lenient`
+};
+
 struct SessionOptions {
   // The name of the program; "Harrier", in any case, switches some behaviours.
   std::string hostName{};
@@ -74,7 +81,7 @@ class Session {
   Reply<> Open(std::string_view path);
   // Plays a script on the setup screens (docs/screens.md): lines of UTF-8. The error has the number
   // of the line that failed; the edits of the lines before it stay in the project, unsaved.
-  Reply<> Play(std::string_view script);
+  Reply<> Play(std::string_view script, Playing playing = Playing::kStrict);
 
   // Path of the project file, empty for none, and its name.
   [[nodiscard]] std::string File() const;

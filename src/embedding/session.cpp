@@ -143,12 +143,13 @@ Reply<> Session::Open(std::string_view path) {
   });
 }
 
-Reply<> Session::Play(std::string_view script) {
+Reply<> Session::Play(std::string_view script, Playing playing) {
   return call<Nothing>(state_, "Session.Play", [&](State& state, Reply<>& reply) {
     ScriptForms scripted(state.hostForms);
     platform::Forms& usual = state.forms.Exchange(scripted);
     const auto play = [&] {
       ScreenScript player(state.control, scripted, script);
+      if (playing == Playing::kLenient) player.Lenient();
       const auto played = player.Run();
       if (!played) {
         reply.error = platform::Utf8Text(played.ErrorText());
