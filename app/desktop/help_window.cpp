@@ -5,8 +5,11 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QScrollBar>
+#include <QTextBlock>
 #include <QTextBrowser>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "screen_window.h"
 
@@ -34,6 +37,34 @@ HelpWindow::HelpWindow(QWidget* parent)
   const QFontMetrics letters = fontMetrics();
   resize(
       QSize(90 * letters.averageCharWidth(), 40 * letters.lineSpacing()).boundedTo(RoomFor(*this)));
+}
+
+void HelpWindow::resizeEvent(QResizeEvent* event) {
+  QDialog::resizeEvent(event);
+  fitPictures();
+}
+
+// Pictures that are wider than the window are shown smaller.
+void HelpWindow::fitPictures() {
+  QTextDocument* guide = browser_->document();
+  const QMargins edges = layout()->contentsMargins();
+  const int room = width() - edges.left() - edges.right() - 2 * browser_->frameWidth() -
+                   browser_->verticalScrollBar()->sizeHint().width() -
+                   2 * static_cast<int>(guide->documentMargin());
+  QTextCursor cursor(guide);
+  for (QTextBlock block = guide->begin(); block.isValid(); block = block.next()) {
+    for (auto at = block.begin(); !at.atEnd(); ++at) {
+      QTextImageFormat picture = at.fragment().charFormat().toImageFormat();
+      if (!picture.isValid()) continue;
+      const QImage image(QStringLiteral(":/help/") + picture.name());
+      picture.setWidth(std::min(image.width(), room));
+      cursor.setPosition(at.fragment().position());
+      cursor.setPosition(at.fragment().position() + at.fragment().length(),
+                         QTextCursor::KeepAnchor);
+      cursor.setCharFormat(picture);
+      break;  // a picture is alone in its block, which has just changed
+    }
+  }
 }
 
 // The next place; from the start again after the last one.

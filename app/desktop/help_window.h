@@ -14,7 +14,11 @@ class HelpWindow final : public QDialog {
   explicit HelpWindow(QWidget* parent);
   [[nodiscard]] QTextBrowser* Browser() const { return browser_; }
 
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
+
  private:
+  void fitPictures();
   void find();
 
   QTextBrowser* browser_;

@@ -15,6 +15,7 @@
 #include <QStatusBar>
 #include <QTabWidget>
 #include <QTest>
+#include <QTextBlock>
 #include <QTextBrowser>
 #include <QTimer>
 #include <filesystem>
@@ -605,6 +606,19 @@ TEST_F(Jobs, ShowTheGuideAndLeaveByEscape) {
   const auto* guide = window_->findChild<desktop::HelpWindow*>();
   ASSERT_NE(guide, nullptr);
   EXPECT_TRUE(guide->Browser()->toPlainText().contains("VK7300"));
+  int pictures = 0;
+  const QTextDocument* text = guide->Browser()->document();
+  for (QTextBlock block = text->begin(); block.isValid(); block = block.next()) {
+    for (auto at = block.begin(); !at.atEnd(); ++at) {
+      const QTextImageFormat picture = at.fragment().charFormat().toImageFormat();
+      if (!picture.isValid()) continue;
+      ++pictures;
+      EXPECT_FALSE(QImage(":/help/" + picture.name()).isNull()) << picture.name().toStdString();
+      EXPECT_LE(picture.width(), guide->Browser()->viewport()->width());
+      EXPECT_GT(picture.width(), guide->Browser()->viewport()->width() / 2);
+    }
+  }
+  EXPECT_GE(pictures, 7) << "a page each, and a screen";
   QTest::keyClick(&*window_, Qt::Key_Escape);
   EXPECT_FALSE(window_->isVisible());
 }
