@@ -32,7 +32,7 @@ std::string findingsText(const std::string& path, const std::vector<CanListFindi
     if (finding.Line > 0) row += "line " + NumberText(finding.Line) + ": ";
     text += platform::TerminalLines(row + finding.Text) + "\n";
   }
-  if (findings.empty()) text = platform::TerminalName(path) + ": all items can be picked\n";
+  if (findings.empty()) text = platform::TerminalName(path) + ": all items are valid\n";
   return platform::TerminalText(text);
 }
 

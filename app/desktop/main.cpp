@@ -90,7 +90,7 @@ Arguments argumentsOf(QApplication& application) {
   const auto isEmpty = [&](const QCommandLineOption& option) {
     return parser.isSet(option) && parser.value(option).isEmpty();
   };
-  if (isEmpty(pictures) || isEmpty(report)) arguments.wrong = "an empty name of a file";
+  if (isEmpty(pictures) || isEmpty(report)) arguments.wrong = "empty file name";
   if (parser.isSet(pictures) && !hasProject) arguments.wrong = "--pictures needs one project";
   if (parser.isSet(report) && !hasProject) arguments.wrong = "--report needs one project";
   return arguments;

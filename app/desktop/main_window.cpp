@@ -395,7 +395,7 @@ void MainWindow::closeEvent(QCloseEvent* event) {
   if (ScreenWindow* screen = OpenScreen()) return screen->activateWindow();
   if (!MayAct()) {
     forms_.Beep();
-    return forms_.SetHelpLine("Wait until the save or compile has ended.");
+    return forms_.SetHelpLine("Wait until the save or compile ends.");
   }
   if (!mayLeaveProject()) return;
   rememberWindow();
@@ -506,7 +506,7 @@ void MainWindow::showTitle() {
 void MainWindow::showCommands() {
   const bool may = MayAct();
   const QString why = screenOpen_ ? QStringLiteral("Close the screen that is open first.")
-                                  : QStringLiteral("Wait until the present action has ended.");
+                                  : QStringLiteral("Wait until the current action ends.");
   const auto enabled = [&](int button) {
     return may && (button < 0 || session_.MainButtons().Enabled(button));
   };

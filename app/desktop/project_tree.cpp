@@ -186,7 +186,7 @@ ProjectTree::ProjectTree(std::function<void(const ScreenPlace& place)> open, QWi
     : QTreeWidget(parent), open_(std::move(open)) {
   setHeaderHidden(true);
   setAccessibleName(QStringLiteral("Project"));
-  setAccessibleDescription(QStringLiteral("What the project has. Enter opens the screen."));
+  setAccessibleDescription(QStringLiteral("The parts of the project. Enter opens the screen."));
   setExpandsOnDoubleClick(false);
   header()->setSectionResizeMode(QHeaderView::ResizeToContents);
   header()->setStretchLastSection(false);

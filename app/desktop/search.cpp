@@ -53,7 +53,7 @@ SearchWindow::SearchWindow(const std::string& project, QWidget* parent)
   list_->setAccessibleName(QStringLiteral("Found"));
   list_->setUniformItemSizes(true);
   list_->setFocusPolicy(Qt::NoFocus);  // the keys of the box move in it
-  auto* help = new QLabel(QStringLiteral("Enter opens the screen that is picked."), this);
+  auto* help = new QLabel(QStringLiteral("Enter opens the selected screen."), this);
   auto* column = new QVBoxLayout(this);
   column->addWidget(box_);
   column->addWidget(list_, 1);

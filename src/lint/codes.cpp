@@ -37,7 +37,7 @@ constexpr std::array kCodes = {
     CodeRow{"scan-rate-table", "A table of every scan stores averages or histograms",
             "OUTPUT TABLES"},
     CodeRow{kCodeSharedTerminal, "Different sensors or devices share a terminal"},
-    CodeRow{kCodeStartIgnored, "The program measures a block from another channel than its start"},
+    CodeRow{kCodeStartIgnored, "The program measures a block from a channel other than its start"},
     CodeRow{kCodeTextTooLong, "A name or a unit is too long for its line of the program"},
     CodeRow{kCodeSectionFailed, "A section of the program is cut"},
     CodeRow{kCodeLostVariable, "A variable of a further condition no longer exists"},

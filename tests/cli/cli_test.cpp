@@ -226,7 +226,7 @@ No.  Identifier  PGN     Message  Type  Bit  Bits  Mult   Offset  Units  Alias  
 )");
   const Outcome check = RunOstrand({"can", "check", path});
   EXPECT_EQ(check.code, 0);
-  EXPECT_EQ(check.out, path + ": all items can be picked\n");
+  EXPECT_EQ(check.out, path + ": all items are valid\n");
   EXPECT_EQ(RunOstrand({"can", "list", path}, {.out = "/dev/full"}).code, 1);
 }
 
