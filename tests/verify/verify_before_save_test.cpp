@@ -205,7 +205,7 @@ TEST_F(CheckAllProjects, ExamplesCanBeSaved) {
     ++count;
   }
   EXPECT_EQ(report, "");
-  EXPECT_EQ(count, 6);
+  EXPECT_EQ(count, 7);
 }
 
 TEST_F(CheckAllProjects, RandomProjectsAreCheckedToTheEnd) {
