@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QEventLoop>
+#include <QGridLayout>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -30,6 +31,23 @@ constexpr int kFrameLines = 3;
 // A row of a table is higher than this number of lines of text with the space around it.
 constexpr int kRowLines = 2;
 constexpr std::size_t kRowsAtATime = 8;
+
+// A page that is too high for the desktop by at most this part of it is made lower.
+constexpr int kSlightly = 8;
+
+// Halves the space above and below everything on a page.
+void tighten(const QWidget& page) {
+  for (QLayout* layout : page.findChildren<QLayout*>()) {
+    const QMargins margins = layout->contentsMargins();
+    layout->setContentsMargins(margins.left(), margins.top() / 2, margins.right(),
+                               margins.bottom() / 2);
+    if (auto* grid = qobject_cast<QGridLayout*>(layout)) {
+      grid->setVerticalSpacing(grid->verticalSpacing() / 2);
+    } else if (qobject_cast<QVBoxLayout*>(layout) != nullptr) {
+      layout->setSpacing(layout->spacing() / 2);
+    }
+  }
+}
 
 bool isReachable(const QWidget* widget) {
   return widget != nullptr && widget->isEnabled() && !widget->isHidden();
@@ -186,15 +204,25 @@ void ScreenWindow::watchStops() {
   follow(cancel_);
 }
 
-// As large as the page, with a scroll bar at its side where it does not fit on the desktop.
-void ScreenWindow::fitToScreen() {
+// The size of the window that shows the whole page, with a scroll bar at its side.
+QSize ScreenWindow::sizeOfAll() const {
   const QSize page = scroll_->widget()->sizeHint().expandedTo(scroll_->widget()->minimumSizeHint());
   const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, scroll_);
   const QMargins margins = layout()->contentsMargins();
   const int below = layout()->spacing() + layout()->itemAt(1)->sizeHint().height();
-  const QSize wanted(page.width() + bar + margins.left() + margins.right(),
-                     page.height() + below + margins.top() + margins.bottom());
+  return {page.width() + bar + margins.left() + margins.right(),
+          page.height() + below + margins.top() + margins.bottom()};
+}
+
+// A page that does not fit on the desktop scrolls, unless less space between its rows is enough.
+void ScreenWindow::fitToScreen() {
   const QSize room = RoomFor(*this);
+  QSize wanted = sizeOfAll();
+  const int over = wanted.height() - room.height();
+  if (over > 0 && over <= room.height() / kSlightly) {
+    tighten(*scroll_->widget());
+    wanted = sizeOfAll();
+  }
   scroll_->setHorizontalScrollBarPolicy(wanted.width() > room.width() ? Qt::ScrollBarAsNeeded
                                                                       : Qt::ScrollBarAlwaysOff);
   resize(wanted.boundedTo(room));

@@ -73,6 +73,7 @@ class ScreenWindow final : public QDialog, private ControlWindow {
   bool moveInColumn(const Control& from, int rows);
   bool paste(TextField& field);
   void end(void (Screen::*way)());
+  [[nodiscard]] QSize sizeOfAll() const;
   void fitToScreen();
 
   Screen& screen_;

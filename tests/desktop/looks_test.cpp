@@ -103,6 +103,12 @@ TEST_P(Looks, NothingIsCutOff) {
     }
     const auto* scroll = window.findChild<QScrollArea*>();
     EXPECT_LE(scroll->widget()->width(), scroll->viewport()->width()) << "cut off at the side";
+    const int seen = scroll->viewport()->height();
+    const int over = scroll->widget()->height() - seen;
+    if (GetParam().scale == 1 && window.height() >= desktop::RoomFor(window).height()) {
+      EXPECT_TRUE(over <= 0 || over > seen / 8)
+          << window.Shown().Name() << " scrolls by only " << over;
+    }
     for (const QWidget* widget : window.findChildren<QWidget*>()) {
       if (!widget->isVisible()) continue;
       EXPECT_EQ(cutText(*widget).toStdString(), "")
