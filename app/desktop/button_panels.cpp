@@ -122,29 +122,28 @@ MainButton::MainButton(const ButtonFace& face, std::function<void(int button)> r
                        QWidget* parent)
     : QPushButton(captionOf(face), parent), face_(face), rightClick_(std::move(rightClick)) {
   setIcon(SystemIcon(face.icon));
-  const int line = fontMetrics().height();
-  setIconSize({line, line});
+  takeFont();
   describe();
+}
+
+void MainButton::takeFont() {
+  const QFontMetrics metrics = fontMetrics();
+  const int line = metrics.height();
+  setIconSize({line, line});
+  badgeWidth_ =
+      *face_.counted == '\0' ? 0 : metrics.horizontalAdvance(QStringLiteral("000")) + line / 2;
 }
 
 void MainButton::changeEvent(QEvent* event) {
   QPushButton::changeEvent(event);
-  if (event->type() == QEvent::FontChange) {
-    const int line = fontMetrics().height();
-    setIconSize({line, line});
-  }
+  if (event->type() == QEvent::FontChange) takeFont();
 }
 
 void MainButton::contextMenuEvent(QContextMenuEvent*) { rightClick_(face_.button); }
 
-int MainButton::badgeWidth() const {
-  if (*face_.counted == '\0') return 0;
-  return fontMetrics().horizontalAdvance(QStringLiteral("000")) + fontMetrics().height() / 2;
-}
-
 QSize MainButton::sizeHint() const {
   const QSize usual = QPushButton::sizeHint();
-  return {usual.width() + badgeWidth(), usual.height()};
+  return {usual.width() + badgeWidth_, usual.height()};
 }
 
 void MainButton::Count(int inUse) {

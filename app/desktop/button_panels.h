@@ -57,12 +57,13 @@ class MainButton final : public QPushButton {
   void contextMenuEvent(QContextMenuEvent* event) override;
 
  private:
-  [[nodiscard]] int badgeWidth() const;
+  void takeFont();
   void describe();
 
   const ButtonFace& face_;
   std::function<void(int button)> rightClick_;
   int inUse_ = 0;
+  int badgeWidth_ = 0;  // with the space before it
   QString whyNot_;
 };
 

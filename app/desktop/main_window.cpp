@@ -106,14 +106,19 @@ void MainWindow::StartNew() {
 void MainWindow::projectReplaced() {
   notice_->Show({});
   keeper_.Opened();
-  program_->Saved(BytesToSave(session_, store_));
+  takeSaved();
   showAll();
+}
+
+void MainWindow::takeSaved() {
+  savedBytes_ = BytesToSave(session_, store_);
+  if (program_ != nullptr) program_->Saved(savedBytes_);
 }
 
 void MainWindow::projectSaved() {
   named_ = true;
   keeper_.Saved();
-  program_->Saved(BytesToSave(session_, store_));
+  takeSaved();
   settings_.AddRecent(absolute(session_.CurrentFileName()));
   showRecent();
   QString text = QStringLiteral("Saved %1.").arg(FromSystem(session_.CurrentFileName()));
@@ -418,11 +423,16 @@ void MainWindow::ButtonsChanged() {
 }
 
 void MainWindow::SummaryDrawn() {
-  if (ready_ && pages_->currentWidget() == summary_) summary_->Show(session_.SummaryBox());
+  if (ready_ && pages_->currentIndex() == kSummaryPage) summary_->Show(session_.SummaryBox());
 }
 
 void MainWindow::ColorsChanged() {
   if (!ready_) return;
+  takeColors();
+  showPage();
+}
+
+void MainWindow::takeColors() {
   const Appearance& colors = session_.Colors();
   const QPalette usual = QApplication::palette();
   const auto paint = [&](QWidget* widget, i32 back, i32 text, QPalette::ColorRole backRole,
@@ -439,7 +449,6 @@ void MainWindow::ColorsChanged() {
   panels_->setAutoFillBackground(true);
   paint(summary_, colors.SummaryBack, colors.SummaryText, QPalette::Base, QPalette::Text);
   for (QLineEdit* box : {operator_, number_}) paintBox(box);
-  showPage();
 }
 
 // A box with the focus has the colour of the highlight.
@@ -528,13 +537,14 @@ const ProjectStore& MainWindow::shownStore() const {
 }
 
 void MainWindow::showPage() {
-  QWidget* page = pages_->currentWidget();
-  if (page == summary_) summary_->Show(session_.SummaryBox());
-  if (page == wiring_) wiring_->Show(session_, shownStore());
-  if (page == channels_) channels_->Show(session_, shownStore());
-  if (page == program_) program_->Show(session_, shownStore());
-  if (page == tables_) tables_->Show();
-  if (page == checks_) checks_->Show(session_, before_ == nullptr ? store_ : *before_);
+  const int page = pages_->currentIndex();
+  makePage(page);
+  if (page == kSummaryPage) summary_->Show(session_.SummaryBox());
+  if (page == kWiringPage) wiring_->Show(session_, shownStore());
+  if (page == kChannelsPage) channels_->Show(session_, shownStore());
+  if (page == kProgramPage) program_->Show(session_, shownStore());
+  if (page == kTablesPage) tables_->Show();
+  if (page == kChecksPage) checks_->Show(session_, before_ == nullptr ? store_ : *before_);
 }
 
 void MainWindow::rememberWindow() {

@@ -76,7 +76,7 @@ class MainWindow final : public QMainWindow, private OstrandEvents {
   [[nodiscard]] QTabWidget* Pages() const { return pages_; }
   [[nodiscard]] QLineEdit* OperatorBox() const { return operator_; }
   [[nodiscard]] QLineEdit* NumberBox() const { return number_; }
-  [[nodiscard]] FindingsPage* Checks() const { return checks_; }
+  [[nodiscard]] FindingsPage* Checks();
   [[nodiscard]] ProjectTree* Tree() const { return tree_; }
   [[nodiscard]] NoticeBar* Notice() const { return notice_; }
   // The screen that can be edited; null when none is open.
@@ -91,6 +91,15 @@ class MainWindow final : public QMainWindow, private OstrandEvents {
   void dropEvent(QDropEvent* event) override;
 
  private:
+  enum PageNumber {
+    kSummaryPage,
+    kWiringPage,
+    kChannelsPage,
+    kProgramPage,
+    kTablesPage,
+    kChecksPage,
+  };
+
   struct Command {
     QAction* action;
     int button;  // of the main row, or -1
@@ -105,6 +114,8 @@ class MainWindow final : public QMainWindow, private OstrandEvents {
 
   void buildBoxes();
   void buildPages();
+  // Pages other than the summary are made when they are first seen: the window opens sooner.
+  void makePage(int number);
   void layOut();
   void buildMenus();
   void buildFileMenu();
@@ -123,6 +134,7 @@ class MainWindow final : public QMainWindow, private OstrandEvents {
   // After the session has another project, and after it was saved.
   void projectReplaced();
   void projectSaved();
+  void takeSaved();
 
   void click(int button);
   void clickWidget(int button);  // by the user at the main row, where the focus then is
@@ -159,6 +171,7 @@ class MainWindow final : public QMainWindow, private OstrandEvents {
   void showPage();
   void showRecent();
   void takeTextSize();
+  void takeColors();
   void showAbout();
   void copyFromPage();
   void rememberWindow();
@@ -176,11 +189,11 @@ class MainWindow final : public QMainWindow, private OstrandEvents {
   NoticeBar* notice_;
   QTabWidget* pages_;
   SummaryPage* summary_;
-  WiringPage* wiring_;
-  ChannelsPage* channels_;
-  ProgramView* program_;
-  TablesPage* tables_;
-  FindingsPage* checks_;
+  WiringPage* wiring_ = nullptr;  // this and the next pages, until they are seen
+  ChannelsPage* channels_ = nullptr;
+  ProgramView* program_ = nullptr;
+  TablesPage* tables_ = nullptr;
+  FindingsPage* checks_ = nullptr;
   QSplitter* split_ = nullptr;
   QMenu* recent_ = nullptr;
   QAction* undo_ = nullptr;
@@ -189,6 +202,7 @@ class MainWindow final : public QMainWindow, private OstrandEvents {
   QActionGroup* textSizes_ = nullptr;
   HelpWindow* help_ = nullptr;  // once it was asked for
   std::vector<Command> commands_;
+  std::string savedBytes_;                // of the project as it was saved last
   std::unique_ptr<ProjectStore> before_;  // the project before the screen that is open
   QString runs_;                          // what is done while a program runs
   bool edited_ = false;

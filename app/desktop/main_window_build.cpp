@@ -79,16 +79,6 @@ MainWindow::MainWindow(ProjectStore& store, const platform::Surroundings& around
       notice_(new NoticeBar(this)),
       pages_(new QTabWidget(this)),
       summary_(new SummaryPage(this)),
-      wiring_(new WiringPage([this](const ScreenPlace& place) { Go(place); }, this)),
-      channels_(new ChannelsPage([this](const ScreenPlace& place) { Go(place); }, this)),
-      program_(new ProgramView([this](const ScreenPlace& place) { Go(place); }, this)),
-      tables_(new TablesPage([this]() -> const ProjectStore& { return shownStore(); }, this)),
-      checks_(new FindingsPage([this](const ScreenPlace& place) { Go(place); },
-                               [this](int line) {
-                                 pages_->setCurrentWidget(program_);
-                                 program_->Text()->GoTo(line);
-                               },
-                               this)),
       processes_(around.processes, [this] { programsChanged(); }),
       around_{around.files,      around.clock,    around.forms,           processes_,
               around.settings,   around.registry, around.temporaryFolder, around.moduleFolder,
@@ -97,13 +87,12 @@ MainWindow::MainWindow(ProjectStore& store, const platform::Surroundings& around
       screens_(forms, this),
       keeper_(session_, this, recoveryFolder) {
   tree_->OnBlock = [this](ProgramBlock block) {
-    if (pages_->currentWidget() == program_ && block.kind != 0) program_->ShowBlock(block);
+    if (pages_->currentIndex() == kProgramPage && block.kind != 0) program_->ShowBlock(block);
   };
   tree_->OnShowLines = [this](ProgramBlock block) {
-    pages_->setCurrentWidget(program_);
+    pages_->setCurrentIndex(kProgramPage);
     program_->ShowBlock(block);
   };
-  program_->OnBlock = [this](ProgramBlock block) { tree_->Select(block); };
   screens_.OnOpen = [this](bool open) { screenOpen(open); };
   keeper_.OnSaveAs = [this] { saveAs(); };
   keeper_.OnNotice = [this](const QString& text) { notice_->Show(text); };
@@ -127,8 +116,8 @@ MainWindow::MainWindow(ProjectStore& store, const platform::Surroundings& around
   takeTextSize();
   layOut();
   takeServer(settings_.server);
+  takeColors();
   ready_ = true;
-  ColorsChanged();
   projectReplaced();
 }
 
@@ -137,6 +126,7 @@ MainWindow::~MainWindow() {
   forms_.OnHelp = nullptr;
   forms_.MaySaveTo = nullptr;
   QFont font = QApplication::font();
+  if (font.pointSizeF() == usualFontSize_) return;
   font.setPointSizeF(usualFontSize_);
   QApplication::setFont(font);
 }
@@ -169,14 +159,60 @@ void MainWindow::buildBoxes() {
 }
 
 void MainWindow::buildPages() {
-  // Six titles fit a small screen without icons.
-  const std::pair<QWidget*, const char*> titles[] = {{summary_, "Summary"},   {wiring_, "Wiring"},
-                                                     {channels_, "Channels"}, {program_, "Program"},
-                                                     {tables_, "Tables"},     {checks_, "Checks"}};
-  for (const auto& [page, title] : titles) pages_->addTab(page, QString::fromLatin1(title));
+  pages_->addTab(summary_, QStringLiteral("Summary"));
+  for (const char* title : {"Wiring", "Channels", "Program", "Tables", "Checks"}) {
+    pages_->addTab(new QWidget(pages_), QString::fromLatin1(title));
+  }
   pages_->setCurrentIndex(std::min(settings_.page, pages_->count() - 1));
   pages_->setAccessibleName(QStringLiteral("Pages"));
   QObject::connect(pages_, &QTabWidget::currentChanged, this, [this] { showPage(); });
+}
+
+void MainWindow::makePage(int number) {
+  const auto go = [this](const ScreenPlace& place) { Go(place); };
+  const auto fill = [&](auto*& page, auto make) {
+    if (page != nullptr) return;
+    page = make();
+    QWidget* tab = pages_->widget(number);
+    auto* layout = new QVBoxLayout(tab);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(page);
+    tab->setFocusProxy(page);
+  };
+  switch (number) {
+    case kWiringPage:
+      return fill(wiring_, [&] { return new WiringPage(go, this); });
+    case kChannelsPage:
+      return fill(channels_, [&] { return new ChannelsPage(go, this); });
+    case kProgramPage:
+      return fill(program_, [&] {
+        auto* program = new ProgramView(go, this);
+        program->OnBlock = [this](ProgramBlock block) { tree_->Select(block); };
+        program->Saved(savedBytes_);
+        return program;
+      });
+    case kTablesPage:
+      return fill(tables_, [&] {
+        return new TablesPage([this]() -> const ProjectStore& { return shownStore(); }, this);
+      });
+    case kChecksPage:
+      return fill(checks_, [&] {
+        return new FindingsPage(
+            go,
+            [this](int line) {
+              pages_->setCurrentIndex(kProgramPage);
+              program_->Text()->GoTo(line);
+            },
+            this);
+      });
+    default:
+      return;
+  }
+}
+
+FindingsPage* MainWindow::Checks() {
+  makePage(kChecksPage);
+  return checks_;
 }
 
 void MainWindow::layOut() {
@@ -295,19 +331,19 @@ void MainWindow::buildEditMenu() {
 // What is selected on the page, or all of it.
 void MainWindow::copyFromPage() {
   QString text;
-  const QWidget* page = pages_->currentWidget();
-  if (page == summary_) {
+  const int page = pages_->currentIndex();
+  if (page == kSummaryPage) {
     const QTextCursor cursor = summary_->textCursor();
     text = cursor.hasSelection() ? cursor.selection().toPlainText() : summary_->toPlainText();
-  } else if (page == program_) {
+  } else if (page == kProgramPage) {
     const QTextCursor cursor = program_->Text()->textCursor();
     text =
         cursor.hasSelection() ? cursor.selection().toPlainText() : program_->Text()->toPlainText();
-  } else if (page == tables_) {
+  } else if (page == kTablesPage) {
     text = tables_->AsText();
-  } else if (page == wiring_) {
+  } else if (page == kWiringPage) {
     text = wiring_->View()->Picture().Words();
-  } else if (page == channels_) {
+  } else if (page == kChannelsPage) {
     text = channels_->View()->Picture().Words();
   } else {
     for (const CheckLine& line : checks_->Lines()) {
@@ -343,7 +379,7 @@ void MainWindow::buildSetupMenu() {
 void MainWindow::buildProgramMenu() {
   QMenu* menu = menuBar()->addMenu(QStringLiteral("&Program"));
   command(menu, QStringLiteral("&Check"), QKeySequence(Qt::Key_F8), [this] {
-    pages_->setCurrentWidget(checks_);
+    pages_->setCurrentIndex(kChecksPage);
     showPage();
     checks_->setFocus();
   });

@@ -90,7 +90,7 @@ TEST_F(Main, ShowsAProject) {
   const auto* summary = window_.findChild<QTextEdit*>();
   QString all = desktop::FromProject(window_.Session().SummaryBox().Text());
   EXPECT_EQ(summary->toPlainText(), all.remove('\r'));
-  EXPECT_EQ(window_.findChild<QPlainTextEdit*>()->toPlainText(), "") << "made, but not seen";
+  EXPECT_EQ(window_.findChild<QPlainTextEdit*>(), nullptr) << "not seen yet";
   window_.Pages()->setCurrentIndex(3);
   EXPECT_TRUE(window_.findChild<QPlainTextEdit*>()->toPlainText().contains("BeginProg"));
   window_.Pages()->setCurrentIndex(5);
@@ -152,14 +152,14 @@ TEST_F(Main, GoesToTheFieldOfAFinding) {
 
 TEST_F(Main, LeadsFromABlockInTheTreeToItsLinesAndBack) {
   ASSERT_TRUE(window_.Open(kProject));
-  const auto* page = dynamic_cast<desktop::ProgramView*>(window_.Pages()->widget(3));
-  ASSERT_NE(page, nullptr);
-  const auto line = [&] {
-    return page->Text()->document()->findBlockByNumber(page->Text()->Line() - 1).text();
-  };
-  const auto select = [&](const char* text) {
-    const auto found = window_.Tree()->findItems(text, Qt::MatchContains | Qt::MatchRecursive);
-    ASSERT_FALSE(found.isEmpty()) << text;
+  window_.Pages()->setCurrentIndex(3);
+  auto* text = dynamic_cast<desktop::ProgramText*>(window_.findChild<QPlainTextEdit*>());
+  ASSERT_NE(text, nullptr);
+  window_.Pages()->setCurrentIndex(0);
+  const auto line = [&] { return text->document()->findBlockByNumber(text->Line() - 1).text(); };
+  const auto select = [&](const char* name) {
+    const auto found = window_.Tree()->findItems(name, Qt::MatchContains | Qt::MatchRecursive);
+    ASSERT_FALSE(found.isEmpty()) << name;
     window_.Tree()->setCurrentItem(found.last());
   };
   window_.Tree()->Select({'V', 2});
@@ -171,8 +171,8 @@ TEST_F(Main, LeadsFromABlockInTheTreeToItsLinesAndBack) {
   EXPECT_TRUE(line().contains("VRNG2") || line().contains("VREP2")) << line().toStdString();
   select("HallRH");
   EXPECT_TRUE(line().startsWith("Const VRNG1")) << line().toStdString();
-  for (int at = 1; at <= page->Text()->blockCount(); ++at) {
-    page->Text()->GoTo(at);
+  for (int at = 1; at <= text->blockCount(); ++at) {
+    text->GoTo(at);
     if (line().startsWith("Const VRNG2")) break;
   }
   EXPECT_EQ(window_.Tree()->Selected(), (ProgramBlock{'V', 2}));
@@ -182,14 +182,15 @@ TEST_F(Main, LeadsFromABlockInTheTreeToItsLinesAndBack) {
 
 TEST_F(Main, MarksLinesOfTheProgramUntilTheProjectIsReadAgain) {
   ASSERT_TRUE(window_.Open(kProject));
-  const auto* page = dynamic_cast<desktop::ProgramView*>(window_.Pages()->widget(3));
-  ASSERT_NE(page, nullptr);
+  window_.Pages()->setCurrentIndex(3);
+  const auto* text = dynamic_cast<desktop::ProgramText*>(window_.findChild<QPlainTextEdit*>());
+  ASSERT_NE(text, nullptr);
   const auto marks = [&] {
     window_.Pages()->setCurrentIndex(0);
     window_.Pages()->setCurrentIndex(3);
     int count = 0;
-    for (int line = 1; line <= page->Text()->blockCount(); ++line) {
-      if (page->Text()->MarkOf(line) != desktop::LineMark::kNone) ++count;
+    for (int line = 1; line <= text->blockCount(); ++line) {
+      if (text->MarkOf(line) != desktop::LineMark::kNone) ++count;
     }
     return count;
   };
