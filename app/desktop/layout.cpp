@@ -23,8 +23,9 @@ constexpr int kFrameWidth = 6;
 using Group = std::vector<BoundControl*>;
 using Parts = std::vector<LaidPart>;
 
+// A widget without a parent would be a window: it has one before it is shown.
 QLabel* captionOf(BoundControl& control) {
-  auto* caption = new QLabel;
+  auto* caption = new QLabel(control.Widget()->parentWidget());
   const bool isLong = control.Of().Kind() == ControlKind::kCode ||
                       qobject_cast<QLabel*>(control.Widget()) != nullptr;
   if (control.CaptionAbove()) {
@@ -123,7 +124,7 @@ class Page {
   Page(int maxWidth, int maxHeight) : maxWidth_(maxWidth), maxHeight_(maxHeight) {}
 
   void Add(const std::string& heading, const Group& group) {
-    auto* box = new QGroupBox(FromProject(heading).replace(u'&', QStringLiteral("&&")));
+    auto* box = new QGroupBox(FromProject(heading).replace(u'&', QStringLiteral("&&")), laid_.page);
     box->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
     auto* layout = new QVBoxLayout(box);
     Group single;

@@ -507,6 +507,26 @@ class Motion final : public QProxyStyle {
   bool moves_;
 };
 
+// Counts the windows that appear.
+class ShownWindows final : public QObject {
+ public:
+  ShownWindows() { qApp->installEventFilter(this); }
+  int count = 0;
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    const auto* widget = qobject_cast<const QWidget*>(watched);
+    if (event->type() == QEvent::Show && widget != nullptr && widget->isWindow()) ++count;
+    return false;
+  }
+};
+
+TEST_F(Windows, ShowNoPartAsAWindowBeforeItIsLaidOut) {
+  const ShownWindows windows;
+  const std::size_t screens = visitAll([](const ScreenWindow&) {});
+  EXPECT_EQ(windows.count, static_cast<int>(screens));
+}
+
 TEST_F(Windows, FlashUnlessTheDesktopAsksForNoMotion) {
   for (const bool moves : {true, false}) {
     QApplication::setStyle(new Motion(moves));
