@@ -185,13 +185,15 @@ class Page {
   }
 
   // Small groups share a line, as far as they do not make the column wider and concern the same one
-  // of several things, by the number in the heading.
+  // of several things, by the number in the heading. A hidden one has a line to itself, since its
+  // size is not known.
   [[nodiscard]] std::vector<Shelf> shelvesOf(std::size_t from, std::size_t to) const {
     const int width = widest(from, to);
     std::vector<Shelf> shelves;
     for (std::size_t at = from; at < to; ++at) {
       const QSize size = sizes_[at];
-      if (shelves.empty() || shelves.back().width + size.width() > width ||
+      if (shelves.empty() || shelves.back().width + size.width() > width || isHidden(at) ||
+          isHidden(shelves.back().boxes.back()) ||
           numberIn(shelves.back().boxes.back()) != numberIn(at)) {
         shelves.push_back({});
       }
@@ -202,6 +204,7 @@ class Page {
     }
     return shelves;
   }
+  [[nodiscard]] bool isHidden(std::size_t at) const { return boxes_[at].box->isHidden(); }
   [[nodiscard]] QChar numberIn(std::size_t at) const { return DigitIn(boxes_[at].box->title()); }
   [[nodiscard]] int heightOf(std::size_t from, std::size_t to) const {
     int height = 0;

@@ -228,6 +228,15 @@ void ScreenWindow::fitToScreen() {
   resize(wanted.boundedTo(room));
 }
 
+// Groups that have appeared may be wider than those before.
+void ScreenWindow::widen() {
+  const int missing = scroll_->widget()->minimumSizeHint().width() - scroll_->viewport()->width();
+  if (!opened_ || missing <= 0) return;
+  const int room = RoomFor(*this).width();
+  if (width() + missing > room) scroll_->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+  resize(std::min(width() + missing, std::max(width(), room)), height());
+}
+
 BoundControl* ScreenWindow::Find(const Control& control) const {
   const auto at = bound_.find(&control);
   return at == bound_.end() ? nullptr : at->second;
@@ -283,6 +292,7 @@ void ScreenWindow::read() {
     stops += control->Stops().size();
   }
   ShowParts(parts_);
+  widen();
   if (stops != stops_.size()) watchStops();
   reading_ = false;
 }

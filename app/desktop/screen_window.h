@@ -75,6 +75,7 @@ class ScreenWindow final : public QDialog, private ControlWindow {
   void end(void (Screen::*way)());
   [[nodiscard]] QSize sizeOfAll() const;
   void fitToScreen();
+  void widen();
 
   Screen& screen_;
   QtForms& forms_;

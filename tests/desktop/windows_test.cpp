@@ -448,6 +448,23 @@ TEST_F(Windows, ShowWhyAControlIsDisabledAndItsLimits) {
   });
 }
 
+TEST_F(Windows, ShowAllOfTheGroupsThatAppearLater) {
+  session_.OpenNew();
+  const auto look = [](ScreenWindow& window) {
+    const auto* scroll = window.findChild<QScrollArea*>();
+    for (int n = 1; n <= 5; ++n) {
+      QWidget* box =
+          window.Find(*window.Shown().Find("MonitorPower" + std::to_string(n)))->Widget();
+      QTest::mouseClick(box, Qt::LeftButton, {}, QPoint(8, box->height() / 2));
+    }
+    EXPECT_TRUE(window.Find(*window.Shown().Find("PowerOffCode"))->Widget()->isVisible());
+    QApplication::processEvents();
+    EXPECT_LE(scroll->widget()->width(), scroll->viewport()->width());
+    EXPECT_LE(window.width(), desktop::RoomFor(window).width());
+  };
+  EXPECT_EQ(visitAll(look, "frmConfig"), 1U);
+}
+
 TEST_F(Windows, HideAndDisableTheItemsOfAList) {
   at("frmVoltSetup", [](ScreenWindow& window) {
     auto& range = dynamic_cast<Choice&>(*window.Shown().Find("Range"));
