@@ -26,7 +26,7 @@ class EachFinding : public ::testing::Test {
  protected:
   EachFinding() {
     window_.show();
-    window_.Pages()->setCurrentWidget(window_.Checks());
+    window_.Pages()->setCurrentIndex(window_.Pages()->count() - 1);  // the checks
   }
 
   // Opens a file of the project, and double-clicks each finding that is on the page, once for each
