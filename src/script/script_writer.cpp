@@ -205,6 +205,8 @@ class ScriptWriter::Run {
   void openers(Screen& wanted, Screen& built);
   void open(Opener& opener, Screen& built, Opener& like);
   void calculators(Screen& wanted, Opener& opener, Screen& built, Opener& like);
+  void switchOn(std::string_view box, Screen& wanted, Screen& built);
+  void setParts(const EntryList& row, const std::string& text, const Screen& wanted, Screen& built);
   void entries(const EntryList& row, Screen& wanted, Screen& built);
   void leave(Screen& built, bool isWritten);
   bool set(Screen& screen, Control& control, const std::string& text);
@@ -434,13 +436,13 @@ std::vector<Control*> ScriptWriter::Run::inOrder(const Screen& screen) {
     const bool isPage = holds(kPages, control->Name());
     if (isEdited(*control) && !isPage && !isOfEntry(screen, *control)) controls.push_back(control);
   }
-  const auto rank = [](const Control* control) {
-    const bool isField = dynamic_cast<const TextField*>(control) != nullptr;
-    return control->Row > 0 ? 1 + control->Row : isField ? 1 : 0;
+  const auto rank = [](const Control& control) {
+    const bool isField = dynamic_cast<const TextField*>(&control) != nullptr;
+    return control.Row > 0 ? 1 + control.Row : isField ? 1 : 0;
   };
   std::stable_sort(
       controls.begin(), controls.end(),
-      [&](const Control* left, const Control* right) { return rank(left) < rank(right); });
+      [&](const Control* left, const Control* right) { return rank(*left) < rank(*right); });
   return controls;
 }
 
@@ -514,6 +516,25 @@ void ScriptWriter::Run::openers(Screen& wanted, Screen& built) {
   }
 }
 
+void ScriptWriter::Run::switchOn(std::string_view box, Screen& wanted, Screen& built) {
+  wanted.Find(box)->Check(true);
+  Control* like = built.Find(box);
+  if (like->Text() == "on" || !focus(built, *like)) return;
+  act("check " + like->Name() + " on", [&] { like->Check(true); });
+}
+
+// The controls that make the entry `text`.
+void ScriptWriter::Run::setParts(const EntryList& row, const std::string& text,
+                                 const Screen& wanted, Screen& built) {
+  for (const std::string_view part : row.parts) {
+    const Control* source = wanted.Find(part);
+    Control* target = built.Find(part);
+    if (part.empty() || source == nullptr || target == nullptr || !target->Usable()) continue;
+    const std::string value = part.starts_with("LevelVar") ? text : source->Text();
+    if (target->Text() != value) set(built, *target, value);
+  }
+}
+
 void ScriptWriter::Run::entries(const EntryList& row, Screen& wanted, Screen& built) {
   auto* like = dynamic_cast<Choice*>(wanted.Find(row.list));
   auto* list = dynamic_cast<Choice*>(built.Find(row.list));
@@ -528,20 +549,8 @@ void ScriptWriter::Run::entries(const EntryList& row, Screen& wanted, Screen& bu
     tried_.clear();  // the parts start anew
     like->ClickAt(static_cast<int>(at));
     if (!row.edit.empty()) wanted.Find(row.edit)->Press();
-    if (!row.mode.empty()) {
-      wanted.Find(row.mode)->Check(true);
-      Control* mode = built.Find(row.mode);
-      if (mode->Text() != "on" && focus(built, *mode)) {
-        act("check " + mode->Name() + " on", [&] { mode->Check(true); });
-      }
-    }
-    for (const std::string_view part : row.parts) {
-      const Control* source = wanted.Find(part);
-      Control* target = built.Find(part);
-      if (part.empty() || source == nullptr || target == nullptr || !target->Usable()) continue;
-      const std::string value = part.starts_with("LevelVar") ? text : source->Text();
-      if (target->Text() != value) set(built, *target, value);
-    }
+    if (!row.mode.empty()) switchOn(row.mode, wanted, built);
+    setParts(row, text, wanted, built);
     press(built, row.add);
     if (missing(text)) return;
   }
