@@ -1,5 +1,6 @@
 // Whole projects: a project file in, the exact program and documents out. The expected files were
-// derived from the rules by hand or checked against them, line by line.
+// derived from the rules by hand. Those of wind-turbine come from the generator; its program and
+// table description were read against the rules.
 #include <gtest/gtest.h>
 
 #include <algorithm>
