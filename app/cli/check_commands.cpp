@@ -3,7 +3,7 @@
 #include "find_files.h"
 #include "finding_report.h"
 #include "generator/preview.h"
-#include "platform/quiet_forms.h"
+#include "json_documents.h"
 #include "project_run.h"
 
 namespace ostrand::cli {
@@ -14,12 +14,8 @@ FileFindings findingsOf(ProjectRun& run, Ostrand& session, std::string_view file
   found.file = file;
   found.opened = OpenProject(session, file);
   if (!found.opened) return found;
-  found.findings = CheckFindings(session.Checks());
-  const ProgramPreview program =
-      PreviewOf(session.Store(), session.Around(), session.BaseName(), session.HostApp());
-  for (LintFinding& finding : Notices(session.Store(), program, session.SkippedLines())) {
-    found.findings.push_back(std::move(finding));
-  }
+  found.findings =
+      AllFindings(session.Checks(), session.Preview(session.Store()), session.SkippedLines());
   auto bytes = run.files.Read(session.CurrentFileName());
   if (bytes) found.bytes = std::move(bytes.Value());
   return found;
@@ -57,7 +53,7 @@ bool check(ProjectRun& run, Ostrand& session, std::string_view file) {
 ExitCode printAll(const CommandLine& line, const RunResult& result) {
   if (line.format == Format::kText) return result.code;
   const std::string text =
-      line.format == Format::kJson ? JsonReport(result.pieces) : SarifReport(result.pieces);
+      line.format == Format::kJson ? JsonArray(result.pieces) : SarifReport(result.pieces);
   return Print(text) ? result.code : kFault;
 }
 

@@ -61,8 +61,7 @@ class Walk {
   }
 
   [[nodiscard]] bool hasExtension(std::string_view name) const {
-    return name.size() > extension_.size() &&
-           SameText(name.substr(name.size() - extension_.size()), extension_);
+    return name.size() > extension_.size() && EndsWithText(name, extension_);
   }
 
   std::string_view extension_;

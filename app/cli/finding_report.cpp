@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "json_documents.h"
 #include "lint/key_lines.h"
 #include "model/defaults.h"
 #include "places/key_places.h"
@@ -154,15 +155,6 @@ std::vector<std::string> FindingsSarif(const FileFindings& found) {
   return results;
 }
 
-std::string JsonReport(const std::vector<std::string>& objects) {
-  std::string text = "[";
-  for (const std::string& object : objects) {
-    if (&object != &objects.front()) text += ",\n";
-    text += object;
-  }
-  return text + "]\n";
-}
-
 std::string SarifReport(std::vector<std::string> results) {
   const bool successful = std::erase(results, "") == 0;
   JsonWriter rules;
@@ -178,7 +170,7 @@ std::string SarifReport(std::vector<std::string> results) {
   text +=
       JsonString(ORVUS_COMMON::kModuleVersion) + ",\n\"rules\": " + withoutLineEnd(rules.Take());
   text += "}},\n\"invocations\": [{\"executionSuccessful\": ";
-  text += std::string(successful ? "true" : "false") + "}],\n\"results\": " + JsonReport(results);
+  text += std::string(successful ? "true" : "false") + "}],\n\"results\": " + JsonArray(results);
   return withoutLineEnd(text) + "}]}\n";
 }
 

@@ -33,8 +33,7 @@ std::string FindingsJson(const FileFindings& found);
 // A SARIF result for each finding; an empty text for a file that could not be opened.
 std::vector<std::string> FindingsSarif(const FileFindings& found);
 
-// A report in the format of the line from the pieces of all files: objects, or results.
-std::string JsonReport(const std::vector<std::string>& objects);
+// The report of all files from their results.
 std::string SarifReport(std::vector<std::string> results);
 
 }  // namespace ostrand::cli

@@ -3,6 +3,7 @@
 
 #include "commands.h"
 #include "project_run.h"
+#include "projectfile/file_lines.h"
 #include "projectfile/genfile.h"
 #include "text/codepage.h"
 #include "text/json.h"
@@ -25,14 +26,14 @@ using Sections = std::vector<Section>;
 
 Sections sectionsOf(std::string_view file) {
   Sections sections;
-  while (!file.empty()) {
-    const std::string_view line = TakeLine(file);
-    if (line.starts_with('[')) {
-      sections.push_back({Before(line.substr(1), "]"), {}});
-    } else if (Holds(line, "=") && !sections.empty()) {
-      sections.back().keys.push_back({Before(line, "="), Trim(After(line, "="))});
-    }
-  }
+  VisitFileLines(
+      file,
+      [&](std::string_view header, int) {
+        sections.push_back({Before(header.substr(1), "]"), {}});
+      },
+      [&](std::string_view, std::string_view key, std::string_view value, int) {
+        if (!sections.empty()) sections.back().keys.push_back({key, Trim(value)});
+      });
   return sections;
 }
 

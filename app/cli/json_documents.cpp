@@ -170,4 +170,13 @@ std::string CanListJson(std::string_view file, const CanList& list) {
   return json.End().End().Take();
 }
 
+std::string JsonArray(const std::vector<std::string>& objects) {
+  std::string text = "[";
+  for (const std::string& object : objects) {
+    if (&object != &objects.front()) text += ",\n";
+    text += object;
+  }
+  return text + "]\n";
+}
+
 }  // namespace ostrand::cli

@@ -4,6 +4,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "can/pick_list.h"
 #include "model/statement_channels.h"
@@ -15,6 +16,9 @@ namespace ostrand::cli {
 std::string SummaryJson(std::string_view file, Ostrand& session);
 std::string WiringJson(std::string_view file, Ostrand& session, const StatementChannels& channels);
 std::string TimesJson(std::string_view file, const ProjectStore& store);
+
+// A document of objects, with its line end.
+std::string JsonArray(const std::vector<std::string>& objects);
 
 // With its line end.
 std::string CanListJson(std::string_view file, const CanList& list);

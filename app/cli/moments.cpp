@@ -56,10 +56,7 @@ std::string WithMomentOf(std::string_view path, std::string_view content,
                          std::string_view present) {
   std::string text(content);
   for (const MomentLabel& label : kLabels) {
-    if (!SameText(path.substr(path.size() - std::min<std::size_t>(path.size(), 4)),
-                  label.extension)) {
-      continue;
-    }
+    if (!EndsWithText(path, label.extension)) continue;
     const auto old = find(label, present);
     const auto now = find(label, text);
     if (old && now) text.replace(now->at, now->length, present.substr(old->at, old->length));

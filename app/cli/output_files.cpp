@@ -22,8 +22,7 @@ bool isTested(std::string_view path) { return Holds(platform::Split(path).title,
 
 bool isOutput(std::string_view path) {
   return std::any_of(kExtensions.begin(), kExtensions.end(), [&](std::string_view extension) {
-    return path.size() > extension.size() &&
-           SameText(path.substr(path.size() - extension.size()), extension);
+    return path.size() > extension.size() && EndsWithText(path, extension);
   });
 }
 

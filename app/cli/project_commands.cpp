@@ -60,9 +60,7 @@ bool generate(ProjectRun& run, Ostrand& session, std::string_view file) {
 bool wiring(ProjectRun& run, Ostrand& session, std::string_view file) {
   if (!OpenProject(session, file)) return false;
   if (run.line.format == Format::kJson) {
-    const ProgramPreview program =
-        PreviewOf(session.Store(), session.Around(), session.BaseName(), session.HostApp());
-    run.pieces.push_back(WiringJson(file, session, program.channels));
+    run.pieces.push_back(WiringJson(file, session, session.Preview(session.Store()).channels));
     return true;
   }
   const std::string diagram = session.WiringText();

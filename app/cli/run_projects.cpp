@@ -6,6 +6,7 @@
 #include "depfile.h"
 #include "find_files.h"
 #include "jobs.h"
+#include "json_documents.h"
 #include "model/store.h"
 #include "output_report.h"
 #include "platform/paths.h"
@@ -225,12 +226,7 @@ ExitCode ForProject(const CommandLine& line, ProjectCommand command) {
 
 ExitCode PrintArray(const CommandLine& line, ProjectCommand command) {
   const RunResult result = RunProjects(line, command);
-  std::string text = "[";
-  for (const std::string& piece : result.pieces) {
-    if (&piece != &result.pieces.front()) text += ",\n";
-    text += piece;
-  }
-  return Print(text + "]\n") ? result.code : kFault;
+  return Print(JsonArray(result.pieces)) ? result.code : kFault;
 }
 
 }  // namespace ostrand::cli

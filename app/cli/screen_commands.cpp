@@ -12,7 +12,6 @@
 #include "text/codepage.h"
 #include "text/nearest.h"
 #include "text/strings.h"
-#include "text/unified_diff.h"
 #include "unchanged_settings.h"
 
 namespace ostrand::cli {
@@ -26,7 +25,7 @@ Result<std::string> scriptOf(CliHost& host, std::string_view path) {
 bool showChanges(Ostrand& session, const std::string& before) {
   const std::string after = ORVUS_GENFILE::ProjectFileText(session.Store(), {});
   const std::string name = session.BaseName() + ".VKG";
-  return Print(platform::TerminalText(UnifiedDiff("a/" + name, before, "b/" + name, after)));
+  return Print(DifferenceText("a/" + name, before, "b/" + name, after));
 }
 
 std::string scriptHead(const std::string& name) {
@@ -77,10 +76,7 @@ ExitCode PlayScreens(const CommandLine& line) {
   const platform::Surroundings machine = host->Around(forms);
   const bool writes = line.OutputsAre() == Outputs::kWritten;
   UnchangedSettings settings(machine.settings);
-  const platform::Surroundings unchanged = {
-      machine.files,    machine.clock,           machine.forms,        machine.processes,  settings,
-      machine.registry, machine.temporaryFolder, machine.moduleFolder, machine.workFolders};
-  Ostrand session(TheStore(), writes ? machine : unchanged, noEvents);
+  Ostrand session(TheStore(), writes ? machine : machine.With(settings), noEvents);
   session.OverwriteChanged(line.force);
   ScreenScript player(session, forms, script.Value());
   if (line.lenient) player.Lenient();

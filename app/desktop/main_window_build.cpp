@@ -80,9 +80,7 @@ MainWindow::MainWindow(ProjectStore& store, const platform::Surroundings& around
       pages_(new QTabWidget(this)),
       summary_(new SummaryPage(this)),
       processes_(around.processes, [this] { programsChanged(); }),
-      around_{around.files,      around.clock,    around.forms,           processes_,
-              around.settings,   around.registry, around.temporaryFolder, around.moduleFolder,
-              around.workFolders},
+      around_(around.With(processes_)),
       session_(store, around_, *this),
       screens_(forms, this),
       keeper_(session_, this, recoveryFolder) {

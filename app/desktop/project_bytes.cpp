@@ -20,8 +20,7 @@ std::unique_ptr<ProjectStore> copyOf(const Ostrand& session, const ProjectStore&
 }
 
 ProgramPreview programOf(const Ostrand& session, const ProjectStore& project) {
-  ProgramPreview preview =
-      PreviewOf(project, session.Around(), session.BaseName(), session.HostApp());
+  ProgramPreview preview = session.Preview(project);
   preview.text = Utf8FromWindows1252(preview.text);
   for (std::string& fault : preview.faults) fault = Utf8FromWindows1252(fault);
   return preview;
@@ -57,18 +56,10 @@ ProgramPreview ProgramOfFile(const Ostrand& session, std::string_view bytes) {
 }
 
 struct QuietSession::State {
-  explicit State(const Ostrand& session) : around(session.Around(), forms) {}
-
-  // The surroundings of the session with other forms.
-  struct Around : platform::Surroundings {
-    Around(const platform::Surroundings& usual, platform::Forms& quiet)
-        : platform::Surroundings{usual.files,           usual.clock,        quiet,
-                                 usual.processes,       usual.settings,     usual.registry,
-                                 usual.temporaryFolder, usual.moduleFolder, usual.workFolders} {}
-  };
+  explicit State(const Ostrand& session) : around(session.Around().With(forms)) {}
 
   platform::QuietForms forms;
-  Around around;
+  platform::Surroundings around;
   OstrandEvents nobodyListens;
   std::unique_ptr<ProjectStore> store = NewStore();
   Ostrand control{*store, around, nobodyListens};

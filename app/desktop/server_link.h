@@ -13,8 +13,8 @@ namespace ostrand::desktop {
 // Connects and sends in a thread, while the events of the windows run.
 class ServerLink final : public SocketObject {
  public:
-  // Returns an error with the reason if there is no connection. `cancelled` is polled meanwhile;
-  // once it returns true the attempt is abandoned.
+  // Returns an error with the reason if there is no connection. Calls `cancelled` while it waits,
+  // and gives up once that returns true.
   static Result<std::unique_ptr<ServerLink>> Connect(const ServerAddress& address,
                                                      const std::function<bool()>& cancelled);
 

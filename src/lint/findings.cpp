@@ -1,5 +1,8 @@
 #include "lint/findings.h"
 
+#include <iterator>
+#include <utility>
+
 #include "programcheck/program_check.h"
 #include "text/line_diff.h"
 #include "text/strings.h"
@@ -37,6 +40,14 @@ LintFindings CheckFindings(const CheckContext& checks) {
     finding.key = std::move(found.key);
     findings.push_back(std::move(finding));
   }
+  return findings;
+}
+
+LintFindings AllFindings(const CheckContext& checks, const ProgramPreview& program,
+                         const ORVUS_GENFILE::ReadReport& skipped) {
+  LintFindings findings = CheckFindings(checks);
+  LintFindings notices = Notices(checks.store, program, skipped);
+  std::move(notices.begin(), notices.end(), std::back_inserter(findings));
   return findings;
 }
 

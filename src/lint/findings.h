@@ -36,6 +36,10 @@ LintFindings CheckFindings(const CheckContext& checks);
 LintFindings Notices(const ProjectStore& store, const ProgramPreview& program,
                      const ORVUS_GENFILE::ReadReport& skipped);
 
+// Both, one after the other.
+LintFindings AllFindings(const CheckContext& checks, const ProgramPreview& program,
+                         const ORVUS_GENFILE::ReadReport& skipped);
+
 // The structure of a program; all findings are errors.
 LintFindings ProgramFindings(std::string_view program);
 

@@ -1,22 +1,16 @@
 #include "lint/key_lines.h"
 
-#include "text/line_diff.h"
+#include "projectfile/file_lines.h"
 #include "text/strings.h"
 
 namespace ostrand {
 
 KeyLines::KeyLines(std::string_view bytes) {
-  std::string section;
-  int number = 0;
-  for (const std::string_view line : LinesOf(bytes)) {
-    ++number;
-    if (line.starts_with('[')) {
-      section = Trim(line);
-      lines_.emplace(section, number);
-    } else if (Holds(line, "=")) {
-      lines_[section + std::string(Trim(Before(line, "=")))] = number;
-    }
-  }
+  VisitFileLines(
+      bytes, [&](std::string_view section, int line) { lines_.emplace(section, line); },
+      [&](std::string_view section, std::string_view key, std::string_view, int line) {
+        lines_[std::string(section).append(Trim(key))] = line;
+      });
 }
 
 int KeyLines::LineOf(std::string_view section, std::string_view key) const {

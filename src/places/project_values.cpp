@@ -1,6 +1,6 @@
 #include "places/project_values.h"
 
-#include "text/strings.h"
+#include "projectfile/file_lines.h"
 
 namespace ostrand {
 namespace {
@@ -17,21 +17,18 @@ const std::string_view* ValueSection::Find(std::string_view key) const {
 ProjectValues ParseValues(std::string_view text) {
   ProjectValues project;
   ValueSection* section = nullptr;
-  while (!text.empty()) {
-    const std::string_view line = TakeLine(text);
-    const std::size_t equal = line.find('=');
-    if (line.starts_with('[') && equal == std::string_view::npos) {
-      const auto [place, isNew] = project.sections.try_emplace(Trim(line));
-      if (isNew) project.headers.push_back(place->first);
-      section = &place->second;
-    } else if (section != nullptr && equal != std::string_view::npos) {
-      const std::string_view key = line.substr(0, equal);
-      if (isOfSave(key)) continue;
-      const auto [place, isNew] = section->at.try_emplace(key, section->values.size());
-      if (isNew) section->values.push_back({key, {}});
-      section->values[place->second].value = Trim(line.substr(equal + 1));
-    }
-  }
+  const auto begin = [&](std::string_view header, int) {
+    const auto [place, isNew] = project.sections.try_emplace(header);
+    if (isNew) project.headers.push_back(place->first);
+    section = &place->second;
+  };
+  VisitFileLines(text, begin,
+                 [&](std::string_view, std::string_view key, std::string_view value, int) {
+                   if (section == nullptr || isOfSave(key)) return;
+                   const auto [place, isNew] = section->at.try_emplace(key, section->values.size());
+                   if (isNew) section->values.push_back({key, {}});
+                   section->values[place->second].value = Trim(value);
+                 });
   return project;
 }
 

@@ -26,6 +26,20 @@ struct Surroundings {
   // Makes the folder of each test compile private; without it all share the one for temporary
   // files.
   WorkFolders* workFolders = nullptr;
+
+  // The same with another one of its parts.
+  [[nodiscard]] Surroundings With(Forms& other) const {
+    return {files,    clock,           other,        processes,  settings,
+            registry, temporaryFolder, moduleFolder, workFolders};
+  }
+  [[nodiscard]] Surroundings With(Processes& other) const {
+    return {files,    clock,           forms,        other,      settings,
+            registry, temporaryFolder, moduleFolder, workFolders};
+  }
+  [[nodiscard]] Surroundings With(SettingsStore& other) const {
+    return {files,    clock,           forms,        processes,  other,
+            registry, temporaryFolder, moduleFolder, workFolders};
+  }
 };
 
 }  // namespace ostrand::platform

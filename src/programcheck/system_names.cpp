@@ -14,7 +14,7 @@ struct SystemUse {
   std::string_view after;         // and after it
   std::string_view instructions;  // that use it, each between blanks
 };
-// Zeroing measures into arrays of its own, and averages them.
+// Zeroing measures into separate arrays and averages them.
 constexpr std::array kZeroing = {
     SystemUse{"VBLK", "ZERO", " VOLTSE VOLTDIFF AVERAGE "},
     SystemUse{"ABLK", "ZERO", " TK40M AVERAGE "},

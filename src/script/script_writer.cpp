@@ -13,6 +13,7 @@
 #include "controls/choice.h"
 #include "controls/list_field.h"
 #include "controls/numeric_field.h"
+#include "projectfile/file_lines.h"
 #include "projectfile/genfile.h"
 #include "screens/setup_screens.h"
 #include "session/project_origin.h"
@@ -132,14 +133,12 @@ using Keys = std::map<std::string, std::string>;
 // The keys of a project file by section and name, but for the moment of its save.
 Keys keysOf(std::string_view file) {
   Keys keys;
-  std::string section;
-  while (!file.empty()) {
-    const std::string_view line = TakeLine(file);
-    const std::size_t equal = line.find('=');
-    if (line.starts_with("[")) section = std::string(line) + " ";
-    if (equal == std::string_view::npos || section == "[GEN VERSION] ") continue;
-    keys[section + std::string(line.substr(0, equal))] = line.substr(equal + 1);
-  }
+  VisitFileLines(
+      file, [](std::string_view, int) {},
+      [&](std::string_view section, std::string_view key, std::string_view value, int) {
+        if (section == "[GEN VERSION]") return;
+        keys[std::string(section).append(" ").append(key)] = value;
+      });
   return keys;
 }
 

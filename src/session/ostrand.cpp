@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "documents/summary.h"
+#include "generator/preview.h"
 #include "model/defaults.h"
 #include "platform/guarded.h"
 #include "platform/paths.h"
@@ -96,6 +97,10 @@ bool Ostrand::UseLegacy() const { return state_->settings.UseLegacy(); }
 void Ostrand::UseLegacy(bool legacy) { state_->settings.UseLegacy(legacy); }
 
 ProjectStore& Ostrand::Store() { return state_->store; }
+ProgramPreview Ostrand::Preview(const ProjectStore& store) const {
+  return PreviewOf(store, Around(), BaseName(), HostApp());
+}
+
 const platform::Surroundings& Ostrand::Around() const { return state_->around; }
 Settings& Ostrand::UserSettings() { return state_->settings; }
 const Settings& Ostrand::UserSettings() const { return state_->settings; }

@@ -60,6 +60,8 @@ class OstrandEvents {
 enum class Focus { kNone, kOper, kIDNum, kButton, kCancelPrint };
 enum class Key { kUp, kDown, kEscape };
 
+struct ProgramPreview;
+
 // A missing project, and the file in which an interrupted save left it; empty for none.
 struct InterruptedProject {
   std::string project;
@@ -233,6 +235,8 @@ class Ostrand {
 
   [[nodiscard]] ProjectStore& Store();
   [[nodiscard]] const platform::Surroundings& Around() const;
+  // The program of a project under the name of this one; see PreviewOf.
+  [[nodiscard]] ProgramPreview Preview(const ProjectStore& store) const;
   [[nodiscard]] Settings& UserSettings();
   [[nodiscard]] const Settings& UserSettings() const;
   // Whether a save or a test compile runs, from its first question to its last file.

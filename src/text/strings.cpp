@@ -45,6 +45,10 @@ bool SameText(std::string_view left, std::string_view right) {
                     [](char a, char b) { return upper(a) == upper(b); });
 }
 
+bool EndsWithText(std::string_view text, std::string_view end) {
+  return text.size() >= end.size() && SameText(text.substr(text.size() - end.size()), end);
+}
+
 std::string_view Trim(std::string_view text) {
   while (!text.empty() && text.front() == ' ') text.remove_prefix(1);
   while (!text.empty() && text.back() == ' ') text.remove_suffix(1);

@@ -14,6 +14,9 @@ std::string Upper(std::string_view text);
 // Whether two texts are equal without regard to case.
 bool SameText(std::string_view left, std::string_view right);
 
+// Whether a text ends with another one, without regard to case.
+bool EndsWithText(std::string_view text, std::string_view end);
+
 // The text without blanks at its ends.
 std::string_view Trim(std::string_view text);
 

@@ -19,6 +19,7 @@
 #include "support/fixed_clock.h"
 #include "support/memory_filesystem.h"
 #include "support/scripted_forms.h"
+#include "support/temp_folder.h"
 #include "support/test_surroundings.h"
 
 namespace ostrand::testing {
@@ -29,6 +30,13 @@ struct DesktopSession {
     files.files["/new.VKG"] = "[GEN VERSION]\r\nVersion=6.0\r\n";
     bool cancelled = true;
     control.OpenFile("/new.VKG", cancelled);
+    EXPECT_FALSE(cancelled);
+  }
+  // Opens a copy of an example.
+  void OpenExample(const std::string& name) {
+    files.files["/cell.VKG"] = ReadDisk(OSTRAND_SOURCE_DIR "/examples/" + name + ".VKG");
+    bool cancelled = true;
+    control.OpenFile("/cell.VKG", cancelled);
     EXPECT_FALSE(cancelled);
   }
   std::string Bytes() { return ORVUS_GENFILE::ProjectFileText(*store, platform::Moment{}); }

@@ -18,11 +18,12 @@
 #include "support/test_surroundings.h"
 #include "text/strings.h"
 #include "texts.h"
+#include "window_session.h"
 
 namespace ostrand {
 namespace {
 
-class EachFinding : public ::testing::Test {
+class EachFinding : public testing::WindowTest {
  protected:
   EachFinding() {
     window_.show();
@@ -74,12 +75,6 @@ class EachFinding : public ::testing::Test {
     EXPECT_EQ(came, button < 0 || window_.Session().MainButtons().Enabled(button));
   }
 
-  testing::MemoryFileSystem files_;
-  testing::FixedClock clock_;
-  desktop::QtForms forms_;
-  testing::TestSurroundings around_{files_, clock_, forms_, "/tmp/"};
-  std::unique_ptr<ProjectStore> store_ = NewStore();
-  desktop::MainWindow window_{*store_, around_.all, forms_};
   std::unique_ptr<ProjectStore> made_ = NewStore();
   std::set<std::string> seen_;  // kinds of places
   int exact_ = 0;               // controls found that can be used

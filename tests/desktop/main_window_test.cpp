@@ -41,13 +41,14 @@
 #include "support/temp_folder.h"
 #include "support/test_surroundings.h"
 #include "texts.h"
+#include "window_session.h"
 
 namespace ostrand {
 namespace {
 
 const std::string kProject = "/house.VKG";
 
-class Main : public ::testing::Test {
+class Main : public testing::WindowTest {
  protected:
   Main() {
     files_.files[kProject] = testing::ReadDisk(OSTRAND_SOURCE_DIR "/examples/building-climate.VKG");
@@ -68,13 +69,6 @@ class Main : public ::testing::Test {
     QTest::mouseClick(window_.ButtonOf(button), Qt::LeftButton);
     EXPECT_TRUE(opened);
   }
-
-  testing::MemoryFileSystem files_;
-  testing::FixedClock clock_;
-  desktop::QtForms forms_;
-  testing::TestSurroundings around_{files_, clock_, forms_, "/tmp/"};
-  std::unique_ptr<ProjectStore> store_ = NewStore();
-  desktop::MainWindow window_{*store_, around_.all, forms_};
 };
 
 TEST_F(Main, ShowsAProject) {

@@ -31,13 +31,7 @@ using desktop::LineMark;
 
 class Pages : public ::testing::Test {
  protected:
-  explicit Pages(const std::string& example = "engine-test-cell") {
-    session_.files.files["/cell.VKG"] =
-        testing::ReadDisk(OSTRAND_SOURCE_DIR "/examples/" + example + ".VKG");
-    bool cancelled = true;
-    session_.control.OpenFile("/cell.VKG", cancelled);
-    EXPECT_FALSE(cancelled);
-  }
+  explicit Pages(const std::string& example = "engine-test-cell") { session_.OpenExample(example); }
 
   ProjectStore& store() { return *session_.store; }
   void show(QWidget& page) {

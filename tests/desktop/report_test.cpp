@@ -118,13 +118,7 @@ class Report : public ::testing::Test {
  protected:
   Report() { open("engine-test-cell"); }
   ProjectStore& store() { return *session_.store; }
-  void open(const char* example) {
-    session_.files.files["/cell.VKG"] =
-        testing::ReadDisk(OSTRAND_SOURCE_DIR "/examples/" + std::string(example) + ".VKG");
-    bool cancelled = true;
-    session_.control.OpenFile("/cell.VKG", cancelled);
-    EXPECT_FALSE(cancelled);
-  }
+  void open(const char* example) { session_.OpenExample(example); }
   std::string pdf(const ReportOptions& options = {}) {
     return desktop::ReportPdf(session_.control, store(), options);
   }

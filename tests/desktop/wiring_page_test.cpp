@@ -56,13 +56,7 @@ class Pictures : public ::testing::Test {
   Wiring wiring() {
     return WiringOf(store(), desktop::ProgramOf(session_.control, store()).channels);
   }
-  void open(const char* example) {
-    session_.files.files["/cell.VKG"] =
-        testing::ReadDisk(OSTRAND_SOURCE_DIR "/examples/" + std::string(example) + ".VKG");
-    bool cancelled = true;
-    session_.control.OpenFile("/cell.VKG", cancelled);
-    EXPECT_FALSE(cancelled);
-  }
+  void open(const char* example) { session_.OpenExample(example); }
   // Two blocks of two single-ended voltages, the second one on the last input of the first.
   void makeOverlap() {
     store().Config.AutoChan = kFalse;

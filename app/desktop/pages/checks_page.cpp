@@ -93,16 +93,11 @@ CheckLine lineOf(const LintFinding& finding) {
 
 std::vector<CheckLine> CheckLinesOf(Ostrand& session, ProjectStore& store) {
   const CheckContext usual = session.Checks();
-  const ProgramPreview program =
-      PreviewOf(store, session.Around(), session.BaseName(), session.HostApp());
+  const LintFindings findings =
+      AllFindings({store, usual.forms, usual.WarningMessageMask, usual.calcVarRefs},
+                  session.Preview(store), session.SkippedLines());
   std::vector<CheckLine> lines;
-  for (const LintFinding& finding :
-       CheckFindings({store, usual.forms, usual.WarningMessageMask, usual.calcVarRefs})) {
-    lines.push_back(lineOf(finding));
-  }
-  for (const LintFinding& finding : Notices(store, program, session.SkippedLines())) {
-    lines.push_back(lineOf(finding));
-  }
+  for (const LintFinding& finding : findings) lines.push_back(lineOf(finding));
   std::stable_sort(lines.begin(), lines.end(), [](const CheckLine& left, const CheckLine& right) {
     return left.severity < right.severity;
   });
