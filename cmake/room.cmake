@@ -60,6 +60,7 @@ endfunction()
 
 # Has the standard headers that most sources include read once, for the first target, and not for
 # each source. With clang a source still sees its own includes alone, so that a missing one is found.
+# Further headers, such as those of Qt, make a set that is the target's alone.
 function(ostrand_precompiled target)
   if(NOT CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     return()
@@ -68,12 +69,15 @@ function(ostrand_precompiled target)
     -fpch-preprocess  # so that the compiler cache sees that they are used
     # False alarms of g++ 12 within these headers, which it keeps to itself in those that it reads.
     -Wno-array-bounds -Wno-stringop-overflow -Wno-stringop-overread)
+  set(standard <algorithm> <array> <functional> <memory> <optional> <span> <string> <string_view>
+    <utility> <vector>)
   get_property(first GLOBAL PROPERTY OSTRAND_PRECOMPILED)
-  if(first)
+  if(ARGN)
+    target_precompile_headers(${target} PRIVATE ${standard} ${ARGN})
+  elseif(first)
     target_precompile_headers(${target} REUSE_FROM ${first})
   else()
-    target_precompile_headers(${target} PRIVATE <algorithm> <array> <functional> <memory>
-      <optional> <span> <string> <string_view> <utility> <vector>)
+    target_precompile_headers(${target} PRIVATE ${standard})
     set_property(GLOBAL PROPERTY OSTRAND_PRECOMPILED ${target})
   endif()
 endfunction()
