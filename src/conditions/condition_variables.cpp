@@ -34,8 +34,15 @@ ConditionVariables::ConditionVariables(const ProjectStore& store, std::span<cons
 
 int ConditionVariables::Find(std::string_view name) const {
   const std::string wanted = Variable(Trim(name));
-  const auto at = std::find_if(names_.begin(), names_.end(), [&](const std::string& candidate) {
-    return SameText(Variable(candidate), wanted);
+  // Only these may stand for the element; to look up each name of the list costs its square.
+  std::vector<std::string_view> candidates = {wanted};
+  for (const Entry& entry : all_) {
+    if (!entry.element.empty() && SameText(entry.element, wanted)) candidates.push_back(entry.name);
+  }
+  const auto at = std::find_if(names_.begin(), names_.end(), [&](const std::string& listed) {
+    return std::any_of(candidates.begin(), candidates.end(),
+                       [&](std::string_view candidate) { return SameText(listed, candidate); }) &&
+           SameText(Variable(listed), wanted);
   });
   return at == names_.end() ? -1 : static_cast<int>(at - names_.begin());
 }
