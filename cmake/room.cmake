@@ -60,8 +60,9 @@ endfunction()
 
 # Has the standard headers that most sources include read once, for the first target, and not for
 # each source. With clang a source still sees its own includes alone, so that a missing one is found.
-# Further headers, such as those of Qt, make a set that is the target's alone.
+# Further headers, such as those of Qt, make a set of the target's own; AS takes another target's.
 function(ostrand_precompiled target)
+  cmake_parse_arguments(SET "" "AS" "" ${ARGN})
   if(NOT CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     return()
   endif()
@@ -72,8 +73,10 @@ function(ostrand_precompiled target)
   set(standard <algorithm> <array> <functional> <memory> <optional> <span> <string> <string_view>
     <utility> <vector>)
   get_property(first GLOBAL PROPERTY OSTRAND_PRECOMPILED)
-  if(ARGN)
-    target_precompile_headers(${target} PRIVATE ${standard} ${ARGN})
+  if(SET_AS)
+    target_precompile_headers(${target} REUSE_FROM ${SET_AS})
+  elseif(SET_UNPARSED_ARGUMENTS)
+    target_precompile_headers(${target} PRIVATE ${standard} ${SET_UNPARSED_ARGUMENTS})
   elseif(first)
     target_precompile_headers(${target} REUSE_FROM ${first})
   else()
