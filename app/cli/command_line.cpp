@@ -317,6 +317,7 @@ std::string wordsFault(const CommandRow& command, const CommandLine& line) {
 
 std::string ReadArguments(const CommandRow& command, std::span<const std::string_view> arguments,
                           CommandLine& line) {
+  line.takesFolders = (command.options & kRecursive) != 0;
   bool optionsEnded = false;
   for (std::size_t at = 0; at < arguments.size(); ++at) {
     const std::string_view argument = arguments[at];

@@ -70,6 +70,7 @@ struct CommandLine {
   bool check = false;
   bool diff = false;
   bool dryRun = false;
+  bool takesFolders = false;  // the command has -r
   bool recursive = false;
   int jobs = 1;  // 0: as many as the machine has processors
   std::string_view depfile;

@@ -68,13 +68,31 @@ class Walk {
   FoundFiles& found_;
 };
 
+// Whether a word names a folder and no file: "a" means a project "a.VKG" first.
+bool isOnlyFolder(const std::string& path, std::string_view extension) {
+  if (!isFolder(path)) return false;
+  const bool isNamed = path.ends_with('/') || EndsWithText(path, extension);
+  return isNamed || !platform::PosixFileSystem().Taken(path + std::string(extension));
+}
+
 }  // namespace
+
+bool RefuseFolder(std::string_view path) {
+  const bool refused = isOnlyFolder(std::string(path), ".VKG");
+  if (refused) ReportError(std::string(path) + ": is a folder, not a project file");
+  return refused;
+}
 
 FoundFiles FilesOf(const CommandLine& line, std::span<const std::string_view> words,
                    std::string_view extension) {
   FoundFiles found;
   for (const std::string_view word : words) {
     std::string path(word);
+    if (line.takesFolders && !line.recursive && isOnlyFolder(path, extension)) {
+      ReportError(path + ": is a folder; -r takes the " + std::string(extension) + " files in it");
+      found.complete = false;
+      continue;
+    }
     if (!line.recursive || !isFolder(path)) {
       found.files.push_back(std::move(path));
       continue;

@@ -21,4 +21,8 @@ struct FoundFiles {
 FoundFiles FilesOf(const CommandLine& line, std::span<const std::string_view> words,
                    std::string_view extension);
 
+// Whether a path names a folder and no project file, which is reported then; for commands that take
+// one project.
+bool RefuseFolder(std::string_view path);
+
 }  // namespace ostrand::cli

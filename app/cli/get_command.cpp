@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "commands.h"
+#include "find_files.h"
 #include "project_run.h"
 #include "projectfile/file_lines.h"
 #include "projectfile/genfile.h"
@@ -114,6 +115,8 @@ bool get(ProjectRun& run, Ostrand& session, std::string_view file) {
 
 }  // namespace
 
-ExitCode GetKeys(const CommandLine& line) { return ForProject(line, get); }
+ExitCode GetKeys(const CommandLine& line) {
+  return RefuseFolder(line.words.front()) ? kFault : ForProject(line, get);
+}
 
 }  // namespace ostrand::cli

@@ -1,5 +1,6 @@
 // The commands for the setup screens.
 #include "commands.h"
+#include "find_files.h"
 #include "model/new_store.h"
 #include "output_report.h"
 #include "project_run.h"
@@ -66,6 +67,7 @@ ExitCode PlayScreens(const CommandLine& line) {
   if (!host) return result;
   const std::string_view file = line.words[0];
   const std::string_view path = line.words[1];
+  if (RefuseFolder(file)) return kFault;
   const auto script = scriptOf(*host, path);
   if (!script) {
     ReportError(script.ErrorText());
@@ -111,7 +113,7 @@ ExitCode PlayScreens(const CommandLine& line) {
 ExitCode WriteScript(const CommandLine& line) {
   ExitCode result = kFault;
   const auto host = HostOf(line, result);
-  if (!host) return result;
+  if (!host || RefuseFolder(line.words.front())) return result;
   WriterForms wantedForms(false);
   WriterForms builtForms(true);
   OstrandEvents noEvents;

@@ -124,11 +124,12 @@ TEST_F(Cli, FaultNamesTheFileAndDoesNotStopTheNext) {
       RunOstrand({"generate", folder / "none", inner, pipe, pump, "-o", folder / "out"});
   EXPECT_EQ(outcome.code, 1);
   EXPECT_EQ(outcome.out, wrote(folder / "out/pump"));
-  EXPECT_EQ(outcome.err,
-            (folder / "none") + ": FILE NOT FOUND\n  The requested program generator file: \n  " +
-                Upper(folder / "none.VKG") + "\n\n  could not be located on this computer.\n" +
-                "ostrand: " + inner + ": Is a directory\nostrand: " + pipe +
-                ": Not a regular file\n");
+  EXPECT_EQ(outcome.err, "ostrand: " + inner + ": is a folder; -r takes the .VKG files in it\n" +
+                             (folder / "none") +
+                             ": FILE NOT FOUND\n  The requested program generator file: \n  " +
+                             Upper(folder / "none.VKG") +
+                             "\n\n  could not be located on this computer.\n" + "ostrand: " + pipe +
+                             ": Not a regular file\n");
 
   for (const auto& [name, error] :
        {std::pair("none", ": no such directory\n"), std::pair("pump.VKG", ": not a directory\n")}) {

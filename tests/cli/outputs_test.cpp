@@ -158,7 +158,8 @@ TEST_F(CliOutputs, FoldersAreSearchedWithoutFollowingLoops) {
             "a/b/one.VKG: all checks passed\na/linked.VKG: all checks passed\n"
             "a/two.vkg: all checks passed\n");
   EXPECT_EQ(all.code, 0) << all.err;
-  EXPECT_EQ(run({"check", "a"}).code, 1) << "a folder without -r";
+  EXPECT_EQ(run({"check", "a"}).err, "ostrand: a: is a folder; -r takes the .VKG files in it\n");
+  EXPECT_EQ(run({"get", "a"}).err, "ostrand: a: is a folder, not a project file\n");
   const Outcome none = run({"check", "-r", "a/folder.VKG"});
   EXPECT_EQ(none.code, 1);
   EXPECT_EQ(none.err, "ostrand: a/folder.VKG: no .VKG files\n");
