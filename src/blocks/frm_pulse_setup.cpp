@@ -184,7 +184,7 @@ void frmPulseSetup::measureFrequency() {
     setAverage(std::max<int>(data().Opt, 1));
   }
   swapUnits(kTotalUnits, kFrequencyUnits);
-  offerAverages(false);
+  offerAverages("A frequency is an average already.");
   if (IsLoading() || !Outputs.SampleInstead({kAverage, kStdDev})) return;
   platform::MessageBox box;
   box.title = "OUTPUT OPTIONS CHANGED";
@@ -193,10 +193,9 @@ void frmPulseSetup::measureFrequency() {
   Forms().ShowBox(box);
 }
 
-// A frequency is an average already.
-void frmPulseSetup::offerAverages(bool offered) {
-  Outputs.Offer(kAverage, offered);
-  Outputs.Offer(kStdDev, offered);
+void frmPulseSetup::offerAverages(std::string_view whyNot) {
+  Outputs.Offer(kAverage, whyNot);
+  Outputs.Offer(kStdDev, whyNot);
 }
 
 void frmPulseSetup::totalize() {
@@ -208,7 +207,7 @@ void frmPulseSetup::totalize() {
   }
   Opt.Value(data().Opt);
   swapUnits(kFrequencyUnits, kTotalUnits);
-  offerAverages(true);
+  offerAverages({});
 }
 
 // Replaces the units of the other result, also in repetitions that follow the block.

@@ -71,7 +71,7 @@ class frmPulseSetup final : public Screen {
   void onOption();
   void measureFrequency();
   void totalize();
-  void offerAverages(bool offered);
+  void offerAverages(std::string_view whyNot);
   void swapUnits(std::string_view from, std::string_view to);
   void setAverage(int millis);
   void onSiteCal();

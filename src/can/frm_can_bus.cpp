@@ -152,6 +152,8 @@ void frmCanBus::bindModule() {
 
 void frmCanBus::bindItem() {
   ItemMessageType.SetItems({"Receive only", "Transmit and receive", "Transmit only"});
+  ItemMessageType.Items[ORVUS_CAN_MSGTYPE_TxOnly].ToolTip =
+      "Kept for items that had it when the project was opened.";
   DataType.SetItems({"FP2", "IEEE4"});
   StartBit.Limits(1, kFrameBits);
   NumBits.Limits(1, kFrameBits);

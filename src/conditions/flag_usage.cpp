@@ -74,7 +74,10 @@ Lines BlocksZeroedBy(const ProjectStore& store, int flagNumber) {
 void SetZeroFlagItems(Choice& list, const ProjectStore& store) {
   list.SetItems({"None", "1", "2", "3", "4", "5", "6", "7", "8"});
   for (int f = 1; f <= kFlags; ++f) {
-    list.Items[static_cast<std::size_t>(f)].Enabled = TablesWithFlag(store, f).empty();
+    const Lines users = TablesWithFlag(store, f);
+    Choice::Item& item = list.Items[static_cast<std::size_t>(f)];
+    item.Enabled = users.empty();
+    item.ToolTip = users.empty() ? "" : "In use by " + users.front() + ".";
   }
 }
 

@@ -62,6 +62,7 @@ class Screen {
 
   // The two ways out. Each may refuse and leave the screen open. Done beeps while disabled.
   bool DoneEnabled = true;
+  std::string WhyNotDone;  // while Done is disabled, as a sentence
   void Done();
   void Cancel();
   [[nodiscard]] ModalResult Result() const { return result_; }

@@ -61,18 +61,24 @@ frmPortTables::frmPortTables(const ScreenContext& context, ItemOutputsRequest re
 // temperatures have no parameters, levels have arrays only in blocks, items and formulas, and ports
 // are stored as they are except for a histogram of their byte, and only when they are read.
 void frmPortTables::limit(SingleValue value, int number) {
-  Output.Offer(kLevelCrossing, value == SingleValue::kCalcField);
+  if (value != SingleValue::kCalcField) {
+    Output.Offer(kLevelCrossing, "Only blocks, CAN items and formulas have level crossings.");
+  }
   if (value == SingleValue::kPortBytes) {
     const PortSlot& slot = store().Ports.Slot[number];
-    const bool reads = slot.ReadMode != 0;
-    for (int code = kSample; code <= kStdDev; ++code) {
-      Output.Offer(static_cast<OutputCode>(code), reads);
+    const std::string_view whyNot =
+        slot.ReadMode != 0 ? "" : "Only ports that are read are stored.";
+    for (int code = kSample; code <= kHistogram; ++code) {
+      Output.Offer(static_cast<OutputCode>(code), whyNot);
     }
-    Output.Offer(kHistogram, reads && slot.Ports[kPorts].Include != kFalse);
-    Output.Offer(kRainFlow, false);
+    if (whyNot.empty() && slot.Ports[kPorts].Include == kFalse) {
+      Output.Offer(kHistogram, "Needs the byte of the ports to be included.");
+    }
+    Output.Offer(kRainFlow, "Ports have no rainflow histogram.");
   } else if (value == SingleValue::kPanelRef || value == SingleValue::kTK40MRef) {
-    Output.Offer(kHistogram, false);
-    Output.Offer(kRainFlow, false);
+    for (const OutputCode code : {kHistogram, kRainFlow}) {
+      Output.Offer(code, "The project keeps no histogram of reference temperatures.");
+    }
   }
 }
 

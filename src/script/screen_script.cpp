@@ -361,7 +361,7 @@ Control* ScreenScript::usable(Screen* screen, const Word& name) {
     fail(keptFocus(*screen));
   } else if (!found->Usable()) {
     // Text accepted on the way has changed the screen.
-    fail(found->Name() + " is disabled or hidden now");
+    fail(found->Name() + " is disabled or hidden now" + Because(found->WhyDisabled));
   } else {
     refusal_.clear();
     return found;
@@ -494,7 +494,8 @@ void ScreenScript::pickItem(Control& control, const std::string& item) {
   if (choice == nullptr) {
     fail(control.Name() + " is not a list");
   } else if (const Choice::Item* found = choice->Find(item)) {
-    fail(wanted + " of " + control.Name() + " is disabled or hidden" + Because(found->ToolTip));
+    const std::string_view state = found->Visible ? " is disabled" : " is not offered";
+    fail(wanted + " of " + control.Name() + std::string(state) + Because(found->ToolTip));
   } else {
     fail(control.Name() + " has no " + wanted + " to pick" + butItems(*choice, item));
   }
@@ -564,7 +565,7 @@ void ScreenScript::end(Screen* screen, const Words& words) {
   if (done && screen->Focused() != nullptr) {
     refusal_ += ": " + keptFocus(*screen);
   } else if (done && !screen->DoneEnabled) {
-    refusal_ += ": its Done is disabled";
+    refusal_ += ": its Done is disabled" + Because(screen->WhyNotDone);
   } else if (forms_.HelpLine() != help) {
     refusal_ += ": " + forms_.HelpLine();
   }

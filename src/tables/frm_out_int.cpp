@@ -75,11 +75,12 @@ void frmOutInt::setTexts() {
   OutInt.Limits(1, std::numeric_limits<i32>::max());
   OutIntUnits.SetItems({"uSecs", "mSecs", "Secs", "Mins", "hours", "Days"});
   Buffer.Limits(1, std::numeric_limits<i32>::max());
-  // This logger has no flash memory for tables, and a project has one card.
   TableLocation.SetItems({"Internal", "Flash", "PC Card"});
   TableLocation.Items[kFlashItem].Visible = false;
+  TableLocation.Items[kFlashItem].ToolTip = "This logger has no flash memory for tables.";
   PamCard.SetItems({"Card A", "Card B"});
   PamCard.Items[1].Enabled = false;
+  PamCard.Items[1].ToolTip = "A project has one card.";
   for (Choice* list : {&FlagTable, &FlagMark, &FlagFull}) {
     list->SetItems({"Off", "1", "2", "3", "4", "5", "6", "7", "8"});
   }

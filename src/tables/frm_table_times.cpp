@@ -70,6 +70,8 @@ void frmTableTimes::CalcTableRecs() {
 void frmTableTimes::showRecords() {
   const bool shows = records_ <= kMaxRecords;
   DoneEnabled = shows && records_ >= 1;
+  WhyNotDone = shows ? "The time to fill is shorter than a record."
+                     : "The time to fill takes too many records.";
 
   const Medium medium = MediumOf(store(), table_.MemLoc);
   const double others =

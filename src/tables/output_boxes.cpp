@@ -57,7 +57,6 @@ OutputBoxes::OutputBoxes(Screen& screen, const ProjectStore& store)
               {screen, "RFHSetup", ParameterScreenOf(kRainFlow)},
               {screen, "LCrSetup", ParameterScreenOf(kLevelCrossing)}}},
       store_(store) {
-  offered_.fill(true);
   for (int t = 1; t <= kTables; ++t) {
     Table.Add("Table " + NumberText(t));
   }
@@ -114,8 +113,8 @@ void OutputBoxes::Refresh() {
   showing_ = false;
 }
 
-void OutputBoxes::Offer(OutputCode code, bool offered) {
-  offered_[static_cast<std::size_t>(code)] = offered;
+void OutputBoxes::Offer(OutputCode code, std::string_view whyNot) {
+  whyNot_[static_cast<std::size_t>(code)] = whyNot;
   Refresh();
 }
 
@@ -140,9 +139,9 @@ std::string OutputBoxes::whyNoBox(int code) const {
   if (store_.Tables[TableShown()].TableOn == kFalse) {
     return "Table " + NumberText(TableShown()) + " is off.";
   }
-  const bool canAsk = !hasParameters(code) || AskParameters;
-  if (offered_[static_cast<std::size_t>(code)] && canAsk) return {};
-  return Boxes[static_cast<std::size_t>(code)].Caption + " is not available here.";
+  const std::string_view whyNot = whyNot_[static_cast<std::size_t>(code)];
+  if (!whyNot.empty() || !hasParameters(code) || AskParameters) return std::string(whyNot);
+  return "No screen asks for its parameters.";
 }
 
 // Why the parameters of an output cannot be shown; empty when they can.

@@ -43,8 +43,9 @@ class OutputBoxes {
 
   [[nodiscard]] int TableShown() const { return Table.Index() + 1; }
 
-  // Whether the instruction suits the item at all; boxes already checked stay.
-  void Offer(OutputCode code, bool offered);
+  // Why the instruction does not suit the item, as a sentence; empty when it does. Boxes already
+  // checked stay.
+  void Offer(OutputCode code, std::string_view whyNot);
 
   // Replaces these instructions by a sample in all six tables. False when none was chosen.
   bool SampleInstead(std::initializer_list<OutputCode> codes);
@@ -61,7 +62,7 @@ class OutputBoxes {
 
   const ProjectStore& store_;
   OutputSet* output_ = nullptr;
-  std::array<bool, kOutputCodes> offered_;
+  std::array<std::string_view, kOutputCodes> whyNot_;
   bool showing_ = false;  // this object, not the user, sets the boxes
 };
 

@@ -55,14 +55,14 @@ TEST_F(OutputBoxesTest, SampleReplacesOutputsInAllTables) {
   output.OutputSelect[4][kMaximum] = 1;
   boxes.Show(output);
   EXPECT_TRUE(boxes.SampleInstead({kAverage, kStdDev}));
-  boxes.Offer(kAverage, false);
+  boxes.Offer(kAverage, "No average.");
   for (const int t : {1, 3}) {
     EXPECT_EQ(output.OutputSelect[t][kSample], 1) << t;
     EXPECT_EQ(output.OutputSelect[t][kAverage] + output.OutputSelect[t][kStdDev], 0) << t;
   }
   EXPECT_EQ(output.OutputSelect[4][kSample], 0);
   EXPECT_FALSE(IsUsable(screen, "Avg"));
-  EXPECT_EQ(screen.Find("Avg")->WhyDisabled, "Avg is not available here.");
+  EXPECT_EQ(screen.Find("Avg")->WhyDisabled, "No average.");
   EXPECT_FALSE(boxes.SampleInstead({kAverage, kStdDev})) << "one notice";
 }
 
