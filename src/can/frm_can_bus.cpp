@@ -7,7 +7,6 @@
 #include "can/faces.h"
 #include "can/frm_can_pick.h"
 #include "can/item_rules.h"
-#include "can/list_items.h"
 #include "conditions/screen_requests.h"
 #include "controls/edits.h"
 #include "model/defaults.h"
@@ -484,14 +483,43 @@ void frmCanBus::enableItem() {
 
 // ---- The ways out -------------------------------------------------------------------------------
 
-bool frmCanBus::allValid() const {
-  std::vector<std::string> names;
-  for (int n = 1; n <= can().CanCount; ++n) {
-    if (!IsValidItem(can().Item[n], idType()) || !ItemFits(can().Item[n], n)) return false;
-    names.push_back(Upper(can().Item[n].Name));
+Control& frmCanBus::controlOf(CanItemValue value) {
+  const std::array<Control*, 11> controls = {&ItemName,    &Units,       &DataId,   &DataStyle,
+                                             &StartBit,    &NumBits,     &NumVals,  &TxDataId,
+                                             &TxDataFrame, &RxDataMatch, &RxTimeout};
+  return *controls[static_cast<std::size_t>(value)];
+}
+
+std::optional<CanItemValue> frmCanBus::invalidValue(int number) const {
+  const CanItemData& one = can().Item[number];
+  if (const auto value = InvalidValue(one, idType())) return value;
+  if (!ItemFits(one, number)) {
+    CanItemData bare = one;
+    bare.Units.clear();
+    return ItemFits(bare, number) ? CanItemValue::kUnits : CanItemValue::kName;
   }
-  std::sort(names.begin(), names.end());
-  return std::adjacent_find(names.begin(), names.end()) == names.end();
+  for (int n = 1; n < number; ++n) {
+    if (SameText(can().Item[n].Name, one.Name)) return CanItemValue::kName;
+  }
+  return std::nullopt;
+}
+
+// Whether all items can be measured, or the user accepts those that cannot; otherwise the first
+// one is shown with the focus on its value at fault.
+bool frmCanBus::acceptItems() {
+  int number = 1;
+  std::optional<CanItemValue> invalid;
+  while (number <= can().CanCount && !(invalid = invalidValue(number))) ++number;
+  if (!invalid) return true;
+  if (Ask(Forms(), "CONTINUE WITH IMPROPER VALUES ?",
+          "Some of the current CAN values are not valid. Proceed Anyway ?",
+          platform::Buttons::kYesNo) == platform::Answer::kYes) {
+    return true;
+  }
+  current_ = number;
+  showList();
+  MoveFocus(&controlOf(*invalid));
+  return false;
 }
 
 bool frmCanBus::changed() const {
@@ -505,11 +533,7 @@ bool frmCanBus::changed() const {
 }
 
 bool frmCanBus::onDone() {
-  if (!allValid() && Ask(Forms(), "CONTINUE WITH IMPROPER VALUES ?",
-                         "Some of the current CAN values are not valid. Proceed Anyway ?",
-                         platform::Buttons::kYesNo) != platform::Answer::kYes) {
-    return false;
-  }
+  if (!acceptItems()) return false;
   store().Can = can();
   names_.Keep();
   for (const AliasRenames& renames : renamed_) {

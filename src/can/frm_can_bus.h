@@ -3,10 +3,12 @@
 
 #include <array>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "can/list_items.h"
 #include "conditions/names_backup.h"
 #include "controls/choice.h"
 #include "controls/numeric_field.h"
@@ -122,7 +124,10 @@ class frmCanBus final : public Screen {
   void enableItem();
   std::array<NumericField*, 6> j1939Fields();
 
-  [[nodiscard]] bool allValid() const;
+  // The first value of an item, from 1, that is not valid beside the other items.
+  [[nodiscard]] std::optional<CanItemValue> invalidValue(int number) const;
+  [[nodiscard]] Control& controlOf(CanItemValue value);
+  bool acceptItems();
   [[nodiscard]] bool changed() const;
 
   platform::FileSystem& files_;

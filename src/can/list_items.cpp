@@ -97,17 +97,23 @@ void RenameItem(CanItemData& item, std::string_view name) {
   item.Name = name;
 }
 
-bool IsValidItem(const CanItemData& item, OrvusCanDataIDTypes type) {
+std::optional<CanItemValue> InvalidValue(const CanItemData& item, OrvusCanDataIDTypes type) {
+  using V = CanItemValue;
   const bool received = item.ItemMessageType != ORVUS_CAN_MSGTYPE_TxOnly;
   const bool sent = item.ItemMessageType != ORVUS_CAN_MSGTYPE_RxOnly;
-  if (!IsItemName(item.Name) || !UnitNameText(item.Units)) return false;
-  if (!isIdentifier(item.DataId, type)) return false;
-  if (received && !IsDataStyle(item.DataStyle)) return false;
-  if (!IsBitNumber(item.StartBit) || !IsBitNumber(item.NumBits)) return false;
-  if (item.Reps < 0 || item.Reps > kCanValues) return false;
-  if (!sent) return true;
-  return isIdentifier(item.TxDataId, type) && TxDataFrameOf(item.TxDataFrame) &&
-         RxDataMatchOf(item.RxDataMatch) && IsRxTimeout(item.RxTimeout);
+  if (!IsItemName(item.Name)) return V::kName;
+  if (!UnitNameText(item.Units)) return V::kUnits;
+  if (!isIdentifier(item.DataId, type)) return V::kDataId;
+  if (received && !IsDataStyle(item.DataStyle)) return V::kDataStyle;
+  if (!IsBitNumber(item.StartBit)) return V::kStartBit;
+  if (!IsBitNumber(item.NumBits)) return V::kNumBits;
+  if (item.Reps < 0 || item.Reps > kCanValues) return V::kNumVals;
+  if (!sent) return std::nullopt;
+  if (!isIdentifier(item.TxDataId, type)) return V::kTxDataId;
+  if (!TxDataFrameOf(item.TxDataFrame)) return V::kTxDataFrame;
+  if (!RxDataMatchOf(item.RxDataMatch)) return V::kRxDataMatch;
+  if (!IsRxTimeout(item.RxTimeout)) return V::kRxTimeout;
+  return std::nullopt;
 }
 
 }  // namespace ostrand

@@ -28,7 +28,22 @@ void RenameItem(CanItemData& item, std::string_view name);
 // A text as an identifier of `bits` bits, in normal form; nothing for a text that is not a number.
 std::optional<std::string> IdentifierOf(std::string_view text, OrvusCanDataIDTypes type);
 
-// Whether an item can be measured: values within their ranges, texts in their forms.
-bool IsValidItem(const CanItemData& item, OrvusCanDataIDTypes type);
+// The values of an item that have a range or a form.
+enum class CanItemValue {
+  kName,
+  kUnits,
+  kDataId,
+  kDataStyle,
+  kStartBit,
+  kNumBits,
+  kNumVals,
+  kTxDataId,
+  kTxDataFrame,
+  kRxDataMatch,
+  kRxTimeout,
+};
+
+// The first value that is outside its range or form; nothing for an item that can be measured.
+std::optional<CanItemValue> InvalidValue(const CanItemData& item, OrvusCanDataIDTypes type);
 
 }  // namespace ostrand

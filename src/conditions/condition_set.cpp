@@ -90,7 +90,9 @@ std::string ConditionSet::expanded(bool aliases) const {
 
 bool ConditionSet::Check() {
   std::string line = Grouping.Text();
-  return acceptGrouping(line);
+  if (acceptGrouping(line)) return true;
+  screen_.MoveFocus(&Grouping);
+  return false;
 }
 
 void ConditionSet::View(std::string_view title, std::string text) {

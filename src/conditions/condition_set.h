@@ -75,7 +75,8 @@ class ConditionSet {
   [[nodiscard]] std::string InVariables() const { return expanded(false); }
   [[nodiscard]] std::string InAliases() const { return expanded(true); }
 
-  // Checks the line and the total length; false after a box that reported a fault.
+  // Checks the line and the total length; false after a box that reported a fault. The focus is
+  // then on the line.
   bool Check();
   // Shows the code made from the expression in a box, if the expression is valid.
   void View(std::string_view title, std::string text);

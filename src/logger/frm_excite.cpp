@@ -216,6 +216,15 @@ std::string frmExcite::incomplete() {
   return rows;
 }
 
+Control* frmExcite::firstMissing() {
+  for (int port = 1; port <= kChannels; ++port) {
+    ChannelControls& controls = at(port);
+    if (!controls.Include.Checked() || !lacksCondition(port)) continue;
+    return &(controls.Condition1.Valid() ? controls.Condition2 : controls.Condition1).MeasVar;
+  }
+  return nullptr;
+}
+
 // OK removes the incomplete channels from the program, Cancel returns to them.
 bool frmExcite::onDone() {
   const std::string rows = incomplete();
@@ -229,6 +238,7 @@ bool frmExcite::onDone() {
        "These channels will be deactivated unless expressions are defined for both states."});
   if (Ask(Forms(), "Port Configurations Incomplete", text, platform::Buttons::kOkCancel) !=
       platform::Answer::kOk) {
+    MoveFocus(firstMissing());
     return false;
   }
   for (int port = 1; port <= kChannels; ++port) {

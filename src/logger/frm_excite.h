@@ -41,6 +41,8 @@ class frmExcite final : public Screen {
   // A list of what is missing for dynamic channels, one row each; empty for nothing.
   [[nodiscard]] std::string incomplete();
   [[nodiscard]] bool lacksCondition(int port);
+  // The first measurement missing; null for none.
+  [[nodiscard]] Control* firstMissing();
 
   ConditionVariables variables_;
   Backup<ExciteControl> before_;

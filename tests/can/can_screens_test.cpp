@@ -42,12 +42,17 @@ class CanScreens : public testing::TableScreens {
 };
 
 TEST_F(CanScreens, DoneAsksAboutImproperValues) {
-  const std::function<void(CanItemData&)> spoils[] = {
-      [](auto& item) { item.Name = "iTEM1"; },       [](auto& item) { item.Name = "Oil Temp"; },
-      [](auto& item) { item.Units = "%"; },          [](auto& item) { item.DataId = "536870912"; },
-      [](auto& item) { item.DataId = "engine"; },    [](auto& item) { item.DataStyle = 7; },
-      [](auto& item) { item.StartBit = 0; },         [](auto& item) { item.NumBits = 65; },
-      [](auto& item) { item.TxDataFrame = "&H00"; }, [](auto& item) { item.RxTimeout = 0; },
+  const std::pair<std::string_view, std::function<void(CanItemData&)>> spoils[] = {
+      {"Name", [](auto& item) { item.Name = "iTEM1"; }},
+      {"Name", [](auto& item) { item.Name = "Oil Temp"; }},
+      {"Units", [](auto& item) { item.Units = "%"; }},
+      {"DataId", [](auto& item) { item.DataId = "536870912"; }},
+      {"DataId", [](auto& item) { item.DataId = "engine"; }},
+      {"DataStyle", [](auto& item) { item.DataStyle = 7; }},
+      {"StartBit", [](auto& item) { item.StartBit = 0; }},
+      {"NumBits", [](auto& item) { item.NumBits = 65; }},
+      {"TxDataFrame", [](auto& item) { item.TxDataFrame = "&H00"; }},
+      {"RxTimeout", [](auto& item) { item.RxTimeout = 0; }},
   };
   giveItems(3);
   store->Can.Item[3].ItemMessageType = 1;
@@ -55,7 +60,7 @@ TEST_F(CanScreens, DoneAsksAboutImproperValues) {
   store->Can.Item[3].RxDataMatch = "&H0123456789ABCDEF";
   store->Can.Item[3].RxTimeout = 1;
   busScreen()->Done();  // without a question
-  for (const auto& spoil : spoils) {
+  for (const auto& [atFault, spoil] : spoils) {
     store->Can.Item[2] = store->Can.Item[3];
     store->Can.CanCount = 2;
     spoil(store->Can.Item[2]);
@@ -64,6 +69,10 @@ TEST_F(CanScreens, DoneAsksAboutImproperValues) {
       forms.ExpectBoxWith("CONTINUE WITH IMPROPER VALUES ?", "", answer);
       screen->Done();
       EXPECT_EQ(screen->Result(), answer == Answer::kNo ? ModalResult::kNone : ModalResult::kDone);
+      if (answer == Answer::kNo) {
+        EXPECT_EQ(shown(*screen, "Item"), "2: " + store->Can.Item[2].Name);
+        EXPECT_EQ(screen->Focused(), screen->Find(atFault)) << atFault;
+      }
     }
   }
 }

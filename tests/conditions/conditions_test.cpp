@@ -210,6 +210,12 @@ TEST_F(ConditionsTest, ViewedRowStaysUnchanged) {
   EXPECT_EQ(shown("Value4"), "False");
   EXPECT_EQ(shown("Whole"), "(Gone ?? -2.5) AND ((Flag(2) True) OR (Oil < 1e+07))");
   EXPECT_TRUE(set.Check());
+  EXPECT_EQ(screen.Focused(), nullptr);
+  set.Load(rows, 4, "1 AND 5");
+  forms.ExpectBoxWith("CONDITION NUMBER RANGE ERROR", "");
+  EXPECT_FALSE(set.Check());
+  EXPECT_EQ(screen.Focused(), &set.Grouping);
+  set.Load(rows, 4, "");
   use("Meas1", "Oil");
   EXPECT_EQ(shown("Compare1"), kTriggerCompares[0]);
 }

@@ -238,7 +238,7 @@ TEST_F(Windows, KeepTheFocusInAFieldThatCannotTakeItsText) {
 TEST_F(Windows, PutTheFocusOnTheFieldAtFault) {
   struct Case {
     const char* screen;
-    std::vector<std::pair<const char*, const char*>> values;  // of fields and choices
+    std::vector<std::pair<const char*, std::string>> values;  // of controls
     const char* atFault;
   };
   const Case cases[] = {
@@ -248,6 +248,7 @@ TEST_F(Windows, PutTheFocusOnTheFieldAtFault) {
       {"frmHistogram", {{"Bins", "4"}, {"LowerLimit", "9"}}, "UpperLimit"},
       {"frmRainHisto", {{"AmpBins", "1"}, {"MeanBins", "3"}}, "AmpBins"},
       {"frmTrigTable", {}, "StopMeasVar1"},
+      {"frmExcite", {{"Include1", "on"}, {"DynamicStatic1", "Dynamic"}}, "Excite1MeasVar1"},
   };
   for (const Case& row : cases) {
     SCOPED_TRACE(row.screen);
@@ -259,6 +260,8 @@ TEST_F(Windows, PutTheFocusOnTheFieldAtFault) {
           int at = 0;
           while (choice->Items[static_cast<std::size_t>(at)].Text != value) ++at;
           choice->ClickAt(at);
+        } else if (auto* box = dynamic_cast<CheckBox*>(&control)) {
+          box->Check(value == "on");
         } else {
           EXPECT_TRUE(dynamic_cast<TextField&>(control).Edit(value));
         }
