@@ -258,7 +258,9 @@ void MainWindow::statePutBack() {
 
 // Not within an action: its end checks again.
 void MainWindow::checkDisk() {
-  if (ready_ && MayAct() && keeper_.CheckDisk()) showAll();
+  if (!ready_ || !MayAct()) return;
+  if (keeper_.CheckDisk()) return showAll();
+  showTitle();  // another window may have taken the project over
 }
 
 bool MainWindow::OfferUnsavedWork() {

@@ -208,19 +208,28 @@ bool WorkKeeper::reload() {
   return true;
 }
 
+// Whether the other window has ended; this one has its lock then.
+bool WorkKeeper::takeFreedLock() {
+  if (lock_.Check() != OpenLock::State::kOther) return false;
+  if (lock_.Take(session_.CurrentFileName()) == OpenLock::State::kOther) return false;
+  notice(QStringLiteral("No longer read only: the other window has given up the project."));
+  return true;
+}
+
 bool WorkKeeper::CheckDisk() {
   if (asking_ || session_.Busy() || session_.Working()) return false;
-  if (lock_.Check() == OpenLock::State::kOther) {
+  const bool freed = takeFreedLock();
+  if (ReadOnly()) {
     notice(QStringLiteral("Read only: the project is open in another window, %1")
                .arg(describe(lock_.Other())));
   }
-  if (!session_.ChangedOnDisk()) return false;
+  if (!session_.ChangedOnDisk()) return freed;
   const Marked asking(asking_);
   if (HasEdits()) {
     const DiskChoice choice = settleChange();
-    return choice == DiskChoice::kSaveAs || choice == DiskChoice::kReload;
+    return freed || choice == DiskChoice::kSaveAs || choice == DiskChoice::kReload;
   }
-  if (!reload()) return false;
+  if (!reload()) return freed;
   notice(QStringLiteral("%1 was changed by another program and has been read again.")
              .arg(FromSystem(session_.CurrentFileName())));
   return true;

@@ -48,8 +48,9 @@ class WorkKeeper {
   // Whether the project is only read here, since another window has it.
   [[nodiscard]] bool ReadOnly() const { return lock_.Now() == OpenLock::State::kOther; }
   // Compares the project with its file; call it when the window gets the focus and after a screen.
-  // Without edits a changed file is read again; with edits the user decides. True when the session
-  // has another state, or has been asked to save under another name.
+  // Without edits a changed file is read again; with edits the user decides. A project that was
+  // only read is this window's as soon as the other one has given it up. True when the session has
+  // another state, may save again, or has been asked to save under another name.
   bool CheckDisk();
   // Whether another window has the present file at this moment.
   [[nodiscard]] bool InUse() { return lock_.HolderOf(session_.CurrentFileName()).has_value(); }
@@ -76,6 +77,7 @@ class WorkKeeper {
   void keepCopy();
   bool putBack(const KeptProject& state);
   bool reload();
+  bool takeFreedLock();
   bool offer(const RecoveryCopy& copy);
   DiskChoice askAboutChange();
   DiskChoice settleChange();

@@ -234,6 +234,29 @@ TEST_F(Jobs, ReplaceNoProjectThatAnotherWindowHas) {
   EXPECT_EQ(another.Check(), desktop::OpenLock::State::kHeld);
 }
 
+TEST_F(Jobs, SaveAProjectThatTheOtherWindowHasGivenUp) {
+  for (const bool written : {false, true}) {  // by the other window
+    window_.reset();
+    desktop::OpenLock other;
+    ASSERT_EQ(other.Take(project_), desktop::OpenLock::State::kHeld);
+    Answers answers;
+    answers.captions = {"Read only"};
+    open();
+    answers.titles.clear();
+    if (written) {
+      std::string changed = testing::ReadDisk(project_);
+      testing::WriteDisk(project_, changed.replace(changed.find("H. Quist"), 8, "R. Quist"));
+    }
+    other.Release();
+    window_->activateWindow();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !window_->windowTitle().contains("read only"); }));
+    EXPECT_EQ(window_->OperatorBox()->text(), written ? "R. Quist" : "H. Quist");
+    EXPECT_NE(window_->Notice()->Text(), "");
+    EXPECT_EQ(other.Take(project_), desktop::OpenLock::State::kOther);
+    EXPECT_EQ(answers.titles, QStringList());
+  }
+}
+
 TEST_F(Jobs, RecoverNothingOverAProjectThatAnotherWindowHas) {
   const std::string before = testing::ReadDisk(project_);
   desktop::OpenLock other;
