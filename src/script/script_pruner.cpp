@@ -120,9 +120,9 @@ class Pruner {
   bool plays(const Steps& steps) {
     std::string text;
     append(text, steps);
-    session_.PutBack(*start_, origin_);
     forms_ = ScriptForms(inner_);
     ScreenScript player(session_, forms_, text);
+    session_.PutBack(*start_, origin_);  // enables the buttons of the screens that the player has
     return static_cast<bool>(player.Run());
   }
 
