@@ -9,6 +9,7 @@
 #include "script/screen_script.h"
 #include "script/script_pruner.h"
 #include "script/script_writer.h"
+#include "script/unset_reasons.h"
 #include "session/settings.h"
 #include "text/codepage.h"
 #include "text/nearest.h"
@@ -35,18 +36,17 @@ std::string scriptHead(const std::string& name) {
          "\n#   ostrand screen " + file + " SCRIPT\n\n";
 }
 
-// What the script does not set, one key a line.
+// What the script does not set and why, one key a line.
 std::string unsetComments(const WrittenScript& script) {
   if (script.unset.empty()) return {};
   std::string text =
-      "\n# These keys differ: no screen sets them to the value of the project beside the rest of "
-      "it.\n";
+      "\n# The script does not set these keys as in the project; the reason follows each:\n";
   for (const UnsetKey& key : script.unset) {
     const auto value = [](const std::optional<std::string>& of) {
       return of ? Quoted(Utf8FromWindows1252(Trim(*of))) : std::string("no such key");
     };
     text += "#   " + Utf8FromWindows1252(key.key) + ": " + value(key.wanted) + " here, " +
-            value(key.made) + " by the script\n";
+            value(key.made) + " by the script; " + Utf8FromWindows1252(key.why) + "\n";
   }
   return text;
 }
@@ -147,6 +147,7 @@ ExitCode WriteScript(const CommandLine& line) {
                 (ran ? "" : ": " + ran.ErrorText()));
     return kFault;
   }
+  ExplainUnset(wanted, built, script.unset);
   const std::string text = scriptHead(wanted.BaseName()) + script.lines + unsetComments(script);
   return Print(platform::TerminalText(text)) ? kDone : kFault;
 }

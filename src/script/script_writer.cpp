@@ -13,9 +13,11 @@
 #include "controls/choice.h"
 #include "controls/list_field.h"
 #include "controls/numeric_field.h"
+#include "model/new_store.h"
 #include "projectfile/file_lines.h"
 #include "projectfile/genfile.h"
 #include "screens/setup_screens.h"
+#include "script/detours.h"
 #include "session/project_origin.h"
 #include "text/codepage.h"
 #include "text/number.h"
@@ -28,6 +30,8 @@ using platform::Answer;
 
 constexpr int kMaxPasses = 8;  // over the controls of a screen
 constexpr int kMaxRounds = 4;  // over all screens
+// Keys that differ at most for a second start: with more, the project was not made at screens.
+constexpr std::size_t kMaxUnset = 300;
 
 // Screens that set nothing that others do not show: pictures, lists in files.
 constexpr std::array<std::string_view, 4> kAids = {"frmLogGraph", "frmTK40Graph", "frmCanPick",
@@ -148,13 +152,13 @@ std::vector<UnsetKey> unsetKeys(const Keys& wanted, const Keys& built) {
   for (const auto& [key, value] : wanted) {
     const auto found = built.find(key);
     if (found == built.end()) {
-      unset.push_back({key, value, std::nullopt});
+      unset.push_back({key, value, std::nullopt, {}});
     } else if (found->second != value) {
-      unset.push_back({key, value, found->second});
+      unset.push_back({key, value, found->second, {}});
     }
   }
   for (const auto& [key, value] : built) {
-    if (!wanted.contains(key)) unset.push_back({key, std::nullopt, value});
+    if (!wanted.contains(key)) unset.push_back({key, std::nullopt, value, {}});
   }
   return unset;
 }
@@ -192,7 +196,13 @@ class ScriptWriter::Run {
   void writeBoxes();
   void writeScreens();
   void writeRounds();
-  void settle(const Keys& wanted);
+  std::size_t differing();
+  void keepIfBetter(const std::function<void()>& attempt);
+  void writeDetour(const Detour& detour);
+  void writeDetours();
+  void writeBoldRounds();
+  void startAnew();
+  void settle();
   Keys built();
   void both(const std::string& open, const std::function<void()>& openWanted,
             const std::function<void()>& openBuilt);
@@ -246,7 +256,10 @@ class ScriptWriter::Run {
   Action* action_ = nullptr;         // under way
   bool bold_ = false;                // uses calculators whose scaling may not be undone
   std::string_view onlyCalculator_;  // to be opened and left by Done; empty for all
-  std::size_t depth_ = 0;            // screens that are open in the script
+  std::string_view doneAt_;          // a screen to be left by Done though nothing is set there
+  Keys keys_;                        // of the wanted project
+  std::unique_ptr<ProjectStore> new_ = NewStore();
+  std::size_t depth_ = 0;  // screens that are open in the script
   std::string lines_;
   // What was tried in vain: screen, control, its text and the one wanted.
   std::set<std::tuple<std::string, std::string, std::string, std::string>> tried_;
@@ -587,7 +600,7 @@ void ScriptWriter::Run::pages(Screen& wanted, Screen& built) {
 
 void ScriptWriter::Run::visit(Screen& wanted, Screen& built) {
   agree(wanted, built);
-  if (built.Name() == onlyCalculator_) flush();
+  if (built.Name() == onlyCalculator_ || built.Name() == doneAt_) flush();
   for (const EntryList& row : kEntryLists) {
     if (row.screen == built.Name()) entries(row, wanted, built);
   }
@@ -663,27 +676,41 @@ Keys ScriptWriter::Run::built() {
   return keysOf(ORVUS_GENFILE::ProjectFileText(built_.Store(), {}));
 }
 
+// The number of keys that differ.
+std::size_t ScriptWriter::Run::differing() { return unsetKeys(keys_, built()).size(); }
+
+// Writes the lines of an attempt, and takes them back unless fewer keys differ then.
+void ScriptWriter::Run::keepIfBetter(const std::function<void()>& attempt) {
+  const std::string lines = lines_;
+  const std::size_t least = differing();
+  const auto before = std::make_unique<ProjectStore>(built_.Store());
+  attempt();
+  if (differing() < least) return;
+  built_.PutBack(*before, built_.Origin());
+  lines_ = lines;
+}
+
 // Some screens store values of their own accord when they are left by Done.
-void ScriptWriter::Run::settle(const Keys& wanted) {
+void ScriptWriter::Run::settle() {
   for (const std::string_view name : MainScreenNames()) {
     const int button = ButtonOfScreen(name);
     if (button < 0 || !built_.MainButtons().Enabled(button)) continue;
-    const std::size_t differing = unsetKeys(wanted, built()).size();
     const auto before = std::make_unique<ProjectStore>(built_.Store());
-    ModalResult result = ModalResult::kNone;
-    builtHost_.Next = [&](Screen& screen) {
-      screen.Done();
-      result = screen.Result();
-    };
-    forms_.StartAction();
-    built_.Click(button);
-    const bool quiet = result == ModalResult::kDone && forms_.Boxes().empty();
-    if (quiet && unsetKeys(wanted, built()).size() < differing) {
-      write("open " + std::string(name));
-      write("done");
-    } else {
-      built_.PutBack(*before, built_.Origin());
-    }
+    keepIfBetter([&] {
+      ModalResult result = ModalResult::kNone;
+      builtHost_.Next = [&](Screen& screen) {
+        screen.Done();
+        result = screen.Result();
+      };
+      forms_.StartAction();
+      built_.Click(button);
+      if (result == ModalResult::kDone && forms_.Boxes().empty()) {
+        write("open " + std::string(name));
+        write("done");
+      } else {
+        built_.PutBack(*before, built_.Origin());
+      }
+    });
   }
 }
 
@@ -697,21 +724,55 @@ void ScriptWriter::Run::writeRounds() {
   }
 }
 
-WrittenScript ScriptWriter::Run::Write() {
-  const Keys wanted = keysOf(ORVUS_GENFILE::ProjectFileText(wanted_.Store(), {}));
-  writeBoxes();
-  writeRounds();
-  const std::size_t length = lines_.size();
-  const std::size_t differing = unsetKeys(wanted, built()).size();
-  const auto before = std::make_unique<ProjectStore>(built_.Store());
+void ScriptWriter::Run::writeBoldRounds() {
   bold_ = true;
   writeRounds();
-  if (unsetKeys(wanted, built()).size() >= differing) {
-    built_.PutBack(*before, built_.Origin());
-    lines_.resize(length);
+  bold_ = false;
+}
+
+void ScriptWriter::Run::startAnew() {
+  lines_.clear();
+  built_.PutBack(*new_, built_.Origin());
+  writeBoxes();
+}
+
+void ScriptWriter::Run::writeDetour(const Detour& detour) {
+  doneAt_ = detour.doneAt;
+  if (detour.change != nullptr) {
+    const auto wanted = std::make_unique<ProjectStore>(wanted_.Store());
+    const auto other = std::make_unique<ProjectStore>(wanted_.Store());
+    detour.change(*other);
+    wanted_.PutBack(*other, wanted_.Origin());
+    if (detour.fromNew) startAnew();
+    writeRounds();
+    if (detour.fromNew) writeBoldRounds();
+    wanted_.PutBack(*wanted, wanted_.Origin());
+    doneAt_ = {};
   }
-  settle(wanted);
-  return {lines_, unsetKeys(wanted, built())};
+  writeRounds();
+  doneAt_ = {};
+}
+
+void ScriptWriter::Run::writeDetours() {
+  for (const Detour& detour : Detours()) {
+    const std::vector<UnsetKey> unset = unsetKeys(keys_, built());
+    const bool helps = std::any_of(unset.begin(), unset.end(), [&](const UnsetKey& row) {
+      return row.key.starts_with(detour.keys);
+    });
+    const bool pays = !detour.fromNew || unset.size() <= kMaxUnset;
+    if (helps && pays) keepIfBetter([&] { writeDetour(detour); });
+  }
+}
+
+WrittenScript ScriptWriter::Run::Write() {
+  keys_ = keysOf(ORVUS_GENFILE::ProjectFileText(wanted_.Store(), {}));
+  *new_ = built_.Store();
+  startAnew();
+  writeRounds();
+  keepIfBetter([&] { writeBoldRounds(); });
+  writeDetours();
+  settle();
+  return {lines_, unsetKeys(keys_, built())};
 }
 
 void WriterForms::StartAction() {

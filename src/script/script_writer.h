@@ -44,11 +44,12 @@ class WriterForms : public platform::Forms {
   std::vector<Box> boxes_;
 };
 
-// A key that no screen sets to the project's value, in Windows-1252.
+// A key that the script does not set to the project's value, in Windows-1252.
 struct UnsetKey {
   std::string key;                    // "[SECTION] Key"
   std::optional<std::string> wanted;  // its value; nothing when the project does not have the key
   std::optional<std::string> made;    // the same of what the script makes
+  std::string why = {};               // filled in by ExplainUnset
 };
 
 // A script, and what it does not set.

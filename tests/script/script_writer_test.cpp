@@ -132,19 +132,6 @@ TEST(ScriptWriter, MakesEveryProject) {
   }
 }
 
-TEST(ScriptWriter, NeedsEachLine) {
-  const std::string lines =
-      scriptOf(testing::ReadDisk(OSTRAND_SOURCE_DIR "/examples/weather-mast.VKG")).lines;
-  const std::string made = madeBy(lines);
-  for (std::size_t at = 0; at < lines.size();) {
-    const std::size_t end = lines.find('\n', at) + 1;
-    const std::string without = lines.substr(0, at) + lines.substr(end);
-    const std::string line = lines.substr(at, end - at);
-    EXPECT_TRUE(line == "\n" || madeBy(without) != made) << line;
-    at = end;
-  }
-}
-
 // A project made at the screens alone.
 std::string madeByUser(std::uint32_t seed) {
   testing::RandomUser user(seed);
@@ -161,6 +148,29 @@ std::string madeByUser(std::uint32_t seed) {
     if (session.MainButtons().Enabled(button)) session.Click(button);
   }
   return ORVUS_GENFILE::ProjectFileText(*store, clock.Now());
+}
+
+TEST(ScriptWriter, NeedsEachLine) {
+  for (const std::string& project :
+       {testing::ReadDisk(OSTRAND_SOURCE_DIR "/examples/weather-mast.VKG"), madeByUser(14)}) {
+    const std::string lines = scriptOf(project).lines;
+    const std::string made = madeBy(lines);
+    for (std::size_t at = 0; at < lines.size();) {
+      const std::size_t end = lines.find('\n', at) + 1;
+      const std::string without = lines.substr(0, at) + lines.substr(end);
+      const std::string line = lines.substr(at, end - at);
+      EXPECT_TRUE(line == "\n" || madeBy(without) != made) << line;
+      at = end;
+    }
+  }
+}
+
+// Burst settings without burst mode, calculators without a block, outputs of ports without bytes,
+// units of a calibrated block.
+TEST(ScriptWriter, FindsDetoursToWhatScreensNoLongerOffer) {
+  for (const std::uint32_t seed : {10U, 14U, 16U, 21U, 25U}) {
+    EXPECT_EQ(scriptOf(madeByUser(seed)).unset.size(), 0U) << seed;
+  }
 }
 
 TEST(ScriptWriter, MakesRandomProjects) {
