@@ -59,8 +59,9 @@ class Host {
   // A long action begins or ends.
   virtual void ShowBusy(bool /*busy*/) {}
   virtual void Beep() {}
-  // Called about every millisecond while the session waits for the compiler or for another save of
-  // the project. Handle events here, but don't wait: the session pauses between two calls.
+  // Called while the session waits: about every millisecond for the compiler, about every ten for
+  // another save of the project. Handle events here, but don't wait: the session pauses between two
+  // calls.
   virtual void RunEvents() {}
 
   // ---- Events -----------------------------------------------------------------------------------

@@ -3,8 +3,8 @@
 //
 // Stable are the names, signatures and meanings declared in the headers of this folder; they change
 // only with the first number of the version. New members of `Host` have a default, and new members
-// of the plain structs come last. The library is static, so nothing is said of its binary form:
-// compile the host and the library by the same compiler and C++ library. All other headers of the
+// of the plain structs come last. The binary interface is not stable: compile the host and the
+// static library with the same compiler and C++ library. All other headers of the
 // project are internal and not installed.
 #pragma once
 
