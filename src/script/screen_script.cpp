@@ -154,7 +154,8 @@ bool ScreenScript::failForBox() {
   if (box.empty() || !failure_.empty()) return false;
   line_ = actionLine_;
   const std::string remedy = forms_.Remedy();
-  fail(remedy.empty() ? box : box + "\nTo answer it, write before this line: " + remedy);
+  const std::string where = actionScreen_.empty() ? "" : actionScreen_ + ": ";
+  fail(where + box + (remedy.empty() ? "" : "\r\nTo answer it, write before this line: " + remedy));
   return true;
 }
 
@@ -262,6 +263,7 @@ void ScreenScript::playLine(Screen* screen, std::string_view line) {
     if (failForBox() || failForObjection()) return;
     forms_.StartAction();
     actionLine_ = line_;
+    actionScreen_ = screen == nullptr ? std::string() : screen->Name();
   }
   (this->*verb->play)(screen, words);
   // An answer given in advance expects what it leads to.

@@ -110,7 +110,8 @@ class ScreenScript : public ScreenHost {
   std::string text_;  // in UTF-8
   std::string_view rest_;
   int line_ = 0;
-  int actionLine_ = 0;  // the last line that did something
+  int actionLine_ = 0;        // the last line that did something
+  std::string actionScreen_;  // the screen that it was for; empty for the main screen
   bool strict_ = true;
   Objections objections_;
   // A text that has not taken effect yet.

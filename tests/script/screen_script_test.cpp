@@ -213,12 +213,16 @@ const Stop kSetupStops[] = {
     {"Tip", "expect Solve tip Solve\n", "line 4: Solve's tool tip shows \"\""},
     // An unanswered question stops the script at the line that asked it.
     {"NoAnswer", "type Reps 1\ndone\nspin BlockCount down\nexpect BlockCount 0\n",
-     "line 6: no answer to the box \"CONFIRM BLOCK DELETION\": Measurements for this block will be "
-     "Deleted, Continue?\nTo answer it, write before this line: answer \"CONFIRM BLOCK DELETION\" "
+     "line 6: frmVoltBlock: no answer to the box \"CONFIRM BLOCK DELETION\": Measurements for this "
+     "block will be "
+     "Deleted, Continue?\r\nTo answer it, write before this line: answer \"CONFIRM BLOCK "
+     "DELETION\" "
      "yes|no"},
     {"OtherAnswer", "type Reps 1\ndone\nanswer \"CONFIRM\" yes\nspin BlockCount down\n",
-     "line 7: no answer to the box \"CONFIRM BLOCK DELETION\": Measurements for this block will be "
-     "Deleted, Continue?\nTo answer it, write before this line: answer \"CONFIRM BLOCK DELETION\" "
+     "line 7: frmVoltBlock: no answer to the box \"CONFIRM BLOCK DELETION\": Measurements for this "
+     "block will be "
+     "Deleted, Continue?\r\nTo answer it, write before this line: answer \"CONFIRM BLOCK "
+     "DELETION\" "
      "yes|no"},
     {"BoxText",
      "type Reps 1\ndone\nanswer \"CONFIRM BLOCK DELETION\" no\nspin BlockCount down\n"
@@ -322,8 +326,9 @@ constexpr std::string_view kWarned =
 
 TEST(Script, InformingBoxIsReportedAtItsLine) {
   const std::string expected =
-      "line 4: unexpected box \"Measurement Type Not Recommended\": Single-ended Thermocouple "
-      "Measurements are not recommended.\nTo answer it, write before this line: answer "
+      "line 4: frmTempSetup: unexpected box \"Measurement Type Not Recommended\": Single-ended "
+      "Thermocouple "
+      "Measurements are not recommended.\r\nTo answer it, write before this line: answer "
       "\"Measurement Type Not Recommended\" ok";
   for (const std::string_view rest : {"expect MeasType SE\ntype Reps 2\n", "done\ndone\n"}) {
     ScriptSession session;
