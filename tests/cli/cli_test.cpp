@@ -82,19 +82,20 @@ TEST_F(Cli, ShowsVersionAndOptionsOfEachCommand) {
   EXPECT_EQ(RunOstrand({"--version"}, {.out = "/dev/full"}).code, 1);
 }
 
-TEST_F(Cli, OutputOfAProjectIsIndependentOfOthers) {
-  const std::string examples = OSTRAND_SOURCE_DIR "/examples/";
-  const std::string first = examples + "engine-test-cell.VKG";
-  const std::string second = examples + "building-climate.VKG";
-  makeFolders({"alone", "both"});
-  EXPECT_EQ(RunOstrand({"generate", second, "-o", folder / "alone"}).out,
-            wrote(folder / "alone/building-climate"));
-  const Outcome both = RunOstrand({"generate", first, second, "--output=" + (folder / "BOTH")});
-  EXPECT_EQ(both.code, 0);
-  EXPECT_EQ(both.out,
-            wrote(folder / "both/engine-test-cell") + wrote(folder / "both/building-climate"));
-  EXPECT_EQ(ReadDisk(folder / "both/building-climate.VKP"),
-            ReadDisk(folder / "alone/building-climate.VKP"));
+// The files of all examples by one command, whose folder is found in any case.
+TEST_F(Cli, GeneratesTheGoldenFilesOfAllExamples) {
+  makeFolders({"out"});
+  const Outcome all = RunOstrand({"generate", "-r", OSTRAND_SOURCE_DIR "/examples", "-o", "OUT"},
+                                 {.epoch = "1047305100", .folder = folder.Path()});
+  EXPECT_EQ(all.code, 0) << all.err;
+  int files = 0;
+  for (const auto& entry : std::filesystem::directory_iterator(folder / "out")) {
+    const std::string name = entry.path().filename();
+    EXPECT_EQ(ReadDisk(entry.path()), ReadDisk(OSTRAND_SOURCE_DIR "/tests/golden/" + name)) << name;
+    EXPECT_TRUE(Holds(all.out, "wrote out/" + name + "\n")) << all.out;
+    ++files;
+  }
+  EXPECT_EQ(files, 3 * 7);
 }
 
 TEST_F(Cli, NewProjectSurvivesResaveUnchanged) {
@@ -170,17 +171,6 @@ TEST_F(Cli, ReportsAndRecoversAnInterruptedSave) {
   EXPECT_EQ(ReadDisk(folder / "pump._KG.1"), bytes);
 }
 
-TEST_F(Cli, RefusesTwoProjectsOfOneName) {
-  makeFolders({"a", "b", "out"});
-  makeProject(folder / "a/pump");
-  makeProject(folder / "b/PUMP");
-  const Outcome outcome =
-      RunOstrand({"resave", folder / "a/pump.VKG", folder / "b/PUMP.VKG", "-o", folder / "out"});
-  EXPECT_EQ(outcome.code, 1);
-  EXPECT_EQ(outcome.out, "wrote " + (folder / "out/pump.VKG") + "\n");
-  EXPECT_TRUE(Holds(outcome.err, "out/PUMP.VKG: already written in this run; not overwritten"));
-}
-
 TEST_F(Cli, FullDiskKeepsOldFilesAndGivesOneErrorLine) {
   makeProject(pump);
   WriteDisk(folder / "pump.VKP", "old program");
@@ -196,55 +186,6 @@ TEST_F(Cli, FullDiskKeepsOldFilesAndGivesOneErrorLine) {
   EXPECT_EQ(ReadDisk(pump), project);
   const std::filesystem::directory_iterator entries(folder.Path());
   EXPECT_EQ(std::distance(begin(entries), end(entries)), 2);
-}
-
-// ---- Lists of CAN items
-
-const std::string kBase =
-    "ORVUSV5\r\nDescription,Priority,Reserved,DataPage,PDUFormat,PDUSpecific,SourceAddress,"
-    "DataType,StartBit,Numbits,Alias,Mult,Offset,Units";
-
-class CliCan : public ::testing::Test {
- protected:
-  testing::TempFolder folder;
-  const std::string path = folder / "engine.29LST";
-};
-
-TEST_F(CliCan, ListsAndChecksItems) {
-  WriteDisk(path, kBase +
-                      ",TxDataID,TxDataFrame,RxDataMatch,RxTimeout\r\n"
-                      "\"&HSpeed, EEC1\",3,0,0,240,4,0,2,25,16,EngSpeed,0.125,0,RPM,,,,\r\n"
-                      "\"Oil \xB0\",291,-1,-1,-1,-1,0,2,25,8,OilTemp,1,-40,Deg_C,"
-                      "&H18DB33F1,&H00000000005C0102,&HXXXXXXXXXX5C41XX,200\r\n");
-  const Outcome list = RunOstrand({"can", "list", path});
-  EXPECT_EQ(list.code, 0);
-  // 3 * 2^26 + 240 * 2^16 + 4 * 2^8 = 0xCF00400
-  EXPECT_EQ(list.out, path + R"(: 2 items, identifiers of 29 bits
-No.  Identifier  PGN     Message  Type  Bit  Bits  Mult   Offset  Units  Alias     Description
-1    &HCF00400   &HF004  Rx       2     25   16    0.125  0       RPM    EngSpeed  Speed, EEC1
-2    291         1       Tx/Rx    2     25   8     1      -40     Deg_C  OilTemp   Oil °
-     sends &H00000000005C0102 to &H18DB33F1, takes &HXXXXXXXXXX5C41XX within 200 ms
-)");
-  const Outcome check = RunOstrand({"can", "check", path});
-  EXPECT_EQ(check.code, 0);
-  EXPECT_EQ(check.out, path + ": all items are valid\n");
-  EXPECT_EQ(RunOstrand({"can", "list", path}, {.out = "/dev/full"}).code, 1);
-}
-
-TEST_F(CliCan, ListStopsAtInvalidLineAndCheckContinues) {
-  WriteDisk(path, kBase +
-                      "\r\n\"Speed\",3,0,0,240,4,0,2,25,16,EngSpeed,0.125,0,RPM\r\n"
-                      "\"Cut off\",3,0,0,240\r\n\r\n"
-                      "\"Seventh\",3,0,0,240,4,0,7,25,16,Other,1,0,RPM\r\n");
-  const Outcome list = RunOstrand({"can", "list", path});
-  EXPECT_EQ(list.code, 1);
-  EXPECT_EQ(list.out, "");
-  EXPECT_EQ(list.err,
-            "ostrand: An error occurred while reading the pick list.\nCheck Line Number : 4\n");
-  const Outcome check = RunOstrand({"can", "check", path});
-  EXPECT_EQ(check.code, 1);
-  EXPECT_EQ(check.out, path + ": line 4: 5 fields where the header has 14\n" + path +
-                           ": line 6: DataType \"7\" is out of the range from 1 to 6\n");
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
-// The commands check and lint, and the warning of generate.
+// The commands that show something: their exact outputs, findings, differences.
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <filesystem>
 
 #include "support/cli_run.h"
@@ -21,25 +22,12 @@ class CliFindings : public ::testing::Test {
     ASSERT_EQ(RunOstrand({"new", rig}).code, 0);
     clean = ReadDisk(rig);
   }
-  // Two tables of one name, a floating voltage block, and blocks that share inputs.
-  void spoil() {
+  // Two tables of one name.
+  void spoil() const {
     std::string bytes = clean;
     const std::string tables = "\r\n[TABLE SETUP]\r\n";
     bytes.insert(bytes.find(tables) + tables.size(), "TableOn(2)=-1\r\nTableName(2)=Table1\r\n");
-    const std::string automatic = "\r\nAutoChan=-1\r\n";
-    bytes.replace(bytes.find(automatic), automatic.size(), "\r\nAutoChan= 0\r\n");
-    const std::string pulses = "\r\n[PULSE BLOCKS]\r\n";
-    bytes.insert(bytes.find(pulses),
-                 "\r\n[VOLTAGE BLOCKS]\r\nBlockCount= 2\r\nReps(1)= 2\r\nMeasType(1)=Diff\r\n"
-                 "OpenSensDetect(1)= 0\r\nStartVoltChan(1)= 1\r\nReps(2)= "
-                 "1\r\nMeasType(2)=SE\r\nStartVoltChan(2)= 2\r\n");
     WriteDisk(rig, bytes);
-  }
-  // The line of a key in the file.
-  [[nodiscard]] std::string lineOf(const std::string& key) const {
-    const std::string bytes = ReadDisk(rig);
-    const std::string before = bytes.substr(0, bytes.find("\r\n" + key) + 2);
-    return std::to_string(std::count(before.begin(), before.end(), '\n') + 1);
   }
 
   const testing::TempFolder folder;
@@ -47,31 +35,6 @@ class CliFindings : public ::testing::Test {
   const std::string rig = folder / "rig.VKG";
   std::string clean;
 };
-
-TEST_F(CliFindings, AreLinesWithFilePlaceSeverityAndCode) {
-  spoil();
-  const Outcome all = RunOstrand({"check", "rig.VKG"}, here);
-  EXPECT_EQ(all.code, 1);
-  const std::string error = "rig.VKG:" + lineOf("TableName(2)") +
-                            ": error: DUPLICATION FOUND: \"TABLE1\" is used as [ Table1  name ] "
-                            "and [ Table2  name ]. [duplicate-name]\n";
-  EXPECT_TRUE(all.out.starts_with(error)) << all.out;
-  EXPECT_TRUE(Holds(all.out,
-                    ": warning: FLOATING GROUND WARNING: Voltage block 1. "
-                    "[floating-ground]\n"))
-      << all.out;
-  EXPECT_TRUE(Holds(all.out, "rig.VKG:" + lineOf("StartVoltChan(2)") +
-                                 ": notice: Voltage block 1 and Voltage block 2 share analog input "
-                                 "2 [shared-terminal]\n"))
-      << all.out;
-  EXPECT_TRUE(Holds(all.out, "\nrig.VKG: 1 error, 1 warning, ")) << all.out;
-
-  EXPECT_EQ(RunOstrand({"check", "-q", "rig.VKG", "--severity=error"}, here).out, error);
-  EXPECT_TRUE(Holds(RunOstrand({"check", "rig.VKG", "--severity", "warning"}, here).out,
-                    "\nrig.VKG: 1 error, 1 warning\n"));
-  const Outcome colored = RunOstrand({"--color=always", "check", "rig.VKG"}, here);
-  EXPECT_TRUE(Holds(colored.out, ": \x1B[31merror\x1B[0m: ")) << colored.out;
-}
 
 TEST_F(CliFindings, WarningsCountAsErrorsOnRequest) {
   WriteDisk(rig, clean);
@@ -82,61 +45,27 @@ TEST_F(CliFindings, WarningsCountAsErrorsOnRequest) {
                "OpenSensDetect(1)= 0\r\nStartVoltChan(1)= 1\r\n");
   WriteDisk(rig, bytes);
   EXPECT_EQ(RunOstrand({"check", rig}).code, 0);
+  EXPECT_TRUE(Holds(RunOstrand({"check", rig, "--severity", "warning"}).out, ": 1 warning\n"));
   const Outcome strict = RunOstrand({"check", rig, "--warnings-as-errors", "--severity=error"});
   EXPECT_EQ(strict.code, 1);
   EXPECT_TRUE(Holds(strict.out, ": error: FLOATING GROUND")) << strict.out;
 }
 
-TEST_F(CliFindings, SarifHasARuleAndALineForEachResult) {
-  spoil();
-  const Outcome sarif = RunOstrand({"check", "rig.VKG", "--format=sarif"}, here);
-  EXPECT_EQ(sarif.code, 1);
-  for (const std::string& part :
-       {std::string(R"("version": "2.1.0")"), std::string(R"("id": "duplicate-name")"),
-        std::string(R"("ruleId": "duplicate-name")"), std::string(R"("level": "error")"),
-        std::string(R"("level": "note")"), std::string(R"("uri": "rig.VKG")"),
-        "\"startLine\": " + lineOf("TableName(2)")}) {
-    EXPECT_TRUE(Holds(sarif.out, part)) << part << sarif.out;
-  }
-  EXPECT_TRUE(sarif.out.ends_with("]}]}\n"));
-  // Without findings, and for a file that is not there, it is a report as well.
-  WriteDisk(rig, clean);
-  const Outcome none = RunOstrand({"check", rig, folder / "none.VKG", "--format=sarif"});
-  EXPECT_EQ(none.code, 1);
-  EXPECT_TRUE(Holds(none.out, "\"executionSuccessful\": false")) << none.out;
-  EXPECT_TRUE(Holds(none.out, "\"results\": []")) << none.out;
-}
-
-TEST_F(CliFindings, JsonLeadsToTheControl) {
-  spoil();
-  const Outcome json = RunOstrand({"check", "rig.VKG", "--format=json"}, here);
-  for (const std::string_view part :
-       {R"("code": "duplicate-name")", "\"key\": \"TableName(2)\"", R"("screen": "frmOutInt")",
-        R"("control": "TableName")", R"("againstSaving": true)"}) {
-    EXPECT_TRUE(Holds(json.out, part)) << part << json.out;
-  }
-}
-
 TEST_F(CliFindings, LintChecksAProgramAlone) {
   ASSERT_EQ(RunOstrand({"generate", rig}).code, 0);
   const std::string program = folder / "rig.VKP";
-  const Outcome fine = RunOstrand({"lint", "rig.VKP"}, here);
-  EXPECT_EQ(fine.code, 0);
-  EXPECT_EQ(fine.out, "rig.VKP: all checks passed\n");
   WriteDisk(program, ReadDisk(program) + "X = 1\r\n");
   const Outcome outcome = RunOstrand({"lint", "-r", "."}, here);
   EXPECT_EQ(outcome.code, 1);
   EXPECT_TRUE(Holds(outcome.out, ": error: X is not declared [undeclared-name]\n")) << outcome.out;
-  const Outcome missing = RunOstrand({"lint", "none.VKP", "--format=json"}, here);
-  EXPECT_EQ(missing.code, 1);
-  EXPECT_EQ(missing.err, "ostrand: none.VKP: No such file or directory\n");
-  EXPECT_TRUE(Holds(missing.out, "\"opened\": false")) << missing.out;
+  EXPECT_TRUE(
+      Holds(RunOstrand({"lint", "none.VKP", "--format=json"}, here).out, "\"opened\": false"));
 }
 
 TEST_F(CliFindings, GenerateWarnsAndRefusesOnRequest) {
   EXPECT_EQ(RunOstrand({"generate", "rig.VKG", "--checked"}, here).err, "");
   spoil();
-  const std::string found = "2 findings, 1 prevents saving; shown by: ostrand check rig.VKG\n";
+  const std::string found = "1 finding, 1 prevents saving; shown by: ostrand check rig.VKG\n";
   const Outcome warned = RunOstrand({"generate", "rig.VKG"}, here);
   EXPECT_EQ(warned.code, 0);
   EXPECT_EQ(warned.err, "ostrand: rig.VKG: warning: " + found);
@@ -146,6 +75,110 @@ TEST_F(CliFindings, GenerateWarnsAndRefusesOnRequest) {
   EXPECT_EQ(refused.code, 1);
   EXPECT_EQ(refused.err, "ostrand: rig.VKG: not generated: " + found);
   EXPECT_FALSE(std::filesystem::exists(folder / "rig.VKP"));
+}
+
+const std::string kExample = OSTRAND_SOURCE_DIR "/examples/engine-test-cell.VKG";
+
+class CliDocuments : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    std::string bytes = ReadDisk(kExample);
+    WriteDisk(folder / "a.VKG", bytes);
+    const std::string scan = "\r\nExecutionTime=";
+    const std::size_t at = bytes.find(scan) + scan.size();
+    before = Trim(bytes.substr(at, bytes.find("\r\n", at) - at));
+    bytes.replace(at, bytes.find("\r\n", at) - at, " 77");
+    WriteDisk(folder / "b.VKG", bytes);
+  }
+  Outcome run(const std::vector<std::string>& words) const {
+    return RunOstrand(words, {.folder = folder.Path()});
+  }
+  const testing::TempFolder folder;
+  std::string before;
+};
+
+TEST_F(CliDocuments, DiffShowsWordsOrKeys) {
+  const Outcome words = run({"diff", "a.VKG", "b.VKG"});
+  EXPECT_EQ(words.code, 1);
+  EXPECT_TRUE(Holds(words.out, " 77, was " + before + "\n")) << words.out;
+  const std::string json = run({"diff", "a.VKG", "b.VKG", "--format=json"}).out;
+  for (const std::string& part :
+       {std::string(R"("change": "value")"), std::string(R"("key": "ExecutionTime")"),
+        R"("before": ")" + before + "\"", std::string(R"("after": "77")")}) {
+    EXPECT_TRUE(Holds(json, part)) << part << json;
+  }
+  // Equal but for the moment of the last save.
+  const Outcome same = run({"diff", "a.VKG", kExample});
+  EXPECT_EQ(same.code, 0);
+  EXPECT_EQ(same.out, "");
+  EXPECT_EQ(run({"diff", "a.VKG", "none.VKG"}).err,
+            "ostrand: none.VKG: No such file or directory\n");
+  WriteDisk(folder / "bad.VKG", "[SCAN SETUP]\r\nNothing=1\r\n");
+  EXPECT_TRUE(Holds(run({"diff", "bad.VKG", "a.VKG"}).err, "bad.VKG: warning: line 2: Nothing=1"));
+}
+
+// As git calls it for one state of a file, and for a file that one state does not have.
+TEST_F(CliDocuments, DiffOfOneProjectShowsWhatItSets) {
+  const Outcome alone = run({"diff", "b.VKG"});
+  EXPECT_EQ(alone.code, 0);
+  EXPECT_TRUE(Holds(alone.out, "Voltage block 1: added\nVoltage block 1: ")) << alone.out;
+  EXPECT_FALSE(Holds(alone.out, "\"")) << "values in words" << alone.out;
+  // Each change of a block is seen between two states.
+  std::string bytes = ReadDisk(folder / "b.VKG");
+  const std::size_t units = bytes.find("\r\nUnits(1)=", bytes.find("[VOLTAGE BLOCKS]"));
+  bytes.insert(units + 11, "furlongs per ");
+  WriteDisk(folder / "c.VKG", bytes);
+  EXPECT_TRUE(Holds(run({"diff", "c.VKG"}).out, "Voltage block 1: units furlongs per "));
+  EXPECT_TRUE(
+      Holds(run({"diff", "--keys", "c.VKG"}).out, "[VOLTAGE BLOCKS] Units(1): furlongs per "));
+  const Outcome added = run({"diff", "/dev/null", "b.VKG"});
+  EXPECT_EQ(added.code, 1);
+  EXPECT_EQ(added.out, alone.out);
+}
+
+// The files of the folder hold outputs, messages and exit codes. They come from the command; the
+// findings were read against the samples, the documents against the golden text of the example.
+TEST(CliDocument, HasTheGoldenBytes) {
+  const std::string files =
+      "tests/samples/full-6.VKG tests/samples/none.VKG "
+      "examples/building-climate.VKG";
+  const std::pair<std::string, std::string> cases[] = {
+      {"summary.rtf", "summary --rtf examples/engine-test-cell.VKG"},
+      {"summary.json",
+       "summary --format=json examples/engine-test-cell.VKG examples/weather-mast.VKG"},
+      {"wiring.rtf", "wiring --rtf examples/engine-test-cell.VKG"},
+      {"wiring.json", "wiring --format=json examples/engine-test-cell.VKG"},
+      {"check.txt", "check " + files},
+      {"check.json", "check --format=json " + files},
+      {"check.sarif", "check --format=sarif " + files},
+      {"check-errors.txt", "check -q --severity=error --color=always " + files},
+      {"can-list.txt", "can list tests/scripts/logger/vehicle.29LST"},
+      {"can-list.json", "can list --format=json tests/scripts/logger/vehicle.29LST"},
+      {"can-list-stops.txt", "can list tests/scripts/logger/bad-line.29LST"},
+      {"can-check.txt", "can check tests/scripts/logger/bad-line.29LST"},
+      {"can-check.json", "can check --format=json tests/scripts/logger/vehicle.29LST"},
+      {"settings.txt", "settings list"},
+      {"settings.json", "settings list --format=json"},
+      {"diff.txt", "diff examples/weather-mast.VKG tests/samples/plain-1.VKG"},
+      {"diff-keys.txt", "diff --keys examples/weather-mast.VKG tests/samples/plain-1.VKG"},
+      {"lint.txt", "lint tests/golden/engine-test-cell.VKP tests/golden/none.VKP"},
+  };
+  for (const auto& [golden, command] : cases) {
+    const auto words = Split(command, ' ');
+    const Outcome outcome = RunOstrand({words.begin(), words.end()},
+                                       {.epoch = "1047305100", .folder = OSTRAND_SOURCE_DIR});
+    EXPECT_EQ(outcome.out + outcome.err + "exit code " + std::to_string(outcome.code) + "\n",
+              ReadDisk(OSTRAND_SOURCE_DIR "/tests/golden/commands/" + golden))
+        << golden;
+  }
+}
+
+TEST_F(CliDocuments, CompileGivesTimesInJson) {
+  ::setenv("STAND_IN", "good", 1);
+  const Outcome times = run({"compile", "a.VKG", "--compiler", OSTRAND_STAND_IN, "--format=json"});
+  EXPECT_EQ(times.code, 0) << times.err;
+  EXPECT_TRUE(Holds(times.out, R"("kind": "Voltage", "block": 1, "time": )")) << times.out;
+  EXPECT_FALSE(Holds(times.out, "test compiled")) << times.out;
 }
 
 }  // namespace
