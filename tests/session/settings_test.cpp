@@ -2,8 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include "model/options.h"
+#include "support/cli_run.h"
 #include "support/memory_settings.h"
 #include "support/scripted_forms.h"
+#include "support/temp_folder.h"
 #include "text/number.h"
 #include "text/strings.h"
 
@@ -20,29 +23,6 @@ class SettingsTest : public ::testing::Test {
   testing::MemoryRegistry registry;
   Settings settings{store, registry, "/tmp"};
 };
-
-TEST_F(SettingsTest, EmptyStoreGivesAllDefaults) {
-  settings.LoadSettings(true);
-  std::string rows;
-  for (int row = 0; row <= Settings::kLastSetting; ++row) {
-    const SettingRow& there = settings.Rows()[row];
-    EXPECT_EQ(there.Default, there.Value);
-    if (!there.Name.empty()) rows += NumberText(row) + " " + there.Name + " " + there.Value + "; ";
-  }
-  // 0x8000000C as a signed number is -2^31 + 12.
-  EXPECT_EQ(rows,
-            "10 Form Background -2147483636; 11 Panel Background -2147483633; "
-            "12 Panel Text -2147483630; 13 Summary Background -2147483643; "
-            "14 Summary Text -2147483640; 15 Summary Highlight 192; "
-            "20 GenPath C:\\Larkfield\\DLDFILES; 21 VKCompPath \\VKPComp.EXE; "
-            "22 CurrentOptionsPage 1; 23 CurrentOptionsTop 600; 24 CurrentOptionsLeft 600; "
-            "25 WarningMessageMask 8191; "
-            "26 UserVarListTypes "
-            "67108864,1,16777216,33554432,268435456,16,32,64,128,65536,131072,262144; "
-            "27 DefaultScanInterval 10; 28 DefaultScanIntervalUnits 1; 29 DefaultNumFlags 8; "
-            "30 DefaultDataType 0; 31 DefaultIntegrationCode 2; 32 DefaultInputType 0; "
-            "33 DefaultTableAutoSize 0; 34 DefaultTableNumRecs 1000; ");
-}
 
 TEST_F(SettingsTest, InvalidRowsFallBackToDefaults) {
   constexpr std::tuple<std::string_view, std::string_view, std::string_view> cases[] = {
@@ -112,14 +92,9 @@ TEST_F(SettingsTest, SavedSettingsLoadUnderTheirIdentity) {
 }
 
 TEST_F(SettingsTest, SoftColorsSelectThePalette) {
-  const auto summary = [&] {
-    const SummaryPalette& now = settings.SummaryColors();
-    return std::vector<i32>{now.Back, now.Text, now.DisabledBack, now.DisabledText};
-  };
   EXPECT_EQ(settings.SoftColorValues(),
             (SoftPalette{16711680, 65280, 16776960, 255, 16711935, 65535}));
   EXPECT_EQ(settings.HighlightLevel(), 192);
-  EXPECT_EQ(summary(), (std::vector<i32>{-2147483643, -2147483640, -2147483643, -2147483640}));
   settings.SoftColors(true);
   settings.SoftTextHighlight(true);
   settings.UseLegacy(true);
@@ -127,7 +102,37 @@ TEST_F(SettingsTest, SoftColorsSelectThePalette) {
             (SoftPalette{16346220, 3651895, 12961106, 1973964, 14582750, 7138540}));
   EXPECT_EQ(settings.HighlightLevel(), 128);
   settings.SoftColors(false);  // the summary keeps its colour
-  EXPECT_EQ(summary(), (std::vector<i32>{12961106, 16711680, 8421504, -2147483633}));
+  const SummaryPalette& summary = settings.SummaryColors();
+  EXPECT_EQ(
+      (std::vector<i32>{summary.Back, summary.Text, summary.DisabledBack, summary.DisabledText}),
+      (std::vector<i32>{12961106, 16711680, 8421504, -2147483633}));
+}
+
+// Values outside the table of settings are kept too.
+TEST_F(SettingsTest, DisplayFormIsStoredWithSettings) {
+  const auto section = [this](std::string_view name) -> std::map<std::string, std::string>& {
+    return store.sections["HKCU\\Software\\Fernhollow Instruments\\ProgGen\\" + std::string(name)];
+  };
+  ASSERT_TRUE(settings.SaveSettings());
+  EXPECT_TRUE(section("ConditionFont").empty()) << "nothing was chosen";
+  const ViewOptions chosen = {{"Terminal", "Bold", 14}, {NumberForm::kNumber, 3}};
+  settings.View() = chosen;
+  ASSERT_TRUE(settings.SaveSettings());
+  EXPECT_EQ(section("ConditionFont"),
+            (std::map<std::string, std::string>{
+                {"Name", "Terminal"}, {"Style", "Bold"}, {"Size", "14"}}));
+  settings.View() = {};
+  settings.LoadSettings(true);
+  EXPECT_EQ(settings.View(), chosen);
+  section("ConditionFont") = {{"Name", " "}, {"Size", "5"}};
+  section("SummaryNumbers") = {{"Form", "4"}, {"Digits", "x"}};
+  settings.LoadSettings(true);
+  EXPECT_EQ(settings.View().SummaryNumbers, NumberFormat{});
+  EXPECT_EQ(settings.View().ConditionFont.Size, 10);
+  EXPECT_EQ(settings.View().ConditionFont.Style, "Regular");
+  settings.View().ConditionFont.Size = 11;
+  store.failure = "disk full";
+  EXPECT_FALSE(settings.SaveSettings());
 }
 
 TEST_F(SettingsTest, SetChecksAndKeepsASingleValue) {
@@ -161,7 +166,6 @@ TEST_F(SettingsTest, SetChecksAndKeepsASingleValue) {
 TEST(RegistrySetting, ReturnsTextsAndNumbersAndReportsFailures) {
   const std::tuple<platform::RegistryReading, std::string, std::string> cases[] = {
       {{-7, {}}, "", "-7"},
-      {{"Larkfield", {}}, "", "Larkfield"},
       {{"", RegistryFailure::kOpenKey}, "76, \"Error Opening Registry Key : A\\B\"", ""},
       {{"", RegistryFailure::kDataType},
        "13, \"Unsupported Data Type for Registry ValueA\\B\"",
@@ -183,17 +187,21 @@ TEST(RegistrySetting, ReturnsTextsAndNumbersAndReportsFailures) {
   }
 }
 
-TEST(UserSetting, NumericTextIsANumber) {
-  using ORVUS_COMMON::UserValue;
-  testing::MemorySettingsStore store;
-  auto& kept = store.sections["HKCU\\Software\\Fernhollow Instruments\\ProgGen\\ConditionFont"];
-  const std::tuple<UserValue, std::string, UserValue> cases[] = {
-      {"Courier", "Courier", "Courier"}, {9.75, "9.75", 9.75}, {"2", "2", 2.0}, {"", "", "None"}};
-  for (const auto& [set, text, got] : cases) {
-    EXPECT_TRUE(ORVUS_COMMON::SetUserSetting(store, "ProgGen", "ConditionFont", "Size", set));
-    EXPECT_EQ(kept["Size"], text);
-    EXPECT_EQ(ORVUS_COMMON::GetUserSetting(store, "ProgGen", "ConditionFont", "Size", "None"), got);
-  }
+TEST(SettingsInCommands, ScriptChoicesAreStoredForAllProjects) {
+  const testing::TempFolder folder;
+  const std::string script = folder / "script.txt";
+  const testing::Setting user = {.home = folder.Path()};
+  testing::WriteDisk(script,
+                     "open frmOptGen\n pick NumberForm Number\n type NumberDigits 3\n done\n"
+                     "open frmVoltBlock\n spin BlockCount up\n open frmVoltSetup 1\n"
+                     " type Reps 1\n type DefaultMult 1234.5\n done\ndone\n");
+  ASSERT_EQ(testing::RunOstrand({"new", folder / "p.VKG"}, user).code, 0);
+  ASSERT_EQ(testing::RunOstrand({"screen", folder / "p.VKG", script}, user).code, 0);
+  const auto summary = [&](const testing::Setting& whose) {
+    return testing::RunOstrand({"summary", folder / "p.VKG"}, whose).out;
+  };
+  EXPECT_NE(summary(user).find(" 1,234.500 0.000 "), std::string::npos) << summary(user);
+  EXPECT_NE(summary({}).find(" 1.2e3   0.0e0 "), std::string::npos) << "another user";
 }
 
 }  // namespace

@@ -5,7 +5,6 @@
 
 #include <cstdlib>
 #include <filesystem>
-#include <iterator>
 
 #include "model/defaults.h"
 #include "model/new_store.h"
@@ -27,76 +26,6 @@ namespace {
 
 using testing::ReadDisk;
 using testing::WriteDisk;
-
-class TestCompileRun : public ::testing::Test {
- protected:
-  void SetUp() override {
-    ORVUS_COMMON::SetAllDefaults(*store_);
-    store_->TempBlock.BlockCount = 3;
-    for (const int block : {1, 3}) store_->TempBlock[block].Reps = 2;
-    store_->BridgeBlock[7].BlockTime = 5;
-    WriteDisk(source_,
-              "TCDiff(before)\r\n  Scan(PERIOD)\r\n      TCDiff(TBlk1())\r\n"
-              "      TCSE(TBlk3())\r\n  NextScan\r\n");
-  }
-
-  // Runs the stand-in, which must leave no files and processes; the box for its result is expected
-  // beforehand.
-  bool run(const char* behaviour, bool alwaysShow = false) {
-    ::setenv("STAND_IN", behaviour, 1);
-    store_->TempBlock[1].BlockTime = 5;
-    platform::PosixFileSystem files;
-    platform::PosixProcesses processes;
-    TestCompile compile({files, forms_, processes}, workDir_.Path());
-    const bool compiled =
-        compile.ParseCompileResults(*store_, MuxLines(), source_, compiler_, alwaysShow);
-    EXPECT_EQ(testing::StandInsAlive(), 0);
-    const std::filesystem::directory_iterator entries(workDir_.Path());
-    EXPECT_EQ(std::distance(begin(entries), end(entries)), 1) << "besides the program";
-    return compiled;
-  }
-
-  testing::TempFolder workDir_;
-  std::string source_ = workDir_ / "TEMP $'\".VKP";
-  std::string compiler_ = OSTRAND_STAND_IN;
-  testing::ScriptedForms forms_;
-  std::unique_ptr<ProjectStore> store_ = NewStore();
-};
-
-TEST_F(TestCompileRun, GoodProgramGivesBlockTimes) {
-  for (const char* behaviour : {"good", "old", "exact", "lf", "cr", "slow"}) {
-    SCOPED_TRACE(behaviour);
-    EXPECT_TRUE(run(behaviour));
-    EXPECT_EQ(store_->TempBlock[1].BlockTime, 1003);
-    EXPECT_EQ(store_->TempBlock[2].BlockTime, 0);
-    EXPECT_EQ(store_->TempBlock[3].BlockTime, 1004);
-    EXPECT_EQ(store_->BridgeBlock[7].BlockTime, 0);
-  }
-  EXPECT_TRUE(forms_.helpLines.empty());
-}
-
-TEST_F(TestCompileRun, BadOrRequestedResultIsShown) {
-  const std::string head = "Pre-Compiler: " + source_ + "\r\nVersion No: ";
-  const std::string newHead = head + "6.3   Date Code: 051508\r\n\r\n";
-  const std::string oldHead = head + "4.2   Date Code: 051507\r\n\r\n";
-  forms_.ExpectBoxWith("COMPILE RESULT", newHead + "Line 1: Scan: (Subroutine)\r\n");
-  EXPECT_FALSE(run("bad"));
-  forms_.ExpectBox("COMPILE RESULT",
-                   oldHead + "[Compile Results]\r\nLine 7: Undeclared variable\r\nEnd\r\n");
-  EXPECT_FALSE(run("oldbad"));
-  EXPECT_EQ(store_->TempBlock[3].BlockTime, 1004) << "a bad program still has times";
-  forms_.ExpectBox("COMPILE RESULT", newHead + "Test compiled OK.\r\n" + source_ + " Compiled OK");
-  EXPECT_TRUE(run("good", true));
-  forms_.ExpectBox("COMPILE RESULT", oldHead + "Test compiled OK.");
-  EXPECT_TRUE(run("old", true));
-  // Shows the half report of a compiler that crashed.
-  forms_.ExpectBoxWith(
-      "COMPILE RESULT",
-      newHead + "The compiler was ended by signal 6 (Aborted).\r\n\r\nLine 1: Scan:");
-  EXPECT_FALSE(run("cut"));
-  forms_.ExpectBoxWith("COMPILE RESULT", "\r\n\r\nfirst line\r\nerror\r\n");
-  EXPECT_FALSE(run("manylines"));
-}
 
 // The program for the logger.
 class Sendings : public OstrandEvents {
@@ -129,6 +58,9 @@ class IllCompilers : public ::testing::Test {
  protected:
   IllCompilers() {
     settings.sections["QUILLON\\QUILLON"] = {{"WarningMessageMask", "4095"}};
+    ORVUS_COMMON::SetAllDefaults(*store);
+    store->TempBlock.BlockCount = 3;
+    for (const int block : {1, 3}) store->TempBlock[block].Reps = 2;
     bool cancelled = false;
     session.NameProject(project);
     EXPECT_TRUE(session.WriteProjectFile(folder / "pump"));
@@ -190,6 +122,8 @@ TEST_F(IllCompilers, LeaveNothingAndSendNoWrongProgram) {
   const std::string compile = "Skipped pre-compile. ";
   const std::string missing = "MISSING FILE\nPre-Compiler was not found.";
   const std::string result = "COMPILE RESULT\nPre-Compiler: " + work.Path() + "ostrand-";
+  const std::string newHead = "/TEMP$$$$.VKP\r\nVersion No: 6.3   Date Code: 051508\r\n\r\n";
+  const std::string oldHead = "/TEMP$$$$.VKP\r\nVersion No: 4.2   Date Code: 051507\r\n\r\n";
   // The user's view; nothing for a good program, which is sent.
   const std::tuple<std::string, const char*, std::string> cases[] = {
       {folder / "none", "", missing},
@@ -220,8 +154,8 @@ TEST_F(IllCompilers, LeaveNothingAndSendNoWrongProgram) {
       {standIn, "large", "PRECOMP.TXT: the report is larger than 4 MB"},
       {standIn, "endless", "PRECOMP.TXT: the report is larger than 4 MB"},
       {standIn, "wipe", compile + standIn + " ended without a report"},
-      {standIn, "bad", result},
-      {standIn, "oldbad", result},
+      {standIn, "bad", newHead + "Line 1: Scan: (Subroutine)\r\n"},
+      {standIn, "oldbad", oldHead + "[Compile Results]\r\nLine 7: Undeclared variable\r\nEnd\r\n"},
       {standIn, "binary", result},
       {standIn, "longline", "bytes not shown)"},
       {standIn, "manylines", "error\r\nlast line\r\n"},
@@ -232,6 +166,9 @@ TEST_F(IllCompilers, LeaveNothingAndSendNoWrongProgram) {
       {standIn, "oldcode", "The compiler exited with code 3.\r\n\r\nOld compiler"},
       {standIn, "leavecrash", "The compiler was ended by signal 6 (Aborted)."},
       {standIn, "good", ""},
+      {standIn, "old", ""},
+      {standIn, "exact", ""},
+      {standIn, "lf", ""},
       {standIn, "cr", ""},
       {standIn, "slow", ""},
       {standIn, "flood", ""},
@@ -244,11 +181,18 @@ TEST_F(IllCompilers, LeaveNothingAndSendNoWrongProgram) {
   for (const auto& [compiler, behaviour, expected] : cases) {
     SCOPED_TRACE(compiler + " " + behaviour);
     hasty.restingRounds = expected.ends_with("did not end in time") ? 1000 : kMaxCompileRounds;
+    store->TempBlock[1].BlockTime = store->TempBlock[3].BlockTime = 0;
     const std::string read = saveAndSend(compiler, behaviour);
     EXPECT_TRUE(Holds(read, expected)) << read.substr(0, 1000);
     EXPECT_EQ(read.empty(), expected.empty()) << read.substr(0, 1000);
     EXPECT_LT(read.size(), 70'000U);
     EXPECT_EQ(host.sent.size(), expected.empty() ? 1U : 0U);
+    EXPECT_EQ(forms.helpLines.back(), session.CompileSkipped());
+    // Also a bad program has times, here one more for the next line.
+    if (expected.empty() || behaviour == std::string_view("oldbad")) {
+      EXPECT_GT(store->TempBlock[1].BlockTime, 1000);
+      EXPECT_EQ(store->TempBlock[3].BlockTime, store->TempBlock[1].BlockTime + 1);
+    }
     EXPECT_TRUE(std::filesystem::is_empty(work.Path()));
   }
   EXPECT_EQ(hasty.rests, rounds) << "even with a host that runs events";
@@ -287,24 +231,6 @@ TEST_F(IllCompilers, UseTheCurrentFolderOfTheMachine) {
   EXPECT_TRUE(Holds(saveAndSend(OSTRAND_STAND_IN, "good"),
                     (folder / "none") + ": No such file or directory"));
   EXPECT_TRUE(host.sent.empty());
-}
-
-TEST(CompileReports, ReturnVersionAndCommandForm) {
-  constexpr std::tuple<std::string_view, bool, std::string_view, std::string_view> cases[] = {
-      {"[Version] VERSION: 6.1 DATE:060607", true, "6.1", "060607"},
-      {"[Version] VERSION: 6.1 DATE: 060507\nVERSION: 4 DATE: 010101", false, "4", "010101"},
-      {"x DATE: 123199\n[Version]\nVERSION: 4 DATE: 011999", false, "4", "011999"},
-      {"x DATE: 010100\n[Version]", false, "", ""},
-      {"DATE: 051508\n", true, "", ""},
-      {"DATE: soon", false, "", ""},
-  };
-  for (const auto& [bytes, newCompiler, version, dateCode] : cases) {
-    SCOPED_TRACE(bytes);
-    const VersionReport report = ReadVersionReport(bytes);
-    EXPECT_EQ(report.newCompiler, newCompiler);
-    EXPECT_EQ(report.version, version);
-    EXPECT_EQ(report.dateCode, dateCode);
-  }
 }
 
 TEST(CompileReports, ShowFirstAndLastLines) {
