@@ -8,6 +8,7 @@
 #include "model/defaults.h"
 #include "model/new_store.h"
 #include "platform/posix/posix_filesystem.h"
+#include "projectfile/kept_copy.h"
 #include "support/fixed_clock.h"
 #include "support/memory_filesystem.h"
 #include "support/project_random.h"
@@ -43,15 +44,6 @@ TEST_F(ProjectFile, SaveLeavesOnlyTheNewFile) {
       EXPECT_EQ(files_.files, (Files{{"/p/pump.VKG", text()}}));
     }
   }
-}
-
-TEST_F(ProjectFile, SaveThatLeavesTheFileAloneRemovesWhatADeadSaveLeft) {
-  struct : testing::MemoryFileSystem {
-    bool Stays(const std::string&, std::string_view, bool) override { return true; }
-  } disk;
-  disk.files = {{"/p/pump.VKG", "old"}, {"/p/pump._KG", "dead"}};
-  ASSERT_TRUE(SaveProjectFile(*store_, disk, clock_, "/p/pump"));
-  EXPECT_EQ(disk.files, (Files{{"/p/pump.VKG", "old"}}));
 }
 
 TEST_F(ProjectFile, SaveKeepsTheOnlyCopyOfADeadSave) {
@@ -139,19 +131,6 @@ TEST_F(ProjectFile, ReadOnlyProjectIsKeptUntilOpened) {
   EXPECT_TRUE(SaveProjectFile(*store_, files_, clock_, "/p/pump"));
 }
 
-TEST_F(ProjectFile, SaveKeepsTheRightsOfTheFile) {
-  const testing::TempFolder folder;
-  const std::filesystem::path path = folder / "pump.VKG";
-  testing::WriteDisk(path, "old");
-  platform::PosixFileSystem disk(platform::Syncing::kOff);
-  for (const unsigned mode : {0600U, 0664U}) {
-    std::filesystem::permissions(path, std::filesystem::perms(mode));
-    ASSERT_TRUE(SaveProjectFile(*store_, disk, clock_, folder / "pump"));
-    EXPECT_EQ(std::filesystem::status(path).permissions(), std::filesystem::perms(mode));
-    EXPECT_EQ(testing::ReadDisk(path), text());
-  }
-}
-
 TEST_F(ProjectFile, LoadsByName) {
   files_.files = {{"/p/pump.VKG", "[CONFIGURATION]\nOperator=A\n"},
                   {"/p/pump.old", "[CONFIGURATION]\nOperator=B\n"}};
@@ -170,102 +149,18 @@ TEST_F(ProjectFile, LoadsByName) {
   EXPECT_EQ(store_->Gen.Operator, "kept");
 }
 
-// ---- Lines not in any example
-
-class ProjectWriter : public ::testing::Test {
- protected:
-  ProjectWriter() { ORVUS_COMMON::SetAllDefaults(*store); }
-  std::string saved() { return ProjectFileText(*store, {2003, 3, 10, 14, 5, 0}); }
-  // `lines` in the file, one after the other.
-  void expect(std::string_view lines) {
-    std::string text = "\r\n";
-    for (const char c : lines) text += c == '\n' ? "\r\n" : std::string(1, c);
-    EXPECT_TRUE(Holds(saved(), text)) << lines;
-  }
-
-  std::unique_ptr<ProjectStore> store = NewStore();
-};
-
-TEST_F(ProjectWriter, BlockWritesSelectionsAndSettings) {
-  store->Tables[2].TableOn = kTrue;
-  store->BridgeBlock.BlockCount = 1;
-  BridgeBlockData& block = store->BridgeBlock[1];
-  block.Reps = 2;
-  block.Units = "";
-  block.BlockTime = 1200;
-  block.Output.OutputSelect[1][kSample] = 1;  // of a table not in use
-  block.Output.OutputSelect[2][kHistogram] = 1;
-  HistoSet& histo = block.Output.Histo[2];
-  histo.HistogramCode = "14,000,1,0,394";
-  histo.RainHistoCode = "not selected";
-  block.Alias[1] = {"Oil", "", "2.50", "8", "6"};
-  block.Alias[2].AliasExcept = "";
-  expect("CalOnSite(1)= 0\nReverseMes(1)=-1\nSettleTime(1)= 200\nBlockTime(1)=1200\n");
-  expect(R"(StartBrdgChan(1)= 1
-HistogramCode(2,1)=14,000,1,0,394
-Table(2,1,6)= 1
-AliasName(1,1)=Oil
-AliasMult(1,1)=2.50
-AliasGFactor(1,1)=8
-AliasExcept(1,1)=6
-AliasExcept(1,2)=
-
-[PULSE BLOCKS]
-)");
-}
-
-TEST_F(ProjectWriter, CompletesCountsOfConditions) {
-  OutputTable& table = store->Tables[1];
-  table.TableOn = kTrue;
-  table.TrigTable = 10;
-  table.TrigTabStop = -2;
-  table.Trigger[0][10].StartMeasVar = "last";
-  table.WriteIf = -1;
-  table.Write[1].Expression = "a = 1";
-  expect("StartMeasVar(110)=last\n");
-  expect("TrigTabStop(1)= 10\nStopMeasVar(1)=\n");
-  expect("WriteIf(1)= 1\nMeasureVar(1)=\n");
-  expect("Expression(1)=a = 1\nDisableWriteIf(1)= 0\n");
-  EXPECT_EQ(table.WriteIf, 1);
-  EXPECT_EQ(table.TrigTabStop, 10);
-  table.WriteIf = 2;
-  expect("Expression(1, 1)=a = 1\nMeasureVar(1, 2)=\n");
-}
-
-TEST_F(ProjectWriter, PortSlotsShareTheirKeys) {
-  store->Ports.Slot[0].Ports[2].Include = kTrue;
-  const auto includes = [&] {
-    const std::string rest(After(saved(), "\r\nInclude(0,"));
-    return rest.empty() ? 0 : Holds(rest, "\r\nInclude(0,") ? 2 : 1;
-  };
-  EXPECT_EQ(includes(), 2);  // the untouched second slot repeats the first
-  PortSlot& second = store->Ports.Slot[1];
-  second.Public = kTrue;
-  EXPECT_EQ(includes(), 1);  // a changed one has separate lines
-  second.Ports[9].Include = kTrue;
-  second.BinaryMask[2] = "00001111";
-  expect("Include(0,9)=-1\nMeasureVar(0,0,9)=\nCompare(0,0,9)= 1\nValue(0,0,9)=0\n");
-  expect("BinaryMask(2,0,1)=00001111\n");
-  second.ReadMode = kTrue;
-  store->Tables[3].TableOn = kTrue;
-  second.Output.OutputSelect[3][kAverage] = 1;
-  expect(
-      "ReadMode(0)=-1\nInclude(0,9)=-1\nHistogramCode(0,3,1)=\nTable(0,3,1,4)= 1\n\n[FLAG "
-      "CONTROL]\n");
-}
-
 // Counts that memory should never contain must not leave an array.
-TEST_F(ProjectWriter, ToleratesCountsOutsideTheirArrays) {
-  store->VoltBlock.BlockCount = 30000;
-  store->VoltBlock[7].Reps = 30000;
-  store->TempBlock.BlockCount = -1;
-  store->Config.CanBusQty = 1;
-  store->Config.StatusMonCount = store->Can.CanCount = store->CalcFields.CalcFieldCount = 999;
-  store->Tables[1].TableOn = kTrue;
-  store->Tables[1].WriteIf = store->Tables[1].TrigTable = 99;
-  const std::string text = saved();
-  EXPECT_TRUE(Holds(text, "\r\nStartVoltChan(7)="));
-  EXPECT_FALSE(Holds(text, "\r\nStartVoltChan(8)=") || Holds(text, "\r\nName(129)="));
+TEST_F(ProjectFile, ToleratesCountsOutsideTheirArrays) {
+  store_->VoltBlock.BlockCount = 30000;
+  store_->VoltBlock[7].Reps = 30000;
+  store_->TempBlock.BlockCount = -1;
+  store_->Config.CanBusQty = 1;
+  store_->Config.StatusMonCount = store_->Can.CanCount = store_->CalcFields.CalcFieldCount = 999;
+  store_->Tables[1].TableOn = kTrue;
+  store_->Tables[1].WriteIf = store_->Tables[1].TrigTable = 99;
+  const std::string saved = text();
+  EXPECT_TRUE(Holds(saved, "\r\nStartVoltChan(7)="));
+  EXPECT_FALSE(Holds(saved, "\r\nStartVoltChan(8)=") || Holds(saved, "\r\nName(129)="));
 }
 
 // ---- Round trips
@@ -309,6 +204,80 @@ TEST(ProjectRoundTrip, KeepsExtremeNumbers) {
     EXPECT_EQ(back->FlowCalc.Pulses, store->FlowCalc.Pulses);
     EXPECT_EQ(ProjectFileText(*back, kMoment), ProjectFileText(*store, kMoment));
   }
+}
+
+const std::string kProject = "/p/pump.VKG";
+const std::string kOld = "[CONFIGURATION]\nFoo=1\n";
+
+TEST(KeptCopy, TakesTheFirstFreeName) {
+  struct Case {
+    Files before;
+    std::string kept;
+  };
+  const Case cases[] = {
+      {{}, ""},
+      {{{kProject, "[CONFIGURATION]\nOperator=A\n"}}, ""},
+      {{{kProject, kOld}}, kProject + ".bak"},
+      {{{kProject, kOld}, {kProject + ".bak", kOld}}, kProject + ".bak"},
+      {{{kProject, kOld}, {kProject + ".bak", "other"}}, kProject + ".bak.1"},
+      {{{kProject, kOld}, {kProject + ".bak", "other"}, {kProject + ".bak.1", ""}},
+       kProject + ".bak.2"},
+  };
+  for (const Case& row : cases) {
+    testing::MemoryFileSystem files;
+    files.files = row.before;
+    const auto kept = KeepOldFile(files, kProject);
+    ASSERT_TRUE(kept);
+    EXPECT_EQ(kept.Value(), row.kept);
+    Files after = row.before;
+    if (!row.kept.empty()) after[row.kept] = kOld;
+    EXPECT_EQ(files.files, after);
+  }
+}
+
+TEST(KeptCopy, FailureLeavesNothing) {
+  testing::MemoryFileSystem files;
+  files.files = {{kProject, kOld}};
+  const Files before = files.files;
+  int failures = 0;
+  for (int call = 1;; ++call) {
+    testing::FaultyFileSystem faulty(files, call);
+    const auto kept = KeepOldFile(faulty, kProject);
+    if (faulty.Calls() < call) break;
+    if (kept) continue;
+    ++failures;
+    EXPECT_TRUE(kept.ErrorText().starts_with("/p/pump.VKG")) << kept.ErrorText();
+    if (files.files.contains(kProject + ".bak")) {
+      EXPECT_EQ(files.files[kProject + ".bak"], kOld);  // only its folder was not synced
+      files.files.erase(kProject + ".bak");
+    }
+    EXPECT_EQ(files.files, before);
+  }
+  EXPECT_GT(failures, 3);
+}
+
+TEST(KeptCopy, DoesNotFollowLinks) {
+  const testing::TempFolder folder;
+  const std::string project = folder / "pump.VKG";
+  testing::WriteDisk(project, kOld);
+  testing::WriteDisk(folder / "victim", "victim");
+  platform::PosixFileSystem disk(platform::Syncing::kOff);
+  const auto keep = [&] {
+    const auto kept = KeepOldFile(disk, project);
+    return kept ? kept.Value() : kept.ErrorText();
+  };
+  std::filesystem::create_symlink("victim", project + ".bak");
+  std::filesystem::create_symlink("nobody", project + ".bak.1");
+  std::filesystem::create_directory(project + ".bak.2");
+  EXPECT_EQ(keep(), project + ".bak.3");
+  EXPECT_EQ(testing::ReadDisk(folder / "victim"), "victim");
+  EXPECT_FALSE(std::filesystem::exists(folder / "nobody"));
+  // A link to the project itself would show the new file after the save.
+  std::filesystem::remove(project + ".bak");
+  std::filesystem::create_symlink("pump.VKG", project + ".bak");
+  EXPECT_EQ(keep(), project + ".bak");
+  testing::WriteDisk(project, "new");
+  EXPECT_EQ(testing::ReadDisk(project + ".bak"), kOld);
 }
 
 }  // namespace
