@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "documents/wire_rtf.h"
+
 namespace ostrand {
 namespace {
 
@@ -14,26 +16,6 @@ std::string rtf(std::string_view colours, std::string_view body) {
   return std::string(kRtfHead) + "{\\colortbl ;" + std::string(colours) + "}" +
          std::string(kRtfBody) + std::string(body) + "}\r\n";
 }
-
-TEST(PlainText, InsertsTextAtTheInsertionPoint) {
-  PlainText box;
-  box.SelText("one");
-  box.SelUnderline(true);
-  box.SelText(" three");
-  EXPECT_EQ(box.Text(), "one three");
-  box.SelStart(3);
-  box.SelText(" two");
-  EXPECT_EQ(box.SelStart(), 7U);
-  box.SelStart(99);  // positions past the end mean the end
-  box.SelText("!");
-  EXPECT_EQ(box.Text(), "one two three!");
-  box.Text("new\r\n");
-  EXPECT_EQ(box.SelStart(), 0U);
-  box.SelText("a ");
-  EXPECT_EQ(box.Text(), "a new\r\n");
-}
-
-TEST(StyledText, EmptyBoxGivesACompleteDocument) { EXPECT_EQ(StyledText().Rtf(), rtf("", "")); }
 
 TEST(StyledText, KeepsTheLookOfEachRun) {
   StyledText box;
@@ -65,6 +47,28 @@ TEST(StyledText, EscapesCharactersOfTheFormat) {
   EXPECT_EQ(box.Rtf(), rtf("",
                            "C:\\\\VK\\\\\\{a\\}\\tab \\'80 \\'b5\\'7f \\'0d \\'0a \\par\r\n"
                            "\\'00."));
+}
+
+// Each box character becomes its Unicode form and a plain one; the same codes as text after a
+// backslash do not.
+TEST(WireRtf, ConvertsLineCharacters) {
+  EXPECT_EQ(ConvertLineChars(R"(\'c4\'cd\'da\'bf\'c0\'d9\'c5\'b3\'c1\'db\'fe\'df\'e4\\'c4)"),
+            R"(\u9472\'2d\u9552\'2d\u9484\'2b\u9488\'2b\u9492\'2b\u9496\'2b\u9532\'2b\u9474\'a6)"
+            R"(\u9524\'2d\u9608\'a6\u9632\'2b\u9600\'af\'e4\\'c4)");
+}
+
+TEST(WireRtf, ReplacesFontAndRunsOfBlanks) {
+  const std::string run(38, ' ');
+  const std::string shorter = "x" + run.substr(1) + "Date written: 1" + run;
+  const struct {
+    std::string given, made;
+  } cases[] = {{"{\\fonttbl{\\f0 MS LineDraw;}}", "{\\fonttbl{\\f0 Courier New;}}"},
+               {"x" + run + "Date written: 1", "xDate written : 1"},
+               {"x" + run + "Time written: 1", "xTime written : 1"},
+               {"x" + run + "QUILLON Vers : 6", "xQUILLON Vers  : 6"},
+               {"x  " + run + "Date written: 1", "x  Date written : 1"},
+               {shorter, shorter}};
+  for (const auto& c : cases) EXPECT_EQ(ConvertLineChars(c.given), c.made);
 }
 
 }  // namespace

@@ -6,12 +6,13 @@
 #include <map>
 #include <vector>
 
+#include "documents/table_columns.h"
 #include "generator/savedld.h"
 #include "model/defaults.h"
 #include "model/new_store.h"
+#include "model/output_table.h"
 #include "platform/posix/posix_filesystem.h"
 #include "support/fixed_clock.h"
-#include "support/memory_filesystem.h"
 #include "support/project_random.h"
 #include "support/scripted_forms.h"
 #include "text/number.h"
@@ -195,26 +196,29 @@ TEST_F(DescriptionAndProgram, CountSameColumnsInRandomProjects) {
   EXPECT_GT(columns, 20'000U);
 }
 
-TEST(TableDescription, FailedWriteKeepsTheOldFile) {
-  const auto store = NewStore();
-  testing::MakeLargestProject(*store);
-  testing::MemoryFileSystem disk;
-  testing::ScriptedForms forms;
-  const std::string old = "an old description\r\n";
-  disk.files["/out/PUMP.VKD"] = old;
-  EXPECT_TRUE(WriteTableDescription(disk, forms, "/out/PUMP", *store, kHead));
-  const std::string written = disk.files["/out/PUMP.VKD"];
-  EXPECT_TRUE(written == TableDescriptionText(*store, kHead));
-  EXPECT_TRUE(written.ends_with("- End Table 6 -" + std::string(67, '-') + "\r\n"));
-
-  disk.files["/out/PUMP.VKD"] = old;
-  forms.ExpectBox("FILE PROBLEM",
-                  "Permission denied to save /out/PUMP.VKD\r\n"
-                  "It probably already exists and is set for \"Read Only\".  ");
-  testing::FaultyFileSystem full(disk, 1, true);
-  EXPECT_FALSE(WriteTableDescription(full, forms, "/out/PUMP", *store, kHead));
-  EXPECT_EQ(disk.files["/out/PUMP.VKD"], old);
-  EXPECT_EQ(disk.files.size(), 1U);
+// Without what the size of a record counts otherwise: CAN items, ports, the reference temperatures.
+TEST(TableColumns, AddUpToTheRecord) {
+  for (std::uint32_t seed = 1; seed <= 100; ++seed) {
+    const auto store = NewStore();
+    testing::MakeRandomProject(*store, seed);
+    store->Config.CanBusQty = 0;
+    store->Config.TcConfigOpts[1] = store->Config.MonitorPower[kMonitorPanel] = kFalse;
+    store->Ports.Slot[0].Ports[kPorts].Include = store->Ports.Slot[1].Ports[kPorts].Include = 0;
+    store->Ports.Slot[0].ReadMode = store->Ports.Slot[1].ReadMode = 0;
+    for (int t = 1; t <= kTables; ++t) {
+      std::int64_t number = 1;
+      std::int64_t bytes = 0;
+      int group = 0;
+      for (const TableColumn& column : ColumnsOf(*store, t)) {
+        EXPECT_EQ(column.number, number);
+        EXPECT_TRUE(column.group == group || column.group == group + 1);
+        group = column.group;
+        number += column.count;
+        bytes += column.bytes;
+      }
+      EXPECT_EQ(bytes, ORVUS_COMMON::SizeOfRecord(*store, t).bytes) << seed << " table " << t;
+    }
+  }
 }
 
 }  // namespace

@@ -1,10 +1,8 @@
 // The line buffer, what a run keeps for the next one and changes in the project, the file; and
 // settings that a project file does not have.
-#include "generator/calc_field_constants.h"
 #include "generator/generated.h"
 #include "generator/program_lines.h"
 #include "generator/triggers.h"
-#include "support/temp_folder.h"
 
 namespace ostrand::testing {
 namespace {
@@ -58,46 +56,6 @@ TEST(ProgramLinesTest, TakeLinesOfAnyLength) {
   EXPECT_EQ(lines.Unstored(), "");
 }
 
-// Short texts are copied in different ways, depending on their length.
-TEST(ProgramLinesTest, JoinPiecesOfAnyLength) {
-  const std::string letters = "abcdefghijklmnopqrstuvwxyz0123456789";
-  for (std::size_t length = 0; length <= letters.size(); ++length) {
-    const std::string piece = letters.substr(0, length);
-    EXPECT_EQ(Joined({"<", piece, ">", 7, -1, '|'}), "<" + piece + ">7-1|");
-  }
-}
-
-TEST_F(FrameTest, ProgramNameIsShownInCapitals) {
-  generator.BaseName("Kl\xE4r\x9A");  // a umlaut, s caron
-  MakeProgram();
-  EXPECT_EQ(program.at(1), "'" + std::string(20, ' ') + "   Program name: KL\xC4R\x8A.VKP");
-}
-
-TEST_F(FrameTest, FullBufferGivesOneMessageForEachSection) {
-  store.TempBlock.BlockCount = 7;
-  for (TempBlockData& block : store.TempBlock.Blocks) {
-    block.Reps = 100;
-    for (int t = 1; t <= 6; ++t) block.Output.OutputSelect[t][kLevelCrossing] = 1;
-  }
-  // 700 repetitions in 6 tables declare more sources than there are lines. Later sections fail
-  // on their first line; Subroutines and the others have none to write.
-  for (const char* routine : {"Constants", "PubVars", "OutputTables", "MainProgram"}) {
-    ExpectFault(9, "Subscript out of range", routine);
-  }
-  MakeProgram();
-  ASSERT_EQ(program.size(), 3000U);
-  EXPECT_TRUE(program.back().starts_with("Dim LCTBl"));
-}
-
-TEST_F(FrameTest, FailedWriteNamesThePath) {
-  TempFolder folder;
-  const std::string base = folder / "missing/plant";
-  forms.ExpectBoxWith("TROUBLE", base);
-  EXPECT_FALSE(generator.SaveTheDld(base));
-  EXPECT_TRUE(generator.SaveTheDld(folder / "plant"));
-  EXPECT_EQ(LinesOf(ReadDisk(folder / "plant.VKP")).back(), "'***** Program End *****");
-}
-
 TEST_F(FrameTest, RunRepairsTheProject) {
   for (const int t : {1, 2}) store.Tables[t].TableOn = kTrue;
   store.Tables[1].SyncTable = kTrue;
@@ -114,19 +72,6 @@ TEST_F(FrameTest, RunRepairsTheProject) {
     ExpectRun({"  bWriteIfCall = (" + std::string(after) + ")"});
   }
   EXPECT_EQ(store.Tables[1].OutIntUnits, 2);  // a synchronous table counts in seconds
-}
-
-// The type of the last block outlives a run: a second run continues after it.
-TEST_F(FrameTest, FirstVoltageBlockContinuesTheLastRun) {
-  store.Config.AutoChan = kFalse;
-  store.VoltBlock.BlockCount = 1;
-  store.VoltBlock[1].MeasType = "SE";
-  store.VoltBlock[1].Reps = 2;
-  store.VoltBlock[1].StartChan = 31;
-  for (const char* channel : {"VRNG1,1,", "VRNG1,31,"}) {
-    MakeProgram();
-    EXPECT_EQ(Holding(channel), 1) << channel;
-  }
 }
 
 TEST_F(FrameTest, RunForgetsTheBlocksOfTheLast) {
@@ -163,82 +108,6 @@ TEST_F(FrameTest, ZeroRoutineRepeatsMultiplexerStatements) {
   EXPECT_EQ(generator.TK40MLines()[1], positions + positions);
 }
 
-// A block takes one channel, whatever its repetitions; block numbers restart in each slot. A block
-// without repetitions or of an unknown kind takes none.
-TEST_F(FrameTest, PulseChannelsContinueInTheSecondSlot) {
-  const char* kinds[2][2] = {{"HiLev", "swtch"}, {"Quad", "LOLEV"}};
-  for (int slot = 0; slot <= 1; ++slot) {
-    store.PulseBlock[slot].BlockCount = 2;
-    for (int n = 1; n <= 2; ++n) {
-      store.PulseBlock[slot][n].Meas = kinds[slot][n - 1];
-      store.PulseBlock[slot][n].Reps = 2;
-    }
-  }
-  store.PulseBlock[0][2].CalOnSite = 1;
-  const std::string bars(23, '_');
-  const std::string title = "      '" + bars + " Pulse/Freq Blocks" + bars;
-  MakeProgram();
-  ExpectRun({title, "      PulseCount(PBlk1(),PREP1,1,PCONF1,POPT1,PMULT1,POSET1)",
-             "      PulseCount(PBlk2(),PREP2,2,PCONF2,POPT2,MPBlk2(),OPBlk2())", title,
-             "      PulseCount(PBlk2(),PREP2,3,PCONF2,POPT2,PMULT2,POSET2)", ""});
-}
-
-// More than the screens offer and a file stores.
-TEST_F(FrameTest, ReferencesTakeAllOutputs) {
-  store.Config.TK40MQty = 2;
-  store.Config.TcConfigOpts[1] = 1;
-  store.Config.MonitorPower[kMonitorPanel] = kTrue;
-  store.TK40MBlock.BlockCount = 1;
-  store.TK40MBlock[1].Reps = 2;
-  store.Tables[1].TableOn = kTrue;
-  for (ReferenceOutput* reference : {&store.TcRef, &store.TK40MRef}) {
-    auto& selected = reference->Output.OutputSelect[1];
-    selected[kAverage] = selected[kRainFlow] = 1;
-  }
-  store.TK40MRef.Output.OutputSelect[1][kLevelCrossing] = 1;
-  MakeProgram();
-  ExpectRun({"   RainFlow(1,TRef,FP2)~'1 Reps,Source,Res"});
-  ExpectRun({"   Average(2,TK40Ref(),FP2,False)~'2 Reps,Source,Res,Enabled",
-             "   RainFlow(TK40Ref(),FP2,False,)", "   LevelCrossing(LCABlk1_1_1(),FP2,False,,1)",
-             "   LevelCrossing(LCABlk1_1_2(),FP2,False,,1)"});
-}
-
-// Only the first slot of ports has a title; a slot that reads needs no test. Ports 7 and 8 belong
-// to a multiplexer.
-TEST_F(FrameTest, OnlyTheFirstPortSlotHasATitle) {
-  const std::string title = " Port Control ";
-  const std::string test = "      If False Then ";
-  store.Ports.Slot[0].ByteMode = 0;
-  store.Ports.Slot[1].Ports[9].Include = kTrue;
-  MakeProgram();
-  EXPECT_EQ(Holding(title), 0);
-  EXPECT_EQ(Holding(test), 1);
-  store.Ports.Slot[0] = store.Ports.Slot[1];
-  store.Ports.Slot[0].ReadMode = kTrue;
-  MakeProgram();
-  EXPECT_EQ(Holding(title), 1);
-  EXPECT_EQ(Holding(test), 1);
-  store.Ports.Slot[1].ByteMode = 0;
-  for (const int p : {6, 7}) store.Ports.Slot[1].Ports[p].Include = kTrue;
-  for (const i16 multiplexers : {i16{0}, i16{1}}) {
-    store.Config.TK40MQty = multiplexers;
-    MakeProgram();
-    EXPECT_EQ(Holding("PortSet(6,Port(6))"), 1);
-    EXPECT_EQ(Holding("PortSet(7,Port(7))"), 1 - multiplexers);
-  }
-}
-
-// The last field of a name declares it; "Speed 1" must not separate equal names.
-TEST(CalcFieldsTest, LastFieldOfANameDeclaresIt) {
-  const char* names[] = {"Speed", "Force", " SPEED ", "Speed 1", "force", "Speed", ""};
-  const bool repeated[] = {true, true, true, false, false, false, false};
-  CalcFieldGroup fields;
-  fields.CalcFieldCount = 7;
-  for (int f = 1; f <= 7; ++f) fields.Field[f].CalcField[1] = names[f - 1];
-  const auto found = CalcFieldRepeated(fields);
-  for (int f = 1; f <= 7; ++f) EXPECT_EQ(found[f], repeated[f - 1]) << f;
-}
-
 TEST(TriggerNumbers, FirstDigitAndLeadingNumber) {
   const struct {
     const char* text;
@@ -249,6 +118,125 @@ TEST(TriggerNumbers, FirstDigitAndLeadingNumber) {
     EXPECT_EQ(FirstDigit(c.text), c.first) << c.text;
     EXPECT_EQ(LeadingNumber(c.text), c.leading) << c.text;
   }
+}
+
+constexpr std::size_t kMaxLines = 3000;
+constexpr int kHead = 11;  // lines with the time of the run
+
+class FullBufferTest : public Generated {
+ protected:
+  // Something of every section, and 2800 repetitions: an alias of each adds one line, all in one
+  // place.
+  FullBufferTest() {
+    forms.CollectBoxes();
+    Fill(store.TempBlock);
+    Fill(store.VoltBlock);
+    Fill(store.BridgeBlock);
+    Fill(store.TK40MBlock);
+    store.Config.TK40MQty = store.Config.CanBusQty = store.Can.Module[1].CanBusEnabled = 1;
+    for (BridgeBlockData& block : store.BridgeBlock.Blocks) block.ExciteReps = kReps;
+    store.PulseBlock[0].BlockCount = 1;
+    store.PulseBlock[0][1].Reps = 1;
+    store.Can.CanCount = 2;
+    store.Can.Item[1].Name = "Rpm";
+    store.Can.Item[1].Alias[1].AliasExcept = "2";
+    store.Can.Item[2].Name = "Load";
+    store.Can.Item[2].ItemMessageType = 1;
+    store.CalcFields.CalcFieldCount = 1;
+    store.CalcFields.Field[1].CalcField[1] = "Power";
+    store.ExciteOut.Slot[0][1].Include = store.ExciteOut.Slot[0][1].DynamicStatic = kTrue;
+    OutputTable& table = store.Tables[1];
+    table.TableOn = kTrue;
+    table.WriteIf = table.FlagMark = 1;
+  }
+
+  template <class Group>
+  void Fill(Group& group) {
+    group.BlockCount = kBlocks;
+    for (auto& block : group.Blocks) {
+      block.Reps = kReps;
+      for (RepAlias& alias : block.Alias) aliases_.push_back(&alias.AliasName);
+    }
+  }
+
+  // Generates the program with `count` aliases; returns the routines that its boxes name.
+  std::string RunWithAliases(std::size_t count) {
+    for (std::size_t i = 0; i < aliases_.size(); ++i) *aliases_[i] = i < count ? "A" : "";
+    forms.shown.clear();
+    MakeProgram();
+    std::string routines;
+    for (const platform::MessageBox& box : forms.shown) {
+      constexpr std::string_view kBox =
+          "Unexpected error 9, \"Subscript out of range\" has occurred in SAVEDLD.";
+      EXPECT_EQ(std::string_view(box.text).substr(0, kBox.size()), kBox);
+      const std::string_view name = std::string_view(box.text).substr(kBox.size());
+      routines += std::string(name.substr(0, name.find('.'))) + " ";
+    }
+    return routines;
+  }
+
+  std::vector<std::string*> aliases_;
+};
+
+TEST_F(FullBufferTest, SectionKeepsLinesBeforeItsFailure) {
+  // The start of a line, and the number of lines from it to the first line of a section; the
+  // routines that fail when the buffer is full there.
+  struct Section {
+    const char* line;
+    int further;
+    const char* routines;
+  };
+  const Section sections[] = {
+      {"Public Flag(8)", 0, "PubVars OutputTables Subroutines MainProgram "},
+      {" OUTPUT SECTION ", -1, "OutputTables Subroutines MainProgram "},
+      {"Sub TriggerCall", 0, "Subroutines MainProgram "},
+      {" PROGRAM ", 0, "MainProgram "},
+      {" exception multipliers", 0, "Exceptions MainProgram "},
+      {"   ''''''''''''''''''''", 1, "MainProgram "},
+      {" Excitation Control ", 0, "ExciteControl MainProgram "},
+      {"      ''''''''''''''''", 1, "MainProgram "},
+      {" Temp Blocks ", 0, "Temperature Voltage Bridges Pulses TK40Ms CanBus MainProgram "},
+      {" Volt Blocks ", 0, "Voltage Bridges Pulses TK40Ms CanBus MainProgram "},
+      {" Bridge Blocks ", 0, "Bridges Pulses TK40Ms CanBus MainProgram "},
+      {" Pulse/Freq Blocks", 0, "Pulses TK40Ms CanBus MainProgram "},
+      {" TK40M Blocks ", 0, "TK40Ms CanBus MainProgram "},
+      {" Canbus Items ", 0, "CanBus MainProgram "},
+      {" Calculated Fields ", 0, "MainProgram "},
+      {" File Mark Logic ", 0, "MainProgram2 "},
+      {" LOW PRIORITY ", -1, "LowPriority MainProgram2 "},
+      {"EndProg", 0, "MainProgram2 "},
+  };
+  ASSERT_EQ(RunWithAliases(0), "");
+  const Lines whole = program;
+  std::vector<std::size_t> starts;
+  for (const Section& section : sections) {
+    const auto from = whole.begin() + (starts.empty() ? 0 : static_cast<long>(starts.back()));
+    const auto at = std::find_if(from, whole.end(), [&](const std::string& line) {
+      return line.find(section.line) != std::string::npos;
+    });
+    ASSERT_NE(at, whole.end()) << section.line;
+    starts.push_back(static_cast<std::size_t>(at - whole.begin() + section.further));
+  }
+  const std::size_t aliasesAt = starts[0];
+  starts.push_back(whole.size());
+  for (std::size_t i = 0; i + 1 < starts.size(); ++i) {
+    for (const std::size_t lost : {starts[i], starts[i + 1] - 1}) {  // the first line left out
+      SCOPED_TRACE(whole[lost]);
+      const std::size_t count = kMaxLines - lost;
+      ASSERT_LE(count, aliases_.size());
+      EXPECT_EQ(RunWithAliases(count), sections[i].routines);
+      ASSERT_EQ(program.size(), kMaxLines);
+      const auto aliasLines = program.begin() + static_cast<long>(aliasesAt);
+      const auto aliasesEnd = aliasLines + static_cast<long>(count);
+      EXPECT_TRUE(std::equal(program.begin() + kHead, aliasLines, whole.begin() + kHead));
+      EXPECT_TRUE(std::all_of(aliasLines, aliasesEnd,
+                              [](const auto& line) { return line.starts_with("Alias "); }));
+      EXPECT_TRUE(
+          std::equal(aliasesEnd, program.end(), whole.begin() + static_cast<long>(aliasesAt)));
+    }
+  }
+  EXPECT_EQ(RunWithAliases(kMaxLines - whole.size()), "");  // fits exactly
+  EXPECT_EQ(program.back(), whole.back());
 }
 
 }  // namespace
