@@ -15,14 +15,12 @@
 
 #include "platform/atomic_file.h"
 #include "platform/moment_text.h"
-#include "platform/paths.h"
 #include "platform/posix/posix_clock.h"
 #include "platform/posix/posix_filesystem.h"
 #include "platform/posix/posix_socket.h"
 #include "platform/posix/posix_work_folders.h"
 #include "platform/posix/terminal_forms.h"
 #include "support/listener.h"
-#include "support/memory_filesystem.h"
 #include "support/temp_folder.h"
 
 namespace ostrand::platform {
@@ -231,30 +229,6 @@ TEST_F(PosixFiles, NeighbourHasRightsAndOwnerFromTheStart) {
     ASSERT_TRUE(files.Delete(path));
   }
   ::umask(before);
-}
-
-// The calls of one write, in their order: create, write, sync, close, rename, sync of the folder.
-TEST(Paths, WithoutExtensionCutsTheTitleOnly) {
-  const std::pair<std::string_view, std::string_view> cases[] = {
-      {"/v1.2/pump", "/v1.2/pump"},
-      {"C:\\v1.2\\pump.1.VKG", "C:\\v1.2\\pump.1"},
-      {"pump", "pump"},
-      {"/data/.VKG", "/data/"},
-      {"", ""}};
-  for (const auto& [path, without] : cases) EXPECT_EQ(WithoutExtension(path), without);
-}
-
-TEST(AtomicFile, ReportsFailingCallsAndKeepsAWholeFile) {
-  for (int failAt = 1; failAt <= 7; ++failAt) {
-    testing::MemoryFileSystem disk;
-    disk.files = {{"/data/pump.VKP", "old"}};
-    testing::FaultyFileSystem faulty(disk, failAt);
-    const Result<> written = WriteWhole(faulty, "/data/pump.VKP", "new");
-    EXPECT_EQ(static_cast<bool>(written), failAt == 7) << failAt;
-    EXPECT_TRUE(written || written.ErrorText().starts_with("/data/")) << failAt;
-    EXPECT_EQ(disk.files.size(), 1U) << failAt;
-    EXPECT_EQ(disk.files["/data/pump.VKP"], failAt >= 6 ? "new" : "old") << failAt;
-  }
 }
 
 TEST(TcpSocket, ReportsALostPeerAtTheNextMessage) {

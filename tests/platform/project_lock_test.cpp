@@ -8,7 +8,6 @@
 #include <unistd.h>
 
 #include <array>
-#include <csignal>
 #include <filesystem>
 #include <functional>
 
@@ -98,28 +97,6 @@ TEST_F(ProjectLocks, WaitingSaveNamesTheHolderAndContinues) {
   ASSERT_TRUE(second);
   EXPECT_TRUE(named.ends_with(process)) << named;
   EXPECT_TRUE(std::filesystem::exists(lockFile));
-}
-
-TEST_F(ProjectLocks, KilledHolderDoesNotBlock) {
-  int ready[2];
-  ASSERT_EQ(::pipe(ready), 0);
-  const pid_t child = ::fork();
-  if (child == 0) {
-    const auto lock = take();
-    const char taken = lock ? 'y' : 'n';
-    static_cast<void>(::write(ready[1], &taken, 1) == 1);
-    for (;;) ::pause();
-  }
-  char taken = 0;
-  ASSERT_EQ(::read(ready[0], &taken, 1), 1);
-  EXPECT_EQ(taken, 'y');
-  EXPECT_FALSE(take());
-  ::kill(child, SIGKILL);
-  ASSERT_EQ(::waitpid(child, nullptr, 0), child);
-  EXPECT_TRUE(std::filesystem::exists(lockFile));
-  EXPECT_TRUE(take());
-  ::close(ready[0]);
-  ::close(ready[1]);
 }
 
 TEST_F(ProjectLocks, AreNeverHeldByTwo) {

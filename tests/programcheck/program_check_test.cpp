@@ -1,17 +1,21 @@
-// The programs of random projects pass the check, except where settings exclude each other.
+// The outline of a program. The programs of random projects pass the check, except where settings
+// exclude each other.
 #include "programcheck/program_check.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <array>
+#include <set>
 
 #include "generator/savedld.h"
 #include "model/new_store.h"
 #include "platform/posix/posix_filesystem.h"
+#include "programcheck/outline.h"
 #include "support/fixed_clock.h"
 #include "support/project_random.h"
 #include "support/scripted_forms.h"
+#include "support/temp_folder.h"
 #include "text/strings.h"
 
 namespace ostrand {
@@ -193,6 +197,66 @@ TEST(ProgramProperty, RandomProjectsGiveSoundPrograms) {
   for (std::size_t i = 0; i < met.size(); ++i) {
     EXPECT_GT(met[i], 0) << "never met: exception " << i;
   }
+}
+
+TEST(Outline, FindsTheBlockOfAName) {
+  constexpr std::pair<std::string_view, ProgramBlock> kCases[] = {
+      {"TBLK1", {'T', 1}},
+      {"MVBLK2", {'V', 2}},
+      {"OVBLK7", {'V', 7}},
+      {"GBBLK3", {'B', 3}},
+      {"VBLK23LC1", {'V', 2}},
+      {"LCVBLK2_3_1", {'V', 2}},
+      {"ABLK4ZERO", {'A', 4}},
+      {"MCBLK128", {'C', 128}},
+      {"BEXCIT3", {'B', 3}},
+      {"PCONF2", {'P', 2}},
+      {"VREP1", {'V', 1}},
+      {"TREP", {}},
+      {"XVBLK1", {}},
+      {"VREPORT1", {}},
+      {"BLK1", {}},
+      {"INT", {}},
+      {"PULSECOUNT", {}},
+      {"VBLK", {}},
+  };
+  for (const auto& [name, block] : kCases) EXPECT_EQ(BlockOfName(name), block) << name;
+}
+
+TEST(Outline, ListsSectionsAndLinesOfAnExample) {
+  const std::string program =
+      testing::ReadDisk(OSTRAND_SOURCE_DIR "/tests/golden/engine-test-cell.VKP");
+  const ProgramOutline outline(program, {});
+  std::string titles;
+  for (const ProgramSection& section : outline.Sections()) {
+    titles += std::to_string(section.line) + (section.level == 0 ? " " : "   ") + section.title;
+  }
+  EXPECT_TRUE(titles.starts_with("12 TIMING CONSTANTS23 THERMOCOUPLE CONSTANTS25   Temp Block 1"))
+      << titles;
+  EXPECT_TRUE(Holds(titles, "130   Table EngFast") && Holds(titles, "183 PROGRAM")) << titles;
+
+  // The constants and the source of a block, its aliases and their units, nothing of other blocks.
+  const std::vector<int> lines = outline.LinesOfBlock({'V', 2});
+  const std::set<int> all(lines.begin(), lines.end());
+  for (int line = 62; line <= 76; ++line) {
+    const bool isData = line == 71 || line == 73;  // values without a name
+    EXPECT_EQ(all.contains(line), !isData) << line;
+  }
+  EXPECT_FALSE(all.contains(51));
+  EXPECT_EQ(outline.BlockOfLine(98 + 1), (ProgramBlock{'T', 1})) << "Units of an alias";
+  for (const int line : lines) EXPECT_NE(outline.BlockOfLine(line).kind, 0);
+  EXPECT_EQ(outline.BlockOfLine(1).kind, 0);
+  EXPECT_EQ(outline.BlockOfLine(0).kind, 0);
+  EXPECT_EQ(outline.BlockOfLine(99999).kind, 0);
+}
+
+TEST(Outline, KnowsItemsByTheNamesOfTheUser) {
+  const NamedBlock items[] = {{"Speed", {'C', 2}}, {"Power", {'F', 1}}};
+  const ProgramOutline outline(
+      "Const SpeedStartBit = 3\r\nPublic speed(4)\r\nPower = speed * 2\r\nPowerDataType = 1\r\n",
+      items);
+  EXPECT_EQ(outline.LinesOfBlock({'C', 2}), (std::vector<int>{1, 2, 3}));
+  EXPECT_EQ(outline.LinesOfBlock({'F', 1}), (std::vector<int>{3}));
 }
 
 }  // namespace
