@@ -266,13 +266,17 @@ class Page {
 
 }  // namespace
 
-void ShowParts(const std::vector<LaidPart>& parts) {
+bool ShowParts(const std::vector<LaidPart>& parts) {
+  bool changed = false;
   for (const LaidPart& part : parts) {
     const bool shown =
         std::any_of(part.controls.begin(), part.controls.end(),
                     [](const BoundControl* control) { return control->Of().Visible; });
-    if (part.widget->isHidden() == shown) part.widget->setVisible(shown);
+    if (part.widget->isHidden() != shown) continue;
+    part.widget->setVisible(shown);
+    changed = true;
   }
+  return changed;
 }
 
 Laid LayOut(const std::vector<BoundControl*>& controls, int maxWidth, int maxHeight) {

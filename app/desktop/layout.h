@@ -23,8 +23,8 @@ struct Laid {
   std::function<void(const std::vector<BoundControl*>& cells)> addRow;
 };
 
-// Shows and hides the parts for their controls.
-void ShowParts(const std::vector<LaidPart>& parts);
+// Shows and hides the parts for their controls; returns whether any has changed.
+bool ShowParts(const std::vector<LaidPart>& parts);
 
 // Lays out all controls, each in one place, in their order. A page higher than `maxHeight` pixels
 // gets two columns if they fit into `maxWidth`.

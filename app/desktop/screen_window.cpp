@@ -228,6 +228,21 @@ void ScreenWindow::fitToScreen() {
   resize(wanted.boundedTo(room));
 }
 
+// Makes room for a page that has become higher: by groups that have appeared, or by texts that know
+// their width only when they are shown.
+void ScreenWindow::heighten() {
+  QWidget& page = *scroll_->widget();
+  for (const LaidPart& part : parts_) {
+    if (part.widget->layout() != nullptr) part.widget->layout()->activate();
+  }
+  page.layout()->activate();
+  const int before = std::exchange(pageHeight_, page.minimumSizeHint().height());
+  const int missing = pageHeight_ - scroll_->viewport()->height();
+  const int room = RoomFor(*this).height();
+  if (pageHeight_ <= before || missing <= 0 || height() >= room) return;
+  resize(width(), std::min(height() + missing, room));
+}
+
 // Groups that have appeared may be wider than those before.
 void ScreenWindow::widen() {
   const int missing = scroll_->widget()->minimumSizeHint().width() - scroll_->viewport()->width();
@@ -291,8 +306,9 @@ void ScreenWindow::read() {
     control->Read();
     stops += control->Stops().size();
   }
-  ShowParts(parts_);
+  const bool changed = ShowParts(parts_);
   widen();
+  if (opened_ && changed) heighten();
   if (stops != stops_.size()) watchStops();
   reading_ = false;
 }
@@ -333,6 +349,7 @@ void ScreenWindow::showEvent(QShowEvent* event) {
   QDialog::showEvent(event);
   if (opened_) return;
   opened_ = true;
+  heighten();
   if (!waiting_.empty()) adding_.start();
   for (const auto& control : controls_) {
     if (!control->Of().Usable() || !isReachable(control->Stop())) continue;

@@ -75,6 +75,7 @@ class ScreenWindow final : public QDialog, private ControlWindow {
   void end(void (Screen::*way)());
   [[nodiscard]] QSize sizeOfAll() const;
   void fitToScreen();
+  void heighten();
   void widen();
 
   Screen& screen_;
@@ -95,6 +96,7 @@ class ScreenWindow final : public QDialog, private ControlWindow {
   bool reading_ = false;
   bool acting_ = false;
   bool opened_ = false;
+  int pageHeight_ = 0;  // that the window had room for
   bool covered_ = false;
 };
 
