@@ -26,18 +26,5 @@ TEST_F(ChannelChartTest, SingleEndedThenDifferentialLeavesAGap) {
   EXPECT_EQ(Shown(graph, "SE40"), "TK40M 1");
 }
 
-TEST_F(ChannelChartTest, ManualBlocksMayOverlapAndExceedPanel) {
-  store->Config.AutoChan = kFalse;
-  StartChans starts;
-  starts.Temp[1] = 2;
-  starts.Volt[1] = 3;
-  starts.Volt[2] = 40;
-  frmLogGraph graph(context, {{{{1, "Diff"}}, {{2, "SE"}, {3, "SE"}}, {}}, starts});
-  EXPECT_EQ(Shown(graph, "SE2"), "free");
-  EXPECT_EQ(Shown(graph, "SE3"), "TBlk1(1), VBlk1(1)");
-  EXPECT_EQ(Shown(graph, "SE4"), "TBlk1(1), VBlk1(2)");
-  EXPECT_EQ(Shown(graph, "SE40"), "VBlk2(1)");
-}
-
 }  // namespace
 }  // namespace ostrand

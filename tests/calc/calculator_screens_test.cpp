@@ -34,30 +34,5 @@ TEST_F(CalculatorScreens, FlowKeepsUneditedMembers) {
   EXPECT_FALSE(screen.Answer()->offset);
 }
 
-TEST_F(CalculatorScreens, EquivalentSwitchesStayUnchanged) {
-  store->SpeedCalc.MKSSpd = -1;
-  store->SpeedCalc.UseMins = -1;
-  frmSpdCalc screen(context);
-  EXPECT_EQ(Shown(screen, "MKSSpd") + Shown(screen, "UseMins"), "Metricon");
-  Check(screen, "UseMins", false);
-  Check(screen, "UseMins", true);
-  screen.Done();
-  EXPECT_EQ(store->SpeedCalc.MKSSpd, -1);
-  EXPECT_EQ(store->SpeedCalc.UseMins, 1);
-}
-
-TEST_F(CalculatorScreens, CaptionsNameTheUnitOfTheInput) {
-  const auto caption = [](const Screen& screen, std::string_view control) {
-    return screen.Find(control)->Caption;
-  };
-  EXPECT_EQ(caption(frmCalcmVPerVolt(context, false), "mVOut"), "Output V (mV)");
-  EXPECT_EQ(caption(frmCalcmVPerVolt(context, true), "mVOut"), "Output V (volts)");
-  frmSpdCalc speed(context);
-  Pick(speed, "MKSSpd", "Metric");
-  EXPECT_EQ(caption(speed, "WheelSize"), "Wheel size (cm)");
-  Pick(speed, "MKSSpd", "English");
-  EXPECT_EQ(caption(speed, "WheelSize"), "Wheel size (inches)");
-}
-
 }  // namespace
 }  // namespace ostrand

@@ -173,29 +173,5 @@ TEST(Answers, HandBackTheNumberShown) {
   EXPECT_EQ(NumberHandedBack(""), kKeeps);
 }
 
-TEST(SourceKinds, LabelTheInputAxis) {
-  const struct {
-    InputAxis axis;
-    std::string_view label, units;
-  } cases[] = {
-      {InputAxisOf("Volts"), "Input mV", "mVolts"},
-      {InputAxisOf("TK40M"), "Input mV", "mVolts"},
-      {InputAxisOf("TK40M", true), "", "Degs C"},
-      {InputAxisOf("HVolt"), "Input V", "Volts"},
-      {InputAxisOf("Isolated"), "Input V", "Volts"},
-      {InputAxisOf("Brdg"), "Input mV/V", "mVolts/Volt"},
-      {InputAxisOf("Brdg", false, true), "Input V/V", "Volts/Volt"},
-      {InputAxisOf("Pulse"), "Input Hz", "Hertz"},
-      {InputAxisOf("Totalize"), "Input", "Counts"},
-      {InputAxisOf("Filt"), "Input mV", "mVolts"},
-      {InputAxisOf("Temp"), "", "Degs C"},
-      {InputAxisOf("FieldGrid"), "", ""},
-  };
-  for (const auto& [axis, label, units] : cases) {
-    EXPECT_EQ(axis.label, label);
-    EXPECT_EQ(axis.units, units);
-  }
-}
-
 }  // namespace
 }  // namespace ostrand

@@ -224,35 +224,6 @@ TEST_F(PickScreen, ItemOfTheProjectSurvivesItsList) {
   EXPECT_EQ(list.Value().Items[0].Config.DataID(), "&HABC");
 }
 
-TEST_F(CanScreens, ViewedProjectStaysUnchanged) {
-  giveItems(2);
-  store->Can.Item[1].DataResolution = "FP2";
-  // Values outside the lists of the screen.
-  CanItemData& item = store->Can.Item[2];
-  item.DataStyle = 19;
-  item.ItemMessageType = 2;
-  item.DataResolution = "LONG";
-  item.Enabled = -1;
-  item.Public = 1;
-  item.DefaultMult = 1.23456789e-7F;
-  item.RxTimeout = -5;
-  item.DataId = "&hzz";
-  store->Can.Module[1].CanBaud = 9;
-  store->Can.Module[1].CanDataIDType = 3;
-  store->Can.Module[1].CanBusEnabled = 1;
-  store->Can.Module[1].CanNaNOldData = 1;
-  const std::string before = project();
-  auto screen = busScreen();
-  pick(*screen, "Item", "2: Item2");
-  EXPECT_EQ(shown(*screen, "DataType"), "");
-  for (Control* control : screen->Controls()) screen->MoveFocus(control);
-  host.scenes = {[](Screen& advanced) { advanced.Done(); }};
-  press(*screen, "Advanced");
-  forms.ExpectBoxWith("CONTINUE WITH IMPROPER VALUES ?", "", Answer::kYes);
-  screen->Done();
-  EXPECT_EQ(project(), before);
-}
-
 // A session whose open dialog is recorded and cancelled.
 TEST(CanSession, PickListsAreLookedForInTheWorkFolder) {
   class Dialogs : public ScriptForms {

@@ -64,45 +64,6 @@ TEST_F(AliasesTest, FlagsOfTablesAreNotOffered) {
   }
 }
 
-// Any other setting is a reason; the new one alone is not.
-TEST_F(AliasesTest, FlagNoticeIgnoresTheNewUser) {
-  const auto notice = [this](std::string_view user) {
-    forms.ExpectBox("FLAG INFORMATION",
-                    "JUST LETTING YOU KNOW.\r\nDuring program execution, the state of Flag(3"
-                    "may potentially be set by the following program configuration settings:\r\n" +
-                        std::string(user));
-  };
-  const auto blank = std::make_unique<ProjectStore>(*store);
-  const auto expectNotice = [&](std::string_view user, const std::function<void()>& set) {
-    *store = *blank;
-    set();
-    CheckFlagUsage(forms, *store, 3, user);  // no box
-    notice(user);
-    CheckFlagUsage(forms, *store, 3);
-  };
-  CheckFlagUsage(forms, *store, 3);  // no box
-  notice("Flags Setup");
-  store->Flags[3].FlagInclude = kTrue;
-  CheckFlagUsage(forms, *store, 3);
-  expectNotice(kScanBurstUser, [this] {
-    store->Scan.BurstMode = kTrue;
-    store->Scan.FlagScan = 3;
-  });
-  expectNotice(kStatusMonitorUser, [this] {
-    store->Config.MonitorPower[kMonitorStatus] = kTrue;
-    store->Config.StatusMonCount = 1;
-    store->Config.Status[1][4] = "3 T";
-  });
-  expectNotice(TableFlagUser(2, kTableFlags[1]), [this] { store->Tables[2].FlagMark = 3; });
-  const auto zeroedBy = [](auto& group) {
-    group.BlockCount = 2;
-    group[2].ZeroFlag = 3;
-  };
-  expectNotice(ZeroFlagUser(ORVUS_DOBJ_BLK_VOLT, 2), [&] { zeroedBy(store->VoltBlock); });
-  expectNotice(ZeroFlagUser(ORVUS_DOBJ_BLK_BRIDGE, 2), [&] { zeroedBy(store->BridgeBlock); });
-  expectNotice(ZeroFlagUser(ORVUS_DOBJ_BLK_TK40M, 2), [&] { zeroedBy(store->TK40MBlock); });
-}
-
 TEST_F(AliasesTest, FlagNoticeListsAllUsers) {
   store->Flags[3].FlagInclude = kTrue;
   store->Tables[2].FlagTable = 3;

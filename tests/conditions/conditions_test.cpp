@@ -170,55 +170,5 @@ TEST_F(ConditionsTest, RowIsComposedFromPicks) {
   EXPECT_EQ(set.Stored(1).Expression, "Flag(3) = False");
 }
 
-TEST_F(ConditionsTest, RowsFormTableWithReasonWhenDisabled) {
-  set.Load({}, 0, "");
-  use("Meas1", "Oil");
-  // An enabled control has no reason.
-  const auto expectFace = [this](std::string_view name, int row, std::string_view caption,
-                                 std::string_view whyDisabled) {
-    SCOPED_TRACE(name);
-    const Control& shownControl = control(screen, name);
-    EXPECT_EQ(shownControl.Group, "Conditions");
-    EXPECT_EQ(shownControl.Row, row);
-    EXPECT_EQ(shownControl.Caption, caption);
-    EXPECT_EQ(shownControl.Enabled ? "" : shownControl.WhyDisabled, whyDisabled);
-  };
-  expectFace("Value1", 1, "Value", "");
-  expectFace("Value10", 10, "Value", "Needs a measurement.");
-  expectFace("Grouping", 0, "Grouping of the conditions", "");
-  set.Enable(false, "Needs a dual trigger.");
-  expectFace("Meas1", 1, "Measurement", "Needs a dual trigger.");
-  expectFace("Compare10", 10, "Comparison", "Needs a dual trigger.");
-  expectFace("Grouping", 0, "Grouping of the conditions", "Needs a dual trigger.");
-  set.Enable(true, {});
-  use("Meas1", "(None)");
-  expectFace("Grouping", 0, "Grouping of the conditions", "Needs a condition.");
-}
-
-TEST_F(ConditionsTest, ViewedRowStaysUnchanged) {
-  const ConditionRow rows[] = {
-      {"Gone", 17, 30, -2.5F, "", "Gone ?? -2.5"},
-      {"", 0, 0, 0, "", "Flag(2) True"},
-      {"Oil", 4, 3, 1e7F, "", "VBlk1(2) < 1e+07"},
-      {"Flag(2)", 0, 0, 0, "", "Flag(2) = False"},
-  };
-  set.Load(rows, 4, "1 AND (2 OR 3)");
-  EXPECT_EQ(set.Count(), 4);
-  for (int n = 1; n <= 4; ++n) EXPECT_EQ(set.Stored(n), rows[n - 1]);
-  EXPECT_EQ(shown("Meas1"), "Gone");
-  EXPECT_EQ(shown("Value3"), "1e+07");
-  EXPECT_EQ(shown("Value4"), "False");
-  EXPECT_EQ(shown("Whole"), "(Gone ?? -2.5) AND ((Flag(2) True) OR (Oil < 1e+07))");
-  EXPECT_TRUE(set.Check());
-  EXPECT_EQ(screen.Focused(), nullptr);
-  set.Load(rows, 4, "1 AND 5");
-  forms.ExpectBoxWith("CONDITION NUMBER RANGE ERROR", "");
-  EXPECT_FALSE(set.Check());
-  EXPECT_EQ(screen.Focused(), &set.Grouping);
-  set.Load(rows, 4, "");
-  use("Meas1", "Oil");
-  EXPECT_EQ(shown("Compare1"), kTriggerCompares[0]);
-}
-
 }  // namespace
 }  // namespace ostrand

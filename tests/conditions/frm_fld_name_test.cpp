@@ -17,56 +17,12 @@ class FieldNamesTest : public testing::TableScreens {
   std::vector<RepAlias> rows = std::vector<RepAlias>(3, RepAlias{"", "", "", "", "0"});
 };
 
-// The last text of a row has a bit for each cell that was set by hand.
-TEST_F(FieldNamesTest, OnlyDifferencesFromDefaultAreStored) {
-  rows.insert(rows.end(), {{"Oil", "Bar", "0.1", "1e8", "7"}, {"A", "Bar", "3", "4", "7"}});
-  const auto form = open();
-  EXPECT_EQ(form->Caption, "FIELD NAMES (VBlk1)");
-  EXPECT_EQ(shown(*form, "AliasOffset4"), "1e+08");
-  EXPECT_EQ(form->Find("AliasOffset6"), nullptr);
-  type(*form, "AliasUnits1", "Bar");
-  type(*form, "AliasMult1", "0.50");
-  type(*form, "AliasMult1", "2.500");  // the default value in another form
-  type(*form, "AliasOffset2", "-3");
-  type(*form, "AliasName3", "9Oil Temp_2");
-  EXPECT_EQ(forms.beeps, 2) << "the digit and the blank";
-  type(*form, "AliasUnits5", "Volts");
-  press(*form, "Reset5");
-  EXPECT_EQ(rows[0].AliasUnits, "") << "before Done";
-  form->Done();
-  const std::vector<RepAlias> kept = {{"", "Bar", "", "", "1"},
-                                      {"", "", "", "-3", "4"},
-                                      {"OilTemp_2", "", "", "", "0"},
-                                      {"Oil", "Bar", "0.1", "1e8", "7"},  // as written
-                                      {"", "", "", "", "0"}};
-  EXPECT_EQ(rows, kept);
-}
-
 TEST_F(FieldNamesTest, StrainBlockNamesGaugeFactors) {
   EXPECT_EQ(open()->DefaultOffset.Group, "All offsets");
   const auto strain = open(ORVUS_DOBJ_BLK_BRIDGE, true);
   EXPECT_EQ(strain->DefaultOffset.Group, "All gauge factors");
   EXPECT_EQ(strain->Find("AliasGFactor3")->Caption, "GAUGE FACT");
   EXPECT_EQ(strain->Find("AliasGFactor3")->Row, 3);
-}
-
-TEST_F(FieldNamesTest, CalculatorAnswersForOneSensor) {
-  EXPECT_EQ((*open(ORVUS_DOBJ_BLK_BRIDGE, true))[2].Solve.WhyDisabled,
-            "No calculator finds a gauge factor.");
-  EXPECT_EQ((*open(ORVUS_DOBJ_BLK_QBCAN))[2].Solve.WhyDisabled,
-            "The values of a CAN item are scaled already.");
-  const auto form = open();
-  host.onShow = [](Screen& screen) {
-    if (screen.Name() == "frmSolveList") return testing::Press(screen, "MultOff");
-    EXPECT_EQ(testing::Shown(screen, "XAxis"), "Input mV");
-    testing::Type(screen, "YMax", "689.476");
-    testing::Type(screen, "XMax", "10");
-    testing::Type(screen, "Units", "PSI");
-    screen.Done();
-  };
-  EXPECT_TRUE(testing::Open(*form, "frmSolveList", "2"));
-  form->Done();
-  EXPECT_EQ(rows[1], (RepAlias{"", "PSI", "68.9476", "0", "7"}));
 }
 
 TEST(AliasRename, NamesMatchWholeWithTheirIndexAndAllAtOnce) {

@@ -171,48 +171,6 @@ TEST_F(ControlTest, UnitNamesBeginWithALetterAndLoseTheirBlanks) {
   EXPECT_EQ(forms.beeps, 2);
 }
 
-TEST_F(ControlTest, RefusesABracketWithItsReason) {
-  TextField field(screen, "Expression");
-  field.Text("a[");  // set by the screen: it stays
-  screen.MoveFocus(&field);
-  field.Key(']');  // all of it was selected
-  field.TypeText("[b[(1)");
-  EXPECT_EQ(field.Text(), "b(1)");
-  EXPECT_EQ(forms.beeps, 2);
-  ASSERT_FALSE(forms.helpLines.empty());
-  EXPECT_EQ(forms.helpLines.back(),
-            "A text can't hold \"[\": it begins a section of the project file.");
-}
-
-TEST_F(ControlTest, FacesGiveGroupCaptionKindAndReason) {
-  Label name1(screen, "Name1");
-  Label name12(screen, "Name12");
-  Label nameless(screen, "NameA");
-  CheckBox include2(screen, "Include2");
-  Choice mode(screen, "Mode");
-  mode.Caption = "Mode";
-  mode.WhyDisabled = "Set by the screen";
-  constexpr Face kFaces[] = {
-      {"Name#", "Names", "Name", ControlKind::kFigure},
-      {"Name12", "Last", "Last name"},
-      {"Include#", "CAO#", "CAO", {}, "Needs a free channel"},
-      {"Mode", "Modes"},
-      {"NotMade", "Modes", "Other"},
-  };
-  Describe(screen, kFaces);
-  const auto faceOf = [](const Control& control) {
-    return control.Group + "|" + std::to_string(control.Row) + "|" + control.Caption + "|" +
-           control.WhyDisabled;
-  };
-  EXPECT_EQ(faceOf(name1), "Names|1|Name|");
-  EXPECT_EQ(faceOf(name12), "Last|0|Last name|");
-  EXPECT_EQ(faceOf(nameless), "|0||");
-  EXPECT_EQ(faceOf(include2), "CAO2|0|CAO|Needs a free channel");
-  EXPECT_EQ(faceOf(mode), "Modes|0|Mode|Set by the screen");
-  EXPECT_EQ(name1.Kind(), ControlKind::kFigure);
-  EXPECT_EQ(include2.Kind(), ControlKind::kCheck);
-}
-
 TEST_F(ControlTest, OnlyVerbsFireAndOnlyOnChange) {
   Choice choice(screen, "Range");
   choice.SetItems({"  50 mV", "Auto", "20 mV"});

@@ -3,8 +3,6 @@
 #include "logger/config_moment.h"
 #include "logger/frm_config.h"
 #include "logger/frm_execute.h"
-#include "logger/frm_flags.h"
-#include "logger/frm_ports.h"
 #include "support/table_screens_fixture.h"
 
 namespace ostrand {
@@ -28,35 +26,6 @@ TEST_F(ConfigScreens, DefaultTripLevelOverridesFile) {
   EXPECT_FALSE(usable(screen, "BattTripVolts"));
   screen.Done();
   EXPECT_EQ(store->Config.BattTripVolts, 11.5F);
-}
-
-TEST_F(ConfigScreens, ViewedSettingsStayUnchanged) {
-  Configuration& config = store->Config;
-  config.MonitorPower[kMonitorBattery] = config.MonitorPower[kMonitorPowerControl] = kTrue;
-  config.PowerOffMeasVar = "BattVolt";
-  config.PowerOffCompare = 4;
-  config.PowerOffValue = 10.8F;
-  config.PowerOffLine = "If BattVolt < 10.8 Then";
-  config.PowerOffMins = 1;
-  config.PowerOnMins = 2;
-  store->Flags[1].FlagInclude = kTrue;
-  store->Flags[1].State[1] = {"VBlk1(3)", 1, 5, "VBlk1(3) <> 5"};
-  store->Flags[1].State[2] = {"VBlk1(3)", 3, 5, "VBlk1(3) >= 5"};
-  const Configuration before = config;
-  const FlagControl flagBefore = store->Flags[1];
-  frmConfig screen(context);
-  EXPECT_EQ(shown(screen, "PowerOffCompare"), " <") << "the line decides, not the code";
-  screen.Done();
-  EXPECT_EQ(config.PowerOffLine, before.PowerOffLine);
-  EXPECT_EQ(config.PowerOffCompare, before.PowerOffCompare);
-  frmFlags flags(context);
-  EXPECT_EQ(shown(flags, "State1FlagExpression1"), "VBlk1(3) <> 5");
-  EXPECT_EQ(shown(flags, "State2FlagCompare1"), " >=");
-  flags.Done();
-  for (int state : {1, 2}) {
-    EXPECT_EQ(store->Flags[1].State[state].FlagExpression, flagBefore.State[state].FlagExpression);
-    EXPECT_EQ(store->Flags[1].State[state].FlagCompare, flagBefore.State[state].FlagCompare);
-  }
 }
 
 TEST_F(ConfigScreens, StatusRowIsVariableAtOnce) {
@@ -93,25 +62,6 @@ TEST_F(ConfigScreens, BufferBeyondTheMemoryFlashes) {
   EXPECT_FALSE(screen.BufferBytes.Flashes);
   type(screen, "BufferScans", "83334");
   EXPECT_TRUE(screen.BufferBytes.Flashes);
-}
-
-TEST_F(ConfigScreens, PortsReportRequiredMode) {
-  frmPorts screen(context);
-  const auto whyNot = [&screen](std::string_view name) {
-    const Control& used = *screen.Find(name);
-    return used.Enabled ? std::string() : used.WhyDisabled;
-  };
-  pick(screen, "ByteMode", "Bit-Write");
-  for (const std::string_view name : {"Include9", "State2MeasureVar9", "BinaryMask3"}) {
-    EXPECT_EQ(whyNot(name), "Needs the port mode Byte.") << name;
-  }
-  EXPECT_EQ(whyNot("State1MeasureVar3"), "");
-  EXPECT_EQ(whyNot("State1Compare3"), "Needs a measurement.");
-  pick(screen, "ByteMode", "Byte");
-  for (const std::string_view name : {"Include3", "State1MeasureVar3", "State1Compare3"}) {
-    EXPECT_EQ(whyNot(name), "Needs the port mode Bit-Write.") << name;
-  }
-  EXPECT_EQ(whyNot("Include9"), "");
 }
 
 }  // namespace

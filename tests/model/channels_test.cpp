@@ -199,22 +199,6 @@ class ChannelsOfAProject : public testing::Test {
   ProjectStore& store = *owned;
 };
 
-TEST_F(ChannelsOfAProject, CountBlocksInUseOnly) {
-  store.BridgeBlock.BlockCount = 2;
-  store.BridgeBlock[1].Reps = 3;
-  store.BridgeBlock[1].ExciteReps = 2;
-  store.BridgeBlock[1].Style = 1;
-  store.BridgeBlock[2].Reps = 1;
-  store.BridgeBlock[2].MeasType = "SE";
-  store.BridgeBlock[2].Style = 4;
-  store.BridgeBlock[2].CheckCAO = kTrue;
-  store.BridgeBlock[3].Reps = 5;  // beyond the count
-  const Blocks bridges = ChannelBlocksOf(store.BridgeBlock);
-  EXPECT_EQ(LiveBridgeCount(bridges), 12 + 2);
-  EXPECT_EQ(ExciteSwitched(bridges), 3);
-  EXPECT_EQ(CAOPortsTaken(bridges), 1);
-}
-
 TEST_F(ChannelsOfAProject, SwitchToAutomaticSelectionCountsAllRows) {
   store.TempBlock[7].Reps = 8;  // whatever the counts are
   store.VoltBlock[1].Reps = 10;

@@ -104,35 +104,6 @@ TEST(OrvusData, CalculatesTimesOfMeasurementAndBlock) {
   }
 }
 
-TEST(OrvusData, FollowsTheScaleOfItsAnalogPart) {
-  const struct {
-    const char* units;
-    float mult, offset;
-  } cases[] = {
-      {"Deg_C", 1, 0}, {"Rankine", 1.8F, 491.72F}, {"Kelvin", 1, 273.16F}, {"Deg_F", 1.8F, 32}};
-  const auto data = dataOf(ORVUS_DOBJ_BLK_TK40M);
-  for (const auto& c : cases) {
-    data->Analog()->TempScaleUnits(c.units);
-    EXPECT_EQ(data->DefaultUnits, c.units);
-    EXPECT_EQ(data->DefaultMult, c.mult);
-    EXPECT_EQ(data->DefaultOffset, c.offset);
-  }
-  data->DefaultMult = 3;
-  data->Analog()->TempScale(ORVUS_TEMPSCALE_F);  // no change, so the user's value stays
-  EXPECT_EQ(data->DefaultMult, 3);
-  data->Analog()->InputRange = "200 mV";
-  data->Analog()->MeasureType(ORVUS_MEASURE_VOLT);
-  EXPECT_EQ(data->DefaultUnits, "mVolts");
-  EXPECT_EQ(data->DefaultMult, 1);
-  EXPECT_EQ(data->DefaultOffset, 0);
-  EXPECT_EQ(data->Analog()->TempScaleUnits(), "");
-  EXPECT_EQ(data->Analog()->InputRange, "50 mV");
-  data->Analog()->ZeroFlag = 3;
-  data->Analog()->MeasureType(ORVUS_MEASURE_TC);
-  EXPECT_EQ(data->Analog()->ZeroFlag, 0);
-  EXPECT_EQ(data->DefaultUnits, "Deg_F");
-}
-
 TEST(OrvusData, CloneListensToItsOwnAnalogPart) {
   cAnalogConfig part;
   int calls = 0;

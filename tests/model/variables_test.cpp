@@ -84,21 +84,6 @@ TEST_F(Variables, ListsAllKindsInOrder) {
   EXPECT_EQ(namesOf(VarPickList(store)), "ReadPort " + rest);
 }
 
-TEST_F(Variables, FindsNameAndElement) {
-  useEverything();
-  const VarPickList list(store);
-  for (const char* name : {"oil", "TBLK1(2)", " TBlk1(1) ", "Load", "BBlk1(1)", "VBlk2", "VBlk2(1)",
-                           "wheel(2)", "Flag(8)"}) {
-    EXPECT_TRUE(list.Holds(name)) << name;
-  }
-  for (const char* name :
-       {"", "TBlk1", "TBlk1(3)", "BBlk1", "VBlk1", "Wheel", "Gone", "Flag(9)", "Excite1", "TRef"}) {
-    EXPECT_FALSE(list.Holds(name)) << name;
-  }
-  EXPECT_TRUE(list.HoldsAnyWith("tblk1("));
-  EXPECT_FALSE(list.HoldsAnyWith("TBlk2("));
-}
-
 TEST_F(Variables, KindsHaveNames) {
   EXPECT_EQ(VariableKindName(1024), "Filter Voltage Blocks");
   EXPECT_EQ(VariableKindName(262144), "CANBUS Items");

@@ -92,17 +92,5 @@ TEST_F(TableSetupTest, MediaHaveTheirSpace) {
   EXPECT_EQ(shown(times, "Buffer"), "?");
 }
 
-TEST_F(TableSetupTest, RecordsOfAnUneditedTimeStay) {
-  OutputTable& table = store->Tables[1];
-  table.SyncTable = kFalse;
-  table.OutInt = 746;
-  table.OutIntUnits = ORVUS_TBLTIME_DAYS;
-  table.Buffer = 1216633596;
-  TableObjects tables = TableObjectsOf(*store);
-  frmTableTimes times(context, {tables, 1});
-  times.Done();
-  EXPECT_EQ(tables[1].NumRecs, 1216633596);
-}
-
 }  // namespace
 }  // namespace ostrand

@@ -49,23 +49,6 @@ TEST_F(OutputBoxesTest, UnavailableHistogramCanBeUnchecked) {
   EXPECT_FALSE(IsUsable(screen, "Hst"));
 }
 
-TEST_F(OutputBoxesTest, SampleReplacesOutputsInAllTables) {
-  output.OutputSelect[1][kStdDev] = 1;
-  output.OutputSelect[3][kAverage] = 1;
-  output.OutputSelect[4][kMaximum] = 1;
-  boxes.Show(output);
-  EXPECT_TRUE(boxes.SampleInstead({kAverage, kStdDev}));
-  boxes.Offer(kAverage, "No average.");
-  for (const int t : {1, 3}) {
-    EXPECT_EQ(output.OutputSelect[t][kSample], 1) << t;
-    EXPECT_EQ(output.OutputSelect[t][kAverage] + output.OutputSelect[t][kStdDev], 0) << t;
-  }
-  EXPECT_EQ(output.OutputSelect[4][kSample], 0);
-  EXPECT_FALSE(IsUsable(screen, "Avg"));
-  EXPECT_EQ(screen.Find("Avg")->WhyDisabled, "No average.");
-  EXPECT_FALSE(boxes.SampleInstead({kAverage, kStdDev})) << "one notice";
-}
-
 TEST_F(OutputBoxesTest, SingleValuesAreEditedAsACopyUnderTheirTitles) {
   struct Case {
     SingleValue value;
@@ -98,31 +81,6 @@ TEST_F(OutputBoxesTest, SingleValuesAreEditedAsACopyUnderTheirTitles) {
     EXPECT_EQ(form.Result(), ModalResult::kDone);
     EXPECT_EQ(row.kept.OutputSelect[3][kMinimum], 1);
     EXPECT_EQ(row.kept.OutputSelect[1][kMinimum], 0);
-  }
-}
-
-// Outputs that the project file cannot store are not offered.
-TEST_F(OutputBoxesTest, SingleValuesOfferStorableOutputs) {
-  struct Offer {
-    SingleValue value;
-    i16 readMode;
-    std::string_view usable;  // of the boxes
-  };
-  constexpr Offer kOffers[] = {{SingleValue::kPanelRef, 0, "Smp Max Min Avg Std "},
-                               {SingleValue::kTK40MRef, 0, "Smp Max Min Avg Std "},
-                               {SingleValue::kBatteryVolts, 0, "Smp Max Min Avg Std Hst RFH "},
-                               {SingleValue::kPortBytes, 1, "Smp Max Min Avg Std Hst "},
-                               {SingleValue::kPortBytes, 0, ""}};
-  for (const Offer& offer : kOffers) {
-    PortSlot& slot = store->Ports.Slot[0];
-    slot.ReadMode = offer.readMode;
-    slot.Ports[kPorts].Include = kTrue;
-    frmPortTables form(context, ValueOutputsRequest{offer.value});
-    std::string usable;
-    for (const CheckBox& box : form.Output.Boxes) {
-      if (box.Usable()) usable += box.Name() + " ";
-    }
-    EXPECT_EQ(usable, offer.usable);
   }
 }
 

@@ -98,25 +98,6 @@ TEST(UnifiedDiff, MakesTheNewTextOfTheOld) {
   }
 }
 
-TEST(UnifiedDiff, KeepsWhatIsCommon) {
-  std::string before;
-  std::string after;
-  for (int line = 0; line < 1000; ++line) {
-    before += NumberText(line) + "\n";
-    if (line % 10 != 0) after += NumberText(line) + "\n";
-    if (line % 10 == 5) after += "new\n";
-  }
-  const std::string diff = UnifiedDiff("a", before, "b", after);
-  int removed = 0;
-  int added = -1;  // the name in the head
-  for (std::size_t at = 0; (at = diff.find('\n', at)) + 1 < diff.size(); ++at) {
-    removed += diff[at + 1] == '-' ? 1 : 0;
-    added += diff[at + 1] == '+' ? 1 : 0;
-  }
-  EXPECT_EQ(removed, 100);
-  EXPECT_EQ(added, 100);
-}
-
 // Beyond the limit of the search the rest counts as changed.
 TEST(UnifiedDiff, EndsForTextsWithNothingInCommon) {
   std::string before;

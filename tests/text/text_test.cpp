@@ -92,19 +92,6 @@ TEST(LateRow, KeepsWrittenElements) {
   }
 }
 
-TEST(LateRow, ResetKeepsEarlierElements) {
-  static const std::string blank = "b";
-  Letters row;
-  row[3] = "three";
-  row.Reset(blank, 3);
-  EXPECT_EQ(shown(row), ",,b,b,3");
-  Letters untouched;
-  untouched.Reset(blank, 3);
-  EXPECT_EQ(shown(untouched), ",,b,b,2");
-  untouched.Reset(blank, 5);
-  EXPECT_EQ(shown(untouched), ",,b,b,2");
-}
-
 TEST(LateRow, AssignmentMovesNoElement) {
   static const std::string blank = "b";
   Letters row;
@@ -128,21 +115,6 @@ TEST(LateRow, AssignmentMovesNoElement) {
   EXPECT_EQ(&third, &copy[3]);
   EXPECT_EQ(shown(copy), "b,b,three,four,4");
   EXPECT_EQ(shown(longer), "b,b,three,b,3");
-}
-
-TEST(LateRow, ComparesElements) {
-  static const std::string blank = "b";
-  Letters row;
-  Letters other;
-  EXPECT_EQ(row, other);
-  other[2] = "";
-  EXPECT_EQ(row, other);
-  other.Reset(blank, 4);
-  EXPECT_NE(row, other);
-  row[4] = "b";
-  EXPECT_EQ(row, other);
-  row[2] = "x";
-  EXPECT_NE(row, other);
 }
 
 // ---- Numbers
