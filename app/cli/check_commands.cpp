@@ -61,12 +61,16 @@ FileFindings programFindings(const std::string& file) {
   platform::PosixFileSystem files;
   FileFindings found;
   found.file = file == "-" ? "standard input" : file;
+  found.opened = false;
   const auto bytes = file == "-" ? ReadInput() : files.Read(file);
-  found.opened = static_cast<bool>(bytes);
-  if (bytes) {
-    found.findings = ProgramFindings(bytes.Value());
-  } else {
+  if (!bytes) {
     ReportError(bytes.ErrorText());
+  } else if (bytes.Value().starts_with("[GEN VERSION]")) {
+    ReportError(found.file + ": is a project, not a program; shown by: ostrand check " +
+                found.file);
+  } else {
+    found.opened = true;
+    found.findings = ProgramFindings(bytes.Value());
   }
   return found;
 }

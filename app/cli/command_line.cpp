@@ -98,7 +98,9 @@ bool takeSend(CommandLine& line, std::string_view value) {
   if (host.starts_with('[') && host.ends_with(']')) host = host.substr(1, host.size() - 2);
   line.sendHost = host;
   line.sendPort = value.substr(at + 1);
-  return !host.empty();
+  // A port has a number or a name.
+  const std::optional<double> port = ToDouble(line.sendPort);
+  return !host.empty() && (!port || (*port >= 1 && *port <= 65535));
 }
 
 bool takeCompiler(CommandLine& line, std::string_view value) {
@@ -250,8 +252,9 @@ std::string unknownOption(const CommandRow& command, const std::string& name) {
 }
 
 std::string valueFault(const OptionRow& option, std::string_view name, std::string_view value) {
-  return std::string(name) + " takes " + std::string(option.value) + ", not \"" +
-         std::string(value) + "\"";
+  const std::string takes =
+      option.id == kJobs ? "a number from 0 to " + NumberText(kMaxJobs) : std::string(option.value);
+  return std::string(name) + " takes " + takes + ", not \"" + std::string(value) + "\"";
 }
 
 // Takes one option, moving on to its value; what is wrong with it, or nothing.
@@ -307,9 +310,15 @@ bool valueFollows(std::string_view argument) {
 // What is wrong with the number of words, or nothing.
 std::string wordsFault(const CommandRow& command, const CommandLine& line) {
   if (line.help || line.version) return {};
+  if (line.toStandardOutput && (line.check || line.diff || line.dryRun)) {
+    return "-o - prints a file; --check, --diff and --dry-run print none";
+  }
   if (line.words.size() < command.minWords) return std::string(command.missing);
   if (line.words.size() <= command.maxWords) return {};
-  if (command.maxWords == 1) return std::string(command.name) + " takes one file";
+  if (command.maxWords == 1) {
+    return std::string(command.name) +
+           (command.wordsAreFiles ? " takes one file" : " takes one word");
+  }
   return "too many arguments: " + std::string(line.words[command.maxWords]);
 }
 
@@ -317,6 +326,7 @@ std::string wordsFault(const CommandRow& command, const CommandLine& line) {
 
 std::string ReadArguments(const CommandRow& command, std::span<const std::string_view> arguments,
                           CommandLine& line) {
+  line.command = command.name;
   line.takesFolders = (command.options & kRecursive) != 0;
   bool optionsEnded = false;
   for (std::size_t at = 0; at < arguments.size(); ++at) {

@@ -58,6 +58,7 @@ enum class Outputs {
 
 // The help of each option describes it.
 struct CommandLine {
+  std::string_view command;             // its name
   std::vector<std::string_view> words;  // not options; project files for most commands
   std::string outputFolder;             // with its separator; empty: beside the project
   bool toStandardOutput = false;

@@ -27,7 +27,9 @@ std::unique_ptr<ProjectStore> newProject() {
 std::optional<std::string> projectText(platform::FileSystem& files, std::string_view path) {
   const auto store = newProject();
   if (path != kNoFile) {
-    const auto bytes = files.Read(path);
+    std::string name(path);
+    if (!files.Taken(name) && files.Taken(name + ".VKG")) name += ".VKG";
+    const auto bytes = path == "-" ? ReadInput() : files.Read(name);
     if (!bytes) {
       ReportError(bytes.ErrorText());
       return std::nullopt;
@@ -91,6 +93,9 @@ ExitCode Differ(const CommandLine& line) {
   platform::PosixFileSystem files;
   // One project alone is compared with a new one.
   const bool alone = line.words.size() == 1;
+  if (!alone && line.words[0] == "-" && line.words[1] == "-") {
+    return WrongUsage("standard input can be one of the projects only", "diff");
+  }
   const auto before = projectText(files, alone ? kNoFile : line.words[0]);
   const auto after = projectText(files, alone ? line.words[0] : line.words[1]);
   if (!before || !after) return kFault;

@@ -52,15 +52,22 @@ bool keepSection(Sections& sections, std::string_view wanted) {
 
 // Keeps the keys of a name. One without indices means all its rows.
 bool keepKeys(Section& section, std::string_view wanted) {
+  const std::string_view bare = Before(wanted, "(");
   std::vector<std::string_view> names;
-  for (const Key& key : section.keys) names.push_back(Before(key.name, "("));
-  names.erase(std::unique(names.begin(), names.end()), names.end());
+  std::vector<std::string_view> rows;  // of that name
+  for (const Key& key : section.keys) {
+    const std::string_view name = Before(key.name, "(");
+    if (SameText(name, bare)) rows.push_back(key.name);
+    if (std::find(names.begin(), names.end(), name) == names.end()) names.push_back(name);
+  }
   std::erase_if(section.keys, [&](const Key& key) {
     return !SameText(key.name, wanted) && !SameText(Before(key.name, "("), wanted);
   });
   if (!section.keys.empty()) return true;
-  ReportError("[" + std::string(section.name) + "] has no key " + std::string(wanted) +
-              DidYouMean(Before(wanted, "("), names));
+  std::string but = DidYouMean(bare, names);
+  if (!rows.empty()) but = ", but " + std::string(rows.front());
+  if (rows.size() > 1) but += " to " + std::string(rows.back());
+  ReportError("[" + std::string(section.name) + "] has no key " + std::string(wanted) + but);
   return false;
 }
 

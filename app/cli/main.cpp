@@ -48,7 +48,12 @@ ExitCode ostrandMain(std::vector<std::string_view> arguments) {
   if (!named && (holds("--version") || holds("-V"))) return show(VersionText());
   const bool help = named ? arguments[at] == "help" : holds("--help") || holds("-h");
   if (help && at + 1 >= arguments.size()) return show(GeneralHelp(Commands()));
-  if (!named) return WrongUsage("missing command", "");
+  if (!named) {
+    const bool strange = !arguments.empty() && !help;
+    return WrongUsage(strange ? "missing command after " + std::string(arguments.back())
+                              : std::string("missing command"),
+                      "");
+  }
 
   const std::string_view name = help ? arguments[at + 1] : arguments[at];
   const CommandRow* command = findCommand(name);

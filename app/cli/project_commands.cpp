@@ -134,7 +134,10 @@ ExitCode Summary(const CommandLine& line) {
 
 ExitCode Resave(const CommandLine& line) { return ForEachProject(line, resave); }
 
-ExitCode StartNew(const CommandLine& line) { return ForEachProject(line, startNew); }
+ExitCode StartNew(const CommandLine& line) {
+  if (line.words.front() == "-") return WrongUsage("new takes a file, not standard input", "new");
+  return ForEachProject(line, startNew);
+}
 
 ExitCode Recover(const CommandLine& line) { return ForEachProject(line, recoverProject); }
 

@@ -201,7 +201,7 @@ RunResult runWords(const CommandLine& line, std::span<const std::string_view> wo
     adjusted.toStandardOutput = true;
   }
   if (adjusted.toStandardOutput && found.files.size() > 1) {
-    return {WrongUsage("standard output takes one file", ""), {}};
+    return {WrongUsage("standard output takes one file", line.command), {}};
   }
   RunResult result;
   result.code = kFault;

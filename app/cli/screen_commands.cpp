@@ -124,7 +124,9 @@ ExitCode WriteScript(const CommandLine& line) {
   bool cancelled = false;
   wanted.OpenFile(line.words[0], cancelled);
   if (cancelled) {
-    for (const WriterForms::Box& box : wantedForms.Boxes()) ReportError(box.text);
+    for (const WriterForms::Box& box : wantedForms.Boxes()) {
+      ReportError(std::string(line.words.front()) + ": " + box.title + ": " + box.text);
+    }
     ReportInterrupted(wanted);
     return kFault;
   }

@@ -440,6 +440,13 @@ void addBlockTimes(LintFindings& findings, const ProjectStore& store) {
 }
 
 void addLinesNotRead(LintFindings& findings, const ORVUS_GENFILE::ReadReport& report) {
+  if (report.noSection) {
+    LintFinding finding =
+        notice(kCodeLineNotRead, "The file has no section of a project; all is as in a new one");
+    finding.severity = Severity::kWarning;
+    finding.line = 1;
+    findings.push_back(std::move(finding));
+  }
   for (const ORVUS_GENFILE::SkippedLine& line : report.first) {
     LintFinding finding = notice(kCodeLineNotRead, SkippedLineText(line));
     finding.line = line.number;

@@ -19,6 +19,7 @@ struct ReadReport {
   static constexpr int kMaxShown = 5;
   int skipped = 0;
   std::vector<SkippedLine> first;  // up to kMaxShown of them
+  bool noSection = false;          // the file has no section of a project
 };
 
 // "3 lines were not read", then one line for each that is shown; lines end in CR LF except the

@@ -609,6 +609,7 @@ class LineReader {
 
   void Read(std::string_view rest) {
     mark_ = nextMark(rest);
+    report_.noSection = true;
     while (!rest.empty()) {
       const std::string_view line = TakeLine(rest);
       ++number_;
@@ -630,6 +631,7 @@ class LineReader {
     const std::size_t equals = line.find('=');
     if (holdsMark(line)) {
       section_ = findSection(line);
+      if (section_) report_.noSection = false;
       if (section_ == Section::kTcRef) sawTcRef_ = true;
       if (!section_ && !version) {
         skip(line, equals < line.find(kSectionMark) ? kMarkInText : kNoSection);

@@ -60,6 +60,12 @@ TEST_F(CliFindings, LintChecksAProgramAlone) {
   EXPECT_TRUE(Holds(outcome.out, ": error: X is not declared [undeclared-name]\n")) << outcome.out;
   EXPECT_TRUE(
       Holds(RunOstrand({"lint", "none.VKP", "--format=json"}, here).out, "\"opened\": false"));
+  EXPECT_EQ(RunOstrand({"lint", "rig.VKG"}, here).err,
+            "ostrand: rig.VKG: is a project, not a program; shown by: ostrand check rig.VKG\n");
+  WriteDisk(folder / "empty.VKG", "");
+  EXPECT_EQ(RunOstrand({"check", "-q", "empty.VKG"}, here).out,
+            "empty.VKG:1: warning: The file has no section of a project; all is as in a new one "
+            "[line-not-read]\n");
 }
 
 TEST_F(CliFindings, GenerateWarnsAndRefusesOnRequest) {
