@@ -1,21 +1,15 @@
 // From each finding of the checks to the control that sees to it.
 #include <gtest/gtest.h>
 
-#include <QTimer>
 #include <set>
 
-#include "main_window.h"
 #include "model/defaults.h"
-#include "model/new_store.h"
 #include "pages/checks_page.h"
 #include "projectfile/genfile.h"
 #include "screen_window.h"
 #include "screens/setup_screens.h"
-#include "support/fixed_clock.h"
-#include "support/memory_filesystem.h"
 #include "support/project_cases.h"
 #include "support/project_random.h"
-#include "support/test_surroundings.h"
 #include "text/strings.h"
 #include "texts.h"
 #include "window_session.h"
@@ -49,8 +43,7 @@ class EachFinding : public testing::WindowTest {
 
   void click(int row, const ScreenPlace& place) {
     bool came = false;
-    QTimer timer;
-    QObject::connect(&timer, &QTimer::timeout, &timer, [&] {
+    const testing::EachTurn looker([&] {
       desktop::ScreenWindow* screen = window_.OpenScreen();
       if (screen == nullptr || window_.IsGuiding()) return;
       if (!came) {
@@ -68,7 +61,6 @@ class EachFinding : public testing::WindowTest {
       }
       screen->reject();
     });
-    timer.start(0);
     emit window_.Checks()->itemDoubleClicked(window_.Checks()->topLevelItem(row), 1);
     const int button = ButtonOfScreen(place.steps.front().screen);
     // Otherwise the help line says why not.

@@ -93,7 +93,22 @@ QString cutText(const QWidget& widget) {
   return {};
 }
 
-TEST_P(Looks, NothingIsCutOff) {
+void expectNothingCovered(const ScreenWindow& window) {
+  const QWidget* page = window.findChild<QScrollArea*>()->widget();
+  std::vector<std::pair<std::string, QRect>> places;
+  for (const auto& control : window.Controls()) {
+    const QWidget* widget = control->Widget();
+    if (!widget->isVisible()) continue;
+    const QRect place(widget->mapTo(page, QPoint(0, 0)), widget->size());
+    EXPECT_TRUE(page->rect().contains(place)) << control->Of().Name();
+    for (const auto& [name, other] : places) {
+      if (place.intersects(other)) ADD_FAILURE() << control->Of().Name() << " and " << name;
+    }
+    places.emplace_back(control->Of().Name(), place);
+  }
+}
+
+TEST_P(Looks, NothingIsCutOffOrCovered) {
   const std::size_t screens = visitAll([](const ScreenWindow& window) {
     EXPECT_LE(window.frameGeometry().width(), 1024);
     EXPECT_LE(window.frameGeometry().height(), 768);
@@ -115,25 +130,9 @@ TEST_P(Looks, NothingIsCutOff) {
           << widget->metaObject()->className() << ' ' << widget->width() << 'x' << widget->height()
           << ' ' << widget->sizeHint().width() << 'x' << widget->sizeHint().height();
     }
+    expectNothingCovered(window);
   });
   EXPECT_GE(screens, 15U);
-}
-
-TEST_P(Looks, NothingCoversAnother) {
-  visitAll([](const ScreenWindow& window) {
-    const QWidget* page = window.findChild<QScrollArea*>()->widget();
-    std::vector<std::pair<std::string, QRect>> places;
-    for (const auto& control : window.Controls()) {
-      const QWidget* widget = control->Widget();
-      if (!widget->isVisible()) continue;
-      const QRect place(widget->mapTo(page, QPoint(0, 0)), widget->size());
-      EXPECT_TRUE(page->rect().contains(place)) << control->Of().Name();
-      for (const auto& [name, other] : places) {
-        if (place.intersects(other)) ADD_FAILURE() << control->Of().Name() << " and " << name;
-      }
-      places.emplace_back(control->Of().Name(), place);
-    }
-  });
 }
 
 INSTANTIATE_TEST_SUITE_P(All, Looks,

@@ -3,86 +3,36 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
-#include <QAction>
-#include <QApplication>
 #include <QDropEvent>
 #include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMenu>
-#include <QMessageBox>
 #include <QMimeData>
 #include <QStatusBar>
 #include <QTabWidget>
 #include <QTest>
 #include <QTextBlock>
 #include <QTextBrowser>
-#include <QTimer>
 #include <filesystem>
 #include <optional>
 
 #include "contrast.h"
 #include "help_window.h"
-#include "main_window.h"
-#include "model/new_store.h"
 #include "open_lock.h"
 #include "platform/posix/posix_filesystem.h"
 #include "recovery.h"
 #include "script/screen_catalog.h"
 #include "session/settings.h"
-#include "support/fixed_clock.h"
 #include "support/listener.h"
-#include "support/memory_filesystem.h"
 #include "support/stand_ins.h"
 #include "support/temp_folder.h"
-#include "support/test_surroundings.h"
 #include "texts.h"
+#include "window_session.h"
 
 namespace ostrand {
 namespace {
 
 const std::string kExample = OSTRAND_SOURCE_DIR "/examples/building-climate.VKG";
-
-// Answers the boxes that come, in their order, and keeps their texts. A box without an answer is
-// left by Escape and fails the test.
-class Answers : public QObject {
- public:
-  Answers() { startTimer(0); }
-  ~Answers() override { EXPECT_TRUE(captions.empty()) << captions.front().toStdString(); }
-  Answers(const Answers&) = delete;
-  Answers& operator=(const Answers&) = delete;
-
-  QStringList captions;
-  QString otherwise;  // the answer when there are no more
-  QStringList titles;
-  QString text;  // of the last box
-
- protected:
-  void timerEvent(QTimerEvent*) override {
-    auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-    if (box == nullptr) return;
-    titles.append(box->windowTitle());
-    text = box->text();
-    const QString caption = captions.empty() ? otherwise : captions.takeFirst();
-    for (QAbstractButton* button : box->buttons()) {
-      if (button->text().remove('&') == caption) return button->click();
-    }
-    ADD_FAILURE() << "no answer to " << box->windowTitle().toStdString() << ": "
-                  << box->text().toStdString();
-    box->reject();
-  }
-};
-
-// Reports that the time is asked for.
-class WatchedClock final : public testing::FixedClock {
- public:
-  std::function<void()> onNow;
-
-  platform::Moment Now() override {
-    if (const auto report = onNow) report();
-    return FixedClock::Now();
-  }
-};
 
 class Jobs : public ::testing::Test {
  protected:
@@ -106,19 +56,12 @@ class Jobs : public ::testing::Test {
     window_->Session().UserSettings().CompilerPath(OSTRAND_STAND_IN);
     window_->Session().UserSettings().WarningMessageMask(0);
   }
-  void trigger(const QString& text) {
-    for (QAction* action : window_->findChildren<QAction*>()) {
-      if (action->text().remove('&') == text && action->isEnabled()) return action->trigger();
-    }
-    ADD_FAILURE() << "no command " << text.toStdString();
-  }
+  void trigger(const QString& text) { testing::Trigger(*window_, text); }
   // The session then has its dirty flag.
   void leaveScreen() {
-    QTimer leaver;
-    QObject::connect(&leaver, &QTimer::timeout, &leaver, [this] {
+    const testing::EachTurn leaver([this] {
       if (window_->OpenScreen() != nullptr) window_->OpenScreen()->reject();
     });
-    leaver.start(0);
     QTest::mouseClick(window_->ButtonOf(kConfigurationButton), Qt::LeftButton);
   }
   void edit() {
@@ -133,7 +76,7 @@ class Jobs : public ::testing::Test {
   const std::string project_ = folder_ / "house.VKG";
   testing::Listener server_;
   platform::PosixFileSystem disk_{platform::Syncing::kOff};
-  WatchedClock clock_;
+  testing::FixedClock clock_;
   desktop::QtForms forms_;
   testing::MemorySettingsStore settings_;  // at the start
   QString recovery_;                       // folder of the copies; none if it is empty
@@ -147,7 +90,7 @@ class Jobs : public ::testing::Test {
 TEST_F(Jobs, SaveToTheFileOfTheProjectWithoutAsking) {
   open();
   edit();
-  const Answers nothingIsAsked;
+  const testing::Answers nothingIsAsked;
   trigger("Save");
   EXPECT_FALSE(window_->isWindowModified());
   EXPECT_EQ(window_->Notice()->Text(), "Saved " + QString::fromStdString(project_) + ".");
@@ -166,8 +109,7 @@ TEST_F(Jobs, AskAboutEditsBeforeTheProjectIsLeft) {
       open();
       if (screen) leaveScreen();
       edit();
-      Answers answers;
-      answers.captions = {answer};
+      testing::Answers answers({answer});
       EXPECT_EQ(window_->close(), answer != "Cancel");
       EXPECT_EQ(answers.titles, QStringList("QUIT GENERATOR"));
       const bool written = testing::ReadDisk(project_).find("H. Quistz") != std::string::npos;
@@ -175,25 +117,6 @@ TEST_F(Jobs, AskAboutEditsBeforeTheProjectIsLeft) {
     }
   }
 }
-
-// Gives the save dialogs these paths, one by one, and then leaves them.
-class Paths : public QObject {
- public:
-  explicit Paths(QStringList paths) : paths_(std::move(paths)) { startTimer(0); }
-  [[nodiscard]] bool AllUsed() const { return paths_.empty(); }
-
- protected:
-  void timerEvent(QTimerEvent*) override {
-    auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
-    if (dialog == nullptr) return;
-    if (paths_.empty()) return dialog->reject();
-    dialog->findChild<QLineEdit*>("fileNameEdit")->setText(paths_.takeFirst());
-    static_cast<QDialog*>(dialog)->accept();
-  }
-
- private:
-  QStringList paths_;
-};
 
 TEST_F(Jobs, ReplaceNoProjectThatAnotherWindowHas) {
   const std::string before = testing::ReadDisk(project_);
@@ -204,8 +127,7 @@ TEST_F(Jobs, ReplaceNoProjectThatAnotherWindowHas) {
   desktop::OpenLock another;
   ASSERT_EQ(other.Take(project_), desktop::OpenLock::State::kHeld);
   ASSERT_EQ(another.Take(folder_ / "other.VKG"), desktop::OpenLock::State::kHeld);
-  Answers answers;
-  answers.captions = {"Read only"};
+  testing::Answers answers({"Read only"});
   open();
   EXPECT_EQ(window_->windowTitle(), "house[*] (read only) - Ostrand");
   leaveScreen();
@@ -223,9 +145,16 @@ TEST_F(Jobs, ReplaceNoProjectThatAnotherWindowHas) {
 
   // The file dialog asks first whether a file is to be replaced.
   answers.captions = {"Yes", "OK", "Yes", "OK"};
-  const Paths paths({mine, QString::fromStdString(folder_ / "other.VKG"), free});
+  QStringList paths = {mine, QString::fromStdString(folder_ / "other.VKG"), free};
+  const testing::EachTurn inDialogs([&] {
+    auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+    if (dialog == nullptr) return;
+    if (paths.empty()) return dialog->reject();
+    dialog->findChild<QLineEdit*>("fileNameEdit")->setText(paths.takeFirst());
+    static_cast<QDialog*>(dialog)->accept();
+  });
   trigger("Save as...");
-  EXPECT_TRUE(paths.AllUsed());
+  EXPECT_TRUE(paths.empty());
   EXPECT_EQ(testing::ReadDisk(project_), before);
   EXPECT_EQ(testing::ReadDisk(folder_ / "other.VKG"), before);
   EXPECT_NE(testing::ReadDisk(folder_ / "free.VKG").find("H. Quistz"), std::string::npos);
@@ -239,8 +168,7 @@ TEST_F(Jobs, SaveAProjectThatTheOtherWindowHasGivenUp) {
     window_.reset();
     desktop::OpenLock other;
     ASSERT_EQ(other.Take(project_), desktop::OpenLock::State::kHeld);
-    Answers answers;
-    answers.captions = {"Read only"};
+    testing::Answers answers({"Read only"});
     open();
     answers.titles.clear();
     if (written) {
@@ -268,8 +196,7 @@ TEST_F(Jobs, RecoverNothingOverAProjectThatAnotherWindowHas) {
   origin.path = project_;
   EXPECT_TRUE(desktop::Recovery(recovery_).Keep(origin, work));
   start(disk_);
-  Answers answers;
-  answers.captions = {"Recover", "Read only"};
+  testing::Answers answers({"Recover", "Read only"});
   EXPECT_TRUE(window_->OfferUnsavedWork());
   EXPECT_EQ(window_->OperatorBox()->text(), "R. Quist");
   answers.titles.clear();
@@ -287,37 +214,17 @@ TEST_F(Jobs, AskForTheNameOfANewProjectInTheFolderOfTheSettings) {
   window_->StartNew();
   edit();
   QString folder;
-  QTimer canceller;
-  QObject::connect(&canceller, &QTimer::timeout, &canceller, [&] {
+  const testing::EachTurn canceller([&] {
     auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
     if (dialog == nullptr) return;
     folder = dialog->directory().path() + '/';
     dialog->reject();
   });
-  canceller.start(0);
-  Answers noCompiler;
-  noCompiler.captions = {"No"};
+  testing::Answers noCompiler({"No"});
   trigger("Save");
   EXPECT_EQ(folder.toStdString(), folder_.Path());
   EXPECT_EQ(testing::ReadDisk(folder_ / "NoName.VKG"), "another project");
   EXPECT_TRUE(window_->isWindowModified());
-}
-
-TEST_F(Jobs, SayThatTheServerHasGone) {
-  open();
-  clock_.onNow = [&] {  // a save asks for the time, before anything is sent
-    if (!window_->Notice()->Text().startsWith("Connected")) return;
-    clock_.onNow = nullptr;
-    server_.DropPeer();
-  };
-  forms_.SaveAs(project_);
-  Answers answers;
-  answers.captions = {"OK"};  // a runtime failure
-  trigger("Save and send...");
-  EXPECT_TRUE(
-      window_->Notice()->Text().endsWith(" Not sent: " + QString::fromStdString(server_.Name()) +
-                                         ": the other side has closed the connection"))
-      << window_->Notice()->Text().toStdString();
 }
 
 TEST_F(Jobs, SayWhetherAProgramWasSent) {
@@ -353,8 +260,7 @@ TEST_F(Jobs, SayWhetherAProgramWasSent) {
     edit();
     if (!row.alias.empty()) store_->VoltBlock[2].Alias[1].AliasName = row.alias;
     forms_.SaveAs(project_);
-    Answers answers;
-    answers.captions = row.answers;
+    testing::Answers answers(row.answers);
     QTest::mouseClick(window_->ButtonOf(kSaveAndSendButton), Qt::LeftButton);
     EXPECT_EQ(window_->Notice()->Text().right(row.notice.size()), row.notice);
     const bool written = testing::ReadDisk(project_).find("H. Quistz") != std::string::npos;
@@ -376,8 +282,7 @@ TEST_F(Jobs, EndTheCompilerAtOnceWhenCancelled) {
   edit();
   int alive = 0;
   bool mayAct = true;
-  QTimer canceller;
-  QObject::connect(&canceller, &QTimer::timeout, &canceller, [&] {
+  testing::EachTurn canceller([&] {
     alive = testing::StandInsAlive();
     if (alive == 0 || !window_->Notice()->CancelButton()->isVisible()) return;
     canceller.stop();
@@ -386,7 +291,6 @@ TEST_F(Jobs, EndTheCompilerAtOnceWhenCancelled) {
     QTest::mouseClick(window_->Notice()->CancelButton(), Qt::LeftButton);
   });
   ::setenv("STAND_IN", "hang", 1);
-  canceller.start(0);
   trigger("Test compile");
   EXPECT_GT(alive, 0);
   EXPECT_FALSE(mayAct);
@@ -420,8 +324,7 @@ TEST_F(Jobs, StayUsableAfterAnInputThatIsNoProject) {
   };
   for (const Case& row : cases) {
     SCOPED_TRACE(row.name);
-    Answers answers;
-    answers.captions = {"OK"};
+    testing::Answers answers({"OK"});
     EXPECT_FALSE(window_->Open(folder_ / row.name));
     EXPECT_EQ(answers.titles, QStringList(row.title));
     EXPECT_TRUE(answers.text.endsWith(row.reason)) << answers.text.toStdString();
@@ -451,7 +354,7 @@ TEST_F(Jobs, KeepEditsWhenTheDiskIsFull) {
     disk.files = {{"/house.VKG", old}, {OSTRAND_STAND_IN, "a compiler without reports"}};
     testing::FaultyFileSystem faulty(disk, failAt, true);
     start(faulty);
-    Answers answers;
+    testing::Answers answers;
     answers.otherwise = "OK";
     const bool opened = window_->Open("/house.VKG");
     if (opened) {
@@ -505,8 +408,7 @@ TEST_F(Jobs, RememberTheWindowAndItsProjects) {
   start(disk_);
   EXPECT_EQ(window_->Pages()->currentIndex(), 0);
   EXPECT_LT(QApplication::font().pointSizeF(), large);
-  Answers answers;
-  answers.captions = {"OK"};
+  testing::Answers answers({"OK"});
   window_->StartNew();
   EXPECT_EQ(answers.titles, QStringList("SETTINGS"));
   EXPECT_FALSE(window_->ButtonOf(kSaveAndSendButton)->isEnabled());
@@ -517,6 +419,10 @@ TEST_F(Jobs, ShowWhatAProjectHas) {
   open();
   window_->StartNew();
   EXPECT_EQ(window_->Tree()->topLevelItemCount(), 1);
+  for (const int button : {kTK40MButton, kCanButton}) {
+    EXPECT_TRUE(window_->ButtonOf(button)->toolTip().endsWith(" first."));
+  }
+  EXPECT_FALSE(window_->ButtonOf(kVoltageButton)->toolTip().contains(" first."));
   MakeCatalogProject(*store_);
   store_->CalcFields.CalcFieldCount = 1;
   store_->CalcFields.Field[1].CalcField[1] = "Sum";
@@ -552,39 +458,36 @@ TEST_F(Jobs, ShowWhatAProjectHas) {
             "Calculated fields\n Sum = a+b\nCAN items\n Item 1\n");
 }
 
-TEST_F(Jobs, GoFromTheTreeToASensor) {
+TEST_F(Jobs, GoFromTheTreeToASensorAndOpenAFileThatIsDropped) {
   open();
   const std::string& alias = store_->VoltBlock[1].Alias[2].AliasName;
   const auto found = window_->Tree()->findItems(QString::fromStdString(alias),
                                                 Qt::MatchRecursive | Qt::MatchExactly);
   ASSERT_EQ(found.size(), 1);
   std::string focused;
-  QTimer watcher;
-  QObject::connect(&watcher, &QTimer::timeout, &watcher, [&] {
+  const testing::EachTurn watcher([&] {
     desktop::ScreenWindow* screen = window_->OpenScreen();
     if (screen == nullptr || window_->IsGuiding()) return;
     const Control* control = screen->Shown().Focused();
     if (focused.empty() && control != nullptr) focused = screen->Shown().Name() + control->Name();
     screen->reject();
   });
-  watcher.start(0);
   window_->Tree()->setFocus();
   window_->Tree()->setCurrentItem(found.front());
   QTest::keyClick(window_->Tree(), Qt::Key_Return);
   EXPECT_EQ(focused, "frmFldNameAliasName2");
   EXPECT_TRUE(window_->Tree()->hasFocus());
-}
 
-TEST_F(Jobs, SayWhyAButtonIsDisabled) {
-  settings_.sections.clear();
-  open();
   window_->StartNew();
-  for (const int button : {kTK40MButton, kCanButton, kSaveAndSendButton}) {
-    const QPushButton* widget = window_->ButtonOf(button);
-    EXPECT_FALSE(widget->isEnabled());
-    EXPECT_TRUE(widget->toolTip().endsWith(" first.")) << widget->toolTip().toStdString();
-  }
-  EXPECT_FALSE(window_->ButtonOf(kVoltageButton)->toolTip().contains(" first."));
+  QMimeData files;
+  files.setUrls({QUrl::fromLocalFile(QString::fromStdString(project_))});
+  QDragEnterEvent enter({5, 5}, Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(&*window_, &enter);
+  EXPECT_TRUE(enter.isAccepted());
+  QDropEvent drop({5, 5}, Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(&*window_, &drop);
+  QCoreApplication::processEvents();
+  EXPECT_EQ(window_->windowTitle(), "house[*] - Ostrand");
 }
 
 // On the desktop of a small laptop.
@@ -609,20 +512,6 @@ TEST_F(Jobs, CutNoTextOfTheMainRow) {
   }
 }
 
-TEST_F(Jobs, OpenAFileThatIsDropped) {
-  open();
-  window_->StartNew();
-  QMimeData files;
-  files.setUrls({QUrl::fromLocalFile(QString::fromStdString(project_))});
-  QDragEnterEvent enter({5, 5}, Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
-  QApplication::sendEvent(&*window_, &enter);
-  EXPECT_TRUE(enter.isAccepted());
-  QDropEvent drop({5, 5}, Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
-  QApplication::sendEvent(&*window_, &drop);
-  QCoreApplication::processEvents();
-  EXPECT_EQ(window_->windowTitle(), "house[*] - Ostrand");
-}
-
 TEST_F(Jobs, ShowTheGuideAndLeaveByEscape) {
   open();
   QTest::keyClick(&*window_, Qt::Key_F1);
@@ -630,38 +519,15 @@ TEST_F(Jobs, ShowTheGuideAndLeaveByEscape) {
   ASSERT_NE(guide, nullptr);
   EXPECT_TRUE(guide->Browser()->toPlainText().contains("VK7300"));
   int pictures = 0;
-  const QTextDocument* text = guide->Browser()->document();
-  for (QTextBlock block = text->begin(); block.isValid(); block = block.next()) {
-    for (auto at = block.begin(); !at.atEnd(); ++at) {
-      const QTextImageFormat picture = at.fragment().charFormat().toImageFormat();
-      if (!picture.isValid()) continue;
-      ++pictures;
-      EXPECT_FALSE(QImage(":/help/" + picture.name()).isNull()) << picture.name().toStdString();
-      EXPECT_LE(picture.width(), guide->Browser()->viewport()->width());
-      EXPECT_GT(picture.width(), guide->Browser()->viewport()->width() / 2);
-    }
+  for (const QTextFormat& format : guide->Browser()->document()->allFormats()) {
+    if (!format.isImageFormat()) continue;
+    ++pictures;
+    EXPECT_FALSE(QImage(":/help/" + format.toImageFormat().name()).isNull());
+    EXPECT_LE(format.toImageFormat().width(), guide->Browser()->viewport()->width());
   }
   EXPECT_GE(pictures, 7) << "a page each, and a screen";
   QTest::keyClick(&*window_, Qt::Key_Escape);
   EXPECT_FALSE(window_->isVisible());
-}
-
-// Every command has its key or its letter in its menu, and no two have the same.
-TEST_F(Jobs, HaveADifferentKeyForEachCommand) {
-  open();
-  QSet<QString> keys;
-  QSet<QString> letters;
-  for (const QAction* action : window_->findChildren<QAction*>()) {
-    const QString key = action->shortcut().toString();
-    EXPECT_FALSE(!key.isEmpty() && keys.contains(key)) << key.toStdString();
-    keys.insert(key);
-    const auto* menu = qobject_cast<QMenu*>(action->parent());
-    const qsizetype at = action->text().indexOf('&');
-    if (menu == nullptr || at < 0) continue;
-    const QString letter = menu->title() + action->text()[at + 1].toUpper();
-    EXPECT_FALSE(letters.contains(letter)) << action->text().toStdString();
-    letters.insert(letter);
-  }
 }
 
 // ---- Colours ------------------------------------------------------------------------------------
@@ -669,7 +535,7 @@ TEST_F(Jobs, HaveADifferentKeyForEachCommand) {
 TEST(Contrasts, AreEnoughToRead) {
   EXPECT_NEAR(desktop::Contrast(Qt::black, Qt::white), 21, 0.01);
   EXPECT_EQ(desktop::Readable(Qt::black, Qt::white), QColor(Qt::black));
-  for (int text = 0; text < 4096; text += 7) {
+  for (int text = 0; text < 4096; text += 31) {
     for (int back = 0; back < 4096; back += 61) {
       const QColor background((back >> 8) * 17, (back >> 4 & 15) * 17, (back & 15) * 17);
       const QColor color((text >> 8) * 17, (text >> 4 & 15) * 17, (text & 15) * 17);

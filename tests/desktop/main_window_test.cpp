@@ -4,18 +4,15 @@
 #include <gtest/gtest.h>
 
 #include <QAction>
+#include <QCheckBox>
 #include <QClipboard>
 #include <QComboBox>
-#include <QFileDialog>
 #include <QLineEdit>
 #include <QMenu>
-#include <QMessageBox>
 #include <QPlainTextEdit>
-#include <QPrintDialog>
 #include <QProcess>
 #include <QPushButton>
 #include <QRegularExpression>
-#include <QScrollBar>
 #include <QSet>
 #include <QTabWidget>
 #include <QTemporaryDir>
@@ -24,22 +21,17 @@
 #include <QTextEdit>
 #include <QTimer>
 #include <QTreeWidget>
-#include <QWheelEvent>
 #include <csignal>
 
 #include "contrast.h"
 #include "documents/rich_text.h"
-#include "model/new_store.h"
 #include "pages/checks_page.h"
 #include "pages/program_page.h"
 #include "platform/posix/posix_filesystem.h"
 #include "recovery.h"
 #include "report/print_panel.h"
 #include "report/report.h"
-#include "support/fixed_clock.h"
-#include "support/memory_filesystem.h"
 #include "support/temp_folder.h"
-#include "support/test_surroundings.h"
 #include "texts.h"
 #include "window_session.h"
 
@@ -92,10 +84,21 @@ TEST_F(Main, ShowsAProject) {
 }
 
 // "**File > Save** (Ctrl+S)" is a command of the menu File with that key.
-TEST_F(Main, HasTheCommandsThatTheGuideNames) {
+TEST_F(Main, HasTheCommandsOfTheGuideEachWithItsOwnKey) {
   const QString guide =
       QString::fromStdString(testing::ReadDisk(OSTRAND_SOURCE_DIR "/docs/desktop.md")).simplified();
   static const QRegularExpression named("\\*\\*([^*]+)\\*\\*(?: \\((Ctrl[^)]*|F[0-9]+)\\))?");
+  QSet<QString> taken;  // no two commands have the same key, or letter of a menu
+  for (const QAction* action : window_.findChildren<QAction*>()) {
+    const auto* menu = qobject_cast<const QMenu*>(action->parent());
+    const qsizetype at = action->text().indexOf('&');
+    QStringList names = {action->shortcut().toString()};
+    if (menu != nullptr && at >= 0) names += menu->title() + action->text()[at + 1].toUpper();
+    for (const QString& name : names) {
+      EXPECT_TRUE(name.isEmpty() || !taken.contains(name)) << name.toStdString();
+      taken.insert(name);
+    }
+  }
   int commands = 0;
   for (auto found = named.globalMatch(guide); found.hasNext();) {
     const QRegularExpressionMatch match = found.next();
@@ -119,32 +122,7 @@ TEST_F(Main, HasTheCommandsThatTheGuideNames) {
   EXPECT_EQ(window_.ButtonOf(kSaveAndSendButton)->text().indexOf("&D"), 12);
 }
 
-// From a page, by the search, and with a screen open already.
-TEST_F(Main, GoesToTheFieldOfAFinding) {
-  ASSERT_TRUE(window_.Open(kProject));
-  store_->VoltBlock[2].Alias[1].AliasName = "HallRH";
-  window_.Pages()->setCurrentIndex(5);
-  bool came = false;
-  QTimer timer;
-  QObject::connect(&timer, &QTimer::timeout, &timer, [&] {
-    desktop::ScreenWindow* screen = window_.OpenScreen();
-    if (screen == nullptr || window_.IsGuiding()) return;
-    const Control* focused = screen->Shown().Focused();
-    came = came || (focused != nullptr && focused->Name() == "AliasName1" &&
-                    screen->Shown().Name() == "frmFldName");
-    if (came) window_.Go({{{"frmFlags"}}, {}});  // does nothing
-    screen->reject();
-  });
-  timer.start(0);
-  QTreeWidget* checks = window_.Checks();
-  checks->setFocus();
-  checks->setCurrentItem(checks->topLevelItem(0));
-  QTest::keyClick(checks, Qt::Key_Return);
-  EXPECT_TRUE(came);
-  EXPECT_EQ(window_.OpenScreen(), nullptr);
-}
-
-TEST_F(Main, LeadsFromABlockInTheTreeToItsLinesAndBack) {
+TEST_F(Main, LeadsFromABlockInTheTreeToItsLinesAndBackAndMarksThem) {
   ASSERT_TRUE(window_.Open(kProject));
   window_.Pages()->setCurrentIndex(3);
   auto* text = dynamic_cast<desktop::ProgramText*>(window_.findChild<QPlainTextEdit*>());
@@ -165,34 +143,18 @@ TEST_F(Main, LeadsFromABlockInTheTreeToItsLinesAndBack) {
   EXPECT_TRUE(line().contains("VRNG2") || line().contains("VREP2")) << line().toStdString();
   select("HallRH");
   EXPECT_TRUE(line().startsWith("Const VRNG1")) << line().toStdString();
-  for (int at = 1; at <= text->blockCount(); ++at) {
-    text->GoTo(at);
-    if (line().startsWith("Const VRNG2")) break;
-  }
+  for (int row = 1; !line().startsWith("Const VRNG2"); ++row) text->GoTo(row);
   EXPECT_EQ(window_.Tree()->Selected(), (ProgramBlock{'V', 2}));
   EXPECT_TRUE(window_.Tree()->currentItem()->text(0).startsWith("Block 2: "));
   EXPECT_TRUE(line().startsWith("Const VRNG2")) << "the cursor stays where the user has set it";
-}
-
-TEST_F(Main, MarksLinesOfTheProgramUntilTheProjectIsReadAgain) {
-  ASSERT_TRUE(window_.Open(kProject));
+  const int at = text->Line();
+  EXPECT_EQ(text->MarkOf(at), desktop::LineMark::kNone);
+  store_->VoltBlock[2].RangeNo = 7;
+  window_.Pages()->setCurrentIndex(0);
   window_.Pages()->setCurrentIndex(3);
-  const auto* text = dynamic_cast<desktop::ProgramText*>(window_.findChild<QPlainTextEdit*>());
-  ASSERT_NE(text, nullptr);
-  const auto marks = [&] {
-    window_.Pages()->setCurrentIndex(0);
-    window_.Pages()->setCurrentIndex(3);
-    int count = 0;
-    for (int line = 1; line <= text->blockCount(); ++line) {
-      if (text->MarkOf(line) != desktop::LineMark::kNone) ++count;
-    }
-    return count;
-  };
-  EXPECT_EQ(marks(), 0);
-  store_->VoltBlock[2].SettleTime = 350;
-  EXPECT_EQ(marks(), 1);
+  EXPECT_EQ(text->MarkOf(at), desktop::LineMark::kChanged);
   ASSERT_TRUE(window_.Open(kProject));
-  EXPECT_EQ(marks(), 0);
+  EXPECT_EQ(text->MarkOf(at), desktop::LineMark::kNone);
 }
 
 TEST_F(Main, MarksOnlyWhatASaveWouldChange) {
@@ -213,6 +175,7 @@ TEST_F(Main, MarksOnlyWhatASaveWouldChange) {
   EXPECT_TRUE(window_.isWindowModified());
   QTest::keyClick(window_.OperatorBox(), Qt::Key_Backspace);
   EXPECT_FALSE(window_.isWindowModified());
+  EXPECT_TRUE(window_.close()) << "asks only for edits";
 }
 
 TEST_F(Main, CanBeReadButNotUsedWhileAScreenIsOpen) {
@@ -239,16 +202,9 @@ TEST_F(Main, CanBeReadButNotUsedWhileAScreenIsOpen) {
     window_.Pages()->setCurrentIndex(3);
     auto* program = window_.findChild<QPlainTextEdit*>();
     EXPECT_TRUE(program->isEnabled());
-    program->verticalScrollBar()->setValue(0);
-    const QPoint center = program->viewport()->rect().center();
-    QWheelEvent down(center, program->viewport()->mapToGlobal(center), {}, QPoint(0, -120),
-                     Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
-    QApplication::sendEvent(program->viewport(), &down);
-    EXPECT_GT(program->verticalScrollBar()->value(), 0);
-    QTest::mouseDClick(program->viewport(), Qt::LeftButton, {}, QPoint(20, 8));
+    QTest::keyClick(program, Qt::Key_A, Qt::ControlModifier);
     QTest::keyClick(program, Qt::Key_C, Qt::ControlModifier);
-    EXPECT_EQ(QApplication::clipboard()->text(), program->textCursor().selectedText());
-    EXPECT_NE(QApplication::clipboard()->text(), "");
+    EXPECT_EQ(QApplication::clipboard()->text(), program->toPlainText());
     EXPECT_TRUE(screen.isVisible());
   });
   EXPECT_TRUE(window_.ButtonOf(kVoltageButton)->hasFocus()) << "where it was";
@@ -275,97 +231,54 @@ TEST_F(Main, PaintsTheBoxWithTheFocusInTheColourOfTheHighlight) {
       desktop::kMinContrast);
 }
 
-QAction* actionOf(const QWidget& window, const QString& text) {
-  for (QAction* action : window.findChildren<QAction*>()) {
-    if (action->text().remove('&') == text) return action;
-  }
-  ADD_FAILURE() << "no action " << text.toStdString();
-  return nullptr;
-}
-
-// The panel of File, Print and export; the session shows it and takes it away.
-TEST_F(Main, ExportsFromThePrintPanel) {
-  ASSERT_TRUE(window_.Open(kProject));
-  int step = 0;
-  QTimer timer;
-  QObject::connect(&timer, &QTimer::timeout, &timer, [&] {
-    QWidget* top = QApplication::activeModalWidget();
-    if (auto* panel = dynamic_cast<desktop::PrintPanel*>(top); panel != nullptr && step == 0) {
-      ++step;
-      EXPECT_TRUE(window_.Session().PrintPanelShown());
-      EXPECT_FALSE(window_.MayAct());
-      panel->ExportButton()->click();
-    } else if (auto* dialog = qobject_cast<QFileDialog*>(top); dialog != nullptr && step == 1) {
-      ++step;
-      dialog->findChild<QLineEdit*>()->setText(QStringLiteral("/report.csv"));
-      static_cast<QDialog*>(dialog)->accept();
-    }
-  });
-  timer.start(0);
-  actionOf(window_, QStringLiteral("Print and export..."))->trigger();
-  EXPECT_EQ(step, 2);
-  EXPECT_EQ(window_.Notice()->Text(), "Written: /report.csv");
-  EXPECT_TRUE(files_.files["/report.csv"].starts_with("Table,Name,No.,"));
-  EXPECT_FALSE(window_.Session().PrintPanelShown());
-  EXPECT_TRUE(window_.MayAct());
-  EXPECT_TRUE(window_.ButtonOf(kVoltageButton)->isEnabled());
-  EXPECT_FALSE(window_.isWindowModified());
-}
-
-// As a user without a printer does, into a file.
-TEST_F(Main, PrintsFromThePrintPanel) {
+// The panel of File, Print and export; the session shows it and takes it away. Prints as a user
+// without a printer does, into a file.
+TEST_F(Main, PrintsAndExportsFromThePrintPanel) {
   ASSERT_TRUE(window_.Open(kProject));
   const testing::TempFolder folder;
-  const QString path = QString::fromStdString(folder / "printed.pdf");
-  int step = 0;
-  QTimer timer;
-  QObject::connect(&timer, &QTimer::timeout, &timer, [&] {
-    QWidget* top = QApplication::activeModalWidget();
-    if (auto* panel = dynamic_cast<desktop::PrintPanel*>(top); panel != nullptr && step == 0) {
-      ++step;
-      panel->Paper()->setCurrentText("Letter");
-      panel->PrintButton()->click();
-    } else if (auto* dialog = qobject_cast<QPrintDialog*>(top); dialog != nullptr && step == 1) {
-      ++step;
-      auto* name = dialog->findChild<QLineEdit*>("filename");
-      if (name == nullptr) return dialog->reject();
-      name->setText(path);
-      dialog->accept();
-    }
-  });
-  timer.start(0);
-  actionOf(window_, QStringLiteral("Print and export..."))->trigger();
-  ASSERT_EQ(step, 2);
-  EXPECT_EQ(window_.Notice()->Text(), "Printed.");
-  ASSERT_TRUE(QFile::exists(path));
-  const std::string printed = testing::ReadDisk(path.toStdString());
-  EXPECT_TRUE(printed.starts_with("%PDF-"));
-  EXPECT_NE(printed.find("/MediaBox [0 0 612"), std::string::npos);
+  const std::string printed = folder / "printed.pdf";
+  for (const bool prints : {false, true}) {
+    int step = 0;
+    const testing::EachTurn user([&] {
+      QWidget* top = QApplication::activeModalWidget();
+      auto* panel = dynamic_cast<desktop::PrintPanel*>(top);
+      auto* dialog = qobject_cast<QDialog*>(top);
+      if (panel != nullptr && step == 0) {
+        ++step;
+        EXPECT_TRUE(window_.Session().PrintPanelShown());
+        EXPECT_FALSE(window_.MayAct());
+        panel->Paper()->setCurrentText("Letter");
+        for (const desktop::ReportPartRow& row : desktop::kReportParts)
+          panel->Box(row.part)->click();
+        EXPECT_FALSE(panel->PrintButton()->isEnabled() || panel->ExportButton()->isEnabled());
+        panel->Box(desktop::ReportPart::kProgram)->click();
+        (prints ? panel->PrintButton() : panel->ExportButton())->click();
+      } else if (panel == nullptr && dialog != nullptr && step == 1) {
+        ++step;
+        auto* name = dialog->findChild<QLineEdit*>(prints ? "filename" : "fileNameEdit");
+        if (name == nullptr) return dialog->reject();
+        name->setText(prints ? QString::fromStdString(printed) : QStringLiteral("/report.csv"));
+        dialog->accept();
+      }
+    });
+    testing::Trigger(window_, "Print and export...");
+    EXPECT_EQ(step, 2);
+    EXPECT_EQ(window_.Notice()->Text(), prints ? "Printed." : "Written: /report.csv");
+    EXPECT_FALSE(window_.Session().PrintPanelShown());
+    EXPECT_TRUE(window_.MayAct());
+    EXPECT_TRUE(window_.ButtonOf(kVoltageButton)->isEnabled());
+    EXPECT_FALSE(window_.isWindowModified());
+  }
+  EXPECT_TRUE(files_.files["/report.csv"].starts_with("Table,Name,No.,"));
+  const std::string pdf = testing::ReadDisk(printed);
+  EXPECT_TRUE(pdf.starts_with("%PDF-"));
+  EXPECT_NE(pdf.find("/MediaBox [0 0 612"), std::string::npos);
   desktop::ReportOptions options;
   options.paper = QPageSize::Letter;
+  options.parts = {desktop::ReportPart::kProgram};
   const std::string exported = desktop::ReportPdf(window_.Session(), *store_, options);
-  const auto pages = [](const std::string& pdf) { return pdf.substr(pdf.find("/Count "), 10); };
-  EXPECT_EQ(pages(printed), pages(exported));
-  if (const char* kept = std::getenv("OSTRAND_KEEP_PRINT")) QFile::copy(path, kept);
-}
-
-// Presses a button of the next box with that title.
-void answerNext(const QString& title, const QString& caption, bool& asked) {
-  auto* timer = new QTimer;
-  QObject::connect(timer, &QTimer::timeout, [=, &asked] {
-    auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-    if (box == nullptr) return;
-    timer->deleteLater();
-    timer->stop();
-    EXPECT_EQ(box->windowTitle(), title);
-    asked = true;
-    for (QAbstractButton* button : box->buttons()) {
-      if (button->text().remove('&') == caption) return button->click();
-    }
-    ADD_FAILURE() << "no button " << caption.toStdString();
-    box->reject();
-  });
-  timer->start(0);
+  const auto pages = [](const std::string& file) { return file.substr(file.find("/Count "), 10); };
+  EXPECT_EQ(pages(pdf), pages(exported));
 }
 
 // Adds a block and leaves by Done.
@@ -380,19 +293,20 @@ TEST_F(Main, UndoesAScreenByItsName) {
   openBy(kVoltageButton, addBlock);
   EXPECT_EQ(store_->VoltBlock.BlockCount, blocks + 1);
   EXPECT_TRUE(window_.isWindowModified());
-  actionOf(window_, "Undo Voltages")->trigger();
+  testing::Trigger(window_, "Undo Voltages");
   EXPECT_EQ(store_->VoltBlock.BlockCount, blocks);
   EXPECT_FALSE(window_.isWindowModified());
-  actionOf(window_, "Redo Voltages")->trigger();
+  testing::Trigger(window_, "Redo Voltages");
   EXPECT_EQ(store_->VoltBlock.BlockCount, blocks + 1);
   EXPECT_TRUE(window_.isWindowModified());
-  bool asked = false;
-  answerNext("QUIT GENERATOR", "No", asked);
-  actionOf(window_, "New")->trigger();
-  EXPECT_TRUE(asked);
+  {
+    const testing::Answers answers({"No"});
+    testing::Trigger(window_, "New");
+    EXPECT_EQ(answers.titles, QStringList("QUIT GENERATOR"));
+  }
   EXPECT_EQ(store_->VoltBlock.BlockCount, 0);
   EXPECT_FALSE(window_.isWindowModified());
-  actionOf(window_, "Undo New")->trigger();
+  testing::Trigger(window_, "Undo New");
   EXPECT_EQ(store_->VoltBlock.BlockCount, blocks + 1);
   EXPECT_EQ(window_.windowTitle(), "house[*] - Ostrand");
   EXPECT_TRUE(window_.isWindowModified());
@@ -416,35 +330,14 @@ TEST_F(Main, ReadsAFileAgainThatAnotherProgramHasChanged) {
     ASSERT_TRUE(window_.Open(kProject));
     if (row.edited) openBy(kVoltageButton, addBlock);
     files_.files[kProject] = changed;
-    bool asked = false;
-    if (row.edited) answerNext("PROJECT CHANGED", row.answer, asked);
+    const testing::Answers answers(row.edited ? QStringList(row.answer) : QStringList());
     QEvent activated(QEvent::ActivationChange);
     QApplication::sendEvent(&window_, &activated);
     QCoreApplication::processEvents();
-    EXPECT_EQ(asked, row.edited);
+    EXPECT_EQ(answers.titles, row.edited ? QStringList("PROJECT CHANGED") : QStringList());
     EXPECT_EQ(window_.OperatorBox()->text(), row.user);
     EXPECT_EQ(files_.files[kProject], changed) << "nothing is written";
   }
-}
-
-TEST_F(Main, AsksOnlyForEditsBeforeItCloses) {
-  ASSERT_TRUE(window_.Open(kProject));
-  openBy(kFlagsButton, [](desktop::ScreenWindow& screen) { screen.reject(); });
-  EXPECT_TRUE(window_.close());
-}
-
-TEST_F(Main, StaysUsableAfterAProjectThatIsNotThere) {
-  ASSERT_TRUE(window_.Open(kProject));
-  bool asked = false;
-  QTimer::singleShot(0, &window_, [&] {
-    auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-    ASSERT_NE(box, nullptr);
-    asked = box->windowTitle() == "FILE NOT FOUND";
-    QTest::keyClick(box, Qt::Key_Return);
-  });
-  EXPECT_FALSE(window_.Open("/missing.VKG"));
-  EXPECT_TRUE(asked);
-  EXPECT_TRUE(window_.ButtonOf(kVoltageButton)->isEnabled());
 }
 
 TEST_F(Main, MovesBetweenItsBoxesByTheArrows) {
@@ -457,48 +350,6 @@ TEST_F(Main, MovesBetweenItsBoxesByTheArrows) {
   QTest::keyClick(window_.OperatorBox(), Qt::Key_Down);
   QTest::keyClick(window_.NumberBox(), Qt::Key_Down);
   EXPECT_TRUE(window_.ButtonOf(kConfigurationButton)->hasFocus());
-}
-
-TEST_F(Main, HasADifferentKeyForEachCommand) {
-  QSet<QString> keys;
-  for (const QAction* action : window_.findChildren<QAction*>()) {
-    const QString key = action->shortcut().toString();
-    EXPECT_FALSE(!key.isEmpty() && keys.contains(key)) << key.toStdString();
-    keys.insert(key);
-  }
-}
-
-TEST_F(Main, FollowsADarkDesktop) {
-  ASSERT_TRUE(window_.Open(kProject));
-  const QPalette usual = QApplication::palette();
-  QApplication::setPalette(QPalette(QColor(40, 40, 40)));
-  QCoreApplication::processEvents();
-  const auto* summary = window_.findChild<desktop::SummaryPage*>();
-  EXPECT_LT(summary->palette().color(QPalette::Base).lightness(), 100);
-  QApplication::setPalette(usual);
-}
-
-// As a user with these settings starts it.
-TEST(StartedWindow, TakesTheSettingsOfItsUser) {
-  const QTemporaryDir folder;
-  testing::MemoryFileSystem files;
-  testing::FixedClock clock;
-  desktop::QtForms forms;
-  testing::TestSurroundings around{files, clock, forms, "/tmp/"};
-  const std::string path = desktop::PathOf(folder.path()) + "/";
-  around.settings.sections["QUILLON\\QUILLON"] = {{"GenPath", path}};
-  around.settings.sections["ostrand-desktop\\Window"] = {{"TextSize", "200"}};
-  const std::unique_ptr<ProjectStore> store = NewStore();
-  desktop::MainWindow window(*store, around.all, forms);
-  window.show();
-  ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
-  window.StartNew();
-  EXPECT_EQ(window.Session().GenFilePath(), path);
-  for (const desktop::ButtonFace& face : desktop::ButtonFaces()) {
-    const QPushButton* button = window.ButtonOf(face.button);
-    EXPECT_GE(button->width(), button->sizeHint().width()) << face.caption;
-    EXPECT_GE(button->height(), button->sizeHint().height()) << face.caption;
-  }
 }
 
 // ---- After a crash ------------------------------------------------------------------------------
@@ -533,13 +384,10 @@ TEST(KilledWindow, DISABLED_AddsBlocks) {
 
 TEST(KilledWindow, OffersItsWorkAtTheNextStart) {
   const std::string saved = testing::ReadDisk(OSTRAND_SOURCE_DIR "/examples/building-climate.VKG");
-  for (int dones = 1; dones <= 3; ++dones) {
+  for (const int dones : {1, 3}) {
     const QTemporaryDir folder;
     RealWindow next(folder.path());
-    QFile file(QString::fromStdString(next.project));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(QByteArray::fromStdString(saved));
-    file.close();
+    testing::WriteDisk(next.project, saved);
     QProcess killed;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert("OSTRAND_KILLED_FOLDER", folder.path());
@@ -551,10 +399,9 @@ TEST(KilledWindow, OffersItsWorkAtTheNextStart) {
     ASSERT_TRUE(killed.waitForFinished(-1));
     ASSERT_EQ(killed.exitStatus(), QProcess::CrashExit) << killed.readAll().toStdString();
 
-    bool asked = false;
-    answerNext("UNSAVED WORK", "Recover", asked);
+    const testing::Answers answers({"Recover"});
     EXPECT_TRUE(next.window.OfferUnsavedWork());
-    EXPECT_TRUE(asked);
+    EXPECT_EQ(answers.titles, QStringList("UNSAVED WORK"));
     EXPECT_EQ(next.store->VoltBlock.BlockCount, 4 + dones);
     EXPECT_TRUE(next.window.isWindowModified());
     EXPECT_EQ(next.window.windowTitle(), "house[*] - Ostrand");

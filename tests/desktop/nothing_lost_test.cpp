@@ -6,7 +6,6 @@
 #include <QTemporaryDir>
 
 #include "desktop_session.h"
-#include "model/defaults.h"
 #include "open_lock.h"
 #include "project_bytes.h"
 #include "recovery.h"
@@ -34,8 +33,6 @@ class UndoneSession {
   explicit UndoneSession(std::uint32_t seed) : user_(seed) {
     ConnectSetupScreens(session_, user_);
     const auto project = NewStore();
-    ORVUS_COMMON::SetLoggerConstants(*project);
-    ORVUS_COMMON::SetAllDefaults(*project);
     testing::MakeRandomProject(*project, seed);
     files_.files["/any.VKG"] = ORVUS_GENFILE::ProjectFileText(*project, platform::Moment{});
     bool cancelled = true;
@@ -44,7 +41,6 @@ class UndoneSession {
     user_.mood = RandomUser::Mood::kEdits;
   }
 
-  std::string Bytes() const { return desktop::BytesToSave(session_, session_.Store()); }
   // All that a screen can show, also what no save keeps.
   std::string Everything() {
     const auto copy = NewStore();
@@ -199,16 +195,12 @@ TEST_F(RecoveryCopies, AreReportedWhenDamaged) {
   QFile file(whole);
   ASSERT_TRUE(file.open(QIODevice::ReadOnly));
   const QByteArray content = file.readAll();
-  const std::pair<QByteArray, QString> cases[] = {{content.chopped(1), "damaged"},
-                                                  {content + ' ', "damaged"},
-                                                  {"", "damaged"},
-                                                  {"{}\n", "damaged"},
-                                                  {QByteArray(100'000, '{'), "damaged"}};
-  for (const auto& [bytes, why] : cases) {
+  for (const QByteArray& bytes : {content.chopped(1), content + ' ', QByteArray(),
+                                  QByteArray("{}\n"), QByteArray(100'000, '{')}) {
     write(whole, bytes);
     const std::vector<RecoveryCopy> copies = found();
     ASSERT_EQ(copies.size(), 1U);
-    EXPECT_EQ(copies[0].damage, why);
+    EXPECT_EQ(copies[0].damage, "damaged");
     EXPECT_TRUE(QFile::exists(whole)) << "stays until the user decides";
   }
 }

@@ -31,42 +31,37 @@ std::uint32_t numberFrom(const char* variable, std::uint32_t usual) {
   return text.isEmpty() ? usual : text.toUInt();
 }
 
-struct KeyRow {
-  Qt::Key key;
-  const char* text;
-  Qt::KeyboardModifiers modifiers;
-};
-const KeyRow kKeys[] = {
-    {Qt::Key_Tab, "", {}},
-    {Qt::Key_Tab, "", {}},
-    {Qt::Key_Backtab, "", Qt::ShiftModifier},
-    {Qt::Key_1, "1", {}},
-    {Qt::Key_9, "9", {}},
-    {Qt::Key_0, "0", {}},
-    {Qt::Key_Period, ".", {}},
-    {Qt::Key_Minus, "-", {}},
-    {Qt::Key_A, "a", {}},
-    {Qt::Key_Z, "Z", {}},
-    {Qt::Key_Percent, "%", {}},
-    {Qt::Key_Space, " ", {}},
-    {Qt::Key_Return, "\r", {}},
-    {Qt::Key_Escape, "", {}},
-    {Qt::Key_Backspace, "\b", {}},
-    {Qt::Key_Delete, "", {}},
-    {Qt::Key_Up, "", {}},
-    {Qt::Key_Down, "", {}},
-    {Qt::Key_Left, "", Qt::ShiftModifier},
-    {Qt::Key_Home, "", {}},
-    {Qt::Key_PageUp, "", {}},
-    {Qt::Key_PageDown, "", {}},
-    {Qt::Key_F4, "", {}},
-    {Qt::Key_A, "", Qt::ControlModifier},
-    {Qt::Key_C, "", Qt::ControlModifier},
-    {Qt::Key_X, "", Qt::ControlModifier},
-    {Qt::Key_V, "", Qt::ControlModifier},
-    {Qt::Key_Z, "", Qt::ControlModifier},
-    {Qt::Key_S, "", Qt::AltModifier},
-    {Qt::Key_F, "", Qt::AltModifier},
+const QKeyCombination kKeys[] = {
+    Qt::Key_Tab,
+    Qt::Key_Tab,
+    Qt::SHIFT | Qt::Key_Backtab,
+    Qt::Key_1,
+    Qt::Key_9,
+    Qt::Key_0,
+    Qt::Key_Period,
+    Qt::Key_Minus,
+    Qt::Key_A,
+    Qt::SHIFT | Qt::Key_Z,
+    Qt::Key_Percent,
+    Qt::Key_Space,
+    Qt::Key_Return,
+    Qt::Key_Escape,
+    Qt::Key_Backspace,
+    Qt::Key_Delete,
+    Qt::Key_Up,
+    Qt::Key_Down,
+    Qt::Key_Home,
+    Qt::Key_PageUp,
+    Qt::Key_PageDown,
+    Qt::Key_F4,
+    Qt::CTRL | Qt::Key_A,
+    Qt::CTRL | Qt::Key_C,
+    Qt::CTRL | Qt::Key_X,
+    Qt::CTRL | Qt::Key_V,
+    Qt::CTRL | Qt::Key_Z,
+    Qt::ALT | Qt::Key_S,
+    Qt::ALT | Qt::Key_F,
+    Qt::SHIFT | Qt::Key_Left,
 };
 const char* const kClips[] = {"12.5", "7\t8\r\n9\t10\r\n", "Oil\nWater\n", "\x01", "1e99", ""};
 
@@ -133,9 +128,9 @@ class RandomEvents : public desktop::ScreenWindows {
     QWidget* popup = QApplication::activePopupWidget();
     QWidget* to = popup != nullptr ? popup : QApplication::focusWidget();
     if (to == nullptr) return;
-    const KeyRow& row = kKeys[Below(std::size(kKeys))];
-    note("key " + QKeySequence(row.key | row.modifiers).toString().toStdString());
-    QTest::sendKeyEvent(QTest::Click, to, row.key, QString::fromLatin1(row.text), row.modifiers);
+    const QKeyCombination keys = kKeys[Below(std::size(kKeys))];
+    note("key " + QKeySequence(keys).toString().toStdString());
+    QTest::keyClick(to, keys.key(), keys.keyboardModifiers());
   }
 
   // Any widget of the screen; Done and Cancel are among many.
@@ -229,6 +224,20 @@ std::unique_ptr<ProjectStore> freshStore() {
   return store;
 }
 
+// A session of a user who answers boxes at random.
+struct Session {
+  explicit Session(std::uint32_t seed) : answers(seed) {}
+
+  testing::MemoryFileSystem files;
+  testing::FixedClock clock;
+  testing::RandomUser answers;
+  testing::TestSurroundings around{files, clock, answers, "/tmp/"};
+  OstrandEvents nobodyListens;
+  std::unique_ptr<ProjectStore> store = NewStore();
+  Ostrand control{*store, around.all, nobodyListens};
+  desktop::QtForms forms;
+};
+
 void makeProject(ProjectStore& store, std::uint32_t seed) {
   switch (seed % 3) {
     case 0:
@@ -256,20 +265,15 @@ TEST(RandomEvents, LeaveEveryWindowUsable) {
   const int events = static_cast<int>(numberFrom("OSTRAND_RANDOM_EVENTS", kUsualEvents));
   std::printf("OSTRAND_RANDOM_SEED=%u OSTRAND_RANDOM_EVENTS=%d\n", seed, events);
   std::fflush(stdout);
-  testing::MemoryFileSystem files;
-  testing::FixedClock clock;
-  testing::RandomUser answers(seed);
-  testing::TestSurroundings around(files, clock, answers, "/tmp/");
-  OstrandEvents nobodyListens;
-  const auto store = NewStore();
-  Ostrand control(*store, around.all, nobodyListens);
-  desktop::QtForms forms;
-  RandomEvents user(seed, events, forms);
+  Session session(seed);
+  ProjectStore& store = *session.store;
+  Ostrand& control = session.control;
+  RandomEvents user(seed, events, session.forms);
   ConnectSetupScreens(control, user);
   for (std::uint32_t visit = 0; !user.IsTired(); ++visit) {
     if (visit % 20 == 0) {
-      *store = *freshStore();
-      makeProject(*store, seed + visit / 20);
+      store = *freshStore();
+      makeProject(store, seed + visit / 20);
     }
     const int screen = user.Below(kExciteButton + 1 + kOptionScreens.size());
     if (screen > kExciteButton) {
@@ -279,8 +283,8 @@ TEST(RandomEvents, LeaveEveryWindowUsable) {
       control.Screens()[screen]();
     }
     ASSERT_EQ(user.fault, "");
-    ASSERT_EQ(answers.trouble, "") << user.Lines();
-    const std::string bytes = reread(ORVUS_GENFILE::ProjectFileText(*store, platform::Moment{}));
+    ASSERT_EQ(session.answers.trouble, "") << user.Lines();
+    const std::string bytes = reread(ORVUS_GENFILE::ProjectFileText(store, platform::Moment{}));
     ASSERT_EQ(reread(bytes), bytes) << user.Lines();
   }
 }
@@ -315,25 +319,16 @@ class Looker : public desktop::ScreenWindows {
 
 TEST(Looking, ChangesNoProject) {
   for (std::uint32_t seed = 1; seed <= 2; ++seed) {
-    testing::MemoryFileSystem files;
-    testing::FixedClock clock;
-    testing::RandomUser answers(seed);
-    answers.mood = testing::RandomUser::Mood::kLooks;  // refuses all questions
-    testing::TestSurroundings around(files, clock, answers, "/tmp/");
-    OstrandEvents nobodyListens;
-    const auto store = NewStore();
-    testing::MakeRandomProject(*store, seed);
-    Ostrand control(*store, around.all, nobodyListens);
-    *store = *NewStore();
-    testing::MakeRandomProject(*store, seed);
-    desktop::QtForms forms;
-    Looker user(forms);
-    ConnectSetupScreens(control, user);
+    Session session(seed);
+    session.answers.mood = testing::RandomUser::Mood::kLooks;  // refuses all questions
+    testing::MakeRandomProject(*session.store, seed);
+    Looker user(session.forms);
+    ConnectSetupScreens(session.control, user);
     const auto lookAtAll = [&] {
       for (int button = kConfigurationButton; button <= kExciteButton; ++button) {
-        if (control.Screens()[button]) control.Screens()[button]();
+        if (session.control.Screens()[button]) session.control.Screens()[button]();
       }
-      return ORVUS_GENFILE::ProjectFileText(*store, platform::Moment{});
+      return ORVUS_GENFILE::ProjectFileText(*session.store, platform::Moment{});
     };
     // The first look normalizes what a file can hold but no screen would write.
     const std::string before = lookAtAll();

@@ -8,25 +8,23 @@
 namespace ostrand {
 namespace {
 
-class ScriptAtWindows : public ::testing::TestWithParam<std::string> {};
-
-TEST_P(ScriptAtWindows, EndsWithTheSameProject) {
-  const std::string script = testing::KeptScript(GetParam());
-  const auto play = [&](bool atWindows) {
-    testing::DesktopSession session;
-    ScreenScript player(session.control, session.forms, script);
-    std::optional<testing::WidgetUser> user;
-    if (atWindows) user.emplace(session.control, player, session.windows);
-    session.OpenNew();
-    const Result<> played = player.Run();
-    EXPECT_TRUE(played) << (played ? "" : played.ErrorText());
-    return session.Bytes();
-  };
-  EXPECT_EQ(play(true), play(false));
+TEST(ScriptAtWindows, EndsWithTheSameProject) {
+  for (const std::string& name : testing::KeptScripts()) {
+    SCOPED_TRACE(name);
+    const std::string script = testing::KeptScript(name);
+    const auto play = [&](bool atWindows) {
+      testing::DesktopSession session;
+      ScreenScript player(session.control, session.forms, script);
+      std::optional<testing::WidgetUser> user;
+      if (atWindows) user.emplace(session.control, player, session.windows);
+      session.OpenNew();
+      const Result<> played = player.Run();
+      EXPECT_TRUE(played) << (played ? "" : played.ErrorText());
+      return session.Bytes();
+    };
+    EXPECT_EQ(play(true), play(false));
+  }
 }
-
-INSTANTIATE_TEST_SUITE_P(All, ScriptAtWindows, ::testing::ValuesIn(testing::KeptScripts()),
-                         [](const auto& name) { return name.param; });
 
 }  // namespace
 }  // namespace ostrand
