@@ -59,16 +59,15 @@ struct Case {
   [[nodiscard]] std::string Script(const std::string& value) const {
     return joined(edits(value)) + ways(before, "done");
   }
-  // The same, left by Cancel; the last of them asks what a box of that title does.
-  [[nodiscard]] std::string CancelledScript(const std::string& value,
-                                            std::string_view title) const {
-    return refusing(title, joined(edits(value)) + ways(before, "cancel"));
-  }
-  // A screen that another one opens is left by Done and looked at before the other is cancelled.
-  [[nodiscard]] std::string CancelledOutside(const std::string& value,
-                                             std::string_view title) const {
-    const std::string look = Opens() == 1 ? "" : "done\n" + opens().back() + "\n";
-    return refusing(title, joined(edits(value)) + look + ways(before, "cancel"));
+  // The same, left by Cancel; the last screen asks what a box of that title does. With `outside` a
+  // screen that another one opens is left by Done first, and looked at.
+  [[nodiscard]] std::string CancelledScript(const std::string& value, std::string_view title,
+                                            bool outside) const {
+    const bool looks = outside && Opens() > 1;
+    std::string script = joined(edits(value)) + (looks ? "done\n" + opens().back() + "\n" : "") +
+                         ways(before, "cancel");
+    if (title.empty()) return script;
+    return script.insert(script.rfind("cancel"), "answer " + Quoted(title) + " no\n");
   }
   // Opens the screen again, chooses what was chosen, and leaves.
   [[nodiscard]] std::string Look() const {
@@ -102,10 +101,6 @@ struct Case {
       if (step.starts_with("open ")) steps.push_back(step);
     }
     return steps;
-  }
-  static std::string refusing(std::string_view title, std::string script) {
-    if (title.empty()) return script;
-    return script.insert(script.rfind("cancel"), "answer " + Quoted(title) + " no\n");
   }
   [[nodiscard]] Lines edits(const std::string& value) const {
     Lines lines = before;
@@ -227,13 +222,13 @@ class ScreenMembers : public ::testing::Test {
     return saved;
   }
 
-  // Plays the script that refuses to save and finds the project as it was. Returns the title of the
-  // box that asked; empty for a screen that does not ask.
-  std::string expectCancelled(const std::function<std::string(std::string_view title)>& script) {
+  // Refuses to save and finds the project as it was. Returns the title of the box that asked; empty
+  // for a screen that does not ask.
+  std::string expectCancelled(const Case& made, const std::string& value, bool outside) {
     std::string stopped;
     for (const std::string_view title : {"", "MEASUREMENT BLOCKS", "OUTPUT TABLES"}) {
       ScriptSession session(project_);
-      stopped = session.Play(script(title));
+      stopped = session.Play(made.CancelledScript(value, title, outside));
       if (!stopped.empty()) continue;
       EXPECT_EQ(differences(testing::KeysOf(Utf8FromWindows1252(project_)), savedOf(session)), "");
       return std::string(title);
@@ -269,25 +264,16 @@ TEST_F(ScreenMembers, AreSavedWithWhatTheScreenSets) {
   std::ofstream(kCases, std::ios::binary) << text.substr(0, text.find_last_not_of('\n') + 2);
 }
 
+// Lists ask whether to save, but not about a screen that saves on its own, nor about one that
+// belongs to a screen that was cancelled.
 TEST_F(ScreenMembers, AreAsBeforeWhenTheirScreensAreCancelled) {
   for (const Case& made : read_.cases) {
     SCOPED_TRACE("members.txt:" + NumberText(made.line) + ": " + made.row);
-    expectCancelled(
-        [&](std::string_view title) { return made.CancelledScript(made.values[1], title); });
-  }
-}
-
-// These ask whether to save, but not about a screen that saves on its own, nor about one that
-// belongs to a screen that was cancelled.
-TEST_F(ScreenMembers, AreAskedAboutOnTheWayOutOfLists) {
-  for (const Case& made : read_.cases) {
+    if (made.Opens() > 1) expectCancelled(made, made.values[1], false);
     if (made.Opens() > 2 || made.Screen() == "frmPortTables") continue;
-    SCOPED_TRACE("members.txt:" + NumberText(made.line) + ": " + made.row);
     bool asked = false;  // the project may already hold one of the values
-    for (const std::string& value : made.values) {
-      const std::string title = expectCancelled(
-          [&](std::string_view refused) { return made.CancelledOutside(value, refused); });
-      asked = asked || !title.empty();
+    for (std::size_t at = 0; at < 2 && !asked; ++at) {
+      asked = !expectCancelled(made, made.values[at], true).empty();
     }
     const std::string list = made.OuterScreen();
     EXPECT_EQ(asked, list.ends_with("Block") || list == "frmCanBus" || list == "frmOutInt");

@@ -4,21 +4,15 @@
 #include <cctype>
 #include <cstdlib>
 #include <fstream>
-#include <map>
 #include <set>
 #include <string>
 
 #include "controls/choice.h"
 #include "controls/list_field.h"
 #include "controls/numeric_field.h"
-#include "model/defaults.h"
-#include "model/new_store.h"
 #include "script/screen_catalog.h"
-#include "support/fixed_clock.h"
-#include "support/memory_filesystem.h"
-#include "support/scripted_forms.h"
+#include "support/script_session.h"
 #include "support/temp_folder.h"
-#include "support/test_surroundings.h"
 #include "support/text_host.h"
 #include "text/codepage.h"
 #include "text/number.h"
@@ -29,40 +23,13 @@ namespace {
 
 const std::string kGolden = OSTRAND_SOURCE_DIR "/tests/golden/screens/";
 
-// Visits each screen of the sample project.
-class Screens : public ::testing::Test {
- protected:
-  void visit(const std::function<void(Screen&)>& look) {
-    MakeCatalogProject(control_.Store());
-    VisitScreens(control_, look);
+// Compares the text with the golden file, or writes it with OSTRAND_RENEW_GOLDEN.
+void expectGolden(const std::string& name, const std::string& text) {
+  if (std::getenv("OSTRAND_RENEW_GOLDEN") != nullptr) {
+    std::ofstream(kGolden + name, std::ios::binary) << text;
   }
-
-  // Each screen on its first visit.
-  void visitOnce(const std::function<void(Screen&)>& look) {
-    std::set<std::string> seen;
-    visit([&](Screen& screen) {
-      if (seen.insert(screen.Name()).second) look(screen);
-    });
-    EXPECT_EQ(seen.size(), 41U);
-  }
-
-  // Compares the text with the golden file, or writes it with OSTRAND_RENEW_GOLDEN.
-  static void expectGolden(const std::string& name, const std::string& text) {
-    if (std::getenv("OSTRAND_RENEW_GOLDEN") != nullptr) {
-      std::ofstream(kGolden + name, std::ios::binary) << text;
-    }
-    EXPECT_EQ(text, testing::ReadDisk(kGolden + name)) << name;
-  }
-
- private:
-  testing::MemoryFileSystem disk_;
-  testing::FixedClock clock_;
-  testing::ScriptedForms forms_;
-  OstrandEvents nobodyListens_;
-  std::unique_ptr<ProjectStore> store_ = NewStore();
-  testing::TestSurroundings machine_{disk_, clock_, forms_, "/tmp"};
-  Ostrand control_{*store_, machine_.all, nobodyListens_};
-};
+  EXPECT_EQ(text, testing::ReadDisk(kGolden + name)) << name;
+}
 
 // "OutIntUnits", but not "PC Card" or "TK40M".
 bool isKey(const std::string& caption) {
@@ -75,37 +42,21 @@ bool isKey(const std::string& caption) {
   return false;
 }
 
-TEST_F(Screens, ControlsHaveHeadingAndCaption) {
-  visit([](const Screen& screen) {
-    EXPECT_NE(screen.Caption, "") << screen.Name();
-    for (const Control* control : screen.Controls()) {
-      const std::string name = screen.Name() + "." + control->Name();
-      EXPECT_NE(control->Group, "") << name;
-      // An empty label needs no caption.
-      const bool blank = control->Kind() == ControlKind::kLabel && control->Text().empty();
-      EXPECT_TRUE(blank || !control->Caption.empty()) << name;
-      // The system's own captions.
-      const std::set<std::string> given = {"Each:", "Block:", "MeasPerEx"};
-      if (given.contains(control->Caption)) continue;
-      EXPECT_FALSE(isKey(control->Caption)) << name << ": " << control->Caption;
-      EXPECT_FALSE(control->Caption.ends_with(":")) << name << ": " << control->Caption;
-    }
-  });
-}
-
-TEST_F(Screens, DisabledControlsHaveReason) {
-  visit([](const Screen& screen) {
-    for (const Control* control : screen.Controls()) {
-      if (control->Enabled || !control->Visible) continue;
-      EXPECT_NE(control->WhyDisabled, "") << screen.Name() << "." << control->Name();
-    }
-  });
-}
-
-TEST_F(Screens, MatchTheirDrawings) {
-  visitOnce([](const Screen& screen) {
-    expectGolden(screen.Name() + ".txt", testing::DrawScreen(screen));
-  });
+void expectExplained(const Screen& screen) {
+  EXPECT_NE(screen.Caption, "") << screen.Name();
+  for (const Control* control : screen.Controls()) {
+    const std::string name = screen.Name() + "." + control->Name();
+    EXPECT_NE(control->Group, "") << name;
+    EXPECT_TRUE(control->Enabled || !control->Visible || !control->WhyDisabled.empty()) << name;
+    // An empty label needs no caption.
+    const bool blank = control->Kind() == ControlKind::kLabel && control->Text().empty();
+    EXPECT_TRUE(blank || !control->Caption.empty()) << name;
+    // The system's own captions.
+    const std::set<std::string> given = {"Each:", "Block:", "MeasPerEx"};
+    if (given.contains(control->Caption)) continue;
+    EXPECT_FALSE(isKey(control->Caption)) << name << ": " << control->Caption;
+    EXPECT_FALSE(control->Caption.ends_with(":")) << name << ": " << control->Caption;
+  }
 }
 
 std::string listingOf(const Control& control) {
@@ -130,16 +81,22 @@ std::string listingOf(const Control& control) {
   return line + "\n";
 }
 
-TEST_F(Screens, AreListedWithCaptionsTipsLimitsAndItems) {
+TEST(Screens, MatchTheirListingAndDrawings) {
+  testing::ScriptSession session;
+  MakeCatalogProject(*session.store);
+  std::set<std::string> seen;
   std::string listing;
-  visitOnce([&](const Screen& screen) {
+  VisitScreens(session.control, [&](const Screen& screen) {
+    expectExplained(screen);
+    if (!seen.insert(screen.Name()).second) return;
+    expectGolden(screen.Name() + ".txt", testing::DrawScreen(screen));
     listing += "== " + screen.Name() + " " + screen.Caption + "\n";
     // The rows of a table are alike.
     for (const Control* control : screen.Controls()) {
-      if (control->Row > 3) continue;
-      listing += listingOf(*control);
+      if (control->Row <= 3) listing += listingOf(*control);
     }
   });
+  EXPECT_EQ(seen.size(), 41U);
   expectGolden("listing.txt", Utf8FromWindows1252(listing));
 }
 

@@ -194,34 +194,6 @@ std::string CountsOutOfLimits(const ProjectStore& store) {
   return found.text;
 }
 
-std::string ValuesOutOfLimits(const ProjectStore& store) {
-  Findings found;
-  for (int b = 1; b <= store.VoltBlock.BlockCount; ++b) {
-    const VoltBlockData& block = store.VoltBlock[b];
-    found.Expect(block.SettleTime >= 100 && block.SettleTime <= 50000, "VBlk", b, "SettleTime");
-    found.Expect(block.Integration >= 100 && block.Integration <= 20000, "VBlk", b, "Integration");
-    found.Expect(block.MeasType == "Diff" || block.MeasType == "SE", "VBlk", b, "MeasType");
-  }
-  for (int b = 1; b <= store.BridgeBlock.BlockCount; ++b) {
-    const BridgeBlockData& block = store.BridgeBlock[b];
-    found.Expect(block.StartChan >= 1, "BBlk", b, "StartChan");
-    found.Expect(block.ExciteReps >= 1, "BBlk", b, "ExciteReps");
-    found.Expect(block.BlockTime == BridgeBlockTime(block), "BBlk", b, "BlockTime");
-  }
-  for (int b = 1; b <= store.PulseBlock[0].BlockCount; ++b) {
-    const PulseBlockData& block = store.PulseBlock[0][b];
-    found.Expect(block.BlockTime == block.Reps * 100, "PBlk", b, "BlockTime");
-    found.Expect(block.Opt >= 0, "PBlk", b, "Opt");
-    found.Expect(block.Meas == "HiLev" || block.Meas == "LoLev" || block.Meas == "Swtch", "PBlk", b,
-                 "Meas");
-    for (const auto& selected : block.Output.OutputSelect) {
-      found.Expect(block.Opt == 0 || selected[kAverage] + selected[kStdDev] == 0, "PBlk", b,
-                   "averages of a frequency");
-    }
-  }
-  return found.text;
-}
-
 std::string ChannelsExceeded(const ProjectStore& store) {
   Findings found;
   const int multiplexers = store.Config.TK40MQty;

@@ -23,10 +23,6 @@ std::string WrongStarts(const ProjectStore& store);
 // and the measurement of the multiplexers' reference temperature match them.
 std::string CountsOutOfLimits(const ProjectStore& store);
 
-// Times, channels and kinds of blocks are those that their screens allow, and times of bridges and
-// pulses those of their measurements.
-std::string ValuesOutOfLimits(const ProjectStore& store);
-
 // The blocks fit on the multiplexers and, with automatic selection, on the panel. The configuration
 // can reduce the channels of existing blocks.
 std::string ChannelsExceeded(const ProjectStore& store);

@@ -2,9 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cmath>
-#include <map>
-#include <utility>
 
 #include "controls/choice.h"
 #include "controls/list_field.h"
@@ -48,103 +45,6 @@ Answer unwilling(const platform::MessageBox& box) {
   return box.buttons == platform::Buttons::kOkCancel ? Answer::kCancel : Answer::kNo;
 }
 
-// Controls that choose what the others show.
-constexpr std::array kChoosers =
-    std::to_array<std::string_view>({"Table", "Item", "ColorRow", "UserVarListTypes"});
-
-bool choosesRow(const Control& control) {
-  return std::find(kChoosers.begin(), kChoosers.end(), control.Name()) != kChoosers.end();
-}
-
-// A control that looks different when its screen is opened again.
-struct Passing {
-  std::string_view screen;
-  std::string_view stem;        // of the control's name; empty for all controls
-  std::string_view style = {};  // of the bridge for which it does; empty for all
-};
-constexpr std::string_view kResistance = "  Resistance Bridge (Vx)";
-constexpr Passing kPassing[] = {
-    // A row that is being composed, and what is tried out.
-    {"frmCalculated", ""},
-    {"frmCanPick", ""},
-    {"frmConfig", "Status"},
-    {"frmConfig", "ChangeStatus"},
-    {"frmConfig", "DeleteStatus"},
-    {"frmLevel", "LevelVar"},
-    {"frmCalcMultOff", "Scroll"},
-    {"frmCalcMultOff", "XOut"},
-    {"frmCalcPot", "Scroll"},
-    {"frmCalcPot", "XOut"},
-    {"frmCalcmVPerVolt", ""},
-    // Calculators find their results again after an edit.
-    {"frmCalcMultOff", "M"},
-    {"frmCalcMultOff", "B"},
-    {"frmCalcPot", "M"},
-    {"frmCalcPot", "B"},
-    {"frmRPMCalc", ""},
-    {"frmMoreSpeed", ""},
-    {"frmSpdCalc", ""},
-    {"frmFlowCalc", ""},
-    // A multiplexer that Done deletes takes the names of its sensors with it.
-    {"frmConfig", "PowerOffExpression"},
-    {"frmConfig", "PowerOffCode"},
-    // Values and units that Done fits to each other.
-    {"frmConfig", "SizeCard"},
-    {"frmTableTimes", ""},
-    {"frmBrdgSetup", "SettleTime"},
-    {"frmBrdgSetup", "Each"},
-    {"frmBrdgSetup", "Block"},
-    // A resistance bridge has one multiplier, and no calculator after a calibration on site.
-    {"frmBrdgSetup", "DefaultMult", kResistance},
-    {"frmBrdgSetup", "DefaultOffset", kResistance},
-    {"frmBrdgSetup", "Solve", kResistance},
-    // A count may be left blank.
-    {"frmBrdgSetup", "Reps"},
-    // Done switches off a channel without its conditions.
-    {"frmExcite", "Include"},
-    {"frmExcite", "ViewCode"},
-    // A panel that opens over the others.
-    {"frmBrdgSetup", "ZeroFlag"},
-    {"frmBrdgSetup", "CloseZeroPanel"},
-};
-
-bool isPassing(const Screen& screen, const Control& control) {
-  return std::any_of(std::begin(kPassing), std::end(kPassing), [&](const Passing& row) {
-    return screen.Name() == row.screen && control.Name().starts_with(row.stem) &&
-           (row.style.empty() || screen.Find("Style")->Text() == row.style);
-  });
-}
-
-// What these screens switch on can be measured, and is in their own lists next time.
-bool addsVariables(const Screen& screen) {
-  return screen.Name() == "frmConfig" || screen.Name() == "frmExcite" ||
-         screen.Name() == "frmPorts";
-}
-
-std::vector<std::string> itemsOf(const Control& control) {
-  if (const auto* list = dynamic_cast<const ListField*>(&control)) return list->Items;
-  std::vector<std::string> items;
-  if (const auto* choice = dynamic_cast<const Choice*>(&control)) {
-    for (const Choice::Item& item : choice->Items) {
-      if (item.Visible) items.push_back(item.Text + (item.Enabled ? "" : " (disabled)"));
-    }
-  }
-  return items;
-}
-
-// The same, or a number with the digits of a spin.
-bool sameText(const std::string& before, const std::string& after) {
-  if (before == after) return true;
-  const auto number = ToDouble(before);
-  const auto other = ToDouble(after);
-  return number && other && std::abs(*number - *other) <= 1e-6 * std::abs(*number);
-}
-
-// The same, but for the items that were added for values that nothing has now.
-bool sameItems(const std::vector<std::string>& before, const std::vector<std::string>& after) {
-  return after.size() <= before.size() && std::equal(after.begin(), after.end(), before.begin());
-}
-
 }  // namespace
 
 void RandomUser::note(std::string line) {
@@ -155,19 +55,8 @@ void RandomUser::ShowModal(Screen& screen) {
   screens.insert(screen.Name());
   note("# " + screen.Name());
   ++depth_;
-  switch (mood) {
-    case Mood::kEdits:
-      edit(screen);
-      break;
-    case Mood::kLooks:
-      look(screen);
-      break;
-    case Mood::kCompares:
-      compare(screen);
-      break;
-  }
+  mood == Mood::kEdits ? edit(screen) : look(screen);
   --depth_;
-  if (mood != Mood::kEdits || screen.Result() != ModalResult::kDone) left_ = {};
   if (depth_ == 0) ended = screen.Result();
 }
 
@@ -200,10 +89,7 @@ void RandomUser::look(Screen& screen) {
     if (screen.Name() != "frmCalculated") return screen.Cancel();
   }
   screen.Done();
-  if (screen.Result() == ModalResult::kNone) {
-    refused = true;
-    screen.Cancel();
-  }
+  if (screen.Result() == ModalResult::kNone) screen.Cancel();
   if (screen.Result() == ModalResult::kNone) leave(screen);
 }
 
@@ -220,69 +106,6 @@ void RandomUser::checkReasons(const Screen& screen) {
   }
 }
 
-std::map<std::string, RandomUser::Look> RandomUser::looksOf(const Screen& screen) {
-  std::map<std::string, Look> looks;
-  for (const Control* control : screen.Controls()) {
-    if (!control->Visible || isPassing(screen, *control)) continue;
-    Look& look = looks[control->Name()];
-    look.face = control->Caption;
-    if (control->Enabled) {
-      look.face += ", " + control->ToolTip;
-      // In a list with columns a row is picked to do something with it.
-      if (control->Kind() != ControlKind::kTable) look.text = control->Text();
-    } else {
-      look.face += ", disabled";
-    }
-    if (control->Enabled && !addsVariables(screen)) look.items = itemsOf(*control);
-  }
-  return looks;
-}
-
-void RandomUser::keepLooks(const Screen& screen) {
-  left_ = {screen.Name(), looksOf(screen), {}};
-  for (const Control* control : screen.Controls()) {
-    const bool chooses = choosesRow(*control) && !control->Text().empty();
-    if (chooses) left_.chosen[control->Name()] = control->Text();
-  }
-}
-
-void RandomUser::expectLooks(const Screen& screen) {
-  if (!changed.empty()) return;
-  const auto looks = looksOf(screen);
-  for (const auto& [name, look] : left_.controls) {
-    const auto now = looks.find(name);
-    if (now == looks.end()) {
-      changed += "\n" + name + " is gone";
-    } else if (!sameText(look.text, now->second.text) || look.face != now->second.face) {
-      changed += "\n" + name + ": " + look.text + " (" + look.face + ") to " + now->second.text +
-                 " (" + now->second.face + ")";
-    } else if (!sameItems(look.items, now->second.items)) {
-      changed += "\n" + name + " has other items";
-    }
-  }
-  for (const auto& [name, look] : looks) {
-    if (!left_.controls.contains(name)) changed += "\n" + name + " has come";
-  }
-  if (!changed.empty()) changed = screen.Name() + changed;
-}
-
-// What is chosen is chosen anew, and once more after all other choices.
-void RandomUser::compare(Screen& screen) {
-  if (screen.Name() == left_.screen) {
-    for (const bool others : {false, true}) {
-      for (const auto& [name, item] : left_.chosen) {
-        auto& choice = dynamic_cast<Choice&>(*screen.Find(name));
-        const int items = static_cast<int>(choice.Items.size());
-        for (int at = 0; others && at < items; ++at) choice.ClickAt(at);
-        choice.Pick(item);
-      }
-      expectLooks(screen);
-    }
-  }
-  screen.Cancel();
-  if (screen.Result() == ModalResult::kNone) leave(screen);
-}
-
 void RandomUser::openAll(Screen& screen) {
   checkReasons(screen);
   for (Opener* opener : std::vector(screen.Openers())) {
@@ -295,7 +118,6 @@ void RandomUser::leave(Screen& screen) {
     moveFocus(screen, nullptr);
     const bool cancels = Below(4) == 0;
     note(cancels ? "cancel" : "done");
-    if (mood == Mood::kEdits) keepLooks(screen);
     cancels ? screen.Cancel() : screen.Done();
     if (n < kMaxWaysOut) continue;
     stuck = screen.Name();
@@ -326,13 +148,7 @@ void RandomUser::openAny(Screen& screen) {
   Opener& opener = *openers[static_cast<std::size_t>(Below(openers.size()))];
   if (!opener.Usable()) return;
   note("open " + opener.Opens() + " " + opener.ForWhich().value);
-  left_ = {};
   opener.Press();
-  if (!CanCompare() || !opener.Usable()) return;
-  note("# again");
-  mood = Mood::kCompares;
-  opener.Press();
-  mood = Mood::kEdits;
 }
 
 void RandomUser::use(Control& control) {
@@ -399,12 +215,11 @@ Answer RandomUser::ShowBox(const platform::MessageBox& box) {
         return kAnswers[static_cast<std::size_t>(Below(3))];
     }
   }();
-  constexpr std::array<std::string_view, 4> kNames = {"ok", "cancel", "yes", "no"};
-  const auto place = answer == Answer::kOk       ? 0
-                     : answer == Answer::kCancel ? 1
-                     : answer == Answer::kYes    ? 2
-                                                 : 3;
-  note("# box " + inQuotes(box.title) + " " + std::string(kNames[static_cast<std::size_t>(place)]));
+  const char* const name = answer == Answer::kOk       ? "ok"
+                           : answer == Answer::kCancel ? "cancel"
+                           : answer == Answer::kYes    ? "yes"
+                                                       : "no";
+  note("# box " + inQuotes(box.title) + " " + name);
   return answer;
 }
 

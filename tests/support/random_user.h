@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstdint>
-#include <map>
 #include <random>
 #include <set>
 #include <string>
@@ -23,10 +22,9 @@ class RandomUser : public platform::Forms, public ScreenHost {
 
   // The actions on the next screens.
   enum class Mood {
-    kEdits,     // anything
-    kLooks,     // opens every screen, picks the current items, refuses all questions and leaves by
-                // Done, or by Cancel if Done is refused or, as with calculators, is an edit
-    kCompares,  // finds the screen that was left last as it was, and cancels
+    kEdits,  // anything
+    kLooks,  // opens every screen, picks the current items, refuses all questions and leaves by
+             // Done, or by Cancel if Done is refused or, as with calculators, is an edit
   };
   Mood mood = Mood::kEdits;
 
@@ -45,22 +43,13 @@ class RandomUser : public platform::Forms, public ScreenHost {
   std::set<std::string> titles;            // of all boxes
   ModalResult ended = ModalResult::kNone;  // result of the last screen opened from the main row
   std::string trouble;                     // reported failures of the system
-  bool refused = false;                    // a screen that was looked at refused Done
   std::string stuck;                       // a screen that could not be left
   std::string unexplained;                 // a control that does not say why it is disabled
-  std::string changed;                     // controls of a screen opened again, and how they differ
-
-  // Whether the screen that was closed last was left by Done after edits, so that it can be
-  // compared.
-  [[nodiscard]] bool CanCompare() const { return !left_.controls.empty(); }
 
  private:
   void edit(Screen& screen);
   void pickAgain(Screen& screen);
   void look(Screen& screen);
-  void compare(Screen& screen);
-  void keepLooks(const Screen& screen);
-  void expectLooks(const Screen& screen);
   void act(Screen& screen);
   void openAny(Screen& screen);
   void checkReasons(const Screen& screen);
@@ -71,23 +60,7 @@ class RandomUser : public platform::Forms, public ScreenHost {
   void moveFocus(Screen& screen, Control* next);
   void note(std::string line);
 
-  // What a user sees of a control.
-  struct Look {
-    std::string text;
-    std::string face;  // caption and tool tip
-    std::vector<std::string> items;
-  };
-  // A screen when it was left by Done: its visible controls by name.
-  struct Left {
-    std::string screen;
-    std::map<std::string, Look> controls;
-    std::map<std::string, std::string> chosen;  // what the controls that choose a row show
-  };
-
-  static std::map<std::string, Look> looksOf(const Screen& screen);
-
   std::mt19937 random_;
-  Left left_;
   int depth_ = 0;  // screens open
 };
 
