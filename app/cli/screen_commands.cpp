@@ -88,7 +88,10 @@ ExitCode PlayScreens(const CommandLine& line) {
   bool cancelled = false;
   session.OpenFile(file, cancelled);
   const auto reportBox = [&] {
-    const std::string box = forms.Unforeseen();
+    // No line of the script raised it.
+    constexpr std::string_view kOfScripts = "unexpected box ";
+    std::string box = forms.Unforeseen();
+    if (box.starts_with(kOfScripts)) box.erase(0, kOfScripts.size());
     if (!box.empty()) ReportError(std::string(file) + ": " + box);
     return !box.empty();
   };

@@ -234,7 +234,7 @@ void frmCalculated::startNew() {
 }
 
 void frmCalculated::startEditing(int row) {
-  if (row < 1) return Forms().Beep();
+  if (row < 1) return Refuse("Pick a formula in the list.");
   const CalcFieldData& field = fields().Field[row];
   editing_ = row;
   expression_ = field.CalcField[2];
@@ -310,18 +310,21 @@ void frmCalculated::save() {
   const std::string expression = expressionIn(formula);
   // Typed formulas are free, but a picked one must have a measure to multiply.
   const bool nothingPicked = !EditMode.Checked() && expression.starts_with('*');
-  if (!IsVariableName(name) || expression.empty() || nothingPicked) return Forms().Beep();
+  if (!IsVariableName(name))
+    return Refuse("A name takes letters, digits and \"_\", a letter first.");
+  if (expression.empty() || nothingPicked) return Refuse("The formula has no measurement.");
   // The name of an edited formula is not checked key by key.
   if (const std::string_view why = whyNot(name, Trim(Units.Text())); !why.empty()) {
-    Forms().SetHelpLine(std::string(why));
-    return Forms().Beep();
+    return Refuse(std::string(why));
   }
   if (!nameIsFree(name)) return;
   if (editing_ != 0 && !SameText(name, Trim(fields().Field[editing_].CalcField[1])) &&
       !mayLoseVariable(editing_)) {
     return;
   }
-  if (editing_ == 0 && fields().CalcFieldCount >= kCalcFields) return Forms().Beep();
+  if (editing_ == 0 && fields().CalcFieldCount >= kCalcFields) {
+    return Refuse("A project has at most " + NumberText(kCalcFields) + " formulas.");
+  }
   writeRow(editing_ == 0 ? ++fields().CalcFieldCount : editing_, name, expression);
   showRows();
   startNew();
@@ -363,7 +366,7 @@ bool frmCalculated::mayLoseVariable(int row) {
 
 void frmCalculated::DeleteCalculation() {
   const int row = selected();
-  if (row < 1) return Forms().Beep();
+  if (row < 1) return Refuse("Pick a formula in the list.");
   if (!mayLoseVariable(row)) return;
   CalcFieldGroup& group = fields();
   for (int f = row; f < group.CalcFieldCount; ++f) {

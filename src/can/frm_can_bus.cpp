@@ -272,7 +272,7 @@ void frmCanBus::takeIdType() {
 // A text that is not a number is ignored.
 void frmCanBus::takeIdentifier(TextField& field, std::string CanItemData::*member) {
   const std::optional<std::string> taken = IdentifierOf(field.Text(), idType());
-  if (!taken) Forms().Beep();
+  if (!taken) Refuse("An identifier is a number, or &H and hexadecimal digits.");
   item().*member = taken.value_or(item().*member);
   field.Text(item().*member);
   showIdentifier();
@@ -280,7 +280,7 @@ void frmCanBus::takeIdentifier(TextField& field, std::string CanItemData::*membe
 
 void frmCanBus::takeName() {
   if (ItemName.Text().empty()) {
-    Forms().Beep();
+    Refuse("An item needs a name.");
     ItemName.Text(item().Name);
     return;
   }

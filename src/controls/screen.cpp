@@ -42,6 +42,11 @@ void Screen::Cancel() {
   if (ended) result_ = ModalResult::kCancel;
 }
 
+void Screen::Refuse(const std::string& why) const {
+  Forms().SetHelpLine(why);
+  Forms().Beep();
+}
+
 bool Screen::showModal(Screen& screen) {
   context_.host.ShowModal(screen);
   return screen.Result() == ModalResult::kDone;

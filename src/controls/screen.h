@@ -73,6 +73,8 @@ class Screen {
   [[nodiscard]] bool IsLoading() const { return loading_ > 0; }
 
   [[nodiscard]] platform::Forms& Forms() const { return context_.forms; }
+  // Beeps, with the reason as a sentence in the help line.
+  void Refuse(const std::string& why) const;
 
  protected:
   [[nodiscard]] const ScreenContext& context() const { return context_; }

@@ -51,6 +51,17 @@ constexpr Accepted kAccepted[] = {
     {OnlyDigits, "it takes digits"},
 };
 
+// Why a field for numbers refuses a text; empty for other fields and reasons.
+std::string whyNoNumber(const TextField& field, std::string_view text) {
+  const auto* number = dynamic_cast<const NumericField*>(&field);
+  if (number == nullptr || number->MayBecome(text)) return {};
+  const std::optional<double> wanted = ToDouble(text);
+  if (!wanted) return "it takes a number";
+  if (*wanted > number->Max()) return "the maximum is " + NumberText(number->Max());
+  if (*wanted < number->Min()) return "the minimum is " + NumberText(number->Min());
+  return {};
+}
+
 // What a field takes instead of the key; empty when its filter alone does not decide.
 std::string_view whyRefused(const TextField& field, std::string_view text) {
   const auto* row = std::find_if(std::begin(kAccepted), std::end(kAccepted),
@@ -90,7 +101,9 @@ std::string KeyRefused(const TextField& field, std::string_view typed, std::stri
   if (typed.size() > field.MaxLetters) {
     return text + ": it takes " + NumberText(static_cast<int>(field.MaxLetters)) + " characters";
   }
-  return text + Because(help.empty() ? whyRefused(field, typed) : help);
+  if (!help.empty()) return text + Because(help);
+  const std::string number = whyNoNumber(field, typed);
+  return text + Because(number.empty() ? whyRefused(field, typed) : number);
 }
 
 std::string ValueChanged(const TextField& field, std::string_view typed, std::string_view help) {

@@ -83,6 +83,16 @@ std::string named(const Control& control) {
   return caption.empty() ? control.Name() : control.Name() + " (" + caption + ")";
 }
 
+// ": type CONTROL TEXT", the first line of the help on an action; empty for none.
+std::string usageOf(std::string_view name) {
+  for (std::string_view help = ScriptHelp(); !help.empty();) {
+    const std::string_view line = TakeLine(help);
+    if (!line.starts_with("  ") || !SameText(Before(Trim(line), " "), name)) continue;
+    return ": " + std::string(Before(Trim(line), "  "));
+  }
+  return {};
+}
+
 // The text boxes of the main screen.
 struct MainBox {
   std::string_view name;
@@ -252,7 +262,8 @@ void ScreenScript::playLine(Screen* screen, std::string_view line) {
   }
   const std::size_t count = words.size() - 1;
   if (count < verb->min || count > verb->max) {
-    return fail(name + " takes " + (count < verb->min ? "more" : "fewer") + " words");
+    return fail(name + " takes " + (count < verb->min ? "more" : "fewer") + " words" +
+                usageOf(name));
   }
   if (verb->onScreen && screen == nullptr) return fail("no screen is open");
   // Names of files stay unchanged.
@@ -442,7 +453,7 @@ void ScreenScript::type(Screen* screen, const Words& words) {
 
 void ScreenScript::typeOnMainScreen(const Words& words) {
   const MainBox* box = mainBox(words[1].text);
-  if (box == nullptr) return fail("no screen is open");
+  if (box == nullptr) return fail("no screen is open; the main screen has txtOper and txtIDNum");
   control_.SetFocus(box->focus);
   const std::string& text = words[2].text;
   if (text.size() > Ostrand::kMaxBoxLetters) forms_.Beep();
@@ -518,7 +529,7 @@ void ScreenScript::spin(Screen* screen, const Words& words) {
   const bool up = SameText(words[2].text, "up");
   if (!up && !SameText(words[2].text, "down")) return fail("spin takes up or down");
   const std::optional<std::int16_t> times = words.size() > 3 ? ToInt16(words[3].text) : 1;
-  if (!times || *times < 1) return fail("the number of spins is not valid");
+  if (!times || *times < 1) return fail("a spin takes a number of times from 1 to 32767");
   for (int time = 0; time < *times && failure_.empty(); ++time) {
     Control* found = usable(screen, words[1]);
     if (found == nullptr) return;
@@ -599,7 +610,7 @@ void ScreenScript::expect(Screen* screen, const Words& words) {
   } else if (isWord(what, "box")) {
     expectBox(words);
   } else if (words.size() < 3) {
-    fail("cannot expect that of " + what.text);
+    fail("expect takes more words" + usageOf("expect"));
   } else if (isWord(what, "help")) {
     if (!isAsExpected(forms_.HelpLine(), words[2].text)) {
       return fail("the help line shows " + Quoted(forms_.HelpLine()));

@@ -82,8 +82,13 @@ void LevelList::Enable(bool enabled) {
 
 void LevelList::add() {
   const auto value = ToSingle(Entry.Text());
-  const bool isNew = value && std::find(values_.begin(), values_.end(), *value) == values_.end();
-  if (!isNew || Count() >= kLevels) return screen_.Forms().Beep();
+  if (!value) return screen_.Refuse("Type a level first.");
+  if (std::find(values_.begin(), values_.end(), *value) != values_.end()) {
+    return screen_.Refuse("The list has this level already.");
+  }
+  if (Count() >= kLevels) {
+    return screen_.Refuse("There are at most " + NumberText(kLevels) + " levels.");
+  }
   values_.insert(std::lower_bound(values_.begin(), values_.end(), *value), *value);
   Entry.Text({});
   show();
@@ -91,7 +96,7 @@ void LevelList::add() {
 }
 
 void LevelList::remove() {
-  if (Items.Index() < 0) return screen_.Forms().Beep();
+  if (Items.Index() < 0) return screen_.Refuse("Pick a level in the list.");
   values_.erase(values_.begin() + Items.Index());
   show();
   if (OnEdit) OnEdit();

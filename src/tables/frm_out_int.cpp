@@ -201,7 +201,7 @@ void frmOutInt::refresh() {
 void frmOutInt::onName() {
   const std::string name(Trim(TableName.Text()));
   if (name.empty()) {
-    Forms().Beep();
+    Refuse("A table needs a name.");
   } else if (!warnDuplicate(name)) {
     table().Name = name;
     warnSimilar(name);

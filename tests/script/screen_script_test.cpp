@@ -86,10 +86,10 @@ constexpr std::string_view kSetup = "open frmVoltBlock\nspin BlockCount up\nopen
 
 constexpr Stop kStops[] = {
     {"# a comment\n\njump Reps\n", "line 3: there is no action jump"},
-    {"open\n", "line 1: open takes more words"},
-    {"choose a b\n", "line 1: choose takes fewer words"},
+    {"open\n", "line 1: open takes more words: open SCREEN [WHICH]"},
+    {"choose a b\n", "line 1: choose takes fewer words: choose PATH"},
     {"open \"frmVoltBlock\n", "line 1: a quote is not closed"},
-    {"type Reps 4\n", "line 1: no screen is open"},
+    {"type Reps 4\n", "line 1: no screen is open; the main screen has txtOper and txtIDNum"},
     {"open frmVoltSetup\n", "line 1: no main button opens frmVoltSetup"},
     {"open frmTK40MBlock\n",
      "line 1: the main button of frmTK40MBlock is disabled: The logger has no multiplexer "
