@@ -6,50 +6,26 @@
 #include <QApplication>
 #include <QTest>
 #include <functional>
-#include <memory>
 #include <set>
 #include <string>
 
-#include "model/new_store.h"
-#include "projectfile/genfile.h"
 #include "qt_forms.h"
 #include "screen_window.h"
 #include "script/screen_catalog.h"
-#include "script/screen_script.h"
-#include "support/fixed_clock.h"
-#include "support/memory_filesystem.h"
-#include "support/scripted_forms.h"
+#include "support/script_session.h"
 #include "support/temp_folder.h"
-#include "support/test_surroundings.h"
 
 namespace ostrand::testing {
 
-struct DesktopSession {
-  // Enables the buttons of the screens that are connected.
-  void OpenNew() {
-    files.files["/new.VKG"] = "[GEN VERSION]\r\nVersion=6.0\r\n";
-    bool cancelled = true;
-    control.OpenFile("/new.VKG", cancelled);
-    EXPECT_FALSE(cancelled);
-  }
+struct DesktopSession : InnerForms, UserSession<ScriptForms> {
+  DesktopSession() : UserSession(inner) {}
+  void OpenNew() { Open(kNewProject); }
   // Opens a copy of an example.
   void OpenExample(const std::string& name) {
-    files.files["/cell.VKG"] = ReadDisk(OSTRAND_SOURCE_DIR "/examples/" + name + ".VKG");
-    bool cancelled = true;
-    control.OpenFile("/cell.VKG", cancelled);
-    EXPECT_FALSE(cancelled);
+    Open(ReadDisk(OSTRAND_SOURCE_DIR "/examples/" + name + ".VKG"));
   }
-  std::string Bytes() { return ORVUS_GENFILE::ProjectFileText(*store, platform::Moment{}); }
 
-  MemoryFileSystem files;
-  FixedClock clock;
   desktop::QtForms windows;
-  ScriptedForms inner;  // fails the test when a box reaches it
-  ScriptForms forms{inner};
-  TestSurroundings around{files, clock, forms, "/tmp/"};
-  OstrandEvents nobodyListens;
-  std::unique_ptr<ProjectStore> store = NewStore();
-  Ostrand control{*store, around.all, nobodyListens};
 };
 
 // Opens the window of each screen.

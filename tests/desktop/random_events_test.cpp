@@ -224,19 +224,7 @@ std::unique_ptr<ProjectStore> freshStore() {
   return store;
 }
 
-// A session of a user who answers boxes at random.
-struct Session {
-  explicit Session(std::uint32_t seed) : answers(seed) {}
-
-  testing::MemoryFileSystem files;
-  testing::FixedClock clock;
-  testing::RandomUser answers;
-  testing::TestSurroundings around{files, clock, answers, "/tmp/"};
-  OstrandEvents nobodyListens;
-  std::unique_ptr<ProjectStore> store = NewStore();
-  Ostrand control{*store, around.all, nobodyListens};
-  desktop::QtForms forms;
-};
+using Session = testing::UserSession<testing::RandomUser>;  // answers boxes at random
 
 void makeProject(ProjectStore& store, std::uint32_t seed) {
   switch (seed % 3) {
@@ -257,7 +245,7 @@ std::string reread(const std::string& bytes) {
   const auto store = freshStore();
   const ORVUS_GENFILE::ReadReport report = ORVUS_GENFILE::ReadProjectText(*store, bytes);
   EXPECT_EQ(report.skipped, 0);
-  return ORVUS_GENFILE::ProjectFileText(*store, platform::Moment{});
+  return ORVUS_GENFILE::ProjectFileText(*store, testing::FixedClock().Now());
 }
 
 TEST(RandomEvents, LeaveEveryWindowUsable) {
@@ -268,7 +256,8 @@ TEST(RandomEvents, LeaveEveryWindowUsable) {
   Session session(seed);
   ProjectStore& store = *session.store;
   Ostrand& control = session.control;
-  RandomEvents user(seed, events, session.forms);
+  desktop::QtForms forms;
+  RandomEvents user(seed, events, forms);
   ConnectSetupScreens(control, user);
   for (std::uint32_t visit = 0; !user.IsTired(); ++visit) {
     if (visit % 20 == 0) {
@@ -283,8 +272,8 @@ TEST(RandomEvents, LeaveEveryWindowUsable) {
       control.Screens()[screen]();
     }
     ASSERT_EQ(user.fault, "");
-    ASSERT_EQ(session.answers.trouble, "") << user.Lines();
-    const std::string bytes = reread(ORVUS_GENFILE::ProjectFileText(store, platform::Moment{}));
+    ASSERT_EQ(session.forms.trouble, "") << user.Lines();
+    const std::string bytes = reread(session.Text());
     ASSERT_EQ(reread(bytes), bytes) << user.Lines();
   }
 }
@@ -320,15 +309,16 @@ class Looker : public desktop::ScreenWindows {
 TEST(Looking, ChangesNoProject) {
   for (std::uint32_t seed = 1; seed <= 2; ++seed) {
     Session session(seed);
-    session.answers.mood = testing::RandomUser::Mood::kLooks;  // refuses all questions
+    session.forms.mood = testing::RandomUser::Mood::kLooks;  // refuses all questions
     testing::MakeRandomProject(*session.store, seed);
-    Looker user(session.forms);
+    desktop::QtForms forms;
+    Looker user(forms);
     ConnectSetupScreens(session.control, user);
     const auto lookAtAll = [&] {
       for (int button = kConfigurationButton; button <= kExciteButton; ++button) {
         if (session.control.Screens()[button]) session.control.Screens()[button]();
       }
-      return ORVUS_GENFILE::ProjectFileText(*session.store, platform::Moment{});
+      return session.Text();
     };
     // The first look normalizes what a file can hold but no screen would write.
     const std::string before = lookAtAll();

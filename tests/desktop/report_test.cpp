@@ -125,10 +125,10 @@ class Report : public ::testing::Test {
 };
 
 TEST_F(Report, HasThePartsThatAreWanted) {
-  const std::string before = session_.Bytes();
+  const std::string before = session_.Text();
   const bool dirty = session_.control.DirtyFlag();
   const std::string whole = pdf();
-  EXPECT_EQ(session_.Bytes(), before);
+  EXPECT_EQ(session_.Text(), before);
   EXPECT_EQ(session_.control.DirtyFlag(), dirty);
   EXPECT_NE(whole.find("/CreationDate (D:20030310140500"), std::string::npos);
   const int all = pagesOf(whole);
@@ -180,7 +180,7 @@ TEST_F(Report, ListsBlocksOfRandomProjectsWithoutAChange) {
   for (std::uint32_t seed = 1; seed <= 20; ++seed) {
     SCOPED_TRACE(seed);
     testing::MakeRandomProject(store(), seed);
-    const std::string before = session_.Bytes();
+    const std::string before = session_.Text();
     const auto listed = desktop::ScreenSettings(session_.control, store());
     const QStringList missing = desktop::BlocksWithoutScreen(store(), listed);
     int blocks = 2 + store().TempBlock.BlockCount + store().VoltBlock.BlockCount +
@@ -192,7 +192,7 @@ TEST_F(Report, ListsBlocksOfRandomProjectsWithoutAChange) {
                          store().Config.TK40MQty == 0;
       EXPECT_TRUE(known) << block.toStdString();
     }
-    EXPECT_EQ(session_.Bytes(), before);
+    EXPECT_EQ(session_.Text(), before);
   }
 }
 

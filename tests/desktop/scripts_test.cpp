@@ -20,7 +20,7 @@ TEST(ScriptAtWindows, EndsWithTheSameProject) {
       session.OpenNew();
       const Result<> played = player.Run();
       EXPECT_TRUE(played) << (played ? "" : played.ErrorText());
-      return session.Bytes();
+      return session.Text();
     };
     EXPECT_EQ(play(true), play(false));
   }

@@ -17,13 +17,10 @@
 #include "model/new_store.h"
 #include "projectfile/genfile.h"
 #include "screens/setup_screens.h"
-#include "session/ostrand.h"
-#include "support/fixed_clock.h"
-#include "support/memory_filesystem.h"
 #include "support/project_invariants.h"
 #include "support/project_random.h"
 #include "support/temp_folder.h"
-#include "support/test_surroundings.h"
+#include "support/user_session.h"
 #include "text/number.h"
 #include "verify/verify_before_save.h"
 
@@ -120,11 +117,9 @@ constexpr std::string_view kExamples[] = {"building-climate", "engine-test-cell"
 // One user, one project, some visits.
 class Round {
  public:
-  explicit Round(std::uint32_t seed) : user_(seed) {
+  explicit Round(std::uint32_t seed) : all_(seed) {
     ConnectSetupScreens(session_, user_);
-    takeProject(seed);
-    bool cancelled = false;
-    session_.OpenFile("/any.VKG", cancelled);
+    all_.Open(projectOf(seed));
     // Viewing the screens normalizes the rest of a file.
     user_.mood = RandomUser::Mood::kLooks;
     for (int button = 0; button <= kExciteButton; ++button) look(button);
@@ -142,31 +137,22 @@ class Round {
   [[nodiscard]] RandomUser& User() { return user_; }
 
  private:
-  void takeProject(std::uint32_t seed) {
-    const auto project = NewStore();
-    ORVUS_COMMON::SetLoggerConstants(*project);
-    ORVUS_COMMON::SetAllDefaults(*project);
-    switch (seed % 3) {
-      case 0:
-        project->Config.AutoChan = seed % 2 == 0 ? kTrue : kFalse;
-        project->Config.TK40MQty = static_cast<i16>(seed % 5);
-        project->Config.CanBusQty = 1;
-        break;
-      case 1: {
-        const std::string_view name = kExamples[seed % std::size(kExamples)];
-        files_.files["/any.VKG"] =
-            testing::ReadDisk(std::string(OSTRAND_SOURCE_DIR "/examples/").append(name) + ".VKG");
-        return;
-      }
-      default:
-        testing::MakeRandomProject(*project, seed);
+  static std::string projectOf(std::uint32_t seed) {
+    if (seed % 3 == 2) return testing::RandomProjectText(seed);
+    if (seed % 3 == 1) {
+      const std::string name(kExamples[seed % std::size(kExamples)]);
+      return testing::ReadDisk(OSTRAND_SOURCE_DIR "/examples/" + name + ".VKG");
     }
-    files_.files["/any.VKG"] = saved(*project);
+    const auto project = readBack({});
+    project->Config.AutoChan = seed % 2 == 0 ? kTrue : kFalse;
+    project->Config.TK40MQty = static_cast<i16>(seed % 5);
+    project->Config.CanBusQty = 1;
+    return saved(*project);
   }
 
   // A program that exceeds its number of lines is reported, and written without the rest.
   bool programIsFull() {
-    const std::string program = files_.files["/any.VKP"];
+    const std::string program = all_.files.files["/new.VKP"];
     return std::count(program.begin(), program.end(), '\n') >= ProgramLines::kMaxLines;
   }
 
@@ -184,10 +170,7 @@ class Round {
   }
 
   // Faults of the blocks under either channel selection.
-  std::string stepsMissed() {
-    return testing::SensorsOutOfStep(session_.Store()) +
-           testing::CountsOutOfLimits(session_.Store());
-  }
+  std::string stepsMissed() { return testing::SensorsOutOfStep(session_.Store()); }
 
   // Faults after a visit of the button's screen.
   std::string outOfOrder(int button, bool fitted) {
@@ -231,14 +214,10 @@ class Round {
     return user_.trouble;
   }
 
-  RandomUser user_;
   bool inStep_ = false;  // the project started in the form of its screens
-  testing::MemoryFileSystem files_;
-  testing::FixedClock clock_;
-  testing::TestSurroundings around_{files_, clock_, user_, "/work"};
-  std::unique_ptr<ProjectStore> store_ = NewStore();
-  OstrandEvents nobodyListens_;
-  Ostrand session_{*store_, around_.all, nobodyListens_};
+  testing::UserSession<RandomUser> all_;
+  RandomUser& user_ = all_.forms;
+  Ostrand& session_ = all_.control;
 };
 
 TEST(RandomUser, KeepsEveryProjectInOrder) {

@@ -6,17 +6,12 @@
 #include <filesystem>
 #include <set>
 
-#include "model/new_store.h"
-#include "projectfile/genfile.h"
 #include "screens/setup_screens.h"
-#include "session/ostrand.h"
-#include "support/fixed_clock.h"
-#include "support/memory_filesystem.h"
 #include "support/project_random.h"
 #include "support/random_user.h"
 #include "support/saved_keys.h"
 #include "support/temp_folder.h"
-#include "support/test_surroundings.h"
+#include "support/user_session.h"
 #include "text/number.h"
 
 namespace ostrand {
@@ -141,10 +136,7 @@ class EveryScreen {
   explicit EveryScreen(std::string name) : name_(std::move(name)) {
     user_.mood = testing::RandomUser::Mood::kLooks;
     ConnectSetupScreens(session_, user_);
-    files_.files["/any.VKG"] = project();
-    bool cancelled = true;
-    session_.OpenFile("/any.VKG", cancelled);
-    EXPECT_FALSE(cancelled);
+    all_.Open(project());
   }
 
   void LeaveAsItIs() {
@@ -170,13 +162,11 @@ class EveryScreen {
   [[nodiscard]] bool isRandom() const { return name_.starts_with(kRandom); }
   [[nodiscard]] std::string project() const {
     if (!isRandom()) return testing::ReadDisk(OSTRAND_SOURCE_DIR + name_ + ".VKG");
-    const auto store = NewStore();
-    testing::MakeRandomProject(*store,
-                               static_cast<std::uint32_t>(*ToInt16(name_.substr(kRandom.size()))));
-    return ORVUS_GENFILE::ProjectFileText(*store, testing::FixedClock().Now());
+    return testing::RandomProjectText(
+        static_cast<std::uint32_t>(*ToInt16(name_.substr(kRandom.size()))));
   }
 
-  std::string saved() { return ORVUS_GENFILE::ProjectFileText(session_.Store(), clock_.Now()); }
+  std::string saved() { return all_.Text(); }
   // The screens of a button keep the keys that they do not renew.
   void expectToLeave(int button) {
     const std::string before = saved();
@@ -192,13 +182,9 @@ class EveryScreen {
   }
 
   const std::string name_;
-  testing::RandomUser user_{1};
-  testing::MemoryFileSystem files_;
-  testing::FixedClock clock_;
-  testing::TestSurroundings around_{files_, clock_, user_, "/work"};
-  std::unique_ptr<ProjectStore> store_ = NewStore();
-  OstrandEvents nobodyListens_;
-  Ostrand session_{*store_, around_.all, nobodyListens_};
+  testing::UserSession<testing::RandomUser> all_{1U};
+  testing::RandomUser& user_ = all_.forms;
+  Ostrand& session_ = all_.control;
 };
 
 TEST(Screens, LeaveEveryProjectAsItIs) {

@@ -10,48 +10,20 @@
 #include <filesystem>
 #include <memory>
 
-#include "model/new_store.h"
 #include "projectfile/genfile.h"
 #include "screens/setup_screens.h"
-#include "script/screen_script.h"
 #include "script/script_pruner.h"
-#include "support/fixed_clock.h"
-#include "support/memory_filesystem.h"
 #include "support/project_random.h"
 #include "support/random_user.h"
 #include "support/saved_keys.h"
-#include "support/scripted_forms.h"
+#include "support/script_session.h"
 #include "support/temp_folder.h"
-#include "support/test_surroundings.h"
 #include "text/codepage.h"
 #include "text/number.h"
 #include "text/strings.h"
 
 namespace ostrand {
 namespace {
-
-// A session with its own store and forms.
-template <class Forms>
-struct Session {
-  template <class... Arguments>
-  explicit Session(Arguments&&... arguments) : forms(std::forward<Arguments>(arguments)...) {}
-
-  void Open(const std::string& project) {
-    files.files["/p.VKG"] = project;
-    bool cancelled = true;
-    control.OpenFile("/p.VKG", cancelled);
-    ASSERT_FALSE(cancelled);
-  }
-  std::string Text() { return ORVUS_GENFILE::ProjectFileText(*store, clock.Now()); }
-
-  testing::MemoryFileSystem files;
-  testing::FixedClock clock;
-  Forms forms;
-  testing::TestSurroundings around{files, clock, forms, "/tmp/"};
-  OstrandEvents nobodyListens;
-  std::unique_ptr<ProjectStore> store = NewStore();
-  Ostrand control{*store, around.all, nobodyListens};
-};
 
 // The differing keys and values, one a line.
 std::string differences(const std::string& wanted, const std::string& made) {
@@ -72,28 +44,26 @@ std::vector<std::string> sorted(std::string_view text) {
 
 // What playing a script on a new project gives.
 std::string madeBy(const std::string& lines) {
-  testing::ScriptedForms inner;
-  Session<ScriptForms> session(inner);
+  testing::ScriptSession session;
   ScreenScript player(session.control, session.forms, lines);
-  EXPECT_TRUE(session.control.NewProject("/p.VKG"));
+  EXPECT_TRUE(session.control.NewProject("/new.VKG"));
   const Result<> result = player.Run();
   return result ? session.Text() : result.ErrorText();
 }
 
 std::string pruned(const std::string& lines) {
-  testing::ScriptedForms inner;
-  Session<ScriptForms> session(inner);
-  EXPECT_TRUE(session.control.NewProject("/p.VKG"));
-  return PruneScript(lines, session.control, session.forms, inner);
+  testing::ScriptSession session;
+  EXPECT_TRUE(session.control.NewProject("/new.VKG"));
+  return PruneScript(lines, session.control, session.forms, session.inner);
 }
 
 // The script of a project. Played, it makes the project but for the keys that it lists as not set.
 WrittenScript scriptOf(const std::string& project, bool prunes = true) {
-  Session<WriterForms> wanted(false);
-  Session<WriterForms> built(true);
+  testing::UserSession<WriterForms> wanted(false);
+  testing::UserSession<WriterForms> built(true);
   ScriptWriter writer(wanted.control, wanted.forms, built.control, built.forms);
   wanted.Open(project);
-  EXPECT_TRUE(built.control.NewProject("/p.VKG"));
+  EXPECT_TRUE(built.control.NewProject("/new.VKG"));
   const std::string before = wanted.Text();
   WrittenScript script = writer.Write();
   if (prunes) script.lines = pruned(script.lines);
@@ -134,20 +104,14 @@ TEST(ScriptWriter, MakesEveryProject) {
 
 // A project made at the screens alone.
 std::string madeByUser(std::uint32_t seed) {
-  testing::RandomUser user(seed);
-  testing::MemoryFileSystem files;
-  testing::FixedClock clock;
-  testing::TestSurroundings around{files, clock, user, "/tmp/"};
-  OstrandEvents nobodyListens;
-  const auto store = NewStore();
-  Ostrand session{*store, around.all, nobodyListens};
-  ConnectSetupScreens(session, user);
-  EXPECT_TRUE(session.NewProject("/p.VKG"));
+  testing::UserSession<testing::RandomUser> session(seed);
+  ConnectSetupScreens(session.control, session.forms);
+  EXPECT_TRUE(session.control.NewProject("/new.VKG"));
   for (int visit = 0; visit < 12; ++visit) {
-    const int button = user.Below(kExciteButton + 1);
-    if (session.MainButtons().Enabled(button)) session.Click(button);
+    const int button = session.forms.Below(kExciteButton + 1);
+    if (session.control.MainButtons().Enabled(button)) session.control.Click(button);
   }
-  return ORVUS_GENFILE::ProjectFileText(*store, clock.Now());
+  return session.Text();
 }
 
 TEST(ScriptWriter, NeedsEachLine) {
@@ -169,7 +133,7 @@ TEST(ScriptWriter, NeedsEachLine) {
 // units of a calibrated block.
 TEST(ScriptWriter, FindsDetoursToWhatScreensNoLongerOffer) {
   for (const std::uint32_t seed : {10U, 14U, 16U, 21U, 25U}) {
-    EXPECT_EQ(scriptOf(madeByUser(seed)).unset.size(), 0U) << seed;
+    EXPECT_EQ(scriptOf(madeByUser(seed), false).unset.size(), 0U) << seed;
   }
 }
 
@@ -182,11 +146,9 @@ TEST(ScriptWriter, MakesRandomProjects) {
   const int count = number("OSTRAND_RANDOM_PROJECTS", 10);
   for (int seed = first; seed < first + count; ++seed) {
     SCOPED_TRACE("OSTRAND_RANDOM_SEED=" + NumberText(seed) + " repeats it");
-    auto store = NewStore();
-    testing::MakeRandomProject(*store, static_cast<std::uint32_t>(seed));
-    // Their scripts are long, and to prune them takes long.
-    scriptOf(ORVUS_GENFILE::ProjectFileText(*store, testing::FixedClock().Now()), false);
-    scriptOf(madeByUser(static_cast<std::uint32_t>(seed)));
+    // To prune takes long, most of all for the long scripts of random projects.
+    scriptOf(testing::RandomProjectText(static_cast<std::uint32_t>(seed)), false);
+    scriptOf(madeByUser(static_cast<std::uint32_t>(seed)), seed % 2 == 0);
     if (HasFailure()) return;
   }
 }

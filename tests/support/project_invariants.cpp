@@ -112,16 +112,6 @@ void checkTerminals(Findings& found, const ProjectStore& store) {
   }
 }
 
-template <class Group>
-void checkCounts(Findings& found, std::string_view name, const Group& group, int most) {
-  found.Expect(group.BlockCount >= 0 && group.BlockCount <= most, name, group.BlockCount,
-               "count of blocks");
-  for (int b = 1; b <= Group::kLast; ++b) {
-    found.Expect(group[b].Reps >= 0 && group[b].Reps <= kReps, name, b, "count of sensors");
-    found.Expect(b <= group.BlockCount || group[b].Reps == 0, name, b, "sensors beyond the count");
-  }
-}
-
 // A block without sensors is aligned too, but occupies no channel.
 template <class Group>
 std::vector<ChannelBlock> occupied(const Group& group) {
@@ -162,35 +152,6 @@ std::string WrongStarts(const ProjectStore& store) {
   checkStarts(found, "VBlk", store.VoltBlock, computed.Volt);
   checkStarts(found, "BBlk", store.BridgeBlock, computed.Bridge);
   checkTerminals(found, store);
-  return found.text;
-}
-
-std::string CountsOutOfLimits(const ProjectStore& store) {
-  Findings found;
-  checkCounts(found, "TBlk", store.TempBlock, kBlocks);
-  checkCounts(found, "VBlk", store.VoltBlock, kBlocks);
-  checkCounts(found, "BBlk", store.BridgeBlock, kMaxBridgeBlocks);
-  checkCounts(found, "PBlk", store.PulseBlock[0], kPulseBlocks);
-  checkCounts(found, "ABlk", store.TK40MBlock, kBlocks);
-  const auto bridges = ChannelBlocksOf(store.BridgeBlock);
-  const int temp = LiveChannelCount(ChannelBlocksOf(store.TempBlock));
-  const int volt = LiveChannelCount(ChannelBlocksOf(store.VoltBlock));
-  const int bridge = LiveBridgeCount(bridges);
-  found.Expect(store.TempBlock.SEChannelCount == temp, "temp", temp, "SEChannelCount");
-  found.Expect(store.VoltBlock.SEChannelCount == volt, "volt", volt, "SEChannelCount");
-  found.Expect(store.BridgeBlock.SEChannelCount == bridge, "bridge", bridge, "SEChannelCount");
-  const int ports = ExciteSwitched(bridges);
-  found.Expect(ports <= PanelExcitePorts, "bridge", ports, "excitations");
-  found.Expect(store.BridgeBlock.ExciteSwitched == ports, "bridge", ports, "ExciteSwitched");
-  const int pulses = FreePulseChans(ChannelBlocksOf(store.PulseBlock[0]));
-  found.Expect(pulses >= 0, "pulse", pulses, "free channels");
-  bool thermocouples = false;
-  for (int b = 1; b <= store.TK40MBlock.BlockCount; ++b) {
-    const TK40MBlockData& block = store.TK40MBlock[b];
-    thermocouples = thermocouples || (block.TK40Volts == 0 && block.Reps >= 1);
-  }
-  found.Expect((store.Config.TcConfigOpts[1] != 0) == thermocouples, "multiplexer", 1,
-               "reference temperature");
   return found.text;
 }
 

@@ -19,10 +19,6 @@ std::string SensorsOutOfStep(const ProjectStore& store);
 // allocation does not count the channel that it skips, and no terminals are compared.
 std::string WrongStarts(const ProjectStore& store);
 
-// Counts of blocks, sensors, excitations and pulses are within their limits, and the stored totals
-// and the measurement of the multiplexers' reference temperature match them.
-std::string CountsOutOfLimits(const ProjectStore& store);
-
 // The blocks fit on the multiplexers and, with automatic selection, on the panel. The configuration
 // can reduce the channels of existing blocks.
 std::string ChannelsExceeded(const ProjectStore& store);

@@ -6,6 +6,9 @@
 #include <string>
 
 #include "model/defaults.h"
+#include "model/new_store.h"
+#include "projectfile/genfile.h"
+#include "support/fixed_clock.h"
 #include "text/number.h"
 
 namespace ostrand::testing {
@@ -342,6 +345,12 @@ class Maker : private Chance {
 
 void MakeRandomProject(ProjectStore& store, std::uint32_t seed) {
   Maker(store, seed, false).Make();
+}
+
+std::string RandomProjectText(std::uint32_t seed) {
+  const auto store = NewStore();
+  MakeRandomProject(*store, seed);
+  return ORVUS_GENFILE::ProjectFileText(*store, FixedClock().Now());
 }
 
 void MakeLargestProject(ProjectStore& store) { Maker(store, 1, true).Make(); }

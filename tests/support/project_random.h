@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 
 #include "model/store.h"
 
@@ -13,6 +14,9 @@ namespace ostrand::testing {
 // expression is about flags, every name is unique in its kind except for two calculated fields, and
 // the bridges fit on the panel. The same seed gives the same project everywhere.
 void MakeRandomProject(ProjectStore& store, std::uint32_t seed);
+
+// The file of that project, at the time of all golden files.
+std::string RandomProjectText(std::uint32_t seed);
 
 // A project at all limits: 7 blocks of 100 repetitions of each analog kind, 2 of pulses, 128 CAN
 // items of 64 values, every alias and every table.

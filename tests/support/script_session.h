@@ -4,25 +4,26 @@
 #include <gtest/gtest.h>
 
 #include <functional>
-#include <memory>
 #include <string>
 #include <string_view>
 
-#include "model/new_store.h"
 #include "script/screen_script.h"
-#include "support/fixed_clock.h"
-#include "support/memory_filesystem.h"
 #include "support/scripted_forms.h"
-#include "support/test_surroundings.h"
+#include "support/user_session.h"
 
 namespace ostrand::testing {
 
-class ScriptSession {
+inline const std::string kNewProject = "[GEN VERSION]\r\nVersion=6.0\r\n";
+
+struct InnerForms {
+  ScriptedForms inner;  // fails the test if a box reaches it
+};
+
+class ScriptSession : public InnerForms, public UserSession<ScriptForms> {
  public:
   // `project` is the text of its file.
-  explicit ScriptSession(std::string project = "[GEN VERSION]\r\nVersion=6.0\r\n") {
-    files.files["/new.VKG"] = std::move(project);
-  }
+  explicit ScriptSession(std::string project = kNewProject)
+      : UserSession(inner), project_(std::move(project)) {}
 
   // Empty if the script ended, else the error that stopped it.
   std::string Play(std::string_view text) {
@@ -31,11 +32,7 @@ class ScriptSession {
     player.OnShow = [this](const std::string& shown) { shows += shown; };
     if (lenient) player.Lenient();
     // Opening it enables the buttons of the screens that a player has connected.
-    if (control.CurrentFileName().empty()) {
-      bool cancelled = true;
-      control.OpenFile("/new.VKG", cancelled);
-      EXPECT_FALSE(cancelled);
-    }
+    if (control.CurrentFileName().empty()) Open(project_);
     const Result<> played = player.Run();
     return played ? std::string() : played.ErrorText();
   }
@@ -43,15 +40,6 @@ class ScriptSession {
   bool lenient = false;
   std::string shows;                                                // by "show"
   std::function<void(const Screen&)> onEnd = [](const Screen&) {};  // with each screen left
-
-  MemoryFileSystem files;
-  FixedClock clock;
-  ScriptedForms inner;  // fails the test if a box reaches it
-  ScriptForms forms{inner};
-  TestSurroundings around{files, clock, forms, "/tmp/"};
-  OstrandEvents nobodyListens;
-  std::unique_ptr<ProjectStore> store = NewStore();
-  Ostrand control{*store, around.all, nobodyListens};
 
  private:
   class Player : public ScreenScript {
@@ -63,6 +51,8 @@ class ScriptSession {
     }
     std::function<void(const Screen&)> onEnd;
   };
+
+  std::string project_;
 };
 
 }  // namespace ostrand::testing
