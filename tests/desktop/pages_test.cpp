@@ -172,37 +172,12 @@ TEST_F(ProgramPage, MarksWhatACompilerWouldRefuse) {
 
 using TablesPage = Pages;
 
-TEST_F(TablesPage, HasTheLinesOfTheTableDescription) {
-  desktop::TablesPage page([this]() -> const ProjectStore& { return store(); }, nullptr);
-  page.Show();
-  const std::string description =
-      testing::ReadDisk(OSTRAND_SOURCE_DIR "/tests/golden/engine-test-cell.VKD");
-  QStringList fields;
-  for (std::string_view rest = description; !rest.empty();) {
-    const std::string_view text = TakeLine(rest);
-    if (text.size() < 70 || !IsDigit(text[0])) continue;
-    QString field = desktop::FromProject(text.substr(16));
-    fields += field.remove("-----------").remove("--------").simplified();
-  }
-  QStringList shown;
-  for (int row = 0; row < page.Tables()->rowCount(); ++row) {
-    page.Tables()->setCurrentCell(row, 1);
-    const QAbstractItemModel* model = page.Columns()->model();
-    for (int at = 0; at < model->rowCount(); ++at) {
-      const auto field = [&](int column) { return model->index(at, column).data().toString(); };
-      shown += (field(1) + " " + field(2) + " - " + field(3) + " " + field(4) + " " + field(5))
-                   .simplified();
-    }
-  }
-  EXPECT_EQ(shown.join('\n').toStdString(), fields.join('\n').toStdString());
-  EXPECT_EQ(page.Tables()->item(0, 6)->text(), "0 Days, 0 Hours, 10 Mins, 0.00000 Secs");
-  EXPECT_EQ(page.Tables()->item(0, 4)->text(), "66");
-}
-
 TEST_F(TablesPage, SortsByNumbersAndCopiesAsATable) {
   desktop::TablesPage page([this]() -> const ProjectStore& { return store(); }, nullptr);
   page.Show();
   show(page);
+  EXPECT_EQ(page.Tables()->item(0, 6)->text(), "0 Days, 0 Hours, 10 Mins, 0.00000 Secs");
+  EXPECT_EQ(page.Tables()->item(0, 4)->text(), "66");
   page.Columns()->sortByColumn(desktop::ColumnsModel::kNumber, Qt::DescendingOrder);
   page.Columns()->setFocus();
   QTest::keyClick(page.Columns(), Qt::Key_C, Qt::ControlModifier);
@@ -246,8 +221,6 @@ TEST_F(ChecksPage, ListsWhatPreventsSavingFirstAndLeadsToTheField) {
   EXPECT_TRUE(std::is_sorted(lines.begin(), lines.end(), [](const auto& left, const auto& right) {
     return left.severity < right.severity;
   }));
-  EXPECT_EQ(lines.front().severity, Severity::kPreventsSaving);
-  EXPECT_EQ(lines.back().severity, Severity::kNotice);
   EXPECT_EQ(page_.topLevelItem(0)->text(0), "Prevents saving");
   EXPECT_EQ(page_.topLevelItem(0)->text(2), "Voltage block 2, sensor 3: alias");
   EXPECT_EQ(page_.Findings(), lines.size());

@@ -6,7 +6,6 @@
 #include <QPushButton>
 #include <QTest>
 #include <QWheelEvent>
-#include <deque>
 #include <random>
 
 #include "desktop_session.h"
@@ -24,7 +23,6 @@ using desktop::ScreenWindow;
 
 constexpr int kUsualEvents = 4000;
 constexpr int kEventsOnAScreen = 60;
-constexpr std::size_t kKeptLines = 60;
 
 std::uint32_t numberFrom(const char* variable, std::uint32_t usual) {
   const QByteArray text = qgetenv(variable);
@@ -74,16 +72,9 @@ class RandomEvents : public desktop::ScreenWindows {
   [[nodiscard]] bool IsTired() const { return left_ <= 0; }
   std::string fault;  // the first one
 
-  [[nodiscard]] std::string Lines() const {
-    std::string text;
-    for (const std::string& line : lines_) text += line + "\n";
-    return text;
-  }
-
  protected:
   void run(ScreenWindow& window) override {
     window.show();
-    note("open " + window.Shown().Name());
     if (!QTest::qWaitForWindowActive(&window)) return fail(window, "does not get active");
     for (int event = 0; event < kEventsOnAScreen && !IsTired() && isOpen(window); ++event) {
       act(window);
@@ -97,13 +88,8 @@ class RandomEvents : public desktop::ScreenWindows {
     return window.Shown().Result() == ModalResult::kNone;
   }
 
-  void note(std::string line) {
-    lines_.push_back(std::move(line));
-    if (lines_.size() > kKeptLines) lines_.pop_front();
-  }
-
   void fail(const ScreenWindow& window, const std::string& what) {
-    if (fault.empty()) fault = window.Shown().Name() + " " + what + "\n" + Lines();
+    if (fault.empty()) fault = window.Shown().Name() + " " + what;
     left_ = 0;
   }
 
@@ -129,7 +115,6 @@ class RandomEvents : public desktop::ScreenWindows {
     QWidget* to = popup != nullptr ? popup : QApplication::focusWidget();
     if (to == nullptr) return;
     const QKeyCombination keys = kKeys[Below(std::size(kKeys))];
-    note("key " + QKeySequence(keys).toString().toStdString());
     QTest::keyClick(to, keys.key(), keys.keyboardModifiers());
   }
 
@@ -140,11 +125,9 @@ class RandomEvents : public desktop::ScreenWindows {
     if (static_cast<std::size_t>(at) < count) {
       const BoundControl& control = *window.Controls()[static_cast<std::size_t>(at)];
       const std::vector<QWidget*> stops = control.Stops();
-      note("at " + control.Of().Name());
       return stops.empty() ? control.Widget()
                            : stops[static_cast<std::size_t>(Below(stops.size()))];
     }
-    note(static_cast<std::size_t>(at) == count ? "at Done" : "at Cancel");
     return static_cast<std::size_t>(at) == count ? window.DoneButton() : window.CancelButton();
   }
 
@@ -163,7 +146,6 @@ class RandomEvents : public desktop::ScreenWindows {
     if (!widget->isVisible()) return;
     const QPoint place(Below(static_cast<std::size_t>(widget->width())),
                        Below(static_cast<std::size_t>(widget->height())));
-    note("click");
     if (Below(5) == 0) {
       QTest::mouseDClick(widget, Qt::LeftButton, {}, place);
     } else {
@@ -174,7 +156,6 @@ class RandomEvents : public desktop::ScreenWindows {
   void turnWheel(const ScreenWindow& window) {
     QWidget* widget = anyWidget(window);
     if (!widget->isVisible()) return;
-    note("wheel");
     const QPointF place(1, 1);
     QWheelEvent event(place, widget->mapToGlobal(place), {}, QPoint(0, Below(2) == 0 ? 120 : -120),
                       Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
@@ -209,12 +190,10 @@ class RandomEvents : public desktop::ScreenWindows {
       }
     }
     if (isOpen(window)) fail(window, "cannot be left");
-    note("left " + window.Shown().Name());
   }
 
   std::mt19937 random_;
   int left_;
-  std::deque<std::string> lines_;
 };
 
 std::unique_ptr<ProjectStore> freshStore() {
@@ -272,9 +251,9 @@ TEST(RandomEvents, LeaveEveryWindowUsable) {
       control.Screens()[screen]();
     }
     ASSERT_EQ(user.fault, "");
-    ASSERT_EQ(session.forms.trouble, "") << user.Lines();
+    ASSERT_EQ(session.forms.trouble, "");
     const std::string bytes = reread(session.Text());
-    ASSERT_EQ(reread(bytes), bytes) << user.Lines();
+    ASSERT_EQ(reread(bytes), bytes);
   }
 }
 

@@ -8,7 +8,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
-#include <memory>
+#include <set>
 
 #include "projectfile/genfile.h"
 #include "screens/setup_screens.h"
@@ -33,13 +33,6 @@ std::string differences(const std::string& wanted, const std::string& made) {
     text += change.key + ": " + change.before + " | " + change.after + "\n";
   }
   return text;
-}
-
-std::vector<std::string> sorted(std::string_view text) {
-  std::vector<std::string> lines;
-  while (!text.empty()) lines.emplace_back(TakeLine(text));
-  std::sort(lines.begin(), lines.end());
-  return lines;
 }
 
 // What playing a script on a new project gives.
@@ -69,14 +62,14 @@ WrittenScript scriptOf(const std::string& project, bool prunes = true) {
   if (prunes) script.lines = pruned(script.lines);
   const std::string made = madeBy(script.lines);
   EXPECT_EQ(differences(built.Text(), made), "") << made.substr(0, 200) << "\n" << script.lines;
-  std::string unset;
-  for (const UnsetKey& key : script.unset) unset += key.key + "\n";
-  std::string differ;
+  std::set<std::string> unset;
+  for (const UnsetKey& key : script.unset) unset.insert(key.key);
+  std::set<std::string> differ;
   const std::string all = differences(before, made);
   for (std::string_view left = all; !left.empty();) {
-    differ.append(Before(TakeLine(left), ": ")).append("\n");
+    differ.emplace(Before(TakeLine(left), ": "));
   }
-  EXPECT_EQ(sorted(unset), sorted(differ));
+  EXPECT_EQ(unset, differ);
   return script;
 }
 
