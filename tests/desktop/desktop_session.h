@@ -9,6 +9,7 @@
 #include <set>
 #include <string>
 
+#include "places/key_places.h"
 #include "qt_forms.h"
 #include "screen_window.h"
 #include "script/screen_catalog.h"
@@ -26,6 +27,24 @@ struct DesktopSession : InnerForms, UserSession<ScriptForms> {
   }
 
   desktop::QtForms windows;
+};
+
+// Pages over a project, and the places that they would open.
+class PageTest : public ::testing::Test {
+ protected:
+  ProjectStore& store() { return *session_.store; }
+  void open(const std::string& example) { session_.OpenExample(example); }
+  static void show(QWidget& page) {
+    page.resize(900, 600);
+    page.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&page));
+  }
+
+  DesktopSession session_;
+  std::vector<ScreenPlace> opened_;
+  std::function<void(const ScreenPlace&)> open_ = [this](const ScreenPlace& place) {
+    opened_.push_back(place);
+  };
 };
 
 // Opens the window of each screen.

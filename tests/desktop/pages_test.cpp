@@ -29,22 +29,9 @@ namespace {
 
 using desktop::LineMark;
 
-class Pages : public ::testing::Test {
+class Pages : public testing::PageTest {
  protected:
-  explicit Pages(const std::string& example = "engine-test-cell") { session_.OpenExample(example); }
-
-  ProjectStore& store() { return *session_.store; }
-  void show(QWidget& page) {
-    page.resize(900, 600);
-    page.show();
-    EXPECT_TRUE(QTest::qWaitForWindowActive(&page));
-  }
-
-  testing::DesktopSession session_;
-  std::vector<ScreenPlace> opened_;
-  std::function<void(const ScreenPlace&)> open_ = [this](const ScreenPlace& place) {
-    opened_.push_back(place);
-  };
+  Pages() { open("engine-test-cell"); }
 };
 
 // ---- Program ------------------------------------------------------------------------------------

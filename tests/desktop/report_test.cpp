@@ -94,11 +94,9 @@ TEST(ReportPages, CountAsManyPagesAsTheyDraw) {
 
 // ---- The whole report ---------------------------------------------------------------------------
 
-class Report : public ::testing::Test {
+class Report : public testing::PageTest {
  protected:
   Report() { open("engine-test-cell"); }
-  ProjectStore& store() { return *session_.store; }
-  void open(const char* example) { session_.OpenExample(example); }
   std::string pdf(const ReportOptions& options = {}) {
     return desktop::ReportPdf(session_.control, store(), options);
   }
@@ -106,8 +104,6 @@ class Report : public ::testing::Test {
     const std::size_t at = pdf.find("/Count ");
     return at == std::string::npos ? 0 : std::stoi(pdf.substr(at + 7));
   }
-
-  testing::DesktopSession session_;
 };
 
 TEST_F(Report, HasThePartsThatAreWanted) {

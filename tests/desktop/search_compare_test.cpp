@@ -46,16 +46,13 @@ TEST(Search, ListsAsTheUserTypesAndJumps) {
   EXPECT_EQ(window.List()->count(), 0);
 }
 
-class Compare : public ::testing::Test {
+class Compare : public testing::PageTest {
  protected:
   Compare() { session_.OpenNew(); }
-  testing::DesktopSession session_;
-  std::vector<ScreenPlace> opened_;
   std::unique_ptr<desktop::CompareWindow> compare(const std::string& present,
                                                   const std::string& other) {
-    auto window = std::make_unique<desktop::CompareWindow>(
-        session_.control, present, other, "other.VKG",
-        [this](const ScreenPlace& place) { opened_.push_back(place); }, nullptr);
+    auto window = std::make_unique<desktop::CompareWindow>(session_.control, present, other,
+                                                           "other.VKG", open_, nullptr);
     window->setAttribute(Qt::WA_DeleteOnClose, false);
     return window;
   }

@@ -327,43 +327,34 @@ class TwoScreens : public desktop::ScreenWindows {
   void run(ScreenWindow& window) override {
     window.show();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
-    if (below_ != nullptr) return lookAtBoth(window);
-    below_ = &window;
-    button_ = window.Find(*window.Shown().Find("Block1"))->Stop();
-    button_->setFocus(Qt::TabFocusReason);
-    QTest::keyClick(button_, Qt::Key_Space);
-    EXPECT_TRUE(window.DoneButton()->isEnabled());
-    EXPECT_TRUE(QTest::qWaitFor([&] { return button_->hasFocus(); }));
-    window.reject();
+    if (window.Shown().Name() == "frmVoltBlock") {
+      below_ = &window;
+      QWidget* button = window.Find(*window.Shown().Find("Block1"))->Stop();
+      button->setFocus(Qt::TabFocusReason);
+      QTest::keyClick(button, Qt::Key_Space);
+      EXPECT_TRUE(window.DoneButton()->isEnabled());
+      EXPECT_TRUE(QTest::qWaitFor([&] { return button->hasFocus(); }));
+    } else {
+      nested = true;
+      EXPECT_TRUE(below_->isVisible());
+      EXPECT_FALSE(below_->DoneButton()->isEnabled());
+      below_->reject();
+      EXPECT_EQ(below_->Shown().Result(), ModalResult::kNone);
+    }
+    QTest::keyClick(window.focusWidget(), Qt::Key_Escape);
     EXPECT_EQ(window.Shown().Result(), ModalResult::kCancel);
   }
 
  private:
-  void lookAtBoth(ScreenWindow& top) {
-    nested = true;
-    EXPECT_EQ(Top(), &top);
-    EXPECT_TRUE(below_->isVisible());
-    EXPECT_FALSE(button_->isEnabled());
-    EXPECT_FALSE(below_->DoneButton()->isEnabled());
-    below_->reject();
-    EXPECT_EQ(below_->Shown().Result(), ModalResult::kNone);
-    QTest::keyClick(top.focusWidget(), Qt::Key_Escape);
-    EXPECT_EQ(top.Shown().Result(), ModalResult::kCancel);
-  }
-
   ScreenWindow* below_ = nullptr;
-  QWidget* button_ = nullptr;
 };
 
 TEST_F(Windows, EditOnlyTheTopOneOfTwo) {
   MakeCatalogProject(*session_.store);
   TwoScreens host(session_.windows, nullptr);
-  std::vector<bool> reports;
-  host.OnOpen = [&](bool open) { reports.push_back(open); };
   ConnectSetupScreens(session_.control, host);
   session_.control.Screens()[kVoltageButton]();
   EXPECT_TRUE(host.nested);
-  EXPECT_EQ(reports, (std::vector<bool>{true, false}));
   EXPECT_EQ(host.Top(), nullptr);
 }
 

@@ -49,24 +49,11 @@ Connectors connectorsOf(std::string_view diagram) {
   return connectors;
 }
 
-class Pictures : public ::testing::Test {
+class Pictures : public testing::PageTest {
  protected:
-  ProjectStore& store() { return *session_.store; }
   Wiring wiring() {
     return WiringOf(store(), desktop::ProgramOf(session_.control, store()).channels);
   }
-  void open(const char* example) { session_.OpenExample(example); }
-  static void show(QWidget& page) {
-    page.resize(800, 600);
-    page.show();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&page));
-  }
-
-  testing::DesktopSession session_;
-  std::vector<ScreenPlace> opened_;
-  std::function<void(const ScreenPlace&)> open_ = [this](const ScreenPlace& place) {
-    opened_.push_back(place);
-  };
 };
 
 TEST_F(Pictures, WiringShowsTheTerminalsOfTheDiagram) {

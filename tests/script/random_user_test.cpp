@@ -78,7 +78,7 @@ class Round {
   // The first fault; empty for none.
   std::string Play() {
     for (int visit = 0; visit < kVisits; ++visit) {
-      if (const std::string wrong = playVisit(); !wrong.empty()) return wrong + "\n" + lines();
+      if (std::string wrong = playVisit(); !wrong.empty()) return wrong;
     }
     return {};
   }
@@ -111,17 +111,9 @@ class Round {
     session_.Click(button);
   }
 
-  // The lines of the last visit.
-  std::string lines() const {
-    std::string text;
-    for (const std::string& line : user_.log) text += line + "\n";
-    return text;
-  }
-
   std::string playVisit() {
     const int button = user_.Below(kExciteButton + 1);
     if (!session_.MainButtons().Enabled(button)) return {};
-    user_.log.clear();
     user_.mood = RandomUser::Mood::kEdits;
     session_.Click(button);
     if (!user_.stuck.empty()) return user_.stuck + " can't be left";

@@ -15,12 +15,6 @@ using platform::Answer;
 constexpr int kMaxActions = 60;  // on one screen
 constexpr int kMaxWaysOut = 200;
 
-std::string inQuotes(std::string_view text) {
-  std::string result = "\"";
-  for (const char letter : text) result.append(letter == '"' ? 2 : 1, letter);
-  return result + "\"";
-}
-
 constexpr std::array kNumbers = std::to_array<std::string_view>(
     {"0",      "1",  "2",  "3",   "4",   "5",   "7",   "8",   "12",   "19",   "20",
      "21",     "25", "40", "99",  "100", "250", "300", "800", "1000", "5000", "16001",
@@ -47,13 +41,8 @@ Answer unwilling(const platform::MessageBox& box) {
 
 }  // namespace
 
-void RandomUser::note(std::string line) {
-  log.push_back(std::string(2 * static_cast<std::size_t>(depth_), ' ') + std::move(line));
-}
-
 void RandomUser::ShowModal(Screen& screen) {
   screens.insert(screen.Name());
-  note("# " + screen.Name());
   ++depth_;
   mood == Mood::kEdits ? edit(screen) : look(screen);
   --depth_;
@@ -117,7 +106,6 @@ void RandomUser::leave(Screen& screen) {
   for (int n = 0; screen.Result() == ModalResult::kNone; ++n) {
     moveFocus(screen, nullptr);
     const bool cancels = Below(4) == 0;
-    note(cancels ? "cancel" : "done");
     cancels ? screen.Cancel() : screen.Done();
     if (n < kMaxWaysOut) continue;
     stuck = screen.Name();
@@ -147,38 +135,25 @@ void RandomUser::openAny(Screen& screen) {
   moveFocus(screen, nullptr);
   Opener& opener = *openers[static_cast<std::size_t>(Below(openers.size()))];
   if (!opener.Usable()) return;
-  note("open " + opener.Opens() + " " + opener.ForWhich().value);
   opener.Press();
 }
 
 void RandomUser::use(Control& control) {
   if (auto* choice = dynamic_cast<Choice*>(&control)) {
     if (choice->Items.empty()) return;
-    const std::string item =
-        choice->Items[static_cast<std::size_t>(Below(choice->Items.size()))].Text;
-    note("pick " + control.Name() + " " + inQuotes(item));
-    choice->Pick(item);
+    choice->Pick(
+        std::string(choice->Items[static_cast<std::size_t>(Below(choice->Items.size()))].Text));
   } else if (control.Kind() == ControlKind::kCheck) {
-    const bool on = Below(2) == 0;
-    note("check " + control.Name() + (on ? " on" : " off"));
-    control.Check(on);
+    control.Check(Below(2) == 0);
   } else if (control.Kind() == ControlKind::kButton) {
-    note("press " + control.Name());
     control.Press();
   } else if (dynamic_cast<TextField*>(&control) == nullptr) {
     return;
   } else if (Below(3) == 0) {
-    const bool up = Below(3) != 0;
-    note("spin " + control.Name() + (up ? " up" : " down"));
-    control.Spin(up);
+    control.Spin(Below(3) != 0);
   } else {
-    const std::string text = textFor(control);
-    note("type " + control.Name() + " " + inQuotes(text));
-    control.TypeText(text);
-    if (Below(8) == 0) {
-      note("escape");
-      dynamic_cast<TextField&>(control).Escape();
-    }
+    control.TypeText(textFor(control));
+    if (Below(8) == 0) dynamic_cast<TextField&>(control).Escape();
   }
 }
 
@@ -199,28 +174,20 @@ std::string RandomUser::textFor(const Control& control) {
 Answer RandomUser::ShowBox(const platform::MessageBox& box) {
   titles.insert(box.title);
   if (box.text.starts_with("Unexpected error")) trouble = box.text;
-  const auto answer = [&] {
-    if (mood != Mood::kEdits) return unwilling(box);
-    // Improper values would give a program that can't be made.
-    if (box.title == "CONTINUE WITH IMPROPER VALUES ?") return Answer::kNo;
-    constexpr std::array kAnswers = {Answer::kYes, Answer::kNo, Answer::kCancel};
-    switch (box.buttons) {
-      case platform::Buttons::kOk:
-        return Answer::kOk;
-      case platform::Buttons::kOkCancel:
-        return Below(2) == 0 ? Answer::kOk : Answer::kCancel;
-      case platform::Buttons::kYesNo:
-        return kAnswers[static_cast<std::size_t>(Below(2))];
-      default:
-        return kAnswers[static_cast<std::size_t>(Below(3))];
-    }
-  }();
-  const char* const name = answer == Answer::kOk       ? "ok"
-                           : answer == Answer::kCancel ? "cancel"
-                           : answer == Answer::kYes    ? "yes"
-                                                       : "no";
-  note("# box " + inQuotes(box.title) + " " + name);
-  return answer;
+  if (mood != Mood::kEdits) return unwilling(box);
+  // Improper values would give a program that can't be made.
+  if (box.title == "CONTINUE WITH IMPROPER VALUES ?") return Answer::kNo;
+  constexpr std::array kAnswers = {Answer::kYes, Answer::kNo, Answer::kCancel};
+  switch (box.buttons) {
+    case platform::Buttons::kOk:
+      return Answer::kOk;
+    case platform::Buttons::kOkCancel:
+      return Below(2) == 0 ? Answer::kOk : Answer::kCancel;
+    case platform::Buttons::kYesNo:
+      return kAnswers[static_cast<std::size_t>(Below(2))];
+    default:
+      return kAnswers[static_cast<std::size_t>(Below(3))];
+  }
 }
 
 std::optional<std::string> RandomUser::AskOpen(const platform::FileDialog&) {

@@ -1,11 +1,10 @@
-// A user who acts at random on any screen and records the actions.
+// A user who acts at random on any screen.
 #pragma once
 
 #include <cstdint>
 #include <random>
 #include <set>
 #include <string>
-#include <vector>
 
 #include "controls/screen.h"
 
@@ -38,7 +37,6 @@ class RandomUser : public platform::Forms, public ScreenHost {
   void DoEvents() override {}
 
   int actions = 0;                         // so far
-  std::vector<std::string> log;            // the actions, as lines of a screen script
   std::set<std::string> screens;           // names of all that were shown
   std::set<std::string> titles;            // of all boxes
   ModalResult ended = ModalResult::kNone;  // result of the last screen opened from the main row
@@ -58,7 +56,6 @@ class RandomUser : public platform::Forms, public ScreenHost {
   std::string textFor(const Control& control);
   void leave(Screen& screen);
   void moveFocus(Screen& screen, Control* next);
-  void note(std::string line);
 
   std::mt19937 random_;
   int depth_ = 0;  // screens open

@@ -42,8 +42,6 @@ class ScriptedForms : public platform::Forms {
   std::vector<std::string> helpLines;
   platform::Pointer pointer = platform::Pointer::kNormal;
   int beeps = 0;
-  int rounds = 0;                           // of DoEvents
-  int restingRounds = 0;                    // the first so many of these sleep a millisecond each
   std::function<void()> meanwhile = [] {};  // actions of the user in each of them
   std::function<void()> onBox = [] {};      // before a box is shown
 
