@@ -13,6 +13,9 @@ constexpr std::string_view kTiming = "Timing";
 constexpr std::string_view kScaling = "Scaling";
 constexpr std::string_view kStorage = "Storage";
 constexpr std::string_view kAlwaysPublic = "A block calibrated on site is always public.";
+constexpr std::string_view kNeedsStrain = "Needs a strain style.";
+constexpr std::string_view kNoStrain = "Strain styles do not have it.";
+constexpr std::string_view kZeroPanel = "Shown by ZeroPanel.";
 constexpr std::string_view kNeedsMicros = "Needs the integration uSecs.";
 
 // A list shows the columns that suit the kind of its blocks.
@@ -68,7 +71,7 @@ constexpr Face kBridgeRows[] = {
     {"CheckCAO", kExcitation, "Continuous excitation"},
     {"RevExcite", kExcitation, "Reverse excitation"},
     {"ReverseMes", kTiming, "Reverse measurement", {}, "Needs a bridge with differential inputs."},
-    {"RevOutput", kScaling, "Reverse output polarity"},
+    {"RevOutput", kScaling, "Reverse output polarity", {}, kNeedsStrain},
     {"Range", kSensors, "Range"},
     {"OpenSensDetect", kSensors, "Open input detect"},
     {"IntegrationRange", kTiming, "Integration", kOptions},
@@ -77,12 +80,12 @@ constexpr Face kBridgeRows[] = {
     {"Units", kScaling, "Units"},
     {"DefaultMult", kScaling, "Multiplier", {}, kCalibratedOnSite},
     {"DefaultOffset", kScaling, "Offset", {}, kCalibratedOnSite},
-    {"GageFactor", kScaling, "Gauge factor"},
+    {"GageFactor", kScaling, "Gauge factor", {}, kNeedsStrain},
     {"Solve", kScaling, "Sol&ve"},
-    {"CalOnSite", kScaling, "Calibration on site"},
-    {"ZeroPanel", kScaling, "&Zero flag..."},
-    {"ZeroFlag", kScaling, "Zero flag"},
-    {"CloseZeroPanel", kScaling, "Close"},
+    {"CalOnSite", kScaling, "Calibration on site", {}, kNoStrain},
+    {"ZeroPanel", kScaling, "&Zero flag...", {}, kNoStrain},
+    {"ZeroFlag", kScaling, "Zero flag", {}, kZeroPanel},
+    {"CloseZeroPanel", kScaling, "Close", {}, kZeroPanel},
     {"ZeroFlagShown", kScaling, "Chosen zero flag"},
     {"Public", kStorage, "Public", {}, kAlwaysPublic},
     {"DataResolution", kStorage, "Resolution", kOptions},

@@ -212,7 +212,10 @@ void frmBrdgSetup::scaleByKind(int style, int styleBefore, bool changed) {
 void frmBrdgSetup::showPanels() {
   const bool strain = IsStrainStyle(kind_);
   const bool scaling = !strain && !CalOnSite.Checked();
-  DefaultMult.Visible = DefaultOffset.Visible = scaling;
+  for (NumericField* field : {&DefaultMult, &DefaultOffset}) {
+    field->Visible = scaling;
+    field->WhyDisabled = strain ? "Strain styles have gauge factors." : kCalibratedOnSite;
+  }
   Solve.Show(scaling, whyNoSolve());
   CalOnSite.Visible = !strain;
   GageFactor.Visible = strain;

@@ -106,7 +106,9 @@ void ThermocoupleControls::Show() {
   TypeNo.Index(screen_.Analog().TCType);
   Scale.Index(screen_.Analog().TempScale());
   Range.Index(screen_.Analog().RangeIndex() - kFirstRange);
-  TypeNo.Visible = Scale.Visible = screen_.OnThermocouples();
+  for (Choice* choice : {&TypeNo, &Scale}) {
+    choice->Show(screen_.OnThermocouples(), "Needs thermocouples.");
+  }
   setTypeInfo();
 }
 
@@ -117,7 +119,8 @@ void ThermocoupleControls::setTypeInfo() {
   const bool knownScale = scale >= 0 && scale < 4;
   const std::size_t at = knownScale ? static_cast<std::size_t>(scale) : 0;
   const bool ranges = type != nullptr && !type->split[0].empty() && knownScale;
-  Range.Visible = ranges && screen_.OnThermocouples();
+  Range.Show(ranges && screen_.OnThermocouples(),
+             screen_.OnThermocouples() ? "This type has one range." : "Needs thermocouples.");
   TypeInfo.Visible = !ranges && screen_.OnThermocouples();
   if (ranges) {
     Range.Items[0].Text = "> " + std::string(type->split[at]);

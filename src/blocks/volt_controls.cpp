@@ -86,7 +86,7 @@ void VoltControls::Show() {
   const cAnalogConfig& analog = screen_.Analog();
   const bool volts = !screen_.OnThermocouples();
   Control* const ofVolts[] = {&Units, &Range, &CalOnSite, &ZeroFlag};
-  for (Control* control : ofVolts) control->Visible = volts;
+  for (Control* control : ofVolts) control->Show(volts, "Thermocouples do not have it.");
   Range.Index(analog.RangeIndex());
   ZeroFlag.Index(analog.ZeroFlag);
   Units.Text(screen_.Data().DefaultUnits);

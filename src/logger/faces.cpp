@@ -15,6 +15,10 @@ constexpr std::string_view kNeedsTimedOn = "Needs Timed Power Off and Timed Powe
 constexpr std::string_view kNoRemainOff = "Needs Conditional Power Off without Remain Off.";
 constexpr std::string_view kNoTimedRemainOff = "Needs Timed Power Off without Remain Off.";
 constexpr std::string_view kRetries = "Needs Do Not Retry off.";
+// Panels that are hidden until their box is checked.
+constexpr std::string_view kOffPanel = "Shown with MonitorPower2.";
+constexpr std::string_view kSaverPanel = "Shown with MonitorPower3.";
+constexpr std::string_view kStatusPanel = "Shown with MonitorPower5.";
 constexpr std::string_view kPickedRow = "Needs a row picked in the list.";
 
 constexpr Face kConfigRows[] = {
@@ -32,14 +36,14 @@ constexpr Face kConfigRows[] = {
     {"BatteryOutput", "Special configuration", "Battery &output..."},
     {"PanelOutput", "Special configuration", "Panel o&utput..."},
 
-    {"EnablePowerOff", kConditionalPowerOff, "Conditional power off"},
+    {"EnablePowerOff", kConditionalPowerOff, "Conditional power off", {}, kOffPanel},
     {"RemainOff", kConditionalPowerOff, "Remain off", {}, kNeedsPowerOff},
     {"PowerOffTime", kConditionalPowerOff, "Interval", {}, kNoRemainOff},
     {"PowerOffMins", kConditionalPowerOff, "Interval unit", {}, kNoRemainOff},
     {"PowerOffInterval", kConditionalPowerOff, "Interval summary"},
     {"PowerOffCode", kConditionalPowerOff, "Statement", kCode},
 
-    {"EnableTime", kTimedOff, "Timed power off"},
+    {"EnableTime", kTimedOff, "Timed power off", {}, kOffPanel},
     {"TimeOffYear", kTimedOff, "Year", {}, kNoWeekDay},
     {"TimeOffMonth", kTimedOff, "Month", {}, kNoWeekDay},
     {"TimeOffDay", kTimedOff, "Day", {}, kNoWeekDay},
@@ -63,19 +67,19 @@ constexpr Face kConfigRows[] = {
     {"PowerOnString", kTimedOn, "Power-on time", kFigure},
 
     {"SaverText", "Battery saver", "Explanation"},
-    {"DefaultBattVolt", "Battery saver", "Default"},
+    {"DefaultBattVolt", "Battery saver", "Default", {}, kSaverPanel},
     {"BattTripVolts", "Battery saver", "Trip level (V)", {}, "Needs Default off."},
-    {"DoNotRetry", "Battery saver", "Do &Not Retry"},
+    {"DoNotRetry", "Battery saver", "Do &Not Retry", {}, kSaverPanel},
     {"RetryInterval", "Battery saver", "Retry interval", {}, kRetries},
     {"BattRetryMins", "Battery saver", "Retry interval unit", {}, kRetries},
     {"SaverInterval", "Battery saver", "Retry summary"},
 
-    {"StatusRows", "Status monitor", "Status field, comparison, value, flag", kTable},
-    {"StatusField", "Status monitor", "Status field"},
-    {"StatusCompare", "Status monitor", "Comp"},
-    {"StatusValue", "Status monitor", "Value"},
-    {"StatusFlag", "Status monitor", "Flag"},
-    {"StatTrueFalse", "Status monitor", "State of the flag", kOptions},
+    {"StatusRows", "Status monitor", "Status field, comparison, value, flag", kTable, kStatusPanel},
+    {"StatusField", "Status monitor", "Status field", {}, kStatusPanel},
+    {"StatusCompare", "Status monitor", "Comp", {}, kStatusPanel},
+    {"StatusValue", "Status monitor", "Value", {}, kStatusPanel},
+    {"StatusFlag", "Status monitor", "Flag", {}, kStatusPanel},
+    {"StatTrueFalse", "Status monitor", "State of the flag", kOptions, kStatusPanel},
     {"StatusCode", "Status monitor", "Program code", kCode},
     {"AddStatus", "Status monitor", "&Add", {}, "Needs a free row in the list."},
     {"ChangeStatus", "Status monitor", "C&hange", {}, kPickedRow},

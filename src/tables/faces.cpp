@@ -23,7 +23,7 @@ constexpr Face kOutIntRows[] = {
     {"FillStop", "Records", "Fill && Stop", {}, kTableOn},
     {"CalcTime", "Records", "Compress", {}, kTableOn},
     {"TableLocation", "Memory", "Location", kOptions, kTableOn},
-    {"PamCard", "Memory", "Card", kOptions, kTableOn},
+    {"PamCard", "Memory", "Card", kOptions, "Needs an enabled table on the PC card."},
     {"FlagTable", "Flags", "Write Flag", {}, kTableOn},
     {"FlagMark", "Flags", "Mark Flag", {}, kTableOn},
     {"FlagFull", "Flags", "Full Flag", {}, kTableOn},

@@ -108,6 +108,8 @@ constexpr Stop kStops[] = {
     {"open frmVoltBlock\nspin Count up\n",
      "line 2: frmVoltBlock has no control Count; did you mean BlockCount?"},
     {"open frmVoltBlock\npress Reps1\n", "line 2: Reps1 is hidden"},
+    {"open frmConfig\ncheck EnablePowerOff on\n",
+     "line 2: EnablePowerOff is hidden: Shown with MonitorPower2."},
     {"open frmVoltBlock\n", "line 1: frmVoltBlock is still open at the end of the script"},
     {"open frmVoltBlock\nescape\n", "line 2: no field has the focus"},
     {"open frmVoltBlock\n  expect BlockCount 1\ndone\n", "line 2: BlockCount shows \"0\""},
