@@ -117,8 +117,9 @@ bool compile(ProjectRun& run, Ostrand& session, std::string_view file) {
   settings.WarningMessageMask(settings.WarningMessageMask() | kShowCompileResult);
   session.RunPreCompile();
   if (session.CompileFailed()) {
-    if (!session.CompileSkipped().empty()) ReportError(session.CompileSkipped());
-    ReportError(std::string(file) + ": does not compile");
+    const bool skipped = !session.CompileSkipped().empty();
+    if (skipped) ReportError(session.CompileSkipped());
+    ReportError(std::string(file) + (skipped ? ": not compiled" : ": does not compile"));
     return false;
   }
   if (run.line.format == Format::kJson) {

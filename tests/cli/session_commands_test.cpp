@@ -163,7 +163,7 @@ TEST_F(CliSession, CompileShowsTheTimesAndStoresThemOnRequest) {
   EXPECT_EQ(skipped.code, 1);
   EXPECT_EQ(skipped.err, "ostrand: Skipped version. " OSTRAND_STAND_IN
                          " ended without a report\nostrand: " +
-                             project + ": does not compile\n");
+                             project + ": not compiled\n");
   EXPECT_EQ(ReadDisk(project), after);
 }
 
