@@ -77,12 +77,17 @@ TEST_F(AliasesTest, FlagNoticeListsAllUsers) {
   store->Config.MonitorPower[kMonitorStatus] = kTrue;
   store->Config.StatusMonCount = 1;
   store->Config.Status[1][4] = "3 T";
-  forms.ExpectBox("FLAG INFORMATION",
-                  "JUST LETTING YOU KNOW.\r\nDuring program execution, the state of Flag(3"
-                  "may potentially be set by the following program configuration settings:"
-                  "\r\nFlags Setup\r\nStatus Monitor\r\nTable 2 Run Flag\r\nTable 2 Full Flag"
-                  "\r\nVoltage Block 1\r\nTK40M Block 2");
-  CheckFlagUsage(forms, *store, 3);
+  for (const std::string monitor : {"\r\nStatus Monitor", ""}) {
+    forms.ExpectBox("FLAG INFORMATION",
+                    "JUST LETTING YOU KNOW.\r\nDuring program execution, the state of Flag(3"
+                    "may potentially be set by the following program configuration settings:"
+                    "\r\nFlags Setup" +
+                        monitor +
+                        "\r\nTable 2 Run Flag\r\nTable 2 Full Flag\r\nVoltage Block 1"
+                        "\r\nTK40M Block 2");
+    CheckFlagUsage(forms, *store, 3);
+    store->Config.MonitorPower[kMonitorStatus] = kFalse;
+  }
 }
 
 }  // namespace

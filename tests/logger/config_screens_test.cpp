@@ -52,6 +52,16 @@ TEST(Moments, MonthsHaveTheDaysOfTheCalendar) {
   }
 }
 
+TEST(Moments, ShowTheMonthsOfTheCalendar) {
+  constexpr std::pair<int, std::string_view> cases[] = {
+      {0, "---"}, {1, "Jan"}, {12, "Dec"}, {13, "---"}};
+  for (const auto& [month, name] : cases) {
+    OpenMoment moment;
+    moment[OpenMoment::kMonth] = month;
+    EXPECT_EQ(MomentPicture(moment).substr(5, 3), name);
+  }
+}
+
 TEST_F(ConfigScreens, BufferBeyondTheMemoryFlashes) {
   store->VoltBlock[1].ReverseMes = kFalse;
   store->VoltBlock[1].Integration = 20000;
