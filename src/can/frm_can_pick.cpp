@@ -114,18 +114,17 @@ void frmCanPick::openList() {
   if (path) load(*path);
 }
 
-bool frmCanPick::load(const std::string& path) {
+void frmCanPick::load(const std::string& path) {
   auto list = ReadCanList(request_.files, path);
   if (!list) {
     ShowWarning(Forms(), kOpenTitle, list.ErrorText());
-    return false;
+    return;
   }
-  if (!isForThisBus(path, kOpenTitle)) return false;
+  if (!isForThisBus(path, kOpenTitle)) return;
   list_ = std::move(list.Value());
   request_.path = path;
   edited_ = false;
   showList(-1);
-  return true;
 }
 
 bool frmCanPick::isForThisBus(const std::string& path, std::string_view title) {

@@ -58,7 +58,7 @@ class frmCanPick final : public Screen {
   [[nodiscard]] platform::FileDialog dialog(std::string_view title) const;
 
   void openList();
-  bool load(const std::string& path);
+  void load(const std::string& path);
   void newList();
   bool saveAs();
   bool saveList(const std::string& path);

@@ -170,5 +170,14 @@ TEST_F(ConditionsTest, RowIsComposedFromPicks) {
   EXPECT_EQ(set.Stored(1).Expression, "Flag(3) = False");
 }
 
+TEST_F(ConditionsTest, RowWithoutATextForItsValueShowsThatOfItsExpression) {
+  const ConditionRow rows[] = {{"Oil", 4, 3, 1e7F, "", "VBlk1(2) < 1e+07"},
+                               {"Flag(2)", 0, 0, 0, "", "Flag(2) = False"},
+                               {"Flag(2)", 0, 0, 0, "", "Flag(2)"}};
+  set.Load(rows, 3, "1 AND 2 AND 3");
+  EXPECT_EQ(shown("Value1") + " " + shown("Value2") + " " + shown("Value3"), "1e+07 False True");
+  for (int n = 1; n <= 3; ++n) EXPECT_EQ(set.Stored(n), rows[n - 1]);
+}
+
 }  // namespace
 }  // namespace ostrand
