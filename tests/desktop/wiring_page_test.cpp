@@ -342,5 +342,65 @@ TEST_F(Pictures, ChannelsSayWhatTheyDrawAndOpenTheirBlocks) {
   EXPECT_EQ(opened_.front().steps.back().which, "3");
 }
 
+// ---- Colours ------------------------------------------------------------------------------------
+
+using Vector = std::array<double, 3>;
+
+double linear(int channel) {
+  const double c = channel / 255.0;
+  return c <= 0.04045 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4);
+}
+
+// Machado and others (2009), full severity: normal, protan, deutan, tritan.
+using Matrix = std::array<Vector, 3>;
+constexpr std::array<Matrix, 4> kEyes = {{
+    {{{1, 0, 0}, {0, 1, 0}, {0, 0, 1}}},
+    {{{0.152286, 1.052583, -0.204868},
+      {0.114503, 0.786281, 0.099216},
+      {-0.003882, -0.048116, 1.051998}}},
+    {{{0.367322, 0.860646, -0.227968},
+      {0.280085, 0.672501, 0.047413},
+      {-0.011820, 0.042940, 0.968881}}},
+    {{{1.255528, -0.076749, -0.178779},
+      {-0.078411, 0.930809, 0.147602},
+      {0.004733, 0.691367, 0.303900}}},
+}};
+
+// CIE L*a*b* of a colour as such an eye sees it.
+Vector labOf(const QColor& color, const Matrix& eye) {
+  const Vector rgb = {linear(color.red()), linear(color.green()), linear(color.blue())};
+  Vector seen{};
+  for (std::size_t i = 0; i < 3; ++i) {
+    seen[i] = std::clamp(eye[i][0] * rgb[0] + eye[i][1] * rgb[1] + eye[i][2] * rgb[2], 0.0, 1.0);
+  }
+  const auto f = [](double t) { return t > 0.008856 ? std::cbrt(t) : 7.787 * t + 16.0 / 116; };
+  const double x = f((0.4124 * seen[0] + 0.3576 * seen[1] + 0.1805 * seen[2]) / 0.9505);
+  const double y = f(0.2126 * seen[0] + 0.7152 * seen[1] + 0.0722 * seen[2]);
+  const double z = f((0.0193 * seen[0] + 0.1192 * seen[1] + 0.9505 * seen[2]) / 1.089);
+  return {116 * y - 16, 500 * (x - y), 200 * (y - z)};
+}
+
+TEST(WireLooks, ColorsDifferToEveryEye) {
+  constexpr double kClearlyDifferent = 20;
+  constexpr double kMinContrast = 4.5;
+  for (const desktop::WireLook& one : desktop::WireLooks()) {
+    EXPECT_EQ(&desktop::LookOf(one.kind), &one);
+    const QColor color(one.color);
+    const double luminance = 0.2126 * linear(color.red()) + 0.7152 * linear(color.green()) +
+                             0.0722 * linear(color.blue());
+    EXPECT_GE((luminance + 0.05) / 0.05, kMinContrast) << one.name;
+    for (const desktop::WireLook& other : desktop::WireLooks()) {
+      if (&one == &other) continue;
+      EXPECT_NE(one.letter, other.letter);
+      for (const Matrix& eye : kEyes) {
+        const Vector a = labOf(color, eye);
+        const Vector b = labOf(QColor(other.color), eye);
+        EXPECT_GT(std::hypot(a[0] - b[0], a[1] - b[1], a[2] - b[2]), kClearlyDifferent)
+            << one.name << " and " << other.name;
+      }
+    }
+  }
+}
+
 }  // namespace
 }  // namespace ostrand

@@ -1,4 +1,5 @@
-// A random user on all screens: the project reads back as saved, and its program can be generated.
+// A random user on all screens: the project obeys the rules of the screens, reads back as saved,
+// and its program can be generated.
 //
 // OSTRAND_RANDOM_SEED repeats a failed round first, OSTRAND_RANDOM_ACTIONS sets the number of
 // actions.
@@ -16,11 +17,12 @@
 #include "model/new_store.h"
 #include "projectfile/genfile.h"
 #include "screens/setup_screens.h"
+#include "support/project_invariants.h"
 #include "support/project_random.h"
-#include "support/saved_keys.h"
 #include "support/temp_folder.h"
 #include "support/user_session.h"
 #include "text/number.h"
+#include "verify/verify_before_save.h"
 
 namespace ostrand {
 namespace {
@@ -51,13 +53,61 @@ std::unique_ptr<ProjectStore> readBack(std::string_view text) {
   return store;
 }
 
-// The keys that differ.
+// The lines that are in only one of the two texts.
 std::string difference(const std::string& before, const std::string& after) {
   std::string text;
-  for (const auto& change : testing::ChangedKeys(testing::KeysOf(before), testing::KeysOf(after))) {
-    text += change.key + ": " + change.before + " | " + change.after + "\n";
-  }
+  const auto add = [&](const std::string& from, const std::string& other, std::string_view mark) {
+    for (std::size_t at = 0; at < from.size();) {
+      const std::size_t end = std::min(from.find("\r\n", at), from.size());
+      const std::string line = from.substr(at, end - at);
+      if (other.find(line + "\r\n") == std::string::npos)
+        text.append(mark).append(line).append("\n");
+      at = end + 2;
+    }
+  };
+  add(before, after, "- ");
+  add(after, before, "+ ");
   return text.empty() && before != after ? "the order of lines" : text;
+}
+
+// The text that a cancelled screen restores: without edits made on separate screens, the
+// calculators and the outputs of reference temperatures, and without whether a reference is
+// measured.
+std::string withoutOwnScreens(const ProjectStore& project) {
+  const auto store = std::make_unique<ProjectStore>(project);
+  store->SpeedCalc = {};
+  store->MultOffCalc = store->PotCalc = {};
+  store->MVPerVoltCalc = {};
+  store->RsCalc = {};
+  store->RpmCalc = {};
+  store->MoreSpeedCalc = {};
+  store->FlowCalc = {};
+  store->Config.TcConfigOpts = {};
+  store->TcRef = {};
+  store->TK40MRef = {};
+  return saved(*store);
+}
+
+// Findings of the checks, one line each. The file does not store tables that are not in use,
+// outputs of written ports, and conditions of read ports.
+std::string findingsOf(const ProjectStore& project, platform::Forms& forms) {
+  const auto copy = std::make_unique<ProjectStore>(project);
+  ProjectStore& store = *copy;
+  for (OutputTable& table : store.Tables.Table) {
+    if (table.TableOn == kFalse) table = {};
+  }
+  for (PortSlot& slot : store.Ports.Slot) {
+    if (slot.ReadMode == kFalse) slot.Output = {};
+    for (Port& port : slot.Ports) {
+      if (slot.ReadMode != kFalse) port.State = {};
+    }
+  }
+  const CalcVarRefs none;
+  std::string text;
+  for (const Finding& finding : CheckAll({store, forms, -1, none})) {
+    text.append(finding.title).append(" ").append(finding.key).append("\r\n");
+  }
+  return text;
 }
 
 constexpr std::string_view kExamples[] = {"building-climate", "engine-test-cell",
@@ -73,6 +123,7 @@ class Round {
     // Viewing the screens normalizes the rest of a file.
     user_.mood = RandomUser::Mood::kLooks;
     for (int button = 0; button <= kExciteButton; ++button) look(button);
+    inStep_ = stepsMissed().empty();
   }
 
   // The first fault; empty for none.
@@ -111,23 +162,51 @@ class Round {
     session_.Click(button);
   }
 
+  // Faults of the blocks under either channel selection.
+  std::string stepsMissed() { return testing::SensorsOutOfStep(session_.Store()); }
+
+  // Faults after a visit of the button's screen.
+  std::string outOfOrder(int button, bool fitted) {
+    ProjectStore& store = session_.Store();
+    std::string text;
+    if (inStep_) text += stepsMissed();
+    if (fitted && button != kConfigurationButton) text += testing::ChannelsExceeded(store);
+    const bool places =
+        button == kThermocoupleButton || button == kVoltageButton || button == kBridgeButton;
+    if (places && inStep_ && user_.ended == ModalResult::kDone) text += testing::WrongStarts(store);
+    return text;
+  }
+
   std::string playVisit() {
     const int button = user_.Below(kExciteButton + 1);
     if (!session_.MainButtons().Enabled(button)) return {};
+    const std::string before = withoutOwnScreens(session_.Store());
+    const bool fitted = testing::ChannelsExceeded(session_.Store()).empty();
     user_.mood = RandomUser::Mood::kEdits;
     session_.Click(button);
     if (!user_.stuck.empty()) return user_.stuck + " can't be left";
     if (!user_.unexplained.empty()) return user_.unexplained + " does not say why it is disabled";
     if (!user_.trouble.empty()) return user_.trouble;
     const std::string after = saved(session_.Store());
+    if (user_.ended == ModalResult::kCancel && withoutOwnScreens(session_.Store()) != before) {
+      return "cancelled:\n" + difference(before, withoutOwnScreens(session_.Store()));
+    }
+    if (const std::string wrong = outOfOrder(button, fitted); !wrong.empty()) return wrong;
     const auto again = readBack(after);
     if (saved(*again) != after) return "read back:\n" + difference(after, saved(*again));
+    again->EstMeasTime = session_.Store().EstMeasTime;
+    const std::string found = findingsOf(session_.Store(), user_);
+    if (findingsOf(*again, user_) != found) {
+      return "checks after reading back:\n" + difference(found, findingsOf(*again, user_));
+    }
+
     look(button);
     session_.SavePipeline();
     if (programIsFull()) user_.trouble.clear();
     return user_.trouble;
   }
 
+  bool inStep_ = false;  // the project started in the form of its screens
   testing::UserSession<RandomUser> all_;
   RandomUser& user_ = all_.forms;
   Ostrand& session_ = all_.control;
