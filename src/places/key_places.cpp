@@ -214,9 +214,17 @@ void addOutputs(std::vector<ScreenStep>& steps, const Numbers& numbers) {
   steps.back().item = numbers.table - 1;
 }
 
+// Of a row with a control for each column: "NewName/Formula".
+std::string_view columnOf(std::string_view controls, int column) {
+  for (; column > 1 && controls.find('/') != std::string_view::npos; --column) {
+    controls = After(controls, "/");
+  }
+  return Before(controls, "/");
+}
+
 std::string controlOf(const KeyRow& row, const Numbers& numbers) {
   std::string control;
-  for (const char letter : row.control) {
+  for (const char letter : columnOf(row.control, numbers.other)) {
     if (letter == '#') {
       control += NumberText(numbers.item);
     } else if (letter == '@') {
@@ -260,6 +268,7 @@ ScreenPlace screenOf(const SectionRow& section, const KeyRow& row, const Numbers
   if (!isMain || ofTable) addSetup(place.steps, section, numbers);
   const bool edits = row.where == Where::kSetup && section.section == Section::kCalcFields;
   if (edits) place.steps.back().press = "Edit";
+  if (row.where == Where::kZeroPanel) place.steps.back().open = "ZeroPanel";
   const bool stores = row.where == Where::kOutputs || row.where == Where::kHistogram ||
                       row.where == Where::kRainflow || row.where == Where::kLevels;
   if (stores) addOutputs(place.steps, numbers);
@@ -305,13 +314,16 @@ std::string ValueInWords(std::string_view section, std::string_view key, std::st
 // ---- Screens ------------------------------------------------------------------------------------
 
 bool TakeStep(Screen& screen, const ScreenStep& step) {
+  const auto press = [&](std::string_view name) {
+    Control* button = screen.Find(name);
+    return button != nullptr && button->Usable() && screen.MoveFocus(button) && button->Press();
+  };
   if (!step.pick.empty()) {
     auto* choice = dynamic_cast<Choice*>(screen.Find(step.pick));
     if (choice == nullptr || !screen.MoveFocus(choice) || !choice->ClickAt(step.item)) return false;
   }
-  if (step.press.empty()) return true;
-  Control* button = screen.Find(step.press);
-  return button != nullptr && button->Usable() && screen.MoveFocus(button) && button->Press();
+  if (!step.open.empty()) press(step.open);
+  return step.press.empty() || press(step.press);
 }
 
 Opener* OpenerOf(const Screen& screen, const ScreenStep& next) {
@@ -322,8 +334,13 @@ Opener* OpenerOf(const Screen& screen, const ScreenStep& next) {
 }
 
 Control* UsableControl(const Screen& screen, std::string_view names) {
-  const Control* wanted = screen.Find(Before(names, "|"));
-  if (wanted == nullptr) wanted = screen.Find(After(names, "|"));
+  const Control* wanted = nullptr;
+  while (!names.empty()) {
+    Control* named = screen.Find(Before(names, "|"));
+    if (named != nullptr && named->Usable()) return named;
+    if (wanted == nullptr) wanted = named;
+    names = After(names, "|");
+  }
   if (wanted == nullptr) return nullptr;
   Control* usable = nullptr;
   bool passed = false;

