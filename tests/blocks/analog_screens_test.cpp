@@ -108,6 +108,32 @@ TEST_F(AnalogScreensTest, DoneWritesTheStartsOfAllBlocksOfAllKinds) {
   EXPECT_EQ(store->VoltBlock[1].StartChan, 1);
 }
 
+TEST_F(AnalogScreensTest, ProjectValuesStayUntilEdited) {
+  fill(store->VoltBlock, {{2, "Diff"}});
+  VoltBlockData& block = store->VoltBlock[1];
+  block.Integration = 300;
+  block.SettleTime = 55;
+  block.DefaultMult = 0.123456789F;
+  block.DataResolution = "Long";
+  block.Alias[1].AliasMult = NumberText(block.DefaultMult) + "0";
+  const float mult = block.DefaultMult;
+  frmVoltBlock list(context);
+  edit(list, "frmVoltSetup", "1", [](Screen& setup) {
+    EXPECT_EQ(Shown(setup, "Integration"), "300");
+    Usable(setup, "Integration");
+    Usable(setup, "DefaultMult");
+    EXPECT_EQ(Shown(setup, "DataResolution"), "");
+    Check(setup, "Public", true);
+  });
+  list.Done();
+  EXPECT_EQ(block.Integration, 300);
+  EXPECT_EQ(block.SettleTime, 55);
+  EXPECT_EQ(block.DefaultMult, mult);
+  EXPECT_EQ(block.DataResolution, "Long");
+  EXPECT_EQ(block.Alias[1].AliasMult, NumberText(mult) + "0");
+  EXPECT_EQ(block.Public, kTrue);
+}
+
 TEST_F(AnalogScreensTest, ReferenceIsMeasuredForThermocouplesOnly) {
   store->Config.TK40MQty = 1;
   fill(store->TK40MBlock, {{3, ""}});
@@ -140,6 +166,37 @@ TEST_F(AnalogScreensTest, ReferenceIsMeasuredForThermocouplesOnly) {
     change(list);
     list.Done();
   }
+}
+
+TEST_F(AnalogScreensTest, MultiplexerBlockDropsVoltSettings) {
+  store->Config.TK40MQty = 1;
+  fill(store->TK40MBlock, {{2, ""}});
+  TK40MBlockData& block = store->TK40MBlock[1];
+  block.CalOnSite = 1;  // applies to volts only, and does not lock thermocouples
+  block.Alias[1] = {"Oil", "Deg_F", "1.8", "32", "0"};
+  block.Alias[2] = {"", "Deg_F", "3", "32", "2"};
+  frmTK40MBlock list(context);
+  edit(list, "frmTK40MSetup", "1", [](Screen& setup) {
+    EXPECT_TRUE(IsUsable(setup, "DefaultMult") && IsUsable(setup, "Public"));
+    Pick(setup, "TK40Volts", "Millivolts");
+    Pick(setup, "Range", "Auto");
+    Check(setup, "CalOnSite", true);
+    Pick(setup, "ZeroFlag", "2");
+    Pick(setup, "TK40Volts", "Thermocouples");
+    EXPECT_TRUE(IsUsable(setup, "Public"));
+    Pick(setup, "TypeNo", "K");
+  });
+  list.Done();
+  EXPECT_EQ(block.TK40Volts, 0);
+  EXPECT_EQ(block.TypeNo, 2);
+  EXPECT_EQ(block.Units, "Deg_F");
+  EXPECT_EQ(block.MeasType, "");
+  EXPECT_EQ(block.RangeNo, 30);
+  EXPECT_EQ(block.ZeroFlag, 0);
+  EXPECT_EQ(block.CalOnSite, 0);
+  EXPECT_EQ(block.Alias[1].AliasName, "Oil");
+  EXPECT_EQ(block.Alias[1].AliasUnits + block.Alias[1].AliasMult, "");
+  EXPECT_EQ(block.Alias[2].AliasUnits + block.Alias[2].AliasMult, "3");
 }
 
 }  // namespace

@@ -33,6 +33,97 @@ class BridgeScreen : public ScreenTest {
   }
 };
 
+TEST_F(BridgeScreen, KindSetsMembersOfItsStatement) {
+  struct Case {
+    std::string_view caption;
+    std::string_view type;
+    std::string_view measType;
+    std::string_view units;
+    i16 gageCode;
+    float mult;
+    bool strain;
+  };
+  constexpr Case cases[] = {
+      {"4 Wire Full Bridge (Vx)", "BrFull", "Diff", "mVoltPVolt", 9, 7, false},
+      {"6 Wire Full Bridge (Vx)", "BrFull6W", "Diff", "mVoltPVolt", 9, 7, false},
+      {"Half Bridge (Vx)", "BrHalf", "SE", "VoltsPVolt", 9, 7, false},
+      {"3 Wire Half Bridge (Vx)", "BrHalf3W", "SE", "VoltsPVolt", 9, 7, false},
+      {"Resistance Bridge (Vx)", "BrHalf3W", "SE", "Ohms", 9, 10000, false},
+      {"1/4 Bridge Strain (Vx)", "BrFull", "Diff", "uStrain", 1, 1, true},
+      {"1/2 Bridge Strain (Vx)", "BrFull", "Diff", "uStrain", 3, 1, true},
+      {"Full Bridge Strain (Vx)", "BrFull", "Diff", "uStrain", 4, 1, true},
+  };
+  for (int style = 0; style < 8; ++style) {
+    const Case& row = cases[style];
+    SCOPED_TRACE(row.caption);
+    ORVUS_COMMON::SetBridgeDefaults(*store, 0);
+    BridgeBlockData& data = give(1, style == 0 ? 1 : 0, 3, 1);
+    data.GageCode = 9;
+    data.GageFactor = 2.1F;
+    data.DefaultMult = 7;
+    const float offset = style % 2 == 0 ? 5 : 0;
+    data.DefaultOffset = offset;
+    data.DataResolution = "FP2";
+    data.Range = "50 mV ";
+    data.Alias[90].AliasUnits = "kN";
+    data.CalOnSite = 1;
+    inSetup(1, [&](Screen& setup) {
+      EXPECT_EQ(setup.Find("Range")->Text(), "50 mV");
+      Pick(setup, "Style", row.caption);
+      if (row.strain) Type(setup, "GageFactor", "2.05");
+    });
+    EXPECT_EQ(data.Style, style);
+    EXPECT_EQ(data.Type, row.type);
+    EXPECT_EQ(data.MeasType, row.measType);
+    EXPECT_EQ(data.Units, row.units);
+    EXPECT_EQ(data.GageCode, row.gageCode);
+    EXPECT_EQ(data.DataResolution, "IEEE4");
+    EXPECT_EQ(data.DefaultMult, row.mult);
+    EXPECT_EQ(data.DefaultOffset, row.strain ? 2.05F : (style == 4 ? 0 : offset));
+    EXPECT_EQ(data.GageFactor, row.strain ? 2.05F : 2.1F);
+    EXPECT_EQ(data.CalOnSite, row.strain ? 0 : 1);
+    EXPECT_EQ(data.Alias[1].AliasOffset, row.strain ? "0" : "");
+    EXPECT_EQ(data.Alias[90].AliasUnits, "");
+  }
+}
+
+TEST_F(BridgeScreen, CountsStopAtLastChannel) {
+  struct Case {
+    int style;
+    int voltChannels;
+    bool autoChan;
+    int start;
+    std::string_view typed;
+    std::string_view taken;
+  };
+  constexpr Case cases[] = {
+      {0, 0, true, 1, "21", "20"},    {1, 0, true, 1, "11", "10"}, {2, 37, true, 1, "9", "3"},
+      {3, 37, true, 1, "9", "1"},     {4, 30, true, 1, "50", "5"}, {0, 37, true, 1, "2", "1"},
+      {0, 40, true, 1, "2", "0"},     {0, 0, false, 15, "9", "6"}, {1, 0, false, 15, "9", "6"},
+      {2, 40, false, 15, "99", "26"}, {2, 0, false, 1, "-3", "0"}, {2, 0, false, 1, "2.9", "2"},
+  };
+  for (const Case& row : cases) {
+    SCOPED_TRACE(::testing::Message() << row.style << " " << row.typed);
+    ORVUS_COMMON::SetBridgeDefaults(*store, 0);
+    store->Config.AutoChan = row.autoChan ? kTrue : kFalse;
+    store->VoltBlock.SEChannelCount = static_cast<i16>(row.voltChannels);
+    BridgeBlockData& data = give(1, row.style, 0, 1);
+    data.ExciteReps = 1;
+    data.StartChan = static_cast<i16>(row.start);
+    forms.CollectBoxes();
+    inSetup(1, [&](Screen& setup) {
+      Type(setup, "Reps", row.typed);
+      EXPECT_EQ(Shown(setup, "Reps"), row.taken);
+      Type(setup, "Reps", "");
+      EXPECT_EQ(NumberText(int{data.Reps}), row.taken) << "a blank is left alone";
+    });
+    EXPECT_EQ(NumberText(int{data.Reps}), row.taken);
+  }
+  for (const auto& box : forms.shown) {
+    EXPECT_TRUE(box.title == "CORRECTION" || box.title == "TROUBLE") << box.title;
+  }
+}
+
 TEST_F(BridgeScreen, SensorsStayWhereAnEmptyBlockExceedsThePanel) {
   store->Config.AutoChan = kTrue;
   store->VoltBlock.SEChannelCount = 39;

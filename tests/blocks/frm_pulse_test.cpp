@@ -49,5 +49,36 @@ TEST_F(PulseScreen, BlanksMeanHighLevelAndFullResolution) {
   EXPECT_EQ(data.DataResolution, "FP2");
 }
 
+TEST_F(PulseScreen, UnitsOfSensorsFollowThoseOfTheBlock) {
+  struct Case {
+    int opt;
+    std::string_view picks[2];
+    std::string_view typed;
+    std::string_view block;   // the units at the end
+    std::string_view hertz;   // result for a sensor with "Hz"
+    std::string_view counts;  // and for one with "Counts"
+  };
+  constexpr Case cases[] = {{1, {"Totl", "Totl"}, "", "Counts", "Counts", "Counts"},
+                            {1, {"Totl", "Totl"}, "turns", "turns", "turns", "Counts"},
+                            {1, {"Totl", "Freq"}, "", "Hz", "Hz", "Hz"},
+                            {1, {"Totl", "Freq"}, "rpm", "rpm", "rpm", "rpm"},
+                            {1, {"Freq", "Freq"}, "rpm", "rpm", "rpm", "Counts"},
+                            {0, {"Freq", "Freq"}, "", "Hz", "Hz", "Hz"}};
+  for (const Case& row : cases) {
+    SCOPED_TRACE(::testing::Message() << row.picks[0] << row.picks[1] << row.typed);
+    ORVUS_COMMON::SetPulseDefaults(*store, 0, 0);
+    PulseBlockData& data = give(1, 2, row.opt);
+    data.Alias[1].AliasUnits = "Hz";
+    data.Alias[2].AliasUnits = "Counts";
+    inSetup(1, [&](Screen& setup) {
+      for (const auto pick : row.picks) Pick(setup, "Option", pick);
+      if (!row.typed.empty()) Type(setup, "Units", row.typed);
+    });
+    EXPECT_EQ(data.Units, row.block);
+    EXPECT_EQ(data.Alias[1].AliasUnits, row.hertz);
+    EXPECT_EQ(data.Alias[2].AliasUnits, row.counts);
+  }
+}
+
 }  // namespace
 }  // namespace ostrand

@@ -3,6 +3,7 @@
 #include "logger/config_moment.h"
 #include "logger/frm_config.h"
 #include "logger/frm_execute.h"
+#include "logger/frm_flags.h"
 #include "support/table_screens_fixture.h"
 
 namespace ostrand {
@@ -39,6 +40,35 @@ TEST_F(ConfigScreens, StatusRowIsVariableAtOnce) {
   check(screen, "MonitorPower2", true);
   check(screen, "EnablePowerOff", true);
   pick(screen, "PowerOffMeasVar", "Status.SkippedScan(1,1)");
+}
+
+TEST_F(ConfigScreens, ViewedSettingsStayUnchanged) {
+  Configuration& config = store->Config;
+  config.MonitorPower[kMonitorBattery] = config.MonitorPower[kMonitorPowerControl] = kTrue;
+  config.PowerOffMeasVar = "BattVolt";
+  config.PowerOffCompare = 4;
+  config.PowerOffValue = 10.8F;
+  config.PowerOffLine = "If BattVolt < 10.8 Then";
+  config.PowerOffMins = 1;
+  config.PowerOnMins = 2;
+  store->Flags[1].FlagInclude = kTrue;
+  store->Flags[1].State[1] = {"VBlk1(3)", 1, 5, "VBlk1(3) <> 5"};
+  store->Flags[1].State[2] = {"VBlk1(3)", 3, 5, "VBlk1(3) >= 5"};
+  const Configuration before = config;
+  const FlagControl flagBefore = store->Flags[1];
+  frmConfig screen(context);
+  EXPECT_EQ(shown(screen, "PowerOffCompare"), " <") << "the line decides, not the code";
+  screen.Done();
+  EXPECT_EQ(config.PowerOffLine, before.PowerOffLine);
+  EXPECT_EQ(config.PowerOffCompare, before.PowerOffCompare);
+  frmFlags flags(context);
+  EXPECT_EQ(shown(flags, "State1FlagExpression1"), "VBlk1(3) <> 5");
+  EXPECT_EQ(shown(flags, "State2FlagCompare1"), " >=");
+  flags.Done();
+  for (int state : {1, 2}) {
+    EXPECT_EQ(store->Flags[1].State[state].FlagExpression, flagBefore.State[state].FlagExpression);
+    EXPECT_EQ(store->Flags[1].State[state].FlagCompare, flagBefore.State[state].FlagCompare);
+  }
 }
 
 TEST(Moments, MonthsHaveTheDaysOfTheCalendar) {

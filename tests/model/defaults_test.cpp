@@ -22,6 +22,43 @@ class Defaults : public ::testing::Test {
   ProjectStore& store = *owned;
 };
 
+// Each kind differs from its neighbours in these members only.
+TEST_F(Defaults, DifferByBlockKind) {
+  const struct {
+    const AnalogBlock& block;
+    const char *resolution, *units, *measType, *range;
+    float mult, offset;
+    i16 rangeNo;
+    flag openSensor;
+  } cases[] = {
+      {store.TempBlock[7], "FP2", "Deg_F", "Diff", "50 mV", 1.8F, 32, 30, kTrue},
+      {store.VoltBlock[7], "FP2", "mVolts", "Diff", "50 mV", 1, 0, 50, kTrue},
+      {store.BridgeBlock[7], "IEEE4", "mVoltPVolt", "Diff", "200 mV", 1, 0, 50, kFalse},
+      {store.TK40MBlock[7], "FP2", "Deg_F", "", "50 mV", 1.8F, 32, 30, kTrue},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.units);
+    EXPECT_EQ(c.block.DataResolution, c.resolution);
+    EXPECT_EQ(c.block.Units, c.units);
+    EXPECT_EQ(c.block.MeasType, c.measType);
+    EXPECT_EQ(c.block.Range, c.range);
+    EXPECT_EQ(c.block.DefaultMult, c.mult);
+    EXPECT_EQ(c.block.DefaultOffset, c.offset);
+    EXPECT_EQ(c.block.RangeNo, c.rangeNo);
+    EXPECT_EQ(c.block.OpenSensDetect, c.openSensor);
+    EXPECT_EQ(c.block.Integration, 250);
+    EXPECT_EQ(c.block.SettleTime, 200);
+    EXPECT_EQ(c.block.ReverseMes, kTrue);
+    EXPECT_EQ(c.block.Alias[100].AliasExcept, "0");
+  }
+  // Second states compare in the opposite direction.
+  for (int state = 0; state <= 1; ++state) {
+    EXPECT_EQ(store.Tables[6].Trigger[state][10].StartCompare, 1 + state);
+    EXPECT_EQ(store.Flags[8].State[1 + state].FlagCompare, 1 + state);
+    EXPECT_EQ(store.Ports.Slot[1].Ports[9].State[state].Compare, 1 + state);
+  }
+}
+
 TEST_F(Defaults, ReleaseKeepsTheBlocksBelowTheIndex) {
   VoltBlockGroup& volts = store.VoltBlock;
   volts.BlockCount = 5;

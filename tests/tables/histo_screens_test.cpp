@@ -2,6 +2,7 @@
 // record size and table description agree on it.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 
 #include "documents/table_description.h"
@@ -47,6 +48,46 @@ class HistoScreens : public testing::TableScreens {
     press(screen, "Add" + std::string(list));
   }
 };
+
+TEST_F(HistoScreens, ViewedParametersStayAsWritten) {
+  histo().HistogramCode = "20,000,1,-150,200";
+  histo().RainHistoCode = "5,10,0,0,40";
+  frmHistogram histogram(context, {histo(), 1, "FP2"});
+  const std::pair<std::string_view, std::string_view> fields[] = {
+      {"LowerLimit", "-150"}, {"UpperLimit", "200"}, {"Form", "0"}, {"Weight", "1"}};
+  for (const auto& [name, text] : fields) EXPECT_EQ(shown(histogram, name), text) << name;
+  histogram.Done();
+  EXPECT_EQ(histo().HistogramCode, "20,000,1,-150,200");
+  frmRainHisto rain(context, {histo(), 1, "FP2"});
+  EXPECT_EQ(shown(rain, "UpperLimit"), "40");
+  rain.Done();
+  EXPECT_EQ(histo().RainHistoCode, "5,10,0,0,40");
+  frmHistogram again(context, {histo(), 1, "FP2"});
+  type(again, "Bins", "25");
+  again.Done();
+  EXPECT_EQ(histo().HistogramCode, "25,-150,200,0,1");
+
+  for (const std::string_view bad : {"", "5", "a,b,c,d,e", "1,2,3,4,5,6", ",,,,"}) {
+    histo().HistogramCode = bad;
+    frmHistogram screen(context, {histo(), 1, "FP2"});
+    EXPECT_EQ(shown(screen, "Bins"), "0") << bad;
+    screen.Cancel();
+    EXPECT_TRUE(screen.UserCancelled);
+    EXPECT_EQ(histo().HistogramCode, bad);
+  }
+
+  histo().LevelCode = "4,3,0,0.5";
+  histo().NumDims = 1;
+  histo().LevelMeasName = "Flag(1)";
+  histo().LevelMeas = 7;
+  histo().LevNumLevels = histo().LevNumTests = 2;
+  histo().LevelVarOne[1] = histo().LevelVarTwo[1] = 1;
+  frmLevel level(context, {histo(), 1, "FP2", "VBlk1"});
+  EXPECT_EQ(shown(level, "LevelMeas"), "Flag(1)");
+  level.Done();
+  EXPECT_EQ(histo().LevelCode, "4,3,0,0.5");
+  EXPECT_EQ(histo().LevelMeas, 7);
+}
 
 TEST_F(HistoScreens, LevelsAreUniqueAndAtMost40) {
   frmLevel screen(context, {histo(), 1, "FP2", "VBlk1"});
