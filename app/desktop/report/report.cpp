@@ -271,27 +271,54 @@ class Report {
     }
   }
 
+  // Whether two groups of a screen have a caption in common, so that only their titles tell what is
+  // meant: the month of power off and of power on.
+  static bool needsTitles(const ListedScreen& screen) {
+    QStringList captions;
+    for (const ListedGroup& group : screen.groups) {
+      for (const auto& [caption, value] : group.facts) captions << caption;
+    }
+    return captions.removeDuplicates() > 0;
+  }
+
   // Short facts two beside each other, long ones below them.
   static void facts(ReportPages& pages, const ListedScreen& screen) {
     constexpr qsizetype kMaxShort = 28;
-    std::vector<std::pair<QString, QString>> rows;
+    struct Fact {
+      QString caption;
+      QString value;
+      bool isTitle = false;
+    };
+    std::vector<Fact> rows;
     QStringList others;
+    const bool titles = needsTitles(screen);
     for (const ListedGroup& group : screen.groups) {
+      if (titles) rows.push_back({group.title, {}, true});
       for (const auto& [caption, value] : group.facts) {
         if (value.size() > kMaxShort) {
           others << caption + QStringLiteral(": ") + value;
         } else {
-          rows.emplace_back(caption, value);
+          rows.push_back({caption, value});
         }
       }
+      if (titles && rows.back().isTitle) rows.pop_back();
     }
-    const std::size_t half = (rows.size() + 1) / 2;
-    pages.Table({{{}, 3}, {{}, 3}, {{}, 3}, {{}, 3}}, half,
-                [&](std::size_t row, std::size_t column) {
-                  const std::size_t at = column < 2 ? row : row + half;
-                  if (at >= rows.size()) return QString();
-                  return column % 2 == 0 ? rows[at].first : rows[at].second;
-                });
+    std::size_t half = (rows.size() + 1) / 2;
+    if (half < rows.size() && rows[half - 1].isTitle) ++half;  // goes with what follows it
+    const auto at = [&](std::size_t row, std::size_t column) {
+      return column < 2 ? row : row + half;
+    };
+    pages.Table(
+        {{{}, 3}, {{}, 3}, {{}, 3}, {{}, 3}}, half,
+        [&](std::size_t row, std::size_t column) {
+          const std::size_t fact = at(row, column);
+          if (fact >= rows.size()) return QString();
+          return column % 2 == 0 ? rows[fact].caption : rows[fact].value;
+        },
+        [&](std::size_t row, std::size_t column) {
+          const std::size_t fact = at(row, column);
+          return fact < rows.size() && rows[fact].isTitle;
+        });
     for (const QString& text : others) pages.Paragraph(text);
   }
 

@@ -21,7 +21,7 @@ constexpr qreal kCode = 7 * kPoint;
 constexpr qreal kLeading = 1.3;      // height of a line, of its font
 constexpr std::size_t kMinRows = 6;  // together on a page
 constexpr qreal kMinPart = 0.33;     // of a page, for a part to begin on it
-constexpr qreal kCellGap = 4 * kPoint;
+constexpr qreal kCellGap = 6 * kPoint;
 constexpr qreal kMinStretch = 0.5;
 
 QFont fontOf(qreal size, bool bold = false) {
@@ -199,7 +199,8 @@ void ReportPages::Lines(const std::vector<QString>& lines,
 // ---- Tables -------------------------------------------------------------------------------------
 
 void ReportPages::Table(const std::vector<ReportColumn>& columns, std::size_t rows,
-                        const std::function<QString(std::size_t row, std::size_t column)>& text) {
+                        const std::function<QString(std::size_t row, std::size_t column)>& text,
+                        const std::function<bool(std::size_t row, std::size_t column)>& isBold) {
   const bool heads = std::any_of(columns.begin(), columns.end(),
                                  [](const ReportColumn& column) { return !column.head.isEmpty(); });
   const qreal height = kTableText * kLeading;
@@ -216,7 +217,9 @@ void ReportPages::Table(const std::vector<ReportColumn>& columns, std::size_t ro
       continue;
     }
     if (heads) {
-      tableRow(columns, bold, [&](std::size_t column) { return columns[column].head; });
+      tableRow(
+          columns, [&](std::size_t column) { return columns[column].head; },
+          [&](std::size_t) -> const QFont& { return bold; });
       if (painter_ != nullptr) {
         painter_->setPen(QPen(Qt::black, kPoint / 2));
         painter_->drawLine(QPointF(0, y_), QPointF(size_.width(), y_));
@@ -227,15 +230,20 @@ void ReportPages::Table(const std::vector<ReportColumn>& columns, std::size_t ro
       if (painter_ == nullptr) {
         y_ += height;
       } else {
-        tableRow(columns, font, [&](std::size_t column) { return text(at, column); });
+        tableRow(
+            columns, [&](std::size_t column) { return text(at, column); },
+            [&](std::size_t column) -> const QFont& {
+              return isBold && isBold(at, column) ? bold : font;
+            });
       }
     }
     if (at < rows) EndPage();
   }
 }
 
-void ReportPages::tableRow(const std::vector<ReportColumn>& columns, const QFont& font,
-                           const std::function<QString(std::size_t)>& text) {
+void ReportPages::tableRow(const std::vector<ReportColumn>& columns,
+                           const std::function<QString(std::size_t)>& text,
+                           const std::function<const QFont&(std::size_t)>& font) {
   const qreal height = kTableText * kLeading;
   if (painter_ != nullptr) {
     qreal sum = 0;
@@ -243,7 +251,8 @@ void ReportPages::tableRow(const std::vector<ReportColumn>& columns, const QFont
     qreal x = 0;
     for (std::size_t column = 0; column < columns.size(); ++column) {
       const qreal width = columns[column].width / sum * size_.width();
-      cell(QRectF(x, y_, width - kCellGap, height), font, text(column), columns[column].right);
+      cell(QRectF(x, y_, width - kCellGap, height), font(column), text(column),
+           columns[column].right);
       x += width;
     }
   }

@@ -43,10 +43,11 @@ class ReportPages {
   // Lines in a fixed font, wrapped where they are too long. Bold ones by their index.
   void Lines(const std::vector<QString>& lines,
              const std::function<bool(std::size_t)>& isBold = {});
-  // `text` gives the cell of a row and a column. Without heads there is no line of them. A text
-  // that is too wide is condensed.
+  // `text` gives the cell of a row and a column, `isBold` those that stand out. Without heads there
+  // is no line of them. A text that is too wide is condensed.
   void Table(const std::vector<ReportColumn>& columns, std::size_t rows,
-             const std::function<QString(std::size_t row, std::size_t column)>& text);
+             const std::function<QString(std::size_t row, std::size_t column)>& text,
+             const std::function<bool(std::size_t row, std::size_t column)>& isBold = {});
   // A part of a scene in the width of the page, smaller if the page is not high enough.
   void Picture(QGraphicsScene& scene, const QRectF& source);
   void Gap(qreal height);
@@ -72,8 +73,9 @@ class ReportPages {
   void paintFrame();
   // Rows of this height that go on the present page of so many that remain; 0 for none.
   [[nodiscard]] std::size_t rowsHere(std::size_t remaining, qreal height) const;
-  void tableRow(const std::vector<ReportColumn>& columns, const QFont& font,
-                const std::function<QString(std::size_t)>& text);
+  void tableRow(const std::vector<ReportColumn>& columns,
+                const std::function<QString(std::size_t)>& text,
+                const std::function<const QFont&(std::size_t)>& font);
   void cell(const QRectF& box, const QFont& font, const QString& text, bool right);
 
   QSizeF size_;

@@ -120,7 +120,9 @@ ListedScreen ListingOf(const Screen& screen, const QString& title) {
       continue;
     }
     const QString value = valueOf(*control);
-    if (control->Caption.empty() && value.isEmpty()) continue;
+    // A list of rows with columns shows them in the fields below it.
+    const bool isList = control->Kind() == ControlKind::kTable;
+    if ((control->Caption.empty() || isList) && value.isEmpty()) continue;
     partOf(listed.groups, group).facts.emplace_back(captionOf(*control), value);
   }
   return listed;
