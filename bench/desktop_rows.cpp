@@ -27,6 +27,7 @@
 #include "pages/channels_page.h"
 #include "pages/checks_page.h"
 #include "pages/program_page.h"
+#include "pages/summary_page.h"
 #include "pages/tables_page.h"
 #include "pages/wiring_page.h"
 #include "process.h"
@@ -287,6 +288,15 @@ Figure redrawProgram() {
   return redrawOf(page, desk, [&] { page.Show(desk.control, *desk.store); });
 }
 
+Figure redrawSummary() {
+  Desk desk(MakeLargestProject);
+  desktop::SummaryPage page(nullptr);
+  return redrawOf(page, desk, [&] {
+    desk.control.Summarize();
+    page.Show(desk.control.SummaryBox());
+  });
+}
+
 Figure redrawTables() {
   Desk desk(MakeLargestProject);
   desktop::TablesPage page([&]() -> const ProjectStore& { return *desk.store; }, nullptr);
@@ -400,6 +410,7 @@ std::vector<Row> DesktopRows() {
       {"channels", "redraw of the channels, ms of the processor", 100,
        redraw<desktop::ChannelsPage>},
       {"program", "redraw of the longest program, ms of the processor", 100, redrawProgram},
+      {"summary", "redraw of the summary, ms of the processor", 100, redrawSummary},
       {"tables", "redraw of the tables, ms of the processor", 100, redrawTables},
       {"checks", "redraw of the checks, ms of the processor", 100, redrawChecks},
       {"unseen", "reading a project with all pages seen before, to none", 1.1, unseen},

@@ -150,8 +150,13 @@ void ChannelsScene::drawTotal(const ProjectStore& store, const std::vector<ScanS
   y_ += kRow + 8;
   QString sentence =
       QStringLiteral("The scan interval is %1, at the thick line.").arg(micros(interval));
-  if (isTooLong) sentence += QStringLiteral(" THE MEASUREMENTS TAKE LONGER.");
   text(sentence, {kNames, y_}, isTooLong);
+  if (isTooLong) {
+    const QString warning = QStringLiteral("THE MEASUREMENTS TAKE LONGER.");
+    y_ += kRow;
+    text(warning, {kNames, y_}, true);
+    sentence += u' ' + warning;
+  }
   words_ << QStringLiteral("All measurements: ") + value.simplified() << sentence;
   y_ += kRow + 4;
 }

@@ -143,14 +143,15 @@ void ProgramView::layOut() {
   auto* split = new QSplitter(Qt::Horizontal, this);
   split->addWidget(sections_);
   split->addWidget(right);
-  split->setStretchFactor(0, 1);
-  split->setStretchFactor(1, 3);
+  split->setStretchFactor(0, 0);
+  split->setStretchFactor(1, 1);
   // The longest title, in bold.
   QFont bold = sections_->font();
   bold.setBold(true);
   const int width =
       QFontMetrics(bold).horizontalAdvance(QStringLiteral("ALIASES & OTHER VARIABLES  ")) +
       style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+  sections_->setMinimumWidth(width);
   split->setSizes({width, 3 * width});
   auto* all = new QVBoxLayout(this);
   all->setContentsMargins(0, 0, 0, 0);

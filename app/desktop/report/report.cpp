@@ -284,6 +284,7 @@ class Report {
   // Short facts two beside each other, long ones below them.
   static void facts(ReportPages& pages, const ListedScreen& screen) {
     constexpr qsizetype kMaxShort = 28;
+    constexpr qsizetype kMaxCaption = 34;
     struct Fact {
       QString caption;
       QString value;
@@ -295,7 +296,7 @@ class Report {
     for (const ListedGroup& group : screen.groups) {
       if (titles) rows.push_back({group.title, {}, true});
       for (const auto& [caption, value] : group.facts) {
-        if (value.size() > kMaxShort) {
+        if (value.size() > kMaxShort || caption.size() > kMaxCaption) {
           others << caption + QStringLiteral(": ") + value;
         } else {
           rows.push_back({caption, value});
@@ -309,7 +310,7 @@ class Report {
       return column < 2 ? row : row + half;
     };
     pages.Table(
-        {{{}, 3}, {{}, 3}, {{}, 3}, {{}, 3}}, half,
+        {{{}, 7}, {{}, 6}, {{}, 7}, {{}, 6}}, half,
         [&](std::size_t row, std::size_t column) {
           const std::size_t fact = at(row, column);
           if (fact >= rows.size()) return QString();

@@ -4,6 +4,7 @@
 #include <array>
 #include <map>
 
+#include "controls/choice.h"
 #include "model/new_store.h"
 #include "places/settings_in_words.h"
 #include "platform/surroundings.h"
@@ -33,6 +34,11 @@ QString valueOf(const Control& control) {
       control.Kind() == ControlKind::kCheck || control.Kind() == ControlKind::kLamp;
   if (isSwitch) return control.Text() == "on" ? QStringLiteral("yes") : QStringLiteral("no");
   return FromProject(control.Text()).simplified();
+}
+
+// A list whose rows are settings themselves, picked or not.
+const Choice* rowsIn(const Control& control) {
+  return control.Kind() == ControlKind::kTable ? dynamic_cast<const Choice*>(&control) : nullptr;
 }
 
 template <class Part>
@@ -120,9 +126,15 @@ ListedScreen ListingOf(const Screen& screen, const QString& title) {
       continue;
     }
     const QString value = valueOf(*control);
-    // A list of rows with columns shows them in the fields below it.
-    const bool isList = control->Kind() == ControlKind::kTable;
-    if ((control->Caption.empty() || isList) && value.isEmpty()) continue;
+    if (const auto* list = rowsIn(*control)) {
+      std::vector<std::pair<QString, QString>>& facts = partOf(listed.groups, group).facts;
+      for (std::size_t row = 0; row < list->Items.size(); ++row) {
+        facts.emplace_back(captionOf(*control) + u' ' + QString::number(row + 1),
+                           FromProject(list->Items[row].Text).simplified());
+      }
+      continue;
+    }
+    if (control->Caption.empty() && value.isEmpty()) continue;
     partOf(listed.groups, group).facts.emplace_back(captionOf(*control), value);
   }
   return listed;
