@@ -100,7 +100,8 @@ class Report {
     if (has(ReportPart::kTitle)) title(pages);
     for (const ReportPartRow& row : kReportParts) {
       if (row.part == ReportPart::kTitle || !has(row.part)) continue;
-      const bool flows = row.part == ReportPart::kTables || row.part == ReportPart::kSettings;
+      const bool flows = row.part == ReportPart::kTables || row.part == ReportPart::kSettings ||
+                         row.part == ReportPart::kProgram;
       pages.Part(QString::fromLatin1(row.title), !flows);
       part(row.part, pages);
     }
