@@ -62,12 +62,11 @@ FileFindings programFindings(const std::string& file) {
   FileFindings found;
   found.file = file == "-" ? "standard input" : file;
   found.opened = false;
-  const auto bytes = file == "-" ? ReadInput() : files.Read(file);
+  const auto bytes = ReadFileOrInput(files, file);
   if (!bytes) {
     ReportError(bytes.ErrorText());
   } else if (bytes.Value().starts_with("[GEN VERSION]")) {
-    ReportError(found.file + ": is a project, not a program; shown by: ostrand check " +
-                found.file);
+    ReportError(found.file + ": is a project, not a program; shown by: ostrand check " + file);
   } else {
     found.opened = true;
     found.findings = ProgramFindings(bytes.Value());

@@ -28,8 +28,8 @@ std::optional<std::string> projectText(platform::FileSystem& files, std::string_
   const auto store = newProject();
   if (path != kNoFile) {
     std::string name(path);
-    if (!files.Taken(name) && files.Taken(name + ".VKG")) name += ".VKG";
-    const auto bytes = path == "-" ? ReadInput() : files.Read(name);
+    if (name != "-" && !files.Taken(name) && files.Taken(name + ".VKG")) name += ".VKG";
+    const auto bytes = ReadFileOrInput(files, name);
     if (!bytes) {
       ReportError(bytes.ErrorText());
       return std::nullopt;

@@ -53,6 +53,10 @@ Result<std::string> ReadInput() {
   }
 }
 
+Result<std::string> ReadFileOrInput(platform::FileSystem& files, std::string_view path) {
+  return path == "-" ? ReadInput() : files.Read(path);
+}
+
 void PrintHint(std::string_view text) {
   ClearProgress();
   static_cast<void>(platform::WriteTerminal(STDERR_FILENO, text));

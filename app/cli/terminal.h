@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "platform/filesystem.h"
 #include "text/result.h"
 
 namespace ostrand::cli {
@@ -19,6 +20,8 @@ bool Print(std::string_view text);
 
 // All of standard input, or why it cannot be read.
 Result<std::string> ReadInput();
+// The same of a file; "-" is standard input.
+Result<std::string> ReadFileOrInput(platform::FileSystem& files, std::string_view path);
 
 // Writes a line of help after an error.
 void PrintHint(std::string_view text);

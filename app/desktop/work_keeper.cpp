@@ -208,7 +208,7 @@ bool WorkKeeper::reload() {
   return true;
 }
 
-// Whether the other window has ended; this one has its lock then.
+// Takes the lock if the other window has given it up; returns whether it did.
 bool WorkKeeper::takeFreedLock() {
   if (lock_.Check() != OpenLock::State::kOther) return false;
   if (lock_.Take(session_.CurrentFileName()) == OpenLock::State::kOther) return false;

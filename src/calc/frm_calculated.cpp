@@ -310,8 +310,9 @@ void frmCalculated::save() {
   const std::string expression = expressionIn(formula);
   // Typed formulas are free, but a picked one must have a measure to multiply.
   const bool nothingPicked = !EditMode.Checked() && expression.starts_with('*');
-  if (!IsVariableName(name))
+  if (!IsVariableName(name)) {
     return Refuse("A name takes letters, digits and \"_\", a letter first.");
+  }
   if (expression.empty() || nothingPicked) return Refuse("The formula has no measurement.");
   // The name of an edited formula is not checked key by key.
   if (const std::string_view why = whyNot(name, Trim(Units.Text())); !why.empty()) {

@@ -237,8 +237,7 @@ bool frmCanPick::onDone() {
     return false;
   }
   if (item != nullptr && !CanBeKept(*item)) {
-    Forms().Beep();
-    Forms().SetHelpLine(std::string(kSectionMarkHelp));
+    Refuse(std::string(kSectionMarkHelp));
     return false;
   }
   if (!mayLeaveList()) return false;

@@ -34,7 +34,8 @@ ConditionVariables::ConditionVariables(const ProjectStore& store, std::span<cons
 
 int ConditionVariables::Find(std::string_view name) const {
   const std::string wanted = Variable(Trim(name));
-  // Only these may stand for the element; to look up each name of the list costs its square.
+  // Only these names can mean the element. Looking up every name of the list would take quadratic
+  // time.
   std::vector<std::string_view> candidates = {wanted};
   for (const Entry& entry : all_) {
     if (!entry.element.empty() && SameText(entry.element, wanted)) candidates.push_back(entry.name);

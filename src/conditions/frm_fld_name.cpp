@@ -239,8 +239,7 @@ void frmFldName::solve(std::size_t at) {
     if (why.empty()) {
       takeUnits(at, scaling.Units);
     } else {
-      Forms().Beep();
-      Forms().SetHelpLine(std::string(why));
+      Refuse(std::string(why));
     }
   }
   if (scaling.Mult != before.Mult) takeNumber(at, kMult, NumberText(scaling.Mult));

@@ -333,14 +333,28 @@ Opener* OpenerOf(const Screen& screen, const ScreenStep& next) {
   return nullptr;
 }
 
-Control* UsableControl(const Screen& screen, std::string_view names) {
-  const Control* wanted = nullptr;
-  while (!names.empty()) {
+namespace {
+
+// The first control of these names that the screen has and that is wanted; null if there is none.
+template <class IsWanted>
+Control* findNamed(const Screen& screen, std::string_view names, IsWanted isWanted) {
+  for (; !names.empty(); names = After(names, "|")) {
     Control* named = screen.Find(Before(names, "|"));
-    if (named != nullptr && named->Usable()) return named;
-    if (wanted == nullptr) wanted = named;
-    names = After(names, "|");
+    if (named != nullptr && isWanted(*named)) return named;
   }
+  return nullptr;
+}
+
+}  // namespace
+
+Control* NamedControl(const Screen& screen, std::string_view names) {
+  return findNamed(screen, names, [](const Control&) { return true; });
+}
+
+Control* UsableControl(const Screen& screen, std::string_view names) {
+  const auto isUsable = [](const Control& control) { return control.Usable(); };
+  if (Control* named = findNamed(screen, names, isUsable)) return named;
+  const Control* wanted = NamedControl(screen, names);
   if (wanted == nullptr) return nullptr;
   Control* usable = nullptr;
   bool passed = false;

@@ -48,6 +48,8 @@ std::string ValueInWords(std::string_view section, std::string_view key, std::st
 bool TakeStep(Screen& screen, const ScreenStep& step);
 // The button that opens the next screen, which may be disabled; null if there is none.
 Opener* OpenerOf(const Screen& screen, const ScreenStep& next);
+// The first control of these names, as in ScreenPlace, that the screen has; null if it has none.
+Control* NamedControl(const Screen& screen, std::string_view names);
 // The first control of these names that can be used, or, if there is none, the usable one before
 // the first that the screen has, or else after it; null if the screen has none of them.
 Control* UsableControl(const Screen& screen, std::string_view names);

@@ -47,7 +47,7 @@ void notCalibrated(ProjectStore& on) {
 // Multiplexers hide the ports that they use.
 void noMultiplexers(ProjectStore& on) { on.Config.TK40MQty = 0; }
 
-void batterySaver(ProjectStore& on) { on.Config.MonitorPower[3] = kTrue; }
+void batterySaver(ProjectStore& on) { on.Config.MonitorPower[kMonitorBatterySaver] = kTrue; }
 
 constexpr Detour kDetours[] = {
     {"[SCAN SETUP] Burst", burst},

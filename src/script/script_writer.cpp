@@ -197,10 +197,10 @@ class ScriptWriter::Run {
   void writeScreens();
   void writeRounds();
   std::size_t differing();
-  void keepIfBetter(const std::function<void()>& attempt);
-  void writeDetour(const Detour& detour);
+  void keepIfBetter(const std::function<bool()>& attempt);
+  bool writeDetour(const Detour& detour);
   void writeDetours();
-  void writeBoldRounds();
+  bool writeBoldRounds();
   void startAnew();
   void settle();
   Keys built();
@@ -679,13 +679,12 @@ Keys ScriptWriter::Run::built() {
 // The number of keys that differ.
 std::size_t ScriptWriter::Run::differing() { return unsetKeys(keys_, built()).size(); }
 
-// Writes the lines of an attempt, and takes them back unless fewer keys differ then.
-void ScriptWriter::Run::keepIfBetter(const std::function<void()>& attempt) {
+// Writes the lines of an attempt, and takes them back if it fails or no fewer keys differ then.
+void ScriptWriter::Run::keepIfBetter(const std::function<bool()>& attempt) {
   const std::string lines = lines_;
   const std::size_t least = differing();
   const auto before = std::make_unique<ProjectStore>(built_.Store());
-  attempt();
-  if (differing() < least) return;
+  if (attempt() && differing() < least) return;
   built_.PutBack(*before, built_.Origin());
   lines_ = lines;
 }
@@ -695,7 +694,6 @@ void ScriptWriter::Run::settle() {
   for (const std::string_view name : MainScreenNames()) {
     const int button = ButtonOfScreen(name);
     if (button < 0 || !built_.MainButtons().Enabled(button)) continue;
-    const auto before = std::make_unique<ProjectStore>(built_.Store());
     keepIfBetter([&] {
       ModalResult result = ModalResult::kNone;
       builtHost_.Next = [&](Screen& screen) {
@@ -704,12 +702,9 @@ void ScriptWriter::Run::settle() {
       };
       forms_.StartAction();
       built_.Click(button);
-      if (result == ModalResult::kDone && forms_.Boxes().empty()) {
-        write("open " + std::string(name));
-        write("done");
-      } else {
-        built_.PutBack(*before, built_.Origin());
-      }
+      write("open " + std::string(name));
+      write("done");
+      return result == ModalResult::kDone && forms_.Boxes().empty();
     });
   }
 }
@@ -724,10 +719,11 @@ void ScriptWriter::Run::writeRounds() {
   }
 }
 
-void ScriptWriter::Run::writeBoldRounds() {
+bool ScriptWriter::Run::writeBoldRounds() {
   bold_ = true;
   writeRounds();
   bold_ = false;
+  return true;
 }
 
 void ScriptWriter::Run::startAnew() {
@@ -736,8 +732,7 @@ void ScriptWriter::Run::startAnew() {
   writeBoxes();
 }
 
-void ScriptWriter::Run::writeDetour(const Detour& detour) {
-  doneAt_ = detour.doneAt;
+bool ScriptWriter::Run::writeDetour(const Detour& detour) {
   if (detour.change != nullptr) {
     const auto wanted = std::make_unique<ProjectStore>(wanted_.Store());
     const auto other = std::make_unique<ProjectStore>(wanted_.Store());
@@ -747,10 +742,11 @@ void ScriptWriter::Run::writeDetour(const Detour& detour) {
     writeRounds();
     if (detour.fromNew) writeBoldRounds();
     wanted_.PutBack(*wanted, wanted_.Origin());
-    doneAt_ = {};
   }
+  doneAt_ = detour.doneAt;
   writeRounds();
   doneAt_ = {};
+  return true;
 }
 
 void ScriptWriter::Run::writeDetours() {
@@ -760,7 +756,7 @@ void ScriptWriter::Run::writeDetours() {
       return row.key.starts_with(detour.keys);
     });
     const bool pays = !detour.fromNew || unset.size() <= kMaxUnset;
-    if (helps && pays) keepIfBetter([&] { writeDetour(detour); });
+    if (helps && pays) keepIfBetter([&] { return writeDetour(detour); });
   }
 }
 
@@ -769,7 +765,7 @@ WrittenScript ScriptWriter::Run::Write() {
   *new_ = built_.Store();
   startAnew();
   writeRounds();
-  keepIfBetter([&] { writeBoldRounds(); });
+  keepIfBetter([&] { return writeBoldRounds(); });
   writeDetours();
   settle();
   return {lines_, unsetKeys(keys_, built())};

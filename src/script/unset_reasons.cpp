@@ -69,9 +69,7 @@ class Viewer : public ScreenHost {
   }
 
   void lookAtControl(const Screen& screen) {
-    const std::string_view names = place_->control;
-    const Control* control = screen.Find(Before(names, "|"));
-    if (control == nullptr) control = screen.Find(After(names, "|"));
+    const Control* control = NamedControl(screen, place_->control);
     if (control == nullptr) {
       look_.whyNot = screen.Name() + " has no control for it";
     } else if (!control->Usable()) {

@@ -100,9 +100,7 @@ class Report {
     if (has(ReportPart::kTitle)) title(pages);
     for (const ReportPartRow& row : kReportParts) {
       if (row.part == ReportPart::kTitle || !has(row.part)) continue;
-      const bool flows = row.part == ReportPart::kTables || row.part == ReportPart::kSettings ||
-                         row.part == ReportPart::kProgram;
-      pages.Part(QString::fromLatin1(row.title), !flows);
+      pages.Part(QString::fromLatin1(row.title), !row.flows);
       part(row.part, pages);
     }
   }
@@ -307,20 +305,17 @@ class Report {
     }
     std::size_t half = (rows.size() + 1) / 2;
     if (half < rows.size() && rows[half - 1].isTitle) ++half;  // goes with what follows it
-    const auto at = [&](std::size_t row, std::size_t column) {
-      return column < 2 ? row : row + half;
+    const auto factAt = [&](std::size_t row, std::size_t column) {
+      const std::size_t at = column < 2 ? row : row + half;
+      return at < rows.size() ? rows[at] : Fact();
     };
     pages.Table(
         {{{}, 7}, {{}, 6}, {{}, 7}, {{}, 6}}, half,
         [&](std::size_t row, std::size_t column) {
-          const std::size_t fact = at(row, column);
-          if (fact >= rows.size()) return QString();
-          return column % 2 == 0 ? rows[fact].caption : rows[fact].value;
+          const Fact fact = factAt(row, column);
+          return column % 2 == 0 ? fact.caption : fact.value;
         },
-        [&](std::size_t row, std::size_t column) {
-          const std::size_t fact = at(row, column);
-          return fact < rows.size() && rows[fact].isTitle;
-        });
+        [&](std::size_t row, std::size_t column) { return factAt(row, column).isTitle; });
     for (const QString& text : others) pages.Paragraph(text);
   }
 

@@ -14,8 +14,9 @@ enum class ReportPart { kTitle, kSummary, kWiring, kChannels, kTables, kSettings
 
 struct ReportPartRow {
   ReportPart part;
-  const char* word;   // on the command line
-  const char* title;  // in the report
+  const char* word;    // on the command line
+  const char* title;   // in the report
+  bool flows = false;  // begins on a page that has room, otherwise on a new one
 };
 // In the order of the report.
 inline constexpr std::array<ReportPartRow, 7> kReportParts = {{
@@ -23,9 +24,9 @@ inline constexpr std::array<ReportPartRow, 7> kReportParts = {{
     {ReportPart::kSummary, "summary", "Summary"},
     {ReportPart::kWiring, "wiring", "Wiring"},
     {ReportPart::kChannels, "channels", "Channels and time of a scan"},
-    {ReportPart::kTables, "tables", "Output tables"},
-    {ReportPart::kSettings, "settings", "Settings"},
-    {ReportPart::kProgram, "program", "Program"},
+    {ReportPart::kTables, "tables", "Output tables", true},
+    {ReportPart::kSettings, "settings", "Settings", true},
+    {ReportPart::kProgram, "program", "Program", true},
 }};
 
 std::set<ReportPart> AllReportParts();
