@@ -9,10 +9,12 @@ namespace ostrand::bench {
 
 std::vector<Row> DesktopRows();
 
-// The two sides of the row `start`, each in a process: paints the main window, or an empty one.
+// The sides of the rows `start` and `whole`, each in a process: paints the main window at first or
+// wholly, or an empty one.
 inline constexpr std::string_view kPaintMain = "--paint-main";
+inline constexpr std::string_view kPaintWhole = "--paint-whole";
 inline constexpr std::string_view kPaintEmpty = "--paint-empty";
-void PaintMain();
+void PaintMain(bool whole);
 void PaintEmpty();
 
 }  // namespace ostrand::bench

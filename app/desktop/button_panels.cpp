@@ -34,6 +34,8 @@ constexpr std::array<ButtonFace, 15> kFaces = {{
     {kSaveButton, 2, "&Save", "save", ""},
 }};
 
+constexpr int kBadgeDigits = 3;
+
 int portsIn(const PortSetup& setup) {
   int count = 0;
   for (const PortSlot& slot : setup.Slot) {
@@ -131,7 +133,7 @@ void MainButton::takeFont() {
   const int line = metrics.height();
   setIconSize({line, line});
   badgeWidth_ =
-      *face_.counted == '\0' ? 0 : metrics.horizontalAdvance(QStringLiteral("000")) + line / 2;
+      *face_.counted == '\0' ? 0 : kBadgeDigits * metrics.horizontalAdvance(u'0') + line / 2;
 }
 
 void MainButton::changeEvent(QEvent* event) {
@@ -144,6 +146,11 @@ void MainButton::contextMenuEvent(QContextMenuEvent*) { rightClick_(face_.button
 QSize MainButton::sizeHint() const {
   const QSize usual = QPushButton::sizeHint();
   return {usual.width() + badgeWidth_, usual.height()};
+}
+
+void MainButton::DrawIcon() {
+  drawsIcon_ = true;
+  update();
 }
 
 void MainButton::Count(int inUse) {
@@ -185,8 +192,10 @@ void MainButton::paintEvent(QPaintEvent*) {
   QRect inside = rect().adjusted(margin, 0, -margin, 0);
   QRect place(inside.left(), 0, iconSize().width(), iconSize().height());
   place.moveCenter({place.center().x(), rect().center().y()});
-  icon().paint(&painter, style()->visualRect(layoutDirection(), rect(), place), Qt::AlignCenter,
-               isEnabled() ? QIcon::Normal : QIcon::Disabled);
+  if (drawsIcon_) {
+    icon().paint(&painter, style()->visualRect(layoutDirection(), rect(), place), Qt::AlignCenter,
+                 isEnabled() ? QIcon::Normal : QIcon::Disabled);
+  }
   inside.setLeft(place.right() + margin);
   int flags = Qt::AlignVCenter | Qt::AlignLeft | Qt::TextShowMnemonic;
   if (style()->styleHint(QStyle::SH_UnderlineShortcut, &option, this) == 0) {
@@ -228,6 +237,10 @@ ButtonPanels::ButtonPanels(const std::function<void(int button)>& click,
                      [click, number = face.button] { click(number); });
   }
   Arrange(1);
+}
+
+void ButtonPanels::DrawIcons() {
+  for (const ButtonFace& face : kFaces) Button(face.button)->DrawIcon();
 }
 
 int ButtonPanels::WidthOf(int columns) const {

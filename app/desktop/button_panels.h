@@ -42,6 +42,8 @@ class MainButton final : public QPushButton {
  public:
   MainButton(const ButtonFace& face, std::function<void(int button)> rightClick, QWidget* parent);
 
+  // Draws the icon from now on; its place is free before.
+  void DrawIcon();
   // 0 shows no badge.
   void Count(int inUse);
   // The help line says why it cannot be used; empty for no reason.
@@ -62,6 +64,7 @@ class MainButton final : public QPushButton {
 
   const ButtonFace& face_;
   std::function<void(int button)> rightClick_;
+  bool drawsIcon_ = false;
   int inUse_ = 0;
   int badgeWidth_ = 0;  // with the space before it
   QString whyNot_;
@@ -77,6 +80,8 @@ class ButtonPanels final : public QWidget {
   [[nodiscard]] MainButton* Button(int button) const {
     return buttons_[static_cast<std::size_t>(button)];
   }
+  // To be called once. The first paint of the window does not wait for drawings to be read.
+  void DrawIcons();
   // The width that so many columns need.
   [[nodiscard]] int WidthOf(int columns) const;
   // Puts the buttons into one or two columns; a resize does so by itself.

@@ -122,13 +122,17 @@ int run(QApplication& application) {
   const std::string state = platform::UserStateFolder();
   MainWindow window(TheStore(), machine.Around(forms), forms,
                     drawing || state.empty() ? QString() : PathText(state + "/recovery"));
-  if (!drawing) window.show();
-  if (!drawing && window.OfferUnsavedWork()) return QApplication::exec();
-  if (files.isEmpty() || !window.Open(PathOf(files.front()))) {
-    if (drawing) return kFault;
-    window.StartNew();
+  if (drawing) {
+    window.Complete();
+    return window.Open(PathOf(files.front())) && WritePictures(window, forms, arguments.pictures)
+               ? kDone
+               : kFault;
   }
-  if (drawing) return WritePictures(window, forms, arguments.pictures) ? kDone : kFault;
+  window.OnComplete = [&] {
+    if (window.OfferUnsavedWork()) return;
+    if (files.isEmpty() || !window.Open(PathOf(files.front()))) window.StartNew();
+  };
+  window.show();
   return QApplication::exec();
 }
 

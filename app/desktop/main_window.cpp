@@ -174,7 +174,7 @@ void MainWindow::askNew() {
 // ---- What the user does -------------------------------------------------------------------------
 
 bool MainWindow::MayAct() const {
-  return !acting_ && !screenOpen_ && !session_.Busy() && !session_.Working();
+  return ready_ && !acting_ && !screenOpen_ && !session_.Busy() && !session_.Working();
 }
 
 void MainWindow::act(const QString& name, const std::function<void()>& action) {
@@ -258,7 +258,7 @@ void MainWindow::statePutBack() {
 
 // Not within an action: its end checks again.
 void MainWindow::checkDisk() {
-  if (!ready_ || !MayAct()) return;
+  if (!MayAct()) return;
   if (keeper_.CheckDisk()) return showAll();
   showTitle();  // another window may have taken the project over
 }
@@ -397,6 +397,7 @@ void MainWindow::takeServer(const QString& address) {
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
+  if (!ready_) ended_ = true;  // nothing was opened yet
   if (ended_) return;
   event->ignore();
   if (ScreenWindow* screen = OpenScreen()) return screen->activateWindow();

@@ -48,6 +48,12 @@ class MainWindow final : public QMainWindow, private OstrandEvents {
              const QString& recoveryFolder = {});
   ~MainWindow() override;
 
+  // Makes what the first paint of the window does not wait for: menus, tree and pages. It follows
+  // that paint by itself. Nothing can be opened or done before.
+  void Complete();
+  // Called at the end of it.
+  std::function<void()> OnComplete;
+
   [[nodiscard]] Ostrand& Session() { return session_; }
   // A project by its path, or one that the user is asked for; a message for one that cannot be
   // opened. False when the present project stays.
@@ -87,10 +93,17 @@ class MainWindow final : public QMainWindow, private OstrandEvents {
   bool eventFilter(QObject* watched, QEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void changeEvent(QEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
   void dragEnterEvent(QDragEnterEvent* event) override;
   void dropEvent(QDropEvent* event) override;
 
  private:
+  struct MenuRow {
+    const char* title;
+    void (MainWindow::*fill)(QMenu* menu);
+  };
+  static const std::array<MenuRow, 7> kMenus;
+
   enum PageNumber {
     kSummaryPage,
     kWiringPage,
@@ -112,19 +125,20 @@ class MainWindow final : public QMainWindow, private OstrandEvents {
   void SummaryDrawn() override;
   void ColorsChanged() override;
 
+  void connectParts();
   void buildBoxes();
   void buildPages();
   // Pages other than the summary are made when they are first seen: the window opens sooner.
   void makePage(int number);
-  void layOut();
-  void buildMenus();
-  void buildFileMenu();
-  void buildEditMenu();
-  void buildSetupMenu();
-  void buildProgramMenu();
-  void buildViewMenu();
-  void buildOptionsMenu();
-  void buildHelpMenu();
+  void layOutRow();
+  void layOutRest();
+  void fillFileMenu(QMenu* menu);
+  void fillEditMenu(QMenu* menu);
+  void fillSetupMenu(QMenu* menu);
+  void fillProgramMenu(QMenu* menu);
+  void fillViewMenu(QMenu* menu);
+  void fillOptionsMenu(QMenu* menu);
+  void fillHelpMenu(QMenu* menu);
   QAction* command(QMenu* menu, const QString& text, const QKeySequence& key,
                    std::function<void()> run, int button = -1);
 
@@ -171,6 +185,7 @@ class MainWindow final : public QMainWindow, private OstrandEvents {
   void showPage();
   void showRecent();
   void takeTextSize();
+  void fitHelpLine();
   void takeColors();
   void showAbout();
   void copyFromPage();
@@ -182,19 +197,22 @@ class MainWindow final : public QMainWindow, private OstrandEvents {
   DesktopSettings settings_;
   qreal usualFontSize_;
   ButtonPanels* panels_;
-  ProjectTree* tree_;
-  QLineEdit* operator_;
-  QLineEdit* number_;
   QLabel* helpLine_;
-  NoticeBar* notice_;
-  QTabWidget* pages_;
-  SummaryPage* summary_;
+  QSplitter* split_;  // left and right part of the window
+  QSplitter* left_;
+  QWidget* right_;
+  std::vector<QMenu*> menus_;
+  ProjectTree* tree_ = nullptr;  // this and the next ones, until the window is complete
+  QLineEdit* operator_ = nullptr;
+  QLineEdit* number_ = nullptr;
+  NoticeBar* notice_ = nullptr;
+  QTabWidget* pages_ = nullptr;
+  SummaryPage* summary_ = nullptr;
   WiringPage* wiring_ = nullptr;  // this and the next pages, until they are seen
   ChannelsPage* channels_ = nullptr;
   ProgramView* program_ = nullptr;
   TablesPage* tables_ = nullptr;
   FindingsPage* checks_ = nullptr;
-  QSplitter* split_ = nullptr;
   QMenu* recent_ = nullptr;
   QAction* undo_ = nullptr;
   QAction* redo_ = nullptr;

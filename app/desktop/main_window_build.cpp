@@ -64,6 +64,16 @@ QString withLetter(QString text, QSet<QChar>& taken) {
 
 }  // namespace
 
+const std::array<MainWindow::MenuRow, 7> MainWindow::kMenus = {{
+    {"&File", &MainWindow::fillFileMenu},
+    {"&Edit", &MainWindow::fillEditMenu},
+    {"&Setup", &MainWindow::fillSetupMenu},
+    {"&Program", &MainWindow::fillProgramMenu},
+    {"&View", &MainWindow::fillViewMenu},
+    {"&Options", &MainWindow::fillOptionsMenu},
+    {"&Help", &MainWindow::fillHelpMenu},
+}};
+
 MainWindow::MainWindow(ProjectStore& store, const platform::Surroundings& around, QtForms& forms,
                        const QString& recoveryFolder)
     : store_(store),
@@ -72,18 +82,55 @@ MainWindow::MainWindow(ProjectStore& store, const platform::Surroundings& around
       usualFontSize_(setTextSize(settings_.textSize)),
       panels_(new ButtonPanels([this](int button) { clickWidget(button); },
                                [this](int button) { session_.RightClick(button); }, this)),
-      tree_(new ProjectTree([this](const ScreenPlace& place) { Go(place); }, this)),
-      operator_(new QLineEdit(this)),
-      number_(new QLineEdit(this)),
       helpLine_(new QLabel(this)),
-      notice_(new NoticeBar(this)),
-      pages_(new QTabWidget(this)),
-      summary_(new SummaryPage(this)),
+      split_(new QSplitter(Qt::Horizontal, this)),
+      left_(new QSplitter(Qt::Vertical, this)),
+      right_(new QWidget(this)),
       processes_(around.processes, [this] { programsChanged(); }),
       around_(around.With(processes_)),
       session_(store, around_, *this),
       screens_(forms, this),
       keeper_(session_, this, recoveryFolder) {
+  setWindowIcon(SystemIcon("ostrand"));
+  helpLine_->setTextFormat(Qt::PlainText);
+  helpLine_->setAccessibleName(QStringLiteral("Help"));
+  // A long line must not widen the window.
+  helpLine_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+  fitHelpLine();
+  statusBar()->addWidget(helpLine_, 1);
+  for (const MenuRow& row : kMenus) menus_.push_back(menuBar()->addMenu(QLatin1String(row.title)));
+  layOutRow();
+}
+
+void MainWindow::paintEvent(QPaintEvent* event) {
+  QMainWindow::paintEvent(event);
+  if (!ready_) QMetaObject::invokeMethod(this, &MainWindow::Complete, Qt::QueuedConnection);
+}
+
+void MainWindow::Complete() {
+  if (ready_ || ended_) return;
+  tree_ = new ProjectTree([this](const ScreenPlace& place) { Go(place); }, this);
+  operator_ = new QLineEdit(this);
+  number_ = new QLineEdit(this);
+  notice_ = new NoticeBar(this);
+  pages_ = new QTabWidget(this);
+  summary_ = new SummaryPage(this);
+  panels_->DrawIcons();
+  connectParts();
+  ConnectSetupScreens(session_, screens_);
+  buildBoxes();
+  buildPages();
+  for (std::size_t at = 0; at < kMenus.size(); ++at) (this->*kMenus[at].fill)(menus_[at]);
+  takeTextSize();
+  layOutRest();
+  takeServer(settings_.server);
+  takeColors();
+  ready_ = true;
+  projectReplaced();
+  if (OnComplete) OnComplete();
+}
+
+void MainWindow::connectParts() {
   tree_->OnBlock = [this](ProgramBlock block) {
     if (pages_->currentIndex() == kProgramPage && block.kind != 0) program_->ShowBlock(block);
   };
@@ -97,26 +144,9 @@ MainWindow::MainWindow(ProjectStore& store, const platform::Surroundings& around
   forms_.Main(this);
   forms_.OnHelp = [this] { ShowHelp(); };
   forms_.MaySaveTo = [this](const std::string& path) { return keeper_.MaySaveTo(path); };
-  setWindowIcon(SystemIcon("ostrand"));
-  setAcceptDrops(true);
-  helpLine_->setTextFormat(Qt::PlainText);
-  helpLine_->setAccessibleName(QStringLiteral("Help"));
-  // A long line must not widen the window.
-  helpLine_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-  statusBar()->addWidget(helpLine_, 1);
   forms_.AddHelpLine(helpLine_);
-
-  ConnectSetupScreens(session_, screens_);
   for (const ButtonFace& face : ButtonFaces()) ButtonOf(face.button)->installEventFilter(this);
-  buildBoxes();
-  buildPages();
-  buildMenus();
-  takeTextSize();
-  layOut();
-  takeServer(settings_.server);
-  takeColors();
-  ready_ = true;
-  projectReplaced();
+  setAcceptDrops(true);
 }
 
 MainWindow::~MainWindow() {
@@ -213,7 +243,7 @@ FindingsPage* MainWindow::Checks() {
   return checks_;
 }
 
-void MainWindow::layOut() {
+void MainWindow::layOutRow() {
   auto* row = new QScrollArea(this);
   row->setWidget(panels_);
   row->setWidgetResizable(true);
@@ -221,25 +251,13 @@ void MainWindow::layOut() {
   row->setFocusPolicy(Qt::NoFocus);
   row->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
-  row->setMinimumWidth(panels_->WidthOf(1) + bar);
-  auto* left = new QSplitter(Qt::Vertical, this);
-  left->addWidget(row);
-  left->addWidget(tree_);
-  left->setStretchFactor(1, 1);
-  left->setCollapsible(0, false);
-
-  auto* right = new QWidget(this);
-  auto* column = new QVBoxLayout(right);
-  auto* boxes = new QFormLayout;
-  boxes->addRow(QStringLiteral("Ope&rator"), operator_);
-  boxes->addRow(QStringLiteral("&Identification"), number_);
-  column->addLayout(boxes);
-  column->addWidget(notice_);
-  column->addWidget(pages_, 1);
-
-  split_ = new QSplitter(Qt::Horizontal, this);
-  split_->addWidget(left);
-  split_->addWidget(right);
+  const int narrow = panels_->WidthOf(1) + bar;
+  const int wide = panels_->WidthOf(2) + bar;
+  row->setMinimumWidth(narrow);
+  left_->addWidget(row);
+  left_->setCollapsible(0, false);
+  split_->addWidget(left_);
+  split_->addWidget(right_);
   split_->setStretchFactor(1, 1);
   split_->setChildrenCollapsible(false);
   setCentralWidget(split_);
@@ -248,14 +266,27 @@ void MainWindow::layOut() {
                      kLines * fontMetrics().lineSpacing());
   resize(wanted.boundedTo(RoomFor(*this)));
   restoreGeometry(settings_.geometry);
-  const int columns = (panels_->WidthOf(2) + bar) * 100 <= width() * kMaxRowPart ? 2 : 1;
-  const int rowWidth = panels_->WidthOf(columns) + bar;
+  const bool isWide = wide * 100 <= width() * kMaxRowPart;
+  const int rowWidth = isWide ? wide : narrow;
   if (!split_->restoreState(settings_.split)) split_->setSizes({rowWidth, width() - rowWidth});
+  panels_->Arrange(isWide ? 2 : 1);
+}
+
+void MainWindow::layOutRest() {
+  auto* column = new QVBoxLayout(right_);
+  auto* boxes = new QFormLayout;
+  boxes->addRow(QStringLiteral("Ope&rator"), operator_);
+  boxes->addRow(QStringLiteral("&Identification"), number_);
+  column->addLayout(boxes);
+  column->addWidget(notice_);
+  column->addWidget(pages_, 1);
+
+  left_->addWidget(tree_);
+  left_->setStretchFactor(1, 1);
   // All buttons without scrolling, if that leaves some lines of the tree.
-  panels_->Arrange(columns);
   const int treeHeight = kMinTreeLines * fontMetrics().lineSpacing();
   const int rowHeight = std::min(panels_->sizeHint().height(), height() - treeHeight);
-  left->setSizes({rowHeight, height() - rowHeight});
+  left_->setSizes({rowHeight, height() - rowHeight});
 }
 
 // ---- The menus ----------------------------------------------------------------------------------
@@ -268,18 +299,7 @@ QAction* MainWindow::command(QMenu* menu, const QString& text, const QKeySequenc
   return action;
 }
 
-void MainWindow::buildMenus() {
-  buildFileMenu();
-  buildEditMenu();
-  buildSetupMenu();
-  buildProgramMenu();
-  buildViewMenu();
-  buildOptionsMenu();
-  buildHelpMenu();
-}
-
-void MainWindow::buildFileMenu() {
-  QMenu* menu = menuBar()->addMenu(QStringLiteral("&File"));
+void MainWindow::fillFileMenu(QMenu* menu) {
   command(menu, QStringLiteral("&New"), QKeySequence::New, [this] {
     askNew();
   })->setIcon(SystemIcon("new"));
@@ -317,8 +337,7 @@ void MainWindow::showRecent() {
   if (number == 0) recent_->addAction(QStringLiteral("No projects yet"))->setEnabled(false);
 }
 
-void MainWindow::buildEditMenu() {
-  QMenu* menu = menuBar()->addMenu(QStringLiteral("&Edit"));
+void MainWindow::fillEditMenu(QMenu* menu) {
   undo_ = menu->addAction(QStringLiteral("&Undo"), QKeySequence::Undo, this, [this] { undo(); });
   redo_ = menu->addAction(QStringLiteral("&Redo"), QKeySequence::Redo, this, [this] { redo(); });
   menu->addSeparator();
@@ -351,8 +370,7 @@ void MainWindow::copyFromPage() {
   QApplication::clipboard()->setText(text);
 }
 
-void MainWindow::buildSetupMenu() {
-  QMenu* menu = menuBar()->addMenu(QStringLiteral("&Setup"));
+void MainWindow::fillSetupMenu(QMenu* menu) {
   command(menu, QStringLiteral("Sea&rch..."), QKeySequence(QStringLiteral("Ctrl+K")),
           [this] { search(); });
   menu->addSeparator();
@@ -374,8 +392,7 @@ void MainWindow::buildSetupMenu() {
   }
 }
 
-void MainWindow::buildProgramMenu() {
-  QMenu* menu = menuBar()->addMenu(QStringLiteral("&Program"));
+void MainWindow::fillProgramMenu(QMenu* menu) {
   command(menu, QStringLiteral("&Check"), QKeySequence(Qt::Key_F8), [this] {
     pages_->setCurrentIndex(kChecksPage);
     showPage();
@@ -390,8 +407,7 @@ void MainWindow::buildProgramMenu() {
       ->setIcon(SystemIcon("send"));
 }
 
-void MainWindow::buildViewMenu() {
-  QMenu* menu = menuBar()->addMenu(QStringLiteral("&View"));
+void MainWindow::fillViewMenu(QMenu* menu) {
   QSet<QChar> letters{u'L', u'M'};  // of the commands after the pages
   for (int page = 0; page < pages_->count(); ++page) {
     QAction* action =
@@ -431,6 +447,7 @@ void MainWindow::TextSize(int percent) {
   font.setPointSizeF(usualFontSize_ * percent / 100);
   QApplication::setFont(font);
   takeTextSize();
+  fitHelpLine();
   showPage();
 }
 
@@ -438,16 +455,20 @@ void MainWindow::takeTextSize() {
   for (QAction* action : textSizes_->actions()) {
     if (action->data().toInt() == settings_.textSize) action->setChecked(true);
   }
-  helpLine_->setMinimumHeight(QFontMetrics(QApplication::font()).lineSpacing());  // also when empty
 }
 
-void MainWindow::buildOptionsMenu() {
-  options_ = menuBar()->addMenu(QStringLiteral("&Options"));
+// Its line is there also when it is empty.
+void MainWindow::fitHelpLine() {
+  helpLine_->setMinimumHeight(QFontMetrics(QApplication::font()).lineSpacing());
+}
+
+void MainWindow::fillOptionsMenu(QMenu* menu) {
+  options_ = menu;
   for (const OptionScreen& row : kOptionScreens) {
-    command(options_, u'&' + FromProject(row.option) + QStringLiteral("..."), {},
+    command(menu, u'&' + FromProject(row.option) + QStringLiteral("..."), {},
             [this, row] { act({}, [&] { session_.ShowOptions(row.option); }); });
   }
-  command(options_, QStringLiteral("&Logger server..."), {}, [this] { askServer(); });
+  command(menu, QStringLiteral("&Logger server..."), {}, [this] { askServer(); });
 }
 
 void MainWindow::PopupOptionsMenu() { options_->popup(QCursor::pos()); }
@@ -473,8 +494,7 @@ void MainWindow::askServer() {
   rememberWindow();
 }
 
-void MainWindow::buildHelpMenu() {
-  QMenu* menu = menuBar()->addMenu(QStringLiteral("&Help"));
+void MainWindow::fillHelpMenu(QMenu* menu) {
   menu->addAction(QStringLiteral("&User guide"), QKeySequence::HelpContents, this,
                   [this] { ShowHelp(); });
   menu->addAction(QStringLiteral("&About Ostrand"), this, [this] { showAbout(); });

@@ -48,7 +48,9 @@ class Jobs : public ::testing::Test {
     around_->settings = settings_;
     window_.emplace(*store_, around_->all, forms_, recovery_);
     window_->show();
+    EXPECT_FALSE(window_->MayAct());  // the first paint does not wait for tree and pages
     ASSERT_TRUE(QTest::qWaitForWindowActive(&*window_));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return window_->MayAct(); }));
   }
   void open() {
     start(disk_);

@@ -348,7 +348,9 @@ TEST_F(Main, ReadsAFileAgainThatAnotherProgramHasChanged) {
 struct RealWindow {
   explicit RealWindow(const QString& folder)
       : project(desktop::PathOf(folder + "/house.VKG")),
-        window(*store, around.all, forms, folder + "/recovery") {}
+        window(*store, around.all, forms, folder + "/recovery") {
+    window.Complete();
+  }
 
   std::string project;
   platform::PosixFileSystem files;

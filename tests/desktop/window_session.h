@@ -20,6 +20,8 @@ namespace ostrand::testing {
 
 class WindowTest : public ::testing::Test {
  protected:
+  WindowTest() { window_.Complete(); }
+
   MemoryFileSystem files_;
   FixedClock clock_;
   desktop::QtForms forms_;
