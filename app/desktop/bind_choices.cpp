@@ -49,26 +49,23 @@ class BoundChoice : public BoundControl {
   }
 
   void readValue() override {
-    if (!sameItems()) {
-      items_ = choice_.Items;
-      showItems();
-    }
+    if (changes_ != choice_.Items.Changes()) takeItems();
     showIndex(choice_.Index());
   }
   virtual void showItems() = 0;
   virtual void showIndex(int index) = 0;
 
  private:
-  [[nodiscard]] bool sameItems() const {
-    return std::equal(items_.begin(), items_.end(), choice_.Items.begin(), choice_.Items.end(),
-                      [](const Choice::Item& one, const Choice::Item& other) {
-                        return one.Text == other.Text && one.Enabled == other.Enabled &&
-                               one.Visible == other.Visible && one.ToolTip == other.ToolTip;
-                      });
+  void takeItems() {
+    changes_ = choice_.Items.Changes();
+    if (items_ == choice_.Items.All()) return;
+    items_ = choice_.Items.All();
+    showItems();
   }
 
   Choice& choice_;
   std::vector<Choice::Item> items_;
+  std::size_t changes_ = 0;  // of the choice's items, when they were taken
 };
 
 class BoundDropDown final : public BoundChoice {

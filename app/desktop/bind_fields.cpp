@@ -165,15 +165,18 @@ class BoundEditList final : public BoundField {
 
  protected:
   void readValue() override {
-    if (list_.Items != items_) {
-      items_ = list_.Items;
-      box_->NewItems();
-    }
+    if (changes_ != list_.Items.Changes()) takeItems();
     if (box_->IsFilled()) showIndex();
     BoundField::readValue();
   }
 
  private:
+  void takeItems() {
+    changes_ = list_.Items.Changes();
+    if (items_ == list_.Items.All()) return;
+    items_ = list_.Items.All();
+    box_->NewItems();
+  }
   void fill() {
     for (const std::string& item : items_) box_->addItem(FromProject(item));
     showIndex();
@@ -186,6 +189,7 @@ class BoundEditList final : public BoundField {
 
   ListField& list_;
   std::vector<std::string> items_;
+  std::size_t changes_ = 0;  // of the field's items, when they were taken
   ListBox* box_ = new ListBox([this] { fill(); });
 };
 

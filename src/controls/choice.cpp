@@ -35,7 +35,7 @@ void Choice::PickAt(int index) {
 
 bool Choice::ClickAt(int index) {
   if (index < 0 || index >= static_cast<int>(Items.size())) return false;
-  const Item& item = Items[static_cast<std::size_t>(index)];
+  const Item& item = Items.All()[static_cast<std::size_t>(index)];
   if (!item.Enabled || !item.Visible) return false;
   if (index != index_ || PicksAgain || owner().IsLoading()) PickAt(index);
   return true;
@@ -53,7 +53,7 @@ const Choice::Item* Choice::Find(std::string_view item) const {
 
 bool Choice::Pick(std::string_view item) {
   for (std::size_t at = 0; at < Items.size(); ++at) {
-    const Item& candidate = Items[at];
+    const Item& candidate = Items.All()[at];
     if (!candidate.Enabled || !candidate.Visible || !isNamed(candidate, item)) continue;
     return ClickAt(static_cast<int>(at));
   }

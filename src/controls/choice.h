@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "controls/control.h"
+#include "controls/counted_list.h"
 
 namespace ostrand {
 
@@ -18,6 +19,8 @@ class Choice : public Control {
     bool Enabled = true;
     bool Visible = true;
     std::string ToolTip;
+
+    bool operator==(const Item&) const = default;
   };
 
   Choice(Screen& screen, std::string_view name) : Control(screen, ControlKind::kDropDown, name) {}
@@ -25,7 +28,7 @@ class Choice : public Control {
   // Whether picking the picked item again fires events too. Otherwise it changes nothing.
   bool PicksAgain = false;
 
-  std::vector<Item> Items;  // counted from 0
+  CountedList<Item> Items;  // counted from 0
   void SetItems(std::initializer_list<std::string_view> texts);
   void Add(std::string_view text, std::string_view toolTip = {});
 

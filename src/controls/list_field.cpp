@@ -13,7 +13,7 @@ int ListField::ItemIndex() const {
 }
 
 bool ListField::Pick(std::string_view item) {
-  for (const std::string& candidate : Items) {
+  for (const std::string& candidate : Items.All()) {
     if (!SameText(candidate, Trim(item))) continue;
     if (candidate == Text() && !isTyped()) return true;
     Text(candidate);

@@ -3,8 +3,8 @@
 
 #include <string>
 #include <string_view>
-#include <vector>
 
+#include "controls/counted_list.h"
 #include "controls/text_field.h"
 
 namespace ostrand {
@@ -14,7 +14,7 @@ class ListField : public TextField {
   ListField(Screen& screen, std::string_view name, KeyFilter filter)
       : TextField(screen, ControlKind::kEditList, name, filter) {}
 
-  std::vector<std::string> Items;  // what can be picked
+  CountedList<std::string> Items;  // what can be picked
 
   // Index of the text among the items, ignoring case; -1 when it is not one of them.
   [[nodiscard]] int ItemIndex() const;

@@ -166,7 +166,7 @@ MomentLists::MomentLists(Screen& screen, std::string_view prefix, bool weekDays)
     const PartRow& row = kParts[part];
     lists_[part] = std::make_unique<Choice>(screen, std::string(prefix) + std::string(row.name));
     lists_[part]->OnPick = [this] { onPick(); };
-    std::vector<Choice::Item>& items = lists_[part]->Items;
+    CountedList<Choice::Item>& items = lists_[part]->Items;
     items.push_back({std::string(kAny), true, true, {}});
     for (int value = row.min; value <= row.max; ++value) {
       items.push_back({itemText(part, value), true, true, {}});
@@ -217,7 +217,7 @@ void MomentLists::onPick() {
 void MomentLists::fitDays() {
   const OpenMoment moment = Moment();
   const int days = DaysOfMonth(moment[OpenMoment::kMonth], moment[OpenMoment::kYear]);
-  std::vector<Choice::Item>& items = list(OpenMoment::kDay)->Items;
+  CountedList<Choice::Item>& items = list(OpenMoment::kDay)->Items;
   items.resize(1);
   for (int day = 1; day <= days; ++day) items.push_back({NumberText(day), true, true, {}});
   const std::optional<int> day = moment[OpenMoment::kDay];

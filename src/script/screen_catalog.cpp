@@ -66,7 +66,7 @@ std::string usesOf(const Control& control) {
     text += ", spin";
   }
   if (const auto* list = dynamic_cast<const ListField*>(&control)) {
-    text += ", pick" + ItemsText(list->Items);
+    text += ", pick" + ItemsText(list->Items.All());
   }
   if (const auto* choice = dynamic_cast<const Choice*>(&control)) text += ItemsText(*choice);
   if (!control.Caption.empty()) text += "  (" + control.Caption + ")";
@@ -206,7 +206,7 @@ Catalog::Part Catalog::partOf(const Control& control) {
   if (const auto* field = dynamic_cast<const TextField*>(&control)) {
     part.spins = static_cast<bool>(field->OnSpin);
   }
-  if (const auto* list = dynamic_cast<const ListField*>(&control)) part.items = list->Items;
+  if (const auto* list = dynamic_cast<const ListField*>(&control)) part.items = list->Items.All();
   if (const auto* choice = dynamic_cast<const Choice*>(&control)) {
     for (const Choice::Item& item : choice->Items) {
       if (item.Visible) part.items.emplace_back(Trim(item.Text));

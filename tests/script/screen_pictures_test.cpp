@@ -66,7 +66,7 @@ std::string listingOf(const Control& control) {
     line += " | " + NumberText(number->Min()) + " to " + NumberText(number->Max());
   }
   if (const auto* list = dynamic_cast<const ListField*>(&control)) {
-    line += " |" + ItemsText(list->Items);
+    line += " |" + ItemsText(list->Items.All());
   }
   if (const auto* choice = dynamic_cast<const Choice*>(&control)) {
     line += " |";
