@@ -98,7 +98,7 @@ void BoundControl::CaptionLabel(QLabel* caption) {
 
 void BoundControl::readCaption() {
   if (caption_ == nullptr) return;
-  const QString text = FromProject(control_.Caption);
+  const QString text = repeatsCaption() ? QString() : FromProject(control_.Caption);
   if (caption_->text() != text) caption_->setText(text);
   if (caption_->isHidden() == control_.Visible) caption_->setVisible(control_.Visible);
   caption_->setEnabled(control_.Enabled);

@@ -62,6 +62,8 @@ class BoundControl {
   virtual void readValue() = 0;
   // For assistive technology.
   [[nodiscard]] virtual QString spokenName() const;
+  // Whether what the widget shows begins with the caption, which then stands nowhere else.
+  [[nodiscard]] virtual bool repeatsCaption() const { return false; }
   void act(const std::function<void()>& action) const { window_.Act(control_, action); }
   [[nodiscard]] bool inTable() const { return inTable_; }
 

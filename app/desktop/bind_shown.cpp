@@ -6,6 +6,7 @@
 #include <QTextDocument>
 
 #include "bind_kinds.h"
+#include "contrast.h"
 #include "fixed_font.h"
 #include "terminal_tile.h"
 #include "texts.h"
@@ -47,7 +48,12 @@ class BoundLabel final : public BoundControl {
   }
   [[nodiscard]] QString spokenName() const override {
     const QString name = AccessibleName(Of());
+    if (repeatsCaption()) return label_->text();
     return label_->text().isEmpty() ? name : name + QStringLiteral(": ") + label_->text();
+  }
+  // "Scan Time = 1 Secs" needs no "Scan time" before it.
+  [[nodiscard]] bool repeatsCaption() const override {
+    return label_->text().startsWith(AccessibleName(Of()), Qt::CaseInsensitive);
   }
 
  private:
@@ -57,7 +63,7 @@ class BoundLabel final : public BoundControl {
 // Light and text: a lamp is not read by its colour alone.
 class BoundLamp final : public BoundControl {
  public:
-  BoundLamp(Control& control, ControlWindow& window) : BoundControl(control, window) {
+  BoundLamp(Lamp& lamp, ControlWindow& window) : BoundControl(lamp, window), lamp_(lamp) {
     shownBy(label_);
   }
   [[nodiscard]] std::vector<QWidget*> Stops() const override { return {}; }
@@ -65,15 +71,24 @@ class BoundLamp final : public BoundControl {
 
  protected:
   void readValue() override {
-    const bool on = Of().Text() == "on";
-    label_->setText((on ? QStringLiteral("● ") : QStringLiteral("○ ")) +
-                    PlainCaption(Of().Caption));
+    const bool on = lamp_.IsOn();
+    const QString text =
+        (on ? QStringLiteral("● ") : QStringLiteral("○ ")) + PlainCaption(lamp_.Caption);
+    if (label_->text() == text) return;
+    label_->setText(text);
+    QPalette palette;
+    if (on) {
+      palette.setColor(QPalette::WindowText,
+                       Readable(Qt::darkGreen, palette.color(QPalette::Window)));
+    }
+    label_->setPalette(palette);
   }
   [[nodiscard]] QString spokenName() const override {
     return AccessibleName(Of()) + QStringLiteral(": ") + FromProject(Of().Text());
   }
 
  private:
+  Lamp& lamp_;
   QLabel* label_ = new QLabel;
 };
 
@@ -176,7 +191,7 @@ std::unique_ptr<BoundControl> BindShown(Control& control, ControlWindow& window)
       if (control.Row > 0) return std::make_unique<BoundCodeCell>(control, window);
       return std::make_unique<BoundCode>(control, window);
     case ControlKind::kLamp:
-      return std::make_unique<BoundLamp>(control, window);
+      return std::make_unique<BoundLamp>(dynamic_cast<Lamp&>(control), window);
     case ControlKind::kPicture:
       return std::make_unique<BoundTile>(control, window);
     default:

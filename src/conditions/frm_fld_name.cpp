@@ -35,9 +35,6 @@ constexpr Face kFieldNameFaces[] = {
     {"Reset#", "Sensors", "Reset"},
 };
 
-constexpr std::string_view kOn = "green";
-constexpr std::string_view kOff = "gray";
-
 struct SourceKind {
   OrvusDataObjTypes type;
   std::string_view kind;  // for the calculators
@@ -197,9 +194,9 @@ void frmFldName::show() {
     names = names || !rows_[at].AliasName.empty();
     byHand |= ExceptionsOf(rows_[at]);
   }
-  AliasLight.Text(names ? kOn : kOff);
-  UnitsLight.Text((byHand & kUnitsByHand) != 0 ? kOn : kOff);
-  ScalingLight.Text((byHand & (kMultByHand | kOffsetByHand)) != 0 ? kOn : kOff);
+  AliasLight.On(names);
+  UnitsLight.On((byHand & kUnitsByHand) != 0);
+  ScalingLight.On((byHand & (kMultByHand | kOffsetByHand)) != 0);
 }
 
 void frmFldName::forEach(const std::function<void(std::size_t)>& change) {

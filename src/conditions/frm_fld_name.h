@@ -37,9 +37,9 @@ class frmFldName final : public Screen {
   };
   Sensor& operator[](int sensor) { return *sensors_[static_cast<std::size_t>(sensor - 1)]; }
 
-  Label AliasLight;  // "green" or "gray"
-  Label UnitsLight;
-  Label ScalingLight;
+  Lamp AliasLight;
+  Lamp UnitsLight;
+  Lamp ScalingLight;
   Button DefaultName;
   Button DefaultUnits;
   Button DefaultMult;

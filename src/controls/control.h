@@ -104,6 +104,18 @@ class Label : public Control {
   std::string text_;
 };
 
+// Shows whether something holds: "on" or "off".
+class Lamp : public Control {
+ public:
+  Lamp(Screen& screen, std::string_view name) : Control(screen, ControlKind::kLamp, name) {}
+  [[nodiscard]] std::string Text() const override { return on_ ? "on" : "off"; }
+  [[nodiscard]] bool IsOn() const { return on_; }
+  void On(bool on) { on_ = on; }
+
+ private:
+  bool on_ = false;
+};
+
 class Button : public Control {
  public:
   Button(Screen& screen, std::string_view name) : Control(screen, ControlKind::kButton, name) {}
