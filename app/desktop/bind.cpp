@@ -101,7 +101,7 @@ void BoundControl::readCaption() {
   const QString text = repeatsCaption() ? QString() : FromProject(control_.Caption);
   if (caption_->text() != text) caption_->setText(text);
   if (caption_->isHidden() == control_.Visible) caption_->setVisible(control_.Visible);
-  caption_->setEnabled(control_.Enabled);
+  caption_->setEnabled(control_.Enabled && !isBlank());
 }
 
 std::unique_ptr<BoundControl> Bind(Control& control, ControlWindow& window) {

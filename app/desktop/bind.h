@@ -64,6 +64,8 @@ class BoundControl {
   [[nodiscard]] virtual QString spokenName() const;
   // Whether what the widget shows begins with the caption, which then stands nowhere else.
   [[nodiscard]] virtual bool repeatsCaption() const { return false; }
+  // Whether there is nothing to show at present. The caption is dimmed then.
+  [[nodiscard]] virtual bool isBlank() const { return false; }
   void act(const std::function<void()>& action) const { window_.Act(control_, action); }
   [[nodiscard]] bool inTable() const { return inTable_; }
 

@@ -55,6 +55,7 @@ class BoundLabel final : public BoundControl {
   [[nodiscard]] bool repeatsCaption() const override {
     return label_->text().startsWith(AccessibleName(Of()), Qt::CaseInsensitive);
   }
+  [[nodiscard]] bool isBlank() const override { return label_->text().isEmpty(); }
 
  private:
   QLabel* label_ = new QLabel;

@@ -37,7 +37,8 @@ constexpr int kSlightly = 8;
 
 // Halves the space above and below everything on a page.
 void tighten(const QWidget& page) {
-  for (QLayout* layout : page.findChildren<QLayout*>()) {
+  const QList<QLayout*> layouts = page.findChildren<QLayout*>();
+  for (QLayout* layout : layouts) {
     const QMargins margins = layout->contentsMargins();
     layout->setContentsMargins(margins.left(), margins.top() / 2, margins.right(),
                                margins.bottom() / 2);
@@ -47,6 +48,11 @@ void tighten(const QWidget& page) {
       layout->setSpacing(layout->spacing() / 2);
     }
   }
+  // Inner ones first, so that the page knows its new size now.
+  std::for_each(layouts.rbegin(), layouts.rend(), [](QLayout* layout) {
+    layout->invalidate();
+    layout->parentWidget()->updateGeometry();
+  });
 }
 
 bool isReachable(const QWidget* widget) {

@@ -108,6 +108,24 @@ void expectNothingCovered(const ScreenWindow& window) {
   }
 }
 
+// A text has its caption beside it only if it does not begin with the same words; the caption of no
+// text is dimmed.
+void expectCaptionsThatSayMore(const ScreenWindow& window) {
+  for (const auto& control : window.Controls()) {
+    const Control& of = control->Of();
+    const auto* text = qobject_cast<const QLabel*>(control->Widget());
+    if (of.Kind() != ControlKind::kLabel || of.Row > 0 || !text->isVisible()) continue;
+    const QString caption = QString::fromStdString(of.Caption);
+    for (const QLabel* other : text->parentWidget()->findChildren<QLabel*>()) {
+      if (other == text || other->text() != caption) continue;
+      EXPECT_FALSE(text->text().startsWith(caption, Qt::CaseInsensitive)) << of.Caption;
+      EXPECT_TRUE(!text->text().isEmpty() || !other->isEnabled()) << of.Caption;
+    }
+  }
+}
+
+int line(const QWidget& widget) { return widget.fontMetrics().lineSpacing(); }
+
 TEST_P(Looks, NothingIsCutOffOrCovered) {
   const std::size_t screens = visitAll([](const ScreenWindow& window) {
     EXPECT_LE(window.frameGeometry().width(), 1024);
@@ -120,6 +138,8 @@ TEST_P(Looks, NothingIsCutOffOrCovered) {
     EXPECT_LE(scroll->widget()->width(), scroll->viewport()->width()) << "cut off at the side";
     const int seen = scroll->viewport()->height();
     const int over = scroll->widget()->height() - seen;
+    EXPECT_LE(seen - scroll->widget()->sizeHint().height(), line(window))
+        << window.Shown().Name() << " has free space at its end";
     if (GetParam().scale == 1) {
       EXPECT_TRUE(over <= 0 || over > seen / 8)
           << window.Shown().Name() << " scrolls by only " << over;
@@ -131,6 +151,7 @@ TEST_P(Looks, NothingIsCutOffOrCovered) {
           << ' ' << widget->sizeHint().width() << 'x' << widget->sizeHint().height();
     }
     expectNothingCovered(window);
+    expectCaptionsThatSayMore(window);
   });
   EXPECT_GE(screens, 15U);
 }
