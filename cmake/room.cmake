@@ -1,9 +1,9 @@
 # A room of the house: a library of the sources in src/<name> that includes its own headers and
 # those of the rooms it may know, directly or through them, and no others. The include folder is
-# src/ for all; what a room includes is checked before it is compiled. INTERACTIVE rooms wait for a
-# user.
+# src/ for all; what a room includes is checked before it is compiled. LIGHT rooms wait for a user or
+# a disk.
 function(ostrand_room name)
-  cmake_parse_arguments(ROOM "INTERACTIVE" "FOLDER" "KNOWS" ${ARGN})
+  cmake_parse_arguments(ROOM "LIGHT" "FOLDER" "KNOWS" ${ARGN})
   if(NOT ROOM_FOLDER)
     set(ROOM_FOLDER ${name})
   endif()
@@ -33,8 +33,8 @@ function(ostrand_room name)
   set_target_properties(${library} PROPERTIES OSTRAND_FOLDERS "${known_folders};${ROOM_FOLDER}")
   target_include_directories(${library} PUBLIC ${PROJECT_SOURCE_DIR}/src)
   target_link_libraries(${library} PRIVATE ostrand_flags)
-  if(ROOM_INTERACTIVE)
-    ostrand_interactive(${library})
+  if(ROOM_LIGHT)
+    ostrand_light(${library})
   endif()
   ostrand_precompiled(${library})
   foreach(known ${ROOM_KNOWS})
@@ -62,11 +62,12 @@ function(ostrand_join_rooms library)
   endif()
 endfunction()
 
-# Optimizes a target less, which compiles a fifth faster: it waits for a user, who does not notice.
+# Optimizes a target less, which compiles a third faster: it waits for a user or a disk, which do not
+# notice.
 # Precompiled headers depend on it, so it comes before them.
-function(ostrand_interactive target)
+function(ostrand_light target)
   target_compile_options(${target} PRIVATE $<$<CONFIG:Release>:-O1>)
-  set_target_properties(${target} PROPERTIES OSTRAND_PACE _INTERACTIVE)
+  set_target_properties(${target} PROPERTIES OSTRAND_PACE _LIGHT)
 endfunction()
 
 # Has the standard headers that most sources include read once, for the first target of each kind of
