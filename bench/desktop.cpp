@@ -8,9 +8,6 @@ int main(int count, char** arguments) {
   qputenv("QT_QPA_PLATFORM", "offscreen");
   qputenv("OSTRAND_BENCH_DESKTOP", arguments[0]);
   const QApplication application(count, arguments);
-  const std::string_view word = count > 1 ? arguments[1] : "";
-  if (word == kPaintEmpty) PaintEmpty();
-  if (word == kPaintMain || word == kPaintWhole) PaintMain(word == kPaintWhole);
-  if (word == kPaintEmpty || word == kPaintMain || word == kPaintWhole) return 0;
+  if (count > 1 && Paint(arguments[1])) return 0;
   return PrintTable(DesktopRows(), {arguments + 1, arguments + count});
 }

@@ -391,9 +391,7 @@ Figure startOf(std::string_view shown) {
 Figure start() { return startOf(kPaintMain); }
 Figure startWhole() { return startOf(kPaintWhole); }
 
-}  // namespace
-
-void PaintMain(bool whole) {
+void paintMain(bool whole) {
   Machine machine;
   desktop::QtForms forms;
   const platform::Surroundings around = machine.Around();
@@ -405,12 +403,25 @@ void PaintMain(bool whole) {
   window.repaint();
 }
 
-void PaintEmpty() {
+void paintEmpty() {
   QMainWindow window;
   // As large as the main window on the desktop without a display, for the same number of pixels.
   constexpr QSize kSize(786, 758);
   window.resize(kSize);
   paint(window);
+}
+
+}  // namespace
+
+bool Paint(std::string_view what) {
+  if (what == kPaintEmpty) {
+    paintEmpty();
+  } else if (what == kPaintMain || what == kPaintWhole) {
+    paintMain(what == kPaintWhole);
+  } else {
+    return false;
+  }
+  return true;
 }
 
 std::vector<Row> DesktopRows() {

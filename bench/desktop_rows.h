@@ -14,7 +14,7 @@ std::vector<Row> DesktopRows();
 inline constexpr std::string_view kPaintMain = "--paint-main";
 inline constexpr std::string_view kPaintWhole = "--paint-whole";
 inline constexpr std::string_view kPaintEmpty = "--paint-empty";
-void PaintMain(bool whole);
-void PaintEmpty();
+// False for any other word.
+bool Paint(std::string_view what);
 
 }  // namespace ostrand::bench

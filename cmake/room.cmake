@@ -62,17 +62,17 @@ function(ostrand_join_rooms library)
   endif()
 endfunction()
 
-# Optimizes a target less, which compiles a third faster: it waits for a user or a disk, which do not
-# notice.
-# Precompiled headers depend on it, so it comes before them.
+# Optimizes a target that waits for a user or a disk less, which compiles a third faster. Precompiled
+# headers depend on it, so it comes before them.
 function(ostrand_light target)
   target_compile_options(${target} PRIVATE $<$<CONFIG:Release>:-O1>)
   set_target_properties(${target} PROPERTIES OSTRAND_PACE _LIGHT)
 endfunction()
 
 # Has the standard headers that most sources include read once, for the first target of each kind of
-# optimization, and not for each source. With clang a source still sees its own includes alone, so that a missing one is found.
-# Further headers, such as those of Qt, make a set of the target's own; AS takes another target's.
+# optimization, and not for each source. With clang a source still sees its own includes alone, so
+# that a missing one is found. Further headers, such as those of Qt, make a set of the target's own;
+# AS takes another target's.
 function(ostrand_precompiled target)
   cmake_parse_arguments(SET "" "AS" "" ${ARGN})
   if(NOT CMAKE_CXX_COMPILER_ID STREQUAL "GNU")

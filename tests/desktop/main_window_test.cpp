@@ -342,6 +342,21 @@ TEST_F(Main, ReadsAFileAgainThatAnotherProgramHasChanged) {
   }
 }
 
+TEST(StartingWindow, ClosesBeforeItIsComplete) {
+  testing::MemoryFileSystem files;
+  testing::FixedClock clock;
+  desktop::QtForms forms;
+  const testing::TestSurroundings around{files, clock, forms, "/tmp/"};
+  const std::unique_ptr<ProjectStore> store = NewStore();
+  desktop::MainWindow window(*store, around.all, forms);
+  window.OnComplete = [] { ADD_FAILURE() << "a closed window opens nothing"; };
+  window.show();
+  EXPECT_TRUE(window.close());
+  QCoreApplication::processEvents();
+  window.Complete();
+  EXPECT_FALSE(window.MayAct());
+}
+
 // ---- After a crash ------------------------------------------------------------------------------
 
 // A window on the project in the current folder, with its recovery copies beside it.
