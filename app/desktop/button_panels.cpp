@@ -34,7 +34,8 @@ constexpr std::array<ButtonFace, 15> kFaces = {{
     {kSaveButton, 2, "&Save", "save", ""},
 }};
 
-constexpr int kBadgeDigits = 3;
+// Room for three digits, in average letters: no glyph of a digit is loaded before one is drawn.
+constexpr int kBadgeLetters = 4;
 
 int portsIn(const PortSetup& setup) {
   int count = 0;
@@ -132,8 +133,7 @@ void MainButton::takeFont() {
   const QFontMetrics metrics = fontMetrics();
   const int line = metrics.height();
   setIconSize({line, line});
-  badgeWidth_ =
-      *face_.counted == '\0' ? 0 : kBadgeDigits * metrics.horizontalAdvance(u'0') + line / 2;
+  badgeWidth_ = *face_.counted == '\0' ? 0 : kBadgeLetters * metrics.averageCharWidth() + line / 2;
 }
 
 void MainButton::changeEvent(QEvent* event) {
