@@ -43,29 +43,21 @@ class BoundChoice : public BoundControl {
 
  protected:
   [[nodiscard]] const Choice& choice() const { return choice_; }
-  [[nodiscard]] const std::vector<Choice::Item>& items() const { return items_; }
+  [[nodiscard]] const std::vector<Choice::Item>& items() const { return items_.All(); }
   void clickAt(int index) const {
     act([&] { choice_.ClickAt(index); });
   }
 
   void readValue() override {
-    if (changes_ != choice_.Items.Changes()) takeItems();
+    if (items_.Take(choice_.Items)) showItems();
     showIndex(choice_.Index());
   }
   virtual void showItems() = 0;
   virtual void showIndex(int index) = 0;
 
  private:
-  void takeItems() {
-    changes_ = choice_.Items.Changes();
-    if (items_ == choice_.Items.All()) return;
-    items_ = choice_.Items.All();
-    showItems();
-  }
-
   Choice& choice_;
-  std::vector<Choice::Item> items_;
-  std::size_t changes_ = 0;  // of the choice's items, when they were taken
+  ShownItems<Choice::Item> items_;
 };
 
 class BoundDropDown final : public BoundChoice {

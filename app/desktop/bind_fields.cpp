@@ -165,20 +165,14 @@ class BoundEditList final : public BoundField {
 
  protected:
   void readValue() override {
-    if (changes_ != list_.Items.Changes()) takeItems();
+    if (items_.Take(list_.Items)) box_->NewItems();
     if (box_->IsFilled()) showIndex();
     BoundField::readValue();
   }
 
  private:
-  void takeItems() {
-    changes_ = list_.Items.Changes();
-    if (items_ == list_.Items.All()) return;
-    items_ = list_.Items.All();
-    box_->NewItems();
-  }
   void fill() {
-    for (const std::string& item : items_) box_->addItem(FromProject(item));
+    for (const std::string& item : items_.All()) box_->addItem(FromProject(item));
     showIndex();
     BoundField::readValue();  // a list without a current item has emptied the line
   }
@@ -188,8 +182,7 @@ class BoundEditList final : public BoundField {
   }
 
   ListField& list_;
-  std::vector<std::string> items_;
-  std::size_t changes_ = 0;  // of the field's items, when they were taken
+  ShownItems<std::string> items_;
   ListBox* box_ = new ListBox([this] { fill(); });
 };
 
