@@ -1,12 +1,13 @@
 // How a key of the project file is tied to its member.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <string>
 #include <string_view>
 #include <type_traits>
-#include <variant>
 
 #include "model/store.h"
 
@@ -32,36 +33,124 @@ template <class Record>
 inline constexpr bool kSingleValue =
     std::is_arithmetic_v<Record> || std::is_same_v<Record, std::string>;
 
-struct Itself {};
+// Refers to a value in the store, of one of the types that a file holds, or to none.
+class Value {
+ public:
+  Value() = default;
+  Value(i16& value) : type_(Type::kInt16), at_(&value) {}
+  Value(i32& value) : type_(Type::kInt32), at_(&value) {}
+  Value(float& value) : type_(Type::kFloat), at_(&value) {}
+  Value(double& value) : type_(Type::kDouble), at_(&value) {}
+  Value(std::string& value) : type_(Type::kText), at_(&value) {}
 
-template <class Record, bool = kSingleValue<Record>>
-struct MemberOf {
-  using Type = std::variant<i16 Record::*, i32 Record::*, float Record::*, double Record::*,
-                            std::string Record::*>;
+  [[nodiscard]] bool IsNone() const { return at_ == nullptr; }
+  // Calls `use` with the value itself and returns its result. Not for none.
+  template <class Use>
+  auto Visit(Use&& use) const {
+    switch (type_) {
+      case Type::kInt16:
+        return use(*static_cast<i16*>(at_));
+      case Type::kInt32:
+        return use(*static_cast<i32*>(at_));
+      case Type::kFloat:
+        return use(*static_cast<float*>(at_));
+      case Type::kDouble:
+        return use(*static_cast<double*>(at_));
+      case Type::kText:
+        break;
+    }
+    return use(*static_cast<std::string*>(at_));
+  }
+
+ private:
+  enum class Type : std::uint8_t { kInt16, kInt32, kFloat, kDouble, kText };
+
+  Type type_ = Type::kInt16;
+  void* at_ = nullptr;
 };
+
+// Which member of a record a key holds. A std::variant of the pointers takes seconds to compile
+// for all records.
+template <class Record, bool = kSingleValue<Record>>
+class Member {
+ public:
+  constexpr Member(i16 Record::*at) : type_(Type::kInt16), int16_(at) {}
+  constexpr Member(i32 Record::*at) : type_(Type::kInt32), int32_(at) {}
+  constexpr Member(float Record::*at) : type_(Type::kFloat), float_(at) {}
+  constexpr Member(double Record::*at) : type_(Type::kDouble), double_(at) {}
+  constexpr Member(std::string Record::*at) : type_(Type::kText), text_(at) {}
+
+  [[nodiscard]] Value Of(Record& record) const {
+    switch (type_) {
+      case Type::kInt16:
+        return record.*int16_;
+      case Type::kInt32:
+        return record.*int32_;
+      case Type::kFloat:
+        return record.*float_;
+      case Type::kDouble:
+        return record.*double_;
+      case Type::kText:
+        break;
+    }
+    return record.*text_;
+  }
+
+ private:
+  enum class Type : std::uint8_t { kInt16, kInt32, kFloat, kDouble, kText };
+
+  Type type_;
+  union {
+    i16 Record::*int16_;
+    i32 Record::*int32_;
+    float Record::*float_;
+    double Record::*double_;
+    std::string Record::*text_;
+  };
+};
+
 template <class Record>
-struct MemberOf<Record, true> {
-  using Type = Itself;
+class Member<Record, true> {
+ public:
+  [[nodiscard]] static Value Of(Record& record) { return record; }
+};
+
+// The text of a key before its brackets, in a fixed capacity so that one step copies it.
+class KeyName {
+ public:
+  static constexpr std::size_t kCapacity = 24;
+
+  constexpr KeyName() = default;
+  constexpr KeyName(const char* text) { add(text); }
+  constexpr KeyName(std::string_view prefix, const KeyName& key) {
+    add(prefix);
+    add(key.Text());
+  }
+  [[nodiscard]] constexpr std::string_view Text() const { return {text_.data(), size_}; }
+  // Copies all of the capacity and returns the end of the text.
+  char* CopyTo(char* to) const {
+    std::memcpy(to, text_.data(), text_.size());
+    return to + size_;
+  }
+
+ private:
+  // A text that is too long does not compile.
+  constexpr void add(std::string_view text) {
+    for (const char c : text) text_[size_++] = c;
+  }
+
+  std::array<char, kCapacity> text_{};
+  std::uint8_t size_ = 0;
 };
 
 // One key of the file. `limit` is the largest value of a count; larger ones are cut to it on
 // reading, so that no count ever reaches past its array. 0 for members that count nothing.
 template <class Record>
 struct Field {
-  std::string_view key;
+  KeyName key;
   Form form = Form::kStr;
-  typename MemberOf<Record>::Type member{};
+  Member<Record> member{};
   i16 limit = 0;
 };
-
-// Calls `use` with the value of the field in the record.
-template <class Record, class Use>
-void Visit(const Field<Record>& field, Record& record, Use&& use) {
-  if constexpr (kSingleValue<Record>) {
-    use(record);
-  } else {
-    std::visit([&](auto member) { use(record.*member); }, field.member);
-  }
-}
 
 }  // namespace ostrand::ORVUS_GENFILE

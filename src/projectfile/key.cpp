@@ -50,8 +50,9 @@ bool takeIndices(const char* at, const char* end, Key& key) {
 Key ParseKey(std::string_view text) {
   Key key;
   key.name = text;
+  if (text.empty() || text.back() != ')') return key;
   const std::size_t open = text.find('(');
-  if (open == std::string_view::npos || text.back() != ')') return key;
+  if (open == std::string_view::npos) return key;
   if (takeIndices(text.data() + open + 1, text.data() + text.size() - 1, key)) {
     key.name.remove_suffix(text.size() - open);
   } else {

@@ -9,6 +9,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <type_traits>
 #include <utility>
 
@@ -376,8 +377,6 @@ struct CalcColumns : Part {
   }
 };
 
-constexpr std::size_t kMaxName = 24;  // letters of a key without its brackets
-
 // The result of a line.
 enum class Fate {
   kRead,
@@ -386,99 +385,108 @@ enum class Fate {
   kBadValue,
 };
 
-// The keys of one section in a small hash table that is built at compile time.
+// The value that a field of a part means for a key; none without a record.
+template <class P>
+Value valueOf(std::size_t field, ProjectStore& store, const Key& key) {
+  auto* record = P::Find(store, key);
+  return record != nullptr ? P::kKeys[field].member.Of(*record) : Value();
+}
+
+struct PartRoutines {
+  Value (*valueOf)(std::size_t field, ProjectStore& store, const Key& key);
+  bool (*ignores)(ProjectStore& store, const Key& key);
+};
+
+// A key of a section.
+struct Entry {
+  KeyName name;  // with its prefix
+  Form form = Form::kStr;
+  i16 limit = 0;
+  std::uint8_t part = 0;
+  std::uint8_t field = 0;
+};
+
+constexpr std::size_t kPlaces = 512;
+constexpr std::size_t kMaxEntries = 128;  // a place is one byte, and most places must stay free
+
+constexpr std::size_t placeOf(std::string_view name) {
+  if (name.empty()) return 0;
+  const auto code = [&](std::size_t at) -> std::size_t {
+    return static_cast<unsigned char>(name[at]);
+  };
+  return (name.size() * 67 + code(0) * 31 + code(name.size() / 2) * 13 +
+          code(name.size() - 1) * 5) %
+         kPlaces;
+}
+
+// The keys of one section.
+struct SectionKeys {
+  std::span<const PartRoutines> parts;
+  std::span<const Entry> entries;
+  // A hash table of the entries, numbered from 1; 0 is free.
+  std::span<const std::uint8_t, kPlaces> places;
+};
+
+// Builds the tables of a section at compile time.
 template <class... Parts>
 class Keys {
  public:
-  // Stores the value under the key; a key that is not of the section changes nothing.
-  static Fate Take(ProjectStore& store, const Key& key, std::string_view value) {
-    Fate fate = Fate::kUnknownKey;
-    for (std::size_t at = placeOf(key.name); kPlaces[at] != 0; at = (at + 1) % kPlaceCount) {
-      const Entry& entry = kEntries[kPlaces[at] - 1U];
-      if (!isNamed(entry, key.name)) continue;
-      fate = takeBy(entry, store, key, value);
-      if (fate != Fate::kNoPlace) return fate;
-    }
-    return fate;
-  }
+  static constexpr SectionKeys Tables() { return {kParts, kEntries, kPlacing}; }
 
  private:
-  struct Entry {
-    std::array<char, kMaxName> name{};  // prefix and key
-    std::uint8_t size = 0;
-    std::uint8_t part = 0;
-    std::uint8_t field = 0;
-  };
-
   static constexpr std::size_t kCount = (std::size(Parts::kKeys) + ...);
-  static constexpr std::size_t kPlaceCount = 512;
-  static_assert(kCount < 128, "a place is one byte, and most places must stay free");
-
-  static constexpr std::size_t mix(std::size_t size, char first, char middle, char last) {
-    return (size * 67 + static_cast<unsigned char>(first) * 31U +
-            static_cast<unsigned char>(middle) * 13U + static_cast<unsigned char>(last) * 5U) %
-           kPlaceCount;
-  }
-  static constexpr std::size_t placeOf(std::string_view name) {
-    if (name.empty()) return 0;
-    return mix(name.size(), name.front(), name[name.size() / 2], name.back());
-  }
-  static bool isNamed(const Entry& entry, std::string_view name) {
-    return name == std::string_view(entry.name.data(), entry.size);
-  }
+  static_assert(kCount < kMaxEntries);
 
   template <class P>
-  static Fate takeField(std::size_t field, ProjectStore& store, const Key& key,
-                        std::string_view value) {
-    auto* record = P::Find(store, key);
-    if (record == nullptr) return P::Ignores(store, key) ? Fate::kRead : Fate::kNoPlace;
-    const auto& entry = P::kKeys[field];
-    bool taken = false;
-    Visit(entry, *record,
-          [&](auto& member) { taken = takeValue(member, entry.form, entry.limit, value); });
-    return taken ? Fate::kRead : Fate::kBadValue;
-  }
-  static Fate takeBy(const Entry& entry, ProjectStore& store, const Key& key,
-                     std::string_view value) {
-    using Taker = Fate (*)(std::size_t, ProjectStore&, const Key&, std::string_view);
-    static constexpr Taker kTakers[] = {takeField<Parts>...};
-    return kTakers[entry.part](entry.field, store, key, value);
-  }
-
-  template <class P>
-  static constexpr void list(std::array<Entry, kCount>& entries, std::size_t& count,
-                             std::uint8_t part) {
+  static constexpr void list(Entry*& next, std::uint8_t part) {
     std::uint8_t field = 0;
     for (const auto& key : P::kKeys) {
-      Entry& entry = entries[count++];
-      entry.part = part;
-      entry.field = field++;
-      for (const std::string_view text : {P::kPrefix, key.key}) {
-        for (const char c : text) entry.name[entry.size++] = c;
-      }
+      *next++ = {KeyName(P::kPrefix, key.key), key.form, key.limit, part, field++};
     }
   }
   static constexpr std::array<Entry, kCount> listAll() {
     std::array<Entry, kCount> entries{};
-    std::size_t count = 0;
+    Entry* next = entries.data();
     std::uint8_t part = 0;
-    (list<Parts>(entries, count, part++), ...);
+    (list<Parts>(next, part++), ...);
     return entries;
   }
-  static constexpr std::array<std::uint8_t, kPlaceCount> placeAll() {
-    std::array<std::uint8_t, kPlaceCount> places{};
+  static constexpr std::array<std::uint8_t, kPlaces> placeAll() {
+    std::array<std::uint8_t, kPlaces> places{};
     std::uint8_t number = 0;
-    for (const Entry& entry : listAll()) {
-      std::size_t at = placeOf({entry.name.data(), entry.size});
-      while (places[at] != 0) at = (at + 1) % kPlaceCount;
+    for (const Entry& entry : kEntries) {
+      std::size_t at = placeOf(entry.name.Text());
+      while (places[at] != 0) at = (at + 1) % kPlaces;
       places[at] = ++number;
     }
     return places;
   }
 
+  static constexpr PartRoutines kParts[] = {{valueOf<Parts>, Parts::Ignores}...};
   static constexpr std::array<Entry, kCount> kEntries = listAll();
-  static constexpr std::array<std::uint8_t, kPlaceCount> kPlaces = placeAll();
+  static constexpr std::array<std::uint8_t, kPlaces> kPlacing = placeAll();
 };
+
+Fate takeEntry(const PartRoutines& part, const Entry& entry, ProjectStore& store, const Key& key,
+               std::string_view text) {
+  const Value value = part.valueOf(entry.field, store, key);
+  if (value.IsNone()) return part.ignores(store, key) ? Fate::kRead : Fate::kNoPlace;
+  const bool taken =
+      value.Visit([&](auto& member) { return takeValue(member, entry.form, entry.limit, text); });
+  return taken ? Fate::kRead : Fate::kBadValue;
+}
+
+// Stores the text under the key; a key that is not of the section changes nothing.
+Fate take(const SectionKeys& keys, ProjectStore& store, const Key& key, std::string_view text) {
+  Fate fate = Fate::kUnknownKey;
+  for (std::size_t at = placeOf(key.name); keys.places[at] != 0; at = (at + 1) % kPlaces) {
+    const Entry& entry = keys.entries[keys.places[at] - 1U];
+    if (entry.name.Text() != key.name) continue;
+    fate = takeEntry(keys.parts[entry.part], entry, store, key, text);
+    if (fate != Fate::kNoPlace) return fate;
+  }
+  return fate;
+}
 
 // The keys of every measured item, added to those of its kind.
 template <class Family, class... More>
@@ -497,76 +505,75 @@ using FamilyKeys =
 
 using P = ProjectStore;
 
-using TakeRoutine = Fate (*)(ProjectStore& store, const Key& key, std::string_view value);
-struct SectionRoutine {
+struct SectionRow {
   Section section;
-  TakeRoutine take;
+  SectionKeys keys;
 };
-constexpr SectionRoutine kSectionRoutines[] = {
-    {Section::kGenVersion, Keys<Single<kGenVersionKeys, &P::Gen>>::Take},
+constexpr SectionRow kSectionRows[] = {
+    {Section::kGenVersion, Keys<Single<kGenVersionKeys, &P::Gen>>::Tables()},
     {Section::kConfiguration,
      Keys<Single<kOperatorKeys, &P::Gen>, Single<kQuantityKeys, &P::Config>,
           Elements<kMonitorPowerKeys, &P::Config, &Configuration::MonitorPower>,
           Elements<kTcConfigOptsKeys, &P::Config, &Configuration::TcConfigOpts>,
-          Single<kConfigurationKeys, &P::Config>, StatusRows>::Take},
-    {Section::kScanSetup, Keys<Single<kScanKeys, &P::Scan>>::Take},
+          Single<kConfigurationKeys, &P::Config>, StatusRows>::Tables()},
+    {Section::kScanSetup, Keys<Single<kScanKeys, &P::Scan>>::Tables()},
     {Section::kTableSetup,
      Keys<Single<kDisplayKeys, &P::Tables>, TableSwitches, TableMembers<kTableKeys>, TriggerRows<0>,
           TableMembers<kTrigTabStopKeys>, TriggerRows<1>,
           TableMembers<kEventStartKeys, Brackets::kStart>,
           TableMembers<kEventStopKeys, Brackets::kStop>, TableMembers<kEventKeys>,
-          TableMembers<kTableControlKeys>, WriteRows, TableMembers<kWriteGroupKeys>>::Take},
+          TableMembers<kTableControlKeys>, WriteRows, TableMembers<kWriteGroupKeys>>::Tables()},
     {Section::kPowerOut,
      Keys<Single<kReferenceKeys, &P::PowerOut>, ReferenceSelections<&P::PowerOut, kPowerOutCodes>,
           ReferenceHisto<kHistogramKeys, &P::PowerOut>,
-          ReferenceHisto<kRainHistoKeys, &P::PowerOut>>::Take},
+          ReferenceHisto<kRainHistoKeys, &P::PowerOut>>::Tables()},
     {Section::kTK40MRef,
      Keys<Single<kReferenceKeys, &P::TK40MRef>, ReferenceSelections<&P::TK40MRef, kReferenceCodes>,
           ReferenceHisto<kHistogramKeys, &P::TK40MRef>,
-          ReferenceHisto<kRainCodeKeys, &P::TK40MRef>>::Take},
+          ReferenceHisto<kRainCodeKeys, &P::TK40MRef>>::Tables()},
     {Section::kTK40MBlocks, FamilyKeys<TK40MFamily, ItemMembers<TK40MFamily, kTK40MOldKeys>,
                                        OldTK40MMembers<kTK40MOldTempKeys, 0>,
-                                       OldTK40MMembers<kTK40MOldVoltKeys, 1>>::Take},
+                                       OldTK40MMembers<kTK40MOldVoltKeys, 1>>::Tables()},
     {Section::kTcRef, Keys<Single<kReferenceKeys, &P::TcRef>,
-                           ReferenceSelections<&P::TcRef, kReferenceCodes>>::Take},
-    {Section::kTempBlocks, FamilyKeys<TempFamily>::Take},
-    {Section::kVoltBlocks, FamilyKeys<VoltFamily>::Take},
+                           ReferenceSelections<&P::TcRef, kReferenceCodes>>::Tables()},
+    {Section::kTempBlocks, FamilyKeys<TempFamily>::Tables()},
+    {Section::kVoltBlocks, FamilyKeys<VoltFamily>::Tables()},
     {Section::kBridgeBlocks,
-     FamilyKeys<BridgeFamily, HistoMembers<BridgeFamily, kBridgeOldKeys>>::Take},
+     FamilyKeys<BridgeFamily, HistoMembers<BridgeFamily, kBridgeOldKeys>>::Tables()},
     {Section::kPulseBlocks,
-     FamilyKeys<PulseFamily<0>, GroupMembers<PulseFamily<0>, kPulseOldKeys>>::Take},
+     FamilyKeys<PulseFamily<0>, GroupMembers<PulseFamily<0>, kPulseOldKeys>>::Tables()},
     {Section::kPortSetup,
      Keys<Single<kCodeTypeKeys, &P::Ports>, PortSlotMembers, PortMembers<kPortKeys, kPorts>,
           PortMembers<kPolarityKeys, kPorts - 1>, PortStates, BinaryMasks, PortHistograms,
-          PortSelections>::Take},
-    {Section::kFlagControl, Keys<FlagMembers, FlagStates<1>, FlagStates<2>>::Take},
-    {Section::kExciteControl, Keys<Single<kExciteKeys, &P::ExciteOut>, ExciteChannels>::Take},
+          PortSelections>::Tables()},
+    {Section::kFlagControl, Keys<FlagMembers, FlagStates<1>, FlagStates<2>>::Tables()},
+    {Section::kExciteControl, Keys<Single<kExciteKeys, &P::ExciteOut>, ExciteChannels>::Tables()},
     {Section::kCanItems, FamilyKeys<CanFamily, CanModuleMembers<kCanModuleKeys>,
-                                    CanModuleMembers<kCanEnabledKeys>>::Take},
+                                    CanModuleMembers<kCanEnabledKeys>>::Tables()},
     {Section::kSpeedCalc,
      Keys<Single<kSpeedCalcKeys, &P::SpeedCalc>,
-          Elements<kGearRatioKeys, &P::SpeedCalc, &SpeedCalcRecord::GearRatio>>::Take},
-    {Section::kMultOffCalc, Keys<Single<kLineCalcKeys, &P::MultOffCalc>>::Take},
-    {Section::kMVPerVoltCalc, Keys<Single<kMVPerVoltCalcKeys, &P::MVPerVoltCalc>>::Take},
-    {Section::kPotCalc, Keys<Single<kLineCalcKeys, &P::PotCalc>>::Take},
-    {Section::kRsCalc, Keys<Single<kRsCalcKeys, &P::RsCalc>>::Take},
-    {Section::kRpmCalc, Keys<Single<kRpmCalcKeys, &P::RpmCalc>>::Take},
-    {Section::kMoreSpeedCalc, Keys<Single<kMoreSpeedCalcKeys, &P::MoreSpeedCalc>>::Take},
-    {Section::kFlowCalc, Keys<Single<kFlowCalcKeys, &P::FlowCalc>>::Take},
-    {Section::kCalcFields,
-     OutputKeys<CalcFamily, GroupMembers<CalcFamily>, ItemMembers<CalcFamily>, CalcColumns>::Take},
+          Elements<kGearRatioKeys, &P::SpeedCalc, &SpeedCalcRecord::GearRatio>>::Tables()},
+    {Section::kMultOffCalc, Keys<Single<kLineCalcKeys, &P::MultOffCalc>>::Tables()},
+    {Section::kMVPerVoltCalc, Keys<Single<kMVPerVoltCalcKeys, &P::MVPerVoltCalc>>::Tables()},
+    {Section::kPotCalc, Keys<Single<kLineCalcKeys, &P::PotCalc>>::Tables()},
+    {Section::kRsCalc, Keys<Single<kRsCalcKeys, &P::RsCalc>>::Tables()},
+    {Section::kRpmCalc, Keys<Single<kRpmCalcKeys, &P::RpmCalc>>::Tables()},
+    {Section::kMoreSpeedCalc, Keys<Single<kMoreSpeedCalcKeys, &P::MoreSpeedCalc>>::Tables()},
+    {Section::kFlowCalc, Keys<Single<kFlowCalcKeys, &P::FlowCalc>>::Tables()},
+    {Section::kCalcFields, OutputKeys<CalcFamily, GroupMembers<CalcFamily>, ItemMembers<CalcFamily>,
+                                      CalcColumns>::Tables()},
 };
 
 constexpr bool inOrder() {
-  for (std::size_t at = 0; at < std::size(kSectionRoutines); ++at) {
-    if (static_cast<std::size_t>(kSectionRoutines[at].section) != at) return false;
+  for (std::size_t at = 0; at < std::size(kSectionRows); ++at) {
+    if (static_cast<std::size_t>(kSectionRows[at].section) != at) return false;
   }
-  return std::size(kSectionRoutines) == std::size(kSections);
+  return std::size(kSectionRows) == std::size(kSections);
 }
 static_assert(inOrder(), "a row for each section, in their order");
 
 Fate takeKey(ProjectStore& store, Section section, const Key& key, std::string_view value) {
-  return kSectionRoutines[static_cast<std::size_t>(section)].take(store, key, value);
+  return take(kSectionRows[static_cast<std::size_t>(section)].keys, store, key, value);
 }
 
 // Lines

@@ -184,7 +184,7 @@ inline constexpr Field<TriggerCondition> kTriggerKeys[] = {
 inline constexpr Field<OutputTable> kTrigTabStopKeys[] = {
     {"TrigTabStop", Form::kStr, &OutputTable::TrigTabStop, kConditions}};
 // One key with three kinds of brackets: "(1 Start)", "(1 Stop)", "(1)".
-inline constexpr std::string_view kDataEventCode = "DataEventCode";
+inline constexpr KeyName kDataEventCode = "DataEventCode";
 inline constexpr Field<OutputTable> kEventStartKeys[] = {
     {kDataEventCode, Form::kText, &OutputTable::DataEventCodeStart}};
 inline constexpr Field<OutputTable> kEventStopKeys[] = {

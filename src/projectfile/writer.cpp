@@ -1,6 +1,7 @@
 // The writer of the project file.
 #include <array>
-#include <utility>
+#include <cstring>
+#include <type_traits>
 
 #include "model/defaults.h"
 #include "platform/moment_text.h"
@@ -35,7 +36,13 @@ class BracketText {
     return result;
   }
 
-  [[nodiscard]] std::string_view Text() const { return {text_.data(), length_}; }
+  static constexpr std::size_t kCapacity = 24;  // four indices of at most three digits
+
+  // Copies all of the capacity, in one step, and returns the end of the text.
+  char* CopyTo(char* to) const {
+    std::memcpy(to, text_.data(), kCapacity);
+    return to + length_;
+  }
 
  private:
   template <class... Index>
@@ -57,8 +64,7 @@ class BracketText {
     length_ += static_cast<std::size_t>(count);
   }
 
-  // Four indices of at most three digits, and the capacity to write one more number.
-  std::array<char, 32 + kMaxNumberText> text_;
+  std::array<char, kCapacity + kMaxNumberText> text_{};  // with the space to write one more number
   std::size_t length_ = 0;
 };
 
@@ -67,18 +73,17 @@ class Lines {
  public:
   explicit Lines(std::size_t expected) { text_.resize(expected); }
 
-  void Plain(std::string_view line) {
-    char* const at = reserve(line.size() + kLineEnd.size());
-    CopyText(CopyText(at, line), kLineEnd);
-  }
+  void Plain(std::string_view line) { end(CopyText(reserve(line.size() + kLineEnd.size()), line)); }
 
-  // The lines of a table of keys, unrolled: the form of each line is fixed at compile time.
-  template <const auto& Fields, class Record>
-  void Keys(Record& record, const BracketText& brackets = {}, std::string_view prefix = {}) {
-    [&]<std::size_t... At>(std::index_sequence<At...>) {
-      (key<Fields, At>(record, brackets.Text(), prefix), ...);
+  // The lines of a table of keys.
+  template <class Record, std::size_t kCount>
+  void Keys(const Field<Record> (&fields)[kCount], Record& record, const BracketText& brackets = {},
+            std::string_view prefix = {}) {
+    for (const Field<Record>& field : fields) {
+      field.member.Of(record).Visit([&](const auto& value) {
+        line({prefix, field.key, brackets}, field.form, value);
+      });
     }
-    (std::make_index_sequence<std::size(Fields)>{});
   }
 
   [[nodiscard]] std::size_t Size() const { return used_; }
@@ -94,59 +99,54 @@ class Lines {
  private:
   static constexpr std::string_view kLineEnd = "\r\n";
 
-  template <const auto& Fields, std::size_t At, class Record>
-  void key(Record& record, std::string_view brackets, std::string_view prefix) {
-    constexpr const auto& kField = Fields[At];
-    Visit(kField, record, [&](const auto& value) {
-      // The analyzer does not follow a constant table through this reference.
-      // NOLINTNEXTLINE(clang-analyzer-core.CallAndMessage)
-      line(prefix, kField.key, brackets, kField.form, value);
-    });
-  }
+  // A line up to its "=".
+  struct Head {
+    std::string_view prefix;
+    const KeyName& key;
+    const BracketText& brackets;
 
-  // The one place that assembles a line, in a single step for speed.
-  void put(std::string_view prefix, std::string_view key, std::string_view brackets,
-           std::string_view value) {
-    char* at = reserve(prefix.size() + key.size() + brackets.size() + value.size() + 3);
-    at = CopyText(at, prefix);
-    at = CopyText(at, key);
-    at = CopyText(at, brackets);
-    *at++ = '=';
-    at = CopyText(at, value);
-    CopyText(at, kLineEnd);
-  }
-  // Takes the next `size` bytes of the text.
-  char* reserve(std::size_t size) {
-    if (text_.size() - used_ < size) text_.resize(2 * text_.size() + size);
-    char* const start = text_.data() + used_;
-    used_ += size;
-    return start;
-  }
+    [[nodiscard]] std::size_t Capacity() const {
+      return prefix.size() + KeyName::kCapacity + BracketText::kCapacity + 1;
+    }
+    char* CopyTo(char* at) const {
+      if (!prefix.empty()) at = CopyText(at, prefix);
+      at = brackets.CopyTo(key.CopyTo(at));
+      *at++ = '=';
+      return at;
+    }
+  };
 
-  void line(std::string_view prefix, std::string_view key, std::string_view brackets, Form form,
-            const std::string& value) {
+  void line(const Head& head, Form form, const std::string& value) {
     if (form == Form::kTextIfAny && value.empty()) return;
     if (form == Form::kExcept && value == "0") return;
-    put(prefix, key, brackets, form == Form::kTrimmed ? Trim(value) : std::string_view(value));
+    put(head, form == Form::kTrimmed ? Trim(value) : std::string_view(value));
   }
 
   template <class Number>
-  void line(std::string_view prefix, std::string_view key, std::string_view brackets, Form form,
-            Number value) {
-    if (form == Form::kTruth) return put(prefix, key, brackets, value == 0 ? "0" : "-1");
-    std::array<char, kMaxNumberText + 1> text;
-    text[0] = ' ';
-    char* const digits = text.data() + 1;
-    int length = 0;
+  void line(const Head& head, Form form, Number value) {
+    if (form == Form::kTruth) return put(head, value == 0 ? "0" : "-1");
+    char* at = head.CopyTo(reserve(head.Capacity() + 1 + kMaxNumberText + kLineEnd.size()));
+    if (!(value < 0) && (form == Form::kStr || form == Form::kLead)) *at++ = ' ';
     if constexpr (std::is_integral_v<Number>) {
-      length = WriteNumber(digits, std::int64_t{value});
+      at += WriteNumber(at, std::int64_t{value});
     } else {
-      length = WriteNumber(digits, value);
+      at += WriteNumber(at, value);
     }
-    const bool blank = (form == Form::kStr || form == Form::kLead) && *digits != '-';
-    const auto size = static_cast<std::size_t>(length);
-    put(prefix, key, brackets,
-        blank ? std::string_view(text.data(), size + 1) : std::string_view(digits, size));
+    end(at);
+  }
+
+  void put(const Head& head, std::string_view value) {
+    char* const at = head.CopyTo(reserve(head.Capacity() + value.size() + kLineEnd.size()));
+    end(CopyText(at, value));
+  }
+  // The place of the next `size` bytes at most.
+  char* reserve(std::size_t size) {
+    if (text_.size() - used_ < size) text_.resize(2 * text_.size() + size);
+    return text_.data() + used_;
+  }
+  void end(char* at) {
+    std::memcpy(at, kLineEnd.data(), kLineEnd.size());
+    used_ = static_cast<std::size_t>(at - text_.data()) + kLineEnd.size();
   }
 
   std::string text_;  // longer than its used part, so that a line need not enlarge it
@@ -170,7 +170,7 @@ template <class BracketsOf>
 void writeSelections(Lines& out, OutputSet& output, int table, int codes, BracketsOf bracketsOf) {
   for (int k = 1; k <= codes; ++k) {
     if (selected(output, table, k - 1)) {
-      out.Keys<kSelectionKeys>(output.OutputSelect[table][k - 1], bracketsOf(k));
+      out.Keys(kSelectionKeys, output.OutputSelect[table][k - 1], bracketsOf(k));
     }
   }
 }
@@ -179,21 +179,21 @@ template <const auto& Keys>
 void writeLevels(Lines& out, Row<float, 0, kLevels - 1>& values, int count, int table, int item,
                  std::string_view prefix) {
   for (int i = 0; i < std::min(count, kLevels); ++i) {
-    out.Keys<Keys>(values[i], BracketText::Of(table, item, i), prefix);
+    out.Keys(Keys, values[i], BracketText::Of(table, item, i), prefix);
   }
 }
 
 void writeOutput(Lines& out, OutputSet& output, int table, int item, std::string_view prefix) {
   const BracketText brackets = BracketText::Of(table, item);
-  if (selected(output, table, kHistogram)) out.Keys<kHistogramKeys>(output.Histo[table], brackets);
-  if (selected(output, table, kRainFlow)) out.Keys<kRainHistoKeys>(output.Histo[table], brackets);
+  if (selected(output, table, kHistogram)) out.Keys(kHistogramKeys, output.Histo[table], brackets);
+  if (selected(output, table, kRainFlow)) out.Keys(kRainHistoKeys, output.Histo[table], brackets);
   if (selected(output, table, kLevelCrossing)) {
     HistoSet& histo = output.Histo[table];
-    out.Keys<kLevelKeys>(histo, brackets, prefix);
+    out.Keys(kLevelKeys, histo, brackets, prefix);
     writeLevels<kLevelOneKeys>(out, histo.LevelVarOne, histo.LevNumLevels, table, item, prefix);
-    out.Keys<kLevNumTestsKeys>(histo, brackets, prefix);
+    out.Keys(kLevNumTestsKeys, histo, brackets, prefix);
     writeLevels<kLevelTwoKeys>(out, histo.LevelVarTwo, histo.LevNumTests, table, item, prefix);
-    out.Keys<kNumDimsKeys>(histo, brackets, prefix);
+    out.Keys(kNumDimsKeys, histo, brackets, prefix);
   }
   writeSelections(out, output, table, kOutputCodes,
                   [&](int k) { return BracketText::Of(table, item, k); });
@@ -218,9 +218,9 @@ void writeAliases(Lines& out, ProjectStore& store) {
     for (int r = 1; r <= reps; ++r) {
       RepAlias& alias = item.Alias[r];
       const BracketText brackets = BracketText::Of(i, r);
-      out.Keys<kAliasKeys>(alias, brackets);
-      out.Keys<Family::kOffsetKeys>(alias, brackets);
-      out.Keys<kAliasExceptKeys>(alias, brackets);
+      out.Keys(kAliasKeys, alias, brackets);
+      out.Keys(Family::kOffsetKeys, alias, brackets);
+      out.Keys(kAliasExceptKeys, alias, brackets);
     }
   }
 }
@@ -229,13 +229,13 @@ template <class Family>
 void writeItems(Lines& out, ProjectStore& store) {
   const int count = Family::Count(store);
   for (int i = 1; i <= count; ++i) {
-    out.Keys<Family::kItemKeys>(Family::Item(store, i), BracketText::Of(i));
+    out.Keys(Family::kItemKeys, Family::Item(store, i), BracketText::Of(i));
   }
 }
 
 template <class Family>
 void writeFamily(Lines& out, ProjectStore& store) {
-  out.Keys<Family::kGroupKeys>(Family::Group(store));
+  out.Keys(Family::kGroupKeys, Family::Group(store));
   writeItems<Family>(out, store);
   writeOutputs<Family>(out, store);
   writeAliases<Family>(out, store);
@@ -244,31 +244,31 @@ void writeFamily(Lines& out, ProjectStore& store) {
 template <const auto& Keys, class RowType>
 void writeRow(Lines& out, RowType& row) {
   for (int i = RowType::kFirst; i <= RowType::kLast; ++i)
-    out.Keys<Keys>(row[i], BracketText::Of(i));
+    out.Keys(Keys, row[i], BracketText::Of(i));
 }
 
 void writeGenVersion(Lines& out, ProjectStore& store, const platform::Moment& now) {
   General general = store.Gen;
   general.PCTime = ShortMomentText(now);
-  out.Keys<kGenVersionKeys>(general);
+  out.Keys(kGenVersionKeys, general);
 }
 
 void writeConfiguration(Lines& out, ProjectStore& store) {
   Configuration& config = store.Config;
-  out.Keys<kOperatorKeys>(store.Gen);
-  out.Keys<kQuantityKeys>(config);
+  out.Keys(kOperatorKeys, store.Gen);
+  out.Keys(kQuantityKeys, config);
   writeRow<kMonitorPowerKeys>(out, config.MonitorPower);
   writeRow<kTcConfigOptsKeys>(out, config.TcConfigOpts);
-  out.Keys<kConfigurationKeys>(config);
+  out.Keys(kConfigurationKeys, config);
   for (int i = 1; i <= CountOf(config.StatusMonCount, config.Status); ++i) {
-    for (int c = 1; c <= 4; ++c) out.Keys<kStatusKeys>(config.Status[i][c], BracketText::Of(i, c));
+    for (int c = 1; c <= 4; ++c) out.Keys(kStatusKeys, config.Status[i][c], BracketText::Of(i, c));
   }
 }
 
 void writeTriggers(Lines& out, OutputTable& table, int t, int state, int count) {
   auto& rows = table.Trigger[state];
   for (int i = 1; i <= CountOf(count, rows); ++i) {
-    out.Keys<kTriggerKeys>(rows[i], BracketText::Of(TriggerNumber(t, i)), kTriggerPrefix[state]);
+    out.Keys(kTriggerKeys, rows[i], BracketText::Of(TriggerNumber(t, i)), kTriggerPrefix[state]);
   }
 }
 
@@ -276,36 +276,36 @@ void writeTable(Lines& out, OutputTable& table, int t) {
   if (table.TrigTabStop < 0) table.TrigTabStop = table.TrigTable;
   if (table.WriteIf == -1) table.WriteIf = 1;
   const BracketText brackets = BracketText::Of(t);
-  out.Keys<kTableOnKeys>(table, brackets);
-  out.Keys<kTableKeys>(table, brackets);
+  out.Keys(kTableOnKeys, table, brackets);
+  out.Keys(kTableKeys, table, brackets);
   writeTriggers(out, table, t, 0, table.TrigTable);
-  out.Keys<kTrigTabStopKeys>(table, brackets);
+  out.Keys(kTrigTabStopKeys, table, brackets);
   writeTriggers(out, table, t, 1, table.TrigTabStop);
-  out.Keys<kEventStartKeys>(table, BracketText::Named(t, kTriggerPrefix[0]));
-  out.Keys<kEventStopKeys>(table, BracketText::Named(t, kTriggerPrefix[1]));
-  out.Keys<kEventKeys>(table, brackets);
-  out.Keys<kTableControlKeys>(table, brackets);
+  out.Keys(kEventStartKeys, table, BracketText::Named(t, kTriggerPrefix[0]));
+  out.Keys(kEventStopKeys, table, BracketText::Named(t, kTriggerPrefix[1]));
+  out.Keys(kEventKeys, table, brackets);
+  out.Keys(kTableControlKeys, table, brackets);
   for (int i = 1; i <= CountOf(table.WriteIf, table.Write); ++i) {
-    out.Keys<kWriteKeys>(table.Write[i], table.WriteIf == 1 ? brackets : BracketText::Spaced(t, i));
+    out.Keys(kWriteKeys, table.Write[i], table.WriteIf == 1 ? brackets : BracketText::Spaced(t, i));
   }
-  out.Keys<kWriteGroupKeys>(table, brackets);
+  out.Keys(kWriteGroupKeys, table, brackets);
 }
 
 void writeTables(Lines& out, ProjectStore& store) {
-  out.Keys<kDisplayKeys>(store.Tables);
+  out.Keys(kDisplayKeys, store.Tables);
   forTables(store, [&](int t) { writeTable(out, store.Tables[t], t); });
 }
 
 template <const auto& Keys>
 void writeCode(Lines& out, OutputSet& output, int t, int code) {
-  if (selected(output, t, code)) out.Keys<Keys>(output.Histo[t], BracketText::Of(t));
+  if (selected(output, t, code)) out.Keys(Keys, output.Histo[t], BracketText::Of(t));
 }
 
 // Battery and references: in each table the selections precede the codes, written by `writeCodes`.
 template <class WriteCodes>
 void writeReference(Lines& out, ProjectStore& store, ReferenceOutput& reference, int codes,
                     WriteCodes writeCodes) {
-  out.Keys<kReferenceKeys>(reference);
+  out.Keys(kReferenceKeys, reference);
   forTables(store, [&](int t) {
     writeSelections(out, reference.Output, t, codes, [&](int k) { return BracketText::Of(t, k); });
     writeCodes(reference.Output, t);
@@ -331,26 +331,26 @@ void writeTcRef(Lines& out, ProjectStore& store) {
 }
 
 void writePort(Lines& out, Port& port, int p) {
-  if (p < kPorts) out.Keys<kPolarityKeys>(port, BracketText::Of(0, p));
-  for (int s = 0; s <= 1; ++s) out.Keys<kPortStateKeys>(port.State[s], BracketText::Of(s, 0, p));
+  if (p < kPorts) out.Keys(kPolarityKeys, port, BracketText::Of(0, p));
+  for (int s = 0; s <= 1; ++s) out.Keys(kPortStateKeys, port.State[s], BracketText::Of(s, 0, p));
 }
 
 void writePortSlot(Lines& out, ProjectStore& store, PortSlot& slot) {
   const bool reads = slot.ReadMode != 0;
-  out.Keys<kPortSlotKeys>(slot, BracketText::Of(0));
+  out.Keys(kPortSlotKeys, slot, BracketText::Of(0));
   for (int p = 1; p <= kPorts; ++p) {
     if (slot.Ports[p].Include == 0) continue;
-    out.Keys<kPortKeys>(slot.Ports[p], BracketText::Of(0, p));
+    out.Keys(kPortKeys, slot.Ports[p], BracketText::Of(0, p));
     if (!reads) writePort(out, slot.Ports[p], p);
   }
   if (slot.ByteMode != 0 && slot.Ports[kPorts].Include != 0 && !reads) {
     for (int c = 0; c <= 2; ++c) {
-      out.Keys<kBinaryMaskKeys>(slot.BinaryMask[c], BracketText::Of(c, 0, 1));
+      out.Keys(kBinaryMaskKeys, slot.BinaryMask[c], BracketText::Of(c, 0, 1));
     }
   }
   if (!reads) return;
   forTables(store, [&](int t) {
-    out.Keys<kHistogramKeys>(slot.Output.Histo[t], BracketText::Of(0, t, 1));
+    out.Keys(kHistogramKeys, slot.Output.Histo[t], BracketText::Of(0, t, 1));
     writeSelections(out, slot.Output, t, kOutputCodes,
                     [&](int k) { return BracketText::Of(0, t, 1, k); });
   });
@@ -375,7 +375,7 @@ bool secondPortSlotUntouched(Lines& out, ProjectStore& store) {
 // Both slots have the same keys, and a reader puts all lines into the first. So an untouched second
 // slot repeats the lines of the first; otherwise it would overwrite the user's choices there.
 void writePorts(Lines& out, ProjectStore& store) {
-  out.Keys<kCodeTypeKeys>(store.Ports);
+  out.Keys(kCodeTypeKeys, store.Ports);
   const int second = secondPortSlotUntouched(out, store) ? 0 : 1;
   writePortSlot(out, store, store.Ports.Slot[0]);
   writePortSlot(out, store, store.Ports.Slot[second]);
@@ -386,18 +386,18 @@ void writeFlags(Lines& out, ProjectStore& store) {
     FlagControl& control = store.Flags[f];
     if (control.FlagInclude == 0) continue;
     const BracketText brackets = BracketText::Of(f);
-    out.Keys<kFlagKeys>(control, brackets);
+    out.Keys(kFlagKeys, control, brackets);
     for (int s = 1; s <= 2; ++s) {
-      out.Keys<kFlagStateKeys>(control.State[s], brackets, kFlagStatePrefix[s - 1]);
+      out.Keys(kFlagStateKeys, control.State[s], brackets, kFlagStatePrefix[s - 1]);
     }
   }
 }
 
 void writeExcite(Lines& out, ProjectStore& store) {
-  out.Keys<kExciteKeys>(store.ExciteOut);
+  out.Keys(kExciteKeys, store.ExciteOut);
   for (auto& slot : store.ExciteOut.Slot) {
     for (int c = 1; c <= 2; ++c) {
-      if (slot[c].Include != 0) out.Keys<kExciteChannelKeys>(slot[c], BracketText::Of(c));
+      if (slot[c].Include != 0) out.Keys(kExciteChannelKeys, slot[c], BracketText::Of(c));
     }
   }
 }
@@ -409,9 +409,9 @@ void writePulseSlot(Lines& out, ProjectStore& store) {
 
 void writeCan(Lines& out, ProjectStore& store) {
   CanModuleData& module = store.Can.Module[kSavedCanModule];
-  out.Keys<kCanModuleKeys>(module);
-  out.Keys<kCanGroupKeys>(store.Can);
-  out.Keys<kCanEnabledKeys>(module);
+  out.Keys(kCanModuleKeys, module);
+  out.Keys(kCanGroupKeys, store.Can);
+  out.Keys(kCanEnabledKeys, module);
   writeItems<CanFamily>(out, store);
   writeOutputs<CanFamily>(out, store);
   writeAliases<CanFamily>(out, store);
@@ -419,11 +419,11 @@ void writeCan(Lines& out, ProjectStore& store) {
 
 void writeCalcFields(Lines& out, ProjectStore& store) {
   CalcFieldGroup& group = store.CalcFields;
-  out.Keys<kCalcGroupKeys>(group);
+  out.Keys(kCalcGroupKeys, group);
   for (int f = 1; f <= CalcFamily::Count(store); ++f) {
-    out.Keys<kCalcFieldKeys>(group.Field[f], BracketText::Of(f));
+    out.Keys(kCalcFieldKeys, group.Field[f], BracketText::Of(f));
     for (int c = 1; c <= 4; ++c) {
-      out.Keys<kCalcColumnKeys>(group.Field[f].CalcField[c], BracketText::Of(f, c));
+      out.Keys(kCalcColumnKeys, group.Field[f].CalcField[c], BracketText::Of(f, c));
     }
   }
   writeOutputs<CalcFamily>(out, store);
@@ -453,7 +453,7 @@ void writeSection(Lines& out, ProjectStore& store, const platform::Moment& now, 
     case Section::kConfiguration:
       return writeConfiguration(out, store);
     case Section::kScanSetup:
-      return out.Keys<kScanKeys>(store.Scan);
+      return out.Keys(kScanKeys, store.Scan);
     case Section::kTableSetup:
       return writeTables(out, store);
     case Section::kPowerOut:
@@ -482,45 +482,62 @@ void writeSection(Lines& out, ProjectStore& store, const platform::Moment& now, 
     case Section::kCanItems:
       return writeCan(out, store);
     case Section::kSpeedCalc:
-      out.Keys<kSpeedCalcKeys>(store.SpeedCalc);
+      out.Keys(kSpeedCalcKeys, store.SpeedCalc);
       return writeRow<kGearRatioKeys>(out, store.SpeedCalc.GearRatio);
     case Section::kMultOffCalc:
-      return out.Keys<kLineCalcKeys>(store.MultOffCalc);
+      return out.Keys(kLineCalcKeys, store.MultOffCalc);
     case Section::kMVPerVoltCalc:
-      return out.Keys<kMVPerVoltCalcKeys>(store.MVPerVoltCalc);
+      return out.Keys(kMVPerVoltCalcKeys, store.MVPerVoltCalc);
     case Section::kPotCalc:
-      return out.Keys<kLineCalcKeys>(store.PotCalc);
+      return out.Keys(kLineCalcKeys, store.PotCalc);
     case Section::kRsCalc:
-      return out.Keys<kRsCalcKeys>(store.RsCalc);
+      return out.Keys(kRsCalcKeys, store.RsCalc);
     case Section::kRpmCalc:
-      return out.Keys<kRpmCalcKeys>(store.RpmCalc);
+      return out.Keys(kRpmCalcKeys, store.RpmCalc);
     case Section::kMoreSpeedCalc:
-      return out.Keys<kMoreSpeedCalcKeys>(store.MoreSpeedCalc);
+      return out.Keys(kMoreSpeedCalcKeys, store.MoreSpeedCalc);
     case Section::kFlowCalc:
-      return out.Keys<kFlowCalcKeys>(store.FlowCalc);
+      return out.Keys(kFlowCalcKeys, store.FlowCalc);
     case Section::kCalcFields:
       return writeCalcFields(out, store);
   }
 }
 
-// Likely number of bytes of a family; a guess that only saves copying the text.
+// Likely number of bytes; a guess that only saves enlarging the text.
+std::size_t expectedSize(const OutputSet& output, int table) {
+  constexpr std::size_t kSelection = 20;
+  constexpr std::size_t kHistogramOrLevels = 1000;
+  std::size_t size = 0;
+  for (int code = 0; code < kOutputCodes; ++code) {
+    if (selected(output, table, code)) {
+      size += code < kHistogram ? kSelection : kHistogramOrLevels;
+    }
+  }
+  return size;
+}
+
 template <class Family>
 std::size_t expectedSize(ProjectStore& store) {
-  constexpr std::size_t kItem = 2048;
-  constexpr std::size_t kRepetition = 160;
+  constexpr std::size_t kItem = 512;
+  constexpr std::size_t kRepetition = 96;
   std::size_t size = 0;
   for (int i = 1; i <= Family::Count(store); ++i) {
-    const int reps = std::clamp<int>(Family::Item(store, i).Reps, 0, kReps);
-    size += kItem + static_cast<std::size_t>(reps) * kRepetition;
+    auto& item = Family::Item(store, i);
+    size += kItem;
+    if constexpr (requires { item.Reps; }) {
+      size += static_cast<std::size_t>(std::clamp<int>(item.Reps, 0, kReps)) * kRepetition;
+    }
+    forTables(store, [&](int table) { size += expectedSize(item.Output, table); });
   }
   return size;
 }
 
 std::size_t expectedSize(ProjectStore& store) {
-  constexpr std::size_t kOther = 32 * std::size_t{1024};
+  constexpr std::size_t kOther = 6 * std::size_t{1024};
   return kOther + expectedSize<TK40MFamily>(store) + expectedSize<TempFamily>(store) +
          expectedSize<VoltFamily>(store) + expectedSize<BridgeFamily>(store) +
-         expectedSize<PulseFamily<0>>(store) + expectedSize<CanFamily>(store);
+         expectedSize<PulseFamily<0>>(store) + expectedSize<CanFamily>(store) +
+         expectedSize<CalcFamily>(store);
 }
 
 }  // namespace
