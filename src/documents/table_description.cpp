@@ -60,7 +60,8 @@ class Description {
     text_ += "\r\n";
   }
   void put(std::string_view label, std::string_view value) {
-    put(std::string(label) + std::string(value));
+    text_ += label;
+    put(value);
   }
 
   void heading(int t) {
@@ -87,7 +88,7 @@ class Description {
   }
 
   void field(const TableColumn& column) {
-    std::string line = FormatNumber(static_cast<double>(column.number), "000") + ".";
+    std::string line = PaddedNumberText(column.number, 3) + ".";
     TabTo(line, kResolutionColumn);
     line += column.resolution;
     TabTo(line, kMeasColumn);

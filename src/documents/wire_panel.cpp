@@ -16,16 +16,22 @@ constexpr std::string_view kBar = " | ";
 constexpr int kBarPlace = 1 + kHalfWidth + 1;  // index of the bar, from 0
 static_assert(2 * kHalfWidth + 2 + static_cast<int>(kBar.size()) == kPanelWidth);
 
-std::string padded(std::string_view text, int width) {
-  std::string result(text);
-  result.resize(static_cast<std::size_t>(width), ' ');
-  return result;
+// Appends a text, padded or cut to `width`.
+void putPadded(std::string& line, std::string_view text, int width) {
+  const std::size_t end = line.size() + static_cast<std::size_t>(width);
+  line += text;
+  line.resize(end, ' ');
 }
 
 std::string run(char c, int count) { return std::string(static_cast<std::size_t>(count), c); }
 
 std::string half(std::string_view label, std::string_view mark, std::string_view cell) {
-  return padded(label, kLabelWidth) + padded(mark, kMarkWidth) + padded(cell, kCellWidth);
+  std::string line;
+  line.reserve(kHalfWidth);
+  putPadded(line, label, kLabelWidth);
+  putPadded(line, mark, kMarkWidth);
+  putPadded(line, cell, kCellWidth);
+  return line;
 }
 
 // A half with a terminal, free or wired as in its label, or with an empty place.

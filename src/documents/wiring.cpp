@@ -4,7 +4,6 @@
 
 #include "model/channel_chart.h"
 #include "model/channels.h"
-#include "text/mask.h"
 #include "text/number.h"
 
 namespace ostrand {
@@ -104,9 +103,10 @@ std::vector<TerminalStrip> multiplexerStrips(const ProjectStore& store) {
 
 std::string TerminalText(const WireTerminal& terminal) {
   std::string text;
-  if (terminal.differential > 0) text = FormatNumber(terminal.differential, "00") + " ";
-  if (terminal.singleEnded > 0) text += FormatNumber(terminal.singleEnded, "00") + " ";
-  return text + std::string(terminal.name);
+  for (const int channel : {terminal.differential, terminal.singleEnded}) {
+    if (channel > 0) text.append(PaddedNumberText(channel, 2)) += ' ';
+  }
+  return text += terminal.name;
 }
 
 Wiring WiringOf(const ProjectStore& store, const StatementChannels& statements) {

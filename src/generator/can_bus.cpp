@@ -119,7 +119,7 @@ void SAVEDLD::CanDeclarations() {
 
 void SAVEDLD::CanBus() {
   if (!CanInUse(run_.store)) return;
-  const auto views = run_.Blocks(Family::kCan);
+  const auto& views = run_.Blocks(Family::kCan);
   const auto itemOf = [&](const BlockView& view) -> const CanItemData& {
     return run_.store.Can.Item[view.n];
   };

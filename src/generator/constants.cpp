@@ -338,7 +338,7 @@ void SAVEDLD::Constants() {
   for (const Family family :
        {Family::kTemp, Family::kVolt, Family::kBridge, Family::kPulse, Family::kTK40M}) {
     if (family == Family::kTK40M && run_.store.Config.TK40MQty <= 0) continue;
-    const auto blocks = run_.Blocks(family);
+    const auto& blocks = run_.Blocks(family);
     CollectExceptFlags(blocks);
     if (AnyReps(blocks)) {
       run_.PutEmpty();

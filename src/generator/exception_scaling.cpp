@@ -40,7 +40,7 @@ void blockExceptions(ProgramRun& run, const BlockView& view) {
 
 void SAVEDLD::Exceptions() {
   const bool any = std::any_of(kOrder.begin(), kOrder.end(), [&](Family family) {
-    const auto views = run_.Blocks(family);
+    const auto& views = run_.Blocks(family);
     return std::any_of(views.begin(), views.end(),
                        [](const BlockView& view) { return view.except->Any(); });
   });

@@ -10,7 +10,7 @@
 namespace ostrand {
 namespace {
 
-constexpr std::array<FamilyTexts, 6> kFamilies = {{
+constexpr std::array<FamilyTexts, kFamilyCount> kFamilies = {{
     {Family::kTemp, ORVUS_DOBJ_BLK_TEMP, " THERMOCOUPLE CONSTANTS ", " Temp Block ",
      " Temp Blocks "},
     {Family::kVolt, ORVUS_DOBJ_BLK_VOLT, " VOLTAGE CONSTANTS ", " Volt Block ", " Volt Blocks "},

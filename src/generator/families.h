@@ -13,6 +13,7 @@
 namespace ostrand {
 
 enum class Family { kTemp, kVolt, kBridge, kPulse, kTK40M, kCan };
+inline constexpr std::size_t kFamilyCount = 6;
 
 // What sets a family apart in the program's texts.
 struct FamilyTexts {

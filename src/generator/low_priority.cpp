@@ -321,7 +321,7 @@ void canLoops(ProgramRun& run, const SlowSequence& slow, const CanGroups& firstI
   putHyphens(run, slow);
   run.Put({slow.Indent(), "'CANBUS TxRx Measurement Loops"});
   putHyphens(run, slow);
-  const auto views = run.Blocks(Family::kCan);
+  const auto& views = run.Blocks(Family::kCan);
   for (const BlockView& view : views) {
     const int i = view.n;
     const CanItemData& item = run.store.Can.Item[i];

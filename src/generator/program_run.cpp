@@ -20,6 +20,13 @@ void ProgramRun::Start() {
   needs = {};
   zero = {};
   channels = {};
+  blocks_ = {};
+}
+
+const std::vector<BlockView>& ProgramRun::Blocks(Family family) {
+  std::optional<std::vector<BlockView>>& blocks = blocks_[static_cast<std::size_t>(family)];
+  if (!blocks) blocks = BlocksOf(store, needs.Except, family);
+  return *blocks;
 }
 
 void ProgramRun::PutSectionTitle(std::string_view title, std::string_view indent) {

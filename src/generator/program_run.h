@@ -1,6 +1,8 @@
 // What the sections of a generator run share.
 #pragma once
 
+#include <array>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -51,10 +53,8 @@ class ProgramRun {
   // The title of a family's statements in the scan, if any of its blocks has repetitions.
   void PutBodyTitle(Family family);
 
-  // The blocks of a family, in the order of the store.
-  [[nodiscard]] std::vector<BlockView> Blocks(Family family) {
-    return BlocksOf(store, needs.Except, family);
-  }
+  // The blocks of a family, in the order of the store, until the next run.
+  [[nodiscard]] const std::vector<BlockView>& Blocks(Family family);
   [[nodiscard]] bool HostIsHarrier() const;
   // Whether field calibration is part of the program.
   [[nodiscard]] bool NeedsFieldCal() const;
@@ -73,6 +73,9 @@ class ProgramRun {
   // What outlives a run.
   std::string PrevMeasType;  // MeasType of the last block written
   Row<std::string, 1, kBlocks> TK40MLines;
+
+ private:
+  std::array<std::optional<std::vector<BlockView>>, kFamilyCount> blocks_;  // those asked for
 };
 
 }  // namespace ostrand

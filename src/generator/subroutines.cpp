@@ -12,12 +12,15 @@
 namespace ostrand {
 namespace {
 
-std::vector<BlockView> zeroCandidates(ProgramRun& run) {
-  std::vector<BlockView> found = run.Blocks(Family::kVolt);
-  for (BlockView& view : run.Blocks(Family::kBridge)) found.push_back(std::move(view));
+BlockRefs zeroCandidates(ProgramRun& run) {
+  BlockRefs found;
+  for (const Family family : {Family::kVolt, Family::kBridge}) {
+    const auto& blocks = run.Blocks(family);
+    found.insert(found.end(), blocks.begin(), blocks.end());
+  }
   if (run.store.Config.TK40MQty <= 0) return found;
-  for (BlockView& view : run.Blocks(Family::kTK40M)) {
-    if (run.store.TK40MBlock[view.n].TK40Volts == 1) found.push_back(std::move(view));
+  for (const BlockView& view : run.Blocks(Family::kTK40M)) {
+    if (run.store.TK40MBlock[view.n].TK40Volts == 1) found.push_back(view);
   }
   return found;
 }

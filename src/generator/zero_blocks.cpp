@@ -2,24 +2,23 @@
 
 #include <algorithm>
 #include <cmath>
-#include <utility>
 
 #include "model/intervals.h"
 
 namespace ostrand {
 
-std::vector<BlockView> FlaggedBlocks(ProgramRun& run, int group) {
-  std::vector<BlockView> found;
+BlockRefs FlaggedBlocks(ProgramRun& run, int group) {
+  BlockRefs found;
   for (const Family family : {Family::kVolt, Family::kBridge, Family::kTK40M}) {
-    for (BlockView& view : run.Blocks(family)) {
-      if (HasReps(view) && view.data->ZeroFlag == group) found.push_back(std::move(view));
+    for (const BlockView& view : run.Blocks(family)) {
+      if (HasReps(view) && view.data->ZeroFlag == group) found.push_back(view);
     }
   }
   return found;
 }
 
-std::vector<BlockView> ZeroedBlocks(ProgramRun& run, int group) {
-  std::vector<BlockView> found = FlaggedBlocks(run, group);
+BlockRefs ZeroedBlocks(ProgramRun& run, int group) {
+  BlockRefs found = FlaggedBlocks(run, group);
   const ProjectStore& store = run.store;
   std::erase_if(found, [&](const BlockView& view) {
     return view.Kind() == Family::kTK40M &&

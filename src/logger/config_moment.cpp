@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "text/mask.h"
 #include "text/number.h"
 
 namespace ostrand {
@@ -52,7 +51,7 @@ std::string itemText(Part part, int value) {
 
 std::string pictureText(Part part, int value) {
   if (part == OpenMoment::kMonth) return itemText(part, value);
-  return FormatNumber(value, part == OpenMoment::kYear ? "0000" : "00");
+  return PaddedNumberText(value, part == OpenMoment::kYear ? 4 : 2);
 }
 
 // The members of the configuration for each part of a time.

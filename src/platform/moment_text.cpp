@@ -5,10 +5,7 @@
 namespace ostrand {
 namespace {
 
-std::string twoDigits(int number) {
-  std::string text = NumberText(number);
-  return text.size() < 2 ? "0" + text : text;
-}
+std::string twoDigits(int number) { return PaddedNumberText(number, 2); }
 
 std::string minutesAndSeconds(const platform::Moment& moment) {
   return ":" + twoDigits(moment.minute) + ":" + twoDigits(moment.second);

@@ -145,9 +145,7 @@ std::string layOutWithExponent(Decimal& number, const Mask& mask) {
   } else if (mask.plusSign) {
     result += '+';
   }
-  std::string digits = NumberText(std::abs(exponent));
-  while (static_cast<int>(digits.size()) < mask.exponentZeros) digits.insert(digits.begin(), '0');
-  return result + digits;
+  return result + PaddedNumberText(std::abs(exponent), mask.exponentZeros);
 }
 
 std::string formatDecimal(Decimal number, bool negative, const Mask& mask) {

@@ -325,6 +325,13 @@ std::string NumberText(std::int64_t value) { return textOf(value); }
 std::string NumberText(float value) { return textOf(value); }
 std::string NumberText(double value) { return textOf(value); }
 
+std::string PaddedNumberText(std::int64_t value, int digits) {
+  std::string text = NumberText(value);
+  const auto width = static_cast<std::size_t>(digits);
+  if (text.size() < width) text.insert(0, width - text.size(), '0');
+  return text;
+}
+
 std::string StrText(std::int64_t value) { return strTextOf(value); }
 std::string StrText(float value) { return strTextOf(value); }
 

@@ -25,6 +25,9 @@ std::string NumberText(float value);
 std::string NumberText(double value);
 inline std::string NumberText(int value) { return NumberText(static_cast<std::int64_t>(value)); }
 
+// A value that is not negative, with zeros in front to `digits` digits: 007.
+std::string PaddedNumberText(std::int64_t value, int digits);
+
 // The general text with a blank before a number that is not negative, as in the project file.
 std::string StrText(std::int64_t value);
 std::string StrText(float value);
