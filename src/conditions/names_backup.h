@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "model/variable_texts.h"
+#include "model/store.h"
 
 namespace ostrand {
 
@@ -12,11 +12,7 @@ namespace ostrand {
 // was kept.
 class NamesBackup {
  public:
-  explicit NamesBackup(ProjectStore& store) : store_(store) {
-    VisitVariableTexts(store_, [this](const std::string& text, VariableText) {
-      if (!text.empty()) before_.push_back({&text, text});
-    });
-  }
+  explicit NamesBackup(ProjectStore& store);
   ~NamesBackup() {
     if (!kept_) putBack();
   }
@@ -32,16 +28,7 @@ class NamesBackup {
     std::string text;
   };
 
-  void putBack() {
-    auto before = before_.begin();
-    VisitVariableTexts(store_, [&](std::string& text, VariableText) {
-      if (before != before_.end() && before->place == &text) {
-        text = before++->text;
-      } else {
-        text.clear();
-      }
-    });
-  }
+  void putBack();
 
   ProjectStore& store_;
   std::vector<Text> before_;  // non-empty texts, in the order of the visit

@@ -14,6 +14,8 @@ bool isNamed(const Choice::Item& item, std::string_view text) {
 
 }  // namespace
 
+Choice::~Choice() = default;
+
 void Choice::SetItems(std::initializer_list<std::string_view> texts) {
   Items.clear();
   for (const std::string_view text : texts) Add(text);

@@ -24,6 +24,7 @@ class Choice : public Control {
   };
 
   Choice(Screen& screen, std::string_view name) : Control(screen, ControlKind::kDropDown, name) {}
+  ~Choice() override;
   std::function<void()> OnPick;  // after a pick
   // Whether picking the picked item again fires events too. Otherwise it changes nothing.
   bool PicksAgain = false;

@@ -13,6 +13,11 @@ Control::Control(Screen& screen, ControlKind kind, std::string_view name)
 
 Control::~Control() { screen_.remove(*this); }
 
+Label::~Label() = default;
+Lamp::~Lamp() = default;
+Button::~Button() = default;
+CheckBox::~CheckBox() = default;
+
 void Control::Enable(bool enabled, std::string_view whyNot) {
   Enabled = enabled;
   WhyDisabled = Usable() ? std::string_view() : whyNot;

@@ -33,6 +33,9 @@ enum class ControlKind {
   kButton
 };
 
+// Destructors are defined in the sources: screens have dozens of controls, and each would contain
+// them all again.
+
 // A named part of a screen. A control belongs to the screen it was made for and lives as long.
 // Hosts read text, caption and state again after each action.
 class Control {
@@ -94,6 +97,7 @@ class Control {
 class Label : public Control {
  public:
   Label(Screen& screen, std::string_view name) : Control(screen, ControlKind::kLabel, name) {}
+  ~Label() override;
   [[nodiscard]] std::string Text() const override { return text_; }
   void Text(std::string_view text) { text_ = text; }
 
@@ -108,6 +112,7 @@ class Label : public Control {
 class Lamp : public Control {
  public:
   Lamp(Screen& screen, std::string_view name) : Control(screen, ControlKind::kLamp, name) {}
+  ~Lamp() override;
   [[nodiscard]] std::string Text() const override { return on_ ? "on" : "off"; }
   [[nodiscard]] bool IsOn() const { return on_; }
   void On(bool on) { on_ = on; }
@@ -119,6 +124,7 @@ class Lamp : public Control {
 class Button : public Control {
  public:
   Button(Screen& screen, std::string_view name) : Control(screen, ControlKind::kButton, name) {}
+  ~Button() override;
   std::function<void()> OnPress;
 
   [[nodiscard]] std::string Text() const override { return Caption; }
@@ -150,6 +156,7 @@ class Opener : public Button {
 class CheckBox : public Control {
  public:
   CheckBox(Screen& screen, std::string_view name) : Control(screen, ControlKind::kCheck, name) {}
+  ~CheckBox() override;
   std::function<void()> OnClick;  // after a change
 
   [[nodiscard]] bool Checked() const { return checked_; }

@@ -6,6 +6,8 @@
 
 namespace ostrand {
 
+ListField::~ListField() = default;
+
 int ListField::ItemIndex() const {
   const auto at = std::find_if(Items.begin(), Items.end(),
                                [&](const std::string& item) { return SameText(item, Text()); });

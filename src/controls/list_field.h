@@ -13,6 +13,7 @@ class ListField : public TextField {
  public:
   ListField(Screen& screen, std::string_view name, KeyFilter filter)
       : TextField(screen, ControlKind::kEditList, name, filter) {}
+  ~ListField() override;
 
   CountedList<std::string> Items;  // what can be picked
 

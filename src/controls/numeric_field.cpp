@@ -65,6 +65,8 @@ NumericField::NumericField(Screen& screen, std::string_view name, NumberType typ
       max_(rowOf(type).max),
       digits_(rowOf(type).digits) {}
 
+NumericField::~NumericField() = default;
+
 void NumericField::Limits(double min, double max) {
   min_ = std::max(min, rowOf(type_).min);
   max_ = std::min(max, rowOf(type_).max);

@@ -21,6 +21,7 @@ class NumericField : public TextField {
  public:
   // Singles are shown to 7 significant digits, doubles to 10; integers whole.
   NumericField(Screen& screen, std::string_view name, NumberType type);
+  ~NumericField() override;
 
   // The field's limits, within those of the type.
   void Limits(double min, double max);

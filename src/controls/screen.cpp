@@ -8,6 +8,8 @@ namespace ostrand {
 Screen::Screen(const ScreenContext& context, std::string_view name)
     : context_(context), name_(name) {}
 
+Screen::~Screen() = default;
+
 Control* Screen::Find(std::string_view name) const {
   for (Control* control : controls_) {
     if (SameText(control->Name(), name)) return control;

@@ -40,7 +40,7 @@ enum class ModalResult { kNone, kDone, kCancel };
 class Screen {
  public:
   Screen(const ScreenContext& context, std::string_view name);
-  virtual ~Screen() = default;
+  virtual ~Screen();
   Screen(const Screen&) = delete;
   Screen& operator=(const Screen&) = delete;
 

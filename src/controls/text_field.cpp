@@ -36,6 +36,8 @@ bool NameText(std::string_view text) { return isName(text, "_"); }
 
 bool UnitNameText(std::string_view text) { return isName(text, "_@#$"); }
 
+TextField::~TextField() = default;
+
 void TextField::Text(std::string_view text) {
   text_ = text;
   taken_ = text;

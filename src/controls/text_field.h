@@ -24,6 +24,7 @@ class TextField : public Control {
  public:
   TextField(Screen& screen, std::string_view name, KeyFilter filter = AnyText)
       : TextField(screen, ControlKind::kText, name, filter) {}
+  ~TextField() override;
 
   std::size_t MaxLetters = std::string::npos;
   // Whether the field may hold a text while it is typed, in addition to its filter; for checks

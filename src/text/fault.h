@@ -2,7 +2,6 @@
 #pragma once
 
 #include <string>
-#include <utility>
 
 namespace ostrand {
 
@@ -13,8 +12,11 @@ struct Fault {
 };
 
 // The failures that the system's own rules raise.
-inline Fault SubscriptOutOfRange() { return {9, "Subscript out of range"}; }
-inline Fault InvalidProcedureCall() { return {5, "Invalid procedure call or argument"}; }
-inline Fault DivisionByZero() { return {11, "Division by zero"}; }
+Fault SubscriptOutOfRange();
+Fault InvalidProcedureCall();
+Fault DivisionByZero();
+
+// Throws the first of them. A call of it is all that an access to an element contains for that.
+[[noreturn]] void FailSubscript();
 
 }  // namespace ostrand

@@ -30,8 +30,8 @@ class LateRow {
   }
 
   LateRow() = default;
-  ~LateRow() = default;
-  LateRow(const LateRow& other) { *this = other; }
+  ~LateRow();
+  LateRow(const LateRow& other);
   LateRow& operator=(const LateRow& other);
 
   T& operator[](int subscript) {
@@ -94,7 +94,7 @@ class LateRow {
 
  private:
   static constexpr std::size_t position(int subscript) {
-    if (!Holds(subscript)) throw SubscriptOutOfRange();
+    if (!Holds(subscript)) FailSubscript();
     return static_cast<std::size_t>(subscript - First);
   }
   static constexpr std::ptrdiff_t difference(std::size_t count) {
@@ -104,10 +104,7 @@ class LateRow {
   [[nodiscard]] const T& at(std::size_t position) const {
     return position < made_.size() ? made_[position] : blank();
   }
-  [[nodiscard]] const T& blank() const {
-    static const T kZero;
-    return blank_ != nullptr ? *blank_ : kZero;
-  }
+  [[nodiscard]] const T& blank() const;
   // Memory for all elements is reserved with the first one, so that none moves later. The system
   // provides it page by page as elements are made.
   void make(std::size_t count);
@@ -117,6 +114,20 @@ class LateRow {
 };
 
 // Outside of the class, so that an explicit instantiation serves all users of a row.
+
+template <class T, int First, int Last>
+LateRow<T, First, Last>::~LateRow() = default;
+
+template <class T, int First, int Last>
+LateRow<T, First, Last>::LateRow(const LateRow& other) {
+  *this = other;
+}
+
+template <class T, int First, int Last>
+const T& LateRow<T, First, Last>::blank() const {
+  static const T kZero;
+  return blank_ != nullptr ? *blank_ : kZero;
+}
 
 template <class T, int First, int Last>
 LateRow<T, First, Last>& LateRow<T, First, Last>::operator=(const LateRow& other) {

@@ -37,7 +37,7 @@ class Row {
 
  private:
   static constexpr std::size_t position(int subscript) {
-    if (!Holds(subscript)) throw SubscriptOutOfRange();
+    if (!Holds(subscript)) FailSubscript();
     return static_cast<std::size_t>(subscript - First);
   }
 
