@@ -143,7 +143,7 @@ class RandomEvents : public desktop::ScreenWindows {
   void click(ScreenWindow& window) {
     closePopup(window);
     QWidget* widget = anyWidget(window);
-    if (!widget->isVisible()) return;
+    if (!widget->isVisible() || widget->size().isEmpty()) return;  // an empty text has no width
     const QPoint place(Below(static_cast<std::size_t>(widget->width())),
                        Below(static_cast<std::size_t>(widget->height())));
     if (Below(5) == 0) {
