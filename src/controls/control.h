@@ -33,8 +33,7 @@ enum class ControlKind {
   kButton
 };
 
-// Destructors are defined in the sources: screens have dozens of controls, and each would contain
-// them all again.
+// Destructors are out of line, since a screen contains those of its dozens of controls.
 
 // A named part of a screen. A control belongs to the screen it was made for and lives as long.
 // Hosts read text, caption and state again after each action.

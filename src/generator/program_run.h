@@ -75,7 +75,7 @@ class ProgramRun {
   Row<std::string, 1, kBlocks> TK40MLines;
 
  private:
-  std::array<std::optional<std::vector<BlockView>>, kFamilyCount> blocks_;  // those asked for
+  std::array<std::optional<std::vector<BlockView>>, kFamilyCount> blocks_;  // made at first use
 };
 
 }  // namespace ostrand

@@ -33,7 +33,7 @@ template <class Record>
 inline constexpr bool kSingleValue =
     std::is_arithmetic_v<Record> || std::is_same_v<Record, std::string>;
 
-// Refers to a value in the store, of one of the types that a file holds, or to none.
+// A reference to a value in the store, of one of the types that a file holds, or to none.
 class Value {
  public:
   Value() = default;
@@ -44,7 +44,7 @@ class Value {
   Value(std::string& value) : type_(Type::kText), at_(&value) {}
 
   [[nodiscard]] bool IsNone() const { return at_ == nullptr; }
-  // Calls `use` with the value itself and returns its result. Not for none.
+  // Calls `use` with the value itself and returns the result; there must be one.
   template <class Use>
   auto Visit(Use&& use) const {
     switch (type_) {
@@ -69,8 +69,8 @@ class Value {
   void* at_ = nullptr;
 };
 
-// Which member of a record a key holds. A std::variant of the pointers takes seconds to compile
-// for all records.
+// The member of a record that a key holds. A std::variant of the pointers would take seconds to
+// compile.
 template <class Record, bool = kSingleValue<Record>>
 class Member {
  public:

@@ -16,7 +16,7 @@ Fault SubscriptOutOfRange();
 Fault InvalidProcedureCall();
 Fault DivisionByZero();
 
-// Throws the first of them. A call of it is all that an access to an element contains for that.
+// Throws SubscriptOutOfRange; out of line, since every access to an element contains it.
 [[noreturn]] void FailSubscript();
 
 }  // namespace ostrand
