@@ -30,6 +30,10 @@ AtomicFile::~AtomicFile() {
 
 Result<> AtomicFile::Write(std::string_view bytes) { return ofTarget(write(bytes)); }
 
+void AtomicFile::StartSync() {
+  if (file_) file_->StartSync();
+}
+
 Result<> AtomicFile::Finish() { return ofTarget(finish()); }
 
 Result<> AtomicFile::Commit(FolderSync sync) { return ofTarget(commit(sync)); }
@@ -102,9 +106,35 @@ Result<> WriteWhole(FileSystem& files, std::string_view path, std::string_view b
   // By the name that was asked for, since that is the one a project's lock is held for.
   const auto lock = files.LockFolder(path);
   if (!lock) return Error{lock.ErrorText()};
-  AtomicFile file(files, target);
-  if (auto written = file.Write(bytes); !written) return written;
-  return file.Commit(target == path ? sync : FolderSync::kNow);
+  auto file = std::make_unique<AtomicFile>(files, target);
+  if (auto written = file->Write(bytes); !written) return written;
+  if (target != path) sync = FolderSync::kNow;
+  if (files.Batch() == nullptr || sync == FolderSync::kNow || lock.Value() != nullptr) {
+    return file->Commit(sync);
+  }
+  files.Batch()->Join(path, std::move(file));
+  return Done{};
+}
+
+void WriteBatch::Join(std::string_view path, std::unique_ptr<AtomicFile> file) {
+  file->StartSync();
+  written_.push_back({std::string(path), std::move(file)});
+}
+
+std::optional<WriteBatch::Failure> WriteBatch::Commit() {
+  const std::vector<Written> all = std::exchange(written_, {});
+  std::size_t synced = 0;
+  std::optional<Failure> failure;
+  for (; synced < all.size() && !failure; ++synced) {
+    const Result<> finished = all[synced].file->Finish();
+    if (!finished) failure = {all[synced].path, finished.ErrorText()};
+  }
+  const std::size_t good = failure ? synced - 1 : synced;
+  for (std::size_t at = 0; at < good; ++at) {
+    const Result<> placed = all[at].file->Commit(FolderSync::kLater);
+    if (!placed) return Failure{all[at].path, placed.ErrorText()};
+  }
+  return failure;
 }
 
 }  // namespace ostrand::platform

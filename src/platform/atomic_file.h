@@ -2,8 +2,10 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/filesystem.h"
 
@@ -32,6 +34,8 @@ class AtomicFile {
   // Whether Write has left the file as it is, by FileSystem::Stays; nothing remains to be done
   // then.
   [[nodiscard]] bool Stays() const { return stays_; }
+  // Lets the disk begin with it.
+  void StartSync();
   // All of it is on the disk itself, under the hidden name.
   Result<> Finish();
   // Finishes what is not finished yet and puts it into its place.
@@ -54,6 +58,38 @@ class AtomicFile {
   std::unique_ptr<OutputFile> file_;
   bool stays_ = false;
   bool created_ = false;  // the neighbour is on the disk
+};
+
+// Collects the files that are written with FolderSync::kLater while it lives, so that the disk
+// works on all of them at once. Those that are not committed are dropped. Other writers must be
+// kept out by the lock of the project: a file that takes a lock of its own, or is reached by a
+// link, does not join.
+class WriteBatch {
+ public:
+  explicit WriteBatch(FileSystem& files) : files_(files) { files_.Batch(this); }
+  ~WriteBatch() { files_.Batch(nullptr); }
+  WriteBatch(const WriteBatch&) = delete;
+  WriteBatch& operator=(const WriteBatch&) = delete;
+
+  // `path` is the name that was asked for.
+  void Join(std::string_view path, std::unique_ptr<AtomicFile> file);
+
+  struct Failure {
+    std::string path;
+    std::string text;
+  };
+  // Syncs all files, then puts them into their places, in the order of writing. Ends at the first
+  // failure; the files from there on stay as they were.
+  std::optional<Failure> Commit();
+
+ private:
+  struct Written {
+    std::string path;
+    std::unique_ptr<AtomicFile> file;
+  };
+
+  FileSystem& files_;
+  std::vector<Written> written_;
 };
 
 }  // namespace ostrand::platform

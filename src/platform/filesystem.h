@@ -18,6 +18,8 @@ class OutputFile {
   virtual ~OutputFile() = default;
   // Writes all bytes or reports why it could not.
   virtual Result<> Write(std::string_view bytes) = 0;
+  // Lets the disk begin with what was written; Sync waits for it.
+  virtual void StartSync() {}
   // Brings what was written to the disk itself.
   virtual Result<> Sync() = 0;
   virtual Result<> Close() = 0;
@@ -52,6 +54,8 @@ struct FileStamp {
   std::int64_t modified = 0;  // nanoseconds
   friend bool operator==(const FileStamp&, const FileStamp&) = default;
 };
+
+class WriteBatch;
 
 // Paths are bytes. An implementation turns `\` into its own separator, and finds a name to be read
 // first exactly and then without regard to upper and lower case. Error texts name the path.
@@ -125,6 +129,13 @@ class FileSystem {
   }
   // Brings a rename in the folder of `path` to the disk itself.
   virtual Result<> SyncFolder(std::string_view path) = 0;
+
+  // The batch that files written with FolderSync::kLater join; null for none.
+  [[nodiscard]] WriteBatch* Batch() const { return batch_; }
+  void Batch(WriteBatch* batch) { batch_ = batch; }
+
+ private:
+  WriteBatch* batch_ = nullptr;
 };
 
 // Whether a write waits for its folder to be on the disk, or leaves that to its caller, who writes
@@ -136,6 +147,7 @@ enum class FolderSync { kNow, kLater };
 // the sync of its folder failed, is whole with the new content. Writers of one folder take
 // turns, so that two of them never share a neighbour. The file gets the rights of the file that it
 // replaces; a symbolic link stays, and the file it leads to is replaced, its folder synced at once.
+// In a batch the file is only written; WriteBatch::Commit puts it into its place.
 Result<> WriteWhole(FileSystem& files, std::string_view path, std::string_view bytes,
                     FolderSync sync = FolderSync::kNow);
 

@@ -1,11 +1,14 @@
 // Writes the files of a project, under its lock.
+#include <algorithm>
 #include <functional>
 #include <memory>
 #include <optional>
 #include <utility>
 
+#include "documents/document_file.h"
 #include "documents/makewire.h"
 #include "documents/table_description.h"
+#include "platform/atomic_file.h"
 #include "platform/guarded.h"
 #include "platform/paths.h"
 #include "projectfile/genfile.h"
@@ -216,6 +219,17 @@ bool writeProgram(SessionState& session, std::string_view base) {
   return session.WriteProgram(base);
 }
 
+// Puts the documents of a save into their places and reports the first failure of the save: without
+// `written`, which is whether all could be written, it has been reported.
+bool placeDocuments(SessionState& session, platform::WriteBatch& documents, bool written) {
+  const auto failure = documents.Commit();
+  if (!failure) return written;
+  std::vector<std::string>& saved = session.save.files;
+  saved.erase(std::find(saved.begin(), saved.end(), failure->path), saved.end());
+  if (written) ReportDocument(session.around.forms, failure->path, failure->text);
+  return false;
+}
+
 }  // namespace
 
 bool SessionState::WriteProgram(std::string_view base) {
@@ -241,8 +255,9 @@ bool SessionState::SavePipeline() {
     if (!run({".VKG", writeProject})) return false;
     if (!run({".VKP", writeProgram}) || !settleFolder(*this, base)) return false;
     FindCompiler(settings.CompilerPath() + " was not found.", "Would you like to search for it?.");
-    if (!run({".VKD", writeTableDescription})) return false;
-    if (!run({".VKW", writeWiringDiagram})) return false;
+    platform::WriteBatch documents(around.files);
+    const bool written = run({".VKD", writeTableDescription}) && run({".VKW", writeWiringDiagram});
+    if (!placeDocuments(*this, documents, written)) return false;
     around.forms.SetHelpLine("");
     return true;
   });
