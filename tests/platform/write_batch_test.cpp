@@ -59,5 +59,27 @@ TEST(WriteBatch, LeavesTheFileThatFailsAndAllAfterIt) {
   }
 }
 
+// A link to /a, and a folder whose writers take turns.
+class SharedDisk : public testing::MemoryFileSystem {
+ public:
+  std::string Target(std::string_view path) override {
+    return path == "/link" ? "/a" : std::string(path);
+  }
+  Result<std::unique_ptr<FolderLock>> LockFolder(std::string_view path) override {
+    return path == "/shared" ? std::make_unique<FolderLock>() : nullptr;
+  }
+};
+
+TEST(WriteBatch, LeavesOutFilesBehindLinksAndInSharedFolders) {
+  SharedDisk disk;
+  const WriteBatch batch(disk);
+  ASSERT_TRUE(WriteWhole(disk, "/link", "new", FolderSync::kLater));
+  ASSERT_TRUE(WriteWhole(disk, "/shared", "new", FolderSync::kLater));
+  ASSERT_TRUE(WriteWhole(disk, "/b", "new", FolderSync::kNow));
+  EXPECT_EQ(disk.steps,
+            (std::vector<std::string>{"rename to /a", "sync folder of /a", "rename to /shared",
+                                      "rename to /b", "sync folder of /b"}));
+}
+
 }  // namespace
 }  // namespace ostrand::platform

@@ -316,6 +316,7 @@ TEST_F(Session, SaveWaitsForAnotherSave) {
 TEST_F(Session, FailingDiskLosesNoFile) {
   testing::MemoryFileSystem disk;
   disk.files["/data/VKPComp.EXE"] = "a compiler";
+  Texts listed;  // as saved
   const auto save = [&](platform::FileSystem& target, const std::string& oper) {
     testing::ScriptedForms user;
     user.CollectBoxes();
@@ -325,6 +326,7 @@ TEST_F(Session, FailingDiskLosesNoFile) {
     control.txtOper(oper);
     control.NameProject("/data/pump");
     const bool saved = control.SavePipeline();
+    listed = control.SavedFiles();
     const auto kept = [](const platform::MessageBox& box) {
       return box.title == "EARLIER SAVE KEPT";
     };
@@ -359,6 +361,8 @@ TEST_F(Session, FailingDiskLosesNoFile) {
         testing::FaultyFileSystem faulty(disk, failAt, staysBroken);
         const bool saved = save(faulty, "After");
         untouched = faulty.Calls() < failAt;
+        for (const std::string& name : listed)
+          EXPECT_EQ(disk.files[name], after.at(name)) << failAt;
         EXPECT_TRUE(saved || !untouched);
         for (const auto& [name, bytes] : after) {
           const bool there = disk.files.contains(name);
