@@ -100,11 +100,14 @@ bool underLockOf(SessionState& session, const std::string& project, std::string_
   return false;
 }
 
+Result<> keptLock(SessionState& session) {
+  return session.save.lock == nullptr ? Result<>(Done{}) : session.save.lock->Keep();
+}
+
 // Whether the lock is still held; its loss has been reported by then.
 bool keepLock(SessionState& session) {
   return Guarded(session.around.forms, "Ostrand.SavePipeline", [&] {
-    const Result<> kept =
-        session.save.lock == nullptr ? Result<>(Done{}) : session.save.lock->Keep();
+    const Result<> kept = keptLock(session);
     if (!kept) throw FileAccess(kept.ErrorText());
   });
 }
@@ -219,12 +222,18 @@ bool writeProgram(SessionState& session, std::string_view base) {
   return session.WriteProgram(base);
 }
 
-// Puts the documents of a save into their places and reports the first failure of the save: without
-// `written`, which is whether all could be written, it has been reported.
-bool placeDocuments(SessionState& session, platform::WriteBatch& documents, bool written) {
+// Puts the documents of a save into their places, unless the lock is lost; `before` is the number
+// of files saved before them. Reports the first failure of the save: without `written`, which is
+// whether all could be written, it has been reported.
+bool placeDocuments(SessionState& session, platform::WriteBatch& documents, std::size_t before,
+                    bool written) {
+  std::vector<std::string>& saved = session.save.files;
+  if (written ? !keepLock(session) : !keptLock(session)) {
+    saved.resize(before);
+    return false;
+  }
   const auto failure = documents.Commit();
   if (!failure) return written;
-  std::vector<std::string>& saved = session.save.files;
   saved.erase(std::find(saved.begin(), saved.end(), failure->path), saved.end());
   if (written) ReportDocument(session.around.forms, failure->path, failure->text);
   return false;
@@ -255,9 +264,10 @@ bool SessionState::SavePipeline() {
     if (!run({".VKG", writeProject})) return false;
     if (!run({".VKP", writeProgram}) || !settleFolder(*this, base)) return false;
     FindCompiler(settings.CompilerPath() + " was not found.", "Would you like to search for it?.");
+    const std::size_t before = save.files.size();
     platform::WriteBatch documents(around.files);
     const bool written = run({".VKD", writeTableDescription}) && run({".VKW", writeWiringDiagram});
-    if (!placeDocuments(*this, documents, written)) return false;
+    if (!placeDocuments(*this, documents, before, written)) return false;
     around.forms.SetHelpLine("");
     return true;
   });

@@ -377,6 +377,51 @@ TEST_F(Session, FailingDiskLosesNoFile) {
   }
 }
 
+// A disk whose project lock is taken over by another machine after `kept` calls of Keep.
+class LosingDisk : public testing::MemoryFileSystem {
+ public:
+  int kept = 0;
+
+  Result<std::unique_ptr<platform::ProjectLock>> LockProject(std::string_view,
+                                                             const platform::Waiting&) override {
+    struct Lock : platform::ProjectLock {
+      explicit Lock(int& left) : left_(left) {}
+      Result<> Keep() override {
+        return left_-- > 0 ? Result<>(Done{}) : Result<>(Error{"/data/pump.VKG: taken over"});
+      }
+      int& left_;
+    };
+    return std::unique_ptr<platform::ProjectLock>(std::make_unique<Lock>(kept));
+  }
+};
+
+// The documents come into their places together, after the last look at the lock.
+TEST_F(Session, PlacesNoFileAfterTheLossOfItsLock) {
+  const Texts all = {"/data/pump.VKG", "/data/pump.VKP", "/data/pump.VKD", "/data/pump.VKW"};
+  constexpr std::size_t kPlaced[] = {0, 1, 2, 2, 2, 4};
+  for (std::size_t kept = 0; kept < std::size(kPlaced); ++kept) {
+    LosingDisk disk;
+    disk.files["/data/VKPComp.EXE"] = "a compiler";
+    disk.kept = static_cast<int>(kept);
+    testing::ScriptedForms user;
+    user.CollectBoxes();
+    testing::TestSurroundings machine(disk, clock, user, "/tmp");
+    Ostrand control(*store, machine.all, host);
+    control.UserSettings().CompilerPath("/data/VKPComp.EXE");
+    control.NameProject("/data/pump");
+    const bool saved = control.SavePipeline();
+    EXPECT_EQ(saved, kPlaced[kept] == all.size()) << kept;
+    EXPECT_EQ(user.shown.size(), saved ? 0U : 1U) << kept;
+    Texts placed;
+    for (const std::string& name : all) {
+      if (disk.files.contains(name)) placed.push_back(name);
+    }
+    EXPECT_EQ(placed, Texts(all.begin(), all.begin() + static_cast<std::ptrdiff_t>(kPlaced[kept])));
+    EXPECT_EQ(control.SavedFiles(), placed) << kept;
+    EXPECT_EQ(disk.files.size(), 1 + placed.size()) << kept;
+  }
+}
+
 // ---- The main screen
 
 class Server : public SocketObject {
