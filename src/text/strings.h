@@ -25,7 +25,17 @@ std::vector<std::string_view> Split(std::string_view text, char separator);
 
 // Takes the next line off `rest` and returns it without its end, CR LF or LF; the last may have
 // none.
-std::string_view TakeLine(std::string_view& rest);
+inline std::string_view TakeLine(std::string_view& rest) {
+  const std::size_t end = rest.find('\n');
+  std::string_view line = rest.substr(0, end);
+  if (end == std::string_view::npos) {
+    rest = {};
+    return line;
+  }
+  rest.remove_prefix(end + 1);
+  if (line.ends_with('\r')) line.remove_suffix(1);
+  return line;
+}
 
 // Whether `text` contains `part`, case-sensitive.
 inline bool Holds(std::string_view text, std::string_view part) {
