@@ -125,12 +125,13 @@ std::optional<WriteBatch::Failure> WriteBatch::Commit() {
   const std::vector<Written> all = std::exchange(written_, {});
   std::size_t synced = 0;
   std::optional<Failure> failure;
-  for (; synced < all.size() && !failure; ++synced) {
+  for (; synced < all.size(); ++synced) {
     const Result<> finished = all[synced].file->Finish();
-    if (!finished) failure = {all[synced].path, finished.ErrorText()};
+    if (finished) continue;
+    failure = {all[synced].path, finished.ErrorText()};
+    break;
   }
-  const std::size_t good = failure ? synced - 1 : synced;
-  for (std::size_t at = 0; at < good; ++at) {
+  for (std::size_t at = 0; at < synced; ++at) {
     const Result<> placed = all[at].file->Commit(FolderSync::kLater);
     if (!placed) return Failure{all[at].path, placed.ErrorText()};
   }

@@ -61,9 +61,9 @@ class AtomicFile {
 };
 
 // Collects the files that are written with FolderSync::kLater while it lives, so that the disk
-// works on all of them at once. Those that are not committed are dropped. Other writers must be
-// kept out by the lock of the project: a file that takes a lock of its own, or is reached by a
-// link, does not join.
+// works on all of them at once. Those that are not committed are dropped. The lock of the project
+// must keep other writers out: files that need the lock of their folder do not join, nor do
+// symbolic links.
 class WriteBatch {
  public:
   explicit WriteBatch(FileSystem& files) : files_(files) { files_.Batch(this); }

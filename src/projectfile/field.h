@@ -33,39 +33,39 @@ template <class Record>
 inline constexpr bool kSingleValue =
     std::is_arithmetic_v<Record> || std::is_same_v<Record, std::string>;
 
+enum class ValueType : std::uint8_t { kInt16, kInt32, kFloat, kDouble, kText };
+
 // A reference to a value in the store, of one of the types that a file holds, or to none.
 class Value {
  public:
   Value() = default;
-  Value(i16& value) : type_(Type::kInt16), at_(&value) {}
-  Value(i32& value) : type_(Type::kInt32), at_(&value) {}
-  Value(float& value) : type_(Type::kFloat), at_(&value) {}
-  Value(double& value) : type_(Type::kDouble), at_(&value) {}
-  Value(std::string& value) : type_(Type::kText), at_(&value) {}
+  Value(i16& value) : type_(ValueType::kInt16), at_(&value) {}
+  Value(i32& value) : type_(ValueType::kInt32), at_(&value) {}
+  Value(float& value) : type_(ValueType::kFloat), at_(&value) {}
+  Value(double& value) : type_(ValueType::kDouble), at_(&value) {}
+  Value(std::string& value) : type_(ValueType::kText), at_(&value) {}
 
   [[nodiscard]] bool IsNone() const { return at_ == nullptr; }
   // Calls `use` with the value itself and returns the result; there must be one.
   template <class Use>
   auto Visit(Use&& use) const {
     switch (type_) {
-      case Type::kInt16:
+      case ValueType::kInt16:
         return use(*static_cast<i16*>(at_));
-      case Type::kInt32:
+      case ValueType::kInt32:
         return use(*static_cast<i32*>(at_));
-      case Type::kFloat:
+      case ValueType::kFloat:
         return use(*static_cast<float*>(at_));
-      case Type::kDouble:
+      case ValueType::kDouble:
         return use(*static_cast<double*>(at_));
-      case Type::kText:
+      case ValueType::kText:
         break;
     }
     return use(*static_cast<std::string*>(at_));
   }
 
  private:
-  enum class Type : std::uint8_t { kInt16, kInt32, kFloat, kDouble, kText };
-
-  Type type_ = Type::kInt16;
+  ValueType type_ = ValueType::kInt16;
   void* at_ = nullptr;
 };
 
@@ -74,32 +74,30 @@ class Value {
 template <class Record, bool = kSingleValue<Record>>
 class Member {
  public:
-  constexpr Member(i16 Record::*at) : type_(Type::kInt16), int16_(at) {}
-  constexpr Member(i32 Record::*at) : type_(Type::kInt32), int32_(at) {}
-  constexpr Member(float Record::*at) : type_(Type::kFloat), float_(at) {}
-  constexpr Member(double Record::*at) : type_(Type::kDouble), double_(at) {}
-  constexpr Member(std::string Record::*at) : type_(Type::kText), text_(at) {}
+  constexpr Member(i16 Record::*at) : type_(ValueType::kInt16), int16_(at) {}
+  constexpr Member(i32 Record::*at) : type_(ValueType::kInt32), int32_(at) {}
+  constexpr Member(float Record::*at) : type_(ValueType::kFloat), float_(at) {}
+  constexpr Member(double Record::*at) : type_(ValueType::kDouble), double_(at) {}
+  constexpr Member(std::string Record::*at) : type_(ValueType::kText), text_(at) {}
 
   [[nodiscard]] Value Of(Record& record) const {
     switch (type_) {
-      case Type::kInt16:
+      case ValueType::kInt16:
         return record.*int16_;
-      case Type::kInt32:
+      case ValueType::kInt32:
         return record.*int32_;
-      case Type::kFloat:
+      case ValueType::kFloat:
         return record.*float_;
-      case Type::kDouble:
+      case ValueType::kDouble:
         return record.*double_;
-      case Type::kText:
+      case ValueType::kText:
         break;
     }
     return record.*text_;
   }
 
  private:
-  enum class Type : std::uint8_t { kInt16, kInt32, kFloat, kDouble, kText };
-
-  Type type_;
+  ValueType type_;
   union {
     i16 Record::*int16_;
     i32 Record::*int32_;

@@ -223,8 +223,8 @@ bool writeProgram(SessionState& session, std::string_view base) {
 }
 
 // Puts the documents of a save into their places, unless the lock is lost; `before` is the number
-// of files saved before them. Reports the first failure of the save: without `written`, which is
-// whether all could be written, it has been reported.
+// of files saved before them. Reports a failure, unless a failed write has already been reported;
+// `written` is false then.
 bool placeDocuments(SessionState& session, platform::WriteBatch& documents, std::size_t before,
                     bool written) {
   std::vector<std::string>& saved = session.save.files;
